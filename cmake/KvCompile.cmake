@@ -1,0 +1,41 @@
+# How every target of ours is compiled: kv_compile(target) after add_library or add_executable.
+
+function(kv_compile target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+  if(MSVC)
+    return()
+  endif()
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # g++ 12 raises this one falsely inside std::string at -O2.
+    target_compile_options(${target} PRIVATE -Wno-restrict)
+  endif()
+  if(KV_SANITIZE)
+    string(REPLACE "," ";" kinds "${KV_SANITIZE}")
+    target_compile_options(${target} PRIVATE -fsanitize=${KV_SANITIZE} -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${KV_SANITIZE})
+    if("undefined" IN_LIST kinds)
+      target_compile_options(${target} PRIVATE -fno-sanitize-recover=undefined)
+    endif()
+    if(KV_LIBFUZZER)
+      target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    endif()
+  elseif(KV_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()
+
+# ccache and mold shorten the wait where they are installed; nothing depends on them.
+find_program(KV_CCACHE ccache)
+if(KV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${KV_CCACHE}")
+endif()
+find_program(KV_MOLD mold)
+if(KV_MOLD AND NOT KV_SANITIZE AND NOT WIN32)
+  add_link_options(-fuse-ld=mold)
+endif()

@@ -1,0 +1,27 @@
+// User-visible texts by number, with an overlay for other languages.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kv {
+
+/// Strings, menus, dialogs and tool tips are separate tables: a number is unique within its kind only.
+enum class TextKind { String, Menu, Dialog, Tip };
+
+/// A text of the overlay, else the built-in one, else empty.
+/// @param group the menu's or dialog's number; 0 for strings and tips.
+std::wstring LoadText(TextKind kind, std::uint32_t group, std::uint32_t number);
+
+/// A string of the string table.
+inline std::wstring LoadText(std::uint32_t number)
+{
+    return LoadText(TextKind::String, 0, number);
+}
+
+/// Overlays the texts of a profile file (sections "Strings", "Menus", "Dialogs", "Tips"); an empty path
+/// removes the overlay. @return false, with the texts unchanged, when the file cannot be read.
+bool SetTextOverlay(std::wstring_view path);
+
+} // namespace kv

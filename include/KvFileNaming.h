@@ -1,0 +1,127 @@
+// File naming rules: which media files belong together by their names.
+//
+// A rule describes a naming convention as patterns. A pattern is literal text with labels:
+//
+//   <File>    the base part of the name
+//   <Number>  a run of decimal digits
+//   <Ext>     the extension with its leading "."
+//
+// The main rule names the file that the user selected ("<File><Ext>"), the addition rules name its siblings
+// ("<File>_A<Number><Ext>"). Typical use: load the collection, create a matcher, `Prepare` it with the
+// selected name, offer every candidate with `AddFile`, call `BuildGroups` and read each group.
+//
+// Wide texts are the platform's wchar_t; limits count wchar_t's. One caller at a time; only the reference
+// counts are atomic.
+#pragma once
+
+#include "KvUnknown.h"
+
+/// Buffers that receive a pattern or a derived specification hold this many characters with the terminator.
+inline constexpr unsigned int kKvNamingTextSize = 128;
+/// The buffer that receives a group's name holds this many characters with the terminator.
+inline constexpr unsigned int kKvNamingGroupNameSize = 260;
+/// Returned by the "add" operations that were given nothing to add.
+inline constexpr unsigned int kKvNamingNoIndex = 0xFFFFFFFFu;
+
+/// Rule classes in use (string table 7023 to 7025 has their display names).
+enum EKvFileNamingClass : unsigned int
+{
+    kKvNamingClassUnknown = 0,
+    kKvNamingClassVideoAudio = 1, ///< the main rule names the video (or combined) file
+    kKvNamingClassAudio = 2,      ///< the main rule names one audio channel file
+};
+
+/// One rule: a class, a main pattern and an ordered list of addition patterns.
+/// Stored patterns may have any length; the getters refuse those above 127 characters.
+class IKvFileNamingRule : public IKvUnknown
+{
+public:
+    /// @return a new rule with the same class and patterns and one reference; null when out of memory.
+    virtual IKvFileNamingRule* Clone() = 0;
+    /// Replaces class and patterns with those of `source`; null changes nothing and returns 0.
+    virtual int CopyFrom(const IKvFileNamingRule* source) = 0;
+    virtual unsigned int GetClass() = 0;
+    virtual int SetClass(unsigned int ruleClass) = 0;
+    /// Stores the main pattern; null stores the empty one. @return true when it is not empty afterwards.
+    virtual bool SetMainRule(const wchar_t* text) = 0;
+    /// Copies the main pattern into a buffer of kKvNamingTextSize characters.
+    /// @return false, buffer untouched, when the buffer is null or the pattern is empty or too long.
+    virtual bool GetMainRule(wchar_t* buffer) = 0;
+    /// Appends an addition pattern; empty ones and duplicates are accepted.
+    /// @return its index, or kKvNamingNoIndex when `text` is null.
+    virtual unsigned int AddAdditionRule(const wchar_t* text) = 0;
+    /// Removes an addition pattern; later ones move down. @return false when the index is out of range.
+    virtual bool RemoveAdditionRule(unsigned int index) = 0;
+    /// Copies an addition pattern into a buffer of kKvNamingTextSize characters.
+    /// @return false, buffer untouched, when the index is out of range, the buffer null or the text too long.
+    virtual bool GetAdditionRule(unsigned int index, wchar_t* buffer) = 0;
+    /// Replaces an addition pattern; null stores the empty one. @return false when the index is out of range.
+    virtual bool SetAdditionRule(unsigned int index, const wchar_t* text) = 0;
+    virtual unsigned int GetAdditionRuleCount() = 0;
+};
+
+/// An ordered list of rules. It holds one reference on each rule in it.
+class IKvFileNamingRuleCollection : public IKvUnknown
+{
+public:
+    /// Appends a rule and adds a reference; the same rule may be added more than once.
+    /// @return its index, or kKvNamingNoIndex for null.
+    virtual unsigned int AddRule(IKvFileNamingRule* rule) = 0;
+    /// Takes a rule out of the list; later ones move down. The list's reference is dropped without a
+    /// `Release`: to destroy the rule, take it with `GetRule` first and release it twice.
+    /// @return false when the index is out of range.
+    virtual bool RemoveRule(unsigned int index) = 0;
+    /// Hands out a rule with one added reference, which the caller releases.
+    /// @return false when `out` is null or the index is out of range; `*out` is then untouched.
+    virtual bool GetRule(unsigned int index, IKvFileNamingRule** out) = 0;
+    virtual unsigned int GetRuleCount() = 0;
+    /// Releases every rule in list order and empties the list. @return 1.
+    virtual int RemoveAllRules() = 0;
+};
+
+/// Finds the siblings of one media file among candidates.
+class IKvFileNamingMatcher : public IKvUnknown
+{
+public:
+    /// Stores a mode that no operation reads. @return 1.
+    virtual int SetMode(unsigned int mode) = 0;
+    /// Starts over with the selected file's name: every rule of exactly `ruleClass` whose main pattern fits
+    /// `fileName` becomes a record with one entry per addition pattern.
+    /// @return 1, also when no rule fits; 0 for a null name or when `rules` is null or empty.
+    virtual int Prepare(const wchar_t* fileName, unsigned int ruleClass, IKvFileNamingRuleCollection* rules) = 0;
+    /// Offers a candidate; what stands before the last `\` or `/` is cut off.
+    /// @return the number of entries that it was filed under (0 also for null).
+    virtual int AddFile(const wchar_t* path) = 0;
+    /// Makes one group for each entry that holds a file, in record order and then entry order, each sorted
+    /// by number (equal numbers in the order offered). Called again it makes the groups anew. @return 1.
+    virtual int BuildGroups(unsigned int* groupCount) = 0;
+    /// Copies a group's name (the name given to `Prepare`) into a buffer of kKvNamingGroupNameSize
+    /// characters and appends its file names to `files`; existing elements are kept.
+    /// @return 0, nothing changed, when the index is out of range, an argument null or the name too long.
+    virtual int GetGroup(unsigned int index, wchar_t* name, CStringArray* files) = 0;
+};
+
+/// Creates an empty rule of a class. @return false when `out` is null or memory is short (`*out` null).
+KV_API bool CreateFileNamingRule(unsigned int ruleClass, IKvFileNamingRule** out);
+/// Creates an empty collection. @return false when `out` is null or memory is short (`*out` null).
+KV_API bool CreateFileNamingRuleCollection(IKvFileNamingRuleCollection** out);
+/// Creates a matcher. @return 0 when `out` is null or memory is short (`*out` null), else 1.
+KV_API int KvCreateFileNamingMatcher(IKvFileNamingMatcher** out);
+
+/// Loads a rule collection from a profile file; five built-in rules when the file does not exist.
+/// @param reserved neither read nor written.
+/// @return 1, also for a broken file (what can be read is loaded); 0 when an argument is null or memory is
+///         short (`*out` null).
+KV_API int KvLoadFileNamingCollection(const wchar_t* file, IKvFileNamingRuleCollection** out,
+                                      unsigned int* reserved);
+/// Saves a rule collection: read once, written once, atomically. Keys, sections and comments that are not
+/// the collection's own survive.
+/// @param reserved neither read nor written.
+/// @return 1; 0, with the old file whole, when an argument is null, a text cannot be stored or the file
+///         cannot be written.
+KV_API int KvSaveFileNamingCollection(const wchar_t* file, IKvFileNamingRuleCollection* collection,
+                                      unsigned int* reserved);
+
+/// Checks a pattern's labels and shows the first fault in a message box (string 7021 or 7022).
+/// @return true for a sound, an empty or a null pattern.
+KV_API bool CheckRuleLabels(const wchar_t* pattern);

@@ -1,0 +1,69 @@
+// The resource layer: colours and pictures by key, texts by number, menus by number or name.
+// A host overlays its own skin folder and its own texts; both reach every live control at once.
+#pragma once
+
+#include "KvPlatform.h"
+
+#include <QPixmap>
+
+#include <functional>
+#include <memory>
+
+/// A picture of the skin; a light value. SVG pictures are drawn for the target's pixel ratio.
+class KV_API KvSkinImage
+{
+public:
+    KvSkinImage();
+    ~KvSkinImage();
+    KvSkinImage(const KvSkinImage&);
+    KvSkinImage& operator=(const KvSkinImage&);
+
+    bool IsNull() const;
+    /// Natural size in logical pixels.
+    QSize Size() const;
+    /// Draws the picture into a rectangle of the painter's coordinates.
+    void Draw(Graphics& graphics, const QRectF& target) const;
+    /// @param size in logical pixels. @param pixelRatio the pixmap's device pixel ratio.
+    QPixmap Pixmap(QSize size, qreal pixelRatio) const;
+
+private:
+    friend class KvGuiRes;
+    struct Data;
+    std::shared_ptr<const Data> m_data;
+};
+
+/// Makes a menu at each opening.
+using KvMenuFactory = std::function<std::unique_ptr<QMenu>()>;
+
+class KV_API KvGuiRes
+{
+public:
+    /// Looks a theme colour (0xAARRGGBB) up. A missing key leaves `colour` alone. @return 1 when found.
+    static int LoadColor(const wchar_t* key, DWORD& colour);
+    /// Looks a picture up by its name without ending. @return a null picture when there is none.
+    static KvSkinImage LoadImageW(const wchar_t* name);
+    /// The text with that number in the string table; empty when there is none.
+    static std::wstring LoadStringW(UINT number);
+    /// The text of a tool tip; empty when there is none.
+    static std::wstring LoadTip(UINT number);
+    /// The text of a dialog item; empty when there is none.
+    static std::wstring LoadDialogText(UINT dialog, UINT item);
+    /// The text of a menu item; empty when there is none.
+    static std::wstring LoadMenuText(UINT menu, UINT command);
+
+    /// Overlays a skin folder over the built-in skin: `skin.ini` (section "Colors", lines `key = R,G,B,A` in
+    /// decimal) and pictures by name, `.svg` before `.png`. Null or empty removes the overlay. Lines that
+    /// cannot be read are skipped.
+    /// @return 1; 0, with the skin unchanged, when the folder does not exist or `skin.ini` cannot be read.
+    static int SetSkinFolder(const wchar_t* folder);
+    /// Overlays texts from a profile file with the sections "Strings" (`7022 = …`), "Menus"
+    /// (`12002.32772 = …`), "Dialogs" (`12016.12077 = …`) and "Tips" (`15000 = …`). Null or empty removes
+    /// the overlay. A missing text falls back to the built-in one.
+    /// @return 1; 0, with the texts unchanged, when the file cannot be read.
+    static int SetStringFile(const wchar_t* file);
+
+    /// Adds a menu by name, or replaces it; an empty factory removes it.
+    static void RegisterMenu(const wchar_t* name, KvMenuFactory factory);
+    /// Makes the menu registered under a name; null when there is none.
+    static std::unique_ptr<QMenu> CreateMenuByName(const wchar_t* name);
+};

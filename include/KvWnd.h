@@ -1,0 +1,128 @@
+// The base classes of the controls: CKvWnd turns the toolkit's events into the field's handlers.
+#pragma once
+
+#include "KvPlatform.h"
+
+#include <memory>
+
+/// A window whose events arrive as `On…` handlers. Also a convenient parent: the messages of its children
+/// arrive in `OnNotify` and `OnCommand`.
+///
+/// Life: construct, optionally give it a geometry, then `Create` it once. A control may be constructed and
+/// never created. Destroying the parent destroys its controls; a control on the stack or in a member must
+/// die before its parent does.
+///
+/// Coordinates are logical pixels of the client area; drawing is sharp at any pixel ratio.
+class KV_API CKvWnd : public QWidget
+{
+    Q_OBJECT
+
+public:
+    CKvWnd();
+    ~CKvWnd() override;
+
+    /// Makes the window a child of `parent`, with that style and dialog item number.
+    /// @param style WS_VISIBLE shows it, WS_DISABLED disables it, WS_TABSTOP lets Tab reach it.
+    /// @param rect geometry in the parent's coordinates; an empty one keeps what was set before.
+    /// @return 1; 0 when it was created before.
+    int CreateWnd(UINT style, const CRect& rect, CWnd* parent, DWORD id);
+    /// @return 1 from a successful Create on.
+    BOOL IsCreated() const;
+    /// The window's own number (0 until it has one).
+    UINT GetDlgCtrlID() const;
+    /// The client rectangle: the whole widget, from (0, 0).
+    CRect GetClientRect() const;
+
+protected:
+    // Messages of children. Return non-zero when handled; `*result` is the sender's answer.
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    /// Every message, before the two above. Return non-zero when handled.
+    virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+
+    // Events. Points are client coordinates. A handler may delete the window.
+    virtual void OnPaint(Graphics& graphics);
+    virtual void OnSize(int width, int height);
+    virtual void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnMouseLeave();
+    /// @param point client coordinates of the click, or those of `ContextMenuPoint` for the menu key.
+    virtual void OnContextMenu(CPoint point);
+    /// Where the menu key opens the context menu, in client coordinates; the centre unless overridden.
+    virtual CPoint ContextMenuPoint() const;
+    /// @param key a virtual key (VK_…), or 0 for a key that has none here.
+    /// @return non-zero when the key was used; else it goes on to the parent.
+    virtual BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers);
+    /// @param character the UTF-16 unit; Ctrl+A to Ctrl+Z arrive as 1 to 26.
+    /// @return non-zero when the character was used.
+    virtual BOOL OnChar(UINT character);
+    /// @return which keys the control wants for itself (DLGC_…). Tab leaves the control unless it asks for it.
+    virtual UINT OnGetDlgCode();
+    virtual void OnSetFocus();
+    virtual void OnKillFocus();
+    virtual void OnEnable(BOOL enabled);
+    virtual void OnTimer(UINT id);
+    /// The mouse was taken away in a drag: a popup or modal window opened, or the window was hidden,
+    /// disabled or deactivated. `ReleaseCapture` does not call it.
+    virtual void OnCaptureChanged();
+    /// The skin or the texts changed: look keys, images and texts up again. What a host set by a setter
+    /// stays. The window is repainted afterwards.
+    virtual void OnSkinChanged();
+    /// The text under a point for the tool tip, and the area for which it holds; empty shows none.
+    virtual QString ToolTipAt(CPoint point, CRect& area) const;
+
+    /// Starts (or restarts) a timer. @param id the control's own number. @param milliseconds its period.
+    void SetTimer(UINT id, int milliseconds);
+    void KillTimer(UINT id);
+    /// Begins a drag: mouse moves and the button-up come here until `ReleaseCapture`.
+    void SetCapture();
+    void ReleaseCapture();
+    bool HasCapture() const;
+    /// True while a left Ctrl key is down; a Ctrl press that is not known as the right one counts as left.
+    bool IsLeftControlDown() const;
+
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    friend class KvGuiRes;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+/// A control that shows something and takes its colours and font from the host or the theme.
+class KV_API CKvStatic : public CKvWnd, public IKvGuiWnd
+{
+    Q_OBJECT
+
+public:
+    CKvStatic();
+    ~CKvStatic() override;
+
+    /// @param style see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
+    virtual int Create(UINT style, CWnd* parent, DWORD id);
+
+    void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
+
+protected:
+    /// What the host gave, or null.
+    const SKvGuiBasicSettings* GuiBasicSettings() const;
+
+private:
+    SKvGuiBasicSettings* m_settings = nullptr;
+};
