@@ -8,12 +8,15 @@ namespace kv {
 
 struct TextEntry
 {
-    std::uint32_t group;  ///< the menu's or dialog's number; 0 for strings and tips
+    std::uint32_t group; ///< the menu's or dialog's number; 0 for strings and tips
     std::uint32_t number;
     const wchar_t* text;
 };
 
-/// The first popup of a menu resource, in order. A separator has command 0.
+/// The command of a separator.
+inline constexpr std::uint32_t kMenuSeparator = 0;
+
+/// One item of a menu's first popup.
 struct MenuEntry
 {
     std::uint32_t menu;
