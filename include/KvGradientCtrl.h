@@ -79,6 +79,11 @@ public:
     int GetData(int& count, SKvCGGradientKey** keys);
     /// @return the selected stop's colour, 0xAARRGGBB; 0 when no stop is selected.
     DWORD GetSelectedColor() const;
+    /// @return the selected stop's index; -1 when no stop is selected.
+    int GetSelectedKey() const;
+    /// Selects a stop; silent, after ending a drag that is under way.
+    /// @return 1; 0, nothing changed, when there is no such stop.
+    int SetSelectedKey(int index);
     /// Sets the selected stop's colour, 0xAARRGGBB; silent. @return 1 when it changed.
     int SetColor(DWORD colour);
     /// Restores the default stops, selects the first and notifies the parent (begin, continue, end).
