@@ -88,7 +88,8 @@ public:
     /// Starts over with the selected file's name: every rule of exactly `ruleClass` whose main pattern fits
     /// `fileName` becomes a record with one entry per addition pattern.
     /// @return 1, also when no rule fits; 0 for a null name or when `rules` is null or empty.
-    virtual int Prepare(const wchar_t* fileName, unsigned int ruleClass, IKvFileNamingRuleCollection* rules) = 0;
+    virtual int Prepare(const wchar_t* fileName, unsigned int ruleClass,
+                        IKvFileNamingRuleCollection* rules) = 0;
     /// Offers a candidate; what stands before the last `\` or `/` is cut off.
     /// @return the number of entries that it was filed under (0 also for null).
     virtual int AddFile(const wchar_t* path) = 0;

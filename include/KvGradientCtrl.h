@@ -27,14 +27,14 @@ enum EKvGradientPhase : std::int32_t
 /// address. It and what it points to are valid until the handler returns.
 struct GradientNotifyRecord
 {
-    KvNotifyHeader hdr;    ///< hwndFrom: the control; idFrom: an EKvGradientEvent; code: kKvGradientNotifyCode
-    std::int32_t phase;    ///< an EKvGradientPhase; 0 for events that come alone
-    void* data;            ///< the SKvCGGradientKey concerned (its colour comes first), or null
+    KvNotifyHeader hdr; ///< hwndFrom: the control; idFrom: an EKvGradientEvent; code: kKvGradientNotifyCode
+    std::int32_t phase; ///< an EKvGradientPhase; 0 for events that come alone
+    void* data;         ///< the SKvCGGradientKey concerned (its colour comes first), or null
     std::int32_t dataSize; ///< 4, the size of the colour, when `data` is set, else 0
 };
-static_assert(sizeof(void*) != 8
-              || (offsetof(GradientNotifyRecord, phase) == 24 && offsetof(GradientNotifyRecord, data) == 32
-                  && offsetof(GradientNotifyRecord, dataSize) == 40 && sizeof(GradientNotifyRecord) == 48));
+static_assert(sizeof(void*) != 8 ||
+              (offsetof(GradientNotifyRecord, phase) == 24 && offsetof(GradientNotifyRecord, data) == 32 &&
+               offsetof(GradientNotifyRecord, dataSize) == 40 && sizeof(GradientNotifyRecord) == 48));
 
 /// Edits a gradient of up to 255 stops.
 ///

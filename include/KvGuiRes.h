@@ -66,4 +66,7 @@ public:
     static void RegisterMenu(const wchar_t* name, KvMenuFactory factory);
     /// Makes the menu registered under a name; null when there is none.
     static std::unique_ptr<QMenu> CreateMenuByName(const wchar_t* name);
+
+private:
+    static void NotifyWindows();
 };

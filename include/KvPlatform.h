@@ -11,23 +11,38 @@
 #include <QPoint>
 #include <QRect>
 #include <QSize>
+#include <QString>
 #include <QWidget>
 
 #include <functional>
 #include <optional>
+#include <string>
+#include <string_view>
 
 /// What a control draws with.
 using Graphics = QPainter;
 
 inline CPoint::CPoint(const QPoint& point) : x(point.x()), y(point.y()) {}
-inline CPoint::operator QPoint() const { return {x, y}; }
+inline CPoint::operator QPoint() const
+{
+    return {x, y};
+}
 inline CSize::CSize(const QSize& size) : cx(size.width()), cy(size.height()) {}
-inline CSize::operator QSize() const { return {cx, cy}; }
+inline CSize::operator QSize() const
+{
+    return {cx, cy};
+}
 inline CRect::CRect(const QRect& rect)
-    : left(rect.x()), top(rect.y()), right(rect.x() + rect.width()), bottom(rect.y() + rect.height())
+    : left(rect.x())
+    , top(rect.y())
+    , right(rect.x() + rect.width())
+    , bottom(rect.y() + rect.height())
 {
 }
-inline CRect::operator QRect() const { return {left, top, Width(), Height()}; }
+inline CRect::operator QRect() const
+{
+    return {left, top, Width(), Height()};
+}
 
 /// Packs two 16-bit values as a message parameter.
 constexpr WPARAM MAKEWPARAM(UINT low, UINT high)
@@ -38,8 +53,19 @@ constexpr LPARAM MAKELPARAM(UINT low, UINT high)
 {
     return static_cast<LPARAM>(MAKEWPARAM(low, high));
 }
-constexpr WORD LOWORD(std::uintptr_t value) { return static_cast<WORD>(value & 0xFFFFu); }
-constexpr WORD HIWORD(std::uintptr_t value) { return static_cast<WORD>((value >> 16) & 0xFFFFu); }
+constexpr WORD LOWORD(std::uintptr_t value)
+{
+    return static_cast<WORD>(value & 0xFFFFu);
+}
+constexpr WORD HIWORD(std::uintptr_t value)
+{
+    return static_cast<WORD>((value >> 16) & 0xFFFFu);
+}
+
+/// Wide text (UTF-16 or UTF-32 by the platform) and the toolkit's text into one another. Nothing is lost:
+/// characters beyond U+FFFF and lone surrogates come back as they were.
+KV_API QString KvToQString(std::wstring_view text);
+KV_API std::wstring KvFromQString(QStringView text);
 
 /// One message on its way to a window. It is accepted when somebody answered.
 class KV_API KvMessageEvent : public QEvent

@@ -3,7 +3,8 @@
 #pragma once
 
 #if defined(_WINDOWS_) || defined(_INC_WINDOWS)
-#error "KvTypes.h declares the windowing vocabulary itself: include it in a translation unit without <windows.h>"
+#error                                                                                                       \
+    "KvTypes.h declares the windowing vocabulary itself: include it in a translation unit without <windows.h>"
 #endif
 
 #include <cstddef>
@@ -221,9 +222,9 @@ KV_API int KvMessageBox(HWND owner, const std::wstring& text, UINT style = MB_OK
 /// The first member of every notification record that a control sends with WM_NOTIFY.
 struct KvNotifyHeader
 {
-    HWND hwndFrom = nullptr;     ///< the control that speaks
-    std::uintptr_t idFrom = 0;   ///< the control's number, or an event kind where the control says so
-    std::uint32_t code = 0;      ///< what kind of notification it is
+    HWND hwndFrom = nullptr;   ///< the control that speaks
+    std::uintptr_t idFrom = 0; ///< the control's number, or an event kind where the control says so
+    std::uint32_t code = 0;    ///< what kind of notification it is
 };
 
 /// One stop of a gradient.

@@ -42,8 +42,10 @@ protected:
 
     // Events. Points are client coordinates. A handler may delete the window.
     virtual void OnPaint(Graphics& graphics);
+    /// After `Create` only.
     virtual void OnSize(int width, int height);
     virtual void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
+    /// The second press of a double click; a press unless overridden.
     virtual void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point);
@@ -58,8 +60,12 @@ protected:
     /// @param character the UTF-16 unit; Ctrl+A to Ctrl+Z arrive as 1 to 26.
     /// @return non-zero when the character was used.
     virtual BOOL OnChar(UINT character);
-    /// @return which keys the control wants for itself (DLGC_…). Tab leaves the control unless it asks for it.
+    /// @return which keys the control wants for itself (DLGC_…). Tab leaves the control unless it asks for
+    /// it.
     virtual UINT OnGetDlgCode();
+    /// True for a key that the focused control takes before the host's shortcuts see it.
+    /// @param character as in `OnChar`; 0 when the key has none.
+    virtual bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const;
     virtual void OnSetFocus();
     virtual void OnKillFocus();
     virtual void OnEnable(BOOL enabled);
@@ -84,6 +90,7 @@ protected:
     bool IsLeftControlDown() const;
 
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -101,6 +108,10 @@ protected:
 
 private:
     friend class KvGuiRes;
+    void LoseCapture();
+    template <typename Handler>
+    void Dispatch(QEvent* event, Handler handler);
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

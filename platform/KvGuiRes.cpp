@@ -1,0 +1,285 @@
+#include "KvGuiRes.h"
+
+#include "KvWnd.h"
+#include "core/ProfileDocument.h"
+#include "core/TextTables.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMenu>
+#include <QPointer>
+#include <QSvgRenderer>
+
+#include <algorithm>
+#include <charconv>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using ColourTable = std::unordered_map<std::wstring, DWORD>;
+
+// "R,G,B,A" in decimal, blanks allowed around the numbers.
+std::optional<DWORD> ParseColour(std::wstring_view text)
+{
+    const QStringList parts = KvToQString(text).split(u',');
+    if (parts.size() != 4)
+        return std::nullopt;
+    DWORD channels[4];
+    for (int i = 0; i < 4; ++i) {
+        bool isNumber = false;
+        channels[i] = parts[i].trimmed().toUInt(&isNumber);
+        if (!isNumber || channels[i] > 255)
+            return std::nullopt;
+    }
+    return channels[3] << 24 | channels[0] << 16 | channels[1] << 8 | channels[2];
+}
+
+std::optional<ColourTable> ReadColours(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray bytes = file.readAll();
+    const kv::ProfileDocument document({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    ColourTable colours;
+    for (const auto& [key, value] : document.Section(L"Colors")) {
+        if (const std::optional<DWORD> colour = ParseColour(value))
+            colours.emplace(key, *colour);
+    }
+    return colours;
+}
+
+struct Skin
+{
+    ColourTable builtIn;
+    ColourTable overlay;
+    QString overlayFolder;
+    std::unordered_map<std::wstring, KvSkinImage> images; // also null ones: a missing name is asked once
+    std::unordered_map<std::wstring, KvMenuFactory> menus;
+};
+
+Skin& TheSkin()
+{
+    static Skin skin = [] {
+        Skin first;
+        first.builtIn = ReadColours(QStringLiteral(":/kv/skin/skin.ini")).value_or(ColourTable());
+        return first;
+    }();
+    return skin;
+}
+
+// A name is a plain file name: an overlay cannot reach out of its folder.
+bool IsPlainName(const QString& name)
+{
+    return !name.isEmpty() && !name.contains(u'/') && !name.contains(u'\\');
+}
+
+QString FindImage(const QString& folder, const QString& name)
+{
+    for (const char* ending : {".svg", ".png"}) {
+        const QString path = folder + u'/' + name + QLatin1String(ending);
+        if (QFileInfo::exists(path))
+            return path;
+    }
+    return {};
+}
+
+} // namespace
+
+struct KvSkinImage::Data
+{
+    std::shared_ptr<QSvgRenderer> vector;
+    QImage raster;
+    mutable QPixmap cached; // the size and ratio asked for last
+    mutable QSize cachedSize;
+};
+
+KvSkinImage::KvSkinImage() = default;
+KvSkinImage::~KvSkinImage() = default;
+KvSkinImage::KvSkinImage(const KvSkinImage&) = default;
+KvSkinImage& KvSkinImage::operator=(const KvSkinImage&) = default;
+
+bool KvSkinImage::IsNull() const
+{
+    return !m_data;
+}
+
+QSize KvSkinImage::Size() const
+{
+    if (!m_data)
+        return {};
+    return m_data->vector ? m_data->vector->defaultSize() : m_data->raster.size();
+}
+
+void KvSkinImage::Draw(Graphics& graphics, const QRectF& target) const
+{
+    if (!m_data || target.isEmpty())
+        return;
+    if (m_data->vector) {
+        m_data->vector->render(&graphics, target);
+        return;
+    }
+    const bool smooth = graphics.testRenderHint(QPainter::SmoothPixmapTransform);
+    graphics.setRenderHint(QPainter::SmoothPixmapTransform);
+    graphics.drawImage(target, m_data->raster);
+    graphics.setRenderHint(QPainter::SmoothPixmapTransform, smooth);
+}
+
+QPixmap KvSkinImage::Pixmap(QSize size, qreal pixelRatio) const
+{
+    if (!m_data || size.isEmpty() || pixelRatio <= 0)
+        return {};
+    const bool isCached = !m_data->cached.isNull() && m_data->cachedSize == size &&
+                          qFuzzyCompare(m_data->cached.devicePixelRatio(), pixelRatio);
+    if (!isCached) {
+        QPixmap pixmap((QSizeF(size) * pixelRatio).toSize());
+        pixmap.setDevicePixelRatio(pixelRatio);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        Draw(painter, QRectF(QPointF(0, 0), QSizeF(size)));
+        m_data->cached = pixmap;
+        m_data->cachedSize = size;
+    }
+    return m_data->cached;
+}
+
+int KvGuiRes::LoadColor(const wchar_t* key, DWORD& colour)
+{
+    if (!key)
+        return 0;
+    const Skin& skin = TheSkin();
+    for (const ColourTable* table : {&skin.overlay, &skin.builtIn}) {
+        if (const auto found = table->find(key); found != table->end()) {
+            colour = found->second;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+KvSkinImage KvGuiRes::LoadImageW(const wchar_t* name)
+{
+    const QString plainName = name ? KvToQString(name) : QString();
+    if (!IsPlainName(plainName))
+        return {};
+    Skin& skin = TheSkin();
+    if (const auto found = skin.images.find(name); found != skin.images.end())
+        return found->second;
+    KvSkinImage image;
+    QStringList folders{QStringLiteral(":/kv/skin")};
+    if (!skin.overlayFolder.isEmpty())
+        folders.prepend(skin.overlayFolder);
+    for (const QString& folder : folders) {
+        const QString path = FindImage(folder, plainName);
+        if (path.isEmpty())
+            continue;
+        auto data = std::make_shared<KvSkinImage::Data>();
+        if (path.endsWith(QLatin1String(".svg")))
+            data->vector = std::make_shared<QSvgRenderer>(path);
+        else
+            data->raster.load(path);
+        // A broken picture of an overlay falls back to the built-in one.
+        if (data->vector ? data->vector->isValid() : !data->raster.isNull()) {
+            image.m_data = std::move(data);
+            break;
+        }
+    }
+    skin.images.emplace(name, image);
+    return image;
+}
+
+std::wstring KvGuiRes::LoadStringW(UINT number)
+{
+    return kv::LoadText(number);
+}
+
+std::wstring KvGuiRes::LoadTip(UINT number)
+{
+    return kv::LoadText(kv::TextKind::Tip, 0, number);
+}
+
+std::wstring KvGuiRes::LoadDialogText(UINT dialog, UINT item)
+{
+    return kv::LoadText(kv::TextKind::Dialog, dialog, item);
+}
+
+std::wstring KvGuiRes::LoadMenuText(UINT menu, UINT command)
+{
+    return kv::LoadText(kv::TextKind::Menu, menu, command);
+}
+
+int KvGuiRes::SetSkinFolder(const wchar_t* folder)
+{
+    const QString path = folder ? KvToQString(folder) : QString();
+    ColourTable colours;
+    if (!path.isEmpty()) {
+        if (!QFileInfo(path).isDir())
+            return 0;
+        const QString ini = path + QStringLiteral("/skin.ini");
+        // A skin of pictures only needs no skin.ini.
+        if (QFileInfo::exists(ini)) {
+            std::optional<ColourTable> read = ReadColours(ini);
+            if (!read)
+                return 0;
+            colours = std::move(*read);
+        }
+    }
+    Skin& skin = TheSkin();
+    skin.overlay = std::move(colours);
+    skin.overlayFolder = path;
+    skin.images.clear();
+    NotifyWindows();
+    return 1;
+}
+
+int KvGuiRes::SetStringFile(const wchar_t* file)
+{
+    if (!kv::SetTextOverlay(file ? file : L""))
+        return 0;
+    NotifyWindows();
+    return 1;
+}
+
+void KvGuiRes::NotifyWindows()
+{
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return;
+    std::vector<QPointer<CKvWnd>> windows;
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (auto* window = qobject_cast<CKvWnd*>(widget))
+            windows.emplace_back(window);
+    }
+    // A handler may delete other windows.
+    for (const QPointer<CKvWnd>& window : windows) {
+        if (window)
+            window->OnSkinChanged();
+        if (window)
+            window->update();
+    }
+}
+
+void KvGuiRes::RegisterMenu(const wchar_t* name, KvMenuFactory factory)
+{
+    if (!name)
+        return;
+    if (factory)
+        TheSkin().menus.insert_or_assign(name, std::move(factory));
+    else
+        TheSkin().menus.erase(name);
+}
+
+std::unique_ptr<QMenu> KvGuiRes::CreateMenuByName(const wchar_t* name)
+{
+    if (!name)
+        return nullptr;
+    const auto found = TheSkin().menus.find(name);
+    if (found == TheSkin().menus.end())
+        return nullptr;
+    // A copy: the factory may register menus itself.
+    const KvMenuFactory factory = found->second;
+    return factory();
+}

@@ -1,0 +1,423 @@
+#include "KvWnd.h"
+
+#include "platform/LeftControlKey.h"
+#include "platform/VirtualKey.h"
+
+#include <QApplication>
+#include <QBasicTimer>
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QToolTip>
+
+#include <unordered_map>
+
+namespace {
+
+// Watches the application while a control drags: a popup or modal window takes the mouse away without a word
+// to the widget that had it.
+class PopupWatcher : public QObject
+{
+public:
+    explicit PopupWatcher(std::function<void()> lost) : m_lost(std::move(lost))
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && watched->isWidgetType()) {
+            const auto& widget = static_cast<const QWidget&>(*watched);
+            if (widget.isWindow() && (widget.windowType() == Qt::Popup || widget.isModal())) {
+                const std::function<void()> lost = m_lost; // `lost` ends this watcher
+                lost();
+                return false;
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void()> m_lost;
+};
+
+} // namespace
+
+struct CKvWnd::Impl
+{
+    bool created = false;
+    // Set by the default handlers: the event goes on to the parent.
+    bool unhandled = false;
+    std::unordered_map<UINT, QBasicTimer> timers;
+    std::unique_ptr<PopupWatcher> capture;
+    Qt::KeyboardModifiers modifiers;
+};
+
+CKvWnd::CKvWnd() : m_impl(std::make_unique<Impl>())
+{
+    kv::WatchControlKeys();
+}
+
+CKvWnd::~CKvWnd() = default;
+
+int CKvWnd::CreateWnd(UINT style, const CRect& rect, CWnd* parent, DWORD id)
+{
+    if (m_impl->created)
+        return 0;
+    m_impl->created = true;
+    const QRect before = geometry();
+    const bool wasPlaced = testAttribute(Qt::WA_Moved) || testAttribute(Qt::WA_Resized);
+    setParent(parent);
+    KvSetDlgItemId(this, id);
+    if (!rect.IsRectEmpty())
+        setGeometry(rect);
+    else if (wasPlaced)
+        setGeometry(before);
+    if (style & WS_TABSTOP)
+        setFocusPolicy(Qt::StrongFocus);
+    if (style & WS_DISABLED)
+        setEnabled(false);
+    setVisible((style & WS_VISIBLE) != 0);
+    return 1;
+}
+
+BOOL CKvWnd::IsCreated() const
+{
+    return m_impl->created ? 1 : 0;
+}
+
+UINT CKvWnd::GetDlgCtrlID() const
+{
+    return KvGetDlgItemId(const_cast<CKvWnd*>(this)); // reads only
+}
+
+CRect CKvWnd::GetClientRect() const
+{
+    return rect();
+}
+
+BOOL CKvWnd::OnNotify(WPARAM, LPARAM, LRESULT*)
+{
+    return 0;
+}
+
+BOOL CKvWnd::OnCommand(WPARAM, LPARAM, LRESULT*)
+{
+    return 0;
+}
+
+BOOL CKvWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    switch (message) {
+    case WM_NOTIFY:
+        return OnNotify(wParam, lParam, result);
+    case WM_COMMAND:
+        return OnCommand(wParam, lParam, result);
+    default:
+        return 0;
+    }
+}
+
+void CKvWnd::OnPaint(Graphics&) {}
+void CKvWnd::OnSize(int, int) {}
+
+void CKvWnd::OnLButtonDown(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+void CKvWnd::OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point)
+{
+    OnLButtonDown(modifiers, point);
+}
+
+void CKvWnd::OnLButtonUp(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+void CKvWnd::OnMouseMove(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+void CKvWnd::OnMouseLeave() {}
+
+void CKvWnd::OnContextMenu(CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+CPoint CKvWnd::ContextMenuPoint() const
+{
+    return rect().center();
+}
+
+BOOL CKvWnd::OnKeyDown(UINT, Qt::KeyboardModifiers)
+{
+    return 0;
+}
+
+BOOL CKvWnd::OnChar(UINT)
+{
+    return 0;
+}
+
+UINT CKvWnd::OnGetDlgCode()
+{
+    return 0;
+}
+
+bool CKvWnd::WantsShortcut(UINT, Qt::KeyboardModifiers, UINT) const
+{
+    return false;
+}
+
+void CKvWnd::OnSetFocus() {}
+void CKvWnd::OnKillFocus() {}
+void CKvWnd::OnEnable(BOOL) {}
+void CKvWnd::OnTimer(UINT) {}
+void CKvWnd::OnCaptureChanged() {}
+void CKvWnd::OnSkinChanged() {}
+
+QString CKvWnd::ToolTipAt(CPoint, CRect&) const
+{
+    return {};
+}
+
+void CKvWnd::SetTimer(UINT id, int milliseconds)
+{
+    m_impl->timers[id].start(milliseconds, this);
+}
+
+void CKvWnd::KillTimer(UINT id)
+{
+    m_impl->timers.erase(id);
+}
+
+void CKvWnd::SetCapture()
+{
+    if (!m_impl->capture)
+        m_impl->capture = std::make_unique<PopupWatcher>([this] { LoseCapture(); });
+}
+
+void CKvWnd::ReleaseCapture()
+{
+    m_impl->capture.reset();
+}
+
+bool CKvWnd::HasCapture() const
+{
+    return m_impl->capture != nullptr;
+}
+
+void CKvWnd::LoseCapture()
+{
+    if (!m_impl->capture)
+        return;
+    m_impl->capture.reset();
+    OnCaptureChanged();
+}
+
+bool CKvWnd::IsLeftControlDown() const
+{
+    return kv::IsLeftControlDown(m_impl->modifiers);
+}
+
+bool CKvWnd::event(QEvent* event)
+{
+    if (event->type() == KvMessageEvent::EventType()) {
+        auto& message = static_cast<KvMessageEvent&>(*event);
+        LRESULT result = 0;
+        const bool handled = OnWndMsg(message.message, message.wParam, message.lParam, &result) != 0;
+        message.result = handled ? result : 0;
+        message.setAccepted(handled);
+        return handled;
+    }
+    switch (event->type()) {
+    case QEvent::UngrabMouse:
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowBlocked: {
+        const QPointer<CKvWnd> self(this);
+        LoseCapture();
+        return self ? QWidget::event(event) : true;
+    }
+    case QEvent::ShortcutOverride: {
+        auto& key = static_cast<QKeyEvent&>(*event);
+        m_impl->modifiers = key.modifiers();
+        if (WantsShortcut(kv::VirtualKey(key), key.modifiers(), kv::KeyCharacter(key))) {
+            event->accept();
+            return true;
+        }
+        break;
+    }
+    case QEvent::ToolTip: {
+        const auto& help = static_cast<const QHelpEvent&>(*event);
+        CRect area = rect();
+        const QString text = ToolTipAt(help.pos(), area);
+        if (text.isEmpty())
+            break;
+        QToolTip::showText(help.globalPos(), text, this, area);
+        return true;
+    }
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+bool CKvWnd::focusNextPrevChild(bool next)
+{
+    return (OnGetDlgCode() & DLGC_WANTTAB) == 0 && QWidget::focusNextPrevChild(next);
+}
+
+void CKvWnd::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    OnPaint(painter);
+}
+
+void CKvWnd::resizeEvent(QResizeEvent*)
+{
+    if (m_impl->created)
+        OnSize(width(), height());
+}
+
+// Calls a mouse handler; the event is ignored when only the default handler saw it.
+template <typename Handler>
+void CKvWnd::Dispatch(QEvent* event, Handler handler)
+{
+    const QPointer<CKvWnd> self(this);
+    m_impl->unhandled = false;
+    handler();
+    event->setAccepted(!self || !m_impl->unhandled);
+}
+
+void CKvWnd::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    m_impl->modifiers = event->modifiers();
+    Dispatch(event, [&] { OnLButtonDown(event->modifiers(), event->position().toPoint()); });
+}
+
+void CKvWnd::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    m_impl->modifiers = event->modifiers();
+    Dispatch(event, [&] { OnLButtonDblClk(event->modifiers(), event->position().toPoint()); });
+}
+
+void CKvWnd::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    m_impl->modifiers = event->modifiers();
+    Dispatch(event, [&] { OnLButtonUp(event->modifiers(), event->position().toPoint()); });
+}
+
+void CKvWnd::mouseMoveEvent(QMouseEvent* event)
+{
+    m_impl->modifiers = event->modifiers();
+    if (!event->buttons().testFlag(Qt::LeftButton)) {
+        // The button went up where this window could not see it.
+        const QPointer<CKvWnd> self(this);
+        LoseCapture();
+        if (!self)
+            return;
+    }
+    Dispatch(event, [&] { OnMouseMove(event->modifiers(), event->position().toPoint()); });
+}
+
+void CKvWnd::leaveEvent(QEvent*)
+{
+    OnMouseLeave();
+}
+
+void CKvWnd::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    if (byKey && HasCapture())
+        return;
+    const CPoint point = byKey ? ContextMenuPoint() : CPoint(event->pos());
+    Dispatch(event, [&] { OnContextMenu(point); });
+}
+
+void CKvWnd::keyPressEvent(QKeyEvent* event)
+{
+    m_impl->modifiers = event->modifiers();
+    const QPointer<CKvWnd> self(this);
+    // A copy: the handlers may delete this window, and the event with it.
+    const UINT character = kv::KeyCharacter(*event);
+    bool used = OnKeyDown(kv::VirtualKey(*event), event->modifiers()) != 0;
+    if (self && !used && character != 0)
+        used = OnChar(character) != 0;
+    event->setAccepted(used || !self);
+}
+
+void CKvWnd::focusInEvent(QFocusEvent*)
+{
+    OnSetFocus();
+}
+
+void CKvWnd::focusOutEvent(QFocusEvent*)
+{
+    OnKillFocus();
+}
+
+void CKvWnd::timerEvent(QTimerEvent* event)
+{
+    for (const auto& [id, timer] : m_impl->timers) {
+        if (timer.timerId() == event->timerId()) {
+            OnTimer(id);
+            return;
+        }
+    }
+    QWidget::timerEvent(event);
+}
+
+void CKvWnd::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::EnabledChange)
+        return;
+    const QPointer<CKvWnd> self(this);
+    if (!isEnabled())
+        LoseCapture();
+    if (self)
+        OnEnable(isEnabled() ? 1 : 0);
+}
+
+void CKvWnd::hideEvent(QHideEvent*)
+{
+    LoseCapture();
+}
+
+CKvStatic::CKvStatic() = default;
+CKvStatic::~CKvStatic() = default;
+
+int CKvStatic::Create(UINT style, CWnd* parent, DWORD id)
+{
+    return CreateWnd(style, {}, parent, id);
+}
+
+void CKvStatic::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
+{
+    m_settings = settings;
+    update();
+}
+
+const SKvGuiBasicSettings* CKvStatic::GuiBasicSettings() const
+{
+    return m_settings;
+}
