@@ -1,0 +1,52 @@
+# Sourced by ./run and ./test: installs what is missing, configures and builds.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+packages_build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev)
+packages_run=(fonts-dejavu-core)
+packages_test=(libgtest-dev python3)
+
+say() { printf '%s\n' "$*" >&2; }
+
+is_installed() {
+  [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+# Installs the packages of the list that are missing; touches nothing when none is.
+need() {
+  command -v dpkg-query >/dev/null || return 0 # another system: the build says what it lacks
+  local missing=() package
+  for package in "$@"; do
+    is_installed "$package" || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if command -v sudo >/dev/null && sudo -n true 2>/dev/null; then
+      as_root=(sudo)
+    else
+      say "These packages are missing; install them and call this again:"
+      say "  sudo apt-get install ${missing[*]}"
+      exit 1
+    fi
+  fi
+  say "Installing: ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq >&2
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
+
+# build PRESET TARGET [CMake options]: quiet unless it fails.
+build() {
+  local preset=$1 target=$2
+  shift 2
+  local log="build/$preset.log"
+  mkdir -p build
+  say "Building ($preset) …"
+  if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset" --target "$target"; } >"$log" 2>&1; then
+    tail -n 60 "$log" >&2
+    say "The build failed; the whole log is $log"
+    exit 1
+  fi
+}
