@@ -37,14 +37,14 @@ need() {
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET TARGET [CMake options]: quiet unless it fails.
+# build PRESET TARGET: quiet unless it fails. The tests are configured where their packages are.
 build() {
-  local preset=$1 target=$2
-  shift 2
+  local preset=$1 target=$2 tests=OFF
+  is_installed libgtest-dev && tests=ON
   local log="build/$preset.log"
   mkdir -p build
   say "Building ($preset) …"
-  if ! { cmake --preset "$preset" "$@" && cmake --build --preset "$preset" --target "$target"; } >"$log" 2>&1; then
+  if ! { cmake --preset "$preset" "-DKV_BUILD_TESTS=$tests" && cmake --build --preset "$preset" --target "$target"; } >"$log" 2>&1; then
     tail -n 60 "$log" >&2
     say "The build failed; the whole log is $log"
     exit 1

@@ -1,0 +1,114 @@
+// Colours, pictures and texts, and how an overlay reaches live windows.
+#include "KvGuiRes.h"
+#include "KvWnd.h"
+
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SkinnedWnd : public CKvWnd
+{
+public:
+    int changes = 0;
+    std::function<void()> onChange;
+
+protected:
+    void OnSkinChanged() override
+    {
+        ++changes;
+        if (onChange)
+            onChange();
+    }
+};
+
+class Skin : public testing::Test
+{
+protected:
+    void Write(const char* name, const QByteArray& bytes)
+    {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    std::wstring Path(const char* name = "") { return KvFromQString(folder.filePath(name)); }
+    void TearDown() override
+    {
+        KvGuiRes::SetSkinFolder(nullptr);
+        KvGuiRes::SetStringFile(nullptr);
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(Skin, OverlayWinsKeyByKeyAndBrokenLinesAreSkipped)
+{
+    Write("skin.ini",
+          "[Colors]\nkeFocusColor = 1,2,3,4\nkeBroken=1,2,3\nkeTooBig=256,0,0,255\nkeText=a,b,c,d\n");
+    ASSERT_EQ(KvGuiRes::SetSkinFolder(Path().c_str()), 1);
+    DWORD colour = 5;
+    EXPECT_EQ(KvGuiRes::LoadColor(L"keFocusColor", colour), 1);
+    EXPECT_EQ(colour, 0x04010203u);
+    EXPECT_EQ(KvGuiRes::LoadColor(L"keWindowBKColor", colour), 1) << "falls back to the built-in skin";
+    colour = 5;
+    for (const wchar_t* key : {L"keBroken", L"keTooBig", L"keText", L"keMissing"})
+        EXPECT_EQ(KvGuiRes::LoadColor(key, colour), 0);
+    EXPECT_EQ(KvGuiRes::LoadColor(nullptr, colour), 0);
+    EXPECT_EQ(colour, 5u) << "a missing key leaves the colour alone";
+    EXPECT_EQ(KvGuiRes::SetSkinFolder(Path("missing").c_str()), 0);
+    EXPECT_EQ(KvGuiRes::LoadColor(L"keFocusColor", colour), 1);
+    EXPECT_EQ(colour, 0x04010203u) << "a folder that is not there changes nothing";
+}
+
+TEST_F(Skin, PicturesPreferSvgAndStaySharp)
+{
+    Write("mark.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='4'>"
+                      "<rect width='4' height='4' fill='#00ff00'/></svg>");
+    QImage red(3, 3, QImage::Format_ARGB32);
+    red.fill(Qt::red);
+    red.save(folder.filePath("mark.png"));
+    red.save(folder.filePath("dot.png"));
+    KvGuiRes::SetSkinFolder(Path().c_str());
+
+    const KvSkinImage mark = KvGuiRes::LoadImageW(L"mark");
+    EXPECT_EQ(mark.Size(), QSize(8, 4));
+    const QImage twice = mark.Pixmap({8, 4}, 2).toImage();
+    EXPECT_EQ(twice.size(), QSize(16, 8));
+    EXPECT_EQ(twice.pixelColor(7, 7), QColor(0, 255, 0)) << "rendered, not scaled up";
+    EXPECT_EQ(twice.pixelColor(8, 0).alpha(), 0);
+    EXPECT_EQ(KvGuiRes::LoadImageW(L"dot").Size(), QSize(3, 3));
+    EXPECT_TRUE(KvGuiRes::LoadImageW(L"missing").IsNull());
+    EXPECT_TRUE(KvGuiRes::LoadImageW(L"../dot").IsNull()) << "a name does not reach out of the folder";
+    EXPECT_TRUE(KvGuiRes::LoadImageW(nullptr).IsNull());
+}
+
+TEST_F(Skin, ChangeReachesLiveWindowsThatMayDeleteOneAnother)
+{
+    Write("skin.ini", "[Colors]\n");
+    Write("texts.ini", "[Strings]\n12072 = Einkanal\n[Menus]\n12002.32772 = &Kopieren\n[Tips]\n21 = Tipp\n"
+                       "[Dialogs]\n12016.12077 = Linear\n");
+    auto* first = new SkinnedWnd;
+    auto* second = new SkinnedWnd;
+    QPointer<SkinnedWnd> windows[] = {first, second};
+    first->onChange = [&] { delete windows[1]; };
+    second->onChange = [&] { delete windows[0]; };
+    EXPECT_EQ(KvGuiRes::SetSkinFolder(Path().c_str()), 1);
+    EXPECT_NE(windows[0].isNull(), windows[1].isNull()) << "one heard and deleted the other";
+    SkinnedWnd* const survivor = windows[0] ? windows[0] : windows[1];
+    survivor->onChange = {};
+    EXPECT_EQ(KvGuiRes::SetStringFile(Path("texts.ini").c_str()), 1);
+    EXPECT_EQ(survivor->changes, 2);
+    EXPECT_EQ(KvGuiRes::LoadStringW(12072), L"Einkanal");
+    EXPECT_EQ(KvGuiRes::LoadStringW(12073), L"Stereo");
+    EXPECT_EQ(KvGuiRes::LoadMenuText(12002, 32772), L"&Kopieren");
+    EXPECT_EQ(KvGuiRes::LoadTip(21), L"Tipp");
+    EXPECT_EQ(KvGuiRes::LoadDialogText(12016, 12077), L"Linear");
+    EXPECT_EQ(KvGuiRes::SetStringFile(Path("missing.ini").c_str()), 0);
+    EXPECT_EQ(survivor->changes, 2);
+    delete survivor;
+}
+
+} // namespace
