@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# The shared library exports its public names and nothing else.
+set -euo pipefail
+library=$1
+names=$(nm -DC --defined-only "$library" | cut -d' ' -f3-)
+ours='^((typeinfo (name )?|vtable )for |non-virtual thunk to )?(CKv|IKv|SKv|Kv|CreateFileNamingRule|CheckRuleLabels)'
+strangers=$(grep -vE "$ours" <<<"$names" || true)
+if [ -n "$strangers" ]; then
+  printf 'Exported, but not public:\n%s\n' "$strangers"
+  exit 1
+fi
+for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetData(' 'KvGuiRes::LoadColor(' \
+  'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent'; do
+  grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }
+done
