@@ -2,10 +2,12 @@
 //
 // Sections and keys are compared exactly and the first of several wins; blanks at the start of a line are
 // skipped; ";" or "#" starts a comment line. A value is the text after "=" as it stands, except that for a
-// hand-written `Key = value` (a blank before the "=") the blanks after the "=" go too.
+// hand-written `Key = value` (a blank before the "=") the blanks after the "=" go too. Keys before the first
+// section line belong to the section with the empty name. A section's name ends at its first "]". A line ends
+// with LF, CR LF or CR.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +20,9 @@ namespace kv {
 class ProfileDocument
 {
 public:
+    /// Longer files are no profiles: no reader of ours takes them.
+    static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
+
     ProfileDocument();
     /// Reads the bytes of a file: UTF-8 with or without BOM, or UTF-16 with BOM. Never fails; what is no
     /// key line is kept as it is.
@@ -32,12 +37,15 @@ public:
     /// The keys and values of a section in file order.
     std::vector<std::pair<std::wstring, std::wstring>> Section(std::wstring_view section) const;
 
-    /// Replaces the value, or adds the key at the end of its section, or the section at the end.
-    /// @return false, nothing changed, when a text holds a line break (or a key cannot be read back).
+    /// Replaces the value, or adds the key behind the last one of its section, or the section at the end.
+    /// @return false, nothing changed, when a text could not be read back: it holds a line break or a lone
+    /// surrogate, a section a "]", a key is empty, holds a "=", has a blank at an end or begins as a comment
+    /// or a section does.
     bool SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value);
     bool SetInteger(std::wstring_view section, std::wstring_view key, int value);
 
-    /// The document as the bytes of a file. Lines that were not written stand byte for byte.
+    /// The document as the bytes of a file. Lines that were not written stand byte for byte, except that
+    /// UTF-16 became UTF-8 without BOM.
     std::string Bytes() const;
 
 private:

@@ -15,6 +15,14 @@ std::string ToUtf8(std::wstring_view text);
 /// Wide text of UTF-8 bytes. Each byte sequence that is no UTF-8 becomes U+FFFD.
 std::wstring FromUtf8(std::string_view bytes);
 
+/// Wide text of a file name's bytes, without loss: a byte that is no UTF-8 becomes the lone surrogate
+/// U+DC80 … U+DCFF, which ToFileName turns into that byte again.
+std::wstring FromFileName(std::string_view bytes);
+
+/// The bytes of a wide file name or path, the inverse of FromFileName. Every other lone surrogate becomes
+/// U+FFFD.
+std::string ToFileName(std::wstring_view name);
+
 /// Fills the placeholders %s, %d and %.1f (and %% for a percent sign) of a table text in order. The text may
 /// come from an overlay file, so it never reaches printf: every other "%" and placeholders beyond the
 /// arguments stand as they are, arguments beyond the placeholders are left out.

@@ -8,7 +8,13 @@
 namespace kv {
 
 /// Strings, menus, dialogs and tool tips are separate tables: a number is unique within its kind only.
-enum class TextKind { String, Menu, Dialog, Tip };
+enum class TextKind
+{
+    String,
+    Menu,
+    Dialog,
+    Tip
+};
 
 /// A text of the overlay, else the built-in one, else empty.
 /// @param group the menu's or dialog's number; 0 for strings and tips.
@@ -20,8 +26,11 @@ inline std::wstring LoadText(std::uint32_t number)
     return LoadText(TextKind::String, 0, number);
 }
 
-/// Overlays the texts of a profile file (sections "Strings", "Menus", "Dialogs", "Tips"); an empty path
-/// removes the overlay. @return false, with the texts unchanged, when the file cannot be read.
+/// Overlays the texts of a profile file: sections "Strings" and "Tips" with keys such as 7022, "Menus" and
+/// "Dialogs" with keys such as 12002.32772. In a value \n, \r, \t and \\ stand for the line feed, the
+/// carriage return, the tabulator and the backslash; a key without a value counts as not translated. It
+/// replaces the overlay before it; an empty path removes it. @return false, with the texts unchanged, when
+/// the file cannot be read.
 bool SetTextOverlay(std::wstring_view path);
 
 } // namespace kv

@@ -1,0 +1,33 @@
+#include "core/KvFileUtils.h"
+
+#include "core/Text.h"
+#include "core/Wildcard.h"
+
+#ifdef _WIN32
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+#else
+#include <sys/stat.h>
+#endif
+
+namespace KvFileUtils {
+
+int DoesFileExist(const wchar_t* file)
+{
+    if (!file)
+        return 0;
+#ifdef _WIN32
+    return GetFileAttributesW(file) != INVALID_FILE_ATTRIBUTES;
+#else
+    struct stat status;
+    return ::stat(kv::ToFileName(file).c_str(), &status) == 0;
+#endif
+}
+
+int DoesFileMatchSpecEx(const wchar_t* name, const wchar_t* specification)
+{
+    return name && specification && kv::FitsWildcard(name, specification);
+}
+
+} // namespace KvFileUtils

@@ -1,0 +1,442 @@
+#include "core/ProfileDocument.h"
+
+#include "core/CodePoints.h"
+#include "core/Text.h"
+
+#include <algorithm>
+#include <deque>
+#include <limits>
+#include <map>
+
+namespace kv {
+namespace {
+
+constexpr std::string_view kBom = "\xEF\xBB\xBF";
+constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kLineBreaks = "\r\n";
+
+bool IsBlank(char character)
+{
+    return kBlanks.find(character) != std::string_view::npos;
+}
+
+std::string_view TrimLeft(std::string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return text;
+}
+
+std::string_view TrimRight(std::string_view text)
+{
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+/// UTF-8 of UTF-16 bytes; half a character becomes U+FFFD.
+std::string FromUtf16(std::string_view bytes, bool bigEndian)
+{
+    const auto unit = [bytes, bigEndian](std::size_t at) {
+        const char32_t first = static_cast<unsigned char>(bytes[at]);
+        const char32_t second = static_cast<unsigned char>(bytes[at + 1]);
+        return bigEndian ? first << 8 | second : second << 8 | first;
+    };
+    std::string out;
+    out.reserve(bytes.size());
+    std::size_t at = 0;
+    for (; at + 1 < bytes.size(); at += 2) {
+        char32_t character = unit(at);
+        if (IsSurrogate(character)) {
+            const char32_t next = at + 3 < bytes.size() ? unit(at + 2) : 0;
+            if (character < 0xDC00 && next >= 0xDC00 && next <= 0xDFFF) {
+                character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
+                at += 2;
+            } else {
+                character = kReplacementCharacter;
+            }
+        }
+        AppendUtf8(out, character);
+    }
+    if (at < bytes.size())
+        AppendUtf8(out, kReplacementCharacter);
+    return out;
+}
+
+/// The document's text as UTF-8, with a UTF-8 byte order mark if it has one.
+std::string Decode(std::string_view bytes)
+{
+    const bool bigEndian = bytes.starts_with("\xFE\xFF");
+    if (!bigEndian && !bytes.starts_with("\xFF\xFE"))
+        return std::string(bytes);
+    std::string text = FromUtf16(bytes.substr(2), bigEndian);
+    while (text.starts_with(kBom))
+        text.erase(0, kBom.size());
+    return text;
+}
+
+/// The first line end of a text; a lone carriage return is one, too.
+std::string_view LineEndOf(std::string_view text)
+{
+    const std::size_t at = text.find_first_of(kLineBreaks);
+    if (at == std::string_view::npos)
+        return "\n";
+    return text.substr(at, text.substr(at).starts_with("\r\n") ? 2 : 1);
+}
+
+bool EndsLine(std::string_view text)
+{
+    return !text.empty() && kLineBreaks.find(text.back()) != std::string_view::npos;
+}
+
+/// What a line is. Of a key line `head` goes up to the value, of a section line to the line's end.
+struct ParsedLine
+{
+    enum class Kind
+    {
+        Other,
+        Section,
+        Key
+    } kind = Kind::Other;
+    std::string_view name;
+    std::size_t head = 0;
+};
+
+ParsedLine ParseLine(std::string_view line)
+{
+    const std::string_view text = TrimLeft(line);
+    if (text.empty() || text.front() == ';' || text.front() == '#')
+        return {};
+    if (text.front() == '[') {
+        const std::size_t close = text.find(']');
+        if (close == std::string_view::npos)
+            return {};
+        return {ParsedLine::Kind::Section, text.substr(1, close - 1), line.size()};
+    }
+    const std::size_t equals = text.find('=');
+    if (equals == std::string_view::npos || equals == 0)
+        return {};
+    const std::string_view name = TrimRight(text.substr(0, equals));
+    std::string_view value = text.substr(equals + 1);
+    if (name.size() < equals)
+        value = TrimLeft(value);
+    return {ParsedLine::Kind::Key, name, line.size() - value.size()};
+}
+
+/// True when a text survives the way to UTF-8 in one line and back.
+bool IsOneLine(std::wstring_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const CodePoint next = NextCodePoint(text, at);
+        if (!next.valid || next.value == U'\n' || next.value == U'\r')
+            return false;
+        at += next.length;
+    }
+    return true;
+}
+
+bool CanBeSection(std::wstring_view name)
+{
+    return IsOneLine(name) && name.find(L']') == std::wstring_view::npos;
+}
+
+bool CanBeKey(std::wstring_view name)
+{
+    constexpr std::wstring_view kNotFirst = L" \t;#[\xFEFF";
+    constexpr std::wstring_view kNotLast = L" \t";
+    return !name.empty() && IsOneLine(name) && name.find(L'=') == std::wstring_view::npos &&
+           kNotFirst.find(name.front()) == std::wstring_view::npos &&
+           kNotLast.find(name.back()) == std::wstring_view::npos;
+}
+
+int LeadingInteger(std::wstring_view text)
+{
+    constexpr std::int64_t kLimit = std::numeric_limits<int>::max();
+    text.remove_prefix(std::min(text.find_first_not_of(L" \t"), text.size()));
+    const bool negative = text.starts_with(L'-');
+    if (negative || text.starts_with(L'+'))
+        text.remove_prefix(1);
+    std::int64_t value = 0;
+    for (const wchar_t digit : text) {
+        if (digit < L'0' || digit > L'9')
+            break;
+        value = std::min(value * 10 + (digit - L'0'), kLimit + 1);
+    }
+    return static_cast<int>(negative ? -value : std::min(value, kLimit));
+}
+
+} // namespace
+
+// The text is cut into pieces that each end with a value that can be replaced or with the line of a section
+// that keys can be added to; what lies between (comments, line ends, everything unknown) leads the next
+// piece. So writing touches one piece, and the pieces put together are the document.
+struct ProfileDocument::Impl
+{
+    using PieceId = std::uint32_t;
+    using SectionId = std::uint32_t;
+
+    struct Piece
+    {
+        std::string_view head;
+        std::string_view value;
+        std::unique_ptr<std::string> written; ///< stands for `value` once it has been written
+        PieceId next = 0;                     ///< 0 behind the last piece
+
+        std::string_view Value() const { return written ? std::string_view(*written) : value; }
+    };
+    struct Block
+    {
+        PieceId first; ///< the section's line
+        PieceId last;  ///< new keys go behind it
+    };
+    struct Key
+    {
+        SectionId section;
+        std::string_view name;
+        auto operator<=>(const Key&) const = default;
+    };
+
+    explicit Impl(std::string decoded);
+    void AddLine(std::string_view line, std::size_t& begin, std::optional<SectionId>& section);
+
+    bool IsEmpty() const { return pieces[0].next == tail && pieces[tail].head.empty(); }
+    PieceId AppendPiece(std::string_view head, std::string_view value);
+    PieceId InsertPiece(PieceId after, std::string_view head);
+    std::string_view Store(std::string bytes) { return stored.emplace_back(std::move(bytes)); }
+    std::string_view Comparable(std::string_view name);
+
+    std::optional<SectionId> FindSection(std::string_view name) const;
+    std::optional<PieceId> FindKey(std::string_view section, std::string_view key) const;
+    SectionId AddSection(std::string_view name);
+    PieceId AddKey(SectionId section, std::string_view key);
+    void Write(PieceId piece, std::string value);
+    std::string_view KeyOf(PieceId piece) const;
+
+    const std::string text;
+    std::deque<std::string> stored; ///< texts that are not in the file
+    std::string_view lineEnd;
+    std::vector<Piece> pieces;
+    PieceId tail = 0; ///< the last piece, behind everything that can be written
+    std::vector<Block> blocks;
+    // Ordered maps: no choice of names makes them slow.
+    std::map<std::string_view, SectionId> sections;
+    std::map<Key, PieceId> keys;
+};
+
+// Section 0, with the empty name, is what stands before the first section line.
+ProfileDocument::Impl::Impl(std::string decoded) : text(std::move(decoded)), lineEnd(LineEndOf(text))
+{
+    const std::string_view all = text;
+    std::size_t begin = all.starts_with(kBom) ? kBom.size() : 0;
+    AppendPiece(all.substr(0, begin), {});
+    blocks.push_back({0, 0});
+    sections.emplace(std::string_view(), 0);
+
+    std::optional<SectionId> section = 0;
+    for (std::size_t line = begin; line < all.size();) {
+        const std::size_t end = std::min(all.find_first_of(kLineBreaks, line), all.size());
+        AddLine(all.substr(line, end - line), begin, section);
+        line = end + 1;
+    }
+    tail = AppendPiece(all.substr(begin), {});
+}
+
+/// @param begin where the next piece begins. @param section none in a section that came before.
+void ProfileDocument::Impl::AddLine(std::string_view line, std::size_t& begin,
+                                    std::optional<SectionId>& section)
+{
+    const ParsedLine parsed = ParseLine(line);
+    if (parsed.kind == ParsedLine::Kind::Other)
+        return;
+    const std::string_view name = Comparable(parsed.name);
+    const auto next = static_cast<PieceId>(pieces.size());
+    if (parsed.kind == ParsedLine::Kind::Section) {
+        const auto id = static_cast<SectionId>(blocks.size());
+        section = sections.emplace(name, id).second ? std::optional(id) : std::nullopt;
+        if (!section)
+            return;
+        blocks.push_back({next, next});
+    } else {
+        if (!section || !keys.emplace(Key{*section, name}, next).second)
+            return;
+        blocks[*section].last = next;
+    }
+    const auto lineBegin = static_cast<std::size_t>(line.data() - text.data());
+    const std::string_view head = std::string_view(text).substr(begin, lineBegin + parsed.head - begin);
+    AppendPiece(head, line.substr(parsed.head));
+    begin = lineBegin + line.size();
+}
+
+ProfileDocument::Impl::PieceId ProfileDocument::Impl::AppendPiece(std::string_view head,
+                                                                  std::string_view value)
+{
+    const auto id = static_cast<PieceId>(pieces.size());
+    if (id > 0)
+        pieces.back().next = id;
+    pieces.push_back({head, value, nullptr, 0});
+    return id;
+}
+
+ProfileDocument::Impl::PieceId ProfileDocument::Impl::InsertPiece(PieceId after, std::string_view head)
+{
+    const auto id = static_cast<PieceId>(pieces.size());
+    pieces.push_back({head, {}, nullptr, pieces[after].next});
+    pieces[after].next = id;
+    return id;
+}
+
+/// A name as look-ups spell it: what is no UTF-8 in the file is U+FFFD there.
+std::string_view ProfileDocument::Impl::Comparable(std::string_view name)
+{
+    for (std::size_t at = 0; at < name.size();) {
+        const CodePoint next = NextCodePoint(name, at);
+        if (!next.valid)
+            return Store(ToUtf8(FromUtf8(name)));
+        at += next.length;
+    }
+    return name;
+}
+
+std::optional<ProfileDocument::Impl::SectionId>
+ProfileDocument::Impl::FindSection(std::string_view name) const
+{
+    const auto found = sections.find(name);
+    return found == sections.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<ProfileDocument::Impl::PieceId> ProfileDocument::Impl::FindKey(std::string_view section,
+                                                                             std::string_view key) const
+{
+    const auto id = FindSection(section);
+    if (!id)
+        return std::nullopt;
+    const auto found = keys.find(Key{*id, key});
+    return found == keys.end() ? std::nullopt : std::optional(found->second);
+}
+
+/// Adds a section line at the end of the document, with a blank line before it.
+ProfileDocument::Impl::SectionId ProfileDocument::Impl::AddSection(std::string_view name)
+{
+    std::string head;
+    std::string_view before = pieces[tail].head;
+    if (!IsEmpty()) {
+        if (!EndsLine(before))
+            head += lineEnd;
+        else
+            before.remove_suffix(before.ends_with("\r\n") ? 2 : 1);
+        if (!EndsLine(before))
+            head += lineEnd;
+    }
+    const std::size_t nameBegin = head.size() + 1;
+    head.append("[").append(name).append("]");
+    const std::string_view line = Store(std::move(head));
+
+    const PieceId first = InsertPiece(tail, line);
+    tail = InsertPiece(first, lineEnd);
+    const auto id = static_cast<SectionId>(blocks.size());
+    blocks.push_back({first, first});
+    sections.emplace(line.substr(nameBegin, name.size()), id);
+    return id;
+}
+
+/// Adds a key line behind the last key of a section.
+ProfileDocument::Impl::PieceId ProfileDocument::Impl::AddKey(SectionId section, std::string_view key)
+{
+    Block& block = blocks[section];
+    // Only at the very start of a document there is no line to follow.
+    const bool follows = block.last != 0;
+    std::string head(follows ? lineEnd : std::string_view());
+    const std::size_t nameBegin = head.size();
+    head.append(key).append("=");
+    const std::string_view line = Store(std::move(head));
+
+    const bool empty = IsEmpty();
+    const PieceId added = InsertPiece(block.last, line);
+    if (empty)
+        pieces[tail].head = lineEnd;
+    else if (!follows)
+        InsertPiece(added, lineEnd);
+    block.last = added;
+    keys.emplace(Key{section, line.substr(nameBegin, key.size())}, added);
+    return added;
+}
+
+void ProfileDocument::Impl::Write(PieceId piece, std::string value)
+{
+    Piece& target = pieces[piece];
+    if (!value.empty() && IsBlank(value.front())) {
+        // Behind a `Key =` the value's own blanks would not be read back: take the blank before "=" away.
+        const std::string_view key = TrimRight(target.head.substr(0, target.head.rfind('=')));
+        if (key.size() + 1 != target.head.size())
+            target.head = Store(std::string(key) + "=");
+    }
+    target.written = std::make_unique<std::string>(std::move(value));
+}
+
+std::string_view ProfileDocument::Impl::KeyOf(PieceId piece) const
+{
+    std::string_view line = pieces[piece].head;
+    line = line.substr(line.find_last_of(kLineBreaks) + 1);
+    return ParseLine(line).name;
+}
+
+ProfileDocument::ProfileDocument() : ProfileDocument(std::string_view()) {}
+ProfileDocument::ProfileDocument(std::string_view bytes) : m_impl(std::make_unique<Impl>(Decode(bytes))) {}
+ProfileDocument::~ProfileDocument() = default;
+ProfileDocument::ProfileDocument(ProfileDocument&&) noexcept = default;
+ProfileDocument& ProfileDocument::operator=(ProfileDocument&&) noexcept = default;
+
+std::optional<std::wstring> ProfileDocument::Value(std::wstring_view section, std::wstring_view key) const
+{
+    const auto piece = m_impl->FindKey(ToUtf8(section), ToUtf8(key));
+    return piece ? std::optional(FromUtf8(m_impl->pieces[*piece].Value())) : std::nullopt;
+}
+
+int ProfileDocument::Integer(std::wstring_view section, std::wstring_view key, int defaultValue) const
+{
+    const auto value = Value(section, key);
+    return value ? LeadingInteger(*value) : defaultValue;
+}
+
+std::vector<std::pair<std::wstring, std::wstring>> ProfileDocument::Section(std::wstring_view section) const
+{
+    std::vector<std::pair<std::wstring, std::wstring>> all;
+    const auto id = m_impl->FindSection(ToUtf8(section));
+    if (!id)
+        return all;
+    const Impl::Block block = m_impl->blocks[*id];
+    for (Impl::PieceId piece = block.first; piece != block.last;) {
+        piece = m_impl->pieces[piece].next;
+        all.emplace_back(FromUtf8(m_impl->KeyOf(piece)), FromUtf8(m_impl->pieces[piece].Value()));
+    }
+    return all;
+}
+
+bool ProfileDocument::SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value)
+{
+    if (!CanBeSection(section) || !CanBeKey(key) || !IsOneLine(value))
+        return false;
+    const std::string sectionName = ToUtf8(section);
+    const std::string keyName = ToUtf8(key);
+    auto piece = m_impl->FindKey(sectionName, keyName);
+    if (!piece) {
+        const auto id = m_impl->FindSection(sectionName);
+        piece = m_impl->AddKey(id ? *id : m_impl->AddSection(sectionName), keyName);
+    }
+    m_impl->Write(*piece, ToUtf8(value));
+    return true;
+}
+
+bool ProfileDocument::SetInteger(std::wstring_view section, std::wstring_view key, int value)
+{
+    return SetValue(section, key, NumberText(std::int64_t{value}));
+}
+
+std::string ProfileDocument::Bytes() const
+{
+    std::string bytes;
+    for (const Impl::Piece* piece = &m_impl->pieces[0];; piece = &m_impl->pieces[piece->next]) {
+        bytes.append(piece->head).append(piece->Value());
+        if (piece->next == 0)
+            return bytes;
+    }
+}
+
+} // namespace kv
