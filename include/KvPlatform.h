@@ -115,7 +115,7 @@ struct SKvGuiBasicSettings
     QFont font;
 };
 
-/// What a host may tell any control.
+/// What a host may tell any control. Never deleted through this interface: it has no virtual destructor.
 class IKvGuiWnd
 {
 public:
@@ -123,9 +123,6 @@ public:
     virtual void SetGuiBasicSettings(SKvGuiBasicSettings*) {}
     /// Tells a tool window its manager.
     virtual void SetToolWndManager(void* /*manager*/) {}
-
-protected:
-    ~IKvGuiWnd() = default;
 };
 
 /// A command's state in an idle update.
@@ -133,9 +130,6 @@ struct CCmdUI
 {
     UINT m_nID = 0;
     virtual void Enable(BOOL) {}
-
-protected:
-    ~CCmdUI() = default;
 };
 
 /// A message as a pre-translation step sees it.

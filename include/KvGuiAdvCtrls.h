@@ -1,0 +1,12 @@
+// Everything at once.
+#pragma once
+
+#include "KvFileNaming.h"
+#include "KvGradientCtrl.h"
+#include "KvGuiRes.h"
+#include "KvMenu.h"
+#include "KvPlatform.h"
+#include "KvTypes.h"
+#include "KvUnknown.h"
+#include "KvVideoFormat.h"
+#include "KvWnd.h"
