@@ -100,6 +100,7 @@ protected:
     void leaveEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
@@ -109,6 +110,7 @@ protected:
 private:
     friend class KvGuiRes;
     void LoseCapture();
+    void NoteModifiers(const QKeyEvent& event);
     template <typename Handler>
     void Dispatch(QEvent* event, Handler handler);
 

@@ -59,6 +59,7 @@ struct CKvWnd::Impl
 CKvWnd::CKvWnd() : m_impl(std::make_unique<Impl>())
 {
     kv::WatchControlKeys();
+    setMouseTracking(true); // hover, and a move that tells of a button-up seen elsewhere
 }
 
 CKvWnd::~CKvWnd() = default;
@@ -247,7 +248,7 @@ bool CKvWnd::event(QEvent* event)
     }
     case QEvent::ShortcutOverride: {
         auto& key = static_cast<QKeyEvent&>(*event);
-        m_impl->modifiers = key.modifiers();
+        NoteModifiers(key);
         if (WantsShortcut(kv::VirtualKey(key), key.modifiers(), kv::KeyCharacter(key))) {
             event->accept();
             return true;
@@ -353,9 +354,22 @@ void CKvWnd::contextMenuEvent(QContextMenuEvent* event)
     Dispatch(event, [&] { OnContextMenu(point); });
 }
 
+// The Ctrl keys themselves are watched elsewhere: here they tell of the modifiers before or after, by
+// platform.
+void CKvWnd::NoteModifiers(const QKeyEvent& event)
+{
+    m_impl->modifiers = event.key() == Qt::Key_Control ? Qt::NoModifier : event.modifiers();
+}
+
+void CKvWnd::keyReleaseEvent(QKeyEvent* event)
+{
+    NoteModifiers(*event);
+    event->ignore();
+}
+
 void CKvWnd::keyPressEvent(QKeyEvent* event)
 {
-    m_impl->modifiers = event->modifiers();
+    NoteModifiers(*event);
     const QPointer<CKvWnd> self(this);
     // A copy: the handlers may delete this window, and the event with it.
     const UINT character = kv::KeyCharacter(*event);

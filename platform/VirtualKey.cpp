@@ -56,14 +56,13 @@ UINT VirtualKey(const QKeyEvent& event)
 UINT KeyCharacter(const QKeyEvent& event)
 {
     const QString text = event.text();
-    if (text.size() == 1 && text.front().unicode() != 0)
-        return text.front().unicode();
+    const UINT typed = text.size() == 1 ? text.front().unicode() : 0u;
     const int key = event.key();
     const bool controlAlone = event.modifiers().testFlag(Qt::ControlModifier) &&
                               !event.modifiers().testAnyFlags(Qt::AltModifier | Qt::MetaModifier);
-    if (controlAlone && key >= Qt::Key_A && key <= Qt::Key_Z)
+    if (controlAlone && (typed == 0 || typed >= UINT{' '}) && key >= Qt::Key_A && key <= Qt::Key_Z)
         return static_cast<UINT>(key - Qt::Key_A + 1);
-    return 0;
+    return typed;
 }
 
 } // namespace kv

@@ -79,7 +79,8 @@ TEST(Menu, HostMenuIsMadeAtEachOpening)
     int made = 0;
     KvGuiRes::RegisterMenu(L"Recent", [&] {
         auto menu = std::make_unique<QMenu>();
-        menu->addAction(QString::number(++made))->setData(40000 + made);
+        ++made;
+        menu->addAction(QString::number(made))->setData(40000 + made);
         return menu;
     });
     CKvMenu menu;

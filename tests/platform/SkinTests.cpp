@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QImage>
+#include <QPointer>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
