@@ -38,7 +38,9 @@ class IKvFileNamingRule : public IKvUnknown
 public:
     /// @return a new rule with the same class and patterns and one reference; null when out of memory.
     virtual IKvFileNamingRule* Clone() = 0;
-    /// Replaces class and patterns with those of `source`; null changes nothing and returns 0.
+    /// Replaces class and patterns with those of `source`, which may be a host's own rule: a main pattern
+    /// that it does not hand out is then empty.
+    /// @return 1; 0, nothing changed, for null or when `source` does not hand out an addition that it counts.
     virtual int CopyFrom(const IKvFileNamingRule* source) = 0;
     virtual unsigned int GetClass() = 0;
     virtual int SetClass(unsigned int ruleClass) = 0;
@@ -109,17 +111,21 @@ KV_API bool CreateFileNamingRuleCollection(IKvFileNamingRuleCollection** out);
 /// Creates a matcher. @return 0 when `out` is null or memory is short (`*out` null), else 1.
 KV_API int KvCreateFileNamingMatcher(IKvFileNamingMatcher** out);
 
-/// Loads a rule collection from a profile file; five built-in rules when the file does not exist.
+/// Loads a rule collection from a profile file; five built-in rules when the file does not exist. At most
+/// 65,536 rules and 65,536 addition patterns are loaded, each pattern cut at 259 characters.
 /// @param reserved neither read nor written.
-/// @return 1, also for a broken file (what can be read is loaded); 0 when an argument is null or memory is
-///         short (`*out` null).
+/// @return 1, also for a broken file (what can be read is loaded) and for one that exists but cannot be read
+///         (the collection is empty); 0 when an argument is null or memory is short (`*out` null).
 KV_API int KvLoadFileNamingCollection(const wchar_t* file, IKvFileNamingRuleCollection** out,
                                       unsigned int* reserved);
 /// Saves a rule collection: read once, written once, atomically. Keys, sections and comments that are not
-/// the collection's own survive.
+/// the collection's own survive, also the sections of rules that an earlier, longer save left.
+/// Patterns of rules made by CreateFileNamingRule are saved in full, whatever their length; of a host's own
+/// rule, a main pattern that it does not hand out is saved as the empty one.
 /// @param reserved neither read nor written.
-/// @return 1; 0, with the old file whole, when an argument is null, a text cannot be stored or the file
-///         cannot be written.
+/// @return 1; 0, with the old file whole, when an argument is null, a pattern holds a line break (or what is
+///         no character), a host's rule does not hand out an addition that it counts, or the file cannot be
+///         read or written.
 KV_API int KvSaveFileNamingCollection(const wchar_t* file, IKvFileNamingRuleCollection* collection,
                                       unsigned int* reserved);
 
