@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 namespace kv {
@@ -44,11 +45,6 @@ void PixelView::FillRect(int left, int top, int right, int bottom, std::uint32_t
         std::fill_n(Row(y) + from, count, colour);
 }
 
-int DeviceGrid::Edge(double logical) const
-{
-    return static_cast<int>(std::floor(logical * m_ratio + 0.5));
-}
-
 int DeviceGrid::Length(double logical) const
 {
     return std::max(1, Edge(logical));
@@ -57,10 +53,100 @@ int DeviceGrid::Length(double logical) const
 int DeviceGrid::LineAt(int pixel) const
 {
     // Nudged so that a centre half way between two device pixels goes the same way everywhere.
-    return static_cast<int>(std::floor(pixel * m_ratio + (m_ratio - Line()) / 2 + 0.5 + 1e-6));
+    return Floor(pixel * m_ratio + (m_ratio - Line()) / 2 + 0.5 + 1e-6);
 }
 
 namespace {
+
+/// What the columns of the bar are mixed from: the blend's colour (alpha in 0..1) and the checkerboard's grey
+/// in an even row of squares. Arrays of their own, so that the loops over them become vector code.
+class Columns
+{
+public:
+    explicit Columns(int count)
+        : m_count(static_cast<std::size_t>(count))
+        , m_values(std::make_unique_for_overwrite<float[]>(5 * m_count))
+    {
+    }
+
+    float* Alpha() { return m_values.get(); }
+    float* Red() { return m_values.get() + m_count; }
+    float* Green() { return m_values.get() + 2 * m_count; }
+    float* Blue() { return m_values.get() + 3 * m_count; }
+    float* Grey() { return m_values.get() + 4 * m_count; }
+
+private:
+    std::size_t m_count;
+    std::unique_ptr<float[]> m_values;
+};
+
+/// One channel along a stretch of the blend.
+struct ChannelRamp
+{
+    float start;
+    float step;
+
+    void Draw(float* __restrict to, int count) const
+    {
+        for (int i = 0; i < count; ++i)
+            to[i] = start + step * static_cast<float>(i);
+    }
+};
+
+/// Sets the columns from `first` up to `last`, which lie between two entries of the blend.
+void DrawStretch(Columns& columns, const BlendEntry& from, const BlendEntry& to, int first, int last,
+                 double firstPlace, double placeStep)
+{
+    const double length = to.position - from.position;
+    const double perPlace = length > 0 ? 1 / length : 0.0;
+    const auto start = static_cast<float>((firstPlace - from.position) * perPlace);
+    const auto step = static_cast<float>(placeStep * perPlace);
+    const auto ramp = [&](std::uint32_t a, std::uint32_t b, float scale) {
+        const float low = static_cast<float>(static_cast<int>(a)) * scale;
+        const float rise = static_cast<float>(static_cast<int>(b) - static_cast<int>(a)) * scale;
+        return ChannelRamp{low + rise * start, rise * step};
+    };
+    const int count = last - first;
+    ramp(AlphaOf(from.colour), AlphaOf(to.colour), 1.0f / 255).Draw(columns.Alpha() + first, count);
+    ramp(RedOf(from.colour), RedOf(to.colour), 1.0f).Draw(columns.Red() + first, count);
+    ramp(GreenOf(from.colour), GreenOf(to.colour), 1.0f).Draw(columns.Green() + first, count);
+    ramp(BlueOf(from.colour), BlueOf(to.colour), 1.0f).Draw(columns.Blue() + first, count);
+}
+
+/// Sets the blend's colours in the columns from `left` up to `right`.
+void DrawBlend(Columns& columns, const DeviceGrid& grid, int width, int left, int right,
+               std::span<const BlendEntry> blend)
+{
+    const int span = width - 7;
+    const double perColumn = 1.0 / (grid.Ratio() * span);
+    const auto draw = [&](const BlendEntry& from, const BlendEntry& to, int first, int last) {
+        DrawStretch(columns, from, to, first, last, (first / grid.Ratio() - 3) / span, perColumn);
+    };
+    int column = left;
+    for (std::size_t i = 1; i < blend.size() && column < right; ++i) {
+        // A column exactly on the entry's place belongs to the next stretch.
+        const double edge = (blend[i].position * span + 3) * grid.Ratio();
+        const int whole = static_cast<int>(edge);
+        const int last = std::min(right, whole < edge ? whole + 1 : whole);
+        if (last <= column)
+            continue;
+        draw(blend[i - 1], blend[i], column, last);
+        column = last;
+    }
+    const BlendEntry rest = blend.empty() ? BlendEntry{0.0, 0} : blend.back();
+    if (column < right)
+        draw(rest, rest, column, right);
+}
+
+/// The checkerboard's first row of squares, a grey a column.
+void DrawBoard(Columns& columns, const DeviceGrid& grid, int right)
+{
+    for (int square = 0, from = 0; from < right; ++square) {
+        const int to = std::clamp(grid.Edge((square + 1) * kSquare), from + 1, right);
+        std::fill(columns.Grey() + from, columns.Grey() + to, square % 2 == 0 ? kDarkGrey : kLightGrey);
+        from = to;
+    }
+}
 
 /// Two rows of the bar are all there is: they differ in where the checkerboard's dark squares lie.
 struct PaletteRows
@@ -68,33 +154,6 @@ struct PaletteRows
     std::vector<std::uint32_t> even;
     std::vector<std::uint32_t> odd;
 };
-
-/// One stretch of the blend in the columns from `first` up to `last`: channel values at `first` and their
-/// steps to the next column. Alpha is 0..1.
-struct ColourRamp
-{
-    float alpha, red, green, blue;
-    float alphaStep, redStep, greenStep, blueStep;
-};
-
-ColourRamp MakeRamp(const BlendEntry& from, const BlendEntry& to, double firstPlace, double placeStep)
-{
-    const double length = to.position - from.position;
-    const double start = length > 0 ? (firstPlace - from.position) / length : 0.0;
-    const double step = length > 0 ? placeStep / length : 0.0;
-    const auto at = [start](std::uint32_t a, std::uint32_t b) {
-        return static_cast<float>(a + (static_cast<double>(b) - a) * start);
-    };
-    const auto slope = [step](std::uint32_t a, std::uint32_t b) {
-        return static_cast<float>((static_cast<double>(b) - a) * step);
-    };
-    const std::uint32_t a = from.colour;
-    const std::uint32_t b = to.colour;
-    return {at(AlphaOf(a), AlphaOf(b)) / 255,    at(RedOf(a), RedOf(b)),
-            at(GreenOf(a), GreenOf(b)),          at(BlueOf(a), BlueOf(b)),
-            slope(AlphaOf(a), AlphaOf(b)) / 255, slope(RedOf(a), RedOf(b)),
-            slope(GreenOf(a), GreenOf(b)),       slope(BlueOf(a), BlueOf(b))};
-}
 
 std::uint32_t Opaque(float red, float green, float blue)
 {
@@ -105,63 +164,43 @@ std::uint32_t Opaque(float red, float green, float blue)
     return 0xFF000000u | (channel(red) << 16) | (channel(green) << 8) | channel(blue);
 }
 
-/// Draws a ramp over the checkerboard, into both rows at once. `grey` holds the board of the even row.
-void DrawRamp(const ColourRamp& ramp, int count, const float* __restrict grey, std::uint32_t* __restrict even,
-              std::uint32_t* __restrict odd)
+/// Draws the blend over the checkerboard, into both rows at once.
+void Compose(Columns& columns, int left, int right, PaletteRows& rows)
 {
-    for (int i = 0; i < count; ++i) {
-        const auto offset = static_cast<float>(i);
-        const float alpha = ramp.alpha + ramp.alphaStep * offset;
-        const float below = 1.0f - alpha;
-        const float red = (ramp.red + ramp.redStep * offset) * alpha;
-        const float green = (ramp.green + ramp.greenStep * offset) * alpha;
-        const float blue = (ramp.blue + ramp.blueStep * offset) * alpha;
+    const float* __restrict alpha = columns.Alpha();
+    const float* __restrict red = columns.Red();
+    const float* __restrict green = columns.Green();
+    const float* __restrict blue = columns.Blue();
+    const float* __restrict grey = columns.Grey();
+    std::uint32_t* __restrict even = rows.even.data();
+    std::uint32_t* __restrict odd = rows.odd.data();
+    for (int i = left; i < right; ++i) {
+        const float r = red[i] * alpha[i];
+        const float g = green[i] * alpha[i];
+        const float b = blue[i] * alpha[i];
+        const float below = 1.0f - alpha[i];
         const float evenGrey = grey[i] * below;
         const float oddGrey = (kLightGrey + kDarkGrey - grey[i]) * below;
-        even[i] = Opaque(red + evenGrey, green + evenGrey, blue + evenGrey);
-        odd[i] = Opaque(red + oddGrey, green + oddGrey, blue + oddGrey);
+        even[i] = Opaque(r + evenGrey, g + evenGrey, b + evenGrey);
+        odd[i] = Opaque(r + oddGrey, g + oddGrey, b + oddGrey);
     }
 }
 
-/// The checkerboard's first row of squares, a grey a column.
-std::vector<float> BoardRow(const DeviceGrid& grid, int columns)
+/// The rows between the frame's top and bottom line, with its sides.
+PaletteRows MakeRows(const PixelView& picture, const DeviceGrid& grid, int width, int left, int right,
+                     std::span<const BlendEntry> blend, std::uint32_t frameColour)
 {
-    std::vector<float> row(static_cast<std::size_t>(columns));
-    for (int square = 0, from = 0; from < columns; ++square) {
-        const int to = std::clamp(grid.Edge((square + 1) * kSquare), from + 1, columns);
-        std::fill(row.begin() + from, row.begin() + to, square % 2 == 0 ? kDarkGrey : kLightGrey);
-        from = to;
+    PaletteRows rows;
+    for (std::vector<std::uint32_t>* row : {&rows.even, &rows.odd}) {
+        row->assign(static_cast<std::size_t>(picture.width), 0);
+        std::fill(row->begin() + left, row->begin() + right, frameColour);
     }
-    return row;
-}
-
-/// The columns from `left` up to `right` of both rows, with the blend drawn over the checkerboard.
-void DrawBlend(PaletteRows& rows, const DeviceGrid& grid, int width, int left, int right,
-               std::span<const BlendEntry> blend)
-{
-    const std::vector<float> board = BoardRow(grid, right);
-    const double perColumn = 1.0 / (grid.Ratio() * (width - 7));
-    const auto place = [&](int column) { return (column / grid.Ratio() - 3) / (width - 7); };
-    const auto draw = [&](const BlendEntry& from, const BlendEntry& to, int first, int last) {
-        DrawRamp(MakeRamp(from, to, place(first), perColumn), last - first, board.data() + first,
-                 rows.even.data() + first, rows.odd.data() + first);
-    };
-    if (blend.empty()) {
-        draw({0.0, 0}, {1.0, 0}, left, right);
-        return;
-    }
-    int column = left;
-    for (std::size_t i = 1; i < blend.size() && column < right; ++i) {
-        // The columns before the entry's place; a column exactly on it belongs to the next stretch.
-        const double edge = std::ceil((blend[i].position * (width - 7) + 3) * grid.Ratio());
-        const int last = std::min(right, static_cast<int>(edge));
-        if (last <= column)
-            continue;
-        draw(blend[i - 1], blend[i], column, last);
-        column = last;
-    }
-    if (column < right)
-        draw(blend.back(), blend.back(), column, right);
+    const int line = grid.Line();
+    Columns columns(right);
+    DrawBoard(columns, grid, right);
+    DrawBlend(columns, grid, width, left + line, right - line, blend);
+    Compose(columns, left + line, right - line, rows);
+    return rows;
 }
 
 } // namespace
@@ -180,13 +219,7 @@ void DrawPalette(PixelView picture, const DeviceGrid& grid, int width, std::span
         return;
     }
 
-    PaletteRows rows;
-    for (std::vector<std::uint32_t>* row : {&rows.even, &rows.odd}) {
-        row->assign(static_cast<std::size_t>(picture.width), 0);
-        std::fill(row->begin() + left, row->begin() + right, frameColour);
-    }
-    DrawBlend(rows, grid, width, left + line, right - line, blend);
-
+    const PaletteRows rows = MakeRows(picture, grid, width, left, right, blend, frameColour);
     picture.FillRect(0, 0, picture.width, top, 0);
     picture.FillRect(0, bottom, picture.width, picture.height, 0);
     for (const int edge : {top, bottom - line}) {

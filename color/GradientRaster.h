@@ -32,7 +32,7 @@ public:
 
     double Ratio() const { return m_ratio; }
     /// The device pixel at which a logical edge lies.
-    int Edge(double logical) const;
+    int Edge(double logical) const { return Floor(logical * m_ratio + 0.5); }
     /// A logical length in device pixels, at least one.
     int Length(double logical) const;
     /// Device pixels of a line that is one logical pixel wide.
@@ -41,6 +41,13 @@ public:
     int LineAt(int pixel) const;
 
 private:
+    // The library's floor is a call that shows in the pixel loops.
+    static int Floor(double value)
+    {
+        const int truncated = static_cast<int>(value);
+        return value < truncated ? truncated - 1 : truncated;
+    }
+
     double m_ratio;
 };
 
