@@ -17,7 +17,12 @@ constexpr std::string_view kLineBreaks = "\r\n";
 
 bool IsBlank(char character)
 {
-    return kBlanks.find(character) != std::string_view::npos;
+    return character == ' ' || character == '\t';
+}
+
+bool IsLineBreak(char character)
+{
+    return character == '\n' || character == '\r';
 }
 
 std::string_view TrimLeft(std::string_view text)
@@ -83,7 +88,7 @@ std::string_view LineEndOf(std::string_view text)
 
 bool EndsLine(std::string_view text)
 {
-    return !text.empty() && kLineBreaks.find(text.back()) != std::string_view::npos;
+    return !text.empty() && IsLineBreak(text.back());
 }
 
 /// What a line is. Of a key line `head` goes up to the value, of a section line to the line's end.
@@ -231,7 +236,9 @@ ProfileDocument::Impl::Impl(std::string decoded) : text(std::move(decoded)), lin
 
     std::optional<SectionId> section = 0;
     for (std::size_t line = begin; line < all.size();) {
-        const std::size_t end = std::min(all.find_first_of(kLineBreaks, line), all.size());
+        std::size_t end = line;
+        while (end < all.size() && !IsLineBreak(all[end]))
+            ++end;
         AddLine(all.substr(line, end - line), begin, section);
         line = end + 1;
     }
@@ -285,13 +292,10 @@ ProfileDocument::Impl::PieceId ProfileDocument::Impl::InsertPiece(PieceId after,
 /// A name as look-ups spell it: what is no UTF-8 in the file is U+FFFD there.
 std::string_view ProfileDocument::Impl::Comparable(std::string_view name)
 {
-    for (std::size_t at = 0; at < name.size();) {
-        const CodePoint next = NextCodePoint(name, at);
-        if (!next.valid)
-            return Store(ToUtf8(FromUtf8(name)));
-        at += next.length;
-    }
-    return name;
+    if (std::all_of(name.begin(), name.end(), [](char byte) { return static_cast<signed char>(byte) >= 0; }))
+        return name;
+    std::string valid = ToUtf8(FromUtf8(name));
+    return valid == name ? name : Store(std::move(valid));
 }
 
 std::optional<ProfileDocument::Impl::SectionId>
