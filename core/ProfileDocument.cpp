@@ -7,6 +7,7 @@
 #include <deque>
 #include <limits>
 #include <map>
+#include <tuple>
 
 namespace kv {
 namespace {
@@ -195,7 +196,11 @@ struct ProfileDocument::Impl
     {
         SectionId section;
         std::string_view name;
-        auto operator<=>(const Key&) const = default;
+
+        friend bool operator<(const Key& a, const Key& b)
+        {
+            return std::tie(a.section, a.name) < std::tie(b.section, b.name);
+        }
     };
 
     explicit Impl(std::string decoded);
