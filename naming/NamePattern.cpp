@@ -89,7 +89,7 @@ std::wstring ReplaceFileLabels(std::wstring_view text, std::wstring_view value)
 
 constexpr bool IsDigit(wchar_t character)
 {
-    return character >= L'0' && character <= L'9';
+    return static_cast<std::uint32_t>(character) - U'0' < 10;
 }
 
 // Where a <File> value that starts at `from` ends: what follows it in the pattern decides.
@@ -190,19 +190,25 @@ NamePattern::NamePattern(std::wstring_view text)
 {
 }
 
+// Names are short and their separators frequent: one branch for each place, hardly ever taken, beats the
+// library's search, which stops at each separator.
 std::size_t NamePattern::FindLiteral(std::wstring_view name, std::size_t from,
                                      const PatternToken& literal) const
 {
     const std::wstring_view text = TokenText(literal);
     const bool digitMustFollow = &literal != &m_tokens.back() && (&literal + 1)->kind == TokenKind::Number;
-    std::size_t at = name.find(text, from);
-    while (digitMustFollow && at != std::wstring_view::npos) {
-        const std::size_t after = at + text.size();
-        if (after < name.size() && IsDigit(name[after]))
-            break;
-        at = name.find(text, at + 1);
+    const std::size_t length = text.size() + (digitMustFollow ? 1 : 0);
+    const auto first = static_cast<std::uint32_t>(text.front());
+    const auto last = static_cast<std::uint32_t>(text.back());
+    for (std::size_t at = from; at + length <= name.size(); ++at) {
+        const std::uint32_t firstDiffers = static_cast<std::uint32_t>(name[at]) ^ first;
+        const std::uint32_t lastDiffers = static_cast<std::uint32_t>(name[at + text.size() - 1]) ^ last;
+        if ((firstDiffers | lastDiffers) != 0 || (digitMustFollow && !IsDigit(name[at + text.size()])))
+            continue;
+        if (name.substr(at, text.size()) == text)
+            return at;
     }
-    return at;
+    return std::wstring_view::npos;
 }
 
 bool NamePattern::Walk(std::wstring_view name, NameValues& values) const

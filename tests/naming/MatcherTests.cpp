@@ -41,39 +41,34 @@ TEST(FileNamingMatcher, GroupsSiblings)
         L"1|<File>.m|<File>y|<File>x||<File>w;1|<File>.a|<File>x;1|<File><Ext>|<File>x";
     const std::wstring b(100, L'b');
     const std::wstring q(27, L'?');
-    struct Row
-    {
-        const char* row;
-        std::wstring rules, base, offered, groups;
-    };
-    const Row rows[] = {
-        {"numbers", video, L"c.m", L"c_A10.w c_A2.w c_A1.w d_A1.w c.m", L"c_A1.w c_A2.w c_A10.w /"},
-        {"as offered", video, L"c.m", L"D:\\x/c_A1.w /m/c_A01.w c_A1.a", L"c_A1.w c_A01.w c_A1.a /"},
-        {"unreadable is 0", video, L"c.m", L"c_A1.w C_a2.W c_A.w", L"C_a2.W c_A.w c_A1.w /"},
-        {"records, entries, no empty groups", ordered, L"c.m", L"cx cw cx", L"cx cx /cw /cx cx /"},
-        {"other class", L"0|x|x;2|<File>|<File>", L"c", L"c", L""},
-        {"no main rule", L"1||<File>", L"", L"c", L""},
-        {"no additions", L"2|<File>|", L"c", L"c", L""},
-        {"audio: its main rule, too", L"2" + channel, L"c_A2.w", L"c_A3.w c_A1.w c.m",
+    const std::wstring rows[][5] = {
+        {L"numbers", video, L"c.m", L"c_A10.w c_A2.w c_A1.w d_A1.w c.m", L"c_A1.w c_A2.w c_A10.w /"},
+        {L"as offered", video, L"c.m", L"D:\\x/c_A1.w /m/c_A01.w c_A1.a", L"c_A1.w c_A01.w c_A1.a /"},
+        {L"unreadable is 0", video, L"c.m", L"c_A1.w C_a2.W c_A.w", L"C_a2.W c_A.w c_A1.w /"},
+        {L"records, entries, no empty groups", ordered, L"c.m", L"cx cw cx", L"cx cx /cw /cx cx /"},
+        {L"other class", L"0|x|x;2|<File>|<File>", L"c", L"c", L""},
+        {L"no main rule", L"1||<File>", L"", L"c", L""},
+        {L"no additions", L"2|<File>|", L"c", L"c", L""},
+        {L"audio: its main rule, too", L"2" + channel, L"c_A2.w", L"c_A3.w c_A1.w c.m",
          L"c.m c_A1.w c_A3.w /"},
-        {"video: not", L"1" + channel, L"c_A2.w", L"c_A1.w c.m", L"c.m /"},
-        {"addition first", L"2|<File>_A<Number><Ext>|<File>*", L"c_A1.w", L"c_A9.w c", L"c_A9.w c /"},
-        {"main derives 128 characters", L"2|<File>_<Number>" + q + L"|<File>x", b + L"_1" + q,
+        {L"video: not", L"1" + channel, L"c_A2.w", L"c_A1.w c.m", L"c.m /"},
+        {L"addition first", L"2|<File>_A<Number><Ext>|<File>*", L"c_A1.w", L"c_A9.w c", L"c_A9.w c /"},
+        {L"main derives 128 characters", L"2|<File>_<Number>" + q + L"|<File>x", b + L"_1" + q,
          b + L"x  " + b + L"_2" + q, b + L"x /"},
-        {"addition derives 128 characters", L"1|<File>.m|<File>" + q + L"?|<File>x", b + L".m",
+        {L"addition derives 128 characters", L"1|<File>.m|<File>" + q + L"?|<File>x", b + L".m",
          b + q + L"? " + b + L"x", b + L"x /"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.row);
+    for (const auto& [row, rules, base, offered, groups] : rows) {
+        SCOPED_TRACE(testing::PrintToString(row));
         const MatcherPtr matcher = MakeMatcher();
-        const auto ruleClass = static_cast<unsigned int>(row.rules[0] - L'0');
-        ASSERT_EQ(matcher->Prepare(row.base.c_str(), ruleClass, MakeCollection(Split(row.rules, L';')).get()),
-                  1);
+        const CollectionPtr collection = MakeCollection(Split(rules, L';'));
+        ASSERT_EQ(
+            matcher->Prepare(base.c_str(), static_cast<unsigned int>(rules[0] - L'0'), collection.get()), 1);
         std::ptrdiff_t filed = 0;
-        for (const std::wstring& file : Split(row.offered, L' '))
+        for (const std::wstring& file : Split(offered, L' '))
             filed += matcher->AddFile(file.c_str());
-        EXPECT_EQ(Groups(*matcher, row.base), row.groups);
-        EXPECT_EQ(filed, std::count(row.groups.begin(), row.groups.end(), L' '));
+        EXPECT_EQ(Groups(*matcher, base), groups);
+        EXPECT_EQ(filed, std::count(groups.begin(), groups.end(), L' '));
     }
 }
 

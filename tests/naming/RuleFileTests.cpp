@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -48,12 +49,7 @@ TEST_F(RuleFile, BuiltInRulesWithoutFile)
 TEST_F(RuleFile, Loads)
 {
     const std::string head = "[FileNamingRuleHead]\nFileNamingRuleCnt=";
-    const struct
-    {
-        const char* row;
-        std::string bytes;
-        Texts rules;
-    } rows[] = {
+    const std::tuple<const char*, std::string, Texts> rows[] = {
         {"empty file", "", {}},
         {"no rules", head + "0\n[FileNamingRule0]\nMainRule=x\n", {}},
         {"negative", head + "-3\n[FileNamingRule0]\nMainRule=x\n", {}},
@@ -65,9 +61,9 @@ TEST_F(RuleFile, Loads)
          {L"0|!|a||"}},
         {"counts govern", head + "1\n[FileNamingRule0]\nAdditionRuleCount=-1\nAdditionRule0=a\n", {L"0|!"}},
     };
-    for (const auto& row : rows) {
-        Write(row.bytes);
-        EXPECT_EQ(TextsOf(*Load()), row.rules) << row.row;
+    for (const auto& [row, bytes, rules] : rows) {
+        Write(bytes);
+        EXPECT_EQ(TextsOf(*Load()), rules) << row;
     }
     const CollectionPtr owner = Load();
     IKvFileNamingRuleCollection* out = owner.get();

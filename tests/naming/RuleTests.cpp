@@ -82,33 +82,28 @@ TEST(RuleCheck, Labels)
     const std::wstring duplicate = L"The rule contains duplicate labels ";
     const std::wstring invalid = L"The rule contains invalid label ";
     const std::wstring any63 = L"<AnyChar" + std::wstring(55, L'x');
-    const struct
-    {
-        const char* row;
-        std::wstring pattern;
-        std::wstring message; ///< empty: passes
-    } rows[] = {
-        {"empty", L"", L""},
-        {"all labels", L"a<File>_<Number><AnyCharX><FixedChar>b<Ext>", L""},
-        {"twice <File>", L"<File>_<File><Ext>", duplicate + L"<File>"},
-        {"twice an accepted one", L"<AnyChar3>-<AnyChar3>", duplicate + L"<AnyChar3>"},
-        {"accepted ones that differ", L"<AnyChar3><AnyChar4>", L""},
-        {"lower case", L"<anychar3>", invalid + L"<anychar3>"},
-        {"other label", L"<File><Files>", invalid + L"<Files>"},
-        {"empty label", L"<>", invalid + L"<>"},
-        {"the first fault counts", L"<Bad><File><File>", invalid + L"<Bad>"},
-        {"> before <", L"a>b<File>", L""},
-        {"a later < hides the earlier one", L"<<File><Bad<Ext>", L""},
-        {"never closed", L"<File><Fil", L""},
-        {"63 characters are kept", any63 + L"1>" + any63 + L"2>", duplicate + any63},
-        {"62 differ", any63.substr(0, 62) + L">" + any63 + L">", L""},
-        {"a long fault", L"<" + std::wstring(70, L'x') + L">", invalid + L"<" + std::wstring(62, L'x')},
-        {"%s in a label", L"<%s>", invalid + L"<%s>"},
+    const std::wstring rows[][3] = {
+        {L"empty", L"", L""},
+        {L"all labels", L"a<File>_<Number><AnyCharX><FixedChar>b<Ext>", L""},
+        {L"twice <File>", L"<File>_<File><Ext>", duplicate + L"<File>"},
+        {L"twice an accepted one", L"<AnyChar3>-<AnyChar3>", duplicate + L"<AnyChar3>"},
+        {L"accepted ones that differ", L"<AnyChar3><AnyChar4>", L""},
+        {L"lower case", L"<anychar3>", invalid + L"<anychar3>"},
+        {L"other label", L"<File><Files>", invalid + L"<Files>"},
+        {L"empty label", L"<>", invalid + L"<>"},
+        {L"the first fault counts", L"<Bad><File><File>", invalid + L"<Bad>"},
+        {L"> before <", L"a>b<File>", L""},
+        {L"a later < hides the earlier one", L"<<File><Bad<Ext>", L""},
+        {L"never closed", L"<File><Fil", L""},
+        {L"63 characters are kept", any63 + L"1>" + any63 + L"2>", duplicate + any63},
+        {L"62 differ", any63.substr(0, 62) + L">" + any63 + L">", L""},
+        {L"a long fault", L"<" + std::wstring(70, L'x') + L">", invalid + L"<" + std::wstring(62, L'x')},
+        {L"%s in a label", L"<%s>", invalid + L"<%s>"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [row, pattern, message] : rows) {
         messages.clear();
-        EXPECT_EQ(CheckRuleLabels(row.pattern.c_str()), row.message.empty()) << row.row;
-        EXPECT_EQ(messages, row.message) << row.row;
+        EXPECT_EQ(CheckRuleLabels(pattern.c_str()), message.empty()) << row;
+        EXPECT_EQ(messages, message) << row;
     }
     EXPECT_TRUE(CheckRuleLabels(nullptr));
     KvSetMessageBoxHandler({});
