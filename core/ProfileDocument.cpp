@@ -1,174 +1,14 @@
 #include "core/ProfileDocument.h"
 
-#include "core/CodePoints.h"
+#include "core/ProfileLine.h"
 #include "core/Text.h"
 
 #include <algorithm>
 #include <deque>
-#include <limits>
 #include <map>
 #include <tuple>
 
 namespace kv {
-namespace {
-
-constexpr std::string_view kBom = "\xEF\xBB\xBF";
-constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kLineBreaks = "\r\n";
-
-bool IsBlank(char character)
-{
-    return character == ' ' || character == '\t';
-}
-
-bool IsLineBreak(char character)
-{
-    return character == '\n' || character == '\r';
-}
-
-std::string_view TrimLeft(std::string_view text)
-{
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    return text;
-}
-
-std::string_view TrimRight(std::string_view text)
-{
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
-
-/// UTF-8 of UTF-16 bytes; half a character becomes U+FFFD.
-std::string FromUtf16(std::string_view bytes, bool bigEndian)
-{
-    const auto unit = [bytes, bigEndian](std::size_t at) {
-        const char32_t first = static_cast<unsigned char>(bytes[at]);
-        const char32_t second = static_cast<unsigned char>(bytes[at + 1]);
-        return bigEndian ? first << 8 | second : second << 8 | first;
-    };
-    std::string out;
-    out.reserve(bytes.size());
-    std::size_t at = 0;
-    for (; at + 1 < bytes.size(); at += 2) {
-        char32_t character = unit(at);
-        if (IsSurrogate(character)) {
-            const char32_t next = at + 3 < bytes.size() ? unit(at + 2) : 0;
-            if (character < 0xDC00 && next >= 0xDC00 && next <= 0xDFFF) {
-                character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
-                at += 2;
-            } else {
-                character = kReplacementCharacter;
-            }
-        }
-        AppendUtf8(out, character);
-    }
-    if (at < bytes.size())
-        AppendUtf8(out, kReplacementCharacter);
-    return out;
-}
-
-/// The document's text as UTF-8, with a UTF-8 byte order mark if it has one.
-std::string Decode(std::string_view bytes)
-{
-    const bool bigEndian = bytes.starts_with("\xFE\xFF");
-    if (!bigEndian && !bytes.starts_with("\xFF\xFE"))
-        return std::string(bytes);
-    std::string text = FromUtf16(bytes.substr(2), bigEndian);
-    while (text.starts_with(kBom))
-        text.erase(0, kBom.size());
-    return text;
-}
-
-/// The first line end of a text; a lone carriage return is one, too.
-std::string_view LineEndOf(std::string_view text)
-{
-    const std::size_t at = text.find_first_of(kLineBreaks);
-    if (at == std::string_view::npos)
-        return "\n";
-    return text.substr(at, text.substr(at).starts_with("\r\n") ? 2 : 1);
-}
-
-bool EndsLine(std::string_view text)
-{
-    return !text.empty() && IsLineBreak(text.back());
-}
-
-/// What a line is. Of a key line `head` goes up to the value, of a section line to the line's end.
-struct ParsedLine
-{
-    enum class Kind
-    {
-        Other,
-        Section,
-        Key
-    } kind = Kind::Other;
-    std::string_view name;
-    std::size_t head = 0;
-};
-
-ParsedLine ParseLine(std::string_view line)
-{
-    const std::string_view text = TrimLeft(line);
-    if (text.empty() || text.front() == ';' || text.front() == '#')
-        return {};
-    if (text.front() == '[') {
-        const std::size_t close = text.find(']');
-        if (close == std::string_view::npos)
-            return {};
-        return {ParsedLine::Kind::Section, text.substr(1, close - 1), line.size()};
-    }
-    const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos || equals == 0)
-        return {};
-    const std::string_view name = TrimRight(text.substr(0, equals));
-    std::string_view value = text.substr(equals + 1);
-    if (name.size() < equals)
-        value = TrimLeft(value);
-    return {ParsedLine::Kind::Key, name, line.size() - value.size()};
-}
-
-/// True when a text survives the way to UTF-8 in one line and back.
-bool IsOneLine(std::wstring_view text)
-{
-    for (std::size_t at = 0; at < text.size();) {
-        const CodePoint next = NextCodePoint(text, at);
-        if (!next.valid || next.value == U'\n' || next.value == U'\r')
-            return false;
-        at += next.length;
-    }
-    return true;
-}
-
-bool CanBeSection(std::wstring_view name)
-{
-    return IsOneLine(name) && name.find(L']') == std::wstring_view::npos;
-}
-
-bool CanBeKey(std::wstring_view name)
-{
-    constexpr std::wstring_view kNotFirst = L" \t;#[\xFEFF";
-    constexpr std::wstring_view kNotLast = L" \t";
-    return !name.empty() && IsOneLine(name) && name.find(L'=') == std::wstring_view::npos &&
-           kNotFirst.find(name.front()) == std::wstring_view::npos &&
-           kNotLast.find(name.back()) == std::wstring_view::npos;
-}
-
-int LeadingInteger(std::wstring_view text)
-{
-    constexpr std::int64_t kLimit = std::numeric_limits<int>::max();
-    text.remove_prefix(std::min(text.find_first_not_of(L" \t"), text.size()));
-    const bool negative = text.starts_with(L'-');
-    if (negative || text.starts_with(L'+'))
-        text.remove_prefix(1);
-    std::int64_t value = 0;
-    for (const wchar_t digit : text) {
-        if (digit < L'0' || digit > L'9')
-            break;
-        value = std::min(value * 10 + (digit - L'0'), kLimit + 1);
-    }
-    return static_cast<int>(negative ? -value : std::min(value, kLimit));
-}
-
-} // namespace
 
 // The text is cut into pieces that each end with a value that can be replaced or with the line of a section
 // that keys can be added to; what lies between (comments, line ends, everything unknown) leads the next
@@ -234,7 +74,7 @@ struct ProfileDocument::Impl
 ProfileDocument::Impl::Impl(std::string decoded) : text(std::move(decoded)), lineEnd(LineEndOf(text))
 {
     const std::string_view all = text;
-    std::size_t begin = all.starts_with(kBom) ? kBom.size() : 0;
+    std::size_t begin = all.starts_with(kUtf8Bom) ? kUtf8Bom.size() : 0;
     AppendPiece(all.substr(0, begin), {});
     blocks.push_back({0, 0});
     sections.emplace(std::string_view(), 0);
@@ -254,12 +94,12 @@ ProfileDocument::Impl::Impl(std::string decoded) : text(std::move(decoded)), lin
 void ProfileDocument::Impl::AddLine(std::string_view line, std::size_t& begin,
                                     std::optional<SectionId>& section)
 {
-    const ParsedLine parsed = ParseLine(line);
-    if (parsed.kind == ParsedLine::Kind::Other)
+    const ProfileLine parsed = ParseProfileLine(line);
+    if (parsed.kind == ProfileLine::Kind::Other)
         return;
     const std::string_view name = Comparable(parsed.name);
     const auto next = static_cast<PieceId>(pieces.size());
-    if (parsed.kind == ParsedLine::Kind::Section) {
+    if (parsed.kind == ProfileLine::Kind::Section) {
         const auto id = static_cast<SectionId>(blocks.size());
         section = sections.emplace(name, id).second ? std::optional(id) : std::nullopt;
         if (!section)
@@ -370,7 +210,7 @@ ProfileDocument::Impl::PieceId ProfileDocument::Impl::AddKey(SectionId section, 
 void ProfileDocument::Impl::Write(PieceId piece, std::string value)
 {
     Piece& target = pieces[piece];
-    if (!value.empty() && IsBlank(value.front())) {
+    if (!value.empty() && IsProfileBlank(value.front())) {
         // Behind a `Key =` the value's own blanks would not be read back: take the blank before "=" away.
         const std::string_view key = TrimRight(target.head.substr(0, target.head.rfind('=')));
         if (key.size() + 1 != target.head.size())
@@ -382,12 +222,15 @@ void ProfileDocument::Impl::Write(PieceId piece, std::string value)
 std::string_view ProfileDocument::Impl::KeyOf(PieceId piece) const
 {
     std::string_view line = pieces[piece].head;
-    line = line.substr(line.find_last_of(kLineBreaks) + 1);
-    return ParseLine(line).name;
+    line = line.substr(line.find_last_of("\r\n") + 1);
+    return ParseProfileLine(line).name;
 }
 
 ProfileDocument::ProfileDocument() : ProfileDocument(std::string_view()) {}
-ProfileDocument::ProfileDocument(std::string_view bytes) : m_impl(std::make_unique<Impl>(Decode(bytes))) {}
+ProfileDocument::ProfileDocument(std::string_view bytes)
+    : m_impl(std::make_unique<Impl>(DecodeProfile(bytes)))
+{
+}
 ProfileDocument::~ProfileDocument() = default;
 ProfileDocument::ProfileDocument(ProfileDocument&&) noexcept = default;
 ProfileDocument& ProfileDocument::operator=(ProfileDocument&&) noexcept = default;
@@ -420,7 +263,7 @@ std::vector<std::pair<std::wstring, std::wstring>> ProfileDocument::Section(std:
 
 bool ProfileDocument::SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value)
 {
-    if (!CanBeSection(section) || !CanBeKey(key) || !IsOneLine(value))
+    if (!CanBeSection(section) || !CanBeKey(key) || !CanBeValue(value))
         return false;
     const std::string sectionName = ToUtf8(section);
     const std::string keyName = ToUtf8(key);

@@ -117,9 +117,10 @@ int OpenTemporary(const std::string& folder, mode_t mode, std::string& path)
 {
     static std::atomic<unsigned> counter{0};
     constexpr int kMostTries = 1000;
+    const std::string prefix = folder + ".kv-" + std::to_string(::getpid()) + "-";
     for (int i = 0; i < kMostTries; ++i) {
-        path = folder + ".kv-";
-        path.append(std::to_string(::getpid())).append("-").append(std::to_string(++counter)).append(".tmp");
+        path = prefix;
+        path.append(std::to_string(++counter)).append(".tmp");
         const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0 || (errno != EEXIST && errno != EINTR))
             return descriptor;

@@ -1,6 +1,4 @@
 #include "KvVideoFormat.h"
-#include "core/TextTables.h"
-#include "tests/core/TemporaryFolder.h"
 
 #include <climits>
 #include <gtest/gtest.h>
@@ -72,17 +70,6 @@ TEST(VideoFormat, AudioFormats)
         EXPECT_EQ(KvGetAudioFormatString(row.audio, text), 1);
         EXPECT_EQ(text, row.text);
     }
-}
-
-TEST(VideoFormat, TranslatedTextsNeedNotKeepTheFormatLetters)
-{
-    const kv::TemporaryFolder folder;
-    folder.Put("de.ini", "[Strings]\n7020 = %s/%s/%s/%s %n\n12073 = %d\n");
-    ASSERT_TRUE(kv::SetTextOverlay(folder.Wide("de.ini")));
-    std::wstring text;
-    KvGetAudioFormatString({2, 44100, 16}, text);
-    kv::SetTextOverlay({});
-    EXPECT_EQ(text, L"(44.1/16/%d/%s %n)");
 }
 
 } // namespace
