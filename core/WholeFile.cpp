@@ -107,7 +107,7 @@ std::optional<std::string> FollowLinks(std::string path)
             return std::nullopt;
         }
         const std::string target(buffer, static_cast<std::size_t>(length));
-        path = target.front() == '/' ? target : FolderOf(path) + target;
+        path = target.front() == '/' ? target : FolderOf(path).append(target);
     }
     errno = ELOOP;
     return std::nullopt;
