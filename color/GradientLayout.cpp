@@ -58,6 +58,26 @@ double GradientLayout::Shifted(double position, int pixels) const
     return shifted;
 }
 
+std::optional<float> GradientLayout::DraggedPosition(float start, int pixels) const
+{
+    if (Span() == 0)
+        return std::nullopt;
+    const float from = std::isnan(start) ? 0.0f : start;
+    return ClampPosition(static_cast<float>(pixels) / static_cast<float>(Span()) + from);
+}
+
+std::optional<float> GradientLayout::DraggedMidPoint(const GradientModel& model, int key, float start,
+                                                     int pixels) const
+{
+    const auto segment = model.Keys().subspan(static_cast<std::size_t>(key) - 1, 2);
+    const int length = GetDisplayPos(segment[1].position) - GetDisplayPos(segment[0].position);
+    if (length == 0)
+        return std::nullopt;
+    const float from = std::isnan(start) ? 0.0f : start;
+    return std::clamp(static_cast<float>(pixels) / static_cast<float>(length) + from, kMidPointMin,
+                      kMidPointMax);
+}
+
 CRect GradientLayout::KeyBox(double position) const
 {
     const int x = GetDisplayPos(position);

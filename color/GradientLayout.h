@@ -4,6 +4,8 @@
 
 #include "KvTypes.h"
 
+#include <optional>
+
 namespace kv {
 
 class GradientModel;
@@ -35,6 +37,12 @@ struct GradientLayout
     float PositionAt(int x) const;
     /// The nearest position to `position` whose pixel column is `pixels` further.
     double Shifted(double position, int pixels) const;
+
+    /// Where a stop dragged by some pixels goes, clamped to 0..1; none where there is no span.
+    std::optional<float> DraggedPosition(float start, int pixels) const;
+    /// Where a mid point dragged by some pixels goes, clamped to its limits; none where its stops coincide on
+    /// the screen.
+    std::optional<float> DraggedMidPoint(const GradientModel& model, int key, float start, int pixels) const;
 
     /// The box around the marker of a stop, which selects it.
     CRect KeyBox(double position) const;

@@ -61,11 +61,6 @@ int GradientModel::IndexOf(std::uint32_t id) const
     return found == end ? -1 : static_cast<int>(found - m_stops.ids.begin());
 }
 
-SKvCGGradientKey* GradientModel::SelectedKey()
-{
-    return HasSelection() ? &Key(m_stops.selected) : nullptr;
-}
-
 std::uint32_t GradientModel::SelectedColour() const
 {
     return HasSelection() ? Key(m_stops.selected).colour : 0;

@@ -73,7 +73,8 @@ public:
     int Selected() const { return m_stops.selected; }
     bool HasSelection() const { return IsIndex(m_stops.selected); }
     /// The selected stop, or null.
-    SKvCGGradientKey* SelectedKey();
+    SKvCGGradientKey* SelectedKey() { return HasSelection() ? &Key(m_stops.selected) : nullptr; }
+    const SKvCGGradientKey* SelectedKey() const { return HasSelection() ? &Key(m_stops.selected) : nullptr; }
     /// @return 0 when no stop is selected.
     std::uint32_t SelectedColour() const;
     /// @return true when the selection changed.

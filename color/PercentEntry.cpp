@@ -1,6 +1,9 @@
 #include "color/PercentEntry.h"
 
+#include "core/Text.h"
+
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kv {
@@ -21,6 +24,15 @@ bool IsPoint(std::uint32_t character)
 }
 
 } // namespace
+
+std::wstring PercentText(double fraction)
+{
+    constexpr double farOut = 1e9;
+    const double percent = std::isnan(fraction) ? 0.0 : std::clamp(100 * fraction, -farOut, farOut);
+    const double tenths = std::round(percent * 10);
+    const bool whole = std::fmod(tenths, 10) == 0;
+    return whole ? NumberText(static_cast<std::int64_t>(tenths / 10)) : NumberText(tenths / 10, 1);
+}
 
 bool PercentEntry::IsPart(std::uint32_t character)
 {

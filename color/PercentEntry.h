@@ -7,6 +7,9 @@
 
 namespace kv {
 
+/// A fraction in percent, to a tenth: "30", "33.3".
+std::wstring PercentText(double fraction);
+
 /// At most three digits and one decimal point.
 class PercentEntry
 {

@@ -3,6 +3,8 @@
 
 #include "KvWnd.h"
 
+#include <QBrush>
+
 /// Code of the gradient control's notifications (-41).
 inline constexpr std::uint32_t kKvGradientNotifyCode = 0xFFFFFFD7u;
 
@@ -81,7 +83,7 @@ public:
     DWORD GetSelectedColor() const;
     /// @return the selected stop's index; -1 when no stop is selected.
     int GetSelectedKey() const;
-    /// Selects a stop; silent, after ending a drag that is under way.
+    /// Selects a stop; silent. A drag that is under way ends first, unless the stop is selected already.
     /// @return 1; 0, nothing changed, when there is no such stop.
     int SetSelectedKey(int index);
     /// Sets the selected stop's colour, 0xAARRGGBB; silent. @return 1 when it changed.
@@ -89,10 +91,15 @@ public:
     /// Restores the default stops, selects the first and notifies the parent (begin, continue, end).
     /// @return 1; 0 when no default stops are stored.
     int ResetDefault();
-    /// The orange frame shows while the control is editing or active.
+    /// The frame is orange while the control is editing or active. It is active from the beginning, and then
+    /// while it has the keyboard focus, or as `SetActive` says.
     int SetEditing(int editing);
+    /// @return 1 or 0.
     int IsEditing() const;
     int SetActive(int active);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 signals:
     /// From the same place as the message to the parent, with the same content.
@@ -100,6 +107,73 @@ signals:
     void GradientChanged(int event, int phase);
 
 protected:
+    // The steps that the control is made of. Those that edit notify the parent as the user's own edit does
+    // and end a drag that is under way first; a 0 means that nothing changed and nothing was sent. After any
+    // of them the control may be gone.
+
+    /// The blend that the bar shows: places 0..1, ascending, and colours as displayed.
+    QGradientStops MakeSampleBrush() const;
+    /// The client column of a position, truncated toward zero from the bar's left end. Not a number is 0.
+    int GetDisplayPos(double position) const;
+    /// Each of the four channels is the average, rounded down.
+    static DWORD MixColor(DWORD a, DWORD b);
+    /// The colour itself, or in a disabled control the grey (R + G + B) / 6 with its alpha.
+    DWORD GetDisplayColor(DWORD colour) const;
+    /// Sorts by position with the control's exchange sort; silent.
+    void SortKeys();
+
+    // Redraw one area.
+    void DrawPalette();
+    void DrawMidPointArea();
+    void DrawKeyArea();
+    /// Draws a mid point's diamond around column `x` with its middle in row 5.
+    static void DrawMidPointPointer(Graphics& graphics, int x, DWORD colour);
+    /// Draws a stop's marker with its tip in column `x` and its base line in row `y`, lightened by white
+    /// where the colour is translucent.
+    static void DrawKeyPointer(Graphics& graphics, int x, int y, DWORD colour);
+
+    /// Selects the stop whose marker holds the point and notifies, also when it was selected. @return 1 or 0.
+    int CheckSelectKey(CPoint point);
+    /// Adds a stop at the point's column and begins a change run, which a drag continues or ends. @return 1;
+    /// 0 at 255 stops.
+    int AddKey(CPoint point);
+    /// Goes on with the drag of a mid point. @return 1; 0 when none is dragged.
+    int MoveMidPoint(CPoint point);
+    /// @return 1; 0 below 3 stops.
+    int DeleteCurrentKey();
+    /// @return 1; 0 when no stop is selected or there is no clipboard.
+    int CopyColor();
+    /// @return 1; 0 when no stop is selected or the clipboard holds no colour.
+    int PasteColor();
+    /// Opens the context menu at a client point and runs the chosen command there.
+    void DoMenu(CPoint point);
+    int ReverseKeys();
+    int AddReverse();
+    /// Exchanges the selected stop's colour with the next one's, or the one before. @return 1; 0 without it.
+    int ExchangeColor(BOOL withNext);
+    /// @return 1; 0 below 3 stops.
+    int SameSpace();
+
+    void OnPaint(Graphics& graphics) override;
+    void OnSize(int width, int height) override;
+    void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnContextMenu(CPoint point) override;
+    CPoint ContextMenuPoint() const override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    BOOL OnChar(UINT character) override;
+    UINT OnGetDlgCode() override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnSetFocus() override;
+    void OnKillFocus() override;
+    void OnEnable(BOOL enabled) override;
+    void OnTimer(UINT id) override;
+    void OnCaptureChanged() override;
+    void OnSkinChanged() override;
+    QString ToolTipAt(CPoint point, CRect& area) const override;
+    bool focusNextPrevChild(bool next) override;
+
 private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;

@@ -1,0 +1,156 @@
+#include "color/GradientPainter.h"
+
+#include "KvGradientCtrl.h"
+#include "color/GradientBlend.h"
+#include "color/GradientColour.h"
+#include "color/GradientLayout.h"
+#include "color/GradientModel.h"
+#include "color/GradientRaster.h"
+
+namespace kv {
+
+namespace {
+
+constexpr std::uint32_t kOrangeFrame = 0xFFFFA500u;
+constexpr std::uint32_t kBlackFrame = 0xFF000000u;
+constexpr std::uint32_t kKeyStripColour = 0xFF5A5A5Au;
+constexpr std::uint32_t kMidPointColour = 0xFF808080u;
+constexpr std::uint32_t kDraggedMidPointColour = 0xFFFFFFFFu;
+constexpr std::uint32_t kBlinkOnDark = 0xFFC0C0C0u;
+constexpr std::uint32_t kBlinkOnLight = 0xFF000000u;
+/// The markers' base line is this far above the strip's bottom.
+constexpr int kBelowBaseLine = 4;
+
+void DrawMidStrip(PixelView picture, const DeviceGrid& grid, const GradientModel& model,
+                  const GradientLayout& layout, const GradientLook& look)
+{
+    picture.Fill(0);
+    for (const int key : {model.Selected(), model.Selected() + 1}) {
+        if (!model.IsMidPointShown(key))
+            continue;
+        const auto column = [&](double place) { return layout.GetDisplayPos(place) - layout.client.left; };
+        for (const float place : CKvGradientCtrl::m_fAttachPos)
+            DrawTick(picture, grid, column(model.SegmentPlace(key, place)));
+        DrawMidPointPointer(picture, grid, column(model.MidPointPlace(key)),
+                            key == look.draggedMidPoint ? kDraggedMidPointColour : kMidPointColour);
+    }
+}
+
+std::uint32_t MarkerColour(const SKvCGGradientKey& key, bool selected, const GradientLook& look)
+{
+    if (!selected || look.blinkPhase || !look.enabled)
+        return DisplayColour(key.colour, look.enabled);
+    const bool dark = RedOf(key.colour) + GreenOf(key.colour) + BlueOf(key.colour) < 255;
+    return dark ? kBlinkOnDark : kBlinkOnLight;
+}
+
+void DrawKeyStrip(PixelView picture, const DeviceGrid& grid, const GradientModel& model,
+                  const GradientLayout& layout, const GradientLook& look)
+{
+    picture.Fill(kKeyStripColour);
+    const int baseLine = layout.keyStrip.Height() - kBelowBaseLine;
+    int index = 0;
+    for (const SKvCGGradientKey& key : model.Keys()) {
+        DrawKeyPointer(picture, grid, layout.GetDisplayPos(key.position) - layout.client.left, baseLine,
+                       MarkerColour(key, index == model.Selected(), look));
+        ++index;
+    }
+}
+
+/// The ratio of the target, which need not be the screen's: a host may render the control into a picture.
+qreal PixelRatio(const Graphics& graphics, const QTransform& toDevice)
+{
+    const bool evenlyScaled = toDevice.type() <= QTransform::TxScale && toDevice.m11() == toDevice.m22();
+    return evenlyScaled && toDevice.m11() > 0 ? toDevice.m11() : graphics.device()->devicePixelRatioF();
+}
+
+PixelView PixelsOf(QImage& picture)
+{
+    return {reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(), picture.height(),
+            picture.bytesPerLine() / 4};
+}
+
+/// The logical point that falls on a whole device pixel.
+QPointF OnDevicePixel(const QTransform& toDevice, QPoint device)
+{
+    return toDevice.inverted().map(QPointF(device));
+}
+
+} // namespace
+
+CRect GradientPainter::AreaRect(const GradientLayout& layout, Area area)
+{
+    switch (area) {
+    case MidStrip:
+        return layout.midStrip;
+    case Palette:
+        return layout.palette;
+    case KeyStrip:
+        break;
+    }
+    return layout.keyStrip;
+}
+
+void GradientPainter::Redraw(Area area, const GradientModel& model, const GradientLayout& layout,
+                             const GradientLook& look)
+{
+    const DeviceGrid grid(m_ratio);
+    const CRect rect = AreaRect(layout, area);
+    const QSize size(grid.Edge(rect.right) - grid.Edge(rect.left),
+                     grid.Edge(rect.bottom) - grid.Edge(rect.top));
+    QImage& picture = m_pictures[area];
+    if (picture.size() != size)
+        picture = size.isEmpty() ? QImage() : QImage(size, QImage::Format_ARGB32_Premultiplied);
+    m_valid[area] = true;
+    if (picture.isNull())
+        return;
+    picture.setDevicePixelRatio(m_ratio);
+    const PixelView pixels = PixelsOf(picture);
+    switch (area) {
+    case MidStrip:
+        DrawMidStrip(pixels, grid, model, layout, look);
+        break;
+    case Palette:
+        DrawPalette(pixels, grid, rect.Width(), MakeBlend(model.Keys(), look.enabled),
+                    look.framed ? kOrangeFrame : kBlackFrame);
+        break;
+    case KeyStrip:
+        DrawKeyStrip(pixels, grid, model, layout, look);
+        break;
+    }
+}
+
+void GradientPainter::Paint(Graphics& graphics, const GradientModel& model, const GradientLayout& layout,
+                            const GradientLook& look)
+{
+    const QTransform toDevice = graphics.deviceTransform();
+    const qreal ratio = PixelRatio(graphics, toDevice);
+    if (std::exchange(m_ratio, ratio) != ratio)
+        InvalidateAll();
+    // The client area may begin between two device pixels: the pictures all move to the nearest one together.
+    const DeviceGrid grid(ratio);
+    const QPoint origin = toDevice.map(QPointF(0, 0)).toPoint();
+    for (const Area area : {MidStrip, Palette, KeyStrip}) {
+        if (!m_valid[area])
+            Redraw(area, model, layout, look);
+        const CRect rect = AreaRect(layout, area);
+        const QPoint corner = origin + QPoint(grid.Edge(rect.left), grid.Edge(rect.top));
+        graphics.drawImage(OnDevicePixel(toDevice, corner), m_pictures[area]);
+    }
+}
+
+void DrawSharply(Graphics& graphics, const QRect& rect,
+                 const std::function<void(PixelView pixels, const DeviceGrid& grid)>& draw)
+{
+    const QTransform toDevice = graphics.deviceTransform();
+    const DeviceGrid grid(PixelRatio(graphics, toDevice));
+    QImage picture(grid.Length(rect.width()), grid.Length(rect.height()),
+                   QImage::Format_ARGB32_Premultiplied);
+    picture.fill(0);
+    picture.setDevicePixelRatio(grid.Ratio());
+    draw(PixelsOf(picture), grid);
+    const QPoint corner = toDevice.map(QPointF(rect.topLeft())).toPoint();
+    graphics.drawImage(OnDevicePixel(toDevice, corner), picture);
+}
+
+} // namespace kv

@@ -1,0 +1,110 @@
+// What stands behind the gradient control: its state, and the user's edits with what they tell the parent.
+#pragma once
+
+#include "KvGradientCtrl.h"
+#include "color/GradientAccess.h"
+#include "color/GradientLayout.h"
+#include "color/GradientModel.h"
+#include "color/GradientPainter.h"
+#include "color/PercentEntry.h"
+
+#include <functional>
+#include <optional>
+
+namespace kv {
+
+inline constexpr UINT kGradientBlinkTimer = 1;
+
+/// The commands of the context menu.
+enum GradientMenuCommand : UINT
+{
+    kGradientCopy = 32772,
+    kGradientPaste = 32774,
+    kGradientCut = 32775,
+    kGradientDelete = 32776,
+    kGradientReverse = 32778,
+    kGradientReflect = 32780,
+    kGradientSameSpace = 32784,
+    kGradientExchangeBefore = 32785,
+    kGradientExchangeAfter = 32787,
+    kGradientReset = 32789,
+};
+
+/// A drag between button-down and button-up.
+struct GradientDrag
+{
+    enum Kind
+    {
+        Stop,
+        MidPoint,
+    };
+
+    Kind kind;
+    CPoint start;
+    float startValue;     ///< the stop's position or the mid point
+    int midPoint;         ///< the stop whose mid point is dragged; -1 in a drag of a stop
+    GradientStops before; ///< stops and selection before the press
+};
+
+} // namespace kv
+
+// Functions that notify return false when the control is gone afterwards; then nothing of it may be touched.
+struct CKvGradientCtrl::Impl : kv::GradientUser
+{
+    explicit Impl(CKvGradientCtrl& owner);
+    virtual ~Impl() = default;
+
+    kv::GradientLook Look() const;
+    void Redraw(kv::GradientPainter::Area area);
+    /// Redraws the three areas and tells screen readers what is different.
+    void RedrawAll();
+
+    bool Notify(EKvGradientEvent event, EKvGradientPhase phase, SKvCGGradientKey* key = nullptr);
+    /// Begins a change run or goes on with it.
+    bool NotifyChange();
+    /// Ends a drag, applies a rule and, when it did something, redraws and sends begin, continue and end.
+    /// @return what the rule returned; the control may be gone.
+    bool EditOnce(const std::function<bool(kv::GradientModel&)>& rule);
+
+    bool SelectKey(int index);
+    bool AddKeyAt(float position);
+    bool Paste(std::uint32_t colour);
+
+    void PressStop(CPoint point);
+    void PressMidPoint(CPoint point);
+    void BeginDrag(kv::GradientDrag::Kind kind, CPoint point, float value, int midPoint);
+    bool DragTo(CPoint point);
+    bool DragMidPointTo(CPoint point);
+    /// As a button-up does. Does nothing while nothing is dragged.
+    bool EndDrag();
+    /// Takes the drag back: stops and selection are as before the press.
+    void CancelDrag();
+
+    /// @return false for a key that is none of the control's.
+    bool RunKey(UINT key, Qt::KeyboardModifiers modifiers);
+    void SelectByKey(int index);
+    void PlaceStop(int stop, double position) override;
+    void SetMidPoint(int stop, float midPoint) override;
+    void FocusStop(int stop) override;
+    void TypePercent(UINT character);
+    /// @return false for a key that means nothing to a pending entry.
+    bool RunEntryKey(UINT key);
+    void ShowEntry();
+    void DropEntry();
+
+    void RunMenuCommand(UINT command, CPoint point);
+    void PasteAt(CPoint point);
+
+    CKvGradientCtrl& control;
+    kv::GradientModel model;
+    kv::GradientLayout layout;
+    kv::GradientPainter painter;
+    std::optional<kv::GradientDrag> drag;
+    bool blinkPhase = false;
+    bool active = true;
+    bool editing = false;
+    bool changing = false; ///< a change run is open
+    kv::PercentEntry entry;
+    Qt::KeyboardModifiers keyModifiers; ///< of the key whose character comes next
+    kv::GradientAccess access;
+};

@@ -1,0 +1,365 @@
+#include "platform/AccessibleParts.h"
+
+#include <QAccessibleWidget>
+#include <QPointer>
+#include <QVariant>
+#include <QWidget>
+#include <QWindow>
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+namespace kv {
+
+namespace {
+
+constexpr char kPartsProperty[] = "kvAccessibleParts";
+
+using Key = AccessibleParts::Key;
+
+} // namespace
+
+/// The control's own interface: its real children first, then its parts. It outlives the parts when the
+/// toolkit still asks while the control is being destroyed.
+class AccessibleContainer : public QAccessibleWidget
+{
+public:
+    explicit AccessibleContainer(AccessibleParts& parts)
+        : QAccessibleWidget(&parts.Control(), parts.Role())
+        , m_parts(&parts)
+    {
+        parts.m_container = this;
+    }
+    ~AccessibleContainer() override;
+
+    AccessibleParts* Parts() const { return m_parts; }
+    void Detach() { m_parts = nullptr; }
+    /// The interface of a part, made on first use. Its id stays the same as long as the part is there.
+    QAccessibleInterface* Part(Key key) const;
+    /// The interface where somebody has asked for it before, else null.
+    QAccessibleInterface* KnownPart(Key key) const;
+    /// Ends the interfaces of parts that are gone.
+    void DropGone();
+
+    QString text(QAccessible::Text text) const override;
+    int childCount() const override { return QAccessibleWidget::childCount() + PartCount(); }
+    QAccessibleInterface* child(int index) const override;
+    int indexOfChild(const QAccessibleInterface* child) const override;
+    QAccessibleInterface* focusChild() const override;
+
+private:
+    int PartCount() const { return m_parts ? m_parts->Count() : 0; }
+
+    AccessibleParts* m_parts;
+    mutable std::map<Key, QAccessible::Id> m_ids;
+};
+
+namespace {
+
+class AccessiblePartInterface : public QAccessibleInterface,
+                                public QAccessibleValueInterface,
+                                public QAccessibleActionInterface
+{
+public:
+    AccessiblePartInterface(const AccessibleContainer& container, Key key)
+        : m_container(container)
+        , m_key(key)
+    {
+    }
+
+    Key PartKey() const { return m_key; }
+
+    bool isValid() const override { return Index() >= 0; }
+    // Never the control: it would take the container's place.
+    QObject* object() const override { return nullptr; }
+    QWindow* window() const override { return m_container.window(); }
+    QAccessibleInterface* parent() const override { return const_cast<AccessibleContainer*>(&m_container); }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+
+    QString text(QAccessible::Text text) const override;
+    void setText(QAccessible::Text, const QString&) override {}
+    QRect rect() const override;
+    QAccessible::Role role() const override { return Describe().role; }
+    QAccessible::State state() const override;
+    void* interface_cast(QAccessible::InterfaceType type) override;
+
+    QVariant currentValue() const override { return Value().current; }
+    QVariant minimumValue() const override { return Value().minimum; }
+    QVariant maximumValue() const override { return Value().maximum; }
+    QVariant minimumStepSize() const override { return Value().step; }
+    void setCurrentValue(const QVariant& value) override;
+
+    QStringList actionNames() const override;
+    void doAction(const QString& action) override;
+    QStringList keyBindingsForAction(const QString&) const override { return {}; }
+
+private:
+    int Index() const { return m_container.Parts() ? m_container.Parts()->IndexOf(m_key) : -1; }
+    AccessiblePart Describe() const
+    {
+        return isValid() ? m_container.Parts()->Describe(m_key) : AccessiblePart();
+    }
+    AccessibleValue Value() const { return Describe().value.value_or(AccessibleValue{}); }
+    bool CanAct() const { return isValid() && m_container.Parts()->Control().isEnabled(); }
+
+    const AccessibleContainer& m_container;
+    const Key m_key;
+};
+
+QString AccessiblePartInterface::text(QAccessible::Text text) const
+{
+    switch (text) {
+    case QAccessible::Name:
+        return Describe().name;
+    case QAccessible::Description:
+        return Describe().description;
+    default:
+        return {};
+    }
+}
+
+QRect AccessiblePartInterface::rect() const
+{
+    if (!isValid())
+        return {};
+    const QWidget& control = m_container.Parts()->Control();
+    const QRect visible = Describe().rect & control.rect();
+    return {control.mapToGlobal(visible.topLeft()), visible.size()};
+}
+
+QAccessible::State AccessiblePartInterface::state() const
+{
+    QAccessible::State state;
+    if (!isValid()) {
+        state.invalid = true;
+        return state;
+    }
+    const AccessibleParts& parts = *m_container.Parts();
+    const QWidget& control = parts.Control();
+    const AccessiblePart part = Describe();
+    state.invisible = !control.isVisible();
+    state.offscreen = !part.rect.intersects(control.rect());
+    state.disabled = !control.isEnabled();
+    state.focusable = control.isEnabled() && part.actions.contains(setFocusAction());
+    state.focused = control.hasFocus() && parts.FocusedPart() == m_key;
+    state.selectable = part.selectable;
+    state.selected = part.selected;
+    state.checkable = part.checkable;
+    state.checked = part.checked;
+    return state;
+}
+
+void* AccessiblePartInterface::interface_cast(QAccessible::InterfaceType type)
+{
+    const AccessiblePart part = Describe();
+    if (type == QAccessible::ValueInterface && part.value)
+        return static_cast<QAccessibleValueInterface*>(this);
+    if (type == QAccessible::ActionInterface && !part.actions.isEmpty())
+        return static_cast<QAccessibleActionInterface*>(this);
+    return nullptr;
+}
+
+void AccessiblePartInterface::setCurrentValue(const QVariant& value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    const std::optional<AccessibleValue> range = Describe().value;
+    if (!CanAct() || !range || !isNumber || qIsNaN(number))
+        return;
+    m_container.Parts()->SetValue(m_key, std::clamp(number, range->minimum, range->maximum));
+}
+
+QStringList AccessiblePartInterface::actionNames() const
+{
+    return CanAct() ? Describe().actions : QStringList();
+}
+
+void AccessiblePartInterface::doAction(const QString& action)
+{
+    if (actionNames().contains(action))
+        m_container.Parts()->DoAction(m_key, action);
+}
+
+QAccessibleInterface* MakeContainer(const QString&, QObject* object)
+{
+    auto* parts = static_cast<AccessibleParts*>(object->property(kPartsProperty).value<void*>());
+    return parts ? new AccessibleContainer(*parts) : nullptr;
+}
+
+} // namespace
+
+AccessibleContainer::~AccessibleContainer()
+{
+    if (m_parts)
+        m_parts->m_container = nullptr;
+    for (const auto& [key, id] : m_ids)
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+QAccessibleInterface* AccessibleContainer::Part(Key key) const
+{
+    if (QAccessibleInterface* known = KnownPart(key))
+        return known;
+    auto* part = new AccessiblePartInterface(*this, key); // the toolkit's cache owns it
+    m_ids[key] = QAccessible::registerAccessibleInterface(part);
+    return part;
+}
+
+QAccessibleInterface* AccessibleContainer::KnownPart(Key key) const
+{
+    const auto known = m_ids.find(key);
+    return known == m_ids.end() ? nullptr : QAccessible::accessibleInterface(known->second);
+}
+
+void AccessibleContainer::DropGone()
+{
+    std::vector<Key> gone;
+    for (const auto& [key, id] : m_ids) {
+        if (!m_parts || m_parts->IndexOf(key) < 0)
+            gone.push_back(key);
+    }
+    for (const Key key : gone) {
+        QAccessibleEvent event(KnownPart(key), QAccessible::ObjectDestroyed);
+        QAccessible::updateAccessibility(&event);
+        QAccessible::deleteAccessibleInterface(m_ids[key]);
+        m_ids.erase(key);
+    }
+}
+
+QString AccessibleContainer::text(QAccessible::Text text) const
+{
+    const QString given = QAccessibleWidget::text(text);
+    return given.isEmpty() && text == QAccessible::Name && m_parts ? m_parts->ControlName() : given;
+}
+
+QAccessibleInterface* AccessibleContainer::child(int index) const
+{
+    const int part = index - QAccessibleWidget::childCount();
+    if (part < 0)
+        return QAccessibleWidget::child(index);
+    return part < PartCount() ? Part(m_parts->KeyAt(part)) : nullptr;
+}
+
+int AccessibleContainer::indexOfChild(const QAccessibleInterface* child) const
+{
+    const auto* part = dynamic_cast<const AccessiblePartInterface*>(child);
+    if (!part)
+        return QAccessibleWidget::indexOfChild(child);
+    if (!m_parts || child->parent() != this)
+        return -1;
+    const int index = m_parts->IndexOf(part->PartKey());
+    return index < 0 ? -1 : QAccessibleWidget::childCount() + index;
+}
+
+QAccessibleInterface* AccessibleContainer::focusChild() const
+{
+    if (m_parts && m_parts->Control().hasFocus()) {
+        const std::optional<Key> key = m_parts->FocusedPart();
+        if (key && m_parts->IndexOf(*key) >= 0)
+            return Part(*key);
+    }
+    return QAccessibleWidget::focusChild();
+}
+
+AccessibleParts::AccessibleParts(QWidget& control, QAccessible::Role role) : m_control(control), m_role(role)
+{
+    QAccessible::installFactory(MakeContainer);
+    control.setProperty(kPartsProperty, QVariant::fromValue<void*>(this));
+}
+
+AccessibleParts::~AccessibleParts()
+{
+    m_control.setProperty(kPartsProperty, {});
+    if (m_container) {
+        m_container->Detach();
+        m_container->DropGone();
+    }
+}
+
+int AccessibleParts::IndexOf(Key key) const
+{
+    const int count = Count();
+    for (int index = 0; index < count; ++index) {
+        if (KeyAt(index) == key)
+            return index;
+    }
+    return -1;
+}
+
+void AccessibleParts::SetValue(Key, double) {}
+void AccessibleParts::DoAction(Key, const QString&) {}
+
+AccessibleContainer* AccessibleParts::Container() const
+{
+    if (QAccessible::isActive())
+        QAccessible::queryAccessibleInterface(&m_control);
+    return m_container;
+}
+
+void AccessibleParts::Tell(Key key, QAccessible::Event event)
+{
+    if (!QAccessible::isActive() || !Container() || IndexOf(key) < 0)
+        return;
+    if (event == QAccessible::ValueChanged) {
+        const AccessiblePart part = Describe(key);
+        QAccessibleValueChangeEvent change(Container()->Part(key), part.value ? part.value->current : 0.0);
+        QAccessible::updateAccessibility(&change);
+        return;
+    }
+    QAccessibleEvent change(Container()->Part(key), event);
+    QAccessible::updateAccessibility(&change);
+}
+
+void AccessibleParts::PartsChanged()
+{
+    if (!Container())
+        return;
+    Container()->DropGone();
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleEvent change(Container(), QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&change);
+}
+
+void AccessibleParts::ValueChanged(Key key)
+{
+    Tell(key, QAccessible::ValueChanged);
+}
+
+void AccessibleParts::NameChanged(Key key)
+{
+    Tell(key, QAccessible::NameChanged);
+}
+
+void AccessibleParts::StateChanged(Key key)
+{
+    if (!QAccessible::isActive() || !Container() || IndexOf(key) < 0)
+        return;
+    QAccessible::State changed;
+    changed.selected = true;
+    changed.checked = true;
+    QAccessibleStateChangeEvent change(Container()->Part(key), changed);
+    QAccessible::updateAccessibility(&change);
+}
+
+void AccessibleParts::FocusChanged()
+{
+    if (!QAccessible::isActive())
+        return;
+    // Queued: within the control's own focus event the toolkit's event for the control would come later and
+    // take the focus back to the container.
+    QMetaObject::invokeMethod(
+        &m_control,
+        [this] {
+            const std::optional<Key> key = FocusedPart();
+            if (key && m_control.hasFocus())
+                Tell(*key, QAccessible::Focus);
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace kv
