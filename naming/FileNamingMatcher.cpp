@@ -71,8 +71,9 @@ std::optional<MatchRecord> MatchRule(IKvFileNamingRule& rule, unsigned int ruleC
     MatchRecord record;
     const unsigned int count = rule.GetAdditionRuleCount();
     for (unsigned int i = 0; i < count; ++i) {
-        if (!rule.GetAdditionRule(i, text) || !*text)
+        if (!rule.GetAdditionRule(i, text))
             continue;
+        // An empty addition derives nothing.
         if (std::optional<std::wstring> specification = DeriveSpecification(text, values))
             record.entries.push_back({{NamePattern(text), std::move(*specification)}, {}});
     }

@@ -198,12 +198,10 @@ std::size_t NamePattern::FindLiteral(std::wstring_view name, std::size_t from,
     const std::wstring_view text = TokenText(literal);
     const bool digitMustFollow = &literal != &m_tokens.back() && (&literal + 1)->kind == TokenKind::Number;
     const std::size_t length = text.size() + (digitMustFollow ? 1 : 0);
-    const auto first = static_cast<std::uint32_t>(text.front());
-    const auto last = static_cast<std::uint32_t>(text.back());
     for (std::size_t at = from; at + length <= name.size(); ++at) {
-        const std::uint32_t firstDiffers = static_cast<std::uint32_t>(name[at]) ^ first;
-        const std::uint32_t lastDiffers = static_cast<std::uint32_t>(name[at + text.size() - 1]) ^ last;
-        if ((firstDiffers | lastDiffers) != 0 || (digitMustFollow && !IsDigit(name[at + text.size()])))
+        const auto ends =
+            (name[at] ^ text.front()) | (name[at + text.size() - 1] ^ text.back()); // 0: both fit
+        if (ends != 0 || (digitMustFollow && !IsDigit(name[at + text.size()])))
             continue;
         if (name.substr(at, text.size()) == text)
             return at;

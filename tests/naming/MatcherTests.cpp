@@ -39,11 +39,15 @@ TEST(FileNamingMatcher, GroupsSiblings)
     const std::wstring channel = L"|<File>_A<Number><Ext>|<File><Ext>";
     const std::wstring ordered =
         L"1|<File>.m|<File>y|<File>x||<File>w;1|<File>.a|<File>x;1|<File><Ext>|<File>x";
+    std::wstring many; // enough that an unstable sort would mix them
+    for (wchar_t ending = L'Z'; ending >= L'A'; --ending)
+        many.append(L"c_A1.").append(1, ending).append(L" ");
     const std::wstring b(100, L'b');
     const std::wstring q(27, L'?');
     const std::wstring rows[][5] = {
         {L"numbers", video, L"c.m", L"c_A10.w c_A2.w c_A1.w d_A1.w c.m", L"c_A1.w c_A2.w c_A10.w /"},
         {L"as offered", video, L"c.m", L"D:\\x/c_A1.w /m/c_A01.w c_A1.a", L"c_A1.w c_A01.w c_A1.a /"},
+        {L"all equal", video, L"c.m", many + L"c_A1", many + L"/"},
         {L"unreadable is 0", video, L"c.m", L"c_A1.w C_a2.W c_A.w", L"C_a2.W c_A.w c_A1.w /"},
         {L"records, entries, no empty groups", ordered, L"c.m", L"cx cw cx", L"cx cx /cw /cx cx /"},
         {L"other class", L"0|x|x;2|<File>|<File>", L"c", L"c", L""},

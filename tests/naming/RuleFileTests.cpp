@@ -128,9 +128,11 @@ TEST_F(RuleFile, RefusedSavesChangeNothing)
     EXPECT_EQ(Save(hosts), 1);
     EXPECT_EQ(TextsOf(*Load()), Texts({L"7|!|add|add|add"}));
 
-    m_path = kv::FromUtf8(m_folder); // exists, but cannot be read
-    EXPECT_EQ(Load()->GetRuleCount(), 0u) << "not the built-in rules";
+    constexpr std::uintmax_t tooLarge = (64u << 20) + 1;
+    std::filesystem::resize_file(m_folder + "/rules.ini", tooLarge);
+    EXPECT_EQ(Load()->GetRuleCount(), 0u) << "a file that cannot be read is not a missing one";
     EXPECT_EQ(Save(good), 0);
+    EXPECT_EQ(std::filesystem::file_size(m_folder + "/rules.ini"), tooLarge);
 }
 
 } // namespace

@@ -92,7 +92,7 @@ TEST(RuleCheck, Labels)
         {L"other label", L"<File><Files>", invalid + L"<Files>"},
         {L"empty label", L"<>", invalid + L"<>"},
         {L"the first fault counts", L"<Bad><File><File>", invalid + L"<Bad>"},
-        {L"> before <", L"a>b<File>", L""},
+        {L"> without <", L"a>b<File>>", L""},
         {L"a later < hides the earlier one", L"<<File><Bad<Ext>", L""},
         {L"never closed", L"<File><Fil", L""},
         {L"63 characters are kept", any63 + L"1>" + any63 + L"2>", duplicate + any63},
