@@ -1,1 +1,121 @@
-int main() { return 0; }
+// kvgroup: tells which media files of a folder belong together.
+#include "core/Text.h"
+#include "naming/MediaGrouper.h"
+#include "naming/MediaReport.h"
+#include "tools/KvGroupInput.h"
+#include "tools/KvGroupOptions.h"
+#include "tools/KvGroupOutput.h"
+
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+enum ExitStatus : int
+{
+    kDone = 0,
+    kNothing = 1,
+    kError = 2
+};
+
+ExitStatus Fail(const std::string& message, ExitStatus status = kError)
+{
+    std::fprintf(stderr, "kvgroup: %s\n", message.c_str());
+    return status;
+}
+
+// What is written but never reaches its place must not look like success.
+ExitStatus Finish(kv::OutputStream& out, ExitStatus status)
+{
+    const int error = out.Finish();
+    return error == 0 ? status
+                      : Fail("cannot write to standard output: " + std::generic_category().message(error));
+}
+
+ExitStatus Help()
+{
+    kv::OutputStream out(stdout);
+    out.Write(kv::KvGroupHelp());
+    return Finish(out, kDone);
+}
+
+ExitStatus Check(const std::string& pattern)
+{
+    KvSetMessageBoxHandler([](HWND, const std::wstring& text, UINT) {
+        Fail(kv::ToFileName(text));
+        return +IDOK;
+    });
+    return CheckRuleLabels(kv::FromFileName(pattern).c_str()) ? kDone : kNothing;
+}
+
+ExitStatus InitRules(const std::string& file)
+{
+    std::string error;
+    return kv::WriteBuiltInRules(file, error) ? kDone : Fail(error);
+}
+
+ExitStatus Group(const kv::KvGroupOptions& options)
+{
+    std::string error;
+    const auto collection = kv::LoadRules(options.rulesFile ? &*options.rulesFile : nullptr, error);
+    if (!collection)
+        return Fail(error);
+    const bool isList = options.argument == "-";
+    kv::MediaNames names;
+    if (!(isList ? kv::ReadNames(stdin, names, error) : kv::ReadFolder(options.argument, names, error)))
+        return Fail(error);
+    names.Sort();
+
+    const std::vector<kv::MediaRule> rules = kv::ReadMediaRules(*collection);
+    const kv::MediaGrouping grouping = kv::GroupMedia(names, rules, options.classes);
+    kv::KvGroupResult result = {names, rules, grouping, {}, {}, {}};
+    if (options.all)
+        result.alone = kv::MediaAlone(names, rules, options.classes, grouping);
+    if (options.orphans) {
+        result.orphans = kv::FindOrphans(names, rules, options.classes, grouping);
+        result.gaps = kv::FindGaps(rules, grouping);
+    }
+
+    kv::OutputStream out(stdout);
+    (options.json ? kv::WriteJson : kv::WriteLines)(result, options, out);
+    const ExitStatus status = Finish(out, grouping.clips.empty() && result.alone.empty() ? kNothing : kDone);
+    if (status == kNothing)
+        Fail("no files belong together in " + (isList ? "standard input" : "'" + options.argument + "'"));
+    return status;
+}
+
+ExitStatus Run(const std::vector<std::string>& arguments)
+{
+    std::string error;
+    const std::optional<kv::KvGroupOptions> options = kv::ReadKvGroupOptions(arguments, error);
+    if (!options)
+        return Fail(error + "\nTry 'kvgroup --help'.");
+    switch (options->action) {
+    case kv::KvGroupAction::Help:
+        return Help();
+    case kv::KvGroupAction::Check:
+        return Check(options->argument);
+    case kv::KvGroupAction::InitRules:
+        return InitRules(options->argument);
+    case kv::KvGroupAction::Group:
+        break;
+    }
+    return Group(*options);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return Run(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+    } catch (const std::bad_alloc&) {
+        return Fail("out of memory");
+    } catch (const std::exception& error) {
+        return Fail(error.what());
+    }
+}
