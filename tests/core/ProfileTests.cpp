@@ -61,6 +61,17 @@ TEST(Profile, AWriteChangesOneLine)
     }
 }
 
+TEST(Profile, AddedKeysStandInTheOrderOfWriting)
+{
+    ProfileDocument document("[B]\n");
+    for (const wchar_t* section : {L"", L"A", L"B"}) {
+        for (const wchar_t* key : {L"2", L"1", L"3"})
+            EXPECT_TRUE(document.SetValue(section, key, L"v"));
+    }
+    EXPECT_EQ(document.Bytes(), "2=v\n1=v\n3=v\n[B]\n2=v\n1=v\n3=v\n\n[A]\n2=v\n1=v\n3=v\n");
+    EXPECT_EQ(ProfileDocument(document.Bytes()).Section(L"A"), document.Section(L"A"));
+}
+
 TEST(Profile, ReadsHandWrittenLines)
 {
     const ProfileDocument document("top=0\n [A] ; comment\n;a=1\n #b=1\nnothing\n=1\n[open\n[open=1\n"
