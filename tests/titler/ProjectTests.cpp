@@ -1,0 +1,167 @@
+#include "ProjectJson.h"
+#include "ProjectText.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace titler {
+namespace {
+
+QByteArray Json(const QByteArray& text)
+{
+    QByteArray json = text;
+    return json.replace('\'', '"');
+}
+
+Project Parsed(const QByteArray& json)
+{
+    ProjectError error;
+    const std::optional<Project> project = ParseProject(Json(json), error);
+    EXPECT_TRUE(project.has_value()) << ErrorText("p", error).toStdString();
+    return project.value_or(NewProject());
+}
+
+QJsonObject Saved(const Project& project)
+{
+    return QJsonDocument::fromJson(SerialiseProject(project)).object();
+}
+
+TEST(Project, EveryFieldSurvivesSavingAndLoading)
+{
+    Project project = NewProject();
+    project.video = {kKvAspectSquarePixel, kKvFrameRate60, kKvScanProgressiveSegmented, 1081, 1919};
+    project.audio = {6, 44100, 24};
+    project.title = {"Zwei\nZeilen \U0001F600",
+                     "Some Font",
+                     7.3,
+                     false,
+                     true,
+                     TextAlign::Right,
+                     -33.5,
+                     0.25,
+                     {{0x01020304, 0.1f, 0.3f}, {0xFFFEFDFC, 0.1f, 0.05f}, {0x00000000, 1.0f, 0.7f}}};
+    QTemporaryDir folder;
+    const QString file = folder.filePath("p.ktitle");
+    ASSERT_EQ(SaveProject(file, project), "");
+    ProjectError error;
+    const std::optional<Project> loaded = LoadProject(file, error);
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->title.text, project.title.text);
+    EXPECT_EQ(loaded->title.stops[0].position, 0.1f); // bit for bit, though the file says 0.1
+    EXPECT_EQ(loaded->title.stops[1].colour, 0xFFFEFDFCu);
+    EXPECT_TRUE(*loaded == project);
+    EXPECT_TRUE(SerialiseProject(project).contains("\"position\": 0.1,"));
+}
+
+TEST(Project, FieldsThatWeDoNotKnowSurvive)
+{
+    Project project =
+        Parsed("{'version':1, 'tool':{'x':[1,{'y':null}]}, 'video':{'width':720,'matrix':'709'},"
+               "'title':{'gradient':{'stops':["
+               "{'colour':'#FF000000','position':0,'midPoint':0.5,'note':'black'},"
+               "{'colour':'#FFFF0000','position':0.5,'midPoint':0.5,'note':'red'},"
+               "{'colour':'#FFFFFFFF','position':1,'midPoint':0.5}]}}}");
+    GradientStops& stops = project.title.stops;
+    stops[1].position = 0.0f;      // red was edited …
+    std::swap(stops[0], stops[1]); // … and passed black
+    project.video.width = 1280;
+    const QJsonObject saved = Saved(project);
+    EXPECT_EQ(saved["tool"], QJsonDocument::fromJson(Json("{'x':[1,{'y':null}]}")).object());
+    EXPECT_EQ(saved["video"]["matrix"], "709");
+    EXPECT_EQ(saved["video"]["width"], 1280);
+    const QJsonArray list = saved["title"]["gradient"]["stops"].toArray();
+    EXPECT_EQ(list[1]["note"], "black"); // follows its stop
+    EXPECT_EQ(list[2]["note"], QJsonValue::Undefined);
+}
+
+TEST(Project, UnsortedStopsAreSortedAndMissingFieldsHaveDefaults)
+{
+    const Project project = Parsed("{'version':1,'title':{'gradient':{'stops':["
+                                   "{'colour':'#111111','position':1},{'colour':'#222222','position':0},"
+                                   "{'colour':'#333333','position':1}]}}}");
+    ASSERT_EQ(project.title.stops.size(), 3u);
+    EXPECT_EQ(project.title.stops[0].colour, 0xFF222222u);
+    EXPECT_EQ(project.title.stops[1].colour, 0xFF111111u); // equal positions keep their order
+    EXPECT_EQ(project.title.stops[0].midPoint, 0.5f);
+    EXPECT_EQ(project.video.height, 1080);
+}
+
+struct Broken
+{
+    const char* name;
+    QByteArray json;
+    const char* says;
+};
+
+class BrokenProject : public testing::TestWithParam<Broken>
+{
+};
+
+TEST_P(BrokenProject, SaysWhatAndWhere)
+{
+    ProjectError error;
+    EXPECT_FALSE(ParseProject(Json(GetParam().json), error));
+    const QString text = ErrorText("dir/p.ktitle", error);
+    EXPECT_TRUE(text.startsWith(QDir::toNativeSeparators("dir/p.ktitle"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QString::fromUtf8(GetParam().says))) << text.toStdString();
+}
+
+QByteArray Stops(const char* list)
+{
+    return QByteArray("{'version':1,'title':{'gradient':{'stops':") + list + "}}}";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Project, BrokenProject,
+    testing::Values(
+        Broken{"Empty", "", "Line 1, column 1"},
+        Broken{"CutOff", "{'version':1,\n'video':{\n", "Line 3, column 1"},
+        Broken{"ColumnsAreCharacters", "{'version':1,\r\n'\u00e4\u00e4': x}", "Line 2, column 7"},
+        Broken{"List", "[1]", "the file: expected an object"},
+        Broken{"NoVersion", "{}", "version: expected a whole number from 1 to 1, found nothing"},
+        Broken{"OddVersion", "{'version':'1'}", "version: expected a whole number from 1 to 1, found \"1\""},
+        Broken{"NewerVersion", "{'version':7,'video':3}", "newer titler (version 7"},
+        Broken{"NotAnObject", "{'version':1,'title':[]}", "title: expected an object { … }, found []"},
+        Broken{"Width", "{'version':1,'video':{'width':1e9}}",
+               "video.width: expected a whole number from 16"},
+        Broken{"Fraction", "{'version':1,'video':{'height':99.5}}", "video.height: expected a whole number"},
+        Broken{"Rate", "{'version':1,'video':{'frameRate':'26'}}", "one of: 23.976, 24, 25, 29.97"},
+        Broken{"Flag", "{'version':1,'title':{'font':{'bold':1}}}",
+               "title.font.bold: expected true or false"},
+        Broken{"Text", "{'version':1,'title':{'text':5}}", "title.text: expected a text"},
+        Broken{"LongText", "{'version':1,'title':{'text':'" + QByteArray(4001, 'x') + "'}}", "at most 4000"},
+        Broken{"OneStop", Stops("[{}]"), "title.gradient.stops: expected a list of 2 to 255 elements"},
+        Broken{"TooManyStops", Stops(("[{}" + QByteArray(",{}").repeated(255) + "]").constData()),
+               "2 to 255"},
+        Broken{"StopIsNumber", Stops("[{},3]"), "title.gradient.stops[1]: expected an object"},
+        Broken{"Position", Stops("[{},{},{'position':1.5}]"),
+               "title.gradient.stops[2].position: expected a number from 0 to 1, found 1.5"},
+        Broken{"Colour", Stops("[{'colour':'#12345G'},{}]"), "stops[0].colour: expected a colour such as"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Project, AFailedSaveLeavesTheOldFile)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("missing/p.ktitle");
+    EXPECT_NE(SaveProject(file, NewProject()), "");
+    ProjectError error;
+    EXPECT_FALSE(LoadProject(file, error));
+    EXPECT_EQ(error.fault, ProjectFault::CannotRead);
+    EXPECT_FALSE(error.detail.isEmpty());
+}
+
+TEST(Project, ColoursAreReadStrictly)
+{
+    EXPECT_EQ(ParseColour("#80FFa500"), 0x80FFA500u);
+    EXPECT_EQ(ParseColour("#FFa500"), 0xFFFFA500u);
+    for (const char* odd : {"", "#", "FFA500", "#FFA50", "#FFA5000", "#+FA5000", "# FFA500", "#FFA500 "})
+        EXPECT_FALSE(ParseColour(odd)) << odd;
+    EXPECT_EQ(ColourText(0x0012ABCD), "#0012ABCD");
+}
+
+} // namespace
+} // namespace titler

@@ -1,0 +1,65 @@
+// The canvas: the title over a checkerboard, with safe-area lines, fitted to the window or zoomed.
+#pragma once
+
+#include "Skin.h"
+#include "TitleRenderer.h"
+
+#include <QAbstractScrollArea>
+
+namespace titler {
+
+class Document;
+
+class CanvasView : public QAbstractScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit CanvasView(const Document& document);
+
+    bool ShowsSafeAreas() const { return m_safeAreas; }
+    void ShowSafeAreas(bool show);
+    /// The zoom follows the window's size.
+    void FitToWindow();
+    bool IsFitted() const { return m_fitted; }
+    /// Screen pixels for a pixel of the frame, at the display's own pixels; 0.05 to 8.
+    double Zoom() const;
+    void SetZoom(double zoom);
+    void ZoomIn();
+    void ZoomOut();
+
+    /// Where the frame stands, in coordinates of the viewport.
+    QRectF FrameRect() const;
+
+signals:
+    void ZoomChanged();
+
+protected:
+    bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void Paint();
+    void DrawFrame(QPainter& painter, const QRectF& frame);
+    void DrawSafeAreas(QPainter& painter, const QRectF& frame) const;
+    void OnProjectChanged();
+    void UpdateScrollBars();
+    void ZoomAround(double zoom, QPointF anchor);
+    QSizeF FrameSize() const;
+
+    const Document& m_document;
+    Skin m_skin;
+    TitleRenderer m_renderer;
+    QImage m_image; ///< the title at the size at which it is shown; null: to be rendered
+    QSizeF m_displaySize;
+    double m_zoom = 1.0;
+    bool m_fitted = true;
+    bool m_safeAreas = true;
+};
+
+} // namespace titler

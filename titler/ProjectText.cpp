@@ -1,0 +1,61 @@
+#include "ProjectText.h"
+
+#include "Texts.h"
+
+#include <QDir>
+
+namespace titler {
+namespace {
+
+QString ExpectedText(const ProjectError& error)
+{
+    const QString least = QString::number(error.least);
+    const QString most = QString::number(error.most);
+    switch (error.expected) {
+    case Expected::Object:
+        return Text(kTextWantObject);
+    case Expected::List:
+        return Text(kTextWantList, {least, most});
+    case Expected::Text:
+        return Text(kTextWantText, {most});
+    case Expected::Colour:
+        return Text(kTextWantColour);
+    case Expected::Flag:
+        return Text(kTextWantFlag);
+    case Expected::Number:
+        return Text(kTextWantNumber, {least, most});
+    case Expected::WholeNumber:
+        return Text(kTextWantWhole, {least, most});
+    case Expected::Name:
+        return Text(kTextWantName, {error.names.join(QStringLiteral(", "))});
+    }
+    return {};
+}
+
+QString Reason(const ProjectError& error)
+{
+    switch (error.fault) {
+    case ProjectFault::CannotRead:
+        return error.detail;
+    case ProjectFault::TooLarge:
+        return Text(kTextFileTooLarge, {QString::number(kLargestFile / (1024 * 1024))});
+    case ProjectFault::BadJson:
+        return Text(kTextBadJson, {QString::number(error.line), QString::number(error.column), error.detail});
+    case ProjectFault::NewerVersion:
+        return Text(kTextNewerVersion, {error.detail, QString::number(kProjectVersion)});
+    case ProjectFault::BadField:
+        return Text(kTextBadField,
+                    {error.path.isEmpty() ? Text(kTextWholeFile) : error.path, ExpectedText(error),
+                     error.detail.isEmpty() ? Text(kTextMissing) : error.detail});
+    }
+    return {};
+}
+
+} // namespace
+
+QString ErrorText(const QString& file, const ProjectError& error)
+{
+    return Text(kTextCannotOpen, {QDir::toNativeSeparators(file), Reason(error)});
+}
+
+} // namespace titler

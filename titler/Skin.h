@@ -1,0 +1,34 @@
+// titler's look: colours of the skin by key, and what follows from them.
+#pragma once
+
+#include <QColor>
+
+class QApplication;
+
+namespace titler {
+
+struct Skin
+{
+    QColor window;
+    QColor panel;
+    QColor field;
+    QColor border;
+    QColor text;
+    QColor dimText;
+    QColor disabledText;
+    QColor accent; ///< the focus ring, and what is switched on
+    QColor selection;
+    QColor canvas; ///< around the frame
+    QColor checkLight;
+    QColor checkDark;
+    QColor actionSafe;
+    QColor titleSafe;
+};
+
+/// The colours of the present skin; keys that it lacks have the colours of the built-in look.
+Skin LoadSkin();
+
+/// Dresses the whole program.
+void ApplySkin(QApplication& application, const Skin& skin);
+
+} // namespace titler

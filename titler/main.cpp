@@ -1,0 +1,127 @@
+#include "CommandLine.h"
+#include "FrameExport.h"
+#include "MainWindow.h"
+#include "MediaPanel.h"
+#include "ProjectText.h"
+#include "Skin.h"
+#include "Texts.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QPixmap>
+#include <QTimer>
+
+#include <cstdio>
+#include <optional>
+
+using namespace titler;
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kUsageError = 2;
+constexpr int kLongestWait = 30000; // milliseconds, for the media list of a screenshot
+
+int Fail(int status, const QString& text)
+{
+    std::fprintf(stderr, "titler: %s\n", qUtf8Printable(text));
+    return status;
+}
+
+bool HasDisplay()
+{
+#ifdef Q_OS_UNIX
+#ifndef Q_OS_DARWIN
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+#endif
+#endif
+    return true;
+}
+
+int ExportProjectFrame(const Options& options)
+{
+    Project project = NewProject();
+    if (!options.project.isEmpty()) {
+        ProjectError error;
+        std::optional<Project> loaded = LoadProject(options.project, error);
+        if (!loaded)
+            return Fail(kFailed, ErrorText(options.project, error));
+        project = std::move(*loaded);
+    }
+    const QString fault = ExportFrame(project, options.exportFrame);
+    return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.exportFrame, fault}));
+}
+
+void WaitForMedia(MediaPanel& media)
+{
+    QEventLoop loop;
+    QObject::connect(&media, &MediaPanel::Ready, &loop, &QEventLoop::quit);
+    QTimer::singleShot(kLongestWait, &loop, &QEventLoop::quit);
+    if (media.IsBusy())
+        loop.exec();
+}
+
+int TakeScreenshot(const Options& options)
+{
+    MainWindow window;
+    ProjectError error;
+    if (!options.project.isEmpty() && !window.Project().Open(options.project, error))
+        return Fail(kFailed, ErrorText(options.project, error));
+    if (!options.media.isEmpty())
+        window.Media().OpenFolder(options.media);
+    window.resize(options.windowSize);
+    window.show();
+    WaitForMedia(window.Media());
+    QCoreApplication::processEvents();
+    const QString fault = SavePng(window.grab().toImage(), options.screenshot);
+    return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.screenshot, fault}));
+}
+
+int RunWindow(const Options& options)
+{
+    MainWindow window;
+    window.resize(options.windowSize);
+    window.show();
+    if (!options.project.isEmpty())
+        window.OpenProject(options.project);
+    if (!options.media.isEmpty())
+        window.Media().OpenFolder(options.media);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    if (!HasDisplay()) {
+        if (!NeedsNoDisplay(arguments))
+            return Fail(kUsageError, Text(kTextNoDisplay));
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("titler"));
+
+    QString fault;
+    const std::optional<Options> options = ParseCommandLine(QApplication::arguments(), fault);
+    if (!options)
+        return Fail(kUsageError, fault);
+    if (options->help) {
+        std::printf("%s", qUtf8Printable(HelpText()));
+        return kDone;
+    }
+    if (!options->media.isEmpty() && !QDir(options->media).exists())
+        return Fail(kFailed, Text(kTextNoSuchFolder, {options->media}));
+    if (!options->exportFrame.isEmpty()) {
+        const int status = ExportProjectFrame(*options);
+        if (status != kDone || options->screenshot.isEmpty())
+            return status;
+    }
+    ApplySkin(application, LoadSkin());
+    return options->screenshot.isEmpty() ? RunWindow(*options) : TakeScreenshot(*options);
+}
