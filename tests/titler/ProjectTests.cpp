@@ -54,7 +54,7 @@ TEST(Project, EveryFieldSurvivesSavingAndLoading)
     EXPECT_EQ(loaded->title.stops[0].position, 0.1f); // bit for bit, though the file says 0.1
     EXPECT_EQ(loaded->title.stops[1].colour, 0xFFFEFDFCu);
     EXPECT_TRUE(*loaded == project);
-    EXPECT_TRUE(SerialiseProject(project).contains("\"position\": 0.1,"));
+    EXPECT_TRUE(SerialiseProject(project).contains("\"position\": 0.1\n"));
 }
 
 TEST(Project, FieldsThatWeDoNotKnowSurvive)

@@ -85,7 +85,8 @@ TEST(TitleRenderer, RunsTheGradientAcrossTheText)
             const double along = d.angle == 90 ? (pixel.y() + 0.5 - box.top()) / box.height()
                                                : (pixel.x() + 0.5 - box.left()) / box.width();
             const double t = std::clamp((d.angle == 180 ? 1 - along : along) - d.offset, 0.0, 1.0);
-            ExpectNear(image.pixel(pixel), qRgb(std::lround(255 * (1 - t)), 0, std::lround(255 * t)));
+            ExpectNear(image.pixel(pixel),
+                       qRgb(int(std::lround(255 * (1 - t))), 0, int(std::lround(255 * t))));
         }
         EXPECT_EQ(image.pixel(2, 2), 0u);
     }
