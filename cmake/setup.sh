@@ -5,7 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 packages_build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev)
 packages_run=(fonts-dejavu-core)
-packages_test=(libgtest-dev python3)
+packages_test=(libgtest-dev xvfb openbox xdotool x11-utils)
 
 say() { printf '%s\n' "$*" >&2; }
 

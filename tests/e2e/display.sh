@@ -1,0 +1,70 @@
+# Sourced: a display of our own with a window manager, and helpers to drive windows on it.
+# Everything started here ends with the script.
+
+set -euo pipefail
+work=$(mktemp -d)
+children=()
+cleanup() {
+  [ ${#children[@]} -eq 0 ] || kill "${children[@]}" 2>/dev/null || true
+  wait 2>/dev/null || true
+  rm -rf "$work"
+}
+trap cleanup EXIT
+
+fail() {
+  printf 'FAILED: %s\n' "$*" >&2
+  for log in "$work"/*.log; do
+    printf -- '--- %s\n' "$(basename "$log")" >&2
+    tail -n 30 "$log" >&2
+  done
+  exit 1
+}
+
+# wait_until WHAT COMMAND…: up to 20 seconds.
+wait_until() {
+  local what=$1 try
+  shift
+  for ((try = 0; try < 200; ++try)); do
+    if "$@" >/dev/null 2>&1; then return 0; fi
+    sleep 0.1
+  done
+  fail "timed out: $what"
+}
+
+export HOME=$work/home XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache XDG_RUNTIME_DIR=$work/runtime
+mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_CACHE_HOME" "$XDG_RUNTIME_DIR"
+chmod 700 "$XDG_RUNTIME_DIR"
+unset DBUS_SESSION_BUS_ADDRESS WAYLAND_DISPLAY QT_QPA_PLATFORM
+export LC_ALL=C.UTF-8
+
+Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
+children+=($!)
+wait_until "Xvfb" test -s "$work/display"
+DISPLAY=:$(cat "$work/display")
+export DISPLAY
+openbox >"$work/openbox.log" 2>&1 &
+children+=($!)
+has_window_manager() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
+wait_until "openbox" has_window_manager
+
+# start NAME COMMAND…: its output goes to $work/NAME.log.
+start() {
+  local name=$1
+  shift
+  "$@" >"$work/$name.log" 2>&1 &
+  children+=($!)
+}
+
+# focus TITLE: brings a window to the front and waits until it has the keyboard.
+focus() {
+  local window
+  wait_until "window $1" xdotool search --onlyvisible --name "^$1\$"
+  window=$(xdotool search --onlyvisible --name "^$1\$" | head -n 1)
+  xdotool windowactivate "$window"
+  has_focus() { [ "$(xdotool getwindowfocus)" = "$window" ]; }
+  wait_until "focus of $1" has_focus
+  printf '%s\n' "$window"
+}
+
+# expect WHAT FILE LINE: waits for a line.
+expect() { wait_until "$1: $3" grep -qxF -- "$3" "$2"; }
