@@ -13,6 +13,7 @@ trap cleanup EXIT
 
 fail() {
   printf 'FAILED: %s\n' "$*" >&2
+  xwininfo -root -tree >"$work/windows.log" 2>&1 || true
   for log in "$work"/*.log; do
     printf -- '--- %s\n' "$(basename "$log")" >&2
     tail -n 30 "$log" >&2
@@ -39,13 +40,16 @@ export LC_ALL=C.UTF-8
 
 Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
 children+=($!)
-wait_until "Xvfb" test -s "$work/display"
+has_number() { [ "$(wc -l <"$work/display")" = 1 ]; } # the whole line: half a number is another display
+wait_until "Xvfb" has_number
 DISPLAY=:$(cat "$work/display")
 export DISPLAY
-openbox >"$work/openbox.log" 2>&1 &
+wait_until "display $DISPLAY" xprop -root
+# Its mark on the root window comes before it manages windows; a window mapped in between is never shown.
+openbox --startup "touch $work/managed" >"$work/openbox.log" 2>&1 &
 children+=($!)
-has_window_manager() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
-wait_until "openbox" has_window_manager
+wait_until "openbox" test -e "$work/managed"
+wait_until "openbox's mark" sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
 
 # start NAME COMMAND…: its output goes to $work/NAME.log.
 start() {

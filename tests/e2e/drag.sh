@@ -21,8 +21,11 @@ expect "end" "$log" "1 2 FFFFFF00"
 [ "$(grep -c '^1 0' "$log")" = 1 ] && [ "$(grep -c '^1 2' "$log")" = 1 ] || fail "not one run"
 
 # The context menu opens over the control and reverses the stops by its mnemonic.
+windows() { xwininfo -root -children | grep -c gradient_host; }
+before=$(windows)
 xdotool mousemove --window "$window" 100 40 click 3
-sleep 0.5
+menu_is_open() { [ "$(windows)" -gt "$before" ]; }
+wait_until "menu" menu_is_open
 xdotool key v
 reversed() { [ "$(grep -c '^1 2' "$log")" = 2 ]; }
 wait_until "reverse" reversed
