@@ -49,17 +49,15 @@ TEST_F(RuleFile, BuiltInRulesWithoutFile)
 TEST_F(RuleFile, Loads)
 {
     const std::string head = "[FileNamingRuleHead]\nFileNamingRuleCnt=";
+    const std::string one = head + "1\n[FileNamingRule0]\n";
     const std::tuple<const char*, std::string, Texts> rows[] = {
         {"empty file", "", {}},
-        {"no rules", head + "0\n[FileNamingRule0]\nMainRule=x\n", {}},
-        {"negative", head + "-3\n[FileNamingRule0]\nMainRule=x\n", {}},
-        {"missing keys",
-         head + "2\n[FileNamingRule1]\nClass=-1\nMainRule= x \n",
-         {L"0|!", L"4294967295| x "}},
-        {"missing additions",
-         head + "1\n[FileNamingRule0]\nAdditionRuleCount=3\nAdditionRule0=a\n",
-         {L"0|!|a||"}},
-        {"counts govern", head + "1\n[FileNamingRule0]\nAdditionRuleCount=-1\nAdditionRule0=a\n", {L"0|!"}},
+        {"no rules", head + "0\n[FileNamingRule0]\n", {}},
+        {"negative", head + "-3\n[FileNamingRule0]\n", {}},
+        {"missing keys", one + "Class=-1\nMainRule= x \n", {L"4294967295| x "}},
+        {"missing section", head + "1\n", {L"0|!"}},
+        {"missing additions", one + "AdditionRuleCount=3\nAdditionRule0=a\n", {L"0|!|a||"}},
+        {"counts govern", one + "AdditionRuleCount=-1\nAdditionRule0=a\n", {L"0|!"}},
     };
     for (const auto& [row, bytes, rules] : rows) {
         Write(bytes);
