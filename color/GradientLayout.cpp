@@ -11,7 +11,7 @@ namespace kv {
 namespace {
 
 // Pixels beyond every screen, with room for sums and for the screen's pixel ratio.
-constexpr double kFarOut = 1e8;
+constexpr double kFarOut = 1e7;
 
 constexpr int kBoxReach = 4;
 constexpr int kMidPointBoxTop = 2;

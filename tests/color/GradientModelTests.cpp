@@ -3,13 +3,12 @@
 #include "color/GradientColour.h"
 #include "color/GradientModel.h"
 #include "color/PercentEntry.h"
+#include "tests/color/GradientText.h"
 
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
-#include <map>
-#include <sstream>
 
 namespace {
 
@@ -30,24 +29,9 @@ GradientModel Model(const std::vector<SKvCGGradientKey>& keys, int selected = 0)
     return model;
 }
 
-// The stops as a person would write them: a letter for the colour, the position in percent, the mid point in
-// percent where it is not half way; "*" before the selected one.
 std::string Text(const GradientModel& model)
 {
-    const std::map<std::uint32_t, std::string> names{
-        {kBlue, "B"}, {kYellow, "Y"}, {kRed, "R"}, {kMagenta, "M"}};
-    std::ostringstream text;
-    int index = 0;
-    for (const SKvCGGradientKey& key : model.Keys()) {
-        text << (index == 0 ? "" : " ") << (index == model.Selected() ? "*" : "");
-        const auto name = names.find(key.colour);
-        name == names.end() ? text << std::hex << key.colour << std::dec << ':' : text << name->second;
-        text << std::round(key.position * 1000) / 10;
-        if (key.midPoint != 0.5f)
-            text << '/' << std::round(key.midPoint * 100);
-        ++index;
-    }
-    return text.str();
+    return GradientText(model.Keys(), model.Selected());
 }
 
 TEST(GradientModel, EditsOfTheFirstStops)

@@ -1,0 +1,440 @@
+// What the user does to the gradient control, and what its parent hears of it.
+#include "KvGradientCtrl.h"
+#include "KvMenu.h"
+#include "tests/color/GradientText.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr WPARAM kId = 1001;
+constexpr char kFormat[] = "application/x-kv-dwcolor";
+
+class TestCtrl : public CKvGradientCtrl
+{
+public:
+    using CKvGradientCtrl::HasCapture;
+    using CKvGradientCtrl::OnGetDlgCode;
+    using CKvGradientCtrl::ToolTipAt;
+};
+
+// A control 209 x 60, so that 200 pixels are a whole gradient: markers at 4, 64, 124 and 204, mid points at
+// 34, 94 and 164. Messages are written "kind/phase"; behind "@" the index of the stop that the record points
+// to.
+class Gradient : public testing::Test
+{
+protected:
+    Gradient() { Renew(); }
+    void Renew()
+    {
+        delete control;
+        control = new TestCtrl;
+        control->setGeometry(0, 0, 209, 60);
+        control->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &parent, kId);
+        parent.resize(209, 60);
+        parent.show();
+        QApplication::setActiveWindow(&parent); // the offscreen platform activates no window by itself
+        control->setFocus();
+        control->SetSelectedKey(1);
+        onMessage = {};
+        heard.clear();
+    }
+    std::optional<LRESULT> Hear(UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        const auto& record = *reinterpret_cast<const GradientNotifyRecord*>(lParam);
+        EXPECT_TRUE(message == WM_NOTIFY && wParam == kId && record.hdr.hwndFrom == control &&
+                    record.hdr.code == 0xFFFFFFD7u);
+        EXPECT_EQ(record.dataSize, record.data ? 4 : 0);
+        heard += (heard.empty() ? "" : " ") + std::to_string(record.hdr.idFrom) + '/' +
+                 std::to_string(record.phase);
+        if (record.data) {
+            SKvCGGradientKey* keys = nullptr;
+            int count = 0;
+            control->GetData(count, &keys);
+            heard += '@' + std::to_string(static_cast<SKvCGGradientKey*>(record.data) - keys);
+        }
+        if (onMessage)
+            onMessage(messages++);
+        return std::nullopt;
+    }
+    std::string Stops() const
+    {
+        int count = 0;
+        SKvCGGradientKey* keys = nullptr;
+        control->GetData(count, &keys);
+        return GradientText({keys, static_cast<std::size_t>(count)}, control->GetSelectedKey());
+    }
+    std::string Heard() { return std::exchange(heard, {}); }
+
+    void Mouse(QEvent::Type type, QPointF at, Qt::MouseButtons buttons)
+    {
+        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, at, control->mapToGlobal(at), button, buttons, Qt::NoModifier);
+        QApplication::sendEvent(control, &event);
+    }
+    void Press(int x, int y) { Mouse(QEvent::MouseButtonPress, QPointF(x, y), Qt::LeftButton); }
+    void Move(int x, int y = 50) { Mouse(QEvent::MouseMove, QPointF(x, y), Qt::LeftButton); }
+    void Release(int x, int y = 50) { Mouse(QEvent::MouseButtonRelease, QPointF(x, y), Qt::NoButton); }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(control.data(), key, modifiers);
+    }
+    void Control(QEvent::Type type, quint32 nativeKey)
+    {
+        QKeyEvent event(type, Qt::Key_Control, Qt::NoModifier, 37, nativeKey, 0);
+        QApplication::sendEvent(control, &event);
+    }
+    void CopyToClipboard(QByteArray bytes)
+    {
+        auto* data = new QMimeData;
+        data->setData(kFormat, bytes);
+        QApplication::clipboard()->setMimeData(data);
+    }
+    // Opens the menu at a point and chooses a command, or closes it. Returns the disabled items.
+    QStringList Menu(QPoint at, const QString& choice = {})
+    {
+        QStringList disabled;
+        QTimer::singleShot(0, [&disabled, &choice] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            QAction* chosen = nullptr;
+            for (QAction* action : menu->actions()) {
+                if (!action->isEnabled())
+                    disabled << action->text().remove('&');
+                if (!action->isSeparator() && action->text().remove('&') == choice)
+                    chosen = action;
+            }
+            menu->setActiveAction(chosen);
+            if (chosen)
+                QTest::keyClick(menu, Qt::Key_Return);
+            else
+                menu->close();
+        });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, control->mapToGlobal(at));
+        QApplication::sendEvent(control, &event);
+        return disabled;
+    }
+
+    QWidget parent;
+    KvMessageSink sink{&parent, [this](UINT m, WPARAM w, LPARAM l) { return Hear(m, w, l); }};
+    QPointer<TestCtrl> control;
+    std::function<void(int index)> onMessage;
+    int messages = 0;
+    std::string heard;
+};
+
+constexpr char kFirst[] = "B0/0 *Y30 R60 M100";
+constexpr SKvCGGradientKey kOther[] = {{7, 0.2f, 0}, {8, 0.8f, 0.5f}};
+constexpr char kTriple[] = "1/0 1/1 1/2";
+
+struct UserCase
+{
+    const char* name;
+    /// Steps: P, D, M, N and U with a point are press, second press of a double click, move, move without the
+    /// button and release; K with a key; C with bytes on the clipboard; X with a menu command and a point; H
+    /// hides; F takes the focus away; S sets other stops, R the default ones; "!" forgets the messages so
+    /// far.
+    const char* steps;
+    const char* messages;
+    const char* stops = kFirst;
+};
+
+class GradientUser : public Gradient
+{
+protected:
+    void Check(const std::vector<UserCase>& cases)
+    {
+        for (const UserCase& test : cases) {
+            Renew();
+            Run(test.steps);
+            EXPECT_EQ(Heard(), test.messages) << test.name;
+            EXPECT_EQ(Stops(), test.stops) << test.name;
+            EXPECT_FALSE(control->HasCapture()) << test.name;
+            Release(0);
+            EXPECT_EQ(Heard(), "") << test.name << ": no run is left open";
+        }
+    }
+    void Run(const char* steps)
+    {
+        for (const QString& step : QString(steps).split(' ')) {
+            if (control)
+                Do(step.front().toLatin1(), step.mid(1));
+        }
+    }
+    void Do(char step, const QString& what)
+    {
+        const QStringList parts = what.split(u',');
+        const QPoint at = parts.size() < 2 ? QPoint() : QPoint(parts.end()[-2].toInt(), parts.back().toInt());
+        const QKeyCombination key = QKeySequence(what)[0];
+        switch (step) {
+        case 'P':
+            return Press(at.x(), at.y());
+        case 'D':
+            return Mouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton);
+        case 'M':
+            return Move(at.x(), at.y());
+        case 'N':
+            return Mouse(QEvent::MouseMove, at, {});
+        case 'U':
+            return Release(at.x(), at.y());
+        case 'K':
+            return Key(key.key(), key.keyboardModifiers());
+        case 'C':
+            return CopyToClipboard(QByteArray::fromHex(what.toLatin1()));
+        case 'X':
+            Menu(at, QString(parts.front()).replace(u'_', u' '));
+            return;
+        case 'H':
+            return control->hide();
+        case 'F':
+            return control->clearFocus();
+        case 'S':
+            control->SetData(2, kOther);
+            return;
+        case 'R':
+            control->ResetDefault();
+            return;
+        default:
+            Heard();
+        }
+    }
+};
+
+TEST_F(GradientUser, Mouse)
+{
+    Check({
+        {"select", "P124,50 U124,50", "2/0@2", "B0/0 Y30 *R60 M100"},
+        {"select again", "P64,50 U64,50", "2/0@1"},
+        {"drag past one", "P64,50 M74,50 M164,-200 U164,50", "2/0@1 1/0 1/1 1/2", "B0/0 R60 *Y80 M100"},
+        {"drag too far", "P64,50 M-900,50 M900,50 U900,50", "2/0@1 1/0 1/1 1/2", "B0/0 R60 *Y100 M100"},
+        {"add", "P94,50 U94,50", "1/0 1/2", "B0/0 Y30 *ffff7f00:45 R60 M100"},
+        {"the bar never selects", "P64,30 U64,30", "1/0 1/2", "B0/0 Y30 *ffff7f00:30 R60 M100"},
+        {"add and drag", "P94,20 M104,20 U104,20", "1/0 1/1 1/2", "B0/0 Y30 *ffff7f00:50 R60 M100"},
+        {"left mid point", "P34,5 M22,5 M22,5 U22,5", "1/0 1/1 1/2", "B0/0 *Y30/30 R60 M100"},
+        {"right mid point, limited", "P94,5 M190,5 U190,5", "1/0 1/2", "B0/0 *Y30 R60/95 M100"},
+        {"a mid point not shown", "P164,5 M150,5 U150,5", ""},
+        {"double click", "P64,50 U64,50 D124,50 U124,50", "2/0@1 2/0@2", "B0/0 Y30 *R60 M100"},
+        {"capture lost", "P64,50 M74,50 H M94,50", "2/0@1 1/0 1/2", "B0/0 *Y35 R60 M100"},
+        {"move without the button", "P64,50 M74,50 N80,50", "2/0@1 1/0 1/2", "B0/0 *Y35 R60 M100"},
+        {"escape", "P124,50 M30,50 KEsc M90,50", "2/0@2 1/0 1/1 1/2"},
+        {"escape before a move", "P124,50 KEsc", "2/0@2"},
+        {"escape from an added stop", "P94,50 KEsc", "1/0 1/1 1/2"},
+        {"keys in a drag", "P64,50 KDel KLeft KIns K5 KTab KCtrl+X KReturn U64,50", "2/0@1"},
+        {"coincident stops", "K6 K0 KReturn ! P124,5 M130,5 U130,5 !", "", "B0/0 *Y60 R60 M100"},
+    });
+}
+
+TEST_F(GradientUser, Keyboard)
+{
+    Check({
+        {"delete", "KDel", kTriple, "B0/0 *R60 M100"},
+        {"two stay", "KDel KDel ! KDel", "", "B0/0 *M100"},
+        {"next", "KDown", "2/0@2", "B0/0 Y30 *R60 M100"},
+        {"previous, then none", "KUp KUp", "2/0@0", "*B0/0 Y30 R60 M100"},
+        {"last twice", "KEnd KEnd", "2/0@3", "B0/0 Y30 R60 *M100"},
+        {"first", "KHome", "2/0@0", "*B0/0 Y30 R60 M100"},
+        {"a pixel", "KRight", kTriple, "B0/0 *Y30.5 R60 M100"},
+        {"ten pixels", "KShift+Left", kTriple, "B0/0 *Y25 R60 M100"},
+        {"at the end", "KHome ! KLeft", "", "*B0/0 Y30 R60 M100"},
+        {"mid point before", "KAlt+Left", kTriple, "B0/0 *Y30/49 R60 M100"},
+        {"mid point after", "KAlt+Shift+Right", kTriple, "B0/0 *Y30 R60/51 M100"},
+        {"none before the first", "KHome ! KAlt+Left", "", "*B0/0 Y30 R60 M100"},
+        {"insert", "KIns", kTriple, "B0/0 Y30 *ffff7f00:45 R60 M100"},
+        {"percent", "K7 K. K5 KEnter", kTriple, "B0/0 *Y7.5 R60 M100"},
+        {"percent of the same", "K3 K0 KReturn", ""},
+        {"percent dropped", "K5 KEsc KReturn", ""},
+        {"percent dropped by another key", "K5 KAlt+Right ! KReturn", "", "B0/0 *Y30/51 R60 M100"},
+        {"percent lost with the focus", "K5 F KReturn", ""},
+        {"percent corrected", "K5 K8 KBackspace KReturn", kTriple, "B0/0 *Y5 R60 M100"},
+    });
+}
+
+TEST_F(GradientUser, Clipboard)
+{
+    Check({
+        {"cut and paste", "KCtrl+X ! KCtrl+V", kTriple, "B0/0 *Y60 M100"},
+        {"paste of the same colour", "KCtrl+C KCtrl+V", kTriple},
+        {"little-endian", "C78563412 KCtrl+V", kTriple, "B0/0 *12345678:30 R60 M100"},
+        {"five bytes", "C1122334455 KCtrl+V", ""},
+    });
+    Key(Qt::Key_C, Qt::ControlModifier);
+    const QMimeData* data = QApplication::clipboard()->mimeData();
+    EXPECT_EQ(data->data(kFormat), QByteArray::fromHex("00ffffff"));
+    EXPECT_EQ(data->formats().size(), 1);
+
+    Control(QEvent::KeyPress, 0xFFE4); // the right Ctrl key
+    QKeyEvent cut(QEvent::KeyPress, Qt::Key_X, Qt::ControlModifier, "\x18");
+    QApplication::sendEvent(control, &cut);
+    Control(QEvent::KeyRelease, 0xFFE4);
+    EXPECT_EQ(Heard(), "");
+}
+
+TEST_F(GradientUser, MenuShowsWhatCanBeDone)
+{
+    QApplication::clipboard()->clear();
+    EXPECT_EQ(Menu({64, 50}), QStringList{"Paste"});
+    control->SetSelectedKey(0);
+    EXPECT_EQ(Menu({64, 50}), (QStringList{"Paste", "Exchange Before"}));
+    control->SetSelectedKey(3);
+    CopyToClipboard("123");
+    EXPECT_EQ(Menu({64, 50}), QStringList{"Exchange After"});
+    Key(Qt::Key_Delete), Key(Qt::Key_Delete);
+    EXPECT_EQ(Menu({64, 50}), (QStringList{"Cut", "Delete", "Exchange Before", "Same Space"}));
+}
+
+TEST_F(GradientUser, MenuCommands)
+{
+    Check({
+        {"copy", "XCopy,64,50", ""},
+        {"paste into a stop", "Cff0000ff XPaste,124,50", "2/0@2 1/0 1/1 1/2", "B0/0 Y30 *B60 M100"},
+        {"paste into a new stop", "Cff0000ff XPaste,94,50", "1/0 1/0 1/1 1/2", "B0/0 Y30 *B45 R60 M100"},
+        {"paste of no colour", "C112233 XPaste,94,50", ""},
+        {"cut", "XCut,64,50", kTriple, "B0/0 *R60 M100"},
+        {"delete", "XDelete,64,50", kTriple, "B0/0 *R60 M100"},
+        {"reverse", "XReverse,64,50", kTriple, "M0/100 R40 *Y70 B100"},
+        {"reflect", "XReflect,64,50", kTriple, "B0/0 *Y15 R30 M50 R70 Y85 B100"},
+        {"exchange before", "XExchange_Before,64,50", kTriple, "Y0/0 *B30 R60 M100"},
+        {"exchange after", "XExchange_After,64,50", kTriple, "B0/0 *R30 Y60 M100"},
+        {"same space", "XSame_Space,64,50", kTriple, "B0/0 *Y33.3 R66.7 M100"},
+        {"reset without defaults", "XReset,64,50", ""},
+        {"opened in a drag", "P64,50 M74,50 XNothing,64,50", "2/0@1 1/0 1/2", "B0/0 *Y35 R60 M100"},
+    });
+}
+
+TEST_F(GradientUser, SnapsWhileTheLeftControlKeyIsDown)
+{
+    Press(34, 5);
+    Control(QEvent::KeyPress, 0xFFE3);
+    Move(20); // 0.27
+    EXPECT_EQ(Stops(), "B0/0 *Y30/25 R60 M100");
+    Move(23); // 0.32
+    EXPECT_EQ(Stops(), "B0/0 *Y30/32 R60 M100");
+    Control(QEvent::KeyRelease, 0xFFE3);
+    Move(20);
+    EXPECT_EQ(Stops(), "B0/0 *Y30/27 R60 M100");
+}
+
+TEST_F(Gradient, SettersAreSilentButTwo)
+{
+    const SKvCGGradientKey keys[] = {{1, 0.9f, 0}, {2, 0.1f, 0.5f}};
+    EXPECT_EQ(control->SetColor(0xFF0000FFu), 1);
+    EXPECT_EQ(control->SetColor(0xFF0000FFu), 0);
+    control->SetEditing(1), control->SetActive(0), control->SetSelectedKey(3),
+        control->SetDefaultData(2, keys);
+    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(control->SetData(2, keys), 1);
+    EXPECT_EQ(Heard(), "0/0@0");
+    EXPECT_EQ(Stops(), "*1:90/0 2:10") << "not sorted";
+    EXPECT_EQ(control->SetData(2, nullptr), 0);
+    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(control->SetData(0, nullptr), 1);
+    EXPECT_EQ(Heard(), "0/0") << "no stop, no data";
+    EXPECT_EQ(control->GetSelectedColor(), 0u);
+    EXPECT_EQ(control->ResetDefault(), 1);
+    EXPECT_EQ(Heard(), "1/0 1/1 1/2");
+
+    TestCtrl neverCreated;
+    EXPECT_EQ(neverCreated.SetData(2, keys), 1);
+}
+
+TEST_F(Gradient, SignalComesWithEachMessage)
+{
+    std::string signalled;
+    QObject::connect(control, &CKvGradientCtrl::GradientChanged, [&](int event, int phase) {
+        signalled += std::to_string(event) + '/' + std::to_string(phase) + ' ';
+    });
+    Press(64, 50), Move(70), Release(70);
+    EXPECT_EQ(signalled, "2/0 1/0 1/2 ");
+}
+
+// Each way to make the control speak, for the tests in which the parent strikes back.
+class GradientReentry : public GradientUser
+{
+protected:
+    static constexpr const char* kTalks[] = {
+        "P64,50 M70,50 M80,50 U80,50",
+        "P94,30 M99,30 U99,30",
+        "P34,5 M30,5 M20,5 U20,5",
+        "P94,30 M99,30 KEsc U99,30",
+        "P94,30 N99,30",
+        "KDown",
+        "KRight",
+        "C11223344 XPaste,94,50",
+        "C11223344 XPaste,64,50",
+        "S",
+        "P64,50 M70,50 S M80,50 U80,50",
+        "R",
+    };
+    // Runs each talk again and again, with `strike` in its first, second … message.
+    void StrikeEverywhere(const std::function<void()>& strike, const std::function<void(const char*)>& check)
+    {
+        for (const char* talk : kTalks) {
+            for (int at = 0, last = 0; at <= last; ++at) {
+                Renew();
+                control->SetDefaultData(2, kOther);
+                messages = 0;
+                onMessage = [&](int index) {
+                    last = std::max(last, index);
+                    if (index == at)
+                        strike();
+                };
+                Run(talk);
+                check(talk);
+            }
+        }
+    }
+};
+
+TEST_F(GradientReentry, ParentMayDeleteTheControlInAnyMessage)
+{
+    StrikeEverywhere([&] { delete control; }, [&](const char* talk) { EXPECT_FALSE(control) << talk; });
+}
+
+TEST_F(GradientReentry, ParentMaySetTheStopsInAnyMessage)
+{
+    StrikeEverywhere([&] { control->SetData(2, kOther); },
+                     [&](const char* talk) {
+                         EXPECT_FALSE(control->HasCapture()) << talk;
+                         Heard();
+                         Release(0);
+                         EXPECT_EQ(Heard(), "") << talk << ": no run is left open";
+                     });
+
+    Renew();
+    messages = 0;
+    onMessage = [&](int index) { index == 2 ? control->SetData(2, kOther) : 0; };
+    Run("P64,50 M70,50 M80,50 M90,50 U90,50");
+    EXPECT_EQ(Heard(), "2/0@1 1/0 1/1 1/2 0/0@1") << "an undo in the handler ends the drag";
+    EXPECT_EQ(Stops(), "7:20/0 *8:80");
+}
+
+TEST_F(Gradient, TabLeavesAndArrowsStay)
+{
+    QWidget other(&parent);
+    other.setFocusPolicy(Qt::StrongFocus);
+    other.show();
+    EXPECT_EQ(control->OnGetDlgCode(), 0x81u);
+    QTest::keyClick(control.data(), Qt::Key_Tab);
+    EXPECT_FALSE(control->hasFocus());
+}
+
+TEST_F(Gradient, ToolTipsShowPlaceAndColour)
+{
+    CRect area;
+    EXPECT_EQ(control->ToolTipAt({64, 50}, area), "30 %  #FFFFFF00");
+    EXPECT_EQ(area, CRect(60, 47, 68, 60));
+    EXPECT_EQ(control->ToolTipAt({164, 30}, area), "80 %  #FFFF007F");
+    EXPECT_EQ(control->ToolTipAt({34, 5}, area), "Mid point 50 %");
+    EXPECT_EQ(control->ToolTipAt({150, 50}, area), "");
+}
+
+} // namespace
