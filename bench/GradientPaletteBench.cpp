@@ -8,7 +8,6 @@
 #include <QPainter>
 
 #include <benchmark/benchmark.h>
-
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -96,8 +95,7 @@ BENCHMARK(Ours)->Arg(4)->Arg(255);
 
 void PeerLinearGradient(benchmark::State& state)
 {
-    const std::vector<kv::BlendEntry> blend =
-        kv::MakeBlend(Stops(static_cast<int>(state.range(0))), true);
+    const std::vector<kv::BlendEntry> blend = kv::MakeBlend(Stops(static_cast<int>(state.range(0))), true);
     QImage picture = NewPicture();
     picture.fill(0xFFCCCCCCu);
     QPainter painter(&picture);

@@ -3,6 +3,7 @@
 #include "color/GradientColour.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -58,59 +59,52 @@ int DeviceGrid::LineAt(int pixel) const
 
 namespace {
 
-/// What the columns of the bar are mixed from: the blend's colour (alpha in 0..1) and the checkerboard's grey
-/// in an even row of squares. Arrays of their own, so that the loops over them become vector code.
-class Columns
+/// A colour that is being mixed: red, green, blue and, in 0..255 too, alpha. An array, so that one vector
+/// instruction treats all four.
+using Mix = std::array<float, 4>;
+
+/// What the columns of the bar are mixed from: the blend's colour and the checkerboard's grey in an even row
+/// of squares.
+struct Columns
 {
-public:
     explicit Columns(int count)
-        : m_count(static_cast<std::size_t>(count))
-        , m_values(std::make_unique_for_overwrite<float[]>(5 * m_count))
+        : mixes(std::make_unique_for_overwrite<Mix[]>(static_cast<std::size_t>(count)))
+        , greys(std::make_unique_for_overwrite<float[]>(static_cast<std::size_t>(count)))
     {
     }
 
-    float* Alpha() { return m_values.get(); }
-    float* Red() { return m_values.get() + m_count; }
-    float* Green() { return m_values.get() + 2 * m_count; }
-    float* Blue() { return m_values.get() + 3 * m_count; }
-    float* Grey() { return m_values.get() + 4 * m_count; }
-
-private:
-    std::size_t m_count;
-    std::unique_ptr<float[]> m_values;
+    std::unique_ptr<Mix[]> mixes;
+    std::unique_ptr<float[]> greys;
 };
 
-/// One channel along a stretch of the blend.
-struct ChannelRamp
+Mix MixOf(std::uint32_t colour)
 {
-    float start;
-    float step;
+    const auto channel = [](std::uint32_t value) { return static_cast<float>(static_cast<int>(value)); };
+    return {channel(RedOf(colour)), channel(GreenOf(colour)), channel(BlueOf(colour)),
+            channel(AlphaOf(colour))};
+}
 
-    void Draw(float* __restrict to, int count) const
-    {
-        for (int i = 0; i < count; ++i)
-            to[i] = start + step * static_cast<float>(i);
-    }
-};
-
-/// Sets the columns from `first` up to `last`, which lie between two entries of the blend.
-void DrawStretch(Columns& columns, const BlendEntry& from, const BlendEntry& to, int first, int last,
+/// Sets `count` columns that lie between two entries of the blend.
+void DrawStretch(Mix* __restrict mixes, int count, const BlendEntry& from, const BlendEntry& to,
                  double firstPlace, double placeStep)
 {
     const double length = to.position - from.position;
     const double perPlace = length > 0 ? 1 / length : 0.0;
-    const auto start = static_cast<float>((firstPlace - from.position) * perPlace);
-    const auto step = static_cast<float>(placeStep * perPlace);
-    const auto ramp = [&](std::uint32_t a, std::uint32_t b, float scale) {
-        const float low = static_cast<float>(static_cast<int>(a)) * scale;
-        const float rise = static_cast<float>(static_cast<int>(b) - static_cast<int>(a)) * scale;
-        return ChannelRamp{low + rise * start, rise * step};
-    };
-    const int count = last - first;
-    ramp(AlphaOf(from.colour), AlphaOf(to.colour), 1.0f / 255).Draw(columns.Alpha() + first, count);
-    ramp(RedOf(from.colour), RedOf(to.colour), 1.0f).Draw(columns.Red() + first, count);
-    ramp(GreenOf(from.colour), GreenOf(to.colour), 1.0f).Draw(columns.Green() + first, count);
-    ramp(BlueOf(from.colour), BlueOf(to.colour), 1.0f).Draw(columns.Blue() + first, count);
+    const auto first = static_cast<float>((firstPlace - from.position) * perPlace);
+    const auto each = static_cast<float>(placeStep * perPlace);
+    const Mix low = MixOf(from.colour);
+    const Mix high = MixOf(to.colour);
+    Mix start;
+    Mix step;
+    for (std::size_t c = 0; c < 4; ++c) {
+        start[c] = low[c] + (high[c] - low[c]) * first;
+        step[c] = (high[c] - low[c]) * each;
+    }
+    for (int i = 0; i < count; ++i) {
+        const auto offset = static_cast<float>(i);
+        for (std::size_t c = 0; c < 4; ++c)
+            mixes[i][c] = start[c] + step[c] * offset;
+    }
 }
 
 /// Sets the blend's colours in the columns from `left` up to `right`.
@@ -120,7 +114,8 @@ void DrawBlend(Columns& columns, const DeviceGrid& grid, int width, int left, in
     const int span = width - 7;
     const double perColumn = 1.0 / (grid.Ratio() * span);
     const auto draw = [&](const BlendEntry& from, const BlendEntry& to, int first, int last) {
-        DrawStretch(columns, from, to, first, last, (first / grid.Ratio() - 3) / span, perColumn);
+        DrawStretch(columns.mixes.get() + first, last - first, from, to, (first / grid.Ratio() - 3) / span,
+                    perColumn);
     };
     int column = left;
     for (std::size_t i = 1; i < blend.size() && column < right; ++i) {
@@ -143,7 +138,8 @@ void DrawBoard(Columns& columns, const DeviceGrid& grid, int right)
 {
     for (int square = 0, from = 0; from < right; ++square) {
         const int to = std::clamp(grid.Edge((square + 1) * kSquare), from + 1, right);
-        std::fill(columns.Grey() + from, columns.Grey() + to, square % 2 == 0 ? kDarkGrey : kLightGrey);
+        std::fill(columns.greys.get() + from, columns.greys.get() + to,
+                  square % 2 == 0 ? kDarkGrey : kLightGrey);
         from = to;
     }
 }
@@ -165,22 +161,20 @@ std::uint32_t Opaque(float red, float green, float blue)
 }
 
 /// Draws the blend over the checkerboard, into both rows at once.
-void Compose(Columns& columns, int left, int right, PaletteRows& rows)
+void Compose(const Columns& columns, int left, int right, PaletteRows& rows)
 {
-    const float* __restrict alpha = columns.Alpha();
-    const float* __restrict red = columns.Red();
-    const float* __restrict green = columns.Green();
-    const float* __restrict blue = columns.Blue();
-    const float* __restrict grey = columns.Grey();
+    const Mix* __restrict mixes = columns.mixes.get();
+    const float* __restrict greys = columns.greys.get();
     std::uint32_t* __restrict even = rows.even.data();
     std::uint32_t* __restrict odd = rows.odd.data();
     for (int i = left; i < right; ++i) {
-        const float r = red[i] * alpha[i];
-        const float g = green[i] * alpha[i];
-        const float b = blue[i] * alpha[i];
-        const float below = 1.0f - alpha[i];
-        const float evenGrey = grey[i] * below;
-        const float oddGrey = (kLightGrey + kDarkGrey - grey[i]) * below;
+        const float alpha = mixes[i][3] * (1.0f / 255);
+        const float r = mixes[i][0] * alpha;
+        const float g = mixes[i][1] * alpha;
+        const float b = mixes[i][2] * alpha;
+        const float below = 1.0f - alpha;
+        const float evenGrey = greys[i] * below;
+        const float oddGrey = (kLightGrey + kDarkGrey - greys[i]) * below;
         even[i] = Opaque(r + evenGrey, g + evenGrey, b + evenGrey);
         odd[i] = Opaque(r + oddGrey, g + oddGrey, b + oddGrey);
     }
