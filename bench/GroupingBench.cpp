@@ -50,7 +50,8 @@ std::vector<std::wstring> MakeNames(Shape shape, std::size_t count)
             names.push_back(clip + L"_A" + std::to_wstring(j) + L".wav");
     }
     std::shuffle(names.begin(), names.end(), std::mt19937(20240501));
-    return names;
+    // A copy's texts lie in memory as they came, like those of whoever reads a folder.
+    return std::vector<std::wstring>(names);
 }
 
 std::size_t ExpectedClips(Shape shape, std::size_t count)

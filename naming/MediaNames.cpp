@@ -1,5 +1,7 @@
 #include "naming/MediaNames.h"
 
+#include "naming/MediaTextOrder.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -18,34 +20,30 @@ void MediaNames::Sort()
     const std::vector<std::uint32_t> order = SortedOrder(m_added);
     m_text.reserve(m_added.Bytes());
     m_ends.reserve(order.size());
+    MediaTexts folded;
+    folded.Reserve(order.size(), m_added.Bytes());
     std::string_view previous;
-    for (const std::uint32_t index : order) {
-        const std::string_view name = m_added[index];
+    const auto take = [&](std::string_view name) {
         if (name == previous)
-            continue;
+            return;
+        previous = name;
         AppendDecoded(m_text, name);
         m_ends.push_back(m_text.size());
-        previous = name;
-    }
+        folded.AddFolded(name);
+    };
+    ForEachInOrder(m_added, order, take);
     m_added = MediaTexts();
-    IndexFolded();
+    IndexFolded(folded);
 }
 
-void MediaNames::IndexFolded()
+void MediaNames::IndexFolded(const MediaTexts& folded)
 {
-    MediaTexts folded;
-    folded.Reserve(m_ends.size(), m_text.size() + m_text.size() / 8);
-    for (MediaName i = 0; i < Count(); ++i)
-        folded.AddFolded((*this)[i]);
     m_foldedOrder = SortedOrder(folded);
-
-    m_folded = MediaTexts();
     m_folded.Reserve(folded.Count(), folded.Bytes());
+    ForEachInOrder(folded, m_foldedOrder, [this](std::string_view name) { m_folded.AddBytes(name); });
     m_foldedPlace.resize(m_foldedOrder.size());
-    for (std::uint32_t place = 0; place < m_foldedOrder.size(); ++place) {
-        m_folded.AddBytes(folded[m_foldedOrder[place]]);
+    for (std::uint32_t place = 0; place < m_foldedOrder.size(); ++place)
         m_foldedPlace[m_foldedOrder[place]] = place;
-    }
 }
 
 namespace {

@@ -1,7 +1,7 @@
 // The names of a folder's files, in code-point order and searchable by how they begin.
 #pragma once
 
-#include "naming/MediaTextOrder.h"
+#include "naming/MediaTexts.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -49,7 +49,7 @@ public:
     MediaName At(std::uint32_t place) const { return m_foldedOrder[place]; }
 
 private:
-    void IndexFolded();
+    void IndexFolded(const MediaTexts& folded);
     std::uint32_t FirstNotBelow(std::string_view folded, std::uint32_t near) const;
     std::uint32_t FirstNotStarting(std::string_view folded, std::uint32_t from) const;
 

@@ -1,14 +1,10 @@
 #include "naming/MediaTextOrder.h"
 
-#include "core/CodePoints.h"
-#include "core/Wildcard.h"
-
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstring>
 #include <span>
-#include <type_traits>
 
 namespace kv {
 namespace {
@@ -87,97 +83,7 @@ void PushEqualRuns(const std::vector<SortItem>& items, const SortRun& run, std::
     }
 }
 
-// Nearly all names are ASCII, and the plain loops for those become vector code.
-template <typename Character>
-bool IsAscii(std::basic_string_view<Character> text)
-{
-    using Unit = std::make_unsigned_t<Character>;
-    Unit all = 0;
-    for (const Character character : text)
-        all = static_cast<Unit>(all | static_cast<Unit>(character));
-    return all < 0x80;
-}
-
-template <typename To, typename From, typename Transform>
-void AppendEach(std::basic_string<To>& out, std::basic_string_view<From> text, Transform transform)
-{
-    const std::size_t before = out.size();
-    out.resize(before + text.size());
-    std::transform(text.begin(), text.end(), out.begin() + static_cast<std::ptrdiff_t>(before), transform);
-}
-
-template <typename Transform>
-void AppendEncoded(std::string& out, std::wstring_view text, Transform transform)
-{
-    for (std::size_t at = 0; at < text.size();) {
-        const CodePoint next = NextCodePoint(text, at);
-        AppendUtf8(out, transform(next.value));
-        at += next.length;
-    }
-}
-
-void Append(std::string& out, std::wstring_view text)
-{
-    if (IsAscii(text))
-        AppendEach(out, text, [](wchar_t character) { return static_cast<char>(character); });
-    else
-        AppendEncoded(out, text, [](char32_t character) { return character; });
-}
-
 } // namespace
-
-void AppendFolded(std::string& out, std::wstring_view text)
-{
-    if (!IsAscii(text)) {
-        AppendEncoded(out, text, FoldCase);
-        return;
-    }
-    AppendEach(out, text, [](wchar_t character) {
-        const bool isUpper = character >= L'A' && character <= L'Z';
-        return static_cast<char>(character + (isUpper ? L'a' - L'A' : 0));
-    });
-}
-
-void AppendDecoded(std::wstring& out, std::string_view bytes)
-{
-    if (IsAscii(bytes)) {
-        AppendEach(out, bytes, [](char byte) { return static_cast<wchar_t>(byte); });
-        return;
-    }
-    for (std::size_t at = 0; at < bytes.size();) {
-        const auto byte = [&] { return static_cast<unsigned char>(bytes[at++]); };
-        const char32_t lead = byte();
-        const int more = lead < 0x80 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-        char32_t character = more == 0 ? lead : lead & (0x3Fu >> more);
-        for (int i = 0; i < more; ++i)
-            character = (character << 6) | (byte() & 0x3Fu);
-        AppendWide(out, character);
-    }
-}
-
-void MediaTexts::Reserve(std::size_t count, std::size_t bytes)
-{
-    m_ends.reserve(count);
-    m_bytes.reserve(bytes);
-}
-
-void MediaTexts::Add(std::wstring_view text)
-{
-    Append(m_bytes, text);
-    m_ends.push_back(m_bytes.size());
-}
-
-void MediaTexts::AddFolded(std::wstring_view text)
-{
-    AppendFolded(m_bytes, text);
-    m_ends.push_back(m_bytes.size());
-}
-
-void MediaTexts::AddBytes(std::string_view bytes)
-{
-    m_bytes += bytes;
-    m_ends.push_back(m_bytes.size());
-}
 
 std::vector<std::uint32_t> SortedOrder(const MediaTexts& texts)
 {

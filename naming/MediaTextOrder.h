@@ -1,46 +1,36 @@
-// Many texts in one buffer, and their order.
+// The order of many texts.
 #pragma once
 
+#include "naming/MediaTexts.h"
+
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <span>
 #include <string_view>
 #include <vector>
 
 namespace kv {
 
-/// Texts end to end in one buffer, so that a million of them cost two allocations. Texts hold no NUL.
-/// Byte order is code-point order: characters are encoded as UTF-8 is, lone surrogates too.
-class MediaTexts
-{
-public:
-    void Reserve(std::size_t count, std::size_t bytes);
-    /// Appends a text as it stands, or case-folded.
-    void Add(std::wstring_view text);
-    void AddFolded(std::wstring_view text);
-    /// Appends the bytes of a text of this kind.
-    void AddBytes(std::string_view bytes);
-
-    std::size_t Count() const { return m_ends.size(); }
-    std::size_t Bytes() const { return m_bytes.size(); }
-    std::string_view operator[](std::size_t index) const
-    {
-        const std::size_t begin = index == 0 ? 0 : m_ends[index - 1];
-        return std::string_view(m_bytes).substr(begin, m_ends[index] - begin);
-    }
-
-private:
-    std::string m_bytes;
-    std::vector<std::size_t> m_ends;
-};
-
-/// Appends the case-folded form of a text in the encoding of MediaTexts.
-void AppendFolded(std::string& out, std::wstring_view text);
-
-/// Appends the text that bytes in the encoding of MediaTexts stand for.
-void AppendDecoded(std::wstring& out, std::string_view bytes);
-
 /// The indexes of the texts in ascending byte order; equal texts stand together in no defined order.
 std::vector<std::uint32_t> SortedOrder(const MediaTexts& texts);
+
+/// Visits texts in an order. They stand all over the buffer, so a batch of them is looked at before the first
+/// is visited: the memory then answers for all of them at once.
+template <typename Visit>
+void ForEachInOrder(const MediaTexts& texts, std::span<const std::uint32_t> order, Visit visit)
+{
+    std::array<std::string_view, 32> batch;
+    for (std::size_t first = 0; first < order.size(); first += batch.size()) {
+        const std::size_t count = std::min(batch.size(), order.size() - first);
+        for (std::size_t i = 0; i < count; ++i)
+            batch[i] = texts[order[first + i]];
+        [[maybe_unused]] volatile char touched = 0;
+        for (std::size_t i = 0; i < count; ++i)
+            touched = batch[i].empty() ? '\0' : batch[i].back();
+        std::for_each_n(batch.begin(), count, visit);
+    }
+}
 
 } // namespace kv

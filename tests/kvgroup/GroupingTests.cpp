@@ -4,6 +4,7 @@
 #include "naming/MediaExtensions.h"
 #include "naming/MediaGrouper.h"
 #include "naming/MediaReport.h"
+#include "naming/MediaTextOrder.h"
 #include "naming/RefCounted.h"
 
 #include <algorithm>
@@ -200,6 +201,43 @@ TEST(Grouping, EqualsThePlainWayInAnyOrder)
         clips += expected.size();
     }
     EXPECT_GT(clips, 250u);
+}
+
+TEST(Grouping, EqualsThePlainWayInRareCases)
+{
+    struct Row
+    {
+        const char* name;
+        RuleText rule;
+        Names names;
+        const wchar_t* many; // stands in 70 more names with ".mov": enough for an addition to be remembered
+        const char* holds;   // one of the lines
+    };
+    const Row rows[] = {
+        {"a label made of a literal and a value",
+         {1, L"<File><Ext>", {L"<<File>>"}},
+         {L"Number.mov", L"z"},
+         L"Number",
+         "1 Number.mov | "},
+        {"one specification, two main specifications",
+         {2, L"<File>_A<Number><Ext>", {L"x<Number><Ext>"}},
+         {L"b_A1.wav", L"b_A2.wav", L"c_A1.wav", L"c_A2.wav"},
+         L"x",
+         "2 b_A1.wav | "},
+        {"files of a base that is alone, found again",
+         {1, L"<File>_<Number><Ext>", {L"<File>_<Number>.mov"}},
+         {L"a_1.mov", L"a_2.wav", L"q_1.mov", L"q_2.mov"},
+         L"a_x",
+         "1 a_2.wav | a_1.mov\n"},
+    };
+    for (const Row& row : rows) {
+        Names names = row.names;
+        for (int i = 0; i < 70; ++i)
+            names.push_back(row.many + std::to_wstring(i) + L".mov");
+        const std::string grouped = Text(Grouped(names, {row.rule}));
+        EXPECT_EQ(grouped, Text(GroupedPlainly(names, {row.rule}))) << row.name;
+        EXPECT_NE(grouped.find(row.holds), std::string::npos) << row.name << ": " << grouped;
+    }
 }
 
 TEST(Grouping, TextsSortByCodePoint)
