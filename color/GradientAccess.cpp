@@ -9,6 +9,7 @@
 #include "core/TextTables.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kv {
@@ -34,6 +35,12 @@ Key StopKey(std::uint32_t id)
 Key MidPointKey(std::uint32_t id)
 {
     return Key{id} * 2 + 1;
+}
+
+/// In percent, without the crumbs that the stored single precision leaves.
+double Percent(float fraction)
+{
+    return std::round(100e4 * ClampPosition(fraction)) / 1e4;
 }
 
 bool IsMidPoint(Key key)
@@ -137,7 +144,7 @@ AccessiblePart GradientAccess::DescribeStop(int stop) const
                                        NumberText(std::int64_t{m_model.Count()}), ColourWords(key.colour)}));
     part.description = KvToQString(FillText(LoadText(kTextPosition), {PercentText(key.position)}));
     part.rect = m_layout.KeyBox(key.position);
-    part.value = AccessibleValue{100.0 * ClampPosition(key.position), 0, 100, 1};
+    part.value = AccessibleValue{Percent(key.position), 0, 100, 1};
     part.selectable = true;
     part.selected = stop == m_model.Selected();
     part.actions = {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::setFocusAction(),
@@ -154,10 +161,9 @@ AccessiblePart GradientAccess::DescribeMidPoint(int stop) const
                                      {NumberText(std::int64_t{stop}), NumberText(std::int64_t{stop} + 1)}));
     part.description = KvToQString(FillText(LoadText(kTextMidPlace), {PercentText(m_model.MidPoint(stop))}));
     part.rect = m_layout.MidPointBox(m_model.MidPointPlace(stop));
-    constexpr double low = 100.0 * kMidPointMin;
-    constexpr double high = 100.0 * kMidPointMax;
-    part.value =
-        AccessibleValue{std::clamp(100.0 * ClampPosition(m_model.MidPoint(stop)), low, high), low, high, 1};
+    const double low = Percent(kMidPointMin);
+    const double high = Percent(kMidPointMax);
+    part.value = AccessibleValue{std::clamp(Percent(m_model.MidPoint(stop)), low, high), low, high, 1};
     part.actions = {QAccessibleActionInterface::increaseAction(),
                     QAccessibleActionInterface::decreaseAction()};
     return part;

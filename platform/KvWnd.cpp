@@ -379,14 +379,17 @@ void CKvWnd::keyPressEvent(QKeyEvent* event)
     event->setAccepted(used || !self);
 }
 
-void CKvWnd::focusInEvent(QFocusEvent*)
+// A popup menu leaves the focus where it is; only the toolkit sees it go and come back.
+void CKvWnd::focusInEvent(QFocusEvent* event)
 {
-    OnSetFocus();
+    if (event->reason() != Qt::PopupFocusReason)
+        OnSetFocus();
 }
 
-void CKvWnd::focusOutEvent(QFocusEvent*)
+void CKvWnd::focusOutEvent(QFocusEvent* event)
 {
-    OnKillFocus();
+    if (event->reason() != Qt::PopupFocusReason)
+        OnKillFocus();
 }
 
 void CKvWnd::timerEvent(QTimerEvent* event)

@@ -121,6 +121,9 @@ TEST_F(GradientPicture, FrameIsOrangeWhileActiveOrEditing)
     control->SetEditing(0);
     control->setFocus();
     EXPECT_EQ(frame(), 0xFFFFA500u);
+    QFocusEvent popup(QEvent::FocusOut, Qt::PopupFocusReason);
+    QApplication::sendEvent(control, &popup);
+    EXPECT_EQ(frame(), 0xFFFFA500u) << "a menu leaves the focus where it is";
     control->clearFocus();
     EXPECT_EQ(frame(), 0xFF000000u);
 }
@@ -188,8 +191,8 @@ TEST_F(GradientReader, FindsStopsAndShownMidPoints)
         const QPoint middle = part->rect().center();
         EXPECT_EQ(Container()->childAt(middle.x(), middle.y()), part) << i;
     }
-    EXPECT_NEAR(Value(Container()->child(2))->currentValue().toDouble(), 30, 1e-4);
-    EXPECT_NEAR(Value(Container()->child(1))->currentValue().toDouble(), 50, 1e-4);
+    EXPECT_EQ(Value(Container()->child(2))->currentValue().toDouble(), 30.0);
+    EXPECT_EQ(Value(Container()->child(1))->currentValue().toDouble(), 50.0);
     EXPECT_EQ(Container()->child(2)->text(QAccessible::Description), "Position 30 percent");
     control->SetColor(0x80804000u);
     EXPECT_EQ(Container()->child(2)->text(QAccessible::Name), "Stop 2 of 4, brown, 50.2 percent opaque");
@@ -219,7 +222,7 @@ TEST_F(GradientReader, EditsAsAUserDoes)
     EXPECT_EQ(Container()->focusChild(), Container()->child(0));
     EXPECT_TRUE(Container()->child(0)->state().focused);
     Value(Container()->child(1))->setCurrentValue(1);
-    EXPECT_EQ(Value(Container()->child(1))->currentValue().toDouble(), 100.0 * 0.05f);
+    EXPECT_EQ(Value(Container()->child(1))->currentValue().toDouble(), 5.0);
 
     control->setEnabled(false);
     Value(yellow)->setCurrentValue(10);
