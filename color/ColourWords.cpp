@@ -81,10 +81,9 @@ std::wstring ColourWord(std::uint32_t colour)
 
 std::wstring ColourWords(std::uint32_t colour)
 {
-    const std::wstring word = ColourWord(colour);
     if (AlphaOf(colour) == 255)
-        return word;
-    return FillText(LoadText(kTextTranslucent), {word, PercentText(AlphaOf(colour) / 255.0)});
+        return ColourWord(colour);
+    return FillText(LoadText(kTextTranslucent), {ColourWord(colour), PercentText(AlphaOf(colour) / 255.0)});
 }
 
 } // namespace kv

@@ -151,11 +151,12 @@ struct PaletteRows
     std::vector<std::uint32_t> odd;
 };
 
+/// An opaque pixel of truncated channels.
 std::uint32_t Opaque(float red, float green, float blue)
 {
     // Signed conversions are the ones that have vector instructions everywhere.
     const auto channel = [](float value) {
-        return static_cast<std::uint32_t>(static_cast<std::int32_t>(value + 0.5f));
+        return static_cast<std::uint32_t>(static_cast<std::int32_t>(value));
     };
     return 0xFF000000u | (channel(red) << 16) | (channel(green) << 8) | channel(blue);
 }
@@ -173,8 +174,9 @@ void Compose(const Columns& columns, int left, int right, PaletteRows& rows)
         const float g = mixes[i][1] * alpha;
         const float b = mixes[i][2] * alpha;
         const float below = 1.0f - alpha;
-        const float evenGrey = greys[i] * below;
-        const float oddGrey = (kLightGrey + kDarkGrey - greys[i]) * below;
+        // With the half that rounds.
+        const float evenGrey = greys[i] * below + 0.5f;
+        const float oddGrey = (kLightGrey + kDarkGrey - greys[i]) * below + 0.5f;
         even[i] = Opaque(r + evenGrey, g + evenGrey, b + evenGrey);
         odd[i] = Opaque(r + oddGrey, g + oddGrey, b + oddGrey);
     }

@@ -16,6 +16,8 @@ constexpr QRgb kStrip = 0xFF5A5A5Au;
 class TestCtrl : public CKvGradientCtrl
 {
 public:
+    using CKvGradientCtrl::DrawKeyPointer;
+    using CKvGradientCtrl::DrawMidPointPointer;
     using CKvGradientCtrl::OnTimer;
 
     int paints = 0;
@@ -68,20 +70,14 @@ TEST_F(GradientPicture, AreasMarkersAndFrame)
         QPoint at;
         QRgb colour;
     } pixels[] = {
-        {"nothing above the bar", {0, 0}, kBackground},
         {"tick", {19, 3}, 0xFF804040u},
-        {"tick", {49, 6}, 0xFF804040u},
         {"mid point", {34, 2}, 0xFF808080u},
-        {"mid point", {97, 5}, 0xFF808080u},
         {"none beside another stop", {164, 2}, kBackground},
-        {"beside the frame", {2, 30}, kBackground},
         {"frame", {3, 11}, 0xFFFFA500u},
-        {"frame", {205, 45}, 0xFFFFA500u},
         {"below the frame", {100, 46}, kBackground},
         {"strip", {0, 59}, kStrip},
         {"tip of the selected one, light, hence black", {64, 47}, 0xFF000000u},
         {"foot of the first", {0, 56}, 0xFF0000FFu},
-        {"below the foot", {0, 57}, kStrip},
         {"last", {208, 55}, 0xFFFF00FFu},
     };
     for (const auto& pixel : pixels)
@@ -160,6 +156,21 @@ TEST_F(GradientPicture, DegenerateDataAndSizesAreDrawn)
     control->resize(209, 60);
     control->SetData(0, nullptr);
     EXPECT_EQ(Shot().pixel(9, 13), 0xFFCCCCCCu) << "the board alone";
+}
+
+TEST_F(GradientPicture, MarkersForADerivedControl)
+{
+    QImage image(40, 20, QImage::Format_RGB32);
+    image.fill(kBackground);
+    QPainter painter(&image);
+    TestCtrl::DrawKeyPointer(painter, 10, 15, 0xFF00FF00u);
+    TestCtrl::DrawMidPointPointer(painter, 30, 0xFF808080u);
+    painter.end();
+    for (const QPoint at : {QPoint(10, 6), QPoint(6, 15), QPoint(14, 15)})
+        EXPECT_EQ(image.pixel(at), 0xFF00FF00u);
+    for (const QPoint at : {QPoint(10, 5), QPoint(5, 15), QPoint(10, 16), QPoint(30, 5)})
+        EXPECT_EQ(image.pixel(at), kBackground);
+    EXPECT_EQ(image.pixel(30, 2), 0xFF808080u);
 }
 
 class GradientReader : public GradientPicture
