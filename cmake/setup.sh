@@ -5,6 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 packages_build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev)
 packages_run=(fonts-dejavu-core)
+packages_bench=(libbenchmark-dev libpcre2-dev)
 packages_test=(libgtest-dev xvfb openbox xdotool x11-utils)
 
 say() { printf '%s\n' "$*" >&2; }
@@ -37,14 +38,16 @@ need() {
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET TARGET: quiet unless it fails. The tests are configured where their packages are.
+# build PRESET TARGET [CMake options]: quiet unless it fails. The tests are configured where their packages are.
 build() {
   local preset=$1 target=$2 tests=OFF
-  is_installed libgtest-dev && tests=ON
+  shift 2
+  if ! command -v dpkg-query >/dev/null || is_installed libgtest-dev; then tests=ON; fi
   local log="build/$preset.log"
   mkdir -p build
   say "Building ($preset) …"
-  if ! { cmake --preset "$preset" "-DKV_BUILD_TESTS=$tests" && cmake --build --preset "$preset" --target "$target"; } >"$log" 2>&1; then
+  if ! { cmake --preset "$preset" "-DKV_BUILD_TESTS=$tests" "$@" &&
+    cmake --build --preset "$preset" --target "$target"; } >"$log" 2>&1; then
     tail -n 60 "$log" >&2
     say "The build failed; the whole log is $log"
     exit 1
