@@ -1,7 +1,7 @@
 # How every target of ours is compiled: kv_compile(target) after add_library or add_executable.
 
 function(kv_compile target)
-  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_compile_features(${target} PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
@@ -36,6 +36,6 @@ if(KV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${KV_CCACHE}")
 endif()
 find_program(KV_MOLD mold)
-if(KV_MOLD AND NOT KV_SANITIZE AND NOT WIN32)
+if(KV_MOLD AND NOT WIN32)
   add_link_options(-fuse-ld=mold)
 endif()

@@ -16,7 +16,8 @@ KvMessageBoxHandler& Handler()
 
 int (*g_toolkitBox)(HWND, const std::wstring&, UINT) = nullptr;
 
-// Where nobody can answer, a question gets the answer that changes least.
+} // namespace
+
 int CautiousAnswer(UINT style)
 {
     switch (style & MB_TYPEMASK) {
@@ -32,8 +33,6 @@ int CautiousAnswer(UINT style)
         return IDOK;
     }
 }
-
-} // namespace
 
 void SetToolkitMessageBox(int (*show)(HWND owner, const std::wstring& text, UINT style))
 {

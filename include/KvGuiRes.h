@@ -40,7 +40,8 @@ class KV_API KvGuiRes
 public:
     /// Looks a theme colour (0xAARRGGBB) up. A missing key leaves `colour` alone. @return 1 when found.
     static int LoadColor(const wchar_t* key, DWORD& colour);
-    /// Looks a picture up by its name without ending. @return a null picture when there is none.
+    /// Looks a picture up by its name; an ending ".svg" or ".png" does not count. @return a null picture when
+    /// there is none.
     static KvSkinImage LoadImageW(const wchar_t* name);
     /// The text with that number in the string table; empty when there is none.
     static std::wstring LoadStringW(UINT number);
@@ -58,7 +59,8 @@ public:
     static int SetSkinFolder(const wchar_t* folder);
     /// Overlays texts from a profile file with the sections "Strings" (`7022 = …`), "Menus"
     /// (`12002.32772 = …`), "Dialogs" (`12016.12077 = …`) and "Tips" (`15000 = …`). Null or empty removes
-    /// the overlay. A missing text falls back to the built-in one.
+    /// the overlay. In a text `\n`, `\r`, `\t` and `\\` stand for a line break, a carriage return, a tab and
+    /// a backslash. A missing or empty text falls back to the built-in one.
     /// @return 1; 0, with the texts unchanged, when the file cannot be read.
     static int SetStringFile(const wchar_t* file);
 

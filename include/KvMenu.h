@@ -22,14 +22,16 @@ public:
     /// Loads the menu of a number from the tables, with the texts of the current overlay.
     /// @return 1; 0 when there is none (the menu is then empty).
     int LoadMenu(UINT number);
-    /// Loads a menu that the host registered with `KvGuiRes::RegisterMenu`. @return 1, or 0 for no such name.
+    /// Makes a menu that the host registered with `KvGuiRes::RegisterMenu`. Call it before each opening: the
+    /// factory makes the menu as it is to be now. @return 1, or 0 for no such name.
     int LoadMenu(const wchar_t* name);
     /// The menu itself; null while nothing is loaded. It belongs to this object.
     HMENU GetHandle() const;
     /// Enables or disables an item. @return 1; 0 when there is no such command.
     int EnableMenuItem(UINT command, BOOL enable);
     int CheckMenuItem(UINT command, BOOL check);
-    /// Opens the popup at a screen point and waits for the choice. The owner may die meanwhile.
+    /// Opens the popup at a screen point and waits for the choice. The owner and this object may die
+    /// meanwhile.
     /// @param flags TPM_…; @param owner gives the popup its window and style; may be null.
     /// @return the command, 0 when dismissed.
     UINT TrackPopupMenu(UINT flags, CPoint screen, CWnd* owner);

@@ -145,5 +145,5 @@ struct MSG
 KV_API void KvSetDlgItemId(HWND window, UINT id);
 /// @return the number; 0 until it is set, and for null.
 KV_API UINT KvGetDlgItemId(HWND window);
-/// @return the direct child of `parent` with that number, or null.
+/// @return the direct child of `parent` with that number; null when there is none, and for 0.
 KV_API HWND KvGetDlgItem(HWND parent, UINT id);

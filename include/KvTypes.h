@@ -65,7 +65,8 @@ struct CPoint
     CPoint(const QPoint& point);
     operator QPoint() const;
 
-    friend constexpr bool operator==(const CPoint&, const CPoint&) = default;
+    friend constexpr bool operator==(const CPoint& a, const CPoint& b) { return a.x == b.x && a.y == b.y; }
+    friend constexpr bool operator!=(const CPoint& a, const CPoint& b) { return !(a == b); }
 };
 
 /// A size in pixels.
@@ -79,7 +80,8 @@ struct CSize
     CSize(const QSize& size);
     operator QSize() const;
 
-    friend constexpr bool operator==(const CSize&, const CSize&) = default;
+    friend constexpr bool operator==(const CSize& a, const CSize& b) { return a.cx == b.cx && a.cy == b.cy; }
+    friend constexpr bool operator!=(const CSize& a, const CSize& b) { return !(a == b); }
 };
 
 /// A rectangle in pixels; right and bottom lie outside it.
@@ -105,7 +107,11 @@ struct CRect
         return p.x >= left && p.x < right && p.y >= top && p.y < bottom;
     }
 
-    friend constexpr bool operator==(const CRect&, const CRect&) = default;
+    friend constexpr bool operator==(const CRect& a, const CRect& b)
+    {
+        return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+    }
+    friend constexpr bool operator!=(const CRect& a, const CRect& b) { return !(a == b); }
 };
 
 using POINT = CPoint;
@@ -147,7 +153,7 @@ inline constexpr UINT WM_MOUSEHOVER = 0x02A1;
 inline constexpr UINT WM_MOUSELEAVE = 0x02A3;
 inline constexpr UINT WM_KICKIDLE = 0x036A;
 
-// Window styles that `Create` understands.
+// Window styles. `Create` heeds WS_VISIBLE, WS_DISABLED and WS_TABSTOP and accepts the others.
 inline constexpr UINT WS_CHILD = 0x40000000;
 inline constexpr UINT WS_VISIBLE = 0x10000000;
 inline constexpr UINT WS_DISABLED = 0x08000000;

@@ -55,19 +55,19 @@ struct SKvWaveFormatInfo
 };
 
 /// The single texts that KvGetResolutionString joins.
-class KV_API KvVideoResStringUtils
-{
-public:
-    /// "1920 * 1080".
-    static std::wstring GetFrameSize(const SKvVideoResolution& resolution);
-    /// "25p", "50i", "59.94i": frames per second, or fields per second when interlaced.
-    /// Empty for a frame rate outside the table.
-    static std::wstring GetFrameRate(const SKvVideoResolution& resolution);
-    /// "4:3" (0, 4), "16:9" (1, 5), else string 10023 "1.0(Pixel Ratio)".
-    static std::wstring GetAspectRatio(EKvAspectRatio aspectRatio);
-    /// Strings 12024 to 12027; empty for any other value.
-    static std::wstring GetFieldOrder(EKvScanMode scanMode);
-};
+namespace KvVideoResStringUtils {
+
+/// "1920 * 1080".
+KV_API std::wstring GetFrameSize(const SKvVideoResolution& resolution);
+/// "25p", "50i", "59.94i": frames per second, or fields per second when interlaced.
+/// Empty for a frame rate outside the table.
+KV_API std::wstring GetFrameRate(const SKvVideoResolution& resolution);
+/// "4:3" (0, 4), "16:9" (1, 5), else string 10023 "1.0(Pixel Ratio)".
+KV_API std::wstring GetAspectRatio(EKvAspectRatio aspectRatio);
+/// Strings 12024 to 12027; empty for any other value.
+KV_API std::wstring GetFieldOrder(EKvScanMode scanMode);
+
+} // namespace KvVideoResStringUtils
 
 /// "(1920 * 1080 59.94i, 16:9, Upper First)", or with ", 3D" before the last parenthesis when `with3D` is
 /// not 0. @return 1.

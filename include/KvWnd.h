@@ -32,6 +32,11 @@ public:
     UINT GetDlgCtrlID() const;
     /// The client rectangle: the whole widget, from (0, 0).
     CRect GetClientRect() const;
+    /// @return which keys the control wants for itself (DLGC_…); also the answer to WM_GETDLGCODE. Tab leaves
+    ///         the control unless it asks for it.
+    virtual UINT OnGetDlgCode();
+
+    void setVisible(bool visible) override;
 
 protected:
     // Messages of children. Return non-zero when handled; `*result` is the sender's answer.
@@ -42,7 +47,7 @@ protected:
 
     // Events. Points are client coordinates. A handler may delete the window.
     virtual void OnPaint(Graphics& graphics);
-    /// After `Create` only.
+    /// After `Create` only; of a hidden window when it is shown.
     virtual void OnSize(int width, int height);
     virtual void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
     /// The second press of a double click; a press unless overridden.
@@ -60,9 +65,6 @@ protected:
     /// @param character the UTF-16 unit; Ctrl+A to Ctrl+Z arrive as 1 to 26.
     /// @return non-zero when the character was used.
     virtual BOOL OnChar(UINT character);
-    /// @return which keys the control wants for itself (DLGC_…). Tab leaves the control unless it asks for
-    /// it.
-    virtual UINT OnGetDlgCode();
     /// True for a key that the focused control takes before the host's shortcuts see it.
     /// @param character as in `OnChar`; 0 when the key has none.
     virtual bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const;
@@ -86,7 +88,8 @@ protected:
     void SetCapture();
     void ReleaseCapture();
     bool HasCapture() const;
-    /// True while a left Ctrl key is down; a Ctrl press that is not known as the right one counts as left.
+    /// True while a left Ctrl key is down; a Ctrl press that is not known as the right one counts as left,
+    /// also one that only the modifiers of the latest event tell of.
     bool IsLeftControlDown() const;
 
     bool event(QEvent* event) override;
@@ -100,7 +103,6 @@ protected:
     void leaveEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
@@ -110,7 +112,6 @@ protected:
 private:
     friend class KvGuiRes;
     void LoseCapture();
-    void NoteModifiers(const QKeyEvent& event);
     template <typename Handler>
     void Dispatch(QEvent* event, Handler handler);
 

@@ -16,6 +16,7 @@ struct FrameRate
 constexpr FrameRate kFrameRates[] = {{24000, 1001}, {24, 1}, {25, 1},       {30000, 1001},
                                      {30, 1},       {50, 1}, {60000, 1001}, {60, 1}};
 
+constexpr std::uint32_t k3DText = 20001;
 constexpr std::uint32_t kSquarePixelText = 10023;
 constexpr std::uint32_t kFirstScanModeText = 12024;
 constexpr std::uint32_t kMonoText = 12072;
@@ -97,7 +98,8 @@ int KvGetResolutionString(const SKvVideoResolution& resolution, int with3D, std:
     out = L"(" + KvVideoResStringUtils::GetFrameSize(resolution) + L" " +
           KvVideoResStringUtils::GetFrameRate(resolution) + L", " +
           KvVideoResStringUtils::GetAspectRatio(resolution.aspectRatio) + L", " +
-          KvVideoResStringUtils::GetFieldOrder(resolution.scanMode) + (with3D ? L", 3D)" : L")");
+          KvVideoResStringUtils::GetFieldOrder(resolution.scanMode) +
+          (with3D ? L", " + kv::LoadText(k3DText) : std::wstring()) + L")";
     return 1;
 }
 

@@ -41,9 +41,8 @@ bool CopyColour(std::uint32_t argb)
 
 std::optional<std::uint32_t> ClipboardColour()
 {
-    if (!ClipboardHasColour())
-        return std::nullopt;
-    const QByteArray bytes = ClipboardData()->data(ColourFormat());
+    const QMimeData* data = ClipboardData();
+    const QByteArray bytes = data ? data->data(ColourFormat()) : QByteArray();
     if (bytes.size() != sizeof(std::uint32_t))
         return std::nullopt;
     return qFromLittleEndian<std::uint32_t>(bytes.constData());

@@ -3,6 +3,7 @@
 #include "KvWnd.h"
 #include "core/ProfileDocument.h"
 #include "core/TextTables.h"
+#include "core/WholeFile.h"
 
 #include <QApplication>
 #include <QDir>
@@ -12,8 +13,6 @@
 #include <QPointer>
 #include <QSvgRenderer>
 
-#include <algorithm>
-#include <charconv>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -38,13 +37,9 @@ std::optional<DWORD> ParseColour(std::wstring_view text)
     return channels[3] << 24 | channels[0] << 16 | channels[1] << 8 | channels[2];
 }
 
-std::optional<ColourTable> ReadColours(const QString& path)
+ColourTable ReadColours(std::string_view bytes)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    const kv::ProfileDocument document({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    const kv::ProfileDocument document(bytes);
     ColourTable colours;
     for (const auto& [key, value] : document.Section(L"Colors")) {
         if (const std::optional<DWORD> colour = ParseColour(value))
@@ -66,10 +61,22 @@ Skin& TheSkin()
 {
     static Skin skin = [] {
         Skin first;
-        first.builtIn = ReadColours(QStringLiteral(":/kv/skin/skin.ini")).value_or(ColourTable());
+        QFile file(QStringLiteral(":/kv/skin/skin.ini"));
+        if (file.open(QIODevice::ReadOnly))
+            first.builtIn = ReadColours(file.readAll().toStdString());
         return first;
     }();
     return skin;
+}
+
+// Names are looked up without their ending; some of the field's keys carry one.
+QString WithoutEnding(const QString& name)
+{
+    for (const char* ending : {".svg", ".png"}) {
+        if (name.endsWith(QLatin1String(ending), Qt::CaseInsensitive))
+            return name.chopped(4);
+    }
+    return name;
 }
 
 // A name is a plain file name: an overlay cannot reach out of its folder.
@@ -78,25 +85,31 @@ bool IsPlainName(const QString& name)
     return !name.isEmpty() && !name.contains(u'/') && !name.contains(u'\\');
 }
 
-QString FindImage(const QString& folder, const QString& name)
-{
-    for (const char* ending : {".svg", ".png"}) {
-        const QString path = folder + u'/' + name + QLatin1String(ending);
-        if (QFileInfo::exists(path))
-            return path;
-    }
-    return {};
-}
-
 } // namespace
 
 struct KvSkinImage::Data
 {
+    // Reads the picture of a name; null when there is none or it is broken.
+    static std::shared_ptr<const Data> Read(const QString& folder, const QString& name);
+
     std::shared_ptr<QSvgRenderer> vector;
     QImage raster;
     mutable QPixmap cached; // the size and ratio asked for last
     mutable QSize cachedSize;
 };
+
+std::shared_ptr<const KvSkinImage::Data> KvSkinImage::Data::Read(const QString& folder, const QString& name)
+{
+    const QString path = folder + u'/' + name;
+    auto data = std::make_shared<Data>();
+    if (QFileInfo::exists(path + QLatin1String(".svg"))) {
+        data->vector = std::make_shared<QSvgRenderer>(path + QLatin1String(".svg"));
+        if (data->vector->isValid())
+            return data;
+        data->vector.reset();
+    }
+    return data->raster.load(path + QLatin1String(".png")) ? data : nullptr;
+}
 
 KvSkinImage::KvSkinImage() = default;
 KvSkinImage::~KvSkinImage() = default;
@@ -163,31 +176,18 @@ int KvGuiRes::LoadColor(const wchar_t* key, DWORD& colour)
 
 KvSkinImage KvGuiRes::LoadImageW(const wchar_t* name)
 {
-    const QString plainName = name ? KvToQString(name) : QString();
+    const QString plainName = name ? WithoutEnding(KvToQString(name)) : QString();
     if (!IsPlainName(plainName))
         return {};
     Skin& skin = TheSkin();
     if (const auto found = skin.images.find(name); found != skin.images.end())
         return found->second;
     KvSkinImage image;
-    QStringList folders{QStringLiteral(":/kv/skin")};
+    // A broken picture of an overlay falls back to the built-in one.
     if (!skin.overlayFolder.isEmpty())
-        folders.prepend(skin.overlayFolder);
-    for (const QString& folder : folders) {
-        const QString path = FindImage(folder, plainName);
-        if (path.isEmpty())
-            continue;
-        auto data = std::make_shared<KvSkinImage::Data>();
-        if (path.endsWith(QLatin1String(".svg")))
-            data->vector = std::make_shared<QSvgRenderer>(path);
-        else
-            data->raster.load(path);
-        // A broken picture of an overlay falls back to the built-in one.
-        if (data->vector ? data->vector->isValid() : !data->raster.isNull()) {
-            image.m_data = std::move(data);
-            break;
-        }
-    }
+        image.m_data = KvSkinImage::Data::Read(skin.overlayFolder, plainName);
+    if (!image.m_data)
+        image.m_data = KvSkinImage::Data::Read(QStringLiteral(":/kv/skin"), plainName);
     skin.images.emplace(name, image);
     return image;
 }
@@ -214,23 +214,25 @@ std::wstring KvGuiRes::LoadMenuText(UINT menu, UINT command)
 
 int KvGuiRes::SetSkinFolder(const wchar_t* folder)
 {
-    const QString path = folder ? KvToQString(folder) : QString();
+    QString path = folder ? KvToQString(folder) : QString();
     ColourTable colours;
     if (!path.isEmpty()) {
         if (!QFileInfo(path).isDir())
             return 0;
+        path = QDir(path).absolutePath(); // pictures are looked up later, from wherever the process is then
         const QString ini = path + QStringLiteral("/skin.ini");
         // A skin of pictures only needs no skin.ini.
         if (QFileInfo::exists(ini)) {
-            std::optional<ColourTable> read = ReadColours(ini);
-            if (!read)
+            const auto bytes =
+                kv::ReadWholeFile(KvFromQString(ini), nullptr, kv::ProfileDocument::kMostBytes);
+            if (!bytes)
                 return 0;
-            colours = std::move(*read);
+            colours = ReadColours(*bytes);
         }
     }
     Skin& skin = TheSkin();
     skin.overlay = std::move(colours);
-    skin.overlayFolder = path;
+    skin.overlayFolder = std::move(path);
     skin.images.clear();
     NotifyWindows();
     return 1;

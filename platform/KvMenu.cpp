@@ -98,11 +98,12 @@ UINT CKvMenu::TrackPopupMenu(UINT /*flags*/, CPoint screen, CWnd* owner)
     if (!m_menu)
         return 0;
     // A child of its owner while it is open, so that it stands on the owner's window and wears its style;
-    // it dies with the owner, and m_menu then knows.
+    // it dies with the owner, and the pointers then know.
+    const QPointer<QMenu> menu(m_menu); // this object, too, may die meanwhile
     if (owner)
-        m_menu->setParent(owner, m_menu->windowFlags());
-    const UINT command = KvGetMenuCommand(m_menu->exec(screen));
-    if (m_menu && owner)
-        m_menu->setParent(nullptr, m_menu->windowFlags());
+        menu->setParent(owner, menu->windowFlags());
+    const UINT command = KvGetMenuCommand(menu->exec(screen));
+    if (menu && owner)
+        menu->setParent(nullptr, menu->windowFlags());
     return command;
 }

@@ -72,7 +72,7 @@ LRESULT KvSendMessage(HWND to, UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     KvMessageEvent event(message, wParam, lParam);
     QCoreApplication::sendEvent(to, &event);
-    return event.isAccepted() ? event.result : 0;
+    return event.result;
 }
 
 KvMessageSink::KvMessageSink(QWidget* window, Handler handler)
@@ -90,11 +90,12 @@ bool KvMessageSink::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != KvMessageEvent::EventType() || !m_handler)
         return QObject::eventFilter(watched, event);
     auto& message = static_cast<KvMessageEvent&>(*event);
-    // A copy: the handler may delete this sink.
+    // Copies: the handler may delete this sink and the window.
     const Handler handler = m_handler;
+    const QPointer<QObject> window(watched);
     const std::optional<LRESULT> answer = handler(message.message, message.wParam, message.lParam);
     if (!answer)
-        return false;
+        return window.isNull(); // nobody is left to hear it
     message.result = *answer;
     message.accept();
     return true;
@@ -113,7 +114,7 @@ UINT KvGetDlgItemId(HWND window)
 
 HWND KvGetDlgItem(HWND parent, UINT id)
 {
-    if (!parent)
+    if (!parent || id == 0)
         return nullptr;
     for (QObject* child : parent->children()) {
         if (child->isWidgetType() && KvGetDlgItemId(static_cast<QWidget*>(child)) == id)

@@ -12,37 +12,66 @@
 #include <QPointer>
 #include <QToolTip>
 
+#include <cmath>
+#include <functional>
 #include <unordered_map>
+#include <utility>
 
 namespace {
 
-// Watches the application while a control drags: a popup or modal window takes the mouse away without a word
-// to the widget that had it.
-class PopupWatcher : public QObject
+// Watches the application while a control drags. A popup or modal window takes the mouse away without a word
+// to the widget that had it, and an ancestor that is hidden tells its children too late: in the middle of the
+// toolkit's work on them, when the parent must not delete the control.
+class CaptureWatcher : public QObject
 {
 public:
-    explicit PopupWatcher(std::function<void()> lost) : m_lost(std::move(lost))
+    CaptureWatcher(const QWidget& control, std::function<void()> lost)
+        : m_control(control)
+        , m_lost(std::move(lost))
     {
         QCoreApplication::instance()->installEventFilter(this);
     }
 
+    /// True while the toolkit works on the control or a window closes, perhaps in its destructor: the parent
+    /// hears of the loss later, from the event loop.
+    bool IsUnsafe() const { return m_isUnsafe; }
+    void MarkUnsafe() { m_isUnsafe = true; }
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::Show && watched->isWidgetType()) {
-            const auto& widget = static_cast<const QWidget&>(*watched);
-            if (widget.isWindow() && (widget.windowType() == Qt::Popup || widget.isModal())) {
-                const std::function<void()> lost = m_lost; // `lost` ends this watcher
-                lost();
-                return false;
-            }
+        if (event->type() == QEvent::Close)
+            m_isUnsafe = true;
+        if (TakesTheMouse(*watched, *event)) {
+            const std::function<void()> lost = m_lost; // `lost` ends this watcher
+            lost();
+            return false;
         }
         return QObject::eventFilter(watched, event);
     }
 
 private:
+    bool TakesTheMouse(const QObject& watched, const QEvent& event) const
+    {
+        if (!watched.isWidgetType())
+            return false;
+        const auto& widget = static_cast<const QWidget&>(watched);
+        if (event.type() == QEvent::Show)
+            return widget.isWindow() && (widget.windowType() == Qt::Popup || widget.isModal());
+        return event.type() == QEvent::Hide && widget.isAncestorOf(&m_control);
+    }
+
+    const QWidget& m_control;
     std::function<void()> m_lost;
+    bool m_isUnsafe = false;
 };
+
+// The pixel that holds the point: rounding would reach beyond the right and bottom edge.
+CPoint PixelOf(const QMouseEvent& event)
+{
+    const QPointF position = event.position();
+    return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
+}
 
 } // namespace
 
@@ -52,8 +81,7 @@ struct CKvWnd::Impl
     // Set by the default handlers: the event goes on to the parent.
     bool unhandled = false;
     std::unordered_map<UINT, QBasicTimer> timers;
-    std::unique_ptr<PopupWatcher> capture;
-    Qt::KeyboardModifiers modifiers;
+    std::unique_ptr<CaptureWatcher> capture;
 };
 
 CKvWnd::CKvWnd() : m_impl(std::make_unique<Impl>())
@@ -70,13 +98,18 @@ int CKvWnd::CreateWnd(UINT style, const CRect& rect, CWnd* parent, DWORD id)
         return 0;
     m_impl->created = true;
     const QRect before = geometry();
-    const bool wasPlaced = testAttribute(Qt::WA_Moved) || testAttribute(Qt::WA_Resized);
+    const bool wasMoved = testAttribute(Qt::WA_Moved);
+    const bool wasResized = testAttribute(Qt::WA_Resized);
     setParent(parent);
     KvSetDlgItemId(this, id);
-    if (!rect.IsRectEmpty())
+    if (!rect.IsRectEmpty()) {
         setGeometry(rect);
-    else if (wasPlaced)
-        setGeometry(before);
+    } else {
+        if (wasMoved)
+            move(before.topLeft());
+        if (wasResized)
+            resize(before.size());
+    }
     if (style & WS_TABSTOP)
         setFocusPolicy(Qt::StrongFocus);
     if (style & WS_DISABLED)
@@ -117,6 +150,9 @@ BOOL CKvWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* resul
         return OnNotify(wParam, lParam, result);
     case WM_COMMAND:
         return OnCommand(wParam, lParam, result);
+    case WM_GETDLGCODE:
+        *result = static_cast<LRESULT>(OnGetDlgCode());
+        return 1;
     default:
         return 0;
     }
@@ -202,7 +238,7 @@ void CKvWnd::KillTimer(UINT id)
 void CKvWnd::SetCapture()
 {
     if (!m_impl->capture)
-        m_impl->capture = std::make_unique<PopupWatcher>([this] { LoseCapture(); });
+        m_impl->capture = std::make_unique<CaptureWatcher>(*this, [this] { LoseCapture(); });
 }
 
 void CKvWnd::ReleaseCapture()
@@ -219,13 +255,18 @@ void CKvWnd::LoseCapture()
 {
     if (!m_impl->capture)
         return;
+    const bool isUnsafe = m_impl->capture->IsUnsafe();
     m_impl->capture.reset();
-    OnCaptureChanged();
+    if (isUnsafe)
+        QMetaObject::invokeMethod(
+            this, [this] { OnCaptureChanged(); }, Qt::QueuedConnection);
+    else
+        OnCaptureChanged();
 }
 
 bool CKvWnd::IsLeftControlDown() const
 {
-    return kv::IsLeftControlDown(m_impl->modifiers);
+    return kv::IsLeftControlDown();
 }
 
 bool CKvWnd::event(QEvent* event)
@@ -248,7 +289,6 @@ bool CKvWnd::event(QEvent* event)
     }
     case QEvent::ShortcutOverride: {
         auto& key = static_cast<QKeyEvent&>(*event);
-        NoteModifiers(key);
         if (WantsShortcut(kv::VirtualKey(key), key.modifiers(), kv::KeyCharacter(key))) {
             event->accept();
             return true;
@@ -292,9 +332,9 @@ template <typename Handler>
 void CKvWnd::Dispatch(QEvent* event, Handler handler)
 {
     const QPointer<CKvWnd> self(this);
-    m_impl->unhandled = false;
+    const bool outer = std::exchange(m_impl->unhandled, false); // of the event in whose handler this one came
     handler();
-    event->setAccepted(!self || !m_impl->unhandled);
+    event->setAccepted(!self || !std::exchange(m_impl->unhandled, outer));
 }
 
 void CKvWnd::mousePressEvent(QMouseEvent* event)
@@ -303,8 +343,7 @@ void CKvWnd::mousePressEvent(QMouseEvent* event)
         event->ignore();
         return;
     }
-    m_impl->modifiers = event->modifiers();
-    Dispatch(event, [&] { OnLButtonDown(event->modifiers(), event->position().toPoint()); });
+    Dispatch(event, [&] { OnLButtonDown(event->modifiers(), PixelOf(*event)); });
 }
 
 void CKvWnd::mouseDoubleClickEvent(QMouseEvent* event)
@@ -313,8 +352,7 @@ void CKvWnd::mouseDoubleClickEvent(QMouseEvent* event)
         event->ignore();
         return;
     }
-    m_impl->modifiers = event->modifiers();
-    Dispatch(event, [&] { OnLButtonDblClk(event->modifiers(), event->position().toPoint()); });
+    Dispatch(event, [&] { OnLButtonDblClk(event->modifiers(), PixelOf(*event)); });
 }
 
 void CKvWnd::mouseReleaseEvent(QMouseEvent* event)
@@ -323,13 +361,11 @@ void CKvWnd::mouseReleaseEvent(QMouseEvent* event)
         event->ignore();
         return;
     }
-    m_impl->modifiers = event->modifiers();
-    Dispatch(event, [&] { OnLButtonUp(event->modifiers(), event->position().toPoint()); });
+    Dispatch(event, [&] { OnLButtonUp(event->modifiers(), PixelOf(*event)); });
 }
 
 void CKvWnd::mouseMoveEvent(QMouseEvent* event)
 {
-    m_impl->modifiers = event->modifiers();
     if (!event->buttons().testFlag(Qt::LeftButton)) {
         // The button went up where this window could not see it.
         const QPointer<CKvWnd> self(this);
@@ -337,7 +373,7 @@ void CKvWnd::mouseMoveEvent(QMouseEvent* event)
         if (!self)
             return;
     }
-    Dispatch(event, [&] { OnMouseMove(event->modifiers(), event->position().toPoint()); });
+    Dispatch(event, [&] { OnMouseMove(event->modifiers(), PixelOf(*event)); });
 }
 
 void CKvWnd::leaveEvent(QEvent*)
@@ -354,22 +390,8 @@ void CKvWnd::contextMenuEvent(QContextMenuEvent* event)
     Dispatch(event, [&] { OnContextMenu(point); });
 }
 
-// The Ctrl keys themselves are watched elsewhere: here they tell of the modifiers before or after, by
-// platform.
-void CKvWnd::NoteModifiers(const QKeyEvent& event)
-{
-    m_impl->modifiers = event.key() == Qt::Key_Control ? Qt::NoModifier : event.modifiers();
-}
-
-void CKvWnd::keyReleaseEvent(QKeyEvent* event)
-{
-    NoteModifiers(*event);
-    event->ignore();
-}
-
 void CKvWnd::keyPressEvent(QKeyEvent* event)
 {
-    NoteModifiers(*event);
     const QPointer<CKvWnd> self(this);
     // A copy: the handlers may delete this window, and the event with it.
     const UINT character = kv::KeyCharacter(*event);
@@ -415,8 +437,19 @@ void CKvWnd::changeEvent(QEvent* event)
         OnEnable(isEnabled() ? 1 : 0);
 }
 
+void CKvWnd::setVisible(bool visible)
+{
+    const QPointer<CKvWnd> self(this);
+    if (!visible)
+        LoseCapture(); // before the toolkit hides it: the parent may delete it when it hears of the end
+    if (self)
+        QWidget::setVisible(visible);
+}
+
 void CKvWnd::hideEvent(QHideEvent*)
 {
+    if (m_impl->capture)
+        m_impl->capture->MarkUnsafe();
     LoseCapture();
 }
 

@@ -32,8 +32,7 @@ public:
         application->installEventFilter(this);
     }
 
-    bool LeftDown() const { return !m_left.isEmpty(); }
-    bool AnyDown() const { return !m_left.isEmpty() || !m_right.isEmpty(); }
+    bool IsLeftDown() const { return !m_left.isEmpty() || (m_heldUnseen && m_right.isEmpty()); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
@@ -41,12 +40,24 @@ protected:
         switch (event->type()) {
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
-            Note(static_cast<QKeyEvent&>(*event));
+            NoteKey(static_cast<QKeyEvent&>(*event));
+            break;
+        case QEvent::ShortcutOverride:
+            if (static_cast<QKeyEvent&>(*event).key() == Qt::Key_Control)
+                break;
+            [[fallthrough]];
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+            NoteModifiers(static_cast<QInputEvent&>(*event));
             break;
         case QEvent::ApplicationStateChange:
             // The release will go to another program.
             m_left.clear();
             m_right.clear();
+            m_heldUnseen = false;
             break;
         default:
             break;
@@ -55,10 +66,19 @@ protected:
     }
 
 private:
-    void Note(const QKeyEvent& event)
+    void NoteModifiers(const QInputEvent& event)
     {
-        if (event.key() != Qt::Key_Control)
+        m_heldUnseen = event.modifiers().testFlag(Qt::ControlModifier);
+    }
+
+    // The Ctrl keys' own events tell of the modifiers before or after, by platform.
+    void NoteKey(const QKeyEvent& event)
+    {
+        if (event.key() != Qt::Key_Control) {
+            NoteModifiers(event);
             return;
+        }
+        m_heldUnseen = false;
         QSet<quint32>& keys = IsRightControl(event) ? m_right : m_left;
         if (event.type() == QEvent::KeyPress)
             keys.insert(event.nativeScanCode());
@@ -68,6 +88,7 @@ private:
 
     QSet<quint32> m_left;
     QSet<quint32> m_right;
+    bool m_heldUnseen = false; ///< the latest event came with Ctrl held
 };
 
 QPointer<ControlKeyWatcher> g_watcher;
@@ -80,11 +101,9 @@ void WatchControlKeys()
         g_watcher = new ControlKeyWatcher(QCoreApplication::instance());
 }
 
-bool IsLeftControlDown(Qt::KeyboardModifiers modifiers)
+bool IsLeftControlDown()
 {
-    if (!g_watcher)
-        return modifiers.testFlag(Qt::ControlModifier);
-    return g_watcher->LeftDown() || (modifiers.testFlag(Qt::ControlModifier) && !g_watcher->AnyDown());
+    return g_watcher && g_watcher->IsLeftDown();
 }
 
 } // namespace kv

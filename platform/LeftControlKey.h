@@ -1,15 +1,13 @@
 // Which of the two Ctrl keys is down.
 #pragma once
 
-#include <Qt>
-
 namespace kv {
 
 /// Begins to watch the application's key events; further calls do nothing.
 void WatchControlKeys();
 
 /// True while a left Ctrl key is down. A Ctrl press that is not known as the right one counts as left, also
-/// one that only `modifiers` (those of the event at hand) tells of: it was pressed in another program.
-bool IsLeftControlDown(Qt::KeyboardModifiers modifiers = {});
+/// one that only the modifiers of the latest input event tell of: it was pressed in another program.
+bool IsLeftControlDown();
 
 } // namespace kv

@@ -73,7 +73,7 @@ int ShowToolkitBox(HWND owner, const std::wstring& text, UINT style)
         if (button.standard == chosen)
             return button.id;
     }
-    return IDCANCEL;
+    return kv::CautiousAnswer(style);
 }
 
 const bool g_registered = (kv::SetToolkitMessageBox(&ShowToolkitBox), true);

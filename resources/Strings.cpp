@@ -22,6 +22,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 12073, L"Stereo"},
         {0, 12074, L"%d ch"},
         {0, 12075, L"%d KHz, %d bit, %s"},
+        {0, 20001, L"3D"},
         {0, 20010, L"%s %%  #%s"},
         {0, 20011, L"Mid point %s %%"},
         {0, 20012, L"Gradient"},

@@ -8,5 +8,6 @@ if(NOT found)
 endif()
 file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/readme_example.cpp" CONTENT "${CMAKE_MATCH_1}" @ONLY)
 add_executable(readme_example "${CMAKE_CURRENT_BINARY_DIR}/readme_example.cpp")
-kv_compile(readme_example)
+# As a host compiles it: by default with C++17.
+set_target_properties(readme_example PROPERTIES CXX_STANDARD 17 CXX_EXTENSIONS OFF)
 target_link_libraries(readme_example PRIVATE KvGuiAdvCtrls)

@@ -3,7 +3,7 @@
 #include "KvMenu.h"
 
 #include <QMenu>
-#include <QPointer>
+#include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -50,22 +50,26 @@ TEST(Menu, TrackingReturnsTheCommandOrZero)
     QWidget owner;
     CKvMenu menu;
     menu.LoadMenu(12002);
-    QTimer::singleShot(0, [&] {
-        menu.GetHandle()->setActiveAction(menu.GetHandle()->actions().at(3));
-        menu.GetHandle()->actions().at(3)->trigger();
-        menu.GetHandle()->close();
-    });
-    QTimer::singleShot(50, [&] {
-        if (menu.GetHandle()->isVisible())
-            menu.GetHandle()->close();
-    });
-    EXPECT_EQ(menu.TrackPopupMenu(TPM_RIGHTBUTTON | TPM_RETURNCMD, {10, 10}, &owner), 0u)
-        << "closed, not chosen";
+    const auto pressWhenOpen = [&](Qt::Key key) {
+        QTimer::singleShot(0, [&menu, key] {
+            menu.GetHandle()->setActiveAction(menu.GetHandle()->actions().at(3));
+            QTest::keyClick(menu.GetHandle(), key);
+        });
+    };
+    pressWhenOpen(Qt::Key_Return);
+    EXPECT_EQ(menu.TrackPopupMenu(TPM_RIGHTBUTTON | TPM_RETURNCMD, {10, 10}, &owner), 32776u);
+    pressWhenOpen(Qt::Key_Escape);
+    EXPECT_EQ(menu.TrackPopupMenu(TPM_RIGHTBUTTON | TPM_RETURNCMD, {10, 10}, &owner), 0u);
     EXPECT_NE(menu.GetHandle(), nullptr);
 }
 
-TEST(Menu, OwnerMayDieWhileThePopupIsOpen)
+TEST(Menu, OwnerAndMenuMayDieWhileThePopupIsOpen)
 {
+    auto menuToDie = std::make_unique<CKvMenu>();
+    menuToDie->LoadMenu(12002);
+    QTimer::singleShot(0, [&] { menuToDie.reset(); });
+    EXPECT_EQ(menuToDie->TrackPopupMenu(0, {10, 10}, nullptr), 0u);
+
     auto* owner = new QWidget;
     CKvMenu menu;
     menu.LoadMenu(12002);
@@ -74,7 +78,7 @@ TEST(Menu, OwnerMayDieWhileThePopupIsOpen)
     EXPECT_EQ(menu.GetHandle(), nullptr);
 }
 
-TEST(Menu, HostMenuIsMadeAtEachOpening)
+TEST(Menu, HostMenuIsMadeAtEachLoad)
 {
     int made = 0;
     KvGuiRes::RegisterMenu(L"Recent", [&] {

@@ -76,6 +76,13 @@ TEST(Message, HandlerMayDeleteSinkAndWindow)
     });
     EXPECT_EQ(KvSendMessage(window, WM_NOTIFY, 0, 0), 100);
     EXPECT_FALSE(watched);
+
+    auto* silent = new QWidget;
+    new KvMessageSink(silent, [silent](UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        delete silent;
+        return std::nullopt;
+    });
+    EXPECT_EQ(KvSendMessage(silent, WM_NOTIFY, 0, 0), 0);
 }
 
 TEST(DlgItem, NumbersAnyWidget)
@@ -87,6 +94,7 @@ TEST(DlgItem, NumbersAnyWidget)
     KvSetDlgItemId(second, 1001);
     EXPECT_EQ(KvGetDlgItem(&parent, 1001), second);
     EXPECT_EQ(KvGetDlgItem(&parent, 1002), nullptr);
+    EXPECT_EQ(KvGetDlgItem(&parent, 0), nullptr) << "0 is no number";
     EXPECT_EQ(KvGetDlgItem(nullptr, 1001), nullptr);
     EXPECT_EQ(KvGetDlgItemId(nullptr), 0u);
 }
@@ -126,7 +134,7 @@ TEST(MessageBox, BuiltInBoxAnswersWithTheButtonAndSurvivesItsOwner)
 
     auto* owner = new QWidget;
     QTimer::singleShot(0, [owner] { delete owner; });
-    EXPECT_EQ(KvMessageBox(owner, L"?", MB_YESNO), IDCANCEL);
+    EXPECT_EQ(KvMessageBox(owner, L"?", MB_YESNO), IDNO) << "a button that the box has";
 }
 
 } // namespace

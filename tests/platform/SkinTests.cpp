@@ -81,6 +81,10 @@ TEST_F(Skin, PicturesPreferSvgAndStaySharp)
     EXPECT_EQ(twice.pixelColor(7, 7), QColor(0, 255, 0)) << "rendered, not scaled up";
     EXPECT_EQ(twice.pixelColor(8, 0).alpha(), 0);
     EXPECT_EQ(KvGuiRes::LoadImageW(L"dot").Size(), QSize(3, 3));
+    EXPECT_EQ(KvGuiRes::LoadImageW(L"dot.png").Size(), QSize(3, 3)) << "some keys carry an ending";
+    Write("half.svg", "<svg");
+    red.save(folder.filePath("half.png"));
+    EXPECT_EQ(KvGuiRes::LoadImageW(L"half").Size(), QSize(3, 3)) << "a broken SVG does not hide the PNG";
     EXPECT_TRUE(KvGuiRes::LoadImageW(L"missing").IsNull());
     EXPECT_TRUE(KvGuiRes::LoadImageW(L"../dot").IsNull()) << "a name does not reach out of the folder";
     EXPECT_TRUE(KvGuiRes::LoadImageW(nullptr).IsNull());

@@ -2,6 +2,7 @@
 #include "KvWnd.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPointer>
@@ -89,6 +90,12 @@ TEST_F(Window, CreateKeepsGeometryAndHappensOnce)
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->focusPolicy(), Qt::StrongFocus);
     EXPECT_EQ(window->Create(WS_CHILD, &parent, 43), 0);
+    EXPECT_EQ(KvSendMessage(window, WM_GETDLGCODE, 0, 0), 0);
+
+    TestWnd moved;
+    moved.move(7, 8);
+    moved.Create(WS_CHILD | WS_VISIBLE, &parent, 44);
+    EXPECT_EQ(moved.pos(), QPoint(7, 8));
 
     TestWnd other;
     other.setGeometry(1, 2, 3, 4);
@@ -137,6 +144,18 @@ TEST_F(Window, CaptureIsLost)
     window->show();
 
     press();
+    parent.hide();
+    EXPECT_EQ(Take(), QStringList{"lost"}) << "hidden with its parent";
+    parent.show();
+
+    press();
+    QDialog dialog;
+    dialog.setModal(true);
+    dialog.show();
+    EXPECT_EQ(Take(), QStringList{"lost"}) << "a modal window opened";
+    dialog.hide();
+
+    press();
     parent.setEnabled(false);
     EXPECT_EQ(Take(), (QStringList{"lost", "enable 0"})) << "disabled with its parent";
     parent.setEnabled(true);
@@ -165,6 +184,17 @@ TEST_F(Window, HandlersMayDeleteTheWindow)
              Mouse(QEvent::MouseButtonPress, Qt::LeftButton);
              Mouse(QEvent::MouseMove, Qt::NoButton);
          }},
+        {"lost",
+         [&] {
+             Mouse(QEvent::MouseButtonPress, Qt::LeftButton);
+             window->hide();
+         }},
+        {"lost",
+         [&] {
+             Mouse(QEvent::MouseButtonPress, Qt::LeftButton);
+             parent.hide();
+             parent.show();
+         }},
         {"enable", [&] { window->setEnabled(false); }},
         {"timer",
          [&] {
@@ -186,6 +216,50 @@ TEST_F(Window, HandlersMayDeleteTheWindow)
         act();
         EXPECT_FALSE(window) << prefix;
     }
+}
+
+TEST_F(Window, DyingParentIsNotToldOfTheLoss)
+{
+    auto host = std::make_unique<QWidget>();
+    QStringList heard;
+    auto* child = new TestWnd;
+    child->onLog = [&](const QString& line) { heard << line; };
+    child->Create(WS_CHILD | WS_VISIBLE, host.get(), 1);
+    host->show();
+    QTest::mousePress(child, Qt::LeftButton);
+    ASSERT_TRUE(child->HasCapture());
+    heard.clear();
+    host.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(heard, QStringList{});
+}
+
+TEST_F(Window, NestedEventDoesNotUndoAHandledOne)
+{
+    int parentPresses = 0;
+    struct Counter : QObject
+    {
+        int& presses;
+        explicit Counter(int& count) : presses(count) {}
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            presses += event->type() == QEvent::MouseButtonPress ? 1 : 0;
+            return false;
+        }
+    } counter(parentPresses);
+    parent.installEventFilter(&counter);
+    class Nesting : public CKvWnd
+    {
+        void OnLButtonDown(Qt::KeyboardModifiers, CPoint) override
+        {
+            QMouseEvent move(QEvent::MouseMove, QPointF(1, 1), mapToGlobal(QPointF(1, 1)), Qt::NoButton,
+                             Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(this, &move);
+        }
+    } nesting;
+    nesting.CreateWnd(WS_CHILD | WS_VISIBLE, {0, 0, 20, 20}, &parent, 2);
+    QTest::mousePress(&nesting, Qt::LeftButton);
+    EXPECT_EQ(parentPresses, 0);
 }
 
 TEST_F(Window, MenuKeyOpensAtTheControlsOwnPoint)
