@@ -1,6 +1,7 @@
 // Reading and writing text one code point at a time.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -43,6 +44,14 @@ inline CodePoint NextCodePoint(std::wstring_view text, std::size_t at)
 /// The code point at byte `at`, which lies inside the text. What is no UTF-8 is invalid, U+FFFD and as long
 /// as the bytes that could have begun a character.
 CodePoint NextCodePoint(std::string_view bytes, std::size_t at);
+
+/// The length to which a text is cut for a buffer of `most` units: a surrogate pair is not cut in half.
+inline std::size_t CutLength(std::wstring_view text, std::size_t most)
+{
+    if (text.size() <= most || most == 0)
+        return std::min(text.size(), most);
+    return NextCodePoint(text, most - 1).length > 1 ? most - 1 : most;
+}
 
 void AppendUtf8(std::string& out, char32_t character);
 void AppendWide(std::wstring& out, char32_t character);

@@ -7,6 +7,7 @@
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 #else
+#include <cerrno>
 #include <sys/stat.h>
 #endif
 
@@ -17,10 +18,13 @@ int DoesFileExist(const wchar_t* file)
     if (!file)
         return 0;
 #ifdef _WIN32
-    return GetFileAttributesW(file) != INVALID_FILE_ATTRIBUTES;
+    if (GetFileAttributesW(file) != INVALID_FILE_ATTRIBUTES)
+        return 1;
+    const DWORD reason = GetLastError();
+    return reason != ERROR_FILE_NOT_FOUND && reason != ERROR_PATH_NOT_FOUND;
 #else
     struct stat status;
-    return ::stat(kv::ToFileName(file).c_str(), &status) == 0;
+    return ::stat(kv::ToFileName(file).c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
 #endif
 }
 

@@ -3,7 +3,7 @@
 
 namespace KvFileUtils {
 
-/// 1 when the file (or folder) exists.
+/// 1 when the file (or folder) exists; also when it is out of reach, so that nobody takes it for missing.
 int DoesFileExist(const wchar_t* file);
 
 /// 1 when the whole name fits the wildcard specification; see kv::FitsWildcard.

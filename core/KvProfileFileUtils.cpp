@@ -1,5 +1,6 @@
 #include "core/KvProfileFileUtils.h"
 
+#include "core/CodePoints.h"
 #include "core/KvFileUtils.h"
 #include "core/ProfileDocument.h"
 #include "core/Text.h"
@@ -40,7 +41,7 @@ int GetString(const wchar_t* file, const wchar_t* section, const wchar_t* key, w
     if (!buffer || size <= 0)
         return 0;
     const std::wstring value = Find(file, section, key).value_or(defaultValue ? defaultValue : L"");
-    const std::size_t length = std::min(value.size(), static_cast<std::size_t>(size) - 1);
+    const std::size_t length = kv::CutLength(value, static_cast<std::size_t>(size) - 1);
     std::copy_n(value.data(), length, buffer);
     buffer[length] = L'\0';
     return static_cast<int>(length);
@@ -61,12 +62,16 @@ int WriteString(const wchar_t* file, const wchar_t* section, const wchar_t* key,
         return 0;
     if (!document)
         document.emplace();
-    return document->SetValue(section, key, value) && kv::WriteWholeFile(file, document->Bytes());
+    if (!document->SetValue(section, key, value))
+        return 0;
+    const std::string bytes = document->Bytes();
+    // Never what could not be read again.
+    return bytes.size() <= kv::ProfileDocument::kMostBytes && kv::WriteWholeFile(file, bytes);
 }
 
 int WriteProfileVer(const wchar_t* file, int version)
 {
-    return WriteInt(file, L"ProfileVersion", L"Version", version);
+    return WriteInt(file, kv::kProfileVersionSection, kv::kProfileVersionKey, version);
 }
 
 } // namespace KvProfileFileUtils

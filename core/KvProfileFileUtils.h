@@ -6,8 +6,8 @@ namespace KvProfileFileUtils {
 /// The leading digits (with a sign) of a value, saturating; `defaultValue` when the key is missing.
 int GetInt(const wchar_t* file, const wchar_t* section, const wchar_t* key, int defaultValue);
 
-/// Copies a value into `buffer`, cut to `size` − 1 characters and terminated; the default when the key is
-/// missing. @return the number of characters copied.
+/// Copies a value into `buffer`, cut to `size` − 1 characters (never inside a surrogate pair) and terminated;
+/// the default when the key is missing. @return the number of characters copied.
 int GetString(const wchar_t* file, const wchar_t* section, const wchar_t* key, wchar_t* buffer, int size,
               const wchar_t* defaultValue);
 

@@ -1,5 +1,6 @@
 #include "core/ProfileDocument.h"
 
+#include "core/CodePoints.h"
 #include "core/ProfileLine.h"
 #include "core/Text.h"
 
@@ -68,6 +69,8 @@ struct ProfileDocument::Impl
     // Ordered maps: no choice of names makes them slow.
     std::map<std::string_view, SectionId> sections;
     std::map<Key, PieceId> keys;
+    std::size_t entries = 0; ///< key and section lines
+    bool truncated = false;  ///< more lines than that stand in the tail, unread
 };
 
 // Section 0, with the empty name, is what stands before the first section line.
@@ -80,7 +83,7 @@ ProfileDocument::Impl::Impl(std::string decoded) : text(std::move(decoded)), lin
     sections.emplace(std::string_view(), 0);
 
     std::optional<SectionId> section = 0;
-    for (std::size_t line = begin; line < all.size();) {
+    for (std::size_t line = begin; line < all.size() && !truncated;) {
         std::size_t end = line;
         while (end < all.size() && !IsLineBreak(all[end]))
             ++end;
@@ -97,6 +100,11 @@ void ProfileDocument::Impl::AddLine(std::string_view line, std::size_t& begin,
     const ProfileLine parsed = ParseProfileLine(line);
     if (parsed.kind == ProfileLine::Kind::Other)
         return;
+    if (entries == kMostEntries) {
+        truncated = true;
+        return;
+    }
+    ++entries;
     const std::string_view name = Comparable(parsed.name);
     const auto next = static_cast<PieceId>(pieces.size());
     if (parsed.kind == ProfileLine::Kind::Section) {
@@ -139,7 +147,12 @@ std::string_view ProfileDocument::Impl::Comparable(std::string_view name)
 {
     if (std::all_of(name.begin(), name.end(), [](char byte) { return static_cast<signed char>(byte) >= 0; }))
         return name;
-    std::string valid = ToUtf8(FromUtf8(name));
+    std::string valid;
+    for (std::size_t at = 0; at < name.size();) {
+        const CodePoint next = NextCodePoint(name, at);
+        AppendUtf8(valid, next.value);
+        at += next.length;
+    }
     return valid == name ? name : Store(std::move(valid));
 }
 
@@ -182,6 +195,7 @@ ProfileDocument::Impl::SectionId ProfileDocument::Impl::AddSection(std::string_v
     const auto id = static_cast<SectionId>(blocks.size());
     blocks.push_back({first, first});
     sections.emplace(line.substr(nameBegin, name.size()), id);
+    ++entries;
     return id;
 }
 
@@ -204,6 +218,7 @@ ProfileDocument::Impl::PieceId ProfileDocument::Impl::AddKey(SectionId section, 
         InsertPiece(added, lineEnd);
     block.last = added;
     keys.emplace(Key{section, line.substr(nameBegin, key.size())}, added);
+    ++entries;
     return added;
 }
 
@@ -235,6 +250,11 @@ ProfileDocument::~ProfileDocument() = default;
 ProfileDocument::ProfileDocument(ProfileDocument&&) noexcept = default;
 ProfileDocument& ProfileDocument::operator=(ProfileDocument&&) noexcept = default;
 
+bool ProfileDocument::HasSection(std::wstring_view section) const
+{
+    return m_impl->FindSection(ToUtf8(section)).has_value();
+}
+
 std::optional<std::wstring> ProfileDocument::Value(std::wstring_view section, std::wstring_view key) const
 {
     const auto piece = m_impl->FindKey(ToUtf8(section), ToUtf8(key));
@@ -263,13 +283,17 @@ std::vector<std::pair<std::wstring, std::wstring>> ProfileDocument::Section(std:
 
 bool ProfileDocument::SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value)
 {
-    if (!CanBeSection(section) || !CanBeKey(key) || !CanBeValue(value))
+    if (m_impl->truncated || !CanBeSection(section) || !CanBeKey(key) || !CanBeValue(value))
         return false;
     const std::string sectionName = ToUtf8(section);
     const std::string keyName = ToUtf8(key);
     auto piece = m_impl->FindKey(sectionName, keyName);
+    if (piece && FromUtf8(m_impl->pieces[*piece].Value()) == value)
+        return true;
     if (!piece) {
         const auto id = m_impl->FindSection(sectionName);
+        if (m_impl->entries + (id ? 1 : 2) > kMostEntries)
+            return false;
         piece = m_impl->AddKey(id ? *id : m_impl->AddSection(sectionName), keyName);
     }
     m_impl->Write(*piece, ToUtf8(value));

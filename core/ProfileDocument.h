@@ -17,11 +17,18 @@
 
 namespace kv {
 
+/// Where a profile file stores the version of its layout.
+inline constexpr wchar_t kProfileVersionSection[] = L"ProfileVersion";
+inline constexpr wchar_t kProfileVersionKey[] = L"Version";
+
 class ProfileDocument
 {
 public:
     /// Longer files are no profiles: no reader of ours takes them.
     static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
+    /// As many key and section lines are read (repeated ones count). What stands behind them is kept but
+    /// unread, and the document then takes no values.
+    static constexpr std::size_t kMostEntries = std::size_t{1} << 19;
 
     ProfileDocument();
     /// Reads the bytes of a file: UTF-8 with or without BOM, or UTF-16 with BOM. Never fails; what is no
@@ -31,16 +38,18 @@ public:
     ProfileDocument(ProfileDocument&&) noexcept;
     ProfileDocument& operator=(ProfileDocument&&) noexcept;
 
+    bool HasSection(std::wstring_view section) const;
     std::optional<std::wstring> Value(std::wstring_view section, std::wstring_view key) const;
     /// The leading digits (with a sign) of a value, saturating; `defaultValue` when the key is missing.
     int Integer(std::wstring_view section, std::wstring_view key, int defaultValue) const;
     /// The keys and values of a section in file order.
     std::vector<std::pair<std::wstring, std::wstring>> Section(std::wstring_view section) const;
 
-    /// Replaces the value, or adds the key behind the last one of its section, or the section at the end.
+    /// Replaces the value, or adds the key behind the last one of its section, or the section at the end. A
+    /// line that already reads as the value stays as it is, also where it is not UTF-8.
     /// @return false, nothing changed, when a text could not be read back: it holds a line break or a lone
     /// surrogate, a section a "]", a key is empty, holds a "=", has a blank at an end or begins as a comment
-    /// or a section does.
+    /// or a section does, or the document has more than kMostEntries lines or would get them.
     bool SetValue(std::wstring_view section, std::wstring_view key, std::wstring_view value);
     bool SetInteger(std::wstring_view section, std::wstring_view key, int value);
 

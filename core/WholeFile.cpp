@@ -206,10 +206,13 @@ std::optional<std::string> ReadWholeFile(std::wstring_view path, std::string* er
     };
     if (!name)
         return fail(Reason(errno));
-    const Descriptor file(::open(name->c_str(), O_RDONLY | O_CLOEXEC));
+    // Opening a pipe would wait for somebody to write to it.
+    const Descriptor file(::open(name->c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status;
     if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0)
         return fail(Reason(errno));
+    if (!S_ISREG(status.st_mode))
+        return fail(S_ISDIR(status.st_mode) ? Reason(EISDIR) : "not a regular file");
     const std::string tooLong = "the file is longer than " + std::to_string(limit) + " bytes";
     const std::size_t expected = status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
     if (expected > limit)

@@ -8,7 +8,7 @@
 
 namespace kv {
 
-/// Reads a whole file. @param path wide path. @param limit files above that many bytes are refused.
+/// Reads a whole regular file. @param path wide path. @param limit files above that many bytes are refused.
 /// @param error receives a message that names the file, when not null.
 std::optional<std::string> ReadWholeFile(std::wstring_view path, std::string* error = nullptr,
                                          std::size_t limit = std::size_t{1} << 30);

@@ -139,6 +139,8 @@ std::optional<std::string> ReadWholeFile(std::wstring_view path, std::string* er
                                    : INVALID_HANDLE_VALUE);
     if (!file.IsOpen())
         return fail(Reason(GetLastError()));
+    if (GetFileType(file.Get()) != FILE_TYPE_DISK)
+        return fail("not a regular file");
     std::string bytes;
     for (;;) {
         constexpr DWORD kChunk = 1 << 16;

@@ -42,6 +42,7 @@ TEST(Profile, AWriteChangesOneLine)
         {"lines that are no UTF-8 stand", "[\xE9]\nx=\xFF\n;\xFE\n", L"A", L"x", L"\u00E9",
          "[\xE9]\nx=\xFF\n;\xFE\n\n[A]\nx=\xC3\xA9\n"},
         {"a key that is no UTF-8", "[A]\n\xE9=1\n", L"A", L"\uFFFD", L"5", "[A]\n\xE9=5\n"},
+        {"the value that it has", "[A]\nx = \xFF\n", L"A", L"x", L"\uFFFD", "[A]\nx = \xFF\n"},
         {"a byte order mark", "\xEF\xBB\xBF[A]\nx=1\n", L"A", L"x", L"5", "\xEF\xBB\xBF[A]\nx=5\n"},
         {"a byte order mark alone", "\xEF\xBB\xBF", L"", L"x", L"5", "\xEF\xBB\xBFx=5\n"},
         {"UTF-16", "\xFF\xFE[\0A\0]\0\r\0\n\0x\0=\0\x3C\xD8\xAC\xDF"sv, L"A", L"y", L"5",
@@ -136,6 +137,25 @@ TEST(Profile, ManySectionsStayFast)
         ASSERT_EQ(again.Integer(L"Rule" + std::to_wstring(i), L"Class", -1), i);
 }
 
+TEST(Profile, WhatStandsBehindTooManyLinesIsKeptUnread)
+{
+    std::string bytes;
+    for (std::size_t i = 1; i < ProfileDocument::kMostEntries; ++i)
+        bytes += i % 2 == 0 ? "x=\n" : "[]\n";
+    ProfileDocument full(bytes);
+    EXPECT_FALSE(full.SetValue(L"A", L"y", L"1")) << "two lines, and room for one";
+    EXPECT_TRUE(full.SetValue(L"", L"y", L"1"));
+    EXPECT_FALSE(full.SetValue(L"", L"z", L"1"));
+    EXPECT_TRUE(full.SetValue(L"", L"y", L"2"));
+
+    bytes = full.Bytes() + "; a comment\n[A]\nz=1\n";
+    ProfileDocument document(bytes);
+    EXPECT_EQ(document.Value(L"", L"y"), L"2");
+    EXPECT_EQ(document.Value(L"A", L"z"), std::nullopt);
+    EXPECT_FALSE(document.SetValue(L"", L"y", L"3"));
+    EXPECT_EQ(document.Bytes(), bytes);
+}
+
 TEST(ProfileFile, ReadsAndWritesOneValue)
 {
     using namespace KvProfileFileUtils;
@@ -156,6 +176,9 @@ TEST(ProfileFile, ReadsAndWritesOneValue)
     EXPECT_EQ(GetString(nullptr, L"A", L"x", buffer, 1, nullptr), 0);
     EXPECT_EQ(GetString(file.c_str(), L"A", L"x", nullptr, 4, L""), 0);
     EXPECT_EQ(WriteInt(folder.Wide("").c_str(), L"A", L"x", 1), 0) << "a folder cannot be read";
+    std::filesystem::resize_file(folder / "a.ini", ProfileDocument::kMostBytes);
+    EXPECT_EQ(WriteInt(file.c_str(), L"A", L"y", 1), 0) << "it could not be read again";
+    EXPECT_EQ(std::filesystem::file_size(folder / "a.ini"), ProfileDocument::kMostBytes);
 }
 
 TEST(TextTables, AnOverlayReplacesTextsByNumber)

@@ -1,3 +1,4 @@
+#include "core/CodePoints.h"
 #include "core/MessageBox.h"
 #include "core/Text.h"
 #include "core/Wildcard.h"
@@ -43,6 +44,15 @@ TEST(Text, WideTextThatIsNoCharacterBecomesReplacementCharacters)
                             "b\xEF\xBF\xBD");
     EXPECT_EQ(ToFileName(wide), "a\xEF\xBF\xBD"
                                 "b\x80");
+}
+
+TEST(Text, ACutSparesSurrogatePairs)
+{
+    const std::wstring_view text = L"ab\U0001F3ACc";
+    const std::size_t afterB = sizeof(wchar_t) == 2 ? 2 : 3;
+    for (const auto& [most, length] :
+         {std::pair<std::size_t, std::size_t>(0, 0), {2, 2}, {3, afterB}, {9, text.size()}})
+        EXPECT_EQ(CutLength(text, most), length) << most;
 }
 
 TEST(Text, FillsItsOwnPlaceholdersOnly)

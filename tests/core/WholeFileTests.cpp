@@ -126,15 +126,30 @@ TEST(WholeFile, ReadsUpToTheLimit)
 {
     const TemporaryFolder folder;
     folder.Put("five", "12345");
+    const std::wstring pipe = folder.Wide("pipe");
+    ::mkfifo((folder / "pipe").c_str(), 0600);
     std::string error;
     EXPECT_EQ(ReadWholeFile(folder.Wide("five"), &error, 5), "12345");
     EXPECT_FALSE(ReadWholeFile(folder.Wide("five"), &error, 4));
     EXPECT_NE(error.find("five': the file is longer than 4 bytes"), std::string::npos) << error;
-    EXPECT_FALSE(ReadWholeFile(L"/dev/zero", &error, 100'000)) << "no size in advance";
+    EXPECT_FALSE(ReadWholeFile(L"/proc/self/maps", &error, 100)) << "no size in advance";
+    for (const wchar_t* path : {L"/dev/zero", pipe.c_str()}) {
+        EXPECT_FALSE(ReadWholeFile(path, &error));
+        EXPECT_NE(error.find("': not a regular file"), std::string::npos) << error;
+    }
     EXPECT_FALSE(ReadWholeFile(folder.Wide("none"), &error));
     EXPECT_NE(error.find("none': No such file or directory"), std::string::npos) << error;
     EXPECT_FALSE(ReadWholeFile(folder.Wide(""), &error));
     EXPECT_NE(error.find("Is a directory"), std::string::npos) << error;
+}
+
+TEST(WholeFile, OutOfReachIsNotMissing)
+{
+    const TemporaryFolder folder;
+    folder.Put("file", "");
+    fs::create_symlink("loop", folder / "loop");
+    for (const auto& [name, exists] : {std::pair("loop", 1), {"none", 0}, {"none/x", 0}, {"file/x", 0}})
+        EXPECT_EQ(KvFileUtils::DoesFileExist(folder.Wide(name).c_str()), exists) << name;
 }
 
 TEST(WholeFile, TakesNamesThatAreNoUtf8)
