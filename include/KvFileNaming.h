@@ -11,7 +11,8 @@
 // selected name, offer every candidate with `AddFile`, call `BuildGroups` and read each group.
 //
 // Wide texts are the platform's wchar_t; limits count wchar_t's. One caller at a time; only the reference
-// counts are atomic.
+// counts are atomic. Memory that runs out throws std::bad_alloc, except from factories, `Clone`, load and
+// save, which have a result for it; nothing else is thrown.
 #pragma once
 
 #include "KvUnknown.h"
@@ -124,8 +125,8 @@ KV_API int KvLoadFileNamingCollection(const wchar_t* file, IKvFileNamingRuleColl
 /// rule, a main pattern that it does not hand out is saved as the empty one.
 /// @param reserved neither read nor written.
 /// @return 1; 0, with the old file whole, when an argument is null, a pattern holds a line break (or what is
-///         no character), a host's rule does not hand out an addition that it counts, or the file cannot be
-///         read or written.
+///         no character), a host's rule does not hand out an addition that it counts, the collection has more
+///         rules or addition patterns than are loaded, or the file cannot be read or written.
 KV_API int KvSaveFileNamingCollection(const wchar_t* file, IKvFileNamingRuleCollection* collection,
                                       unsigned int* reserved);
 

@@ -11,6 +11,18 @@ const wchar_t* OrEmpty(const wchar_t* text)
     return text ? text : L"";
 }
 
+// The own rule that was last asked for its class in this thread.
+thread_local const CKvFileNamingRule* t_asked = nullptr;
+
+// The rule as one of our own, null for a host's. No dynamic_cast: a host may be compiled without type
+// information. A host's rule that passes the question on to one of ours is told by its address.
+const CKvFileNamingRule* OwnRule(IKvFileNamingRule& rule)
+{
+    t_asked = nullptr;
+    rule.GetClass();
+    return t_asked == &rule ? t_asked : nullptr;
+}
+
 // Refuses a text that does not fit a caller's buffer instead of cutting it: half a pattern is another
 // pattern.
 bool CopyToBuffer(const std::wstring& text, wchar_t* buffer)
@@ -25,7 +37,7 @@ bool CopyToBuffer(const std::wstring& text, wchar_t* buffer)
 
 std::optional<RuleTexts> ReadRule(IKvFileNamingRule& rule)
 {
-    if (const auto* own = dynamic_cast<const CKvFileNamingRule*>(&rule))
+    if (const CKvFileNamingRule* own = OwnRule(rule))
         return own->Texts();
     RuleTexts texts;
     texts.ruleClass = rule.GetClass();
@@ -56,16 +68,18 @@ int CKvFileNamingRule::CopyFrom(const IKvFileNamingRule* source)
 {
     if (!source)
         return 0;
-    if (const auto* own = dynamic_cast<const CKvFileNamingRule*>(source)) {
-        CopyFrom(*own);
-        return 1;
-    }
-    // The interface has no const operations, reading included.
+    // The interface has no const operations, reading included. A rule of our own is read in full.
     std::optional<RuleTexts> texts = ReadRule(const_cast<IKvFileNamingRule&>(*source));
     if (!texts)
         return 0;
     m_texts = std::move(*texts);
     return 1;
+}
+
+unsigned int CKvFileNamingRule::GetClass()
+{
+    t_asked = this;
+    return m_texts.ruleClass;
 }
 
 int CKvFileNamingRule::SetClass(unsigned int ruleClass)

@@ -30,7 +30,7 @@ public:
 
     IKvFileNamingRule* Clone() override;
     int CopyFrom(const IKvFileNamingRule* source) override;
-    unsigned int GetClass() override { return m_texts.ruleClass; }
+    unsigned int GetClass() override;
     int SetClass(unsigned int ruleClass) override;
     bool SetMainRule(const wchar_t* text) override;
     bool GetMainRule(wchar_t* buffer) override;

@@ -9,8 +9,8 @@ namespace kv {
 namespace {
 
 constexpr std::size_t kMaxPattern = kKvNamingTextSize - 1;
-// Substituting values that hold labels themselves can make a text grow without end; one this long does not
-// shrink to a specification's length again.
+// A bound against hostile growth: each value that holds labels itself can multiply a text's length. A longer
+// text derives nothing, even where later values would have made it short again.
 constexpr std::size_t kMaxSubstituted = 1u << 16;
 
 constexpr std::wstring_view kFileLabel = L"<File>";

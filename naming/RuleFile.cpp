@@ -1,4 +1,5 @@
 #include "KvFileNaming.h"
+#include "core/CodePoints.h"
 #include "core/KvFileUtils.h"
 #include "core/ProfileDocument.h"
 #include "core/Text.h"
@@ -17,8 +18,6 @@
 namespace kv {
 namespace {
 
-constexpr std::wstring_view kVersionSection = L"ProfileVersion";
-constexpr std::wstring_view kVersionKey = L"Version";
 constexpr int kVersion = 1;
 constexpr std::wstring_view kHeadSection = L"FileNamingRuleHead";
 constexpr std::wstring_view kRuleCountKey = L"FileNamingRuleCnt";
@@ -29,7 +28,7 @@ constexpr std::wstring_view kAdditionCountKey = L"AdditionRuleCount";
 // What a broken or hostile file cannot exceed; no user comes near it.
 constexpr int kMaxRules = 65536;
 constexpr int kMaxAdditionsInAll = 65536;
-constexpr std::size_t kMaxFileBytes = std::size_t{64} << 20;
+constexpr std::size_t kMaxFileBytes = ProfileDocument::kMostBytes;
 constexpr std::size_t kMaxLoadedText = 259;
 
 std::wstring RuleSection(unsigned int index)
@@ -45,7 +44,7 @@ std::wstring AdditionKey(std::size_t index)
 std::wstring LoadPattern(const ProfileDocument& document, std::wstring_view section, std::wstring_view key)
 {
     std::wstring text = document.Value(section, key).value_or(std::wstring());
-    text.resize(std::min(text.size(), kMaxLoadedText));
+    text.resize(CutLength(text, kMaxLoadedText));
     return text;
 }
 
@@ -55,9 +54,13 @@ bool LoadRule(const ProfileDocument& document, unsigned int index, int& addition
 {
     const std::wstring section = RuleSection(index);
     IKvFileNamingRule* created = nullptr;
-    if (!CreateFileNamingRule(static_cast<unsigned int>(document.Integer(section, kClassKey, 0)), &created))
+    if (!CreateFileNamingRule(kKvNamingClassUnknown, &created))
         return false;
     const Reference<IKvFileNamingRule> rule(created);
+    collection.AddRule(rule.get());
+    if (!document.HasSection(section))
+        return true; // Counted and not there: an empty rule. A hostile count makes many of them.
+    rule->SetClass(static_cast<unsigned int>(document.Integer(section, kClassKey, 0)));
     rule->SetMainRule(LoadPattern(document, section, kMainRuleKey).c_str());
     const int additions = std::clamp(document.Integer(section, kAdditionCountKey, 0), 0, additionsLeft);
     for (int i = 0; i < additions; ++i) {
@@ -65,7 +68,6 @@ bool LoadRule(const ProfileDocument& document, unsigned int index, int& addition
         rule->AddAdditionRule(LoadPattern(document, section, key).c_str());
     }
     additionsLeft -= additions;
-    collection.AddRule(rule.get());
     return true;
 }
 
@@ -104,7 +106,8 @@ bool WriteRule(const RuleTexts& texts, std::wstring_view section, ProfileDocumen
 bool WriteRules(IKvFileNamingRuleCollection& collection, ProfileDocument& document)
 {
     const unsigned int count = collection.GetRuleCount();
-    if (!document.SetInteger(kVersionSection, kVersionKey, kVersion) ||
+    std::size_t additionsLeft = kMaxAdditionsInAll;
+    if (count > kMaxRules || !document.SetInteger(kProfileVersionSection, kProfileVersionKey, kVersion) ||
         !document.SetInteger(kHeadSection, kRuleCountKey, static_cast<int>(count)))
         return false;
     for (unsigned int i = 0; i < count; ++i) {
@@ -113,8 +116,10 @@ bool WriteRules(IKvFileNamingRuleCollection& collection, ProfileDocument& docume
             continue;
         const Reference<IKvFileNamingRule> rule(taken);
         const std::optional<RuleTexts> texts = ReadRule(*rule);
-        if (!texts || !WriteRule(*texts, RuleSection(i), document))
+        if (!texts || texts->additionRules.size() > additionsLeft ||
+            !WriteRule(*texts, RuleSection(i), document))
             return false;
+        additionsLeft -= texts->additionRules.size();
     }
     return true;
 }

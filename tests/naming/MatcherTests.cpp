@@ -45,7 +45,7 @@ TEST(FileNamingMatcher, GroupsSiblings)
     const std::wstring q(27, L'?');
     const std::wstring rows[][5] = {
         {L"numbers", video, L"c.m", L"c_A10.w c_A2.w c_A1.w d_A1.w c.m", L"c_A1.w c_A2.w c_A10.w /"},
-        {L"as offered", video, L"c.m", L"D:\\x/c_A1.w /m/c_A01.w c_A1.a", L"c_A1.w c_A01.w c_A1.a /"},
+        {L"as offered", video, L"c.m", L"D:\\x/y\\c_A1.w /m/c_A01.w c_A1.a", L"c_A1.w c_A01.w c_A1.a /"},
         {L"all equal", video, L"c.m", many + L"c_A1", many + L"/"},
         {L"unreadable is 0", video, L"c.m", L"c_A1.w C_a2.W c_A.w", L"C_a2.W c_A.w c_A1.w /"},
         {L"records, entries, no empty groups", ordered, L"c.m", L"cx cw cx", L"cx cx /cw /cx cx /"},
@@ -55,6 +55,8 @@ TEST(FileNamingMatcher, GroupsSiblings)
         {L"audio: its main rule, too", L"2" + channel, L"c_A2.w", L"c_A3.w c_A1.w c.m",
          L"c.m c_A1.w c_A3.w /"},
         {L"video: not", L"1" + channel, L"c_A2.w", L"c_A1.w c.m", L"c.m /"},
+        {L"class 3: not", L"3" + channel, L"c_A2.w", L"c_A1.w c.m", L"c.m /"},
+        {L"the base keeps its folder", video, L"d/c.m", L"c_A1.w", L""},
         {L"addition first", L"2|<File>_A<Number><Ext>|<File>*", L"c_A1.w", L"c_A9.w c", L"c_A9.w c /"},
         {L"main derives 128 characters", L"2|<File>_<Number>" + q + L"|<File>x", b + L"_1" + q,
          b + L"x  " + b + L"_2" + q, b + L"x /"},
@@ -108,6 +110,17 @@ TEST(FileNamingMatcher, StartsOverAndRefuses)
     EXPECT_EQ(matcher->GetGroup(0, name, &files), 1);
     EXPECT_EQ(files, CStringArray({L"kept", L"c_A0.w", L"c_A1.w"}));
     EXPECT_EQ(matcher->AddFile(nullptr) + matcher->BuildGroups(nullptr), 0);
+}
+
+TEST(FileNamingMatcher, SkipsARuleThatIsNotHandedOut)
+{
+    const MatcherPtr matcher = MakeMatcher();
+    const kv::Reference<HostCollection> rules(
+        new HostCollection({L"1|<File>|a", L"1|<File>|b", L"1|<File>|c"}));
+    ASSERT_EQ(matcher->Prepare(L"x", 1, rules.get()), 1);
+    for (const wchar_t* file : {L"a", L"b", L"c"})
+        matcher->AddFile(file);
+    EXPECT_EQ(Groups(*matcher, L"x"), L"a /c /");
 }
 
 } // namespace

@@ -68,7 +68,13 @@ struct HostRule final : kv::RefCounted<IKvFileNamingRule>
 {
     bool givesMainRule = true;
     unsigned int additions = 2;
+    std::vector<const void*>* died = nullptr; // receives the rule when it dies
 
+    ~HostRule() override
+    {
+        if (died)
+            died->push_back(this);
+    }
     static bool Give(const std::wstring& text, wchar_t* buffer) { return text.copy(buffer, 127) > 0; }
 
     IKvFileNamingRule* Clone() override { return nullptr; }
@@ -85,4 +91,20 @@ struct HostRule final : kv::RefCounted<IKvFileNamingRule>
     }
     bool SetAdditionRule(unsigned int, const wchar_t*) override { return false; }
     unsigned int GetAdditionRuleCount() override { return 3; }
+};
+
+/// A host's own collection, which does not hand out its second rule.
+struct HostCollection final : kv::RefCounted<IKvFileNamingRuleCollection>
+{
+    explicit HostCollection(const Texts& rules) : inner(MakeCollection(rules)) {}
+    const CollectionPtr inner;
+
+    unsigned int AddRule(IKvFileNamingRule* rule) override { return inner->AddRule(rule); }
+    bool RemoveRule(unsigned int index) override { return inner->RemoveRule(index); }
+    bool GetRule(unsigned int i, IKvFileNamingRule** out) override
+    {
+        return i != 1 && inner->GetRule(i, out);
+    }
+    unsigned int GetRuleCount() override { return inner->GetRuleCount(); }
+    int RemoveAllRules() override { return inner->RemoveAllRules(); }
 };

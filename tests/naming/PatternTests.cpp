@@ -53,6 +53,7 @@ TEST(NamePattern, ReadsNames)
         {L"no digit anywhere", L"<File>_A<Number><Ext>", L"clip_A.wav", kNoFit},
         {L"no second cut is tried", L"<File>_A<Number><Ext>", L"clip_A1_A2.wav", kNoFit},
         {L"digit only before <Number>", L"<File>_A<Ext>", L"my_A.x_A.wav", L"my|.x_A.wav"},
+        {L"nor behind <Number>", L"<File>_<Number>x<Ext>", L"a_1x.w", L"a|1|.w"},
         {L"house names", L"<File>-00-0001-00-000-VHD.MXF", L"clip-00-0001-00-000-VHD.MXF", L"clip"},
         {L"literals in exact case", L"<File>-VHD.MXF", L"clip-VHD.mxf", kNoFit},
         {L"<File> ends at the first digit", L"<File><Number>", L"take2_01", L"take|2"},
@@ -129,6 +130,7 @@ TEST(NamePattern, ReadsNumbers)
     const NamePattern pattern(L"<File>_A<Number><Ext>");
     EXPECT_EQ(pattern.ReadNumber(L"clip_A007.wav"), 7);
     EXPECT_EQ(pattern.ReadNumber(L"clip_a7.wav"), std::nullopt);
+    EXPECT_EQ(NamePattern(L"<File>_<Number>-<Number><Ext>").ReadNumber(L"a_3-7.w"), 3);
     EXPECT_EQ(NamePattern(L"<File>").ReadNumber(L"clip"), std::nullopt);
     EXPECT_EQ(NamePattern(L"<Number>").ReadNumber(L"-5"), 0);
     EXPECT_EQ(kv::LeadingNumber(L"12a3"), 12);

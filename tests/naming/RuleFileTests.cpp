@@ -96,17 +96,22 @@ TEST_F(RuleFile, SavesInOrderAndKeepsTheRest)
                        "AdditionRule1=\n\n[FileNamingRule1]\nClass=0\nMainRule=\nAdditionRuleCount=0\n"
                        "; a comment\n");
     EXPECT_EQ(TextsOf(*Load()), Texts({L"1|new|c"}));
+
+    const kv::Reference<HostCollection> hosts(new HostCollection({L"1|a", L"1|b", L"1|c"}));
+    EXPECT_EQ(KvSaveFileNamingCollection(m_path.c_str(), hosts.get(), nullptr), 1);
+    EXPECT_EQ(TextsOf(*Load()), Texts({L"1|a", L"0|!", L"1|c"})) << "one is not handed out";
 }
 
 TEST_F(RuleFile, LongPatternsSurvive)
 {
     const std::string x(259, 'x');
     const std::string start = "[FileNamingRuleHead]\nFileNamingRuleCnt=1\n[FileNamingRule0]\nClass=0\n";
-    Write(start + "MainRule=" + x + "\nAdditionRuleCount=1\nAdditionRule0=" + x + "cut\n");
+    const std::string keys =
+        start + "MainRule=\xE9" + x.substr(1) + "\nAdditionRuleCount=1\nAdditionRule0=" + x;
+    Write(keys + "cut\n");
     EXPECT_EQ(TextsOf(*Load()), Texts({L"0|!|!"}));
     EXPECT_EQ(Save(Load()), 1);
-    EXPECT_TRUE(
-        Bytes().starts_with(start + "MainRule=" + x + "\nAdditionRuleCount=1\nAdditionRule0=" + x + "\n"));
+    EXPECT_TRUE(Bytes().starts_with(keys + "\n")) << "a pattern that is not UTF-8 stands as it was";
 }
 
 TEST_F(RuleFile, RefusedSavesChangeNothing)
@@ -120,6 +125,17 @@ TEST_F(RuleFile, RefusedSavesChangeNothing)
     const CollectionPtr hosts = MakeCollection({});
     hosts->AddRule(host.get());
     EXPECT_EQ(Save(hosts), 0) << "an addition is missing";
+    const RulePtr many = MakeRule(L"1|x");
+    for (int i = 0; i < 65536; ++i)
+        many->AddAdditionRule(L"a");
+    const CollectionPtr tooMany = MakeCollection({L"1|x|one more"});
+    tooMany->AddRule(many.get());
+    EXPECT_EQ(Save(tooMany), 0) << "additions that would not be loaded";
+    tooMany->RemoveAllRules();
+    const RulePtr one = MakeRule(L"1|x");
+    while (tooMany->GetRuleCount() < 65537)
+        tooMany->AddRule(one.get());
+    EXPECT_EQ(Save(tooMany), 0) << "rules that would not be loaded";
     EXPECT_EQ(Bytes(), "old");
     host->additions = 3;
     host->givesMainRule = false;

@@ -1,6 +1,9 @@
 #include "NamingTools.h"
+#include "naming/FileNamingRule.h"
 #include "naming/RuleCheck.h"
 
+#include <array>
+#include <bit>
 #include <gtest/gtest.h>
 
 namespace {
@@ -31,8 +34,14 @@ TEST(FileNamingRule, KeepsItsTexts)
 
 TEST(FileNamingRule, Copies)
 {
-    const RulePtr rule = MakeRule(L"2|<File>|a|");
+    const RulePtr rule = MakeRule(L"1|<File>|a|");
+    rule->SetClass(2);
     EXPECT_EQ(TextOf(*RulePtr(rule->Clone())), L"2|<File>|a|");
+    const std::wstring x(200, L'x');
+    const RulePtr copy = MakeRule(L"0|");
+    copy->CopyFrom(MakeRule(L"0|" + x + L"|" + x).get());
+    const auto texts = kv::ReadRule(*RulePtr(copy->Clone()));
+    EXPECT_EQ(texts->mainRule + texts->additionRules.at(0), x + x) << "also what the getters refuse";
     EXPECT_EQ(rule->CopyFrom(rule.get()), 1);
     EXPECT_EQ(rule->CopyFrom(nullptr), 0);
     const kv::Reference<HostRule> host(new HostRule);
@@ -70,6 +79,55 @@ TEST(FileNamingRuleCollection, CountsReferences)
     collection.reset();
     EXPECT_EQ(rule->Release(), 0);
     EXPECT_FALSE(CreateFileNamingRuleCollection(nullptr) || CreateFileNamingRule(0, nullptr));
+}
+
+TEST(FileNamingRuleCollection, KeepsTheOrder)
+{
+    const CollectionPtr collection = MakeCollection({L"1|a", L"1|b", L"1|c"});
+    IKvFileNamingRule* first = nullptr;
+    collection->GetRule(0, &first);
+    EXPECT_TRUE(collection->RemoveRule(0));
+    first->Release();
+    first->Release();
+    EXPECT_EQ(TextsOf(*collection), Texts({L"1|b", L"1|c"}));
+
+    std::vector<const void*> added, died;
+    collection->RemoveAllRules();
+    for (int i = 0; i < 3; ++i) {
+        const kv::Reference<HostRule> host(new HostRule);
+        host->died = &died;
+        collection->AddRule(host.get());
+        added.push_back(host.get());
+    }
+    collection->RemoveAllRules();
+    EXPECT_EQ(died, added);
+}
+
+/// The places of operations in the table of virtual functions, as the platform's member pointers hold them.
+template <typename... Members>
+std::vector<std::size_t> Slots(Members... members)
+{
+    return {(std::bit_cast<std::array<std::size_t, 2>>(members)[0] / sizeof(void*))...};
+}
+
+TEST(FileNaming, SlotsKeepTheirOrder)
+{
+    using Rule = IKvFileNamingRule;
+    using Rules = IKvFileNamingRuleCollection;
+    using Matcher = IKvFileNamingMatcher;
+    const std::vector<std::size_t> afterUnknown = {4, 5, 6, 7, 8};
+    EXPECT_EQ(Slots(&IKvUnknown::AddRef, &IKvUnknown::Release), std::vector<std::size_t>({2, 3}));
+    EXPECT_EQ(Slots(&Rule::Clone, &Rule::CopyFrom, &Rule::GetClass, &Rule::SetClass, &Rule::SetMainRule),
+              afterUnknown);
+    EXPECT_EQ(Slots(&Rule::GetMainRule, &Rule::AddAdditionRule, &Rule::RemoveAdditionRule,
+                    &Rule::GetAdditionRule, &Rule::SetAdditionRule, &Rule::GetAdditionRuleCount),
+              std::vector<std::size_t>({9, 10, 11, 12, 13, 14}));
+    EXPECT_EQ(Slots(&Rules::AddRule, &Rules::RemoveRule, &Rules::GetRule, &Rules::GetRuleCount,
+                    &Rules::RemoveAllRules),
+              afterUnknown);
+    EXPECT_EQ(Slots(&Matcher::SetMode, &Matcher::Prepare, &Matcher::AddFile, &Matcher::BuildGroups,
+                    &Matcher::GetGroup),
+              afterUnknown);
 }
 
 TEST(RuleCheck, Labels)
