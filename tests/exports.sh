@@ -10,6 +10,8 @@ if [ -n "$strangers" ]; then
   exit 1
 fi
 for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetData(' 'KvGuiRes::LoadColor(' \
-  'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent'; do
+  'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent' \
+  'CreateFileNamingRule(' 'CreateFileNamingRuleCollection(' 'CheckRuleLabels(' 'KvLoadFileNamingCollection(' \
+  'KvSaveFileNamingCollection('; do
   grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }
 done
