@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <optional>
 
 namespace kv {
 namespace {
@@ -20,6 +21,30 @@ bool IsEscapedByte(char32_t character)
 std::wstring Widen(std::string_view ascii)
 {
     return {ascii.begin(), ascii.end()};
+}
+
+/// A placeholder at the start of a text; length 0 when there is none.
+struct Placeholder
+{
+    std::size_t length = 0;
+    std::optional<std::size_t> position; ///< of the argument that it names
+};
+
+Placeholder PlaceholderAt(std::wstring_view text)
+{
+    if (!text.starts_with(L'%'))
+        return {};
+    Placeholder placeholder;
+    std::size_t at = 1;
+    if (text.size() > 3 && text[1] >= L'1' && text[1] <= L'9' && text[2] == L'$') {
+        placeholder.position = static_cast<std::size_t>(text[1] - L'1');
+        at = 3;
+    }
+    for (const std::wstring_view form : {L"s", L"d", L".1f"}) {
+        if (text.substr(at).starts_with(form))
+            placeholder.length = at + form.size();
+    }
+    return placeholder;
 }
 
 } // namespace
@@ -138,25 +163,22 @@ std::string ToFileName(std::wstring_view name)
 
 std::wstring FillText(std::wstring_view text, std::initializer_list<std::wstring_view> arguments)
 {
-    constexpr std::array<std::wstring_view, 3> kPlaceholders = {L"%s", L"%d", L"%.1f"};
     std::wstring out;
-    auto argument = arguments.begin();
+    std::size_t next = 0;
     while (!text.empty()) {
         const std::size_t literal = std::min(text.find(L'%'), text.size());
         out += text.substr(0, literal);
         text.remove_prefix(literal);
 
-        const auto placeholder = std::find_if(kPlaceholders.begin(), kPlaceholders.end(),
-                                              [text](auto form) { return text.starts_with(form); });
-        if (placeholder != kPlaceholders.end() && argument != arguments.end()) {
-            out += *argument++;
-            text.remove_prefix(placeholder->size());
-        } else if (text.starts_with(L"%%")) {
-            out += L'%';
-            text.remove_prefix(2);
+        const Placeholder placeholder = PlaceholderAt(text);
+        const std::size_t argument = placeholder.position.value_or(next);
+        if (placeholder.length > 0 && argument < arguments.size()) {
+            out += arguments.begin()[argument];
+            next += placeholder.position ? 0 : 1;
+            text.remove_prefix(placeholder.length);
         } else if (!text.empty()) {
             out += L'%';
-            text.remove_prefix(1);
+            text.remove_prefix(text.starts_with(L"%%") ? 2 : 1);
         }
     }
     return out;

@@ -23,9 +23,10 @@ std::wstring FromFileName(std::string_view bytes);
 /// U+FFFD.
 std::string ToFileName(std::wstring_view name);
 
-/// Fills the placeholders %s, %d and %.1f (and %% for a percent sign) of a table text in order. The text may
-/// come from an overlay file, so it never reaches printf: every other "%" and placeholders beyond the
-/// arguments stand as they are, arguments beyond the placeholders are left out.
+/// Fills the placeholders %s, %d and %.1f (and %% for a percent sign) of a table text in order; a translation
+/// that needs another order names the argument, counted from 1: %2$s, %1$d, %3$.1f. The text may come from an
+/// overlay file, so it never reaches printf: every other "%" and placeholders beyond the arguments stand as
+/// they are, arguments beyond the placeholders are left out.
 std::wstring FillText(std::wstring_view text, std::initializer_list<std::wstring_view> arguments);
 
 /// Decimal text of a number, with `decimals` digits after "." when it is a floating-point one.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -71,8 +72,13 @@ void Report(std::string* error, std::string_view action, std::string_view name, 
         *error = Message(action, name, reason);
 }
 
+/// The system's reason in English, whatever the process locale is.
 std::string Reason(int number)
 {
+#if defined(__GLIBC__)
+    if (const char* text = ::strerrordesc_np(number))
+        return text;
+#endif
     return std::generic_category().message(number);
 }
 

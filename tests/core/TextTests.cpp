@@ -73,6 +73,7 @@ TEST(Text, FillsItsOwnPlaceholdersOnly)
     };
     for (const auto& row : rows)
         EXPECT_EQ(FillText(row.text, {L"1", L"2", L"3"}), row.filled) << row.name;
+    EXPECT_EQ(FillText(L"%3$s, %1$.1f %4$d %0$s %2$x %s", {L"1", L"2", L"3"}), L"3, 1 %4$d %0$s %2$x 1");
     EXPECT_EQ(FillText(L"%s-%s", {L"%s", L"%d"}), L"%s-%d") << "arguments are not filled in turn";
 }
 
