@@ -1,6 +1,9 @@
 #include "KvVideoFormat.h"
+#include "core/TextTables.h"
+#include "core/WholeFile.h"
 
 #include <climits>
+#include <cstdio>
 #include <gtest/gtest.h>
 
 namespace {
@@ -70,6 +73,23 @@ TEST(VideoFormat, AudioFormats)
         EXPECT_EQ(KvGetAudioFormatString(row.audio, text), 1);
         EXPECT_EQ(text, row.text);
     }
+}
+
+// A text that is not looked up by its number would stay as it was built in.
+TEST(VideoFormat, TextsCanBeTranslated)
+{
+    const std::wstring overlay = L"video_format_overlay.ini";
+    ASSERT_TRUE(kv::WriteWholeFile(overlay,
+                                   "[Strings]\n7020 = %3$s, %2$d Bit, %1$.1f kHz\n10023 = quadratisch\n"
+                                   "12024 = oben\n12074 = %d Kan.\n20001 = dreidimensional\n"));
+    ASSERT_TRUE(kv::SetTextOverlay(overlay));
+    std::wstring text;
+    KvGetAudioFormatString({6, 44100, 16}, text);
+    EXPECT_EQ(text, L"(6 Kan., 16 Bit, 44.1 kHz)");
+    KvGetResolutionString({kKvAspectSquarePixel, kKvFrameRate25, kKvScanUpperFirst, 720, 576}, 1, text);
+    EXPECT_EQ(text, L"(720 * 576 50i, quadratisch, oben, dreidimensional)");
+    kv::SetTextOverlay(L"");
+    std::remove("video_format_overlay.ini");
 }
 
 } // namespace
