@@ -42,6 +42,8 @@ constexpr auto kPackedExtensions = [] {
     std::sort(packed.begin(), packed.end());
     return packed;
 }();
+// 0 would be found for every extension that cannot be in the table.
+static_assert(std::find(kPackedExtensions.begin(), kPackedExtensions.end(), 0u) == kPackedExtensions.end());
 
 } // namespace
 

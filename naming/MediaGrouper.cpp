@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace kv {
 namespace {
@@ -64,7 +65,7 @@ private:
     std::wstring m_mainSpecification;
     std::string m_folded;
     std::vector<std::uint64_t> m_found; // number, name and byMainRule in one sortable value
-    std::unordered_map<std::wstring, Slice> m_remembered;
+    std::unordered_map<std::string, Slice> m_remembered;
 };
 
 void Grouper::TryBase(MediaName base, unsigned int ruleClass)
@@ -114,10 +115,13 @@ Grouper::Slice Grouper::FilesOfAddition(MediaName base, std::uint32_t rule, std:
     if (candidates < kManyCandidates)
         return Collect(pattern, fits, r.main.Pattern(), second);
 
-    std::wstring key = {static_cast<wchar_t>(rule), static_cast<wchar_t>(addition)};
-    key += m_specification;
-    if (hasMain)
-        (key += L'\0') += m_mainSpecification;
+    // Folded: specifications that differ in case only fit the same names.
+    std::string key = std::to_string(rule) + ' ' + std::to_string(addition) + ' ';
+    AppendFolded(key, m_specification);
+    if (hasMain) {
+        key += '\0';
+        AppendFolded(key, m_mainSpecification);
+    }
     const auto [remembered, isNew] = m_remembered.try_emplace(std::move(key));
     if (isNew) {
         remembered->second = Collect(pattern, fits, r.main.Pattern(), second);
@@ -209,21 +213,18 @@ std::vector<MediaClip> MediaAlone(const MediaNames& names, const std::vector<Med
 {
     std::vector<MediaClip> alone;
     NameValues values;
-    const auto fittingRule = [&](std::wstring_view name) {
+    const auto fittingClass = [&](std::wstring_view name) {
         for (const unsigned int ruleClass : classes) {
-            for (std::uint32_t rule = 0; rule < rules.size(); ++rule) {
-                if (rules[rule].ruleClass == ruleClass && rules[rule].main.Pattern().Fit(name, values))
-                    return rule;
+            for (const MediaRule& rule : rules) {
+                if (rule.ruleClass == ruleClass && rule.main.Pattern().Fit(name, values))
+                    return ruleClass;
             }
         }
-        return kNoMediaRule;
+        return +kKvNamingClassUnknown;
     };
     for (const MediaName name : InOrderOfBases(names)) {
-        if (grouping.isInClip[name])
-            continue;
-        const std::uint32_t rule = fittingRule(names[name]);
-        const unsigned int ruleClass = rule == kNoMediaRule ? +kKvNamingClassUnknown : rules[rule].ruleClass;
-        alone.push_back({name, ruleClass, rule, 0, 0});
+        if (!grouping.isInClip[name])
+            alone.push_back({name, fittingClass(names[name]), kNoMediaRule, 0, 0});
     }
     return alone;
 }

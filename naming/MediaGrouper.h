@@ -70,7 +70,7 @@ MediaGrouping GroupMedia(const MediaNames& names, const std::vector<MediaRule>& 
                          std::span<const unsigned int> classes);
 
 /// The names that no clip holds, as clips without groups, in the order in which bases are tried. Their class
-/// and rule are those of the first rule that fits, class 0 when none does.
+/// is that of the first rule that fits them as a base, 0 when none does; no rule put them anywhere.
 std::vector<MediaClip> MediaAlone(const MediaNames& names, const std::vector<MediaRule>& rules,
                                   std::span<const unsigned int> classes, const MediaGrouping& grouping);
 

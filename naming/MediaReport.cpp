@@ -1,9 +1,13 @@
 #include "naming/MediaReport.h"
 
+#include "naming/MediaExtensions.h"
 #include "naming/MediaSearch.h"
 
 #include <algorithm>
 #include <optional>
+#include <string>
+#include <unordered_map>
+#include <utility>
 
 namespace kv {
 namespace {
@@ -13,68 +17,102 @@ bool SaysSomething(const MediaPattern& addition)
     return addition.LiteralLength() > 0 || addition.Pattern().HasNumber();
 }
 
-class OrphanFinder
+std::wstring Folded(std::wstring_view text)
+{
+    std::string folded;
+    AppendFolded(folded, text);
+    std::wstring wide;
+    AppendDecoded(wide, folded);
+    return wide;
+}
+
+// A pattern that reads folded names as the given one reads names, but for the case of its literal text.
+NamePattern FoldedPattern(const NamePattern& pattern)
+{
+    std::wstring text;
+    for (const PatternToken& token : pattern.Tokens()) {
+        const std::wstring_view piece = pattern.TokenText(token);
+        text += token.kind == TokenKind::Literal ? Folded(piece) : std::wstring(piece);
+    }
+    return NamePattern(text);
+}
+
+// A rule that may tell whose sibling a file is.
+class OrphanRule
 {
 public:
-    explicit OrphanFinder(const MediaNames& names) : m_names(names) {}
+    OrphanRule(const MediaNames& names, const MediaRule& rule)
+        : m_names(names)
+        , m_rule(rule)
+        , m_foldedMain(FoldedPattern(rule.main.Pattern()))
+        , m_lastBases(rule.additions.size())
+    {
+    }
 
-    /// Looks for the base that a file misses by a rule: nothing when it looks like no sibling or its base is
-    /// there. @return the literal length of the pattern that fits the file.
-    std::optional<std::size_t> MissesBase(MediaName file, const MediaRule& rule);
-    /// The specification of the base that was missed last.
-    const std::wstring& Specification() const { return m_specification; }
+    /// @param missed becomes the base that a file misses, when it looks more like a sibling of that one.
+    /// @return false when a base of the file is there.
+    bool LookForBase(MediaName file, MediaOrphan& missed, std::optional<std::size_t>& missedLength);
 
 private:
-    const MediaPattern* ReadAsSibling(std::wstring_view name, const MediaRule& rule);
-    bool IsThere(const std::wstring& specification, MediaName nearby);
+    // The first two names that fit the specification of a base: one may be the file that asks.
+    struct Bases
+    {
+        std::wstring specification;
+        std::vector<MediaName> names;
+    };
+
+    void FindBases(MediaName nearby, Bases& bases);
 
     const MediaNames& m_names;
+    const MediaRule& m_rule;
+    NamePattern m_foldedMain;
+    std::vector<Bases> m_lastBases; // of each addition: orphans of one base stand side by side
     NameValues m_values;
-    NameValues m_tried;
     std::wstring m_specification;
     std::string m_folded;
-    std::wstring m_lastSpecification; // orphans of one base stand side by side
-    bool m_lastIsThere = false;
 };
 
-const MediaPattern* OrphanFinder::ReadAsSibling(std::wstring_view name, const MediaRule& rule)
+bool OrphanRule::LookForBase(MediaName file, MediaOrphan& missed, std::optional<std::size_t>& missedLength)
 {
-    const MediaPattern* best = nullptr;
-    for (const MediaPattern& addition : rule.additions) {
-        const bool saysMore = !best || addition.LiteralLength() > best->LiteralLength();
-        if (!saysMore || !SaysSomething(addition) || !addition.Pattern().Fit(name, m_tried))
+    for (std::size_t i = 0; i < m_rule.additions.size(); ++i) {
+        const MediaPattern& addition = m_rule.additions[i];
+        if (!SaysSomething(addition) || !addition.Pattern().Fit(m_names[file], m_values) ||
+            !m_rule.main.Derive(m_values, m_specification))
             continue;
-        best = &addition;
-        m_values = m_tried;
+        Bases& bases = m_lastBases[i];
+        if (bases.specification != m_specification) {
+            bases.specification = m_specification;
+            FindBases(file, bases);
+        }
+        if (std::any_of(bases.names.begin(), bases.names.end(), [=](MediaName name) { return name != file; }))
+            return false;
+        if (!missedLength || addition.LiteralLength() > *missedLength) {
+            missedLength = addition.LiteralLength();
+            missed.rule = m_rule.index;
+            missed.specification = m_specification;
+        }
     }
-    return best;
+    return true;
 }
 
-bool OrphanFinder::IsThere(const std::wstring& specification, MediaName nearby)
+void OrphanRule::FindBases(MediaName nearby, Bases& bases)
 {
-    if (specification == m_lastSpecification)
-        return m_lastIsThere;
-    m_lastSpecification = specification;
-    m_lastIsThere = false;
-    const MediaSpecification base(m_names, specification, nearby, m_folded);
-    for (std::uint32_t place = base.Range().first; place < base.Range().last && !m_lastIsThere; ++place)
-        m_lastIsThere = base.FitsAt(place, m_names[m_names.At(place)]);
-    return m_lastIsThere;
-}
-
-std::optional<std::size_t> OrphanFinder::MissesBase(MediaName file, const MediaRule& rule)
-{
-    const MediaPattern* const sibling = ReadAsSibling(m_names[file], rule);
-    if (!sibling || !rule.main.Derive(m_values, m_specification) || IsThere(m_specification, file))
-        return std::nullopt;
-    return sibling->LiteralLength();
+    bases.names.clear();
+    const MediaSpecification specification(m_names, bases.specification, nearby, m_folded);
+    const MediaNames::Range range = specification.Range();
+    for (std::uint32_t place = range.first; place < range.last && bases.names.size() < 2; ++place) {
+        const MediaName name = m_names.At(place);
+        if (specification.FitsAt(place, m_names[name]) && m_foldedMain.Fit(Folded(m_names[name]), m_values))
+            bases.names.push_back(name);
+    }
 }
 
 class GapFinder
 {
 public:
-    GapFinder(const std::vector<MediaRule>& rules, const MediaGrouping& grouping)
-        : m_rules(rules)
+    GapFinder(const MediaNames& names, const std::vector<MediaRule>& rules, const MediaGrouping& grouping)
+        : m_names(names)
+        , m_rules(rules)
         , m_grouping(grouping)
     {
     }
@@ -83,65 +121,93 @@ public:
     std::vector<MediaGap> TakeGaps() { return std::move(m_gaps); }
 
 private:
-    bool IsTold(std::span<const MediaGroup> groups, const MediaGroup& group) const;
-    void AddGroup(MediaName base, const MediaGroup& group, bool byMainRule, const NamePattern& pattern);
+    // The numbers that one pattern found.
+    struct Reach
+    {
+        const NamePattern* pattern;
+        std::int32_t first;
+        std::int32_t last;
+    };
+    // The numbers that stand behind one text, whichever pattern found them.
+    struct Numbering
+    {
+        std::vector<std::int32_t> numbers;
+        std::vector<Reach> reaches;
+    };
 
+    void AddFile(const FiledMedia& file, const NamePattern& pattern);
+    Numbering& NumberingOf(std::wstring_view name, const NamePattern& pattern);
+    void TellGaps(MediaName base, Numbering& numbering);
+
+    const MediaNames& m_names;
     const std::vector<MediaRule>& m_rules;
     const MediaGrouping& m_grouping;
     std::vector<MediaGap> m_gaps;
+
+    // Of the clip at hand.
+    std::vector<Numbering> m_numberings;
+    std::unordered_map<std::string, std::size_t> m_numberingAt;
+    NameValues m_values;
 };
-
-bool HasAddition(const MediaRule& rule, const std::wstring& text)
-{
-    return std::any_of(rule.additions.begin(), rule.additions.end(),
-                       [&](const MediaPattern& addition) { return addition.Pattern().Text() == text; });
-}
-
-// True when an earlier group of the clip holds the same files with the same numbers: "c_A1.wav" is read by
-// "<File>A<Number><Ext>", too, and its gaps are to be told once.
-bool GapFinder::IsTold(std::span<const MediaGroup> groups, const MediaGroup& group) const
-{
-    const auto files = m_grouping.FilesOf(group);
-    return std::any_of(groups.data(), &group, [&](const MediaGroup& earlier) {
-        const auto others = m_grouping.FilesOf(earlier);
-        return m_rules[earlier.rule].additions[earlier.addition].Pattern().HasNumber() &&
-               std::equal(files.begin(), files.end(), others.begin(), others.end(),
-                          [](const FiledMedia& a, const FiledMedia& b) {
-                              return a.name == b.name && a.number == b.number;
-                          });
-    });
-}
 
 void GapFinder::AddClip(const MediaClip& clip)
 {
-    std::uint32_t mainDone = kNoMediaRule; // the last rule whose main pattern's siblings were looked at
-    const auto groups = m_grouping.GroupsOf(clip);
-    for (const MediaGroup& group : groups) {
+    m_numberings.clear();
+    m_numberingAt.clear();
+    for (const MediaGroup& group : m_grouping.GroupsOf(clip)) {
         const MediaRule& rule = m_rules[group.rule];
-        const NamePattern& addition = rule.additions[group.addition].Pattern();
-        if (addition.HasNumber() && !IsTold(groups, group))
-            AddGroup(clip.base, group, false, addition);
-        const NamePattern& main = rule.main.Pattern();
-        const auto files = m_grouping.FilesOf(group);
-        const bool hasByMain =
-            std::any_of(files.begin(), files.end(), [](const FiledMedia& file) { return file.byMainRule; });
-        if (hasByMain && main.HasNumber() && mainDone != group.rule && !HasAddition(rule, main.Text())) {
-            mainDone = group.rule;
-            AddGroup(clip.base, group, true, main);
+        for (const FiledMedia& file : m_grouping.FilesOf(group)) {
+            const MediaPattern& pattern = file.byMainRule ? rule.main : rule.additions[group.addition];
+            if (pattern.Pattern().HasNumber())
+                AddFile(file, pattern.Pattern());
         }
     }
+    for (Numbering& numbering : m_numberings)
+        TellGaps(clip.base, numbering);
 }
 
-void GapFinder::AddGroup(MediaName base, const MediaGroup& group, bool byMainRule, const NamePattern& pattern)
+void GapFinder::AddFile(const FiledMedia& file, const NamePattern& pattern)
 {
-    std::optional<std::int32_t> previous;
-    for (const FiledMedia& file : m_grouping.FilesOf(group)) {
-        if (file.byMainRule != byMainRule)
+    Numbering& numbering = NumberingOf(m_names[file.name], pattern);
+    numbering.numbers.push_back(file.number);
+    const auto reach = std::find_if(numbering.reaches.begin(), numbering.reaches.end(),
+                                    [&](const Reach& r) { return r.pattern->Text() == pattern.Text(); });
+    if (reach == numbering.reaches.end()) {
+        numbering.reaches.push_back({&pattern, file.number, file.number});
+        return;
+    }
+    reach->first = std::min(reach->first, file.number);
+    reach->last = std::max(reach->last, file.number);
+}
+
+// "<File>A<Number>" and "<File>_A<Number>" may both count c_A1, c_A2: what tells a numbering is the text
+// before its numbers. A name that begins with its number has none, so there the pattern tells it.
+GapFinder::Numbering& GapFinder::NumberingOf(std::wstring_view name, const NamePattern& pattern)
+{
+    pattern.Read(name, m_values);
+    const std::wstring_view number = m_values.First(TokenKind::Number).value_or(std::wstring_view());
+    const bool hasStart = !number.empty() && number.data() != name.data();
+    std::string key(hasStart ? "" : "<");
+    AppendFolded(key, hasStart ? name.substr(0, static_cast<std::size_t>(number.data() - name.data()))
+                               : std::wstring_view(pattern.Text()));
+    const auto [at, isNew] = m_numberingAt.try_emplace(std::move(key), m_numberings.size());
+    return isNew ? m_numberings.emplace_back() : m_numberings[at->second];
+}
+
+void GapFinder::TellGaps(MediaName base, Numbering& numbering)
+{
+    std::vector<std::int32_t>& numbers = numbering.numbers;
+    std::sort(numbers.begin(), numbers.end());
+    for (std::size_t i = 1; i < numbers.size(); ++i) {
+        const std::int32_t before = numbers[i - 1];
+        const std::int32_t behind = numbers[i];
+        if (behind - before <= 1) // numbers are not negative, so this cannot overflow
             continue;
-        // Numbers are not negative, so the difference cannot overflow.
-        if (previous && file.number - *previous > 1)
-            m_gaps.push_back({base, pattern.Text(), *previous + 1, file.number - 1});
-        previous = file.number;
+        const auto reach =
+            std::find_if(numbering.reaches.begin(), numbering.reaches.end(),
+                         [=](const Reach& r) { return r.first <= before && r.last >= behind; });
+        if (reach != numbering.reaches.end())
+            m_gaps.push_back({base, reach->pattern->Text(), before + 1, behind - 1});
     }
 }
 
@@ -170,35 +236,30 @@ MediaReason ReasonOf(const std::vector<MediaRule>& rules, const MediaClip& clip,
 std::vector<MediaOrphan> FindOrphans(const MediaNames& names, const std::vector<MediaRule>& rules,
                                      std::span<const unsigned int> classes, const MediaGrouping& grouping)
 {
-    std::vector<const MediaRule*> asked;
+    std::vector<OrphanRule> asked;
     for (const MediaRule& rule : rules) {
         if (std::find(classes.begin(), classes.end(), rule.ruleClass) != classes.end())
-            asked.push_back(&rule);
+            asked.emplace_back(names, rule);
     }
     std::vector<MediaOrphan> orphans;
-    OrphanFinder finder(names);
     for (MediaName name = 0; name < names.Count(); ++name) {
-        if (grouping.isInClip[name])
+        if (grouping.isInClip[name] || HasVideoExtension(names[name]))
             continue;
-        std::optional<std::size_t> best;
         MediaOrphan orphan = {name, 0, {}};
-        for (const MediaRule* rule : asked) {
-            const std::optional<std::size_t> length = finder.MissesBase(name, *rule);
-            if (!length || (best && *length <= *best))
-                continue;
-            best = length;
-            orphan.rule = rule->index;
-            orphan.specification = finder.Specification();
-        }
-        if (best)
+        std::optional<std::size_t> length;
+        const bool misses = std::all_of(asked.begin(), asked.end(), [&](OrphanRule& rule) {
+            return rule.LookForBase(name, orphan, length);
+        });
+        if (misses && length)
             orphans.push_back(std::move(orphan));
     }
     return orphans;
 }
 
-std::vector<MediaGap> FindGaps(const std::vector<MediaRule>& rules, const MediaGrouping& grouping)
+std::vector<MediaGap> FindGaps(const MediaNames& names, const std::vector<MediaRule>& rules,
+                               const MediaGrouping& grouping)
 {
-    GapFinder finder(rules, grouping);
+    GapFinder finder(names, rules, grouping);
     for (const MediaClip& clip : grouping.clips)
         finder.AddClip(clip);
     return finder.TakeGaps();

@@ -5,6 +5,7 @@
 #include "naming/MediaGrouper.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,9 +34,11 @@ struct MediaOrphan
     std::wstring specification; ///< of the missing base
 };
 
-/// Finds the orphans in code-point order, each once. Where several additions fit, the one with the most
-/// literal text tells the rule and the base. An addition with neither literal text nor <Number> fits nearly
-/// every name and makes nobody an orphan.
+/// Finds the orphans in code-point order, each once. A file is none when by any addition that fits it a base
+/// is there: another file that the rule's main pattern fits, the case of letters aside. Where several
+/// additions fit, the one with the most literal text tells the rule and the base. An addition with neither
+/// literal text nor <Number> fits nearly every name and makes nobody an orphan; a name with a video extension
+/// is none.
 std::vector<MediaOrphan> FindOrphans(const MediaNames& names, const std::vector<MediaRule>& rules,
                                      std::span<const unsigned int> classes, const MediaGrouping& grouping);
 
@@ -43,14 +46,16 @@ std::vector<MediaOrphan> FindOrphans(const MediaNames& names, const std::vector<
 struct MediaGap
 {
     MediaName base;
-    std::wstring_view
-        pattern; ///< the addition, or the main pattern that brought the siblings of an audio rule
+    /// The addition, or the main pattern that brought the siblings of an audio rule.
+    std::wstring_view pattern;
     std::int32_t first;
     std::int32_t last;
 };
 
-/// Finds the gaps in the order of clips and groups. Numbers before the smallest and behind the largest are
-/// not missed: nobody knows where a clip's numbering starts.
-std::vector<MediaGap> FindGaps(const std::vector<MediaRule>& rules, const MediaGrouping& grouping);
+/// Finds the gaps in the order of clips and of the siblings before them, each once. Missed are numbers
+/// between two siblings of one pattern: nobody knows where a clip's numbering starts or ends. A number that
+/// another pattern found behind the same text is not missing.
+std::vector<MediaGap> FindGaps(const MediaNames& names, const std::vector<MediaRule>& rules,
+                               const MediaGrouping& grouping);
 
 } // namespace kv

@@ -36,7 +36,8 @@ struct MediaRule
     std::vector<MediaPattern> additions; ///< those that can name a sibling, in order
 };
 
-/// The rules of a collection in order; rules and additions that can never fit a name are left out.
+/// The rules of a collection in order. Left out are additions that are empty or too long to be handed out,
+/// and rules whose main pattern is so or that have no addition left.
 std::vector<MediaRule> ReadMediaRules(IKvFileNamingRuleCollection& collection);
 
 } // namespace kv

@@ -1,6 +1,5 @@
 #include "tools/KvGroupInput.h"
 
-#include "core/KvFileUtils.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
 #include "naming/DefaultRules.h"
@@ -17,6 +16,7 @@
 namespace kv {
 namespace {
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // of UTF-8
 constexpr std::size_t kMaxRuleFile = std::size_t{64} << 20; // the rule loader reads no larger one
 
 // The system's file names are wide already on some systems.
@@ -27,6 +27,13 @@ std::wstring ToWide(const std::basic_string<Character>& name)
         return name;
     else
         return FromFileName(name);
+}
+
+// A link that leads nowhere or in a circle, or a file that has just gone, is no file.
+bool MeansNoFile(const std::error_code& code)
+{
+    return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory ||
+           code == std::errc::too_many_symbolic_link_levels;
 }
 
 // @param line without its line feed.
@@ -58,10 +65,13 @@ bool ReadFolder(const std::string& folder, MediaNames& names, std::string& error
     std::error_code code;
     std::filesystem::directory_iterator entry(folder, code);
     for (; !code && entry != std::filesystem::directory_iterator(); entry.increment(code)) {
-        // A link that leads nowhere, or a file that has just gone, is no file.
-        std::error_code gone;
-        if (entry->is_regular_file(gone))
+        std::error_code unknown;
+        if (entry->is_regular_file(unknown))
             names.Add(ToWide(entry->path().filename().native()));
+        if (unknown && !MeansNoFile(unknown)) {
+            error = "cannot tell what '" + entry->path().string() + "' is: " + unknown.message();
+            return false;
+        }
     }
     if (code)
         error = "cannot read '" + folder + "': " + code.message();
@@ -72,11 +82,16 @@ bool ReadNames(std::FILE* list, MediaNames& names, std::string& error)
 {
     std::vector<char> block(std::size_t{1} << 16);
     std::string pending; // the start of a line whose end is still to come
-    std::size_t lines = 1;
+    std::size_t lines = 0;
+    bool isUtf16 = false;
     const auto add = [&](std::string_view line) {
+        if (++lines == 1) {
+            isUtf16 = line.starts_with("\xFF\xFE") || line.starts_with("\xFE\xFF");
+            line.remove_prefix(line.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
+        }
         if (!AddLine(line, names))
-            error = "standard input: line " + std::to_string(lines) + " holds a zero byte";
-        ++lines;
+            error = isUtf16 ? "standard input is UTF-16; give the names in UTF-8"
+                            : "standard input: line " + std::to_string(lines) + " holds a zero byte";
         return error.empty();
     };
     errno = 0;
@@ -101,30 +116,45 @@ Reference<IKvFileNamingRuleCollection> LoadRules(const std::string* file, std::s
     if (!file)
         return BuiltInRules();
     // The loader takes a missing file for a new user's and a broken one for an empty one; somebody who names
-    // a file means that file.
-    const std::wstring path = FromFileName(*file);
-    if (!ReadWholeFile(path, &error, kMaxRuleFile))
+    // a file means that file. One that has the same time before and after was there in between.
+    std::error_code code;
+    const bool isFile = std::filesystem::is_regular_file(*file, code);
+    const auto before =
+        isFile ? std::filesystem::last_write_time(*file, code) : std::filesystem::file_time_type();
+    if (code || !isFile) {
+        error =
+            code ? "cannot read '" + *file + "': " + code.message() : "'" + *file + "' is no regular file";
         return nullptr;
+    }
+    const std::wstring path = FromFileName(*file);
     IKvFileNamingRuleCollection* loaded = nullptr;
     if (!KvLoadFileNamingCollection(path.c_str(), &loaded, nullptr))
         throw std::bad_alloc();
     Reference<IKvFileNamingRuleCollection> rules(loaded);
-    if (rules->GetRuleCount() > 0)
+    if (std::filesystem::last_write_time(*file, code) != before)
+        error = "'" + *file + "' has changed while it was read";
+    else if (rules->GetRuleCount() > 0)
         return rules;
-    error = "'" + *file + "' holds no naming rules";
+    else if (ReadWholeFile(path, &error, kMaxRuleFile))
+        error = "'" + *file + "' holds no naming rules";
     return nullptr;
 }
 
 bool WriteBuiltInRules(const std::string& file, std::string& error)
 {
-    const std::wstring path = FromFileName(file);
-    std::error_code code;
-    if (KvFileUtils::DoesFileExist(path.c_str()) && !std::filesystem::is_empty(file, code)) {
-        error = "'" + file + "' is there already and stays as it is";
+    // "x": the file is made here or not at all, whoever else makes one at this moment.
+    std::FILE* const made = std::fopen(file.c_str(), "wx");
+    if (!made) {
+        const int reason = errno;
+        error = reason == EEXIST ? "'" + file + "' is there already and stays as it is"
+                                 : "cannot write '" + file + "': " + std::generic_category().message(reason);
         return false;
     }
-    if (KvSaveFileNamingCollection(path.c_str(), BuiltInRules().get(), nullptr))
+    std::fclose(made);
+    if (KvSaveFileNamingCollection(FromFileName(file).c_str(), BuiltInRules().get(), nullptr))
         return true;
+    std::error_code left;
+    std::filesystem::remove(file, left);
     error = "cannot write '" + file + "'";
     return false;
 }

@@ -12,13 +12,29 @@ void AppendEscape(std::string& out, char32_t unit)
         out += kDigits[(unit >> shift) & 0xF];
 }
 
+// A wide file name as a JSON string: UTF-8; a lone surrogate (a byte that is no UTF-8) is escaped.
+std::string ToJsonString(std::wstring_view name)
+{
+    std::string out = "\"";
+    for (std::size_t at = 0; at < name.size();) {
+        const CodePoint next = NextCodePoint(name, at);
+        at += next.length;
+        if (next.value == U'"' || next.value == U'\\')
+            (out += '\\') += static_cast<char>(next.value);
+        else if (next.value < 0x20 || next.value == 0x7F || IsSurrogate(next.value))
+            AppendEscape(out, next.value);
+        else
+            AppendUtf8(out, next.valid ? next.value : kReplacementCharacter);
+    }
+    return out += '"';
+}
+
 // Writes the elements of an array, one a line.
 class JsonArray
 {
 public:
-    JsonArray(std::string_view name, bool isFirst, OutputStream& out) : m_out(out)
+    JsonArray(std::string_view name, OutputStream& out) : m_out(out)
     {
-        m_out.Write(isFirst ? "" : ",\n");
         m_out.Write("  \"");
         m_out.Write(name);
         m_out.Write("\": [");
@@ -42,40 +58,27 @@ private:
 class JsonWriter
 {
 public:
-    JsonWriter(const KvGroupResult& result, OutputStream& out)
-        : m_result(result)
-        , m_files(result.grouping)
-        , m_out(out)
-    {
-    }
-    void WriteClips();
+    JsonWriter(const KvGroupResult& result, OutputStream& out) : m_result(result), m_out(out) {}
+    void WriteClips(bool withAlone);
     void WriteReasons();
     void WriteOrphans();
     void WriteGaps();
 
 private:
-    template <typename Visit>
-    void ForEachClip(Visit visit)
-    {
-        for (const std::vector<MediaClip>* clips : {&m_result.grouping.clips, &m_result.alone}) {
-            for (const MediaClip& clip : *clips)
-                visit(clip);
-        }
-    }
     std::string Name(MediaName name) const { return ToJsonString(m_result.names[name]); }
 
     const KvGroupResult& m_result;
-    MediaClipFiles m_files;
     OutputStream& m_out;
 };
 
-void JsonWriter::WriteClips()
+void JsonWriter::WriteClips(bool withAlone)
 {
-    JsonArray array("clips", true, m_out);
-    ForEachClip([&](const MediaClip& clip) {
+    JsonArray array("clips", m_out);
+    MediaClipFiles files(m_result.grouping);
+    ForEachClip(m_result, withAlone, [&](const MediaClip& clip) {
         array.Next().Write("{\"name\": " + Name(clip.base) +
                            ", \"class\": " + std::to_string(clip.ruleClass) + ", \"files\": [");
-        m_files.ForEach(clip, [&](MediaName name, const MediaGroup* group, const FiledMedia*) {
+        files.ForEach(clip, [&](MediaName name, const MediaGroup* group, const FiledMedia*) {
             m_out.Write(group ? ", " : "");
             m_out.Write(Name(name));
         });
@@ -85,23 +88,23 @@ void JsonWriter::WriteClips()
 
 void JsonWriter::WriteReasons()
 {
-    JsonArray array("why", false, m_out);
-    ForEachClip([&](const MediaClip& clip) {
-        m_files.ForEach(clip, [&](MediaName name, const MediaGroup* group, const FiledMedia* filed) {
-            const MediaReason reason = ReasonOf(m_result.rules, clip, m_result.names[name], group, filed);
-            array.Next().Write("{\"file\": " + Name(name) + ", \"clip\": " + Name(clip.base) +
-                               ", \"rule\": " + (reason.rule ? std::to_string(reason.rule->index) : "null") +
-                               ", \"addition\": " + (reason.rule ? ToJsonString(reason.pattern) : "null") +
-                               ", \"values\": {\"File\": " + ToJsonString(reason.file) +
-                               ", \"Number\": " + ToJsonString(reason.number) +
-                               ", \"Ext\": " + ToJsonString(reason.extension) + "}}");
-        });
+    m_out.Write(",\n");
+    JsonArray array("why", m_out);
+    ForEachReason(m_result, [&](const MediaClip& clip, MediaName name, const MediaReason& reason) {
+        array.Next().Write("{\"file\": " + Name(name) +
+                           ", \"clip\": " + (clip.groupCount > 0 ? Name(clip.base) : "null") +
+                           ", \"rule\": " + (reason.rule ? std::to_string(reason.rule->index) : "null") +
+                           ", \"addition\": " + (reason.rule ? ToJsonString(reason.pattern) : "null") +
+                           ", \"values\": {\"File\": " + ToJsonString(reason.file) +
+                           ", \"Number\": " + ToJsonString(reason.number) +
+                           ", \"Ext\": " + ToJsonString(reason.extension) + "}}");
     });
 }
 
 void JsonWriter::WriteOrphans()
 {
-    JsonArray array("orphan", false, m_out);
+    m_out.Write(",\n");
+    JsonArray array("orphan", m_out);
     for (const MediaOrphan& orphan : m_result.orphans) {
         array.Next().Write("{\"file\": " + Name(orphan.file) + ", \"rule\": " + std::to_string(orphan.rule) +
                            ", \"specification\": " + ToJsonString(orphan.specification) + "}");
@@ -110,7 +113,8 @@ void JsonWriter::WriteOrphans()
 
 void JsonWriter::WriteGaps()
 {
-    JsonArray array("gap", false, m_out);
+    m_out.Write(",\n");
+    JsonArray array("gap", m_out);
     for (const MediaGap& gap : m_result.gaps) {
         array.Next().Write("{\"base\": " + Name(gap.base) + ", \"addition\": " + ToJsonString(gap.pattern) +
                            ", \"first\": " + std::to_string(gap.first) +
@@ -120,27 +124,11 @@ void JsonWriter::WriteGaps()
 
 } // namespace
 
-std::string ToJsonString(std::wstring_view name)
-{
-    std::string out = "\"";
-    for (std::size_t at = 0; at < name.size();) {
-        const CodePoint next = NextCodePoint(name, at);
-        at += next.length;
-        if (next.value == U'"' || next.value == U'\\')
-            (out += '\\') += static_cast<char>(next.value);
-        else if (next.value < 0x20 || next.value == 0x7F || IsSurrogate(next.value))
-            AppendEscape(out, next.value);
-        else
-            AppendUtf8(out, next.valid ? next.value : kReplacementCharacter);
-    }
-    return out += '"';
-}
-
 void WriteJson(const KvGroupResult& result, const KvGroupOptions& options, OutputStream& out)
 {
     JsonWriter writer(result, out);
     out.Write("{\n");
-    writer.WriteClips();
+    writer.WriteClips(options.all);
     if (options.why)
         writer.WriteReasons();
     if (options.orphans) {

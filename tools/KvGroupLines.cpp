@@ -1,13 +1,10 @@
 #include "core/Text.h"
 #include "tools/KvGroupOutput.h"
 
-#include <cerrno>
 #include <initializer_list>
 
 namespace kv {
 namespace {
-
-constexpr std::size_t kPiece = std::size_t{1} << 16;
 
 void WriteFields(OutputStream& out, std::initializer_list<std::string_view> fields)
 {
@@ -29,54 +26,23 @@ void WriteReason(const MediaReason& reason, const std::string& file, OutputStrea
 
 } // namespace
 
-void OutputStream::Write(std::string_view text)
-{
-    m_text += text;
-    if (m_text.size() >= kPiece)
-        WriteOut();
-}
-
-void OutputStream::WriteOut()
-{
-    errno = 0;
-    if (m_error == 0 && std::fwrite(m_text.data(), 1, m_text.size(), m_file) != m_text.size())
-        m_error = errno != 0 ? errno : EIO;
-    m_text.clear();
-}
-
-int OutputStream::Finish()
-{
-    WriteOut();
-    errno = 0;
-    if (m_error == 0 && std::fflush(m_file) != 0)
-        m_error = errno != 0 ? errno : EIO;
-    return m_error;
-}
-
 void WriteLines(const KvGroupResult& result, const KvGroupOptions& options, OutputStream& out)
 {
     MediaClipFiles files(result.grouping);
-    const auto forEachFile = [&](auto visit) {
-        for (const std::vector<MediaClip>* clips : {&result.grouping.clips, &result.alone}) {
-            for (const MediaClip& clip : *clips) {
-                files.ForEach(clip, [&](MediaName name, const MediaGroup* group, const FiledMedia* filed) {
-                    visit(clip, name, group, filed);
-                });
-            }
-        }
-    };
-    forEachFile([&](const MediaClip&, MediaName name, const MediaGroup* group, const FiledMedia*) {
-        out.Write(group ? "\t" : "");
-        out.Write(ToFileName(result.names[name]));
-        out.Write("\n");
+    ForEachClip(result, options.all, [&](const MediaClip& clip) {
+        files.ForEach(clip, [&](MediaName name, const MediaGroup* group, const FiledMedia*) {
+            out.Write(group ? "\t" : "");
+            out.Write(ToFileName(result.names[name]));
+            out.Write("\n");
+        });
     });
     if (options.why) {
-        forEachFile(
-            [&](const MediaClip& clip, MediaName name, const MediaGroup* group, const FiledMedia* filed) {
-                const std::wstring_view text = result.names[name];
-                WriteReason(ReasonOf(result.rules, clip, text, group, filed), ToFileName(text), out);
-            });
+        ForEachReason(result, [&](const MediaClip&, MediaName name, const MediaReason& reason) {
+            WriteReason(reason, ToFileName(result.names[name]), out);
+        });
     }
+    if (!options.orphans)
+        return;
     for (const MediaOrphan& orphan : result.orphans) {
         WriteFields(out, {"orphan", ToFileName(result.names[orphan.file]), std::to_string(orphan.rule),
                           ToFileName(orphan.specification)});

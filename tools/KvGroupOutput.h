@@ -6,6 +6,7 @@
 #include "tools/KvGroupOptions.h"
 
 #include <cstdio>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,18 +36,37 @@ struct KvGroupResult
     const MediaNames& names;
     const std::vector<MediaRule>& rules;
     const MediaGrouping& grouping;
-    std::vector<MediaClip> alone; ///< shown behind the clips
+    std::vector<MediaClip> alone; ///< follow the clips: in their list with --all, in the reasons always
     std::vector<MediaOrphan> orphans;
     std::vector<MediaGap> gaps;
 };
+
+/// Visits clips, then the files that are alone.
+template <typename Visit>
+void ForEachClip(const KvGroupResult& result, bool withAlone, Visit visit)
+{
+    for (const MediaClip& clip : result.grouping.clips)
+        visit(clip);
+    for (const MediaClip& clip : std::span(result.alone).first(withAlone ? result.alone.size() : 0))
+        visit(clip);
+}
+
+/// Visits each file with the reason why it is where it is: `visit(clip, name, reason)`.
+template <typename Visit>
+void ForEachReason(const KvGroupResult& result, Visit visit)
+{
+    MediaClipFiles files(result.grouping);
+    ForEachClip(result, true, [&](const MediaClip& clip) {
+        files.ForEach(clip, [&](MediaName name, const MediaGroup* group, const FiledMedia* filed) {
+            visit(clip, name, ReasonOf(result.rules, clip, result.names[name], group, filed));
+        });
+    });
+}
 
 /// Writes lines: names byte for byte.
 void WriteLines(const KvGroupResult& result, const KvGroupOptions& options, OutputStream& out);
 
 /// Writes one JSON object.
 void WriteJson(const KvGroupResult& result, const KvGroupOptions& options, OutputStream& out);
-
-/// A wide file name as a JSON string: UTF-8; a lone surrogate (a byte that is no UTF-8) is escaped.
-std::string ToJsonString(std::wstring_view name);
 
 } // namespace kv

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -73,16 +74,16 @@ ExitStatus Group(const kv::KvGroupOptions& options)
     const std::vector<kv::MediaRule> rules = kv::ReadMediaRules(*collection);
     const kv::MediaGrouping grouping = kv::GroupMedia(names, rules, options.classes);
     kv::KvGroupResult result = {names, rules, grouping, {}, {}, {}};
-    if (options.all)
+    if (options.all || options.why)
         result.alone = kv::MediaAlone(names, rules, options.classes, grouping);
     if (options.orphans) {
         result.orphans = kv::FindOrphans(names, rules, options.classes, grouping);
-        result.gaps = kv::FindGaps(rules, grouping);
+        result.gaps = kv::FindGaps(names, rules, grouping);
     }
 
     kv::OutputStream out(stdout);
     (options.json ? kv::WriteJson : kv::WriteLines)(result, options, out);
-    const ExitStatus status = Finish(out, grouping.clips.empty() && result.alone.empty() ? kNothing : kDone);
+    const ExitStatus status = Finish(out, grouping.clips.empty() ? kNothing : kDone);
     if (status == kNothing)
         Fail("no files belong together in " + (isList ? "standard input" : "'" + options.argument + "'"));
     return status;

@@ -258,9 +258,13 @@ TEST(Grouping, NamesThatShareALongStartDoNotPileUp)
 {
     // Each of these bases looks through all of the others in vain.
     Names names;
-    for (int i = 0; i < 20000; ++i)
-        names.push_back(L"show_" + std::to_wstring(i) + L".mov"),
-            names.push_back(L"show_Ax" + std::to_wstring(i));
+    for (unsigned int i = 0; i < 20000; ++i) {
+        std::wstring start = L"showshowshow"; // spelled in 4096 ways
+        for (std::size_t at = 0; at < start.size(); ++at)
+            start[at] = static_cast<wchar_t>(start[at] - ((i >> at) % 2 == 0 ? 0 : L'a' - L'A'));
+        names.push_back(start + L"_" + std::to_wstring(i) + L".mov");
+        names.push_back(L"showshowshow_Ax" + std::to_wstring(i));
+    }
     EXPECT_TRUE(Grouped(names, {{1, L"<File>_<Number><Ext>", {L"<File>_A<Number>"}}}).empty());
 }
 
@@ -283,7 +287,7 @@ std::string Gaps(const Names& given, const std::vector<RuleText>& texts)
     const std::vector<MediaRule> rules = ReadMediaRules(*MakeRules(texts));
     const MediaGrouping grouping = GroupMedia(names, rules, kClasses);
     std::ostringstream out;
-    for (const MediaGap& gap : FindGaps(rules, grouping))
+    for (const MediaGap& gap : FindGaps(names, rules, grouping))
         out << ToFileName(names[gap.base]) << ' ' << ToFileName(gap.pattern) << ' ' << gap.first << '-'
             << gap.last << '\n';
     for (const MediaOrphan& orphan : FindOrphans(names, rules, kClasses, grouping))
@@ -331,6 +335,36 @@ TEST(Report, GapsAndOrphans)
          {{1, L"<File>.mxf", {L"<File>_A<Number><Ext>"}}},
          {L"c.MXF", L"c_A1.wav"},
          ""},
+        {"the pattern with most literal text has its base",
+         {{1, L"<File><Ext>", {L"<File>A<Number><Ext>"}}, {1, L"<File>-VHD.MXF", {L"<File>-A<Number>.wav"}}},
+         {L"x-VHD.mxf", L"x-A1.wav"},
+         ""},
+        {"a sibling is no base",
+         {{1, L"<File>_<Number><Ext>", {L"<File>_ch<Number><Ext>"}}},
+         {L"lost_ch1.wav", L"lost_ch2.wav"},
+         "lost_ch1.wav 0 lost_*.*\nlost_ch2.wav 0 lost_*.*\n"},
+        {"a file is not its own base",
+         {{1, L"<File>_<Number><Ext>", {L"<File>_<Number>.wav"}}},
+         {L"lost_1.wav"},
+         "lost_1.wav 0 lost_*.*\n"},
+        {"video has lost nobody", kUsualRules, {L"c_A1.mov"}, ""},
+        {"a number that another pattern found",
+         {{2, L"<File>_A<Number><Ext>", {L"<File>_A<Number><Ext>", L"<File>_A<Number>.wav"}},
+          {2, L"<File>_A<Number>.aif", {L"<File>_A<Number>.wav"}}},
+         {L"c_A1.aif", L"c_A2.wav", L"c_A3.aif", L"c_A6.aif"},
+         "c_A1.aif <File>_A<Number><Ext> 4-5\n"},
+        {"a number that the addition found among the main pattern's",
+         {{2, L"<File>_A<Number><Ext>", {L"<File>_A<Number>.wav"}}},
+         {L"c_A1.aif", L"c_A2.wav", L"c_A3.aif"},
+         ""},
+        {"the numbers of two patterns are not one run",
+         {{1, L"<File><Ext>", {L"<File>_<Number>.png", L"<File>_<Number>.wav"}}},
+         {L"c.mov", L"c_100.png", L"c_101.png", L"c_1.wav"},
+         ""},
+        {"one gap under two main patterns",
+         {{2, L"<File>_A<Number><Ext>", {L"<File><Ext>"}}, {2, L"<File>A<Number><Ext>", {L"<File><Ext>"}}},
+         {L"c_A1.wav", L"c_A4.wav"},
+         "c_A1.wav <File>_A<Number><Ext> 2-3\n"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(Gaps(row.names, row.rules), row.expected) << row.name;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -95,9 +96,11 @@ TEST_F(KvGroup, TellsWhyAndWhatIsMissing)
                          "why\tc_A1.wav\t0\t<File>_A<Number><Ext>\tFile=c\tNumber=1\tExt=.wav\n"
                          "why\tc_A03.wav\t0\t<File>_A<Number><Ext>\tFile=c\tNumber=03\tExt=.wav\n"
                          "why\tREADME\t-\t-\tFile=\tNumber=\tExt=\n"
-                         "why\tlost_A2.wav\t0\t<File><Ext>\tFile=lost_A2\tNumber=\tExt=.wav\n"
+                         "why\tlost_A2.wav\t-\t-\tFile=\tNumber=\tExt=\n"
                          "orphan\tlost_A2.wav\t0\tlost.*\n"
                          "gap\tc.mov\t<File>_A<Number><Ext>\t2\t2\n");
+    const Outcome unlisted = Run({"--why", "--orphans", "-"}, names);
+    EXPECT_EQ(unlisted.out, std::string(lines.out).erase(lines.out.find("README\n"), 19));
     EXPECT_EQ(Run({"--class", "all", "-"}, "c.mov\nc_A1.wav\ns_A1.wav\ns_A2.wav\n").out,
               "c.mov\n\tc_A1.wav\ns_A1.wav\n\ts_A2.wav\n");
 }
@@ -132,10 +135,14 @@ TEST_F(KvGroup, WritesRulesForEditingAndUsesThem)
     ASSERT_NE(at, std::string::npos);
     Write("rules.ini", rules.replace(at, 8, "<File>_CH"));
     EXPECT_EQ(Run({"--rules", "rules.ini", "-"}, "c.mov\nc_CH1.wav\nc_A1.wav\n").out, "c.mov\n\tc_CH1.wav\n");
-    const Outcome again = Run({"--init-rules", "rules.ini"});
-    EXPECT_EQ(again.status, 2);
-    EXPECT_NE(again.error.find("rules.ini"), std::string::npos);
-    EXPECT_EQ(Contents(m_root / "rules.ini"), rules);
+    Write("empty.ini", "");
+    for (const char* name : {"rules.ini", "empty.ini"}) {
+        const std::string before = Contents(m_root / name);
+        const Outcome again = Run({"--init-rules", name});
+        EXPECT_EQ(again.status, 2) << name;
+        EXPECT_NE(again.error.find(name), std::string::npos) << name;
+        EXPECT_EQ(Contents(m_root / name), before) << name;
+    }
 }
 
 TEST_F(KvGroup, ExitStatusAndErrors)
@@ -158,13 +165,22 @@ TEST_F(KvGroup, ExitStatusAndErrors)
         {"check and folder", {"--check", "<File>", "media"}, 2, "one folder"},
         {"no value", {"media", "--rules"}, 2, "--rules needs a value"},
         {"no such class", {"--class", "film", "media"}, 2, "film"},
+        {"an option that the check does not use", {"--json", "--check", "<File>"}, 2, "--json needs"},
+        {"an option that the rules do not use", {"--init-rules", "r", "--rules=r"}, 2, "--rules needs"},
+        {"two rule files", {"--rules=in", "--rules", "in", "media"}, 2, "twice"},
+        {"rules from a pipe", {"--rules", "pipe", "media"}, 2, "'pipe' is no regular file"},
+        {"a file that cannot be told", {"strange"}, 2, "strange/link"},
         {"missing folder", {"me\xFFia"}, 2, "me\xFFia"},
         {"a file for a folder", {"in"}, 2, "'in'"},
         {"missing rules", {"--rules", "none.ini", "media"}, 2, "none.ini"},
         {"unreadable rules", {"--rules", "media", "media"}, 2, "'media'"},
         {"no rules in the file", {"--rules", "in", "media"}, 2, "'in'"},
-        {"rules into no folder", {"--init-rules", "none/rules.ini"}, 2, "none/rules.ini"},
+        {"rules into no folder", {"--init-rules", "none/rules.ini"}, 2, "none/rules.ini': No such"},
     };
+    ASSERT_EQ(mkfifo((m_root / "pipe").c_str(), 0600), 0);
+    fs::create_directory(m_root / "strange");
+    fs::create_symlink("loop", m_root / "strange/loop"); // no file, and no fault
+    fs::create_symlink(std::string(300, 'x'), m_root / "strange/link");
     for (const Row& row : rows) {
         const Outcome outcome = Run(row.arguments);
         EXPECT_EQ(outcome.status, row.status) << row.name;
@@ -173,7 +189,19 @@ TEST_F(KvGroup, ExitStatusAndErrors)
     }
     EXPECT_EQ(Run({"-h"}).out.rfind("Usage: kvgroup", 0), 0u);
     EXPECT_EQ(Run({"--json", "-"}).out, "{\n  \"clips\": []\n}\n");
+    const Outcome alone = Run({"--all", "-"}, "a.mov\nb.mov\n");
+    EXPECT_EQ(alone.out, "a.mov\nb.mov\n");
+    EXPECT_EQ(alone.status, 1);
     EXPECT_EQ(Run({"-"}, std::string("a\0b\n", 4)).status, 2);
+    EXPECT_NE(Run({"-"}, std::string("\xFF\xFE"
+                                     "a\0\n\0",
+                                     6))
+                  .error.find("UTF-16"),
+              std::string::npos);
+    EXPECT_EQ(Run({"-"}, "\xEF\xBB\xBF"
+                         "c.mov\nc.wav\n")
+                  .out,
+              "c.mov\n\tc.wav\n");
 }
 
 TEST_F(KvGroup, AFullDiskIsAnError)
