@@ -30,11 +30,22 @@ QRectF Shrunk(const QRectF& frame, double part)
     return frame.adjusted(dx, dy, -dx, -dy);
 }
 
+QBrush Checkerboard(const QColor& light, const QColor& dark)
+{
+    QPixmap tile(2 * kCheck, 2 * kCheck);
+    tile.fill(dark);
+    QPainter painter(&tile);
+    painter.fillRect(0, 0, kCheck, kCheck, light);
+    painter.fillRect(kCheck, kCheck, kCheck, kCheck, light);
+    return tile;
+}
+
 } // namespace
 
 CanvasView::CanvasView(const Document& document)
     : m_document(document)
     , m_skin(LoadSkin())
+    , m_checkerboard(Checkerboard(m_skin.checkLight, m_skin.checkDark))
     , m_displaySize(DisplaySize(document.Current().video))
 {
     setFrameShape(QFrame::NoFrame);
@@ -221,16 +232,8 @@ void CanvasView::DrawFrame(QPainter& painter, const QRectF& frame)
 {
     painter.save();
     painter.setClipRect(frame);
-    painter.fillRect(frame, m_skin.checkDark);
-    const QRectF visible = frame.intersected(viewport()->rect());
-    const int firstRow = static_cast<int>((visible.top() - frame.top()) / kCheck);
-    const int firstColumn = static_cast<int>((visible.left() - frame.left()) / kCheck);
-    for (int row = firstRow; frame.top() + row * kCheck < visible.bottom(); ++row)
-        for (int column = firstColumn + (firstColumn + row) % 2;
-             frame.left() + column * kCheck < visible.right(); column += 2)
-            painter.fillRect(
-                QRectF(frame.left() + column * kCheck, frame.top() + row * kCheck, kCheck, kCheck),
-                m_skin.checkLight);
+    painter.setBrushOrigin(frame.topLeft());
+    painter.fillRect(frame.intersected(viewport()->rect()), m_checkerboard);
 
     // Beyond its own size the frame's pixels are shown as they are exported.
     const SKvVideoResolution& video = m_document.Current().video;

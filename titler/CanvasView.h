@@ -5,6 +5,7 @@
 #include "TitleRenderer.h"
 
 #include <QAbstractScrollArea>
+#include <QBrush>
 
 namespace titler {
 
@@ -54,6 +55,7 @@ private:
 
     const Document& m_document;
     Skin m_skin;
+    QBrush m_checkerboard;
     TitleRenderer m_renderer;
     QImage m_image; ///< the title at the size at which it is shown; null: to be rendered
     QSizeF m_displaySize;

@@ -1,14 +1,26 @@
 #include "Document.h"
 
+#include "Texts.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace titler {
+namespace {
+
+Project FirstProject()
+{
+    Project project = NewProject();
+    project.title.text = Text(kTextNewTitle);
+    return project;
+}
+
+} // namespace
 
 Document::Document()
 {
     m_steps.setUndoLimit(1000);
-    m_now.project = NewProject();
+    m_now.project = FirstProject();
     connect(&m_steps, &QUndoStack::cleanChanged, this, &Document::FileChanged);
 }
 
@@ -31,7 +43,7 @@ void Document::Start(Project project, const QString& file)
 
 void Document::New()
 {
-    Start(NewProject(), {});
+    Start(FirstProject(), {});
 }
 
 bool Document::Open(const QString& file, ProjectError& error)

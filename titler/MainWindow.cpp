@@ -60,6 +60,12 @@ MainWindow::MainWindow()
     ShowSteps();
 }
 
+// The views go before the document: a drag that is under way ends with them and still tells the document.
+MainWindow::~MainWindow()
+{
+    delete m_workspace;
+}
+
 MediaPanel& MainWindow::Media()
 {
     return m_workspace->Media();

@@ -23,6 +23,7 @@ class MainWindow : public QMainWindow
 
 public:
     MainWindow();
+    ~MainWindow() override;
 
     Document& Project() { return m_document; }
     MediaPanel& Media();

@@ -22,7 +22,6 @@ float Fraction(float value)
 Project NewProject()
 {
     Project project;
-    project.title.text = QStringLiteral("Title");
     project.title.stops = {{0xFFFFF3D6, 0.0f, 0.5f}, {0xFFFFB347, 0.45f, 0.5f}, {0xFFE8505B, 1.0f, 0.5f}};
     return project;
 }

@@ -59,7 +59,7 @@ struct Project
     QJsonObject source; ///< the file's content as it was loaded, for the fields that we do not know
 };
 
-/// A project with a first title, for "New".
+/// A project with a first gradient and no text yet.
 Project NewProject();
 
 /// The frame in square pixels: its height, and the width that its aspect ratio asks for.

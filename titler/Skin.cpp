@@ -44,6 +44,7 @@ QPalette PaletteOf(const Skin& skin)
 
 // Focus is the accent, selections are calm: the palette alone has one colour for both.
 constexpr const char* kStyle = R"(
+* { dialogbuttonbox-buttons-have-icons: 0; }
 QToolTip { color: @text; background: @field; border: 1px solid @border; padding: 3px; }
 QMenuBar { background: @window; }
 QMenuBar::item { padding: 5px 10px; background: transparent; }
@@ -58,15 +59,15 @@ QStatusBar { background: @window; border-top: 1px solid @border; }
 QStatusBar::item { border: none; }
 QStatusBar QLabel { color: @dimText; padding: 3px 8px; }
 QSplitter::handle { background: @border; }
-QLineEdit, QPlainTextEdit, QTreeView, QSpinBox, QDoubleSpinBox { selection-background-color: @selection;
-    selection-color: @text; }
+QLineEdit, QPlainTextEdit { selection-background-color: @selection; selection-color: @text;
+    border: 1px solid @border; border-radius: 2px; padding: 2px; background: @field; }
+QLineEdit:focus, QPlainTextEdit:focus { border: 1px solid @accent; }
+QAbstractSpinBox QLineEdit, QComboBox QLineEdit { border: none; padding: 0; background: transparent; }
 QTreeView { border: 1px solid @border; background: @field; }
 QTreeView:focus { border: 1px solid @accent; }
 QTreeView::item { padding: 3px 6px 3px 2px; }
 QTreeView::item:selected { background: @selection; color: @text; }
 QTreeView::item:hover:!selected { background: @panel; }
-QPlainTextEdit { border: 1px solid @border; border-radius: 2px; padding: 2px; }
-QPlainTextEdit:focus { border: 1px solid @accent; }
 QLabel[role="heading"] { color: @text; font-weight: bold; }
 QLabel[role="hint"] { color: @dimText; }
 QWidget[role="panel"] { background: @panel; }

@@ -179,12 +179,14 @@ void TextInspector::ShowText(const QString& text)
 void TextInspector::ShowProject()
 {
     const Title& title = m_document.Current().title;
-    const QSignalBlocker family(m_family);
+    const QSignalBlocker families(m_family);
     const QSignalBlocker size(m_size);
     const QSignalBlocker bold(m_bold);
     const QSignalBlocker italic(m_italic);
     ShowText(title.text);
-    m_family->setCurrentFont(QFont(title.fontFamily.isEmpty() ? DefaultFontFamily() : title.fontFamily));
+    const QString family = title.fontFamily.isEmpty() ? DefaultFontFamily() : title.fontFamily;
+    if (m_family->currentFont().family() != family) // looking a font up takes longer than all the rest
+        m_family->setCurrentFont(QFont(family));
     m_size->setValue(title.fontSize);
     m_bold->setChecked(title.bold);
     m_italic->setChecked(title.italic);

@@ -135,6 +135,7 @@ enum TextId : UINT
     kTextMissing = 21516,
     kTextAboutText = 21517,
     kTextFrameTooLarge = 21518,
+    kTextNewTitle = 21519,
 
     // What a field of a project file should have held.
     kTextWantObject = 21600,

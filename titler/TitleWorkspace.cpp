@@ -15,7 +15,7 @@
 namespace titler {
 namespace {
 
-constexpr int kMediaWidth = 270;
+constexpr int kMediaWidth = 290;
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "Document.h"
 #include "FrameExport.h"
 #include "MainWindow.h"
 #include "MediaPanel.h"
@@ -43,15 +44,11 @@ bool HasDisplay()
 
 int ExportProjectFrame(const Options& options)
 {
-    Project project = NewProject();
-    if (!options.project.isEmpty()) {
-        ProjectError error;
-        std::optional<Project> loaded = LoadProject(options.project, error);
-        if (!loaded)
-            return Fail(kFailed, ErrorText(options.project, error));
-        project = std::move(*loaded);
-    }
-    const QString fault = ExportFrame(project, options.exportFrame);
+    Document document;
+    ProjectError error;
+    if (!options.project.isEmpty() && !document.Open(options.project, error))
+        return Fail(kFailed, ErrorText(options.project, error));
+    const QString fault = ExportFrame(document.Current(), options.exportFrame);
     return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.exportFrame, fault}));
 }
 
@@ -72,6 +69,7 @@ int TakeScreenshot(const Options& options)
         return Fail(kFailed, ErrorText(options.project, error));
     if (!options.media.isEmpty())
         window.Media().OpenFolder(options.media);
+    window.setAttribute(Qt::WA_DontShowOnScreen);
     window.resize(options.windowSize);
     window.show();
     WaitForMedia(window.Media());

@@ -6,11 +6,13 @@
 #include "StopInspector.h"
 #include "TextInspector.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -254,6 +256,15 @@ TEST(MainWindow, AsksBeforeItLosesChanges)
     EXPECT_EQ(boxes.texts.size(), 2);
 }
 
+TEST(MainWindow, MayDieInADrag)
+{
+    MainWindow window;
+    window.show();
+    auto& control = *window.findChild<CKvGradientCtrl*>();
+    QTest::mousePress(&control, Qt::LeftButton, {}, {control.width() / 3, control.height() / 2}); // adds a stop
+    EXPECT_TRUE(window.Project().IsInRun());
+}
+
 TEST(MainWindow, ABrokenProjectIsReportedAndTheOpenOneStays)
 {
     MessageBoxes boxes;
@@ -282,14 +293,27 @@ TEST(MainWindow, EverythingHasANameForTheKeyboardAndTheScreenReader)
                 << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
         }
     }
+    QStringList keys;
+    const auto add = [&](const QString& text) {
+        const qsizetype mark = text.indexOf('&');
+        if (mark >= 0)
+            keys << text.mid(mark + 1, 1).toUpper();
+    };
+    for (const QLabel* label : window.findChildren<QLabel*>())
+        if (label->buddy() != nullptr)
+            add(label->text());
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
+        add(button->text());
     for (const QAction* menu : window.menuBar()->actions()) {
         EXPECT_TRUE(menu->text().contains('&'));
+        add(menu->text());
         for (const QAction* action : menu->menu()->actions()) {
             if (!action->isSeparator()) {
                 EXPECT_FALSE(action->toolTip().isEmpty()) << action->text().toStdString();
             }
         }
     }
+    EXPECT_EQ(keys.removeDuplicates(), 0) << "two fields share an Alt key";
 }
 
 TEST(CanvasView, FitsAndZooms)

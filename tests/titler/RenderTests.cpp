@@ -96,6 +96,7 @@ TEST(TitleRenderer, IsTheSameForEveryOrderOfCalls)
 {
     TitleRenderer kept;
     Project project = NewProject();
+    project.title.text = "Title";
     kept.Render(project, {320, 180});
     project.title.stops.front().colour = kBlue;
     EXPECT_EQ(kept.Render(project, {320, 180}), TitleRenderer().Render(project, {320, 180}));
