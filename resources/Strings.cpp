@@ -194,7 +194,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21703, L"Render the main window to a PNG picture and exit. Needs no display."},
         {0, 21704,
          L"Render the project's title at its frame size to a PNG picture and exit. Needs no display."},
-        {0, 21705, L"The window's size, for example 1440x860."},
+        {0, 21705, L"The window's size, for example 1440x800."},
         {0, 21706, L"Show this help and exit."},
         {0, 21707, L"\"%1\" is no size: expected WIDTHxHEIGHT, each from %2 to %3"},
         {0, 21708, L"one project at a time: \"%1\" is one too many"},

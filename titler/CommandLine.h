@@ -15,7 +15,7 @@ struct Options
     QString media;
     QString screenshot;
     QString exportFrame;
-    QSize windowSize{1440, 860};
+    QSize windowSize{1440, 800};
     bool help = false;
 };
 

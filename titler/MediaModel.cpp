@@ -67,7 +67,7 @@ const QString& MediaModel::NameAt(const QModelIndex& index) const
 QVariant MediaModel::CountAt(const QModelIndex& index, int role) const
 {
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+        return QVariant::fromValue(Qt::AlignCenter);
     if (role != Qt::DisplayRole || index.internalId() != kClipId)
         return {};
     const auto siblings = m_clips[index.row()].siblings.size();

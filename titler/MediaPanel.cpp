@@ -54,6 +54,7 @@ void MediaPanel::BuildPanel()
     m_list->setUniformRowHeights(true);
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->header()->setStretchLastSection(false);
+    m_list->header()->setMinimumSectionSize(40);
     m_list->header()->setSectionResizeMode(MediaModel::NameColumn, QHeaderView::Stretch);
     m_list->header()->setSectionResizeMode(MediaModel::CountColumn, QHeaderView::ResizeToContents);
     m_hint->setWordWrap(true);

@@ -9,7 +9,7 @@
 #include <QDoubleSpinBox>
 #include <QEvent>
 #include <QFontComboBox>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -87,9 +87,7 @@ void TextInspector::BuildFields()
     italic.setItalic(true);
     m_italic->setFont(italic);
 
-    auto* styleRow = new QWidget;
-    auto* styles = new QHBoxLayout(styleRow);
-    styles->setContentsMargins(0, 0, 0, 0);
+    auto* styles = new QHBoxLayout;
     styles->addWidget(m_bold);
     styles->addWidget(m_italic);
     styles->addSpacing(12);
@@ -100,17 +98,20 @@ void TextInspector::BuildFields()
     }
     styles->addStretch();
 
-    auto* form = new QFormLayout;
-    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    form->addRow(RowLabel(kTextFont, *m_family), m_family);
-    form->addRow(RowLabel(kTextSize, *m_size), m_size);
-    form->addRow(RowLabel(kTextStyle, *m_bold), styleRow);
+    auto* rows = new QGridLayout;
+    rows->addWidget(RowLabel(kTextFont, *m_family), 0, 0);
+    rows->addWidget(m_family, 0, 1);
+    rows->addWidget(RowLabel(kTextSize, *m_size), 1, 0);
+    rows->addWidget(m_size, 1, 1);
+    rows->addWidget(RowLabel(kTextStyle, *m_bold), 2, 0);
+    rows->addLayout(styles, 2, 1);
+    rows->setColumnStretch(1, 1);
     auto* column = new QVBoxLayout(this);
     QLabel* heading = Heading(kTextText);
     heading->setBuddy(m_text);
     column->addWidget(heading);
     column->addWidget(m_text);
-    column->addLayout(form);
+    column->addLayout(rows);
 }
 
 void TextInspector::Connect()

@@ -1,0 +1,165 @@
+// Renders the pictures of the documentation: kv_screenshots DIR. Needs no display.
+//
+// A picture at 150 % needs a program that runs at 150 %: for each scale the program starts itself anew.
+#include "CommandLine.h"
+#include "FrameExport.h"
+#include "KvGradientCtrl.h"
+#include "MainWindow.h"
+#include "MediaPanel.h"
+#include "Skin.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QMouseEvent>
+#include <QProcess>
+#include <QTimer>
+#include <QTreeView>
+
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+using namespace titler;
+
+namespace {
+
+constexpr const char* kScales[] = {"1", "1.5"};
+constexpr int kMargin = 16;
+constexpr QSize kGradientSize(520, 84);
+constexpr int kLongestWait = 30000; // milliseconds
+
+class Pictures
+{
+public:
+    Pictures(const QString& folder, const QString& scale)
+        : m_folder(folder)
+        , m_ending(scale == QLatin1String("1") ? QString() : QStringLiteral("-150"))
+    {
+    }
+
+    bool Save(QWidget& widget, const QString& name) const
+    {
+        const QString file = m_folder.filePath(name + m_ending + QStringLiteral(".png"));
+        const QString fault = SavePng(widget.grab().toImage(), file);
+        std::fprintf(fault.isEmpty() ? stdout : stderr, "%s %s\n", qPrintable(file), qPrintable(fault));
+        return fault.isEmpty();
+    }
+
+private:
+    QDir m_folder;
+    QString m_ending;
+};
+
+bool SaveTitler(const Pictures& pictures)
+{
+    MainWindow window;
+    ProjectError error;
+    if (!window.Project().Open(QStringLiteral(TITLER_SAMPLES "/sample.ktitle"), error))
+        return false;
+    window.resize(Options().windowSize);
+    window.show();
+    QEventLoop wait;
+    QObject::connect(&window.Media(), &MediaPanel::Ready, &wait, &QEventLoop::quit);
+    QTimer::singleShot(kLongestWait, &wait, &QEventLoop::quit);
+    window.Media().OpenFolder(QStringLiteral(TITLER_SAMPLES "/media"));
+    wait.exec();
+    window.Project().SelectStop(2);
+    auto& list = *window.findChild<QTreeView*>(QStringLiteral("media"));
+    list.expand(list.model()->index(0, 0));
+    return pictures.Save(window, QStringLiteral("titler"));
+}
+
+/// A gradient control on a dark ground, and the mouse that works on it.
+class GradientScene
+{
+public:
+    GradientScene()
+    {
+        m_window.resize(kGradientSize + QSize(2 * kMargin, 2 * kMargin));
+        m_control.setGeometry(QRect(QPoint(kMargin, kMargin), kGradientSize));
+        m_control.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &m_window, 1001);
+        const SKvCGGradientKey stops[] = {{0xFF2A1B5E, 0.0f, 0.5f},
+                                          {0xFFD1345B, 0.36f, 0.5f},
+                                          {0xFFFFB347, 0.68f, 0.5f},
+                                          {0x30FFF3D6, 1.0f, 0.6f}};
+        m_control.SetData(static_cast<int>(std::size(stops)), stops);
+        m_control.SetSelectedKey(1);
+        m_window.show();
+    }
+
+    CKvGradientCtrl& Control() { return m_control; }
+    QWidget& Window() { return m_window; }
+    int XOf(double position) { return 4 + static_cast<int>((m_control.width() - 9) * position); }
+
+    void Mouse(QEvent::Type type, int x, int y)
+    {
+        const QPointF at(x, y);
+        const Qt::MouseButton changed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, at, m_control.mapToGlobal(at), changed, Qt::LeftButton, {});
+        QApplication::sendEvent(&m_control, &event);
+    }
+
+private:
+    QWidget m_window;
+    CKvGradientCtrl m_control; // dies before the window
+};
+
+bool SaveGradient(const Pictures& pictures, const char* name, const std::function<void(GradientScene&)>& act)
+{
+    GradientScene scene;
+    act(scene);
+    return pictures.Save(scene.Window(), QLatin1String(name));
+}
+
+bool SaveGradients(const Pictures& pictures)
+{
+    const auto drag = [](GradientScene& scene, int from, int to, int y) {
+        scene.Mouse(QEvent::MouseButtonPress, from, y);
+        scene.Mouse(QEvent::MouseMove, (from + to) / 2, y);
+        scene.Mouse(QEvent::MouseMove, to, y);
+    };
+    const int markers = kGradientSize.height() - 6;
+    const int midPoints = 5;
+    return SaveGradient(pictures, "gradient", [](GradientScene&) {}) &&
+           SaveGradient(pictures, "gradient-without-focus",
+                        [](auto& scene) { scene.Control().SetActive(0); }) &&
+           SaveGradient(pictures, "gradient-disabled",
+                        [](auto& scene) {
+                            scene.Control().SetActive(0);
+                            scene.Control().setEnabled(false);
+                        }) &&
+           SaveGradient(pictures, "gradient-dragging-stop",
+                        [&](auto& scene) { drag(scene, scene.XOf(0.36), scene.XOf(0.5), markers); }) &&
+           SaveGradient(pictures, "gradient-dragging-mid-point",
+                        [&](auto& scene) { drag(scene, scene.XOf(0.52), scene.XOf(0.6), midPoints); });
+}
+
+int RenderAtOneScale(const QString& folder, const QString& scale)
+{
+    const Pictures pictures(folder, scale);
+    return SaveTitler(pictures) && SaveGradients(pictures) ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 2 || argc > 3) {
+        std::fprintf(stderr, "usage: kv_screenshots DIR\n");
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() == 3) {
+        ApplySkin(application, LoadSkin());
+        return RenderAtOneScale(arguments[1], arguments[2]);
+    }
+    for (const char* scale : kScales) {
+        qputenv("QT_SCALE_FACTOR", scale);
+        if (QProcess::execute(QApplication::applicationFilePath(), {arguments[1], scale}) != 0)
+            return 1;
+    }
+    return 0;
+}
