@@ -120,7 +120,7 @@ void GradientInspector::ConnectStop()
             [this] { m_document.BeginRun(Text(kStepColour)); });
     connect(m_stop, &StopInspector::ColourTried, this, [this](DWORD colour) {
         m_control->SetColor(colour);
-        m_document.UpdateRun([&](Project& project) { project.title.stops = StopsOf(*m_control); },
+        m_document.UpdateRun([&](Project& project) { SetStops(project.title, StopsOf(*m_control)); },
                              m_control->GetSelectedKey());
     });
     connect(m_stop, &StopInspector::ColourDialogClosed, this,
@@ -150,7 +150,7 @@ void GradientInspector::OnGradientNotify(const GradientNotifyRecord& record)
         if (record.phase == kKvPhaseEnd)
             m_document.EndRun();
         else
-            m_document.UpdateRun([&](Project& project) { project.title.stops = StopsOf(*m_control); },
+            m_document.UpdateRun([&](Project& project) { SetStops(project.title, StopsOf(*m_control)); },
                                  m_control->GetSelectedKey());
         break;
     default: // kKvGradientDataSet: we set the stops ourselves, in an undo for example
@@ -191,7 +191,7 @@ void GradientInspector::SetStopColour(DWORD colour)
 {
     m_control->SetColor(colour);
     m_document.Edit(EditKind::StopColour, Text(kStepColour),
-                    [&](Project& project) { project.title.stops = StopsOf(*m_control); });
+                    [&](Project& project) { SetStops(project.title, StopsOf(*m_control)); });
 }
 
 void GradientInspector::MoveStop(double position)
@@ -208,8 +208,8 @@ void GradientInspector::MoveStop(double position)
     const auto index = static_cast<int>(place - stops.begin());
     stops.insert(place, moved);
     m_document.Edit(
-        EditKind::StopPosition, Text(kStepPosition), [&](Project& project) { project.title.stops = stops; },
-        index);
+        EditKind::StopPosition, Text(kStepPosition),
+        [&](Project& project) { SetStops(project.title, stops); }, index);
 }
 
 } // namespace titler

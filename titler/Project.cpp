@@ -3,6 +3,7 @@
 #include "ProjectJson.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QSaveFile>
 
@@ -15,6 +16,28 @@ namespace {
 float Fraction(float value)
 {
     return std::isnan(value) ? 0.0f : std::clamp(value, 0.0f, 1.0f);
+}
+
+using IsSameStop = bool (*)(const SKvCGGradientKey&, const SKvCGGradientKey&);
+
+bool HasSameColour(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return a.colour == b.colour;
+}
+
+bool HasSamePlace(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return a.position == b.position;
+}
+
+bool HasSameColourAndPlace(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return HasSameColour(a, b) && HasSamePlace(a, b);
+}
+
+bool IsEqual(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return HasSameColourAndPlace(a, b) && a.midPoint == b.midPoint;
 }
 
 } // namespace
@@ -55,10 +78,34 @@ GradientStops NormalisedStops(GradientStops stops)
     return stops;
 }
 
+// A stop is known again by all it has, or else by what one edit leaves as it was.
+void SetStops(Title& title, GradientStops stops)
+{
+    constexpr IsSameStop tests[] = {IsEqual, HasSameColourAndPlace, HasSameColour, HasSamePlace};
+    std::vector<QJsonObject> sources(stops.size());
+    std::vector<bool> found(stops.size());
+    std::vector<bool> gone(title.stops.size());
+    title.stopSources.resize(title.stops.size());
+    for (const IsSameStop isSame : tests)
+        for (std::size_t to = 0; to < stops.size(); ++to)
+            for (std::size_t from = 0; from < gone.size() && !found[to]; ++from)
+                if (!gone[from] && isSame(title.stops[from], stops[to])) {
+                    sources[to] = std::move(title.stopSources[from]);
+                    found[to] = gone[from] = true;
+                }
+    title.stops = std::move(stops);
+    title.stopSources = std::move(sources);
+}
+
 std::optional<Project> LoadProject(const QString& name, ProjectError& error)
 {
-    QFile file(name);
     error = {};
+    const QFileInfo info(name);
+    if (info.exists() && !info.isFile()) {
+        error.fault = ProjectFault::NoFile; // to open a pipe would wait for somebody who writes
+        return std::nullopt;
+    }
+    QFile file(name);
     if (!file.open(QIODevice::ReadOnly)) {
         error.detail = file.errorString();
         return std::nullopt;

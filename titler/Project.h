@@ -49,6 +49,9 @@ struct Title
     double gradientOffset =
         0;               ///< moves the gradient along its direction, as a fraction of its length; -1 to 1
     GradientStops stops; ///< kFewestStops to kMostStops, sorted, positions and mid points from 0 to 1
+    /// Beside `stops`: each as it was loaded, for the fields that we do not know. `SetStops` keeps them in
+    /// step.
+    std::vector<QJsonObject> stopSources = {};
 };
 
 struct Project
@@ -68,8 +71,14 @@ QSizeF DisplaySize(const SKvVideoResolution& video);
 /// Sorts stops and brings positions and mid points into 0 to 1; more than kMostStops are cut.
 GradientStops NormalisedStops(GradientStops stops);
 
+/// Gives the title other stops. The fields that we do not know go with a stop that was moved or recoloured,
+/// and go away with one that was deleted.
+void SetStops(Title& title, GradientStops stops);
+
 enum class ProjectFault
 {
+    NoFile,       ///< a folder, a pipe or a device
+    Empty,        ///< nothing but blanks
     CannotRead,   ///< `detail` is the system's reason
     TooLarge,     ///< larger than kLargestFile
     BadJson,      ///< at `line` and `column`; `detail` is the parser's reason
@@ -99,7 +108,8 @@ struct ProjectError
     Expected expected = Expected::Object;
     double least = 0; ///< for numbers; for lists and texts the smallest and largest length
     double most = 0;
-    QStringList names; ///< for Expected::Name: what is known
+    qsizetype length = -1; ///< of the list or text that was found, where the length is the fault
+    QStringList names;     ///< for Expected::Name: what is known
     QString detail;
 };
 

@@ -89,7 +89,8 @@ public:
             return elements;
         const QJsonArray list = value.toArray();
         if (!value.isArray() || list.size() < least || list.size() > most) {
-            Fail(key, value, Expected::List, least, most);
+            if (Fail(key, value, Expected::List, least, most) && value.isArray())
+                m_error.length = list.size();
             return elements;
         }
         for (const QJsonValue& element : list) {
@@ -107,7 +108,8 @@ public:
         if (value.isUndefined())
             return;
         if (!value.isString() || value.toString().size() > longest)
-            Fail(key, value, Expected::Text, 0, longest);
+            if (Fail(key, value, Expected::Text, 0, longest) && value.isString())
+                m_error.length = value.toString().size();
         // Half a surrogate pair is no text: it cannot be written again.
         text = QString::fromUtf8(value.toString().toUtf8());
     }
@@ -232,15 +234,19 @@ void ReadGradient(Reader reader, Title& title)
 {
     reader.Read("angle", title.gradientAngle, -360, 360);
     reader.Read("offset", title.gradientOffset, -1, 1);
-    GradientStops stops;
+    Title read;
     for (Reader& element : reader.Objects("stops", kFewestStops, kMostStops)) {
-        SKvCGGradientKey& stop = stops.emplace_back(SKvCGGradientKey{0xFFFFFFFF, 0.0f, 0.5f});
+        SKvCGGradientKey& stop = read.stops.emplace_back(SKvCGGradientKey{0xFFFFFFFF, 0.0f, 0.5f});
+        read.stopSources.push_back(element.All());
         element.ReadColour("colour", stop.colour);
         element.Read("position", stop.position, 0, 1);
         element.Read("midPoint", stop.midPoint, 0, 1);
     }
-    if (!stops.empty())
-        title.stops = NormalisedStops(std::move(stops));
+    if (read.stops.empty())
+        return;
+    SetStops(read, NormalisedStops(read.stops));
+    title.stops = std::move(read.stops);
+    title.stopSources = std::move(read.stopSources);
 }
 
 void ReadTitle(Reader reader, Title& title)
@@ -280,10 +286,13 @@ void SetPlace(ProjectError& error, const QByteArray& json, qsizetype offset)
 QJsonObject TitleToJson(const Title& title)
 {
     QJsonArray stops;
-    for (const SKvCGGradientKey& stop : title.stops)
-        stops.append(QJsonObject{{QStringLiteral("colour"), ColourText(stop.colour)},
-                                 {QStringLiteral("position"), ShortDouble(stop.position)},
-                                 {QStringLiteral("midPoint"), ShortDouble(stop.midPoint)}});
+    for (std::size_t i = 0; i < title.stops.size(); ++i) {
+        const SKvCGGradientKey& stop = title.stops[i];
+        const QJsonObject known{{QStringLiteral("colour"), ColourText(stop.colour)},
+                                {QStringLiteral("position"), ShortDouble(stop.position)},
+                                {QStringLiteral("midPoint"), ShortDouble(stop.midPoint)}};
+        stops.append(i < title.stopSources.size() ? Overlay(title.stopSources[i], known) : known);
+    }
     return {{QStringLiteral("text"), title.text},
             {QStringLiteral("align"), NameOf(kAligns, title.align)},
             {QStringLiteral("font"), QJsonObject{{QStringLiteral("family"), title.fontFamily},
@@ -295,39 +304,6 @@ QJsonObject TitleToJson(const Title& title)
                                                      {QStringLiteral("stops"), stops}}}};
 }
 
-bool HasFieldsBeyond(const QJsonObject& old, const QJsonObject& known)
-{
-    const QStringList keys = old.keys();
-    return std::any_of(keys.begin(), keys.end(), [&](const QString& key) { return !known.contains(key); });
-}
-
-QJsonArray OverlayElements(const QJsonArray& old, const QJsonArray& known)
-{
-    QJsonArray result = known;
-    std::vector<bool> done(static_cast<std::size_t>(known.size()));
-    std::vector<qsizetype> left;
-    for (qsizetype from = 0; from < old.size(); ++from) {
-        const QJsonObject element = old[from].toObject();
-        if (known.isEmpty() || !HasFieldsBeyond(element, known[0].toObject()))
-            continue;
-        qsizetype to = 0;
-        while (to < known.size() &&
-               (done[static_cast<std::size_t>(to)] || Overlay(element, known[to].toObject()) != element))
-            ++to;
-        if (to == known.size()) {
-            left.push_back(from);
-            continue;
-        }
-        done[static_cast<std::size_t>(to)] = true;
-        result[to] = element;
-    }
-    for (const qsizetype place : left) {
-        if (place < known.size() && !done[static_cast<std::size_t>(place)])
-            result[place] = Overlay(old[place].toObject(), known[place].toObject());
-    }
-    return result;
-}
-
 } // namespace
 
 QJsonObject Overlay(const QJsonObject& old, const QJsonObject& known)
@@ -337,8 +313,6 @@ QJsonObject Overlay(const QJsonObject& old, const QJsonObject& known)
         const QJsonValue before = old.value(field.key());
         if (field->isObject())
             result[field.key()] = Overlay(before.toObject(), field->toObject());
-        else if (field->isArray())
-            result[field.key()] = OverlayElements(before.toArray(), field->toArray());
         else
             result[field.key()] = *field;
     }
@@ -373,6 +347,10 @@ std::optional<Project> ParseProject(const QByteArray& bytes, ProjectError& error
 {
     error = {};
     const QByteArray json = bytes.startsWith("\xEF\xBB\xBF") ? bytes.mid(3) : bytes;
+    if (json.trimmed().isEmpty()) {
+        error.fault = ProjectFault::Empty;
+        return std::nullopt;
+    }
     QJsonParseError fault;
     const QJsonDocument document = QJsonDocument::fromJson(json, &fault);
     if (fault.error != QJsonParseError::NoError) {

@@ -25,16 +25,28 @@ QString ExpectedText(const ProjectError& error)
     case Expected::Number:
         return Text(kTextWantNumber, {least, most});
     case Expected::WholeNumber:
-        return Text(kTextWantWhole, {least, most});
+        return error.least < error.most ? Text(kTextWantWhole, {least, most}) : least;
     case Expected::Name:
         return Text(kTextWantName, {error.names.join(QStringLiteral(", "))});
     }
     return {};
 }
 
+QString FoundText(const ProjectError& error)
+{
+    if (error.length >= 0)
+        return Text(error.expected == Expected::List ? kTextFoundElements : kTextFoundCharacters,
+                    {QString::number(error.length)});
+    return error.detail.isEmpty() ? Text(kTextMissing) : error.detail;
+}
+
 QString Reason(const ProjectError& error)
 {
     switch (error.fault) {
+    case ProjectFault::NoFile:
+        return Text(kTextNoFile);
+    case ProjectFault::Empty:
+        return Text(kTextEmptyFile);
     case ProjectFault::CannotRead:
         return error.detail;
     case ProjectFault::TooLarge:
@@ -44,9 +56,8 @@ QString Reason(const ProjectError& error)
     case ProjectFault::NewerVersion:
         return Text(kTextNewerVersion, {error.detail, QString::number(kProjectVersion)});
     case ProjectFault::BadField:
-        return Text(kTextBadField,
-                    {error.path.isEmpty() ? Text(kTextWholeFile) : error.path, ExpectedText(error),
-                     error.detail.isEmpty() ? Text(kTextMissing) : error.detail});
+        return Text(kTextBadField, {error.path.isEmpty() ? Text(kTextWholeFile) : error.path,
+                                    ExpectedText(error), FoundText(error)});
     }
     return {};
 }

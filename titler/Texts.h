@@ -136,6 +136,10 @@ enum TextId : UINT
     kTextAboutText = 21517,
     kTextFrameTooLarge = 21518,
     kTextNewTitle = 21519,
+    kTextNoFile = 21520,
+    kTextEmptyFile = 21521,
+    kTextFoundElements = 21522,
+    kTextFoundCharacters = 21523,
 
     // What a field of a project file should have held.
     kTextWantObject = 21600,
@@ -159,6 +163,10 @@ enum TextId : UINT
     kTextTooManyProjects = 21708,
     kTextNoDisplay = 21709,
     kTextNoSuchFolder = 21710,
+    kTextEmptyValue = 21711,
+    kTextNotPng = 21712,
+    kTextNoProjectName = 21713,
+    kTextMediaUnfinished = 21714,
 };
 
 /// The text with that number.

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace titler {
 namespace {
@@ -60,23 +61,74 @@ TEST(Project, EveryFieldSurvivesSavingAndLoading)
 TEST(Project, FieldsThatWeDoNotKnowSurvive)
 {
     Project project =
-        Parsed("{'version':1, 'tool':{'x':[1,{'y':null}]}, 'video':{'width':720,'matrix':'709'},"
-               "'title':{'gradient':{'stops':["
-               "{'colour':'#FF000000','position':0,'midPoint':0.5,'note':'black'},"
-               "{'colour':'#FFFF0000','position':0.5,'midPoint':0.5,'note':'red'},"
-               "{'colour':'#FFFFFFFF','position':1,'midPoint':0.5}]}}}");
-    GradientStops& stops = project.title.stops;
-    stops[1].position = 0.0f;      // red was edited …
-    std::swap(stops[0], stops[1]); // … and passed black
+        Parsed("{'version':1, 'tool':{'x':[1,{'y':null}]}, 'video':{'width':720,'matrix':'709'}}");
     project.video.width = 1280;
     const QJsonObject saved = Saved(project);
     EXPECT_EQ(saved["tool"], QJsonDocument::fromJson(Json("{'x':[1,{'y':null}]}")).object());
     EXPECT_EQ(saved["video"]["matrix"], "709");
     EXPECT_EQ(saved["video"]["width"], 1280);
-    const QJsonArray list = saved["title"]["gradient"]["stops"].toArray();
-    EXPECT_EQ(list[1]["note"], "black"); // follows its stop
-    EXPECT_EQ(list[2]["note"], QJsonValue::Undefined);
 }
+
+struct StopEdit
+{
+    const char* name;
+    void (*edit)(GradientStops& stops);
+    const char* notes; ///< from left to right, "-" for a stop without one
+};
+
+class StopNotes : public testing::TestWithParam<StopEdit>
+{
+};
+
+// The stops as the file has them: neither sorted nor in our spelling, two of them alike but for their notes.
+TEST_P(StopNotes, GoWithTheirStops)
+{
+    Project project = Parsed("{'version':1,'title':{'gradient':{'stops':["
+                             "{'colour':'#ffffff','position':1,'note':'white'},"
+                             "{'colour':'#FF0000','position':0.5,'note':'red'},"
+                             "{'colour':'#FF0000','position':0.5,'note':'twin'},"
+                             "{'position':0,'colour':'#ff000000','midPoint':0.5,'note':'black'}]}}}");
+    GradientStops stops = project.title.stops;
+    GetParam().edit(stops);
+    SetStops(project.title, NormalisedStops(stops));
+    QStringList notes;
+    const QJsonObject saved = Saved(project);
+    for (const QJsonValue stop : saved["title"]["gradient"]["stops"].toArray())
+        notes << stop["note"].toString(QStringLiteral("-"));
+    EXPECT_EQ(notes.join(u' '), GetParam().notes);
+    EXPECT_EQ(Saved(Parsed(SerialiseProject(project))), saved);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Project, StopNotes,
+    testing::Values(StopEdit{"Untouched", [](GradientStops&) {}, "black red twin white"},
+                    StopEdit{"Moved", [](GradientStops& s) { s[0].position = 0.7f; }, "red twin black white"},
+                    StopEdit{"Recoloured", [](GradientStops& s) { s[3].colour = s[0].colour; },
+                             "black red twin white"},
+                    StopEdit{"Deleted", [](GradientStops& s) { s.erase(s.begin()); }, "red twin white"},
+                    StopEdit{"Inserted",
+                             [](GradientStops& s) {
+                                 s.push_back({0xFF000000, 0.2f, 0.5f});
+                             },
+                             "black - red twin white"},
+                    StopEdit{"DeletedAndMidPointChanged",
+                             [](GradientStops& s) {
+                                 s[3].midPoint = 0.1f;
+                                 s.erase(s.begin() + 1, s.begin() + 3);
+                             },
+                             "black white"},
+                    StopEdit{"Reversed",
+                             [](GradientStops& s) {
+                                 for (SKvCGGradientKey& stop : s)
+                                     stop.position = 1 - stop.position;
+                             },
+                             "white red twin black"},
+                    StopEdit{"Replaced",
+                             [](GradientStops& s) {
+                                 s = {{1, 0.1f, 0.5f}, {2, 0.9f, 0.5f}};
+                             },
+                             "- -"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Project, UnsortedStopsAreSortedAndMissingFieldsHaveDefaults)
 {
@@ -118,12 +170,12 @@ QByteArray Stops(const char* list)
 INSTANTIATE_TEST_SUITE_P(
     Project, BrokenProject,
     testing::Values(
-        Broken{"Empty", "", "Line 1, column 1"},
+        Broken{"Empty", "\n ", "The file is empty."},
         Broken{"CutOff", "{'version':1,\n'video':{\n", "Line 3, column 1"},
         Broken{"ColumnsAreCharacters", "{'version':1,\r\n'\u00e4\u00e4': x}", "Line 2, column 7"},
         Broken{"List", "[1]", "the file: expected an object"},
-        Broken{"NoVersion", "{}", "version: expected a whole number from 1 to 1, found nothing"},
-        Broken{"OddVersion", "{'version':'1'}", "version: expected a whole number from 1 to 1, found \"1\""},
+        Broken{"NoVersion", "{}", "version: expected 1, found nothing"},
+        Broken{"OddVersion", "{'version':'1'}", "version: expected 1, found \"1\""},
         Broken{"NewerVersion", "{'version':7,'video':3}", "newer titler (version 7"},
         Broken{"NotAnObject", "{'version':1,'title':[]}", "title: expected an object { … }, found []"},
         Broken{"Width", "{'version':1,'video':{'width':1e9}}",
@@ -133,15 +185,26 @@ INSTANTIATE_TEST_SUITE_P(
         Broken{"Flag", "{'version':1,'title':{'font':{'bold':1}}}",
                "title.font.bold: expected true or false"},
         Broken{"Text", "{'version':1,'title':{'text':5}}", "title.text: expected a text"},
-        Broken{"LongText", "{'version':1,'title':{'text':'" + QByteArray(4001, 'x') + "'}}", "at most 4000"},
+        Broken{"LongText", "{'version':1,'title':{'text':'" + QByteArray(4001, 'x') + "'}}",
+               "at most 4000 characters, found 4001 characters"},
         Broken{"OneStop", Stops("[{}]"), "title.gradient.stops: expected a list of 2 to 255 elements"},
         Broken{"TooManyStops", Stops(("[{}" + QByteArray(",{}").repeated(255) + "]").constData()),
-               "2 to 255"},
+               "2 to 255 elements, found 256 elements."},
         Broken{"StopIsNumber", Stops("[{},3]"), "title.gradient.stops[1]: expected an object"},
         Broken{"Position", Stops("[{},{},{'position':1.5}]"),
                "title.gradient.stops[2].position: expected a number from 0 to 1, found 1.5"},
         Broken{"Colour", Stops("[{'colour':'#12345G'},{}]"), "stops[0].colour: expected a colour such as"}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Project, APipeIsRefused)
+{
+    QTemporaryDir folder;
+    const QString pipe = folder.filePath("pipe");
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    ProjectError error;
+    EXPECT_FALSE(LoadProject(pipe, error));
+    EXPECT_EQ(error.fault, ProjectFault::NoFile);
+}
 
 TEST(Project, AFailedSaveLeavesTheOldFile)
 {
