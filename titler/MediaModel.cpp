@@ -4,6 +4,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace titler {
 namespace {
 
@@ -27,6 +29,12 @@ void MediaModel::Append(const QVector<MediaClip>& clips)
     beginInsertRows({}, ClipCount(), ClipCount() + static_cast<int>(clips.size()) - 1);
     m_clips += clips;
     endInsertRows();
+}
+
+int MediaModel::ClipsWithSiblings() const
+{
+    return static_cast<int>(std::count_if(m_clips.begin(), m_clips.end(),
+                                          [](const MediaClip& clip) { return !clip.siblings.isEmpty(); }));
 }
 
 QModelIndex MediaModel::index(int row, int column, const QModelIndex& parent) const

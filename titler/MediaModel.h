@@ -25,6 +25,7 @@ public:
     void Start(const QString& folder);
     void Append(const QVector<MediaClip>& clips);
     int ClipCount() const { return static_cast<int>(m_clips.size()); }
+    int ClipsWithSiblings() const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;

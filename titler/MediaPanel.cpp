@@ -102,8 +102,9 @@ void MediaPanel::OnFinished(bool readable)
         m_summary->clear();
         ShowHint(Text(kTextMediaUnreadable, {QDir::toNativeSeparators(m_folder)}));
     } else {
-        m_summary->setText(Text(kTextMediaSummary, {QDir(m_folder).dirName(), QString::number(m_total),
-                                                    QString::number(m_model.ClipCount())}));
+        m_summary->setText(
+            Text(kTextMediaSummary, {QDir(m_folder).dirName(), QString::number(m_model.ClipsWithSiblings()),
+                                     QString::number(m_total)}));
         ShowList();
     }
     emit Ready();

@@ -63,26 +63,26 @@ SiblingFinder::SiblingFinder(IKvFileNamingRuleCollection& rules, std::vector<std
 
     for (unsigned int i = 0; i < rules.GetRuleCount(); ++i) {
         IKvFileNamingRule* handedOut = nullptr;
-        if (!rules.GetRule(i, &handedOut))
-            continue;
-        const Ref<IKvFileNamingRule> rule(handedOut);
-        wchar_t mainRule[kKvNamingTextSize];
-        wchar_t addition[kKvNamingTextSize];
-        if (rule->GetClass() != kClass || !rule->GetMainRule(mainRule))
-            continue;
-        for (unsigned int j = 0; j < rule->GetAdditionRuleCount(); ++j)
-            if (rule->GetAdditionRule(j, addition) && addition[0] != 0)
-                Add(mainRule, addition);
+        if (rules.GetRule(i, &handedOut))
+            Add(*Ref<IKvFileNamingRule>(handedOut));
     }
 }
 
-void SiblingFinder::Add(const std::wstring& mainRule, const std::wstring& addition)
+void SiblingFinder::Add(IKvFileNamingRule& rule)
 {
-    const bool hasNumber = addition.find(L"<Number>") != std::wstring::npos;
-    const bool beginsWithFile = addition.rfind(L"<File>", 0) == 0;
-    m_additions.push_back({OneRule(mainRule, addition.c_str()), OneRule(mainRule, L"*"),
-                           hasNumber ? OneRule(addition, L"*") : nullptr,
-                           beginsWithFile ? OneRule(mainRule, L"<File>") : nullptr});
+    wchar_t mainRule[kKvNamingTextSize];
+    wchar_t text[kKvNamingTextSize];
+    if (rule.GetClass() != kClass || !rule.GetMainRule(mainRule))
+        return;
+    Rule& added = m_rules.emplace_back(Rule{OneRule(mainRule, L"*"), OneRule(mainRule, L"<File>*"), {}});
+    for (unsigned int i = 0; i < rule.GetAdditionRuleCount(); ++i) {
+        if (!rule.GetAdditionRule(i, text) || text[0] == 0)
+            continue;
+        const std::wstring addition = text;
+        const bool hasNumber = addition.find(L"<Number>") != std::wstring::npos;
+        added.additions.push_back({OneRule(mainRule, text), hasNumber ? OneRule(addition, L"*") : nullptr,
+                                   addition.rfind(L"<File>", 0) == 0});
+    }
 }
 
 // A question is a rule with the addition "*", under which every file goes once a name fits the main rule.
@@ -97,18 +97,25 @@ bool SiblingFinder::CanRead(const Addition& addition, const std::wstring& name)
     return !addition.readable || Fits(*addition.readable, name);
 }
 
-std::wstring SiblingFinder::StartOfSiblings(const Addition& addition, const std::wstring& base)
+// The shortest beginning of the base that begins with the value is the value. Empty where it is not known.
+std::wstring SiblingFinder::FileValue(const Rule& rule, const std::wstring& base)
 {
-    if (!addition.start || base.find_first_of(L"*?<") != std::wstring::npos)
+    if (base.find_first_of(L"*?<") != std::wstring::npos)
         return {};
-    m_asked->Prepare(base.c_str(), kClass, addition.start.get());
-    for (std::size_t length = 1; length <= base.size(); ++length)
-        if (m_asked->AddFile(base.substr(0, length).c_str()) > 0)
-            return base.substr(0, length);
-    return {};
+    m_asked->Prepare(base.c_str(), kClass, rule.start.get());
+    std::size_t tooShort = 0; // all up to here, if any
+    std::size_t length = base.size() + 1;
+    while (tooShort < length) {
+        const std::size_t middle = tooShort + (length - tooShort) / 2;
+        if (middle <= base.size() && m_asked->AddFile(base.substr(0, middle).c_str()) == 0)
+            tooShort = middle + 1;
+        else
+            length = middle;
+    }
+    return length <= base.size() ? base.substr(0, length) : std::wstring();
 }
 
-std::vector<std::size_t> SiblingFinder::Candidates(const std::wstring& start) const
+std::vector<std::size_t> SiblingFinder::NamesThatBegin(const std::wstring& start) const
 {
     const std::wstring folded = Folded(start);
     const auto before = [&](std::size_t place, const std::wstring& text) { return m_folded[place] < text; };
@@ -122,17 +129,15 @@ std::vector<std::size_t> SiblingFinder::Candidates(const std::wstring& start) co
 }
 
 std::vector<std::wstring> SiblingFinder::FiledUnder(const Addition& addition, const std::wstring& base,
+                                                    const std::vector<std::size_t>& candidates,
                                                     const std::stop_token& stop)
 {
     std::vector<std::wstring> files;
-    if (!Fits(*addition.fits, base))
-        return files;
-    const std::vector<std::size_t> places = Candidates(StartOfSiblings(addition, base));
     m_matcher->Prepare(base.c_str(), kClass, addition.siblings.get());
-    for (std::size_t i = 0; i < places.size(); ++i) {
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
         if (i % kNamesBetweenStopChecks == 0 && stop.stop_requested())
             return files;
-        m_matcher->AddFile(m_names[places[i]].c_str());
+        m_matcher->AddFile(m_names[candidates[i]].c_str());
     }
     unsigned int groups = 0;
     m_matcher->BuildGroups(&groups);
@@ -147,12 +152,19 @@ std::vector<std::size_t> SiblingFinder::SiblingsOf(std::size_t base, const std::
 {
     std::vector<std::size_t> siblings;
     std::set<std::size_t> taken{base};
-    for (const Addition& addition : m_additions)
-        for (const std::wstring& file : FiledUnder(addition, m_names[base], stop)) {
-            const auto place = std::lower_bound(m_names.begin(), m_names.end(), file) - m_names.begin();
-            if (taken.insert(static_cast<std::size_t>(place)).second)
-                siblings.push_back(static_cast<std::size_t>(place));
-        }
+    const std::wstring& name = m_names[base];
+    for (const Rule& rule : m_rules) {
+        if (!Fits(*rule.fits, name))
+            continue;
+        const std::vector<std::size_t> likely = NamesThatBegin(FileValue(rule, name));
+        for (const Addition& addition : rule.additions)
+            for (const std::wstring& file :
+                 FiledUnder(addition, name, addition.beginsWithFile ? likely : NamesThatBegin({}), stop)) {
+                const auto place = std::lower_bound(m_names.begin(), m_names.end(), file) - m_names.begin();
+                if (taken.insert(static_cast<std::size_t>(place)).second)
+                    siblings.push_back(static_cast<std::size_t>(place));
+            }
+    }
     return siblings;
 }
 

@@ -19,6 +19,9 @@ template <typename T>
 using Ref = std::unique_ptr<T, Releaser>;
 
 /// Finds siblings by the rules of class kKvNamingClassVideoAudio. One caller at a time.
+///
+/// It asks matchers as any host can, through the public headers, and offers each base only the files that
+/// begin as its siblings do: every file offered to every base would take quadratic time.
 class SiblingFinder
 {
 public:
@@ -32,31 +35,36 @@ public:
     std::vector<std::size_t> SiblingsOf(std::size_t base, const std::stop_token& stop);
 
 private:
-    // One addition of one rule, and what a second matcher is asked about it.
     struct Addition
     {
         Ref<IKvFileNamingRuleCollection> siblings;
-        Ref<IKvFileNamingRuleCollection> fits; ///< whether a base fits the rule at all
         // A matcher files a name whose number it cannot read ("clip_Alt.mov" for "<File>_A<Number><Ext>")
         // under 0. With the addition as main rule it tells. Null: there is no number to read.
         Ref<IKvFileNamingRuleCollection> readable;
-        // Fits the base's "<File>" value and nothing else: every sibling begins with that value, so that only
-        // few names have to be offered. Null: siblings may begin with anything.
-        Ref<IKvFileNamingRuleCollection> start;
+        bool beginsWithFile; ///< with the base's "<File>" value
     };
 
-    void Add(const std::wstring& mainRule, const std::wstring& addition);
+    // What a second matcher is asked about a rule.
+    struct Rule
+    {
+        Ref<IKvFileNamingRuleCollection> fits;  ///< whether a base fits the rule at all
+        Ref<IKvFileNamingRuleCollection> start; ///< whether a name begins with the base's "<File>" value
+        std::vector<Addition> additions;
+    };
+
+    void Add(IKvFileNamingRule& rule);
     bool Fits(IKvFileNamingRuleCollection& question, const std::wstring& name);
     bool CanRead(const Addition& addition, const std::wstring& name);
-    std::wstring StartOfSiblings(const Addition& addition, const std::wstring& base);
-    std::vector<std::size_t> Candidates(const std::wstring& start) const;
+    std::wstring FileValue(const Rule& rule, const std::wstring& base);
+    std::vector<std::size_t> NamesThatBegin(const std::wstring& start) const;
     std::vector<std::wstring> FiledUnder(const Addition& addition, const std::wstring& base,
+                                         const std::vector<std::size_t>& candidates,
                                          const std::stop_token& stop);
 
     std::vector<std::wstring> m_names;   ///< sorted
     std::vector<std::wstring> m_folded;  ///< the names without case
     std::vector<std::size_t> m_byFolded; ///< places in m_names, in the order of m_folded
-    std::vector<Addition> m_additions;
+    std::vector<Rule> m_rules;
     Ref<IKvFileNamingMatcher> m_matcher;
     Ref<IKvFileNamingMatcher> m_asked;
 };
