@@ -50,7 +50,7 @@ CanvasView::CanvasView(const Document& document)
 {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
-    setMinimumSize(240, 160);
+    setMinimumSize(120, 120);
     setAccessibleName(Text(kTextCanvas));
     setAccessibleDescription(Text(kTextCanvasTip));
     viewport()->setAccessibleName(Text(kTextCanvas));

@@ -5,13 +5,12 @@
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
-#include <algorithm>
-
 namespace titler {
 namespace {
 
-constexpr int kSmallestWindow = 320;
-constexpr int kLargestWindow = 16384;
+// Narrower or lower than this the panels do not give way.
+constexpr QSize kSmallestWindow(320, 320);
+constexpr QSize kLargestWindow(16384, 16384);
 
 struct Parser
 {
@@ -31,57 +30,71 @@ struct Parser
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
+
+    // An empty text, or what makes no sense.
+    QString Read(Options& options) const;
+    QString ReadPicture(const QCommandLineOption& option, QString& file) const;
+    QString ReadValue(const QCommandLineOption& option, QString& value) const;
+    QString ReadSize(QSize& window) const;
+    QString ReadProject(QString& project) const;
 };
 
-std::optional<QSize> ParseSize(const QString& text)
+QString Parser::ReadValue(const QCommandLineOption& option, QString& value) const
 {
+    value = parser.value(option);
+    const bool isGiven = !value.isEmpty() || !parser.isSet(option);
+    return isGiven ? QString() : Text(kTextEmptyValue, {option.names().constFirst()});
+}
+
+QString Parser::ReadPicture(const QCommandLineOption& option, QString& file) const
+{
+    const QString fault = ReadValue(option, file);
+    const bool isPng = file.isEmpty() || file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive);
+    return isPng ? fault : Text(kTextNotPng, {file});
+}
+
+QString Parser::ReadSize(QSize& window) const
+{
+    if (!parser.isSet(size))
+        return {};
     static const QRegularExpression form(QStringLiteral("^(\\d{1,5})[xX](\\d{1,5})$"));
+    const QString text = parser.value(size);
     const QRegularExpressionMatch match = form.match(text);
-    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
-    const auto isSane = [](int length) { return length >= kSmallestWindow && length <= kLargestWindow; };
-    return isSane(size.width()) && isSane(size.height()) ? std::optional(size) : std::nullopt;
+    window = {match.captured(1).toInt(), match.captured(2).toInt()};
+    if (window == window.expandedTo(kSmallestWindow).boundedTo(kLargestWindow))
+        return {};
+    const auto asText = [](QSize s) { return QStringLiteral("%1x%2").arg(s.width()).arg(s.height()); };
+    return Text(kTextBadSize, {text, asText(kSmallestWindow), asText(kLargestWindow)});
+}
+
+QString Parser::ReadProject(QString& project) const
+{
+    const QStringList projects = parser.positionalArguments();
+    project = projects.value(0);
+    if (projects.size() > 1)
+        return Text(kTextTooManyProjects, {projects[1]});
+    return projects.isEmpty() || !project.isEmpty() ? QString() : Text(kTextNoProjectName);
+}
+
+QString Parser::Read(Options& options) const
+{
+    options.help = parser.isSet(help);
+    for (const QString& fault : {ReadProject(options.project), ReadValue(media, options.media),
+                                 ReadPicture(screenshot, options.screenshot),
+                                 ReadPicture(exportFrame, options.exportFrame), ReadSize(options.windowSize)})
+        if (!fault.isEmpty())
+            return fault;
+    return {};
 }
 
 } // namespace
 
-bool NeedsNoDisplay(const QStringList& arguments)
-{
-    return std::any_of(arguments.begin() + 1, arguments.end(), [](const QString& argument) {
-        const auto asksFor = [&](const char* option) {
-            return argument == QLatin1String(option) || argument.startsWith(QLatin1String(option) + u'=');
-        };
-        return asksFor("--screenshot") || asksFor("--export-frame") || asksFor("--help") || asksFor("-h");
-    });
-}
-
 std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& fault)
 {
     Parser p;
-    if (!p.parser.parse(arguments)) {
-        fault = p.parser.errorText();
-        return std::nullopt;
-    }
     Options options;
-    const QStringList projects = p.parser.positionalArguments();
-    if (projects.size() > 1) {
-        fault = Text(kTextTooManyProjects, {projects[1]});
-        return std::nullopt;
-    }
-    options.project = projects.value(0);
-    options.media = p.parser.value(p.media);
-    options.screenshot = p.parser.value(p.screenshot);
-    options.exportFrame = p.parser.value(p.exportFrame);
-    options.help = p.parser.isSet(p.help);
-    if (p.parser.isSet(p.size)) {
-        const std::optional<QSize> size = ParseSize(p.parser.value(p.size));
-        if (!size) {
-            fault = Text(kTextBadSize, {p.parser.value(p.size), QString::number(kSmallestWindow),
-                                        QString::number(kLargestWindow)});
-            return std::nullopt;
-        }
-        options.windowSize = *size;
-    }
-    return options;
+    fault = p.parser.parse(arguments) ? p.Read(options) : p.parser.errorText();
+    return fault.isEmpty() ? std::optional(options) : std::nullopt;
 }
 
 QString HelpText()

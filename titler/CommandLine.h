@@ -17,16 +17,16 @@ struct Options
     QString exportFrame;
     QSize windowSize{1440, 800};
     bool help = false;
-};
 
-/// True when the arguments only ask for pictures or for help: no display is needed for them.
-bool NeedsNoDisplay(const QStringList& arguments);
+    /// True when nothing is shown, so that no display is needed.
+    bool OnlyPictures() const { return !screenshot.isEmpty() || !exportFrame.isEmpty(); }
+};
 
 /// @param arguments with the program's name first. @return nothing, and the reason in `fault`, when they make
 /// no sense.
 std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& fault);
 
-/// The text for "--help".
+/// The text for "--help"; needs a QCoreApplication.
 QString HelpText();
 
 } // namespace titler

@@ -78,6 +78,7 @@ void MainWindow::BuildStatusLine()
     m_zoom->setToolTip(Text(kTextZoomTip));
     for (QLabel* label : {m_zoom, m_video, m_audio}) {
         label->setAccessibleDescription(label->toolTip());
+        label->setMinimumWidth(1); // cut in a small window
         statusBar()->addPermanentWidget(label);
     }
     statusBar()->setSizeGripEnabled(false);

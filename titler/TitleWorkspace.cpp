@@ -16,6 +16,13 @@ namespace titler {
 namespace {
 
 constexpr int kMediaWidth = 290;
+constexpr int kNarrowestPanel = 90; // in a small window the panels give way before the canvas is gone
+
+// What an area needs to show all its content beside its scroll bar.
+int WholeWidth(const QScrollArea& area)
+{
+    return area.widget()->minimumSizeHint().width() + area.verticalScrollBar()->sizeHint().width();
+}
 
 } // namespace
 
@@ -25,20 +32,22 @@ TitleWorkspace::TitleWorkspace(Document& document)
 {
     m_media->setProperty("role", "panel");
     m_media->setAttribute(Qt::WA_StyledBackground);
+    m_media->setMinimumWidth(kNarrowestPanel);
+    QScrollArea* inspector = BuildInspector(document);
     auto* splitter = new QSplitter(Qt::Horizontal);
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(1);
     splitter->addWidget(m_media);
     splitter->addWidget(m_canvas);
-    splitter->addWidget(BuildInspector(document));
+    splitter->addWidget(inspector);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({kMediaWidth, 4 * kMediaWidth, kMediaWidth});
+    splitter->setSizes({kMediaWidth, 4 * kMediaWidth, WholeWidth(*inspector)});
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(splitter);
 }
 
-QWidget* TitleWorkspace::BuildInspector(Document& document)
+QScrollArea* TitleWorkspace::BuildInspector(Document& document)
 {
     auto* sections = new QWidget;
     sections->setProperty("role", "panel");
@@ -59,11 +68,9 @@ QWidget* TitleWorkspace::BuildInspector(Document& document)
     area->setAccessibleName(Text(kTextInspector));
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(sections);
-    area->setMinimumWidth(sections->minimumSizeHint().width() +
-                          area->verticalScrollBar()->sizeHint().width());
+    area->setMinimumWidth(kNarrowestPanel);
     return area;
 }
 

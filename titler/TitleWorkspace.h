@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+class QScrollArea;
+
 namespace titler {
 
 class CanvasView;
@@ -20,7 +22,7 @@ public:
     MediaPanel& Media() { return *m_media; }
 
 private:
-    QWidget* BuildInspector(Document& document);
+    QScrollArea* BuildInspector(Document& document);
 
     CanvasView* m_canvas;
     MediaPanel* m_media;

@@ -23,10 +23,11 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kUsageError = 2;
-constexpr int kLongestWait = 30000; // milliseconds, for the media list of a screenshot
+constexpr int kLongestWait = 60000; // milliseconds, for the media list of a screenshot
 
-int Fail(int status, const QString& text)
+int Fail(int status, QString text)
 {
+    text.replace(QStringLiteral("\n\n"), QStringLiteral(" ")); // the paragraphs of a message box
     std::fprintf(stderr, "titler: %s\n", qUtf8Printable(text));
     return status;
 }
@@ -52,13 +53,15 @@ int ExportProjectFrame(const Options& options)
     return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.exportFrame, fault}));
 }
 
-void WaitForMedia(MediaPanel& media)
+// False when the list is still not complete.
+bool WaitForMedia(MediaPanel& media)
 {
     QEventLoop loop;
     QObject::connect(&media, &MediaPanel::Ready, &loop, &QEventLoop::quit);
     QTimer::singleShot(kLongestWait, &loop, &QEventLoop::quit);
     if (media.IsBusy())
         loop.exec();
+    return !media.IsBusy();
 }
 
 int TakeScreenshot(const Options& options)
@@ -72,7 +75,8 @@ int TakeScreenshot(const Options& options)
     window.setAttribute(Qt::WA_DontShowOnScreen);
     window.resize(options.windowSize);
     window.show();
-    WaitForMedia(window.Media());
+    if (!WaitForMedia(window.Media()))
+        return Fail(kFailed, Text(kTextMediaUnfinished, {options.media}));
     QCoreApplication::processEvents();
     const QString fault = SavePng(window.grab().toImage(), options.screenshot);
     return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.screenshot, fault}));
@@ -83,43 +87,54 @@ int RunWindow(const Options& options)
     MainWindow window;
     window.resize(options.windowSize);
     window.show();
-    if (!options.project.isEmpty())
-        window.OpenProject(options.project);
-    if (!options.media.isEmpty())
-        window.Media().OpenFolder(options.media);
+    const auto openArguments = [&] {
+        if (!options.media.isEmpty())
+            window.Media().OpenFolder(options.media);
+        if (!options.project.isEmpty())
+            window.OpenProject(options.project);
+    };
+    // Once the window is in its place: a broken project brings up a message over it.
+    QTimer::singleShot(0, &window, openArguments);
     return QApplication::exec();
+}
+
+int Run(int& argc, char** argv, const Options& options)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("titler"));
+    if (!options.exportFrame.isEmpty()) {
+        const int status = ExportProjectFrame(options);
+        if (status != kDone || options.screenshot.isEmpty())
+            return status;
+    }
+    ApplySkin(application, LoadSkin());
+    return options.screenshot.isEmpty() ? RunWindow(options) : TakeScreenshot(options);
+}
+
+std::optional<Options> ReadArguments(int& argc, char** argv, QString& fault)
+{
+    const QCoreApplication application(argc, argv); // a QApplication would already look for a display
+    std::optional<Options> options = ParseCommandLine(QCoreApplication::arguments(), fault);
+    if (options && options->help)
+        std::printf("%s", qUtf8Printable(HelpText()));
+    return options;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
-    if (!HasDisplay()) {
-        if (!NeedsNoDisplay(arguments))
-            return Fail(kUsageError, Text(kTextNoDisplay));
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("titler"));
-
     QString fault;
-    const std::optional<Options> options = ParseCommandLine(QApplication::arguments(), fault);
+    const std::optional<Options> options = ReadArguments(argc, argv, fault);
     if (!options)
         return Fail(kUsageError, fault);
-    if (options->help) {
-        std::printf("%s", qUtf8Printable(HelpText()));
+    if (options->help)
         return kDone;
-    }
     if (!options->media.isEmpty() && !QDir(options->media).exists())
         return Fail(kFailed, Text(kTextNoSuchFolder, {options->media}));
-    if (!options->exportFrame.isEmpty()) {
-        const int status = ExportProjectFrame(*options);
-        if (status != kDone || options->screenshot.isEmpty())
-            return status;
-    }
-    ApplySkin(application, LoadSkin());
-    return options->screenshot.isEmpty() ? RunWindow(*options) : TakeScreenshot(*options);
+    if (options->OnlyPictures() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!HasDisplay())
+        return Fail(kUsageError, Text(kTextNoDisplay));
+    return Run(argc, argv, *options);
 }

@@ -15,6 +15,7 @@ struct Invocation
     QStringList arguments; ///< "DIR" stands for a fresh folder
     int status;
     const char* output; ///< part of what is said on standard error, or on standard output when done
+    QString display = {};
 };
 
 class Program : public testing::TestWithParam<Invocation>
@@ -35,6 +36,8 @@ TEST_P(Program, AnswersItsArguments)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(name);
+    if (!run.display.isEmpty())
+        environment.insert("DISPLAY", run.display);
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(TITLER_PROGRAM), arguments);
     ASSERT_TRUE(program.waitForFinished(60000));
@@ -49,32 +52,45 @@ INSTANTIATE_TEST_SUITE_P(
     Titler, Program,
     testing::Values(
         Invocation{"Help", {"--help"}, 0, "--export-frame <OUT.png>"},
+        Invocation{"HelpWithADeadDisplay", {"--help"}, 0, "--export-frame <OUT.png>", ":987"},
         Invocation{"NoDisplay", {kSample}, 2, "there is no display"},
+        Invocation{"UnknownOptionWithoutADisplay", {"--nope"}, 2, "nope"},
+        Invocation{"EmptyScreenshot", {"--screenshot", ""}, 2, "--screenshot needs a value"},
+        Invocation{"EmptyFrame", {"--export-frame="}, 2, "--export-frame needs a value"},
+        Invocation{"EmptyMedia", {"--media", "", "--screenshot", "DIR/a.png"}, 2, "--media needs a value"},
+        Invocation{"EmptyProject", {"--screenshot", "DIR/a.png", ""}, 2, "project's name is empty"},
+        Invocation{"OtherEnding", {"--export-frame", "DIR/o.xyz"}, 2, "o.xyz\" does not end with .png"},
+        Invocation{"TooSmall", {"--screenshot", "DIR/a.png", "--size", "100x100"}, 2, "from 320x320 to"},
         Invocation{"UnknownOption", {"--screenshot", "DIR/a.png", "--sise", "1x1"}, 2, "sise"},
         Invocation{"BadSize", {"--screenshot", "DIR/a.png", "--size", "12"}, 2, "\"12\" is no size"},
         Invocation{"TwoProjects", {"--screenshot", "DIR/a.png", "a", "b"}, 2, "\"b\" is one too many"},
-        Invocation{
-            "BrokenProject", {"--export-frame", "DIR/a.png", "DIR/broken.ktitle"}, 1, "Line 2, column"},
+        Invocation{"BrokenProject",
+                   {"--export-frame", "DIR/a.png", "DIR/broken.ktitle"},
+                   1,
+                   "cannot be opened. Line 2, column"},
         Invocation{
             "MissingProject", {"--screenshot", "DIR/a.png", "DIR/missing.ktitle"}, 1, "missing.ktitle"},
         Invocation{
             "MissingMedia", {"--screenshot", "DIR/a.png", "--media", "DIR/none"}, 1, "none\" does not exist"},
         Invocation{"UnwritableFrame", {"--export-frame", "DIR/none/a.png", kSample}, 1, "none/a.png"},
-        Invocation{"Picture", {"--screenshot", "DIR/a.png", "--export-frame", "DIR/b.png", kSample}, 0, ""}),
+        Invocation{
+            "Picture", {"--screenshot", "DIR/a.png", "--export-frame", "DIR/b.png", kSample}, 0, "", ":987"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(Titler, WritesPicturesWithoutADisplay)
+TEST(Titler, PicturesHaveTheSizeAskedFor)
 {
     QTemporaryDir folder;
-    QProcess program;
-    program.start(QStringLiteral(TITLER_PROGRAM),
-                  {kSample, "--media", QStringLiteral(TITLER_SAMPLES "/media"), "--size", "1000x600",
-                   "--screenshot", folder.filePath("window.png"), "--export-frame",
-                   folder.filePath("frame.png")});
-    ASSERT_TRUE(program.waitForFinished(60000));
-    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
-    EXPECT_EQ(QImage(folder.filePath("window.png")).size(), QSize(1000, 600));
-    EXPECT_EQ(QImage(folder.filePath("frame.png")).size(), QSize(1920, 1080));
+    for (const QSize size : {QSize(1000, 600), QSize(320, 320)}) {
+        QProcess program;
+        program.start(QStringLiteral(TITLER_PROGRAM),
+                      {kSample, "--media", QStringLiteral(TITLER_SAMPLES "/media"), "--size",
+                       QStringLiteral("%1x%2").arg(size.width()).arg(size.height()), "--screenshot",
+                       folder.filePath("window.png"), "--export-frame", folder.filePath("frame.png")});
+        ASSERT_TRUE(program.waitForFinished(60000));
+        EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+        EXPECT_EQ(QImage(folder.filePath("window.png")).size(), size);
+        EXPECT_EQ(QImage(folder.filePath("frame.png")).size(), QSize(1920, 1080));
+    }
 }
 
 } // namespace
