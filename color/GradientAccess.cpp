@@ -74,8 +74,10 @@ std::vector<GradientAccess::Seen> GradientAccess::Look() const
 {
     std::vector<Seen> seen;
     for (const Key key : Keys()) {
-        const SKvCGGradientKey& stop = m_model.Keys()[static_cast<std::size_t>(StopOf(key))];
-        seen.push_back(IsMidPoint(key) ? Seen{key, stop.midPoint, 0} : Seen{key, stop.position, stop.colour});
+        const int index = StopOf(key);
+        const SKvCGGradientKey& stop = m_model.Keys()[static_cast<std::size_t>(index)];
+        seen.push_back(IsMidPoint(key) ? Seen{key, stop.midPoint, {index, 0, 0}}
+                                       : Seen{key, stop.position, {index, m_model.Count(), stop.colour}});
     }
     return seen;
 }
@@ -98,12 +100,18 @@ void GradientAccess::Update()
             continue;
         if (old->value != now.value)
             ValueChanged(now.key);
-        if (old->colour != now.colour)
+        if (old->name != now.name)
             NameChanged(now.key);
     }
     const std::optional<Key> focus = FocusedPart();
-    if (std::exchange(m_seenFocus, focus) != focus)
-        FocusChanged();
+    const std::optional<Key> oldFocus = std::exchange(m_seenFocus, focus);
+    if (oldFocus == focus)
+        return;
+    for (const std::optional<Key>& key : {oldFocus, focus}) {
+        if (key)
+            StateChanged(*key); // the selection moved
+    }
+    FocusChanged();
 }
 
 void GradientAccess::TextsChanged()

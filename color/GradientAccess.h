@@ -43,11 +43,19 @@ public:
     void DoAction(Key key, const QString& action) override;
 
 private:
+    /// What a part's name is made of.
+    struct NameParts
+    {
+        int stop;
+        int count;
+        std::uint32_t colour;
+        bool operator==(const NameParts&) const = default;
+    };
     struct Seen
     {
         Key key;
         float value;
-        std::uint32_t colour;
+        NameParts name;
     };
 
     std::vector<Key> Keys() const;

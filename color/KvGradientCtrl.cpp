@@ -53,7 +53,7 @@ int CKvGradientCtrl::SetData(int count, const SKvCGGradientKey* keys)
 {
     if (!keys && count > 0)
         return 0;
-    if (!m_impl->EndDrag())
+    if (!m_impl->EndInput())
         return 1;
     m_impl->model.SetData(count, keys);
     m_impl->RedrawAll();
@@ -83,7 +83,7 @@ int CKvGradientCtrl::SetSelectedKey(int index)
 {
     if (index < 0 || index >= m_impl->model.Count())
         return 0;
-    if (index == m_impl->model.Selected() || !m_impl->EndDrag())
+    if (index == m_impl->model.Selected() || !m_impl->EndInput())
         return 1;
     // The handler of the drag's end may have taken the stop away.
     const bool selected = m_impl->model.Select(index);
@@ -200,6 +200,8 @@ void CKvGradientCtrl::DrawKeyPointer(Graphics& graphics, int x, int y, DWORD col
 
 int CKvGradientCtrl::CheckSelectKey(CPoint point)
 {
+    if (!m_impl->EndInput())
+        return 0;
     const int hit = m_impl->layout.HitKey(m_impl->model, point);
     if (hit < 0)
         return 0;
@@ -209,7 +211,7 @@ int CKvGradientCtrl::CheckSelectKey(CPoint point)
 
 int CKvGradientCtrl::AddKey(CPoint point)
 {
-    if (!m_impl->model.CanAdd())
+    if (!m_impl->EndInput() || !m_impl->model.CanAdd())
         return 0;
     m_impl->AddKeyAt(m_impl->layout.PositionAt(point.x));
     return 1;
@@ -243,6 +245,7 @@ void CKvGradientCtrl::DoMenu(CPoint point)
 {
     const int count = m_impl->model.Count();
     const int selected = m_impl->model.Selected();
+    const bool byKey = std::exchange(m_impl->menuByKey, false);
     CKvMenu menu;
     menu.LoadMenu(kMenu);
     const auto enable = [&menu](kv::GradientMenuCommand command, bool enabled) {
@@ -264,7 +267,7 @@ void CKvGradientCtrl::DoMenu(CPoint point)
         return;
     if (command != 0)
         m_impl->RedrawAll();
-    m_impl->RunMenuCommand(command, point);
+    m_impl->RunMenuCommand(command, point, byKey);
 }
 
 int CKvGradientCtrl::ReverseKeys()

@@ -6,7 +6,7 @@
 #include "core/Text.h"
 #include "core/TextTables.h"
 
-#include <QPointer>
+#include <QContextMenuEvent>
 
 namespace {
 
@@ -54,8 +54,7 @@ void CKvGradientCtrl::OnSize(int, int)
 
 void CKvGradientCtrl::OnLButtonDown(Qt::KeyboardModifiers, CPoint point)
 {
-    m_impl->DropEntry();
-    if (!m_impl->EndDrag())
+    if (!m_impl->EndInput())
         return;
     if (m_impl->layout.StopArea().PtInRect(point))
         m_impl->PressStop(point);
@@ -66,7 +65,7 @@ void CKvGradientCtrl::OnLButtonDown(Qt::KeyboardModifiers, CPoint point)
 void CKvGradientCtrl::OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point)
 {
     if (m_impl->drag || m_impl->changing)
-        m_impl->EndDrag();
+        m_impl->EndInput();
     else
         CKvStatic::OnLButtonUp(modifiers, point);
 }
@@ -81,13 +80,18 @@ void CKvGradientCtrl::OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point)
 
 void CKvGradientCtrl::OnCaptureChanged()
 {
-    m_impl->EndDrag();
+    m_impl->EndInput();
+}
+
+void CKvGradientCtrl::contextMenuEvent(QContextMenuEvent* event)
+{
+    m_impl->menuByKey = event->reason() == QContextMenuEvent::Keyboard && !HasCapture();
+    CKvStatic::contextMenuEvent(event);
 }
 
 void CKvGradientCtrl::OnContextMenu(CPoint point)
 {
-    m_impl->DropEntry();
-    if (m_impl->EndDrag())
+    if (m_impl->EndInput())
         DoMenu(point);
 }
 
@@ -125,10 +129,12 @@ BOOL CKvGradientCtrl::OnChar(UINT character)
     m_impl->RedrawAll();
     if (!IsLeftControlDown())
         return 1;
-    if (character == kCtrlV)
+    if (character == kCtrlC)
+        CopyColor();
+    else if (character == kCtrlV)
         PasteColor();
-    else if (CopyColor() && character == kCtrlX)
-        DeleteCurrentKey();
+    else
+        m_impl->Cut();
     return 1;
 }
 

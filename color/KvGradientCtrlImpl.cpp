@@ -57,7 +57,7 @@ bool CKvGradientCtrl::Impl::NotifyChange()
 
 bool CKvGradientCtrl::Impl::EditOnce(const std::function<bool(kv::GradientModel&)>& rule)
 {
-    if (!EndDrag() || !rule(model))
+    if (!EndInput() || !rule(model))
         return false;
     RedrawAll();
     for (const EKvGradientPhase phase : {kKvPhaseBegin, kKvPhaseContinue, kKvPhaseEnd}) {
@@ -67,22 +67,53 @@ bool CKvGradientCtrl::Impl::EditOnce(const std::function<bool(kv::GradientModel&
     return true;
 }
 
+void CKvGradientCtrl::Impl::Select(int index)
+{
+    if (!model.Select(index))
+        return;
+    Redraw(kv::GradientPainter::MidStrip);
+    Redraw(kv::GradientPainter::KeyStrip);
+    access.Update();
+}
+
 bool CKvGradientCtrl::Impl::SelectKey(int index)
 {
-    if (model.Select(index)) {
-        Redraw(kv::GradientPainter::MidStrip);
-        Redraw(kv::GradientPainter::KeyStrip);
-        access.Update();
-    }
+    Select(index);
     return Notify(kKvGradientStopSelected, kKvPhaseBegin, model.SelectedKey());
 }
 
-bool CKvGradientCtrl::Impl::AddKeyAt(float position)
+void CKvGradientCtrl::Impl::AddSilently(float position)
 {
     model.AddKey(position);
     RedrawAll();
     changing = true;
+}
+
+bool CKvGradientCtrl::Impl::AddKeyAt(float position)
+{
+    AddSilently(position);
     return Notify(kKvGradientStopsEdited, kKvPhaseBegin);
+}
+
+std::function<bool()> CKvGradientCtrl::Impl::WatchSelection()
+{
+    // Stops that a host sets keep their identities by index: the place tells them from those before.
+    const auto place = [this] {
+        const SKvCGGradientKey* stop = model.SelectedKey();
+        return std::pair(model.IdOf(model.Selected()), stop ? kv::ClampPosition(stop->position) : 0.0f);
+    };
+    return [alive = QPointer<CKvGradientCtrl>(&control), place, before = place()] {
+        return alive && place() == before;
+    };
+}
+
+void CKvGradientCtrl::Impl::Cut()
+{
+    if (!model.CanDelete())
+        return;
+    const std::function<bool()> isStillMeant = WatchSelection(); // the clipboard tells the host at once
+    if (control.CopyColor() && isStillMeant())
+        control.DeleteCurrentKey();
 }
 
 bool CKvGradientCtrl::Impl::Paste(std::uint32_t colour)
@@ -149,8 +180,9 @@ bool CKvGradientCtrl::Impl::DragMidPointTo(CPoint point)
     return NotifyChange();
 }
 
-bool CKvGradientCtrl::Impl::EndDrag()
+bool CKvGradientCtrl::Impl::EndInput()
 {
+    DropEntry();
     if (!drag && !changing)
         return true;
     drag.reset();
@@ -162,12 +194,16 @@ bool CKvGradientCtrl::Impl::EndDrag()
 
 void CKvGradientCtrl::Impl::CancelDrag()
 {
-    model.Restore(drag->before);
+    // Without a run the stops are as they were, but for what the host has done to them since.
+    if (changing)
+        model.Restore(drag->before);
+    else
+        model.Select(drag->before.selected);
     drag.reset();
     control.ReleaseCapture();
     RedrawAll();
     if (changing && NotifyChange())
-        EndDrag();
+        EndInput();
 }
 
 bool CKvGradientCtrl::Impl::RunKey(UINT key, Qt::KeyboardModifiers modifiers)
@@ -215,7 +251,7 @@ bool CKvGradientCtrl::Impl::RunKey(UINT key, Qt::KeyboardModifiers modifiers)
 void CKvGradientCtrl::Impl::SelectByKey(int index)
 {
     const bool isStop = index >= 0 && index < model.Count();
-    if (isStop && index != model.Selected() && EndDrag())
+    if (isStop && index != model.Selected() && EndInput())
         SelectKey(index);
 }
 
@@ -294,18 +330,17 @@ void CKvGradientCtrl::Impl::DropEntry()
     QToolTip::hideText();
 }
 
-void CKvGradientCtrl::Impl::RunMenuCommand(UINT command, CPoint point)
+void CKvGradientCtrl::Impl::RunMenuCommand(UINT command, CPoint point, bool byKey)
 {
     switch (command) {
     case kv::kGradientCopy:
         control.CopyColor();
         break;
     case kv::kGradientPaste:
-        PasteAt(point);
+        PasteAt(point, byKey);
         break;
     case kv::kGradientCut:
-        if (control.CopyColor())
-            control.DeleteCurrentKey();
+        Cut();
         break;
     case kv::kGradientDelete:
         control.DeleteCurrentKey();
@@ -333,19 +368,27 @@ void CKvGradientCtrl::Impl::RunMenuCommand(UINT command, CPoint point)
     }
 }
 
-void CKvGradientCtrl::Impl::PasteAt(CPoint point)
+void CKvGradientCtrl::Impl::PasteAt(CPoint point, bool byKey)
 {
     const std::optional<std::uint32_t> colour = kv::ClipboardColour();
-    if (!colour || !EndDrag())
+    if (!colour || !EndInput())
         return;
-    const int hit = layout.HitKey(model, point);
-    if (hit >= 0) {
-        if (SelectKey(hit))
-            Paste(*colour);
+    const int hit = byKey && model.HasSelection() ? model.Selected() : layout.HitKey(model, point);
+    if (hit < 0 && !model.CanAdd())
+        return;
+    if (hit < 0)
+        AddSilently(layout.PositionAt(point.x));
+    else
+        Select(hit);
+    const std::function<bool()> isStillMeant = WatchSelection();
+    const bool isAlive = hit < 0 ? Notify(kKvGradientStopsEdited, kKvPhaseBegin)
+                                 : Notify(kKvGradientStopSelected, kKvPhaseBegin, model.SelectedKey());
+    if (!isAlive)
+        return;
+    if (!isStillMeant()) {
+        EndInput();
         return;
     }
-    if (!model.CanAdd() || !AddKeyAt(layout.PositionAt(point.x)))
-        return;
     // The triple closes what the added stop began; an end before it would close a run that nobody opened.
     changing = false;
     Paste(*colour);

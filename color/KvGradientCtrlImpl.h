@@ -66,8 +66,16 @@ struct CKvGradientCtrl::Impl : kv::GradientUser
     /// @return what the rule returned; the control may be gone.
     bool EditOnce(const std::function<bool(kv::GradientModel&)>& rule);
 
+    /// Selects a stop; silent.
+    void Select(int index);
     bool SelectKey(int index);
+    /// Adds a stop and opens a change run of which the parent is yet to hear.
+    void AddSilently(float position);
     bool AddKeyAt(float position);
+    /// Asked later, the result says whether the control lives and the stop that is selected now is still
+    /// there, in its place and selected: in its handlers the host may do anything.
+    std::function<bool()> WatchSelection();
+    void Cut();
     bool Paste(std::uint32_t colour);
 
     void PressStop(CPoint point);
@@ -75,9 +83,9 @@ struct CKvGradientCtrl::Impl : kv::GradientUser
     void BeginDrag(kv::GradientDrag::Kind kind, CPoint point, float value, int midPoint);
     bool DragTo(CPoint point);
     bool DragMidPointTo(CPoint point);
-    /// As a button-up does. Does nothing while nothing is dragged.
-    bool EndDrag();
-    /// Takes the drag back: stops and selection are as before the press.
+    /// Drops digits that are typed and ends a drag as a button-up does; does nothing without.
+    bool EndInput();
+    /// Takes the drag back: the selection and, when anything was changed, the stops are as before the press.
     void CancelDrag();
 
     /// @return false for a key that is none of the control's.
@@ -92,8 +100,9 @@ struct CKvGradientCtrl::Impl : kv::GradientUser
     void ShowEntry();
     void DropEntry();
 
-    void RunMenuCommand(UINT command, CPoint point);
-    void PasteAt(CPoint point);
+    /// @param byKey the menu was opened by the menu key, for the selected stop.
+    void RunMenuCommand(UINT command, CPoint point, bool byKey);
+    void PasteAt(CPoint point, bool byKey);
 
     CKvGradientCtrl& control;
     kv::GradientModel model;
@@ -105,6 +114,7 @@ struct CKvGradientCtrl::Impl : kv::GradientUser
     bool editing = false;
     bool changing = false; ///< a change run is open
     kv::PercentEntry entry;
+    bool menuByKey = false;             ///< the menu that opens next is the menu key's
     Qt::KeyboardModifiers keyModifiers; ///< of the key whose character comes next
     kv::GradientAccess access;
 };

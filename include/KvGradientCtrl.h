@@ -74,7 +74,8 @@ public:
     int SetDefaultData(int count, const SKvCGGradientKey* keys);
     /// Replaces the stops, without sorting them. A count below 0 or above 254 makes the count 255; below 0
     /// copies nothing, above 254 copies 255. The selection stays where it is within the count, else it
-    /// becomes 0. Notifies the parent (kKvGradientDataSet), after ending a drag that is under way.
+    /// becomes 0. Notifies the parent (kKvGradientDataSet), after ending a drag that is under way and
+    /// dropping a percentage that is half typed.
     /// @return 1; 0, nothing changed and nothing sent, for null with a count above 0.
     int SetData(int count, const SKvCGGradientKey* keys);
     /// Hands out the control's own array, valid until the control dies; do not free it.
@@ -83,7 +84,8 @@ public:
     DWORD GetSelectedColor() const;
     /// @return the selected stop's index; -1 when no stop is selected.
     int GetSelectedKey() const;
-    /// Selects a stop; silent. A drag that is under way ends first, unless the stop is selected already.
+    /// Selects a stop; silent. A drag that is under way ends first and a percentage that is half typed is
+    /// dropped, unless the stop is selected already.
     /// @return 1; 0, nothing changed, when there is no such stop.
     int SetSelectedKey(int index);
     /// Sets the selected stop's colour, 0xAARRGGBB; silent. @return 1 when it changed.
@@ -98,11 +100,12 @@ public:
     int IsEditing() const;
     int SetActive(int active);
 
+    UINT OnGetDlgCode() override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 signals:
-    /// From the same place as the message to the parent, with the same content.
+    /// After each message to the parent, with its event and phase; the stop is asked for with `GetData`.
     /// @param event an EKvGradientEvent; @param phase an EKvGradientPhase.
     void GradientChanged(int event, int phase);
 
@@ -145,7 +148,8 @@ protected:
     int CopyColor();
     /// @return 1; 0 when no stop is selected or the clipboard holds no colour.
     int PasteColor();
-    /// Opens the context menu at a client point and runs the chosen command there.
+    /// Opens the context menu at a client point and runs the chosen command there; from the menu key, a
+    /// paste goes to the selected stop.
     void DoMenu(CPoint point);
     int ReverseKeys();
     int AddReverse();
@@ -159,11 +163,11 @@ protected:
     void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
     void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
     void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void OnContextMenu(CPoint point) override;
     CPoint ContextMenuPoint() const override;
     BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
     BOOL OnChar(UINT character) override;
-    UINT OnGetDlgCode() override;
     bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
     void OnSetFocus() override;
     void OnKillFocus() override;

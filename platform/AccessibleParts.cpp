@@ -43,6 +43,7 @@ public:
     void DropGone();
 
     QString text(QAccessible::Text text) const override;
+    QAccessible::State state() const override;
     int childCount() const override { return QAccessibleWidget::childCount() + PartCount(); }
     QAccessibleInterface* child(int index) const override;
     int indexOfChild(const QAccessibleInterface* child) const override;
@@ -50,6 +51,7 @@ public:
 
 private:
     int PartCount() const { return m_parts ? m_parts->Count() : 0; }
+    std::optional<Key> FocusedPart() const;
 
     AccessibleParts* m_parts;
     mutable std::map<Key, QAccessible::Id> m_ids;
@@ -255,14 +257,26 @@ int AccessibleContainer::indexOfChild(const QAccessibleInterface* child) const
     return index < 0 ? -1 : QAccessibleWidget::childCount() + index;
 }
 
+std::optional<Key> AccessibleContainer::FocusedPart() const
+{
+    if (!m_parts || !m_parts->Control().hasFocus())
+        return std::nullopt;
+    const std::optional<Key> key = m_parts->FocusedPart();
+    return key && m_parts->IndexOf(*key) >= 0 ? key : std::nullopt;
+}
+
+QAccessible::State AccessibleContainer::state() const
+{
+    QAccessible::State state = QAccessibleWidget::state();
+    if (FocusedPart())
+        state.focused = false; // only one says so, else a reader hears the container again and again
+    return state;
+}
+
 QAccessibleInterface* AccessibleContainer::focusChild() const
 {
-    if (m_parts && m_parts->Control().hasFocus()) {
-        const std::optional<Key> key = m_parts->FocusedPart();
-        if (key && m_parts->IndexOf(*key) >= 0)
-            return Part(*key);
-    }
-    return QAccessibleWidget::focusChild();
+    const std::optional<Key> key = FocusedPart();
+    return key ? Part(*key) : QAccessibleWidget::focusChild();
 }
 
 AccessibleParts::AccessibleParts(QWidget& control, QAccessible::Role role) : m_control(control), m_role(role)
@@ -339,9 +353,10 @@ void AccessibleParts::StateChanged(Key key)
 {
     if (!QAccessible::isActive() || !Container() || IndexOf(key) < 0)
         return;
+    const AccessiblePart part = Describe(key);
     QAccessible::State changed;
-    changed.selected = true;
-    changed.checked = true;
+    changed.selected = part.selectable;
+    changed.checked = part.checkable;
     QAccessibleStateChangeEvent change(Container()->Part(key), changed);
     QAccessible::updateAccessibility(&change);
 }

@@ -24,8 +24,9 @@ constexpr char kFormat[] = "application/x-kv-dwcolor";
 class TestCtrl : public CKvGradientCtrl
 {
 public:
+    using CKvGradientCtrl::AddKey;
+    using CKvGradientCtrl::CheckSelectKey;
     using CKvGradientCtrl::HasCapture;
-    using CKvGradientCtrl::OnGetDlgCode;
     using CKvGradientCtrl::ToolTipAt;
 };
 
@@ -100,7 +101,8 @@ protected:
         QApplication::clipboard()->setMimeData(data);
     }
     // Opens the menu at a point and chooses a command, or closes it. Returns the disabled items.
-    QStringList Menu(QPoint at, const QString& choice = {})
+    QStringList Menu(QPoint at, const QString& choice = {},
+                     QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse)
     {
         QStringList disabled;
         QTimer::singleShot(0, [&disabled, &choice] {
@@ -119,13 +121,22 @@ protected:
             else
                 menu->close();
         });
-        QContextMenuEvent event(QContextMenuEvent::Mouse, at, control->mapToGlobal(at));
+        QContextMenuEvent event(reason, at, control->mapToGlobal(at));
         QApplication::sendEvent(control, &event);
         return disabled;
     }
+    static void ShowModalWindow()
+    {
+        QWidget window;
+        window.setWindowModality(Qt::ApplicationModal);
+        window.show();
+    }
     // Steps: P, D, M, N and U with a point are press, second press of a double click, move, move without the
-    // button and release; K with a key; C with bytes on the clipboard; X with a menu command and a point; H
-    // hides; F takes the focus away; S sets other stops, R the default ones; "!" forgets the messages so far.
+    // button and release; K with a key; C with bytes on the clipboard; X with a menu command and a point, Y
+    // with one by the menu key; A adds and L selects at a point, as a subclass does; H hides the control, V
+    // its parent; O opens a modal window; F takes the focus away; S sets other stops, T makes them the
+    // defaults, R resets, G selects the third stop, W makes the selected one blue; "!" forgets the messages
+    // so far.
     void Run(const char* steps)
     {
         for (const QString& step : QString(steps).split(' ')) {
@@ -147,10 +158,18 @@ protected:
             {'K', [&] { QTest::keyClick(control.data(), key.key(), key.keyboardModifiers()); }},
             {'C', [&] { Copy(QByteArray::fromHex(what.toLatin1())); }},
             {'X', [&] { Menu(at, QString(parts.front()).replace(u'_', u' ')); }},
+            {'Y', [&] { Menu({}, what, QContextMenuEvent::Keyboard); }},
+            {'A', [&] { control->AddKey(at); }},
+            {'L', [&] { control->CheckSelectKey(at); }},
             {'H', [&] { control->hide(); }},
+            {'V', [&] { parent.hide(); }},
+            {'O', [&] { ShowModalWindow(); }},
             {'F', [&] { control->clearFocus(); }},
             {'S', [&] { control->SetData(2, kOther); }},
+            {'T', [&] { control->SetDefaultData(2, kOther); }},
             {'R', [&] { control->ResetDefault(); }},
+            {'G', [&] { control->SetSelectedKey(2); }},
+            {'W', [&] { control->SetColor(0xFF0000FFu); }},
             {'!', [&] { Heard(); }},
         };
         actions.at(step)();
@@ -209,7 +228,12 @@ TEST_F(GradientUser, Mouse)
         {"move without the button", "P64,50 M74,50 N80,50", "2/0@1 1/0 1/2", "B0/0 *Y35 R60 M100"},
         {"escape", "P124,50 M30,50 KEsc M90,50", "2/0@2 1/0 1/1 1/2"},
         {"escape before a move", "P124,50 KEsc", "2/0@2"},
+        {"coloured by the host before the escape", "P124,50 W KEsc", "2/0@2", "B0/0 *Y30 B60 M100"},
         {"escape from an added stop", "P94,50 KEsc", "1/0 1/1 1/2"},
+        {"a modal window", "P64,50 M74,50 O M94,50", "2/0@1 1/0 1/2", "B0/0 *Y35 R60 M100"},
+        {"a subclass selects", "P64,50 M74,50 L124,50 U124,50", "2/0@1 1/0 1/2 2/0@2", "B0/0 Y35 *R60 M100"},
+        {"a subclass adds", "P64,50 M74,50 A100,50 A94,50 U94,50", "2/0@1 1/0 1/2 1/0 1/2 1/0 1/2",
+         "B0/0 Y35 *ffffbf00:45 ffff7f00:48 R60 M100"},
         {"keys in a drag", "P64,50 KDel KLeft KIns K5 KTab KCtrl+X KReturn U64,50", "2/0@1"},
         {"coincident stops", "K6 K0 KReturn ! P124,5 M130,5 U130,5 !", "", "B0/0 *Y60 R60 M100"},
     });
@@ -236,6 +260,9 @@ TEST_F(GradientUser, Keyboard)
         {"percent dropped", "K5 KEsc KReturn", ""},
         {"percent dropped by another key", "K5 KAlt+Right ! KReturn", "", "B0/0 *Y30/51 R60 M100"},
         {"percent lost with the focus", "K5 F KReturn", ""},
+        {"percent lost to other stops", "K5 S ! KReturn", "", "7:20/0 *8:80"},
+        {"percent lost to a reset", "K5 T R ! KReturn", "", "*7:20/0 8:80"},
+        {"percent lost to the host's selection", "K5 G KReturn", "", "B0/0 Y30 *R60 M100"},
         {"percent corrected", "K5 K8 KBackspace KReturn", kTriple, "B0/0 *Y5 R60 M100"},
     });
 }
@@ -246,6 +273,7 @@ TEST_F(GradientUser, Clipboard)
         {"cut and paste", "KCtrl+X ! KCtrl+V", kTriple, "B0/0 *Y60 M100"},
         {"paste of the same colour", "KCtrl+C KCtrl+V", kTriple},
         {"little-endian", "C78563412 KCtrl+V", kTriple, "B0/0 *12345678:30 R60 M100"},
+        {"cut of two stops", "KDel KDel Caabbccdd ! KCtrl+X KCtrl+V", kTriple, "B0/0 *ddccbbaa:100"},
         {"five bytes", "C1122334455 KCtrl+V", ""},
     });
     Run("KCtrl+C");
@@ -279,6 +307,10 @@ TEST_F(GradientUser, MenuCommands)
         {"copy", "XCopy,64,50", ""},
         {"paste into a stop", "Cff0000ff XPaste,124,50", "2/0@2 1/0 1/1 1/2", "B0/0 Y30 *B60 M100"},
         {"paste into a new stop", "Cff0000ff XPaste,94,50", "1/0 1/0 1/1 1/2", "B0/0 Y30 *B45 R60 M100"},
+        {"paste into a pile", "K6 K0 KReturn KDown Cff0000ff ! XPaste,124,50", "2/0@1 1/0 1/1 1/2",
+         "B0/0 *B60 R60 M100"},
+        {"paste by the menu key", "K6 K0 KReturn KDown Cff0000ff ! YPaste", "2/0@2 1/0 1/1 1/2",
+         "B0/0 Y60 *B60 M100"},
         {"paste of no colour", "C112233 XPaste,94,50", ""},
         {"cut", "XCut,64,50", kTriple, "B0/0 *R60 M100"},
         {"delete", "XDelete,64,50", kTriple, "B0/0 *R60 M100"},
@@ -288,6 +320,7 @@ TEST_F(GradientUser, MenuCommands)
         {"exchange after", "XExchange_After,64,50", kTriple, "B0/0 *R30 Y60 M100"},
         {"same space", "XSame_Space,64,50", kTriple, "B0/0 *Y33.3 R66.7 M100"},
         {"reset without defaults", "XReset,64,50", ""},
+        {"reset", "T XReset,64,50", kTriple, "*7:20/0 8:80"},
         {"opened in a drag", "P64,50 M74,50 XNothing,64,50", "2/0@1 1/0 1/2", "B0/0 *Y35 R60 M100"},
     });
 }
@@ -355,6 +388,8 @@ protected:
         "S",
         "P64,50 M70,50 S M80,50 U80,50",
         "R",
+        "P64,50 M70,50 H",
+        "P64,50 M70,50 V",
     };
     // Runs each talk again and again, with `strike` in its first, second … message.
     void StrikeEverywhere(const std::function<void()>& strike, const std::function<void(const char*)>& check)
@@ -392,6 +427,56 @@ TEST_F(GradientReentry, ParentMaySetTheStopsInAnyMessage)
     Run("P64,50 M70,50 M80,50 M90,50 U90,50");
     EXPECT_EQ(Heard(), "2/0@1 1/0 1/1 1/2 0/0@1") << "an undo in the handler ends the drag";
     EXPECT_EQ(Stops(), "7:20/0 *8:80");
+
+    for (const auto& [paste, expected] : {std::pair("C11223344 XPaste,94,50", "1/0 1/2 0/0@0"),
+                                          std::pair("C11223344 XPaste,64,50", "2/0@1 0/0@1")}) {
+        Renew();
+        messages = 0;
+        onMessage = [&](int index) { index == 0 ? control->SetData(2, kOther) : 0; };
+        Run(paste);
+        EXPECT_EQ(Heard(), expected) << "no paste into stops that were not meant";
+        EXPECT_NE(Stops().find("7:20/0 "), std::string::npos) << Stops();
+    }
+}
+
+TEST_F(GradientReentry, ClipboardsListenerMayDeleteTheControl)
+{
+    for (const char* cut : {"KCtrl+X", "XCut,64,50"}) {
+        Renew();
+        const auto listener =
+            QObject::connect(QApplication::clipboard(), &QClipboard::dataChanged, [&] { delete control; });
+        Run(cut);
+        QObject::disconnect(listener);
+        EXPECT_FALSE(control) << cut;
+        EXPECT_EQ(Heard(), "") << cut;
+    }
+}
+
+TEST_F(Gradient, FullControlTakesNoPress)
+{
+    const std::vector<SKvCGGradientKey> full(255, kOther[0]);
+    control->SetData(255, full.data());
+    Run("! P94,20 M99,20");
+    EXPECT_EQ(Heard(), "");
+    EXPECT_FALSE(control->HasCapture());
+    int count = 0;
+    control->GetData(count, nullptr);
+    EXPECT_EQ(count, 255);
+}
+
+TEST_F(Gradient, DyingWindowIsNotToldOfTheDragsEnd)
+{
+    auto window = std::make_unique<QWidget>();
+    messages = 0;
+    new KvMessageSink(window.get(), [&](UINT, WPARAM, LPARAM) { return ++messages; }); // the window owns it
+    auto* doomed = new CKvGradientCtrl;
+    doomed->Create(WS_CHILD | WS_VISIBLE, window.get(), kId);
+    window->show();
+    QTest::mousePress(doomed, Qt::LeftButton, {}, {50, 20});
+    EXPECT_EQ(messages, 1);
+    window.reset();
+    QApplication::processEvents();
+    EXPECT_EQ(messages, 1);
 }
 
 TEST_F(Gradient, TabLeavesAndArrowsStay)

@@ -228,10 +228,13 @@ TEST_F(GradientReader, EditsAsAUserDoes)
     EXPECT_EQ(heard, "");
 
     const auto setFocus = QAccessibleActionInterface::setFocusAction();
+    QTest::keyClick(control.data(), Qt::Key_5);
     Container()->child(0)->actionInterface()->doAction(setFocus);
-    EXPECT_EQ(std::exchange(heard, {}), "2/0 ");
+    QTest::keyClick(control.data(), Qt::Key_Return);
+    EXPECT_EQ(std::exchange(heard, {}), "2/0 ") << "the digit went with the old selection";
     EXPECT_EQ(Container()->focusChild(), Container()->child(0));
     EXPECT_TRUE(Container()->child(0)->state().focused);
+    EXPECT_FALSE(Container()->state().focused) << "not both";
     Value(Container()->child(1))->setCurrentValue(1);
     EXPECT_EQ(Value(Container()->child(1))->currentValue().toDouble(), 5.0);
 
