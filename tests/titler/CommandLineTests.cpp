@@ -18,6 +18,11 @@ struct Invocation
     QString display = {};
 };
 
+void PrintTo(const Invocation& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class Program : public testing::TestWithParam<Invocation>
 {
 };

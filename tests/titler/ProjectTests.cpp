@@ -149,6 +149,11 @@ struct Broken
     const char* says;
 };
 
+void PrintTo(const Broken& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class BrokenProject : public testing::TestWithParam<Broken>
 {
 };

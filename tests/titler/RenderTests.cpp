@@ -42,6 +42,11 @@ struct TableCase
     QRgb colour;
 };
 
+void PrintTo(const TableCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class Table : public testing::TestWithParam<TableCase>
 {
 };
