@@ -46,7 +46,7 @@ build() {
   local log="build/$preset.log"
   mkdir -p build
   say "Building ($preset) …"
-  if ! { cmake --preset "$preset" "-DKV_BUILD_TESTS=$tests" "$@" &&
+  if ! { cmake --preset "$preset" "-DKV_BUILD_TESTS=$tests" -DKV_BUILD_BENCH=OFF "$@" &&
     cmake --build --preset "$preset" --target "$target"; } >"$log" 2>&1; then
     tail -n 60 "$log" >&2
     say "The build failed; the whole log is $log"

@@ -1,4 +1,5 @@
 // Simple case folding by code point. Made by MakeCaseFolding.py from CaseFolding-15.0.0; do not edit.
+// Data of the Unicode Character Database, (c) Unicode, Inc.; terms of use: https://www.unicode.org/terms_of_use.html
 #pragma once
 
 #include <cstdint>

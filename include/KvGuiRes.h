@@ -1,5 +1,6 @@
 // The resource layer: colours and pictures by key, texts by number, menus by number or name.
 // A host overlays its own skin folder and its own texts; both reach every live control at once.
+// For the user-interface thread only.
 #pragma once
 
 #include "KvPlatform.h"

@@ -1,5 +1,5 @@
 // The windowing vocabulary over the toolkit: messages to a parent, dialog item numbers and the small
-// interfaces and records that controls share.
+// interfaces and records that controls share. All of it belongs to the user-interface thread.
 #pragma once
 
 #include "KvTypes.h"

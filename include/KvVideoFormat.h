@@ -1,4 +1,7 @@
 // Video and audio formats as one line of text, for example "(1920 * 1080 59.94i, 16:9, Upper First)".
+//
+// The functions read the text tables: call them from any thread, but not while another one replaces the texts
+// (`KvGuiRes::SetStringFile`).
 #pragma once
 
 #include "KvTypes.h"

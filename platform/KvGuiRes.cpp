@@ -57,9 +57,13 @@ struct Skin
     std::unordered_map<std::wstring, KvMenuFactory> menus;
 };
 
+// Pictures and menus of a host must not outlive the application object.
+void ForgetHostResources();
+
 Skin& TheSkin()
 {
     static Skin skin = [] {
+        qAddPostRoutine(ForgetHostResources);
         Skin first;
         QFile file(QStringLiteral(":/kv/skin/skin.ini"));
         if (file.open(QIODevice::ReadOnly))
@@ -67,6 +71,12 @@ Skin& TheSkin()
         return first;
     }();
     return skin;
+}
+
+void ForgetHostResources()
+{
+    TheSkin().images.clear();
+    TheSkin().menus.clear();
 }
 
 // Names are looked up without their ending; some of the field's keys carry one.

@@ -1,5 +1,6 @@
 #include "KvWnd.h"
 
+#include "platform/CaptureWatcher.h"
 #include "platform/LeftControlKey.h"
 #include "platform/VirtualKey.h"
 
@@ -19,53 +20,6 @@
 
 namespace {
 
-// Watches the application while a control drags. A popup or modal window takes the mouse away without a word
-// to the widget that had it, and an ancestor that is hidden tells its children too late: in the middle of the
-// toolkit's work on them, when the parent must not delete the control.
-class CaptureWatcher : public QObject
-{
-public:
-    CaptureWatcher(const QWidget& control, std::function<void()> lost)
-        : m_control(control)
-        , m_lost(std::move(lost))
-    {
-        QCoreApplication::instance()->installEventFilter(this);
-    }
-
-    /// True while the toolkit works on the control or a window closes, perhaps in its destructor: the parent
-    /// hears of the loss later, from the event loop.
-    bool IsUnsafe() const { return m_isUnsafe; }
-    void MarkUnsafe() { m_isUnsafe = true; }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::Close)
-            m_isUnsafe = true;
-        if (TakesTheMouse(*watched, *event)) {
-            const std::function<void()> lost = m_lost; // `lost` ends this watcher
-            lost();
-            return false;
-        }
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    bool TakesTheMouse(const QObject& watched, const QEvent& event) const
-    {
-        if (!watched.isWidgetType())
-            return false;
-        const auto& widget = static_cast<const QWidget&>(watched);
-        if (event.type() == QEvent::Show)
-            return widget.isWindow() && (widget.windowType() == Qt::Popup || widget.isModal());
-        return event.type() == QEvent::Hide && widget.isAncestorOf(&m_control);
-    }
-
-    const QWidget& m_control;
-    std::function<void()> m_lost;
-    bool m_isUnsafe = false;
-};
-
 // The pixel that holds the point: rounding would reach beyond the right and bottom edge.
 CPoint PixelOf(const QMouseEvent& event)
 {
@@ -81,7 +35,7 @@ struct CKvWnd::Impl
     // Set by the default handlers: the event goes on to the parent.
     bool unhandled = false;
     std::unordered_map<UINT, QBasicTimer> timers;
-    std::unique_ptr<CaptureWatcher> capture;
+    std::unique_ptr<kv::CaptureWatcher> capture;
 };
 
 CKvWnd::CKvWnd() : m_impl(std::make_unique<Impl>())
@@ -238,7 +192,7 @@ void CKvWnd::KillTimer(UINT id)
 void CKvWnd::SetCapture()
 {
     if (!m_impl->capture)
-        m_impl->capture = std::make_unique<CaptureWatcher>(*this, [this] { LoseCapture(); });
+        m_impl->capture = std::make_unique<kv::CaptureWatcher>(*this, [this] { LoseCapture(); });
 }
 
 void CKvWnd::ReleaseCapture()
@@ -451,23 +405,4 @@ void CKvWnd::hideEvent(QHideEvent*)
     if (m_impl->capture)
         m_impl->capture->MarkUnsafe();
     LoseCapture();
-}
-
-CKvStatic::CKvStatic() = default;
-CKvStatic::~CKvStatic() = default;
-
-int CKvStatic::Create(UINT style, CWnd* parent, DWORD id)
-{
-    return CreateWnd(style, {}, parent, id);
-}
-
-void CKvStatic::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
-{
-    m_settings = settings;
-    update();
-}
-
-const SKvGuiBasicSettings* CKvStatic::GuiBasicSettings() const
-{
-    return m_settings;
 }
