@@ -9,7 +9,8 @@
 namespace kv {
 
 CaptureWatcher::CaptureWatcher(const QWidget& control, std::function<void()> lost)
-    : m_control(control), m_lost(std::move(lost))
+    : m_control(control)
+    , m_lost(std::move(lost))
 {
     QCoreApplication::instance()->installEventFilter(this);
 }

@@ -10,8 +10,8 @@ class QWidget;
 namespace kv {
 
 /// Watches the application while a control drags. A popup or modal window takes the mouse away without a word
-/// to the widget that had it, and an ancestor that is hidden tells its children too late: in the middle of the
-/// toolkit's work on them, when the parent must not delete the control.
+/// to the widget that had it, and an ancestor that is hidden tells its children too late: in the middle of
+/// the toolkit's work on them, when the parent must not delete the control.
 class CaptureWatcher : public QObject
 {
 public:
