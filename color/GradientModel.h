@@ -52,7 +52,8 @@ struct GradientStops
     int selected = 0; ///< index of the current stop; out of 0..count − 1 when there is none
 };
 
-/// A value type. Indexes out of range and absent selections are answered, never followed.
+/// A value type. Edits answer indexes out of range and absent selections, they never follow them; the places
+/// of mid points are asked for a stop that has one before it.
 class GradientModel
 {
 public:
@@ -113,7 +114,7 @@ public:
     bool IsMidPointShown(int key) const;
     /// Where a mid point stands along the bar, from the stored floats.
     double MidPointPlace(int key) const { return SegmentPlace(key, MidPoint(key)); }
-    /// The place at a fraction of the segment that ends at stop `key`.
+    /// The place at a fraction of the segment that ends at stop `key`, 1..count − 1.
     double SegmentPlace(int key, double fraction) const;
     float MidPoint(int key) const { return m_stops.keys[static_cast<std::size_t>(key)].midPoint; }
     /// Clamped to 0.05..0.95. @return true when it changed.

@@ -104,7 +104,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
-signals:
+Q_SIGNALS:
     /// After each message to the parent, with its event and phase; the stop is asked for with `GetData`.
     /// @param event an EKvGradientEvent; @param phase an EKvGradientPhase.
     void GradientChanged(int event, int phase);

@@ -10,4 +10,5 @@ file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/readme_example.cpp" CONTENT "
 add_executable(readme_example "${CMAKE_CURRENT_BINARY_DIR}/readme_example.cpp")
 # As a host compiles it: by default with C++17.
 set_target_properties(readme_example PROPERTIES CXX_STANDARD 17 CXX_EXTENSIONS OFF)
+target_compile_definitions(readme_example PRIVATE QT_NO_KEYWORDS)
 target_link_libraries(readme_example PRIVATE KvGuiAdvCtrls)
