@@ -58,7 +58,7 @@ bool Document::Open(const QString& file, ProjectError& error)
 QString Document::SaveAs(const QString& file)
 {
     EndSession();
-    const QString fault = SaveProject(file, m_now.project);
+    QString fault = SaveProject(file, m_now.project);
     if (!fault.isEmpty())
         return fault;
     m_fileName = file;

@@ -80,6 +80,7 @@ void MediaPanel::BuildPanel()
 void MediaPanel::OpenFolder(const QString& folder)
 {
     m_folder = folder;
+    m_total = 0;
     m_filter->clear();
     m_model.Start(folder);
     m_summary->setText(Text(kTextMediaScanning, {QDir(folder).dirName(), QStringLiteral("0")}));

@@ -4,17 +4,17 @@
 
 #include <QDir>
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace titler {
 namespace {
 
-constexpr qint64 kPostEvery = 100; // milliseconds
+constexpr int kLookEvery = 40; // milliseconds
 
 // A clip is listed under its video file, where it has one.
 constexpr std::array kVideoEndings{"avi",  "dv",  "gxf", "lxf", "m2t", "m2ts", "m4v", "mkv",  "mov", "mp4",
@@ -64,57 +64,55 @@ std::vector<std::size_t> BaseOrder(const std::vector<std::wstring>& names)
 
 } // namespace
 
+MediaScanner::MediaScanner()
+{
+    m_look.setInterval(kLookEvery);
+    connect(&m_look, &QTimer::timeout, this, &MediaScanner::Look);
+}
+
 MediaScanner::~MediaScanner() = default;
 
 void MediaScanner::Scan(const QString& folder)
 {
     m_thread = {}; // asks the old scan to stop, and waits
-    ++m_generation;
-    m_scanning = true;
-    m_thread = std::jthread([this, folder, generation = m_generation](const std::stop_token& stop) {
-        Run(stop, folder, generation);
-    });
+    m_box = {};
+    m_thread = std::jthread([this, folder](const std::stop_token& stop) { Run(stop, folder); });
+    m_look.start();
 }
 
-template <typename Tell>
-void MediaScanner::Post(int generation, Tell tell)
+void MediaScanner::Look()
 {
-    QMetaObject::invokeMethod(
-        this,
-        [this, generation, tell = std::move(tell)] {
-            if (generation == m_generation)
-                tell();
-        },
-        Qt::QueuedConnection);
+    Box box;
+    {
+        const std::lock_guard lock(m_mutex);
+        box = m_box;
+        m_box.clips.clear();
+    }
+    if (!box.clips.isEmpty())
+        emit ClipsFound(box.clips, box.done, box.total);
+    if (box.finished) {
+        m_look.stop();
+        emit Finished(box.readable);
+    }
 }
 
-void MediaScanner::Run(const std::stop_token& stop, const QString& folder, int generation)
+void MediaScanner::Run(const std::stop_token& stop, const QString& folder)
 {
     std::optional<std::vector<std::wstring>> names = FilesOf(folder, stop);
     const bool readable = names.has_value();
     if (readable)
-        Group(stop, std::move(*names), generation);
-    Post(generation, [this, readable] {
-        m_scanning = false;
-        emit Finished(readable);
-    });
+        Group(stop, std::move(*names));
+    const std::lock_guard lock(m_mutex);
+    m_box.readable = readable;
+    m_box.finished = true;
 }
 
-void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> files, int generation)
+void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> files)
 {
     SiblingFinder finder(*BuiltInRules(), std::move(files));
     const std::vector<std::wstring>& names = finder.Names();
-    const int total = static_cast<int>(names.size());
-    int done = 0;
-    QVector<MediaClip> found;
-    QElapsedTimer sincePost;
-    const auto post = [&] {
-        Post(generation, [this, found, done, total] { emit ClipsFound(found, done, total); });
-        found.clear();
-        sincePost.start();
-    };
-    sincePost.start();
     std::vector<bool> claimed(names.size());
+    int done = 0;
     for (const std::size_t base : BaseOrder(names)) {
         if (stop.stop_requested())
             return;
@@ -126,11 +124,11 @@ void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> 
             claimed[sibling] = true;
             clip.siblings << QString::fromStdWString(names[sibling]);
         }
-        found << std::move(clip);
-        if (sincePost.elapsed() >= kPostEvery)
-            post();
+        const std::lock_guard lock(m_mutex);
+        m_box.clips << std::move(clip);
+        m_box.done = done;
+        m_box.total = static_cast<int>(names.size());
     }
-    post();
 }
 
 } // namespace titler

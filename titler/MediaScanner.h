@@ -5,8 +5,10 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 #include <QVector>
 
+#include <mutex>
 #include <stop_token>
 #include <string>
 #include <thread>
@@ -26,12 +28,12 @@ class MediaScanner : public QObject
     Q_OBJECT
 
 public:
-    MediaScanner() = default;
+    MediaScanner();
     ~MediaScanner() override;
 
     /// Starts anew with a folder; what is under way ends without a further signal.
     void Scan(const QString& folder);
-    bool IsScanning() const { return m_scanning; }
+    bool IsScanning() const { return m_look.isActive(); }
 
 signals:
     /// The next clips, in the order of the list. `done` of `total` files have been looked at.
@@ -40,14 +42,23 @@ signals:
     void Finished(bool readable);
 
 private:
-    void Run(const std::stop_token& stop, const QString& folder, int generation);
-    void Group(const std::stop_token& stop, std::vector<std::wstring> files, int generation);
-    // From the thread to the owner's thread; what an older scan still says is dropped there.
-    template <typename Tell>
-    void Post(int generation, Tell tell);
+    /// What the thread has found and its owner has not taken yet.
+    struct Box
+    {
+        QVector<MediaClip> clips;
+        int done = 0;
+        int total = 0;
+        bool readable = true;
+        bool finished = false;
+    };
 
-    bool m_scanning = false;
-    int m_generation = 0;
+    void Look();
+    void Run(const std::stop_token& stop, const QString& folder);
+    void Group(const std::stop_token& stop, std::vector<std::wstring> files);
+
+    QTimer m_look;      ///< runs while a scan is under way
+    std::mutex m_mutex; ///< guards m_box
+    Box m_box;
     std::jthread m_thread; ///< last: it must end before what it uses
 };
 

@@ -25,7 +25,8 @@ inline constexpr int kSmallestFrame = 16;
 inline constexpr int kLargestFrame = 8192;
 inline constexpr double kSmallestFont = 1.0;
 inline constexpr double kLargestFont = 100.0;
-inline constexpr qint64 kLargestFile = 16 * 1024 * 1024;
+inline constexpr qint64 kLargestMegabytes = 16;
+inline constexpr qint64 kLargestFile = kLargestMegabytes << 20; ///< bytes
 
 using GradientStops = std::vector<SKvCGGradientKey>;
 

@@ -93,7 +93,7 @@ public:
                 m_error.length = list.size();
             return elements;
         }
-        for (const QJsonValue& element : list) {
+        for (const QJsonValue element : list) {
             const QString name = QStringLiteral("%1[%2]").arg(QLatin1String(key)).arg(elements.size());
             if (!element.isObject())
                 Fail(name, element, Expected::Object);

@@ -50,7 +50,7 @@ QString Reason(const ProjectError& error)
     case ProjectFault::CannotRead:
         return error.detail;
     case ProjectFault::TooLarge:
-        return Text(kTextFileTooLarge, {QString::number(kLargestFile / (1024 * 1024))});
+        return Text(kTextFileTooLarge, {QString::number(kLargestMegabytes)});
     case ProjectFault::BadJson:
         return Text(kTextBadJson, {QString::number(error.line), QString::number(error.column), error.detail});
     case ProjectFault::NewerVersion:

@@ -12,6 +12,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <QTextCursor>
@@ -70,6 +71,7 @@ void TextInspector::BuildFields()
     m_text->setFixedHeight(m_text->fontMetrics().lineSpacing() * 4 + 16);
     m_text->installEventFilter(this);
     m_family->setEditable(true);
+    m_family->setInsertPolicy(QComboBox::NoInsert);
     m_family->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_family->setMinimumContentsLength(12);
     m_size->setRange(kSmallestFont, kLargestFont);
@@ -117,10 +119,8 @@ void TextInspector::BuildFields()
 void TextInspector::Connect()
 {
     connect(m_text, &QPlainTextEdit::textChanged, this, &TextInspector::OnTextEdited);
-    connect(m_family, &QFontComboBox::currentFontChanged, this, [this](const QFont& font) {
-        m_document.Edit(EditKind::Single, Text(kStepFont),
-                        [&](Project& project) { project.title.fontFamily = font.family(); });
-    });
+    connect(m_family, &QFontComboBox::activated, this, &TextInspector::OnFamilyChosen);
+    connect(m_family->lineEdit(), &QLineEdit::editingFinished, this, &TextInspector::OnFamilyChosen);
     connect(m_size, &QDoubleSpinBox::valueChanged, this, [this](double percent) {
         m_document.Edit(EditKind::FontSize, Text(kStepFontSize),
                         [&](Project& project) { project.title.fontSize = percent; });
@@ -144,6 +144,17 @@ bool TextInspector::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusOut)
         m_document.EndSession();
     return QWidget::eventFilter(watched, event);
+}
+
+// While a name is typed, the box already speaks of fonts that do not exist.
+void TextInspector::OnFamilyChosen()
+{
+    const int row = m_family->findText(m_family->currentText(), Qt::MatchFixedString);
+    const QString family = m_family->itemText(row);
+    if (row >= 0 && family != ShownFamily())
+        m_document.Edit(EditKind::Single, Text(kStepFont),
+                        [&](Project& project) { project.title.fontFamily = family; });
+    ShowProject();
 }
 
 // One step of undo is a word: a blank begins a new one, and so does whatever was not typed.
@@ -177,6 +188,12 @@ void TextInspector::ShowText(const QString& text)
     m_text->setTextCursor(cursor);
 }
 
+QString TextInspector::ShownFamily() const
+{
+    const QString& family = m_document.Current().title.fontFamily;
+    return family.isEmpty() ? DefaultFontFamily() : family;
+}
+
 void TextInspector::ShowProject()
 {
     const Title& title = m_document.Current().title;
@@ -185,9 +202,11 @@ void TextInspector::ShowProject()
     const QSignalBlocker bold(m_bold);
     const QSignalBlocker italic(m_italic);
     ShowText(title.text);
-    const QString family = title.fontFamily.isEmpty() ? DefaultFontFamily() : title.fontFamily;
-    if (m_family->currentFont().family() != family) // looking a font up takes longer than all the rest
-        m_family->setCurrentFont(QFont(family));
+    const QString family = ShownFamily();
+    if (m_family->currentText() != family) {
+        m_family->setCurrentIndex(m_family->findText(family, Qt::MatchFixedString));
+        m_family->setEditText(family); // also one that is not installed
+    }
     m_size->setValue(title.fontSize);
     m_bold->setChecked(title.bold);
     m_italic->setChecked(title.italic);

@@ -39,7 +39,9 @@ private:
     QToolButton* StyleButton(UINT nameId, const QString& letter);
     void Connect();
     void OnTextEdited();
+    void OnFamilyChosen();
     void ShowProject();
+    QString ShownFamily() const;
     void ShowText(const QString& text);
 
     Document& m_document;

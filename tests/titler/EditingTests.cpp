@@ -12,6 +12,7 @@
 #include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QFontComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -216,6 +217,26 @@ TEST(TextInspector, TypingMergesWordByWord)
     EXPECT_EQ(text.toPlainText().size(), kLongestText);
 }
 
+TEST(TextInspector, AFontIsOneStepWhenItsNameIsComplete)
+{
+    Document document;
+    TextInspector inspector(document);
+    auto& family = *inspector.findChild<QFontComboBox*>();
+    const QString first = family.currentText();
+    const QString other = family.itemText(family.itemText(0) == first ? 1 : 0);
+    family.lineEdit()->selectAll();
+    QTest::keyClicks(family.lineEdit(), other.toLower());
+    EXPECT_EQ(document.Steps().count(), 0);
+    QTest::keyClick(family.lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(document.Steps().count(), 1);
+    EXPECT_EQ(document.Current().title.fontFamily, other);
+    family.lineEdit()->setText("no such font");
+    QTest::keyClick(family.lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(family.currentText(), other);
+    document.Undo();
+    EXPECT_EQ(family.currentText(), first);
+}
+
 struct MessageBoxes
 {
     MessageBoxes()
@@ -261,7 +282,8 @@ TEST(MainWindow, MayDieInADrag)
     MainWindow window;
     window.show();
     auto& control = *window.findChild<CKvGradientCtrl*>();
-    QTest::mousePress(&control, Qt::LeftButton, {}, {control.width() / 3, control.height() / 2}); // adds a stop
+    QTest::mousePress(&control, Qt::LeftButton, {},
+                      {control.width() / 3, control.height() / 2}); // adds a stop
     EXPECT_TRUE(window.Project().IsInRun());
 }
 
