@@ -1,5 +1,6 @@
 // Simple case folding by code point. Made by MakeCaseFolding.py from CaseFolding-15.0.0; do not edit.
-// Data of the Unicode Character Database, (c) Unicode, Inc.; terms of use: https://www.unicode.org/terms_of_use.html
+// Data of the Unicode Character Database, (c) Unicode, Inc.
+// Terms of use: https://www.unicode.org/terms_of_use.html
 #pragma once
 
 #include <cstdint>

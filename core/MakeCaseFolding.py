@@ -58,7 +58,8 @@ def main():
     assert len(blocks) < 256
     flat = [value for block in blocks for value in block]
     out = f"""// Simple case folding by code point. Made by MakeCaseFolding.py from {version}; do not edit.
-// Data of the Unicode Character Database, (c) Unicode, Inc.; terms of use: https://www.unicode.org/terms_of_use.html
+// Data of the Unicode Character Database, (c) Unicode, Inc.
+// Terms of use: https://www.unicode.org/terms_of_use.html
 #pragma once
 
 #include <cstdint>
