@@ -2,6 +2,7 @@
 
 #include <QJsonDocument>
 #include <QJsonParseError>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
@@ -111,7 +112,8 @@ public:
             if (Fail(key, value, Expected::Text, 0, longest) && value.isString())
                 m_error.length = value.toString().size();
         // Half a surrogate pair is no text: it cannot be written again.
-        text = QString::fromUtf8(value.toString().toUtf8());
+        text = QStringDecoder(QStringDecoder::Utf8,
+                              QStringDecoder::Flag::ConvertInitialBom)(value.toString().toUtf8());
     }
 
     void Read(const char* key, bool& flag)
@@ -352,13 +354,16 @@ std::optional<Project> ParseProject(const QByteArray& bytes, ProjectError& error
         return std::nullopt;
     }
     QJsonParseError fault;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &fault);
+    QJsonDocument document = QJsonDocument::fromJson(json, &fault);
     if (fault.error != QJsonParseError::NoError) {
         error.fault = ProjectFault::BadJson;
         error.detail = fault.errorString();
         SetPlace(error, json, fault.offset);
         return std::nullopt;
     }
+    // Unescaped, a byte order mark at the begin of a name or text would get lost.
+    if (json.contains("\xEF\xBB\xBF"))
+        document = QJsonDocument::fromJson(QByteArray(json).replace("\xEF\xBB\xBF", "\\ufeff"));
     if (!document.isObject()) {
         error.fault = ProjectFault::BadField;
         error.expected = Expected::Object;

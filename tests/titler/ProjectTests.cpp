@@ -130,6 +130,15 @@ INSTANTIATE_TEST_SUITE_P(
                              "- -"}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST(Project, ByteOrderMarksWithinTextsSurvive)
+{
+    const Project project =
+        Parsed("\xEF\xBB\xBF{'version':1,'\xEF\xBB\xBFname':1,'title':{'text':'\xEF\xBB\xBFt'}}");
+    EXPECT_EQ(project.title.text.size(), 2);
+    EXPECT_TRUE(SerialiseProject(project).contains("\xEF\xBB\xBFname"));
+    EXPECT_TRUE(SerialiseProject(project).contains("\xEF\xBB\xBFt\""));
+}
+
 TEST(Project, UnsortedStopsAreSortedAndMissingFieldsHaveDefaults)
 {
     const Project project = Parsed("{'version':1,'title':{'gradient':{'stops':["
