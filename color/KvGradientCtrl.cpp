@@ -1,17 +1,15 @@
 #include "KvGradientCtrl.h"
 
 #include "KvMenu.h"
-#include "color/ColourWords.h"
 #include "color/GradientBlend.h"
 #include "color/GradientColour.h"
-#include "color/GradientKeys.h"
 #include "color/GradientRaster.h"
 #include "color/KvGradientCtrlImpl.h"
-#include "core/Text.h"
-#include "core/TextTables.h"
 #include "platform/ColourClipboard.h"
 
 #include <QPointer>
+
+#include <utility>
 
 namespace {
 

@@ -85,11 +85,6 @@ void MediaTexts::AddFolded(std::string_view bytes)
     m_ends.push_back(m_bytes.size());
 }
 
-bool IsAscii(std::string_view bytes)
-{
-    return IsAllAscii(bytes);
-}
-
 void AppendEncoded(std::string& out, std::wstring_view text)
 {
     if (IsAllAscii(text))

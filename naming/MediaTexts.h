@@ -32,9 +32,6 @@ private:
     std::vector<std::size_t> m_ends;
 };
 
-/// True when each byte is a character of its own.
-bool IsAscii(std::string_view bytes);
-
 /// Appends a text in the encoding of MediaTexts.
 void AppendEncoded(std::string& out, std::wstring_view text);
 
