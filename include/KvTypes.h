@@ -243,3 +243,62 @@ struct SKvCGGradientKey
     float midPoint;
 };
 static_assert(sizeof(SKvCGGradientKey) == 12);
+
+/// The ease of one segment between two keys of an animated parameter, as a host stores it.
+struct SKvParamEaseData
+{
+    std::uint32_t kind; ///< 1 linear, 2 speed-up, 3 speed-down, 4 the user's own curve, 5 smooth
+    double inTangentX;  ///< end key's tangent, a fraction of the segment's width, leftwards from the end key
+    double inTangentY;  ///< value offset from the end key
+    double outTangentX; ///< start key's tangent, a fraction of the segment's width, rightwards
+    double outTangentY; ///< value offset from the start key
+    double startX;      ///< time of the start key
+    double startY;      ///< its value
+    double endX;        ///< time of the end key
+    double endY;        ///< its value
+    double minimum;     ///< the values that the curve may take
+    double maximum;
+    std::uint32_t lock; ///< not 0: the curve must rise from start to end
+};
+static_assert(sizeof(SKvParamEaseData) == 96 && offsetof(SKvParamEaseData, kind) == 0 &&
+              offsetof(SKvParamEaseData, inTangentX) == 8 && offsetof(SKvParamEaseData, inTangentY) == 16 &&
+              offsetof(SKvParamEaseData, outTangentX) == 24 &&
+              offsetof(SKvParamEaseData, outTangentY) == 32 && offsetof(SKvParamEaseData, startX) == 40 &&
+              offsetof(SKvParamEaseData, startY) == 48 && offsetof(SKvParamEaseData, endX) == 56 &&
+              offsetof(SKvParamEaseData, endY) == 64 && offsetof(SKvParamEaseData, minimum) == 72 &&
+              offsetof(SKvParamEaseData, maximum) == 80 && offsetof(SKvParamEaseData, lock) == 88);
+
+/// Where an animated parameter lives: the host implements it, the ease dialog edits the parameter through it.
+/// Every operation names the parameter by the object it belongs to and its own name, and returns 1 for
+/// success or "yes" and 0 for failure or "no". Never deleted through this interface: it has no virtual
+/// destructor.
+class IKvDataOperator
+{
+public:
+    /// The parameter is being edited from now on, until `UnregisterParam`.
+    virtual int RegisterParam(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    virtual int UnregisterParam(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    /// Begins a transaction, which exactly one of the two that follow ends.
+    virtual int BeginEdit(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    virtual int CommitEdit(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    /// The parameter is as it was before `BeginEdit`.
+    virtual int CancelEdit(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    /// Reads the segment that is being edited.
+    virtual int GetEaseData(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/, SKvParamEaseData&)
+    {
+        return 0;
+    }
+    /// Writes it. A record of kind 1, 2, 3 or 5 with 0 everywhere else asks the host to apply its own preset
+    /// of that kind and to keep keys and range.
+    virtual int SetEaseData(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/,
+                            const SKvParamEaseData&)
+    {
+        return 0;
+    }
+    /// Whether there is a segment before or after the one that is being edited.
+    virtual int CanGoPrevKey(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    virtual int CanGoNextKey(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    /// Edits that one from now on.
+    virtual int GoPrevKey(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+    virtual int GoNextKey(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
+};

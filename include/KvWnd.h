@@ -53,7 +53,13 @@ protected:
     /// The second press of a double click; a press unless overridden.
     virtual void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnMButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnMButtonUp(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnRButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
+    virtual void OnRButtonUp(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point);
+    /// @param delta 120 per notch, positive away from the user; finer devices send parts of it.
+    virtual void OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point);
     virtual void OnMouseLeave();
     /// @param point client coordinates of the click, or those of `ContextMenuPoint` for the menu key.
     virtual void OnContextMenu(CPoint point);
@@ -84,7 +90,8 @@ protected:
     /// Starts (or restarts) a timer. @param id the control's own number. @param milliseconds its period.
     void SetTimer(UINT id, int milliseconds);
     void KillTimer(UINT id);
-    /// Begins a drag: mouse moves and the button-up come here until `ReleaseCapture`.
+    /// Begins a drag with the button that went down last: mouse moves and the button-up come here until
+    /// `ReleaseCapture`.
     void SetCapture();
     void ReleaseCapture();
     bool HasCapture() const;
@@ -100,6 +107,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -12,6 +12,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QToolTip>
+#include <QWheelEvent>
 
 #include <cmath>
 #include <functional>
@@ -34,6 +35,7 @@ struct CKvWnd::Impl
     bool created = false;
     // Set by the default handlers: the event goes on to the parent.
     bool unhandled = false;
+    Qt::MouseButton lastPressed = Qt::LeftButton; // the one that a drag is made with
     std::unordered_map<UINT, QBasicTimer> timers;
     std::unique_ptr<kv::CaptureWatcher> capture;
 };
@@ -130,7 +132,32 @@ void CKvWnd::OnLButtonUp(Qt::KeyboardModifiers, CPoint)
     m_impl->unhandled = true;
 }
 
+void CKvWnd::OnMButtonDown(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+void CKvWnd::OnMButtonUp(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+void CKvWnd::OnRButtonDown(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+void CKvWnd::OnRButtonUp(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
 void CKvWnd::OnMouseMove(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->unhandled = true;
+}
+
+void CKvWnd::OnMouseWheel(Qt::KeyboardModifiers, int, CPoint)
 {
     m_impl->unhandled = true;
 }
@@ -293,34 +320,54 @@ void CKvWnd::Dispatch(QEvent* event, Handler handler)
 
 void CKvWnd::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
-        return;
-    }
-    Dispatch(event, [&] { OnLButtonDown(event->modifiers(), PixelOf(*event)); });
+    const CPoint point = PixelOf(*event);
+    if (!HasCapture())
+        m_impl->lastPressed = event->button();
+    Dispatch(event, [&] {
+        switch (event->button()) {
+        case Qt::LeftButton:
+            return OnLButtonDown(event->modifiers(), point);
+        case Qt::MiddleButton:
+            return OnMButtonDown(event->modifiers(), point);
+        case Qt::RightButton:
+            return OnRButtonDown(event->modifiers(), point);
+        default:
+            m_impl->unhandled = true;
+        }
+    });
 }
 
 void CKvWnd::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton) {
-        event->ignore();
+        mousePressEvent(event); // quick presses are presses all the same
         return;
     }
+    if (!HasCapture())
+        m_impl->lastPressed = event->button();
     Dispatch(event, [&] { OnLButtonDblClk(event->modifiers(), PixelOf(*event)); });
 }
 
 void CKvWnd::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton) {
-        event->ignore();
-        return;
-    }
-    Dispatch(event, [&] { OnLButtonUp(event->modifiers(), PixelOf(*event)); });
+    const CPoint point = PixelOf(*event);
+    Dispatch(event, [&] {
+        switch (event->button()) {
+        case Qt::LeftButton:
+            return OnLButtonUp(event->modifiers(), point);
+        case Qt::MiddleButton:
+            return OnMButtonUp(event->modifiers(), point);
+        case Qt::RightButton:
+            return OnRButtonUp(event->modifiers(), point);
+        default:
+            m_impl->unhandled = true;
+        }
+    });
 }
 
 void CKvWnd::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!event->buttons().testFlag(Qt::LeftButton)) {
+    if (!event->buttons().testFlag(m_impl->lastPressed)) {
         // The button went up where this window could not see it.
         const QPointer<CKvWnd> self(this);
         LoseCapture();
@@ -328,6 +375,17 @@ void CKvWnd::mouseMoveEvent(QMouseEvent* event)
             return;
     }
     Dispatch(event, [&] { OnMouseMove(event->modifiers(), PixelOf(*event)); });
+}
+
+void CKvWnd::wheelEvent(QWheelEvent* event)
+{
+    const QPointF position = event->position();
+    const CPoint point(static_cast<int>(std::floor(position.x())),
+                       static_cast<int>(std::floor(position.y())));
+    // Some platforms turn the vertical wheel sideways while Alt is down.
+    const QPoint turned = event->angleDelta();
+    const bool sideways = event->modifiers().testFlag(Qt::AltModifier) && turned.y() == 0;
+    Dispatch(event, [&] { OnMouseWheel(event->modifiers(), sideways ? turned.x() : turned.y(), point); });
 }
 
 void CKvWnd::leaveEvent(QEvent*)

@@ -100,7 +100,7 @@ void GradientInspector::BuildFields()
     });
     connect(m_offset, &QDoubleSpinBox::valueChanged, this, [this](double percent) {
         m_document.Edit(EditKind::GradientOffset, Text(kStepOffset),
-                        [&](Project& project) { project.title.gradientOffset = percent / 100; });
+                        [&](Project& project) { project.title[Property::GradientOffset].value = percent / 100; });
     });
 
     auto* column = new QVBoxLayout(this);
@@ -164,7 +164,7 @@ void GradientInspector::ShowProject()
     const QSignalBlocker angle(m_angle);
     const QSignalBlocker offset(m_offset);
     m_angle->setValue(title.gradientAngle);
-    m_offset->setValue(title.gradientOffset * 100);
+    m_offset->setValue(title[Property::GradientOffset].value * 100);
     // In a run the control is ahead of us; to write its own stops back would end the drag.
     if (!m_document.IsInRun()) {
         if (!Shows(*m_control, title.stops))

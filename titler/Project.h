@@ -4,6 +4,7 @@
 // survive a load, an edit and a save.
 #pragma once
 
+#include "Animation.h"
 #include "KvTypes.h"
 #include "KvVideoFormat.h"
 
@@ -25,6 +26,8 @@ inline constexpr int kSmallestFrame = 16;
 inline constexpr int kLargestFrame = 8192;
 inline constexpr double kSmallestFont = 1.0;
 inline constexpr double kLargestFont = 100.0;
+inline constexpr int kLongestDuration = 1000000; ///< frames
+inline constexpr int kMostKeys = 10000;          ///< of one property
 inline constexpr qint64 kLargestMegabytes = 16;
 inline constexpr qint64 kLargestFile = kLargestMegabytes << 20; ///< bytes
 
@@ -47,9 +50,13 @@ struct Title
     bool italic = false;
     TextAlign align = TextAlign::Centre;
     double gradientAngle = 0; ///< degrees clockwise, 0 from left to right, 90 downwards; -360 to 360
-    double gradientOffset =
-        0;               ///< moves the gradient along its direction, as a fraction of its length; -1 to 1
+    Properties properties = StillProperties();
     GradientStops stops; ///< kFewestStops to kMostStops, sorted, positions and mid points from 0 to 1
+    Animated& operator[](Property property) { return properties[static_cast<std::size_t>(property)]; }
+    const Animated& operator[](Property property) const
+    {
+        return properties[static_cast<std::size_t>(property)];
+    }
     /// Beside `stops`: each as it was loaded, for the fields that we do not know. `SetStops` keeps them in
     /// step.
     std::vector<QJsonObject> stopSources = {};
@@ -59,6 +66,7 @@ struct Project
 {
     SKvVideoResolution video{kKvAspect16x9, kKvFrameRate29_97, kKvScanUpperFirst, 1920, 1080};
     SKvWaveFormatInfo audio{2, 48000, 16};
+    int duration = 150; ///< frames, 1 to kLongestDuration
     Title title;
     QJsonObject source; ///< the file's content as it was loaded, for the fields that we do not know
 };

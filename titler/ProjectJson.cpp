@@ -235,7 +235,7 @@ void ReadAudio(Reader reader, SKvWaveFormatInfo& audio)
 void ReadGradient(Reader reader, Title& title)
 {
     reader.Read("angle", title.gradientAngle, -360, 360);
-    reader.Read("offset", title.gradientOffset, -1, 1);
+    reader.Read("offset", title[Property::GradientOffset].value, -1, 1);
     Title read;
     for (Reader& element : reader.Objects("stops", kFewestStops, kMostStops)) {
         SKvCGGradientKey& stop = read.stops.emplace_back(SKvCGGradientKey{0xFFFFFFFF, 0.0f, 0.5f});
@@ -302,7 +302,7 @@ QJsonObject TitleToJson(const Title& title)
                                                  {QStringLiteral("bold"), title.bold},
                                                  {QStringLiteral("italic"), title.italic}}},
             {QStringLiteral("gradient"), QJsonObject{{QStringLiteral("angle"), title.gradientAngle},
-                                                     {QStringLiteral("offset"), title.gradientOffset},
+                                                     {QStringLiteral("offset"), title[Property::GradientOffset].value},
                                                      {QStringLiteral("stops"), stops}}}};
 }
 

@@ -58,7 +58,7 @@ GradientRun RunOf(const Title& title, const QRectF& outline, double scaleX, doub
     const double length = std::abs(outline.width() * dx) + std::abs(outline.height() * dy);
     const double entries = length > 0 ? (kTableSize - 1) / length : 0.0;
     const QPointF centre = outline.center();
-    const double middle = (0.5 - title.gradientOffset) * (kTableSize - 1);
+    const double middle = (0.5 - title[Property::GradientOffset].value) * (kTableSize - 1);
     const GradientRun run{entries * dx / scaleX, entries * dy / scaleY, 0};
     return {run.perColumn, run.perRow,
             middle - entries * (centre.x() * dx + centre.y() * dy) + (run.perColumn + run.perRow) / 2};

@@ -43,8 +43,9 @@ TEST(Project, EveryFieldSurvivesSavingAndLoading)
                      true,
                      TextAlign::Right,
                      -33.5,
-                     0.25,
+                     StillProperties(),
                      {{0x01020304, 0.1f, 0.3f}, {0xFFFEFDFC, 0.1f, 0.05f}, {0x00000000, 1.0f, 0.7f}}};
+    project.title[Property::GradientOffset].value = 0.25;
     QTemporaryDir folder;
     const QString file = folder.filePath("p.ktitle");
     ASSERT_EQ(SaveProject(file, project), "");

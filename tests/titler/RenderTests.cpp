@@ -81,7 +81,7 @@ TEST(TitleRenderer, RunsTheGradientAcrossTheText)
     for (const Direction d : {Direction{0, 0}, Direction{90, 0}, Direction{180, 0}, Direction{0, 0.25}}) {
         Project project = BlockProject();
         project.title.gradientAngle = d.angle;
-        project.title.gradientOffset = d.offset;
+        project.title[Property::GradientOffset].value = d.offset;
         const QRectF box = TitlePath(project.title, DisplaySize(project.video)).boundingRect();
         const QImage image = TitleRenderer().Render(project, {640, 360});
         for (const double part : {0.1, 0.5, 0.9}) {

@@ -1,0 +1,55 @@
+// One cubic ease between two keys, as plain values.
+#pragma once
+
+#include "KvBezierCurve2D.h"
+
+#include <array>
+#include <cstdint>
+
+namespace kv {
+
+/// How a curve came to be; the numbers are the host's.
+enum EaseKind : std::uint32_t
+{
+    kEaseLinear = 1,
+    kEaseSpeedUp = 2,
+    kEaseSpeedDown = 3,
+    kEaseDrawn = 4, ///< by hand
+    kEaseSmooth = 5,
+};
+
+/// The four points of a curve, in walking order.
+enum class EaseHandle
+{
+    Start, ///< P0, the start key
+    Out,   ///< C0, its out handle
+    In,    ///< C1, the end key's in handle
+    End,   ///< P1, the end key
+};
+inline constexpr int kEaseHandles = 4;
+
+using EasePoints = std::array<SKvCurvePoint, kEaseHandles>; ///< by EaseHandle; absolute
+
+struct EaseCurve
+{
+    EasePoints points{{{0, 0}, {0, 0}, {0, 0}, {1, 0}}};
+    double minimum = 0; ///< the values that the curve may take
+    double maximum = 1;
+    std::uint32_t lock = 0; ///< not 0: the curve rises from start to end
+    std::uint32_t kind = 0;
+
+    const SKvCurvePoint& operator[](EaseHandle handle) const
+    {
+        return points[static_cast<std::size_t>(handle)];
+    }
+    SKvCurvePoint& operator[](EaseHandle handle) { return points[static_cast<std::size_t>(handle)]; }
+    double Width() const { return points[3].x - points[0].x; }
+    /// The span of values that the curve may take.
+    double Span() const { return maximum - minimum; }
+};
+
+/// True when a curve can be edited: its segment and its range of values have a size, and every number is
+/// finite and within single precision.
+bool IsSensible(const EaseCurve& curve);
+
+} // namespace kv

@@ -1,0 +1,100 @@
+// The ease curve window's values and every rule about them: limits of a drag, undo, presets. No pixels, no
+// events.
+#pragma once
+
+#include "curves/EaseCurve.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kv {
+
+/// What of a key a drag grabs; the numbers are the field's.
+enum class EasePart
+{
+    InHandle = 0,
+    OutHandle = 1,
+    Key = 2,
+    InTangent = 3,  ///< the line from the key to its in handle
+    OutTangent = 4, ///< the line from the key to its out handle
+};
+
+struct EaseHit
+{
+    int key = 0; ///< 0 start, 1 end
+    EasePart part = EasePart::Key;
+    double t = 1; ///< where on the tangent line, 0 at the key, 1 at the handle
+};
+
+/// What a preset asks for: tangents, x as a fraction of the segment's width, y as a value offset.
+struct EasePreset
+{
+    double outX = 0;
+    double outY = 0;
+    double inX = 0; ///< leftwards
+    double inY = 0;
+};
+
+/// Absolute values are kept in double precision beside the key records, so that what nobody edited goes back
+/// to the host as it came.
+class EaseModel
+{
+public:
+    EaseModel();
+    ~EaseModel();
+    EaseModel(const EaseModel&) = delete;
+    EaseModel& operator=(const EaseModel&) = delete;
+
+    /// Takes a curve over and begins the history with it; drops a drag.
+    void Load(const EaseCurve& curve);
+    /// As it was loaded.
+    const EaseCurve& Loaded() const;
+    /// As it is now; `kind` is that of the current record.
+    const EaseCurve& Curve() const;
+    /// False for a curve that is not sensible: every edit below then does nothing.
+    bool IsEditable() const;
+    /// The two key records in single precision, from which the path is drawn and hits are tested.
+    IKvBezierCurve2D& Keys();
+
+    /// @return false when nothing can be grabbed there: not editable, or a key while the curve is locked.
+    bool BeginDrag(const EaseHit& hit);
+    const std::optional<EaseHit>& Drag() const;
+    /// @param mouse in curve space. @param keepDirection a tangent changes its length only.
+    void DragTo(SKvCurvePoint mouse, bool keepDirection);
+    /// Adds a record of kind kEaseDrawn, also when nothing moved.
+    void EndDrag();
+    /// The curve is as it was when the drag began; no record.
+    void CancelDrag();
+
+    bool CanUndo() const;
+    bool CanRedo() const;
+    // Each returns false when there was nothing to do.
+    bool Undo();
+    bool Redo();
+    bool Revert();
+
+    /// Sets both tangents and adds a record of that kind. @return false when not editable or when the preset
+    /// is not finite or beyond single precision.
+    bool ApplyPreset(std::uint32_t kind, const EasePreset& preset);
+
+    /// Where a point may go: fixed x of the end keys, the value range for keys, the segment and, when locked,
+    /// the rise for handles. A key takes its handle along.
+    SKvCurvePoint Limited(EaseHandle handle, SKvCurvePoint to) const;
+    /// False for keys while the curve is locked.
+    bool CanMove(EaseHandle handle) const;
+    /// Moves a point within its limits and adds a record. @return false, and no record, when that changes
+    /// nothing.
+    bool Move(EaseHandle handle, SKvCurvePoint to);
+    /// Moves both handles within their limits and adds one record. @return false when that changes nothing.
+    bool MoveHandles(SKvCurvePoint out, SKvCurvePoint in);
+
+    std::size_t RecordCount() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+} // namespace kv

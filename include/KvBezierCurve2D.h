@@ -1,0 +1,94 @@
+// Two-dimensional curves of cubic Bezier segments through key points, and the fast evaluation of one such
+// segment as an ease y(x). Needs no toolkit; any thread, but one curve belongs to one thread at a time.
+#pragma once
+
+#include "KvTypes.h"
+
+#include <array>
+
+/// A key point of a curve. Tangents are relative to the position.
+struct SKvBezierKey
+{
+    std::uint32_t flags = 0;
+    std::int32_t index = -1; ///< -1 while the key is in no curve
+    float x = 0;
+    float y = 0;
+    float inX = 0; ///< towards the key before
+    float inY = 0;
+    float outX = 0; ///< towards the key after
+    float outY = 0;
+    std::uint32_t reserved[3] = {0, 1, 1}; ///< passed through unchanged
+};
+static_assert(sizeof(SKvBezierKey) == 44);
+
+struct SKvCurvePoint
+{
+    double x = 0;
+    double y = 0;
+};
+
+/// One cubic: start, two control points, end.
+struct SKvBezierSegment
+{
+    SKvCurvePoint points[4];
+};
+
+/// The segments of a curve in order, each beginning where the one before ended.
+using KvBezierPath = std::vector<SKvBezierSegment>;
+
+/// A curve through keys; between two keys runs the cubic through the first key, its out handle, the second
+/// key's in handle and the second key. Operations return 1 for success and 0 for failure, with nothing
+/// changed.
+class IKvBezierCurve2D
+{
+public:
+    /// Destroys the curve.
+    virtual int Release() = 0;
+    /// Removes all keys.
+    virtual int Reset() = 0;
+    virtual int GetKeyCount() = 0;
+    virtual int GetKey(int index, SKvBezierKey& key) = 0;
+    /// Replaces a key; its index stays. Values that are not finite are refused.
+    virtual int SetKey(int index, const SKvBezierKey& key) = 0;
+    /// Appends the curve's segments, in the curve's own space. Fewer than two keys have none.
+    virtual int AddToPath(KvBezierPath& path) = 0;
+    /// Appends a key and gives it its index. Values that are not finite are refused.
+    virtual int AddKey(const SKvBezierKey& key) = 0;
+
+protected:
+    ~IKvBezierCurve2D() = default;
+};
+
+/// Makes an empty curve, to be destroyed by its `Release`. @return 1; 0 for null or without memory.
+KV_API int KvCreateBezierCurve2D(IKvBezierCurve2D** curve);
+
+/// y(x) along one cubic whose x rises from start to end; prepared once, then evaluated fast. A value type.
+///
+/// The parameter is solved to 1e-12 of the segment's width in x, so that y is right to 1e-9 of its height
+/// wherever |dy/dx| is at most 1e3, both as fractions of the segment. Source: inverse of the cubic's x by a
+/// table and Newton's method, kept within a bracket.
+class KV_API KvBezierEase
+{
+public:
+    /// The straight ease from (0, 0) to (1, 1).
+    KvBezierEase();
+    /// @param points P0, C0, C1, P1 as x, y pairs. A loop in x takes the first parameter that has the x; an
+    /// empty or reversed segment and values that are not finite step from P0.y to P1.y.
+    explicit KvBezierEase(const double points[8]);
+
+    /// @return P0.y before the segment (and for what is not a number), P1.y behind it.
+    double Value(double x) const;
+    /// dy/dx at `x`; infinite where the curve is vertical, 0 outside the segment.
+    double Speed(double x) const;
+
+private:
+    static constexpr int kSamples = 32;
+
+    std::array<double, 4> m_x{};
+    std::array<double, 4> m_y{};
+    std::array<double, kSamples + 1> m_guess{};
+    double m_start = 0;
+    double m_end = 1;
+    double m_scale = 1;
+    int m_shape = 0;
+};

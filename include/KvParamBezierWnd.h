@@ -1,0 +1,160 @@
+// The ease curve window: shows and edits one cubic ease between two keys of an animated parameter.
+#pragma once
+
+#include "KvWnd.h"
+
+/// Where the window gets its curve and tells of edits. Operations return 1 for success or "yes", 0 for
+/// failure or "no". `points` are P0, C0, C1 and P1 as x, y pairs, absolute: the start key, its out handle,
+/// the end key's in handle and the end key. Times are x, values are y.
+class IKvParamBezierInfo
+{
+public:
+    virtual int IsModified() { return 0; }
+    virtual int SetModified(std::uint32_t /*modified*/) { return 0; }
+    virtual int BeginEdit() { return 0; }
+    virtual int CommitEdit() { return 0; }
+    virtual int CancelEdit() { return 0; }
+    /// @param minimum, maximum the values that the curve may take. @param lock not 0: the curve must rise
+    /// from start to end. @param kind as in `SKvParamEaseData`.
+    /// @return 0 shows the default curve.
+    virtual int GetCurve(double /*points*/[8], double& /*minimum*/, double& /*maximum*/,
+                         std::uint32_t& /*lock*/, std::uint32_t& /*kind*/)
+    {
+        return 0;
+    }
+    /// The curve as it is now.
+    virtual int SetCurve(const double /*points*/[8], std::uint32_t /*lock*/, std::uint32_t /*kind*/)
+    {
+        return 0;
+    }
+    /// The linear preset is about to be applied.
+    virtual int ApplyLinear() { return 0; }
+    // The presets' shapes: the start key's out tangent, x as a fraction of the segment's width and y as a
+    // value offset, and the end key's in tangent, x as a fraction leftwards and y as a value offset.
+    virtual int GetSpeedUpCurve(double* /*outX*/, double* /*outY*/, double* /*inX*/, double* /*inY*/)
+    {
+        return 0;
+    }
+    virtual int GetSpeedDownCurve(double* /*outX*/, double* /*outY*/, double* /*inX*/, double* /*inY*/)
+    {
+        return 0;
+    }
+    virtual int GetSmoothCurve(double* /*outX*/, double* /*outY*/, double* /*inX*/, double* /*inY*/)
+    {
+        return 0;
+    }
+    virtual int CanGoPrevKey() { return 0; }
+    virtual int CanGoNextKey() { return 0; }
+    virtual int GoPrevKey() { return 0; }
+    virtual int GoNextKey() { return 0; }
+    virtual ~IKvParamBezierInfo() = default;
+};
+
+class IKvParamBezierCtrlCallback
+{
+public:
+    /// A record was added to the undo history. Undo, redo and revert do not call it.
+    virtual int UndoChanged() { return 0; }
+};
+
+/// Shows one cubic ease, its two keys and their tangents, and edits it with a history of undo.
+///
+/// The horizontal axis is always the segment's time range; the vertical one is the value range, which can be
+/// zoomed and moved. The window tells the info object of every change while it is made (`SetCurve`), and
+/// adds one record of undo for each gesture. Presets call no `SetCurve`. An info object without a sensible
+/// curve (an empty or reversed segment or value range, values that are not finite or beyond single precision)
+/// can be looked at but not edited.
+///
+/// Mouse: the left button drags handles, keys (only their value) and tangent lines, with Ctrl a tangent keeps
+/// its direction; the middle button and the wheel zoom, the right button moves the view, a double click
+/// resets it. Escape takes a gesture back.
+///
+/// Keyboard: PageUp and PageDown walk the handles, arrows move the selected one by a pixel (Shift: a tenth),
+/// digits typed set it as "time, value" or the value alone (Enter takes, Escape drops), Ctrl+Z, Ctrl+Y and
+/// Ctrl+Shift+Z undo and redo, Ctrl+C and Ctrl+V copy and paste the ease as "cubic-bezier(a, b, c, d)", Home
+/// resets the view.
+class KV_API CKvParamBezierWnd : public CKvWnd
+{
+    Q_OBJECT
+
+public:
+    /// One record of undo. Tangents are relative to their key.
+    struct SCurveInfo
+    {
+        double startX, startY;
+        double outX, outY; ///< the start key's tangent
+        double inX, inY;   ///< the end key's tangent
+        double endX, endY;
+        std::uint32_t kind;
+    };
+
+    /// Loads the curve at once.
+    /// @param info may be null: the default curve is shown and cannot be edited. Must outlive the window.
+    /// @param callback may be null. Must outlive the window.
+    CKvParamBezierWnd(IKvParamBezierInfo* info, IKvParamBezierCtrlCallback* callback);
+    ~CKvParamBezierWnd() override;
+
+    /// @param style see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
+    int Create(unsigned int style, const CRect& rect, CWnd* parent, DWORD id);
+
+    /// Asks the info object for the curve anew and starts the history afresh; a gesture that is under way is
+    /// dropped. @return 1.
+    int Load();
+
+    // Each returns 1 when it did something. After any of them the window may be gone.
+    int Undo();
+    int Redo();
+    /// Back to the first record; the others stay for redo.
+    int Revert();
+    int ApplyLinear();
+    int ApplySpeedUp();
+    int ApplySpeedDown();
+    int ApplySmooth();
+    BOOL CanUndo() const;
+    BOOL CanRedo() const;
+
+    /// Marks every frame on the curve. @param length of a frame in the curve's time; 0, below or not finite:
+    /// no marks, as at the beginning. Marks that would stand closer than they can be seen are left out.
+    void SetFrameLength(double length);
+    /// Draws the curve's speed as a thin line. Off at the beginning.
+    void ShowSpeed(BOOL show);
+    /// Draws the curve as it was loaded behind the one that is edited. Off at the beginning.
+    void ShowInitialCurve(BOOL show);
+
+    UINT OnGetDlgCode() override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// After each `SetCurve`, with the kind that it was given.
+    void CurveChanged(int kind);
+    /// After each `UndoChanged`.
+    void HistoryChanged();
+
+protected:
+    void OnPaint(Graphics& graphics) override;
+    void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnRButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnRButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseLeave() override;
+    void OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point) override;
+    void OnContextMenu(CPoint point) override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    BOOL OnChar(UINT character) override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnSetFocus() override;
+    void OnKillFocus() override;
+    void OnEnable(BOOL enabled) override;
+    void OnCaptureChanged() override;
+    void OnSkinChanged() override;
+    QString ToolTipAt(CPoint point, CRect& area) const override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,97 @@
+// Values that move: keys at frames, with an ease from each key to the next. Plain values and free functions.
+#pragma once
+
+#include "KvTypes.h"
+
+#include <QJsonObject>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace titler {
+
+/// What of a title can move.
+enum class Property
+{
+    X,              ///< percent of the frame's width, to the right from where the layout puts the text
+    Y,              ///< percent of the frame's height, downwards
+    Scale,          ///< percent, around the text's middle
+    Rotation,       ///< degrees clockwise, around the text's middle
+    Opacity,        ///< percent
+    GradientOffset, ///< as a fraction of the gradient's length, along its direction
+};
+inline constexpr int kProperties = 6;
+
+struct PropertyTraits
+{
+    const char* name; ///< in the project file, and as the parameter's name for the ease dialog
+    double least;
+    double most;
+    double still; ///< the value of a title that was never animated
+};
+const PropertyTraits& TraitsOf(Property property);
+
+/// The way from one key to the next, as `SKvParamEaseData` has it.
+struct Ease
+{
+    std::uint32_t kind = 1; ///< 1 linear, 2 speed-up, 3 speed-down, 4 the user's own, 5 smooth
+    double outX = 0;        ///< fraction of the way to the next key, 0 to 1
+    double outY = 0;        ///< value offset from this key
+    double inX = 0;         ///< fraction leftwards from the next key, 0 to 1
+    double inY = 0;         ///< value offset from the next key
+
+    bool operator==(const Ease&) const = default;
+};
+/// titler's own presets: kinds 1, 2, 3 and 5.
+Ease PresetEase(std::uint32_t kind);
+
+struct Key
+{
+    int frame = 0; ///< from 0
+    double value = 0;
+    Ease ease = {};          ///< to the next key
+    QJsonObject source = {}; ///< as it was loaded, for the fields that we do not know
+};
+
+/// A value with its keys; it is animated as long as it has any.
+struct Animated
+{
+    double value = 0;      ///< while there are no keys
+    std::vector<Key> keys; ///< by frame, each frame at most once
+
+    bool IsAnimated() const { return !keys.empty(); }
+};
+using Properties = std::array<Animated, kProperties>; ///< by Property
+
+/// Every property at rest.
+Properties StillProperties();
+
+/// The value at a frame, also between frames; within the property's limits. Before the first key and behind
+/// the last one their values hold.
+double ValueAt(const Animated& animated, Property property, double frame);
+/// All of them, by Property.
+std::array<double, kProperties> ValuesAt(const Properties& properties, double frame);
+
+/// The index of the key at that frame; -1 for none.
+int KeyAt(const Animated& animated, int frame);
+/// The index of the key that begins the segment in which the frame lies; at the last key and behind it the
+/// last segment, before the first key the first. -1 with fewer than two keys.
+int SegmentAt(const Animated& animated, int frame);
+/// The frame of the next key before or after `frame`; of the first or the last when there is none there.
+std::optional<int> PreviousKeyFrame(const Animated& animated, int frame);
+std::optional<int> NextKeyFrame(const Animated& animated, int frame);
+
+/// Sets the value: that of the key at `frame` (added where there is none) while animated, else the value
+/// itself. Clamped to the property's limits.
+void SetValueAt(Animated& animated, Property property, int frame, double value);
+/// Adds a key with the value at that frame. Splitting a segment keeps the path as it runs.
+void AddKey(Animated& animated, Property property, int frame);
+/// Removes a key; the last one leaves its value behind.
+void RemoveKey(Animated& animated, int index);
+/// Begins to animate with one key at `frame`, or ends it with the value at that frame.
+void SetAnimated(Animated& animated, Property property, int frame, bool on);
+/// Keeps keys at their times when the frame rate changes; of keys that fall on one frame the last stays.
+void Retime(Animated& animated, double factor);
+
+} // namespace titler
