@@ -22,6 +22,9 @@ enum class Property
     GradientOffset, ///< as a fraction of the gradient's length, along its direction
 };
 inline constexpr int kProperties = 6;
+inline constexpr int kLongestDuration = 1000000;    ///< frames
+inline constexpr int kMostKeys = 10000;             ///< of one property
+inline constexpr double kLargestEaseOffset = 1.0e6; ///< of a tangent's end from its key, in value
 
 struct PropertyTraits
 {
@@ -43,8 +46,11 @@ struct Ease
 
     bool operator==(const Ease&) const = default;
 };
-/// titler's own presets: kinds 1, 2, 3 and 5.
+/// titler's own presets: kinds 1, 2, 3 and 5; every other one is linear.
 Ease PresetEase(std::uint32_t kind);
+/// An ease from outside: fractions in 0 to 1, offsets within kLargestEaseOffset, what is no number is 0, and
+/// a kind that we do not know is the user's own.
+Ease SoundEase(Ease ease);
 
 struct Key
 {
@@ -83,15 +89,19 @@ std::optional<int> PreviousKeyFrame(const Animated& animated, int frame);
 std::optional<int> NextKeyFrame(const Animated& animated, int frame);
 
 /// Sets the value: that of the key at `frame` (added where there is none) while animated, else the value
-/// itself. Clamped to the property's limits.
+/// itself. Clamped to the property's limits; what is no number changes nothing.
 void SetValueAt(Animated& animated, Property property, int frame, double value);
-/// Adds a key with the value at that frame. Splitting a segment keeps the path as it runs.
+/// Adds a key with the value at that frame. Splitting a segment keeps the path as it runs; a part whose
+/// tangent would have to be longer than the segment gets the longest with that direction.
+/// A frame before 0 or beyond kLongestDuration and one key more than kMostKeys change nothing.
 void AddKey(Animated& animated, Property property, int frame);
-/// Removes a key; the last one leaves its value behind.
+/// Removes a key; the last one leaves its value behind. The segments at both sides become one; a path that
+/// AddKey has split is whole again.
 void RemoveKey(Animated& animated, int index);
 /// Begins to animate with one key at `frame`, or ends it with the value at that frame.
 void SetAnimated(Animated& animated, Property property, int frame, bool on);
-/// Keeps keys at their times when the frame rate changes; of keys that fall on one frame the last stays.
+/// Keeps keys at their times when the frame rate changes: multiplies their frames by `factor`. Of keys that
+/// fall on one frame the last stays; a factor that is not above 0 changes nothing.
 void Retime(Animated& animated, double factor);
 
 } // namespace titler

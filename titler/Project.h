@@ -26,8 +26,6 @@ inline constexpr int kSmallestFrame = 16;
 inline constexpr int kLargestFrame = 8192;
 inline constexpr double kSmallestFont = 1.0;
 inline constexpr double kLargestFont = 100.0;
-inline constexpr int kLongestDuration = 1000000; ///< frames
-inline constexpr int kMostKeys = 10000;          ///< of one property
 inline constexpr qint64 kLargestMegabytes = 16;
 inline constexpr qint64 kLargestFile = kLargestMegabytes << 20; ///< bytes
 
