@@ -28,6 +28,9 @@ enum class EaseHandle
 };
 inline constexpr int kEaseHandles = 4;
 
+SKvCurvePoint operator+(const SKvCurvePoint& a, const SKvCurvePoint& b);
+SKvCurvePoint operator-(const SKvCurvePoint& a, const SKvCurvePoint& b);
+
 using EasePoints = std::array<SKvCurvePoint, kEaseHandles>; ///< by EaseHandle; absolute
 
 struct EaseCurve
@@ -43,13 +46,18 @@ struct EaseCurve
         return points[static_cast<std::size_t>(handle)];
     }
     SKvCurvePoint& operator[](EaseHandle handle) { return points[static_cast<std::size_t>(handle)]; }
+    SKvCurvePoint OutTangent() const { return points[1] - points[0]; }
+    SKvCurvePoint InTangent() const { return points[2] - points[3]; }
     double Width() const { return points[3].x - points[0].x; }
     /// The span of values that the curve may take.
     double Span() const { return maximum - minimum; }
 };
 
-/// True when a curve can be edited: its segment and its range of values have a size, and every number is
-/// finite and within single precision.
+/// True for a width or height that can be divided by: positive and within single precision.
+bool IsSize(double value);
+
+/// True when a curve can be edited: its segment and its range of values have a size, and every number, the
+/// tangents included, is finite and within single precision.
 bool IsSensible(const EaseCurve& curve);
 
 } // namespace kv

@@ -17,16 +17,18 @@ struct EaseLayout
 
     EaseLayout() = default;
     /// @param startX, endX the segment, which always fills the plot's width.
-    EaseLayout(const CRect& clientRect, double startX, double endX, const EaseRange& view);
+    EaseLayout(const CRect& clientRect, double startX, double endX, const EaseRange& viewRange);
 
     CRect client;
     CRect plot;
     double start = 0;
-    double width = 1;
+    double end = 1;
     EaseRange view;
 
     /// False while the plot, the segment or the view has no size: then nothing maps and nothing is hit.
     bool IsMapped() const;
+    // Each other's inverse. The start of the segment is at the plot's left edge and its end at the right one,
+    // the view's maximum at the top and its minimum at the bottom, exactly.
     SKvCurvePoint ToPixel(SKvCurvePoint curve) const;
     SKvCurvePoint ToCurve(SKvCurvePoint pixel) const;
     /// The pixel with its x brought into the plot, both edges included.
@@ -36,6 +38,9 @@ struct EaseLayout
     static bool IsInHandleBox(SKvCurvePoint handle, CPoint pixel);
     /// In this order, first hit wins: of each key the in handle, out handle, key, in tangent, out tangent.
     std::optional<EaseHit> HitTest(IKvBezierCurve2D& keys, CPoint pixel) const;
+
+private:
+    std::optional<EaseHit> HitKey(const SKvBezierKey& key, bool hasIn, bool hasOut, CPoint pixel) const;
 };
 
 } // namespace kv

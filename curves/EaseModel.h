@@ -37,6 +37,9 @@ struct EasePreset
     double inY = 0;
 };
 
+/// A user's edits obey the limits below; what the host loads or a preset asks for stands as it is. Undo,
+/// Redo, Revert and presets drop a drag that is under way; single moves are refused in one.
+///
 /// Absolute values are kept in double precision beside the key records, so that what nobody edited goes back
 /// to the host as it came.
 class EaseModel
@@ -53,15 +56,18 @@ public:
     const EaseCurve& Loaded() const;
     /// As it is now; `kind` is that of the current record.
     const EaseCurve& Curve() const;
-    /// False for a curve that is not sensible: every edit below then does nothing.
+    /// False for a curve that is not sensible: every edit below then does nothing, nor do undo and redo.
     bool IsEditable() const;
-    /// The two key records in single precision, from which the path is drawn and hits are tested.
+    /// The two key records in single precision, from which the path is drawn and hits are tested. Always
+    /// finite: of a curve that is not sensible, what is not a number is 0 and what is too large the largest.
     IKvBezierCurve2D& Keys();
 
-    /// @return false when nothing can be grabbed there: not editable, or a key while the curve is locked.
+    /// @return false when nothing can be grabbed there: not editable, no such key or part, or a key while the
+    /// curve is locked.
     bool BeginDrag(const EaseHit& hit);
     const std::optional<EaseHit>& Drag() const;
-    /// @param mouse in curve space. @param keepDirection a tangent changes its length only.
+    /// @param mouse in curve space; what is not finite or leads beyond single precision is ignored.
+    /// @param keepDirection a tangent changes its length only, as far as the limits allow.
     void DragTo(SKvCurvePoint mouse, bool keepDirection);
     /// Adds a record of kind kEaseDrawn, also when nothing moved.
     void EndDrag();
@@ -70,7 +76,7 @@ public:
 
     bool CanUndo() const;
     bool CanRedo() const;
-    // Each returns false when there was nothing to do.
+    // Each returns false when there was nothing to do; there is always a first record to revert to.
     bool Undo();
     bool Redo();
     bool Revert();
@@ -80,7 +86,8 @@ public:
     bool ApplyPreset(std::uint32_t kind, const EasePreset& preset);
 
     /// Where a point may go: fixed x of the end keys, the value range for keys, the segment and, when locked,
-    /// the rise for handles. A key takes its handle along.
+    /// the rise for handles. A handle that is led past the segment's far end keeps its direction. Where the
+    /// point stands is always allowed. The handle of a key goes along.
     SKvCurvePoint Limited(EaseHandle handle, SKvCurvePoint to) const;
     /// False for keys while the curve is locked.
     bool CanMove(EaseHandle handle) const;

@@ -10,7 +10,8 @@
 namespace kv {
 
 /// "cubic-bezier(0.42, 0, 1, 1)": the handles as fractions of the segment, x clamped to 0 … 1; on a flat
-/// segment y is 0 and 1. The shortest numbers that read back the same.
+/// segment y is 0 and 1. The shortest numbers that read back the same. Empty for a curve that is not
+/// sensible.
 std::wstring CubicBezierText(const EaseCurve& curve);
 
 /// The handles that such a text asks for, absolute.
@@ -19,11 +20,13 @@ struct EaseHandles
     SKvCurvePoint out;
     SKvCurvePoint in;
 };
-/// Reads "cubic-bezier(a, b, c, d)" or four bare numbers, whatever the locale; on a flat segment the y of the
-/// handles stays. @return nothing for any other text.
+/// Reads "cubic-bezier(a, b, c, d)" or four bare numbers, whatever the locale; x is clamped to 0 … 1, on a
+/// flat segment the y of the handles stays. What a curve gives as text leaves its handles exactly where they
+/// are.
+/// @return nothing for any other text, and for a curve that is not sensible.
 std::optional<EaseHandles> ParseCubicBezier(std::wstring_view text, const EaseCurve& curve);
 
-/// What is typed on a handle: "time, value", or the value alone.
+/// What is typed on a handle: "time, value", or the value alone; the point is the decimal one.
 class EaseEntry
 {
 public:

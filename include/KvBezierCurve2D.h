@@ -5,6 +5,7 @@
 #include "KvTypes.h"
 
 #include <array>
+#include <memory>
 
 /// A key point of a curve. Tangents are relative to the position.
 struct SKvBezierKey
@@ -62,33 +63,42 @@ protected:
 /// Makes an empty curve, to be destroyed by its `Release`. @return 1; 0 for null or without memory.
 KV_API int KvCreateBezierCurve2D(IKvBezierCurve2D** curve);
 
-/// y(x) along one cubic whose x rises from start to end; prepared once, then evaluated fast. A value type.
+/// y(x) along one cubic whose x rises from start to end; prepared once, then evaluated fast. A value type
+/// that is cheap to copy: copies share what was prepared.
 ///
 /// The parameter is solved to 1e-12 of the segment's width in x, so that y is right to 1e-9 of its height
-/// wherever |dy/dx| is at most 1e3, both as fractions of the segment. Source: inverse of the cubic's x by a
-/// table and Newton's method, kept within a bracket.
+/// wherever |dy/dx| is at most 1e3, both as fractions of the segment. Source: the inverse of the cubic's x
+/// from a table, corrected by a step of Newton's method; where the curve is next to vertical, Laguerre's
+/// method within a bracket.
 class KV_API KvBezierEase
 {
 public:
     /// The straight ease from (0, 0) to (1, 1).
     KvBezierEase();
     /// @param points P0, C0, C1, P1 as x, y pairs. A loop in x takes the first parameter that has the x; an
-    /// empty or reversed segment and values that are not finite step from P0.y to P1.y.
+    /// empty or reversed segment and values that are not finite, or too large to reckon with, step from P0.y
+    /// to P1.y at P1.x.
     explicit KvBezierEase(const double points[8]);
+    KvBezierEase(const KvBezierEase&);
+    KvBezierEase& operator=(const KvBezierEase&);
+    ~KvBezierEase();
 
-    /// @return P0.y before the segment (and for what is not a number), P1.y behind it.
+    /// @return P0.y up to the segment's start (and for what is not a number), P1.y from its end on.
     double Value(double x) const;
     /// dy/dx at `x`; infinite where the curve is vertical, 0 outside the segment.
     double Speed(double x) const;
 
 private:
-    static constexpr int kSamples = 32;
+    struct Inverse;
 
-    std::array<double, 4> m_x{};
-    std::array<double, 4> m_y{};
-    std::array<double, kSamples + 1> m_guess{};
+    void MakeStep();
+    double ParameterAt(double x) const;
+
     double m_start = 0;
     double m_end = 1;
-    double m_scale = 1;
-    int m_shape = 0;
+    double m_scale = 1;                       ///< 1 / width; 0 for a step
+    double m_y0 = 0;                          ///< P0.y
+    double m_y1 = 1;                          ///< P1.y
+    std::array<double, 3> m_y{1, 0, 0};       ///< y − P0.y as a cubic of the parameter
+    std::shared_ptr<const Inverse> m_inverse; ///< null where x is the parameter itself
 };

@@ -1,0 +1,360 @@
+#include "curves/EaseModel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <new>
+
+namespace kv {
+
+namespace {
+
+constexpr int kStartKey = 0;
+constexpr int kEndKey = 1;
+
+struct Release
+{
+    void operator()(IKvBezierCurve2D* curve) const { curve->Release(); }
+};
+
+std::unique_ptr<IKvBezierCurve2D, Release> NewKeys()
+{
+    IKvBezierCurve2D* curve = nullptr;
+    if (KvCreateBezierCurve2D(&curve) == 0)
+        throw std::bad_alloc();
+    return std::unique_ptr<IKvBezierCurve2D, Release>(curve);
+}
+
+float Narrowed(double value)
+{
+    constexpr double most = std::numeric_limits<float>::max();
+    return std::isnan(value) ? 0.0f : static_cast<float>(std::clamp(value, -most, most));
+}
+
+bool IsFinite(const SKvCurvePoint& point)
+{
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+bool IsSame(const SKvCurvePoint& a, const SKvCurvePoint& b)
+{
+    return a.x == b.x && a.y == b.y;
+}
+
+bool IsKey(EaseHandle handle)
+{
+    return handle == EaseHandle::Start || handle == EaseHandle::End;
+}
+
+EaseHandle KeyOf(EaseHandle handle)
+{
+    return handle == EaseHandle::Start || handle == EaseHandle::Out ? EaseHandle::Start : EaseHandle::End;
+}
+
+// Which point a hit moves; nothing for an in tangent at the start, an out tangent at the end and the like.
+std::optional<EaseHandle> HandleOf(const EaseHit& hit)
+{
+    const bool isIn = hit.part == EasePart::InHandle || hit.part == EasePart::InTangent;
+    const bool isOut = hit.part == EasePart::OutHandle || hit.part == EasePart::OutTangent;
+    const bool onLine = hit.part == EasePart::InTangent || hit.part == EasePart::OutTangent;
+    if (onLine && !(hit.t > 0))
+        return std::nullopt;
+    if (hit.key == kStartKey && !isIn)
+        return isOut ? EaseHandle::Out : EaseHandle::Start;
+    if (hit.key == kEndKey && !isOut)
+        return isIn ? EaseHandle::In : EaseHandle::End;
+    return std::nullopt;
+}
+
+// `curve` with one point elsewhere; the handle of a key goes along with it.
+EaseCurve WithPoint(EaseCurve curve, EaseHandle handle, const SKvCurvePoint& place)
+{
+    if (IsKey(handle) && place.y != curve[handle].y) {
+        SKvCurvePoint& along = curve[handle == EaseHandle::Start ? EaseHandle::Out : EaseHandle::In];
+        along.y = place.y + (along.y - curve[handle].y);
+    }
+    curve[handle] = place;
+    return curve;
+}
+
+} // namespace
+
+struct EaseModel::Impl
+{
+    struct Record
+    {
+        EasePoints points;
+        std::uint32_t kind;
+    };
+
+    std::unique_ptr<IKvBezierCurve2D, Release> keys = NewKeys();
+    EaseCurve loaded;
+    EaseCurve curve;
+    bool isEditable = false;
+    std::vector<Record> records;
+    std::size_t current = 0;
+    std::optional<EaseHit> drag;
+    EaseCurve grabbed;
+
+    void SetPoints(const EasePoints& points);
+    bool TryPoints(const EasePoints& points);
+    void Push(std::uint32_t kind);
+    bool GoTo(std::size_t record);
+    SKvCurvePoint WithinSegment(EaseHandle handle, SKvCurvePoint to) const;
+    SKvCurvePoint AlongGrabbed(EaseHandle handle, SKvCurvePoint to) const;
+};
+
+void EaseModel::Impl::SetPoints(const EasePoints& points)
+{
+    curve.points = points;
+    const SKvCurvePoint tangents[] = {curve.OutTangent(), curve.InTangent()};
+    const EaseHandle places[] = {EaseHandle::Start, EaseHandle::End};
+    for (const int index : {kStartKey, kEndKey}) {
+        SKvBezierKey key;
+        keys->GetKey(index, key);
+        key.x = Narrowed(curve[places[index]].x);
+        key.y = Narrowed(curve[places[index]].y);
+        (index == kStartKey ? key.outX : key.inX) = Narrowed(tangents[index].x);
+        (index == kStartKey ? key.outY : key.inY) = Narrowed(tangents[index].y);
+        keys->SetKey(index, key);
+    }
+}
+
+bool EaseModel::Impl::TryPoints(const EasePoints& points)
+{
+    EaseCurve next = curve;
+    next.points = points;
+    if (!IsSensible(next))
+        return false;
+    SetPoints(points);
+    return true;
+}
+
+void EaseModel::Impl::Push(std::uint32_t kind)
+{
+    if (!records.empty())
+        records.resize(current + 1);
+    records.push_back({curve.points, kind});
+    current = records.size() - 1;
+    curve.kind = kind;
+}
+
+bool EaseModel::Impl::GoTo(std::size_t record)
+{
+    drag.reset();
+    current = record;
+    SetPoints(records[record].points);
+    curve.kind = records[record].kind;
+    return true;
+}
+
+// The tangent's side, and at most the segment's width; what is led farther keeps its direction.
+SKvCurvePoint EaseModel::Impl::WithinSegment(EaseHandle handle, SKvCurvePoint to) const
+{
+    const SKvCurvePoint& key = curve[KeyOf(handle)];
+    const bool isOut = handle == EaseHandle::Out;
+    const SKvCurvePoint& far = curve[isOut ? EaseHandle::End : EaseHandle::Start];
+    if (isOut ? to.x < key.x : to.x > key.x)
+        return {key.x, to.y};
+    if (isOut ? to.x > far.x : to.x < far.x)
+        return {far.x, key.y + (to.y - key.y) * ((far.x - key.x) / (to.x - key.x))};
+    return to;
+}
+
+// The place nearest to `to` on the grabbed tangent's ray, measured in the segment's width and the span of
+// values; short enough for the lock.
+SKvCurvePoint EaseModel::Impl::AlongGrabbed(EaseHandle handle, SKvCurvePoint to) const
+{
+    const SKvCurvePoint& key = grabbed[KeyOf(handle)];
+    const SKvCurvePoint tangent = grabbed[handle] - key;
+    const SKvCurvePoint unit{tangent.x / curve.Width(), tangent.y / curve.Span()};
+    const double squared = unit.x * unit.x + unit.y * unit.y;
+    if (!IsSize(squared))
+        return to;
+    const SKvCurvePoint way{(to.x - key.x) / curve.Width(), (to.y - key.y) / curve.Span()};
+    double length = std::max(0.0, (way.x * unit.x + way.y * unit.y) / squared);
+    if (curve.lock != 0 && std::abs(length * unit.y) > 1)
+        length = 1 / std::abs(unit.y);
+    return {key.x + length * tangent.x, key.y + length * tangent.y};
+}
+
+EaseModel::EaseModel() : m_impl(std::make_unique<Impl>())
+{
+    Load({});
+}
+
+EaseModel::~EaseModel() = default;
+
+void EaseModel::Load(const EaseCurve& curve)
+{
+    m_impl->drag.reset();
+    m_impl->records.clear();
+    m_impl->loaded = m_impl->curve = curve;
+    m_impl->isEditable = IsSensible(curve);
+    m_impl->keys->Reset();
+    m_impl->keys->AddKey({});
+    m_impl->keys->AddKey({});
+    m_impl->SetPoints(curve.points);
+    m_impl->Push(curve.kind);
+}
+
+const EaseCurve& EaseModel::Loaded() const
+{
+    return m_impl->loaded;
+}
+
+const EaseCurve& EaseModel::Curve() const
+{
+    return m_impl->curve;
+}
+
+bool EaseModel::IsEditable() const
+{
+    return m_impl->isEditable;
+}
+
+IKvBezierCurve2D& EaseModel::Keys()
+{
+    return *m_impl->keys;
+}
+
+bool EaseModel::BeginDrag(const EaseHit& hit)
+{
+    const auto handle = HandleOf(hit);
+    if (!handle || !CanMove(*handle))
+        return false;
+    m_impl->drag = hit;
+    m_impl->grabbed = m_impl->curve;
+    return true;
+}
+
+const std::optional<EaseHit>& EaseModel::Drag() const
+{
+    return m_impl->drag;
+}
+
+void EaseModel::DragTo(SKvCurvePoint mouse, bool keepDirection)
+{
+    const auto handle = m_impl->drag ? HandleOf(*m_impl->drag) : std::nullopt;
+    if (!handle)
+        return;
+    const EasePart part = m_impl->drag->part;
+    if (part == EasePart::InTangent || part == EasePart::OutTangent) {
+        const SKvCurvePoint& key = m_impl->curve[KeyOf(*handle)];
+        mouse = {key.x + (mouse.x - key.x) / m_impl->drag->t, key.y + (mouse.y - key.y) / m_impl->drag->t};
+    }
+    if (keepDirection && !IsKey(*handle))
+        mouse = m_impl->AlongGrabbed(*handle, mouse);
+    if (IsFinite(mouse))
+        m_impl->TryPoints(WithPoint(m_impl->grabbed, *handle, Limited(*handle, mouse)).points);
+}
+
+void EaseModel::EndDrag()
+{
+    if (!m_impl->drag)
+        return;
+    m_impl->drag.reset();
+    m_impl->Push(kEaseDrawn);
+}
+
+void EaseModel::CancelDrag()
+{
+    if (!m_impl->drag)
+        return;
+    m_impl->drag.reset();
+    m_impl->SetPoints(m_impl->grabbed.points);
+}
+
+bool EaseModel::CanUndo() const
+{
+    return m_impl->isEditable && m_impl->current > 0;
+}
+
+bool EaseModel::CanRedo() const
+{
+    return m_impl->isEditable && m_impl->current + 1 < m_impl->records.size();
+}
+
+bool EaseModel::Undo()
+{
+    return CanUndo() && m_impl->GoTo(m_impl->current - 1);
+}
+
+bool EaseModel::Redo()
+{
+    return CanRedo() && m_impl->GoTo(m_impl->current + 1);
+}
+
+bool EaseModel::Revert()
+{
+    return m_impl->isEditable && m_impl->GoTo(0);
+}
+
+bool EaseModel::ApplyPreset(std::uint32_t kind, const EasePreset& preset)
+{
+    if (!m_impl->isEditable)
+        return false;
+    const EaseCurve& curve = m_impl->curve;
+    const double width = curve.Width();
+    EasePoints points = curve.points;
+    points[1] = points[0] + SKvCurvePoint{preset.outX * width, preset.outY};
+    points[2] = points[3] + SKvCurvePoint{-preset.inX * width, preset.inY};
+    if (!m_impl->TryPoints(points))
+        return false;
+    m_impl->drag.reset();
+    m_impl->Push(kind);
+    return true;
+}
+
+SKvCurvePoint EaseModel::Limited(EaseHandle handle, SKvCurvePoint to) const
+{
+    const EaseCurve& curve = m_impl->curve;
+    const SKvCurvePoint& from = curve[handle];
+    if (!CanMove(handle) || !IsFinite(to) || IsSame(to, from))
+        return from;
+    if (IsKey(handle))
+        return {from.x, to.y == from.y ? to.y : std::clamp(to.y, curve.minimum, curve.maximum)};
+    SKvCurvePoint place = m_impl->WithinSegment(handle, to);
+    if (curve.lock != 0) {
+        const double y = curve[KeyOf(handle)].y;
+        const bool isOut = handle == EaseHandle::Out;
+        place.y = std::clamp(place.y, isOut ? y : y - curve.Span(), isOut ? y + curve.Span() : y);
+    }
+    return place;
+}
+
+bool EaseModel::CanMove(EaseHandle handle) const
+{
+    return m_impl->isEditable && !(m_impl->curve.lock != 0 && IsKey(handle));
+}
+
+bool EaseModel::Move(EaseHandle handle, SKvCurvePoint to)
+{
+    const SKvCurvePoint place = Limited(handle, to);
+    if (m_impl->drag || IsSame(place, m_impl->curve[handle]))
+        return false;
+    if (!m_impl->TryPoints(WithPoint(m_impl->curve, handle, place).points))
+        return false;
+    m_impl->Push(kEaseDrawn);
+    return true;
+}
+
+bool EaseModel::MoveHandles(SKvCurvePoint out, SKvCurvePoint in)
+{
+    EaseCurve next = m_impl->curve;
+    next[EaseHandle::Out] = Limited(EaseHandle::Out, out);
+    next[EaseHandle::In] = Limited(EaseHandle::In, in);
+    const bool isSame = IsSame(next[EaseHandle::Out], m_impl->curve[EaseHandle::Out]) &&
+                        IsSame(next[EaseHandle::In], m_impl->curve[EaseHandle::In]);
+    if (m_impl->drag || isSame || !m_impl->TryPoints(next.points))
+        return false;
+    m_impl->Push(kEaseDrawn);
+    return true;
+}
+
+std::size_t EaseModel::RecordCount() const
+{
+    return m_impl->records.size();
+}
+
+} // namespace kv
