@@ -1,9 +1,11 @@
 // Everything at once.
 #pragma once
 
+#include "KvButtons.h"
 #include "KvFileNaming.h"
 #include "KvGradientCtrl.h"
 #include "KvGuiRes.h"
+#include "KvKeyFrameCtrl.h"
 #include "KvMenu.h"
 #include "KvPlatform.h"
 #include "KvTypes.h"

@@ -1,5 +1,6 @@
 #include "KvGuiRes.h"
 
+#include "KvButtons.h"
 #include "KvWnd.h"
 #include "core/ProfileDocument.h"
 #include "core/TextTables.h"
@@ -264,6 +265,8 @@ void KvGuiRes::NotifyWindows()
     for (QWidget* widget : QApplication::allWidgets()) {
         if (auto* window = qobject_cast<CKvWnd*>(widget))
             windows.emplace_back(window);
+        else if (qobject_cast<CKvBitmapButton*>(widget))
+            widget->update(); // it looks its pictures up when it paints
     }
     // A handler may delete other windows.
     for (const QPointer<CKvWnd>& window : windows) {

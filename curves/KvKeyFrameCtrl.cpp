@@ -1,0 +1,451 @@
+#include "KvKeyFrameCtrl.h"
+
+#include "KvButtons.h"
+#include "KvGuiRes.h"
+
+#include <QAccessibleWidget>
+#include <QPointer>
+
+#include <array>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr int kThickness = 14;
+constexpr int kButtonLength = 14;
+constexpr const wchar_t* kBackgroundKey = L"keKeyFrameBKColor";
+
+// Places in the table of buttons, which is the order in which they stand.
+enum : std::size_t
+{
+    kToggle,
+    kPrevious,
+    kOperator,
+    kNext,
+    kButtonCount,
+};
+
+struct ButtonKind
+{
+    UINT id; ///< also the number of its tool tip
+    EKvKeyFrameCode code;
+    const wchar_t* image;          ///< of a toggle: when checked
+    const wchar_t* verticalImage;  ///< null where it is the same
+    const wchar_t* uncheckedImage; ///< null for a button that does not toggle
+};
+
+constexpr ButtonKind kButtons[kButtonCount] = {
+    {kKvKeyFrameToggleButton, kKvKeyFrameToggle, L"animation_chk", nullptr, L"animation_uck"},
+    {kKvKeyFramePreviousButton, kKvKeyFramePrevious, L"prekey", L"prekey_verticle", nullptr},
+    {kKvKeyFrameOperatorButton, kKvKeyFrameOperator, L"opkey_chk", nullptr, L"opkey_uck"},
+    {kKvKeyFrameNextButton, kKvKeyFrameNext, L"nextkey", L"nextkey_verticle", nullptr},
+};
+
+// The buttons stand from the client origin on without gaps.
+CRect ButtonRect(const CRect& client, std::size_t place, bool vertical)
+{
+    const int from = static_cast<int>(place) * kButtonLength;
+    const int to = from + kButtonLength;
+    return vertical ? CRect(client.left, client.top + from, client.right, client.top + to)
+                    : CRect(client.left + from, client.top, client.left + to, client.bottom);
+}
+
+bool IsArrow(UINT key)
+{
+    return key == VK_LEFT || key == VK_RIGHT || key == VK_UP || key == VK_DOWN;
+}
+
+bool IsPlain(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers & ~Qt::KeypadModifier) == Qt::NoModifier;
+}
+
+QAccessibleInterface* MakeInterface(const QString& className, QObject* object)
+{
+    if (className != QLatin1String(CKvKeyFrameCtrl::staticMetaObject.className()))
+        return nullptr;
+    return new QAccessibleWidget(static_cast<CKvKeyFrameCtrl*>(object), QAccessible::Grouping);
+}
+
+} // namespace
+
+struct CKvKeyFrameCtrl::Impl
+{
+    struct Record
+    {
+        UINT id = 0;
+        CRect rect;
+        UINT state = 0;
+        CKvBitmapButton* button = nullptr;
+    };
+
+    explicit Impl(CKvKeyFrameCtrl& owner) : strip(owner) {}
+
+    void CreateButton(std::size_t place);
+    const wchar_t* ImageOf(std::size_t place) const;
+    void ShowState(std::size_t place);
+    void SetState(std::size_t place, BOOL check);
+    int EnableButton(std::size_t place, BOOL enable);
+    bool IsUsable(std::size_t place) const;
+    /// The nearest usable button before (step -1) or after (1) a place; the place itself when there is none.
+    std::size_t UsableFrom(std::size_t place, int step) const;
+    /// Tab finds this button from now on.
+    void MakeCurrent(std::size_t place);
+    /// Moves the focus, if it is there, off a button that is about to vanish or to be disabled.
+    void Leave(std::size_t place);
+    /// Whether the strip itself was enabled or disabled since the last call.
+    bool OwnStateChanged();
+    void ShowTips();
+
+    CKvKeyFrameCtrl& strip;
+    std::array<Record, kButtonCount> records;
+    SKvGuiBasicSettings* settings = nullptr;
+    bool vertical = false;
+    bool enabled = true; ///< the strip itself, whatever its ancestors are
+    std::size_t current = kToggle;
+};
+
+void CKvKeyFrameCtrl::Impl::CreateButton(std::size_t place)
+{
+    const ButtonKind& kind = kButtons[place];
+    Record& record = records[place];
+    const wchar_t* image = vertical && kind.verticalImage ? kind.verticalImage : kind.image;
+    record.id = kind.id;
+    record.rect = ButtonRect(strip.GetClientRect(), place, vertical);
+    record.state = 1;
+    record.button = new CKvBitmapButton; // the strip owns it
+    record.button->CreateButton(kind.id, &strip, record.rect, WS_CHILD | WS_VISIBLE, image,
+                                KvGuiRes::LoadTip(kind.id).c_str());
+    record.button->setCheckable(kind.uncheckedImage != nullptr);
+    record.button->SetBackgroundKey(kBackgroundKey);
+    record.button->SetGuiBasicSettings(settings);
+    record.button->installEventFilter(&strip);
+}
+
+const wchar_t* CKvKeyFrameCtrl::Impl::ImageOf(std::size_t place) const
+{
+    const ButtonKind& kind = kButtons[place];
+    if (kind.uncheckedImage && !records[place].state)
+        return kind.uncheckedImage;
+    return vertical && kind.verticalImage ? kind.verticalImage : kind.image;
+}
+
+void CKvKeyFrameCtrl::Impl::ShowState(std::size_t place)
+{
+    CKvBitmapButton& button = *records[place].button;
+    button.UpdateBitmap(ImageOf(place));
+    if (button.isCheckable())
+        button.setChecked(records[place].state != 0);
+}
+
+void CKvKeyFrameCtrl::Impl::SetState(std::size_t place, BOOL check)
+{
+    records[place].state = check ? 1 : 0;
+    ShowState(place);
+}
+
+int CKvKeyFrameCtrl::Impl::EnableButton(std::size_t place, BOOL enable)
+{
+    if (!records[place].button)
+        return 0;
+    if (!enable)
+        Leave(place);
+    records[place].button->setEnabled(enable != 0);
+    return 1;
+}
+
+bool CKvKeyFrameCtrl::Impl::IsUsable(std::size_t place) const
+{
+    const CKvBitmapButton* button = records[place].button;
+    return button && !button->isHidden() && button->isEnabledTo(&strip);
+}
+
+std::size_t CKvKeyFrameCtrl::Impl::UsableFrom(std::size_t place, int step) const
+{
+    for (std::size_t next = place + static_cast<std::size_t>(step); next < kButtonCount;
+         next += static_cast<std::size_t>(step)) {
+        if (IsUsable(next))
+            return next;
+    }
+    return place;
+}
+
+void CKvKeyFrameCtrl::Impl::MakeCurrent(std::size_t place)
+{
+    current = place;
+    for (std::size_t other = 0; other < kButtonCount; ++other)
+        records[other].button->setFocusPolicy(other == place ? Qt::StrongFocus : Qt::ClickFocus);
+    strip.setFocusProxy(records[place].button);
+}
+
+void CKvKeyFrameCtrl::Impl::Leave(std::size_t place)
+{
+    std::size_t next = UsableFrom(place, -1);
+    if (next == place)
+        next = UsableFrom(place, 1);
+    if (next == place)
+        return;
+    if (strip.window()->focusWidget() == records[place].button)
+        records[next].button->setFocus(Qt::OtherFocusReason);
+    if (current == place)
+        MakeCurrent(next);
+}
+
+bool CKvKeyFrameCtrl::Impl::OwnStateChanged()
+{
+    const bool now = !strip.testAttribute(Qt::WA_ForceDisabled);
+    return std::exchange(enabled, now) != now;
+}
+
+void CKvKeyFrameCtrl::Impl::ShowTips()
+{
+    for (const Record& record : records) {
+        if (record.button)
+            record.button->setToolTip(KvToQString(KvGuiRes::LoadTip(record.id)));
+    }
+}
+
+CKvKeyFrameCtrl::CKvKeyFrameCtrl() : m_impl(std::make_unique<Impl>(*this))
+{
+    QAccessible::installFactory(MakeInterface);
+}
+
+CKvKeyFrameCtrl::~CKvKeyFrameCtrl() = default;
+
+int CKvKeyFrameCtrl::Create(UINT id, CWnd* parent, DWORD style)
+{
+    return CKvStatic::Create(style, parent, id) ? _Initialize() : 0;
+}
+
+int CKvKeyFrameCtrl::SetVerticle(BOOL vertical)
+{
+    if (IsCreated())
+        return 0;
+    m_impl->vertical = vertical != 0;
+    return 1;
+}
+
+int CKvKeyFrameCtrl::SetToggleCheck(BOOL check)
+{
+    if (!m_impl->records[kToggle].button)
+        return 0;
+    m_impl->SetState(kToggle, check);
+    return _ShowKeyFrameControl(check);
+}
+
+BOOL CKvKeyFrameCtrl::GetToggleCheck() const
+{
+    return m_impl->records[kToggle].state ? 1 : 0;
+}
+
+int CKvKeyFrameCtrl::SetKeyOperatorCheck(BOOL check)
+{
+    if (!m_impl->records[kOperator].button)
+        return 0;
+    m_impl->SetState(kOperator, check);
+    return 1;
+}
+
+BOOL CKvKeyFrameCtrl::GetKeyOperatorCheck() const
+{
+    return m_impl->records[kOperator].state ? 1 : 0;
+}
+
+int CKvKeyFrameCtrl::EnablePreviousKeyCtrl(BOOL enable)
+{
+    return m_impl->EnableButton(kPrevious, enable);
+}
+
+int CKvKeyFrameCtrl::EnableNextKeyCtrl(BOOL enable)
+{
+    return m_impl->EnableButton(kNext, enable);
+}
+
+void CKvKeyFrameCtrl::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
+{
+    CKvStatic::SetGuiBasicSettings(settings);
+    m_impl->settings = settings;
+    std::vector<QPointer<QObject>> receivers; // one may delete another
+    for (QObject* child : children())
+        receivers.emplace_back(child);
+    for (const QPointer<QObject>& receiver : receivers) {
+        if (auto* window = dynamic_cast<IKvGuiWnd*>(receiver.data()))
+            window->SetGuiBasicSettings(settings);
+    }
+}
+
+void CKvKeyFrameCtrl::setEnabled(bool enabled)
+{
+    const QPointer<CKvKeyFrameCtrl> self(this);
+    CKvStatic::setEnabled(enabled);
+    if (self && m_impl->OwnStateChanged())
+        OnEnable(enabled ? 1 : 0);
+}
+
+void CKvKeyFrameCtrl::setDisabled(bool disabled)
+{
+    setEnabled(!disabled);
+}
+
+QSize CKvKeyFrameCtrl::sizeHint() const
+{
+    const QSize size(static_cast<int>(kButtonCount) * kButtonLength, kThickness);
+    return m_impl->vertical ? size.transposed() : size;
+}
+
+QSize CKvKeyFrameCtrl::minimumSizeHint() const
+{
+    return sizeHint();
+}
+
+int CKvKeyFrameCtrl::_Initialize()
+{
+    if (m_impl->records[kToggle].button)
+        return 0;
+    if (m_impl->vertical)
+        setFixedWidth(kThickness);
+    else
+        setFixedHeight(kThickness);
+    for (std::size_t place = 0; place < kButtonCount; ++place)
+        m_impl->CreateButton(place);
+    m_impl->MakeCurrent(kToggle);
+    return _UpdateControl();
+}
+
+int CKvKeyFrameCtrl::_UpdateControl()
+{
+    if (!m_impl->records[kToggle].button)
+        return 0;
+    m_impl->records[kToggle].state = 0;
+    for (std::size_t place = 0; place < kButtonCount; ++place)
+        m_impl->ShowState(place);
+    return _ShowKeyFrameControl(GetToggleCheck());
+}
+
+int CKvKeyFrameCtrl::_ShowKeyFrameControl(BOOL show)
+{
+    for (const std::size_t place : {kPrevious, kOperator, kNext}) {
+        CKvBitmapButton* const button = m_impl->records[place].button;
+        if (!button)
+            return 0;
+        if (!show)
+            m_impl->Leave(place);
+        button->setVisible(show != 0);
+    }
+    update(); // the background where the buttons were
+    return 1;
+}
+
+void CKvKeyFrameCtrl::OnEnable(BOOL enabled)
+{
+    for (const Impl::Record& record : m_impl->records) {
+        if (record.button)
+            record.button->setEnabled(enabled != 0);
+    }
+}
+
+BOOL CKvKeyFrameCtrl::OnEraseBkgnd(Graphics& graphics)
+{
+    DWORD colour = 0;
+    if (const SKvGuiBasicSettings* settings = GuiBasicSettings())
+        colour = settings->background;
+    else if (!KvGuiRes::LoadColor(kBackgroundKey, colour))
+        return 0;
+    QRegion around(rect());
+    for (const QObject* child : children()) {
+        const auto* button = qobject_cast<const QAbstractButton*>(child);
+        if (button && !button->isHidden())
+            around = around.xored(button->geometry());
+    }
+    graphics.save();
+    graphics.setClipRegion(around, Qt::IntersectClip);
+    graphics.fillRect(rect(), QColor::fromRgba(colour));
+    graphics.restore();
+    return 1;
+}
+
+void CKvKeyFrameCtrl::OnBtnClickControl(UINT id)
+{
+    QWidget* const parent = parentWidget();
+    if (!parent)
+        return;
+    EKvKeyFrameCode code = kKvKeyFrameNoButton;
+    for (const ButtonKind& kind : kButtons) {
+        if (kind.id == id)
+            code = kind.code;
+    }
+    if (code == kKvKeyFrameToggle)
+        SetToggleCheck(!GetToggleCheck());
+    else if (code == kKvKeyFrameOperator)
+        SetKeyOperatorCheck(!GetKeyOperatorCheck());
+
+    KvNotifyHeader header{this, GetDlgCtrlID(), static_cast<std::uint32_t>(code)};
+    const QPointer<CKvKeyFrameCtrl> self(this);
+    KvSendMessage(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
+    if (self)
+        Q_EMIT KeyFrameClicked(code);
+}
+
+BOOL CKvKeyFrameCtrl::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    if (HIWORD(wParam) != BN_CLICKED)
+        return CKvStatic::OnCommand(wParam, lParam, result);
+    *result = 0;
+    OnBtnClickControl(LOWORD(wParam));
+    return 1;
+}
+
+void CKvKeyFrameCtrl::OnPaint(Graphics& graphics)
+{
+    OnEraseBkgnd(graphics);
+}
+
+BOOL CKvKeyFrameCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
+{
+    if (!IsCreated() || !IsPlain(modifiers))
+        return 0;
+    if (key == VK_SPACE) {
+        m_impl->records[m_impl->current].button->click();
+        return 1;
+    }
+    if (!IsArrow(key))
+        return 0;
+    const int step = key == VK_LEFT || key == VK_UP ? -1 : 1;
+    const std::size_t next = m_impl->UsableFrom(m_impl->current, step);
+    m_impl->MakeCurrent(next);
+    m_impl->records[next].button->setFocus(Qt::OtherFocusReason);
+    return 1;
+}
+
+bool CKvKeyFrameCtrl::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT) const
+{
+    // After a click with the mouse the arrows are still the host's.
+    return IsCreated() && m_impl->records[m_impl->current].button->IsFocusShown() && IsArrow(key) &&
+           IsPlain(modifiers);
+}
+
+void CKvKeyFrameCtrl::OnSkinChanged()
+{
+    m_impl->ShowTips();
+}
+
+bool CKvKeyFrameCtrl::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        for (std::size_t place = 0; place < kButtonCount; ++place) {
+            if (watched == m_impl->records[place].button)
+                m_impl->MakeCurrent(place);
+        }
+    }
+    return CKvStatic::eventFilter(watched, event);
+}
+
+void CKvKeyFrameCtrl::changeEvent(QEvent* event)
+{
+    // The toolkit tells of an ancestor's change in the same way.
+    if (event->type() == QEvent::EnabledChange && !m_impl->OwnStateChanged())
+        QWidget::changeEvent(event);
+    else
+        CKvStatic::changeEvent(event);
+}

@@ -1,0 +1,69 @@
+// The base buttons: small children of a control or dialog that tell their parent of a click.
+#pragma once
+
+#include "KvPlatform.h"
+
+#include <QAbstractButton>
+
+#include <memory>
+
+/// The high word of a WM_COMMAND's wParam when a button was clicked; the low word is the button's number.
+inline constexpr UINT BN_CLICKED = 0;
+
+/// A button that is a picture of the skin.
+///
+/// A click by mouse, by Space or by a screen reader sends the parent WM_COMMAND with
+/// MAKEWPARAM(number, BN_CLICKED) and the button's address as lParam, then emits `clicked`; the parent may
+/// delete the button meanwhile. A checkable button (`setCheckable`) tells screen readers whether it is
+/// checked; a click does not change that, the owner does (`setChecked`, `UpdateBitmap`).
+///
+/// Pictures: the skin may have `<name>_disabled`, `<name>_pressed` and `<name>_hover` beside `<name>` (a
+/// button is in one of these states only, in this order); such a picture is drawn as it is. Without it
+/// `<name>` is drawn in the state's look: faint when disabled, on a plate of the colour
+/// "keButtonPressedColor" or "keButtonHoverColor" when pressed or under the pointer. A picture is centred in
+/// its own size, or shrunk when the button is smaller. The focus ring has the colour "keFocusColor"; it shows
+/// once the focus came or worked by key, and only then Space is taken before the host's shortcuts.
+class KV_API CKvBitmapButton : public QAbstractButton, public IKvGuiWnd
+{
+    Q_OBJECT
+
+public:
+    CKvBitmapButton();
+    ~CKvBitmapButton() override;
+
+    /// Makes the button a child of `parent`.
+    /// @param rect geometry in the parent's coordinates.
+    /// @param style WS_VISIBLE shows it, WS_DISABLED disables it, WS_TABSTOP lets Tab reach it.
+    /// @param toolTip its tool tip and, unless `accessibleName` is set, its name; null for none.
+    /// @return 1; 0 when it was created before.
+    int CreateButton(UINT id, CWnd* parent, const CRect& rect, UINT style, const wchar_t* imageName,
+                     const wchar_t* toolTip);
+    /// Shows another picture. Null or a name that the skin does not have shows none.
+    /// @return 1; 0 when the skin has no such picture.
+    int UpdateBitmap(const wchar_t* imageName);
+    /// The name of the picture, without a state's ending.
+    std::wstring GetBitmapName() const;
+    UINT GetDlgCtrlID() const;
+    /// True while the button has the focus and the ring shows it.
+    bool IsFocusShown() const;
+    /// The theme colour that fills the button where no basic settings are given; empty or a key that the skin
+    /// does not have lets the parent show through.
+    void SetBackgroundKey(const wchar_t* key);
+
+    /// Only the background is used.
+    void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
+    QSize sizeHint() const override;
+
+protected:
+    /// Does nothing: the checked state is the owner's.
+    void nextCheckState() override;
+    void checkStateSet() override;
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,116 @@
+// The keyframe strip: four small buttons beside an animatable property.
+#pragma once
+
+#include "KvWnd.h"
+
+/// The strip's buttons.
+enum EKvKeyFrameButton : UINT
+{
+    kKvKeyFrameToggleButton = 15000,   ///< animation of the property on or off
+    kKvKeyFrameOperatorButton = 15001, ///< add or remove the key at the current time
+    kKvKeyFramePreviousButton = 15002,
+    kKvKeyFrameNextButton = 15003,
+};
+
+/// Which button was clicked: the code of the strip's notifications.
+enum EKvKeyFrameCode : std::int32_t
+{
+    kKvKeyFrameNoButton = -1, ///< WM_COMMAND came with another number than the four
+    kKvKeyFrameToggle = 0,
+    kKvKeyFramePrevious = 1,
+    kKvKeyFrameOperator = 2,
+    kKvKeyFrameNext = 3,
+};
+
+/// A strip 14 pixels thick: the animation toggle, then, shown only while that is on, the previous-key
+/// button, the add/remove-key toggle and the next-key button, each 14 pixels long.
+///
+/// The strip keeps no keys. Each click is told to the parent: WM_NOTIFY, wParam the strip's number, lParam a
+/// KvNotifyHeader with the strip, its number and an EKvKeyFrameCode; the toggles have flipped by then. The
+/// parent answers by `SetKeyOperatorCheck` and the `Enable…` operations, and may delete the strip. Setters
+/// are silent. Without a parent a click does nothing.
+///
+/// Enabling the strip enables all four buttons, also one that the parent had disabled; what an ancestor of
+/// the strip does leaves each button as it was.
+///
+/// Keyboard: the strip is one stop for Tab; arrows walk the buttons that are shown and enabled and stop at
+/// the ends, Space presses.
+///
+/// Its background is that of the basic settings, or the theme colour "keKeyFrameBKColor" where the skin has
+/// it; else the parent shows through. A skin's pictures are "animation_chk", "animation_uck", "opkey_chk",
+/// "opkey_uck", "prekey", "nextkey", "prekey_verticle" and "nextkey_verticle", each with the states of
+/// CKvBitmapButton.
+class KV_API CKvKeyFrameCtrl : public CKvStatic
+{
+    Q_OBJECT
+
+public:
+    CKvKeyFrameCtrl();
+    ~CKvKeyFrameCtrl() override;
+
+    /// Creates the strip with its buttons at the geometry set before, and from then on 14 pixels thick; the
+    /// animation toggle is unchecked, the add/remove toggle checked. A null parent makes a window of its own.
+    ///
+    /// Mind the order, here and through a pointer to the base class: the number comes first, the style last.
+    /// @param style see `CKvWnd::CreateWnd`; Tab reaches the buttons also without WS_TABSTOP.
+    /// @return 1; 0, with nothing changed, when it was created before.
+    int Create(UINT id, CWnd* parent, DWORD style) override;
+    /// Lays the strip out from top to bottom instead of left to right. Before `Create` only.
+    /// @return 1; 0, with nothing changed, when it was created before.
+    int SetVerticle(BOOL vertical);
+
+    // States. Each setter returns 1; 0, with nothing changed, before `Create`.
+
+    /// The animation toggle; shows or hides the three key buttons.
+    int SetToggleCheck(BOOL check);
+    /// @return 1 or 0.
+    BOOL GetToggleCheck() const;
+    /// The add/remove toggle: checked while a key sits at the current time. Each click flips it.
+    int SetKeyOperatorCheck(BOOL check);
+    BOOL GetKeyOperatorCheck() const;
+    int EnablePreviousKeyCtrl(BOOL enable);
+    int EnableNextKeyCtrl(BOOL enable);
+
+    /// Stores the settings and passes them on to every child that takes them.
+    void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
+
+    /// As the toolkit's, but heard by `OnEnable` also while an ancestor is disabled.
+    void setEnabled(bool enabled);
+    void setDisabled(bool disabled);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// After each message to the parent. @param code an EKvKeyFrameCode.
+    void KeyFrameClicked(int code);
+
+protected:
+    // The steps that the strip is made of.
+
+    /// Fixes the thickness, lays the buttons out and creates them; `Create` calls it.
+    int _Initialize();
+    /// Unchecks the animation toggle and gives every button the picture of its state.
+    int _UpdateControl();
+    /// Shows or hides the three key buttons.
+    int _ShowKeyFrameControl(BOOL show);
+    /// Enables or disables all four buttons. Called when the strip itself is enabled or disabled.
+    void OnEnable(BOOL enabled) override;
+    /// Paints the background around the buttons that are shown. @return 1; 0 when there is none to paint.
+    virtual BOOL OnEraseBkgnd(Graphics& graphics);
+    /// Flips the toggle concerned and tells the parent. The strip may be gone afterwards.
+    /// @param id the button's number.
+    virtual void OnBtnClickControl(UINT id);
+
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    void OnPaint(Graphics& graphics) override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnSkinChanged() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,316 @@
+#include "KvButtons.h"
+
+#include "KvGuiRes.h"
+
+#include <QAccessibleWidget>
+#include <QKeyEvent>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr DWORD kDefaultHoverColour = 0x30FFFFFF;
+constexpr DWORD kDefaultPressedColour = 0x58FFFFFF;
+constexpr DWORD kDefaultFocusColour = 0xFFFFA500;
+constexpr qreal kCornerRadius = 2.5;
+constexpr qreal kDisabledOpacity = 0.4;
+
+/// How one state of a button looks.
+struct Look
+{
+    const wchar_t* ending;   ///< of the state's own picture
+    const wchar_t* plateKey; ///< colour of the plate under the common picture; null for none
+    DWORD plateDefault;
+    qreal opacity; ///< of the common picture
+};
+
+constexpr Look kNormal = {L"", nullptr, 0, 1};
+constexpr Look kHover = {L"_hover", L"keButtonHoverColor", kDefaultHoverColour, 1};
+constexpr Look kPressed = {L"_pressed", L"keButtonPressedColor", kDefaultPressedColour, 1};
+constexpr Look kDisabled = {L"_disabled", nullptr, 0, kDisabledOpacity};
+
+const Look& LookOf(const QAbstractButton& button)
+{
+    if (!button.isEnabled())
+        return kDisabled;
+    if (button.isDown())
+        return kPressed;
+    return button.underMouse() ? kHover : kNormal;
+}
+
+QColor Colour(const wchar_t* key, DWORD colour)
+{
+    KvGuiRes::LoadColor(key, colour);
+    return QColor::fromRgba(colour);
+}
+
+// The rectangle with its edges on whole device pixels, so that it is sharp at any pixel ratio.
+QRectF OnPixels(const QPainter& painter, const QRectF& rect)
+{
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF device = toDevice.mapRect(rect);
+    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
+    const QPointF bottomRight(std::round(device.right()), std::round(device.bottom()));
+    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
+}
+
+void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& room)
+{
+    QSize size = picture.Size();
+    if (size.width() > room.width() || size.height() > room.height())
+        size.scale(room.size(), Qt::KeepAspectRatio);
+    QRect target(QPoint(), size);
+    target.moveCenter(room.center());
+    picture.Draw(painter, OnPixels(painter, target));
+}
+
+void DrawFocusRing(QPainter& painter, const QRect& room)
+{
+    const qreal ratio = painter.deviceTransform().m11();
+    const qreal width = std::max(1.0, std::floor(ratio)) / ratio;
+    const QRectF outer = OnPixels(painter, room);
+    QPainterPath ring;
+    ring.addRoundedRect(outer, kCornerRadius, kCornerRadius);
+    ring.addRoundedRect(outer.adjusted(width, width, -width, -width), kCornerRadius - width,
+                        kCornerRadius - width);
+    painter.fillPath(ring, Colour(L"keFocusColor", kDefaultFocusColour));
+}
+
+/// What a screen reader learns: the tool tip is the name, and an action is a click that the parent hears.
+class ButtonInterface : public QAccessibleWidget
+{
+public:
+    explicit ButtonInterface(QAbstractButton& button)
+        : QAccessibleWidget(&button, QAccessible::Button)
+        , m_button(button)
+    {
+    }
+
+    QAccessible::Role role() const override
+    {
+        return m_button.isCheckable() ? QAccessible::CheckBox : QAccessible::Button;
+    }
+
+    QString text(QAccessible::Text text) const override
+    {
+        const QString given = QAccessibleWidget::text(text);
+        const bool isName = text == QAccessible::Name;
+        if (isName && given.isEmpty())
+            return m_button.toolTip();
+        // The toolkit describes a widget by its tool tip: the same words twice.
+        return !isName && given == m_button.toolTip() ? QString() : given;
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = m_button.isCheckable();
+        state.checked = m_button.isChecked();
+        state.pressed = m_button.isDown();
+        return state;
+    }
+
+    QStringList actionNames() const override
+    {
+        if (!m_button.isEnabled() || !m_button.isVisible())
+            return {};
+        return {m_button.isCheckable() ? toggleAction() : pressAction(), setFocusAction()};
+    }
+
+    void doAction(const QString& action) override
+    {
+        if (!m_button.isEnabled() || !m_button.isVisible())
+            return;
+        if (action == pressAction() || action == toggleAction())
+            m_button.click(); // this interface may be gone
+        else
+            QAccessibleWidget::doAction(action);
+    }
+
+private:
+    QAbstractButton& m_button;
+};
+
+QAccessibleInterface* MakeInterface(const QString& className, QObject* object)
+{
+    if (className != QLatin1String(CKvBitmapButton::staticMetaObject.className()))
+        return nullptr;
+    return new ButtonInterface(*static_cast<CKvBitmapButton*>(object));
+}
+
+} // namespace
+
+struct CKvBitmapButton::Impl
+{
+    std::wstring image;
+    std::wstring backgroundKey;
+    const SKvGuiBasicSettings* settings = nullptr;
+    bool created = false;
+    bool focusByKey = false;
+
+    void DrawBackground(QPainter& painter, const QRect& room) const
+    {
+        DWORD colour = 0;
+        if (settings)
+            colour = settings->background;
+        else
+            KvGuiRes::LoadColor(backgroundKey.c_str(), colour);
+        painter.fillRect(room, QColor::fromRgba(colour));
+    }
+
+    void DrawState(QPainter& painter, const QRect& room, const Look& look) const
+    {
+        const KvSkinImage own = KvGuiRes::LoadImageW((image + look.ending).c_str());
+        if (!own.IsNull()) {
+            DrawPicture(painter, own, room);
+            return;
+        }
+        if (look.plateKey) {
+            QPainterPath plate;
+            plate.addRoundedRect(OnPixels(painter, room), kCornerRadius, kCornerRadius);
+            painter.fillPath(plate, Colour(look.plateKey, look.plateDefault));
+        }
+        painter.setOpacity(look.opacity);
+        DrawPicture(painter, KvGuiRes::LoadImageW(image.c_str()), room);
+        painter.setOpacity(1);
+    }
+};
+
+CKvBitmapButton::CKvBitmapButton() : m_impl(std::make_unique<Impl>())
+{
+    QAccessible::installFactory(MakeInterface);
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::ClickFocus);
+    connect(this, &QAbstractButton::clicked, this, [this] {
+        KvSendMessage(parentWidget(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), BN_CLICKED),
+                      reinterpret_cast<LPARAM>(static_cast<QWidget*>(this)));
+    });
+}
+
+CKvBitmapButton::~CKvBitmapButton() = default;
+
+int CKvBitmapButton::CreateButton(UINT id, CWnd* parent, const CRect& rect, UINT style,
+                                  const wchar_t* imageName, const wchar_t* toolTip)
+{
+    if (std::exchange(m_impl->created, true))
+        return 0;
+    setParent(parent);
+    KvSetDlgItemId(this, id);
+    setGeometry(rect);
+    setToolTip(toolTip ? KvToQString(toolTip) : QString());
+    UpdateBitmap(imageName);
+    if (style & WS_TABSTOP)
+        setFocusPolicy(Qt::StrongFocus);
+    if (style & WS_DISABLED)
+        setEnabled(false);
+    setVisible((style & WS_VISIBLE) != 0);
+    return 1;
+}
+
+int CKvBitmapButton::UpdateBitmap(const wchar_t* imageName)
+{
+    m_impl->image = imageName ? imageName : L"";
+    update();
+    return KvGuiRes::LoadImageW(imageName).IsNull() ? 0 : 1;
+}
+
+std::wstring CKvBitmapButton::GetBitmapName() const
+{
+    return m_impl->image;
+}
+
+UINT CKvBitmapButton::GetDlgCtrlID() const
+{
+    return KvGetDlgItemId(const_cast<CKvBitmapButton*>(this)); // reads only
+}
+
+bool CKvBitmapButton::IsFocusShown() const
+{
+    return m_impl->focusByKey && hasFocus();
+}
+
+void CKvBitmapButton::SetBackgroundKey(const wchar_t* key)
+{
+    m_impl->backgroundKey = key ? key : L"";
+    update();
+}
+
+void CKvBitmapButton::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
+{
+    m_impl->settings = settings;
+    update();
+}
+
+QSize CKvBitmapButton::sizeHint() const
+{
+    return KvGuiRes::LoadImageW(m_impl->image.c_str()).Size();
+}
+
+void CKvBitmapButton::nextCheckState() {}
+
+void CKvBitmapButton::checkStateSet()
+{
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent change(this, changed);
+    QAccessible::updateAccessibility(&change);
+}
+
+bool CKvBitmapButton::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTipChange) {
+        QAccessibleEvent change(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&change);
+    }
+    if (event->type() == QEvent::ShortcutOverride && IsFocusShown()) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier) {
+            event->accept();
+            return true;
+        }
+    }
+    return QAbstractButton::event(event);
+}
+
+void CKvBitmapButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    m_impl->DrawBackground(painter, rect());
+    m_impl->DrawState(painter, rect(), LookOf(*this));
+    if (IsFocusShown())
+        DrawFocusRing(painter, rect());
+}
+
+void CKvBitmapButton::keyPressEvent(QKeyEvent* event)
+{
+    m_impl->focusByKey = true;
+    update();
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        event->ignore(); // the parent knows which way its buttons stand
+        return;
+    case Qt::Key_Space:
+        if (event->isAutoRepeat())
+            return; // goes nowhere: it is the press that is held
+        break;
+    default:
+        break;
+    }
+    QAbstractButton::keyPressEvent(event);
+}
+
+void CKvBitmapButton::focusInEvent(QFocusEvent* event)
+{
+    const Qt::FocusReason reason = event->reason();
+    // A window or a popup gives back what it took.
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        m_impl->focusByKey = reason != Qt::MouseFocusReason;
+    QAbstractButton::focusInEvent(event);
+}
