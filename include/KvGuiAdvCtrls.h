@@ -2,11 +2,13 @@
 #pragma once
 
 #include "KvButtons.h"
+#include "KvDialog.h"
 #include "KvFileNaming.h"
 #include "KvGradientCtrl.h"
 #include "KvGuiRes.h"
 #include "KvKeyFrameCtrl.h"
 #include "KvMenu.h"
+#include "KvParamBezierCtrlDlg.h"
 #include "KvPlatform.h"
 #include "KvTypes.h"
 #include "KvUnknown.h"

@@ -1,6 +1,6 @@
 #include "KvGuiRes.h"
 
-#include "KvButtons.h"
+#include "KvDialog.h"
 #include "KvWnd.h"
 #include "core/ProfileDocument.h"
 #include "core/TextTables.h"
@@ -261,19 +261,17 @@ void KvGuiRes::NotifyWindows()
 {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         return;
-    std::vector<QPointer<CKvWnd>> windows;
-    for (QWidget* widget : QApplication::allWidgets()) {
-        if (auto* window = qobject_cast<CKvWnd*>(widget))
-            windows.emplace_back(window);
-        else if (qobject_cast<CKvBitmapButton*>(widget))
-            widget->update(); // it looks its pictures up when it paints
-    }
     // A handler may delete other windows.
-    for (const QPointer<CKvWnd>& window : windows) {
-        if (window)
+    std::vector<QPointer<QWidget>> widgets;
+    for (QWidget* widget : QApplication::allWidgets())
+        widgets.emplace_back(widget);
+    for (const QPointer<QWidget>& widget : widgets) {
+        if (auto* window = qobject_cast<CKvWnd*>(widget))
             window->OnSkinChanged();
-        if (window)
-            window->update();
+        else if (auto* dialog = qobject_cast<CKvDialog*>(widget))
+            dialog->OnSkinChanged();
+        if (widget)
+            widget->update(); // buttons look their pictures up when they paint
     }
 }
 

@@ -2,10 +2,29 @@
 
 namespace kv {
 
-// No control has a dialog template yet; an overlay may still bring dialog texts of a host's own.
+// The number 0 is the title; texts of items that have no number of their own count down from 65535.
 std::span<const TextEntry> BuiltInDialogTexts()
 {
-    return {};
+    static constexpr TextEntry texts[] = {
+        // 12016: ease dialog
+        {12016, kDialogTitle, L"Parameter Curve Setup"},
+        {12016, 1, L"OK"},
+        {12016, 2, L"Cancel"},
+        {12016, 12077, L"Undo"},
+        {12016, 12078, L"Reset"},
+        {12016, 12079, L"Redo"},
+        {12016, 12088, L"Static"},
+        {12016, 12090, L"Linear"},
+        {12016, 12091, L"Speed Up"},
+        {12016, 12092, L"Speed Down"},
+        {12016, 12093, L"|<"},
+        {12016, 12094, L">|"},
+        {12016, 12095, L"Ease in out"},
+        {12016, 65535,
+         L"middle button/wheel--zoom view vertically; right button--pan view vertically; "
+         L"double click--reset view"},
+    };
+    return texts;
 }
 
 } // namespace kv

@@ -1,4 +1,4 @@
-// The built-in resources as tables: texts by number and menus by number.
+// The built-in resources as tables: texts, menus and dialog templates by number.
 #pragma once
 
 #include <cstdint>
@@ -23,12 +23,53 @@ struct MenuEntry
     std::uint32_t command;
 };
 
-// Each table is sorted by (group, number).
+/// The text number of a dialog's title.
+inline constexpr std::uint32_t kDialogTitle = 0;
+/// The item number of a text that nobody asks for.
+inline constexpr std::uint32_t kNoDialogItem = 0xFFFFFFFF;
+
+enum class DialogItemKind : std::uint8_t
+{
+    Static,
+    Button,
+    DefaultButton
+};
+
+/// What an item does with the room of a dialog that is larger than its template.
+enum class DialogGrowth : std::uint8_t
+{
+    KeepRight,     ///< keeps its distance to the right edge
+    WidenAtBottom, ///< keeps its distance to the bottom and takes the width
+    TakeRoom       ///< takes width and height
+};
+
+/// One item of a dialog, in dialog units.
+struct DialogItem
+{
+    std::uint32_t dialog;
+    std::uint32_t id;
+    std::uint32_t text; ///< its text's number within the dialog
+    DialogItemKind kind;
+    DialogGrowth growth;
+    std::int16_t x, y, width, height;
+};
+
+/// A dialog: the size of its client area in dialog units.
+struct DialogTemplate
+{
+    std::uint32_t number;
+    std::int16_t width, height;
+};
+
+// Each table of texts is sorted by (group, number).
 std::span<const TextEntry> BuiltInStrings();
 std::span<const TextEntry> BuiltInMenuTexts();
 std::span<const TextEntry> BuiltInDialogTexts();
 std::span<const TextEntry> BuiltInTips();
 /// In display order.
 std::span<const MenuEntry> BuiltInMenus();
+std::span<const DialogTemplate> BuiltInDialogs();
+/// In the order of the Tab key.
+std::span<const DialogItem> BuiltInDialogItems();
 
 } // namespace kv

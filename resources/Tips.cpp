@@ -5,6 +5,17 @@ namespace kv {
 std::span<const TextEntry> BuiltInTips()
 {
     static constexpr TextEntry tips[] = {
+        // The buttons of the ease dialog.
+        {0, 12077, L"Undo the last change (Ctrl+Z)"},
+        {0, 12078, L"Back to the curve as it was at first"},
+        {0, 12079, L"Redo what was undone (Ctrl+Y)"},
+        {0, 12090, L"The same speed all the way"},
+        {0, 12091, L"Begin slowly, end fast"},
+        {0, 12092, L"Begin fast, end slowly"},
+        {0, 12093, L"Previous key"},
+        {0, 12094, L"Next key"},
+        {0, 12095, L"Begin and end slowly"},
+        // The keyframe strip's.
         {0, 15000, L"Toggle Animation"},
         {0, 15001, L"Add/Remove KeyFrame"},
         {0, 15002, L"Go To Prev/Head KeyFrame"},

@@ -1,0 +1,183 @@
+#include "KvParamBezierCtrlDlg.h"
+
+namespace {
+
+constexpr std::uint32_t kLinear = 1;
+constexpr std::uint32_t kSpeedUp = 2;
+constexpr std::uint32_t kSpeedDown = 3;
+constexpr std::uint32_t kSmooth = 5;
+
+void Store(double* out, double value)
+{
+    if (out)
+        *out = value;
+}
+
+double Fraction(double part, double width)
+{
+    return width == 0 ? 0 : part / width;
+}
+
+double PartOf(double fraction, double width)
+{
+    return width == 0 ? 0 : fraction * width;
+}
+
+} // namespace
+
+CKvParamBezierInfo::CKvParamBezierInfo(IKvDataOperator* host, const wchar_t* objectId,
+                                       const wchar_t* paramName)
+    : m_operator(host)
+    , m_objectId(objectId)
+    , m_paramName(paramName)
+    , m_alive(std::make_shared<const bool>(true))
+{
+    if (m_operator)
+        m_operator->RegisterParam(m_objectId, m_paramName);
+}
+
+CKvParamBezierInfo::~CKvParamBezierInfo()
+{
+    if (m_operator)
+        m_operator->UnregisterParam(m_objectId, m_paramName);
+}
+
+int CKvParamBezierInfo::IsModified()
+{
+    return static_cast<int>(m_modified);
+}
+
+int CKvParamBezierInfo::SetModified(std::uint32_t modified)
+{
+    m_modified = modified;
+    return 1;
+}
+
+int CKvParamBezierInfo::BeginEdit()
+{
+    return m_operator ? m_operator->BeginEdit(m_objectId, m_paramName) : 0;
+}
+
+int CKvParamBezierInfo::CommitEdit()
+{
+    return m_operator ? m_operator->CommitEdit(m_objectId, m_paramName) : 0;
+}
+
+int CKvParamBezierInfo::CancelEdit()
+{
+    return m_operator ? m_operator->CancelEdit(m_objectId, m_paramName) : 0;
+}
+
+int CKvParamBezierInfo::GetCurve(double points[8], double& minimum, double& maximum, std::uint32_t& lock,
+                                 std::uint32_t& kind)
+{
+    SKvParamEaseData ease{};
+    const std::weak_ptr<const bool> alive = m_alive;
+    if (!m_operator || !m_operator->GetEaseData(m_objectId, m_paramName, ease) || alive.expired())
+        return 0;
+    const double width = ease.endX - ease.startX;
+    points[0] = ease.startX;
+    points[1] = ease.startY;
+    points[2] = ease.startX + PartOf(ease.outTangentX, width);
+    points[3] = ease.startY + ease.outTangentY;
+    points[4] = ease.endX - PartOf(ease.inTangentX, width);
+    points[5] = ease.endY + ease.inTangentY;
+    points[6] = ease.endX;
+    points[7] = ease.endY;
+    minimum = m_minimum = ease.minimum;
+    maximum = m_maximum = ease.maximum;
+    lock = ease.lock;
+    kind = ease.kind;
+    return 1;
+}
+
+bool CKvParamBezierInfo::CanWrite() const
+{
+    return m_operator && !m_isClosed;
+}
+
+int CKvParamBezierInfo::SetCurve(const double points[8], std::uint32_t lock, std::uint32_t kind)
+{
+    if (!CanWrite())
+        return 0;
+    const double width = points[6] - points[0];
+    SKvParamEaseData ease{};
+    ease.kind = kind;
+    ease.inTangentX = Fraction(points[6] - points[4], width);
+    ease.inTangentY = points[5] - points[7];
+    ease.outTangentX = Fraction(points[2] - points[0], width);
+    ease.outTangentY = points[3] - points[1];
+    ease.startX = points[0];
+    ease.startY = points[1];
+    ease.endX = points[6];
+    ease.endY = points[7];
+    ease.minimum = m_minimum;
+    ease.maximum = m_maximum;
+    ease.lock = lock;
+    m_modified = 1; // first: the host may delete this object
+    return m_operator->SetEaseData(m_objectId, m_paramName, ease);
+}
+
+int CKvParamBezierInfo::WritePreset(std::uint32_t kind)
+{
+    if (!CanWrite())
+        return 0;
+    SKvParamEaseData request{};
+    request.kind = kind;
+    m_modified = 1;
+    return m_operator->SetEaseData(m_objectId, m_paramName, request);
+}
+
+int CKvParamBezierInfo::ReadPreset(std::uint32_t kind, double* outX, double* outY, double* inX, double* inY)
+{
+    const std::weak_ptr<const bool> alive = m_alive;
+    SKvParamEaseData ease{};
+    if (!WritePreset(kind) || alive.expired() || !m_operator->GetEaseData(m_objectId, m_paramName, ease) ||
+        alive.expired())
+        return 0;
+    Store(outX, ease.outTangentX);
+    Store(outY, ease.outTangentY);
+    Store(inX, ease.inTangentX);
+    Store(inY, ease.inTangentY);
+    return 1;
+}
+
+int CKvParamBezierInfo::ApplyLinear()
+{
+    return WritePreset(kLinear);
+}
+
+int CKvParamBezierInfo::GetSpeedUpCurve(double* outX, double* outY, double* inX, double* inY)
+{
+    return ReadPreset(kSpeedUp, outX, outY, inX, inY);
+}
+
+int CKvParamBezierInfo::GetSpeedDownCurve(double* outX, double* outY, double* inX, double* inY)
+{
+    return ReadPreset(kSpeedDown, outX, outY, inX, inY);
+}
+
+int CKvParamBezierInfo::GetSmoothCurve(double* outX, double* outY, double* inX, double* inY)
+{
+    return ReadPreset(kSmooth, outX, outY, inX, inY);
+}
+
+int CKvParamBezierInfo::CanGoPrevKey()
+{
+    return m_operator ? m_operator->CanGoPrevKey(m_objectId, m_paramName) : 0;
+}
+
+int CKvParamBezierInfo::CanGoNextKey()
+{
+    return m_operator ? m_operator->CanGoNextKey(m_objectId, m_paramName) : 0;
+}
+
+int CKvParamBezierInfo::GoPrevKey()
+{
+    return CanWrite() ? m_operator->GoPrevKey(m_objectId, m_paramName) : 0;
+}
+
+int CKvParamBezierInfo::GoNextKey()
+{
+    return CanWrite() ? m_operator->GoNextKey(m_objectId, m_paramName) : 0;
+}

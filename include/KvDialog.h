@@ -1,0 +1,99 @@
+// The base of the dialogs: a window that is made from a template by number.
+#pragma once
+
+#include "KvPlatform.h"
+
+#include <QDialog>
+
+#include <memory>
+
+/// A dialog made from a template of the library's tables: items, texts, positions in dialog units (a quarter
+/// of the font's average letter width and an eighth of its height), the order of the Tab key.
+///
+/// Life: the object and its window are two things. `DoModal` makes the window, runs it and destroys it before
+/// it returns, as often as it is called; `Create` makes a hidden one that stays until `DestroyWindow`. The
+/// object belongs to whoever made it, on the stack or on the heap, never to the parent: when the parent dies,
+/// an open dialog is cancelled and its window destroyed. Any handler may delete the object.
+///
+/// Enter is `OnOK`; only a focused Cancel button takes it for itself. Escape and the close box are
+/// `OnCancel`. The template's size is the smallest; in a larger window each item moves or grows as the
+/// template says. Colours come from the skin, texts from the tables; changes of either reach an open dialog.
+///
+/// Idle update: while the window is shown it gets WM_KICKIDLE (lParam: the count of calls since something
+/// happened) after every burst of events and at least every 100 ms.
+class KV_API CKvDialog : public QDialog, public IKvGuiWnd
+{
+    Q_OBJECT
+
+public:
+    /// @param templateNumber what `DoModal` opens. @param parent over whose window the dialog opens; may be
+    /// null.
+    explicit CKvDialog(UINT templateNumber = 0, CWnd* parent = nullptr);
+    ~CKvDialog() override;
+
+    /// Opens the dialog and waits until it ends.
+    /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel, also when the application ends meanwhile
+    /// or
+    ///         the dialog is deleted; -1 when there is no such template or the window exists already.
+    virtual int DoModal();
+    /// Makes the window, hidden, without waiting; `show` shows it.
+    /// @return 1; 0 when there is no such template or the window exists already.
+    int Create(UINT templateNumber, CWnd* parent);
+    /// @return 1 while there is a window.
+    BOOL IsCreated() const;
+    /// Destroys the window and its items; the object stays. Ends `DoModal`. @return 1; 0 without a window.
+    virtual int DestroyWindow();
+    /// Hides the window; `DoModal` returns `result` as soon as the handler that called this is through.
+    void EndDialog(int result);
+
+    /// The window's own number (0 until it has one).
+    UINT GetDlgCtrlID() const;
+    /// @return the item with that number; null when there is none.
+    HWND GetDlgItem(UINT id) const;
+    /// Dialog units as pixels of this dialog's font; both coordinates are rounded.
+    CRect MapDialogRect(const CRect& units) const;
+    /// Asks `OnCmdUpdateUI` for the state of every item.
+    void UpdateDialogControls();
+
+    // Handlers. Each may delete the dialog.
+    /// The window and its items exist; not shown yet. @return 0 when the handler set the focus itself.
+    virtual BOOL OnInitDialog();
+    virtual void OnOK();
+    virtual void OnCancel();
+    /// @param count as in WM_KICKIDLE. @return non-zero asks for another call before anything happens.
+    virtual LRESULT OnKickIdle(WPARAM wParam, LPARAM count);
+    /// Tells whether the command with the number `command->m_nID` can be used now, by `command->Enable`.
+    virtual void OnCmdUpdateUI(CCmdUI* command);
+
+    /// Colours and font of a host's own instead of the skin's.
+    void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
+
+    // The toolkit's ways into and out of a dialog are the ones above.
+    int exec() override;
+    void accept() override;
+    void reject() override;
+
+protected:
+    // Messages of items. Return non-zero when handled; `*result` is the sender's answer.
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    /// A button that was clicked: the low word of `wParam` is its number, the high word 0.
+    virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    /// Every message, before the two above. Return non-zero when handled.
+    virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+    /// The skin or the texts changed.
+    virtual void OnSkinChanged();
+
+    /// Puts a child of the dialog in the place of an item, with its number, position and turn of the Tab key;
+    /// the item is deleted. @return 1; 0 when there is no such item.
+    int ReplaceDlgItem(UINT id, QWidget* control);
+
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    friend class KvGuiRes;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,114 @@
+// The dialog that shapes the ease between two keys of an animated parameter.
+#pragma once
+
+#include "KvDialog.h"
+#include "KvParamBezierWnd.h"
+#include "KvTypes.h"
+
+#include <QPointer>
+
+#include <memory>
+
+/// Lets the ease window edit a parameter of a host: reads and writes its ease records through the host's data
+/// interface. Registers the parameter for as long as it lives. Operations return what the host answered; 0
+/// without a host.
+class KV_API CKvParamBezierInfo : public IKvParamBezierInfo
+{
+public:
+    /// @param host may be null. It, `objectId` and `paramName` must outlive this object.
+    CKvParamBezierInfo(IKvDataOperator* host, const wchar_t* objectId, const wchar_t* paramName);
+    ~CKvParamBezierInfo() override;
+    CKvParamBezierInfo(const CKvParamBezierInfo&) = delete;
+    CKvParamBezierInfo& operator=(const CKvParamBezierInfo&) = delete;
+
+    /// 1 once something was written or `SetModified` said so.
+    int IsModified() override;
+    int SetModified(std::uint32_t modified) override;
+    int BeginEdit() override;
+    int CommitEdit() override;
+    int CancelEdit() override;
+    /// Reads the record and remembers its value range for the records that are written. @return 0, with
+    /// nothing changed, when the host has none.
+    int GetCurve(double points[8], double& minimum, double& maximum, std::uint32_t& lock,
+                 std::uint32_t& kind) override;
+    /// Writes a whole record: the inverse of `GetCurve`. On a segment without width the fractions are 0.
+    int SetCurve(const double points[8], std::uint32_t lock, std::uint32_t kind) override;
+    /// Asks the host for its linear preset: a record with nothing but the kind.
+    int ApplyLinear() override;
+    // Ask the host for a preset in the same way and read the tangents that it chose. Pointers may be null; 0
+    // leaves what they point at alone.
+    int GetSpeedUpCurve(double* outX, double* outY, double* inX, double* inY) override;
+    int GetSpeedDownCurve(double* outX, double* outY, double* inX, double* inY) override;
+    int GetSmoothCurve(double* outX, double* outY, double* inX, double* inY) override;
+    int CanGoPrevKey() override;
+    int CanGoNextKey() override;
+    int GoPrevKey() override;
+    int GoNextKey() override;
+
+private:
+    friend class CKvParamBezierCtrlDlg;
+    bool CanWrite() const;
+    int WritePreset(std::uint32_t kind);
+    int ReadPreset(std::uint32_t kind, double* outX, double* outY, double* inX, double* inY);
+
+    std::uint32_t m_modified = 0;
+    IKvDataOperator* m_operator;
+    const wchar_t* m_objectId;
+    const wchar_t* m_paramName;
+    double m_minimum = 0;
+    double m_maximum = 1;
+    bool m_isClosed = false; // the dialog has ended its transaction: nothing is written any more
+    std::shared_ptr<const bool> m_alive;
+};
+
+/// "Parameter Curve Setup": the ease window with buttons for undo, redo and reset, four presets, and steps to
+/// the segments before and after. The host sees every edit while it is made.
+///
+/// Each opening is one transaction at the host: `BeginEdit`, then exactly one `CommitEdit` (OK, and something
+/// was written) or `CancelEdit`, however the dialog ends, and nothing is written after it. Without a host, or
+/// while there is no window, every action is skipped.
+class KV_API CKvParamBezierCtrlDlg : public CKvDialog, public IKvParamBezierCtrlCallback
+{
+    Q_OBJECT
+
+public:
+    /// @param host may be null: a default curve is shown and cannot be edited. It, `objectId` and `paramName`
+    /// must outlive the dialog. @param parent see `CKvDialog`.
+    CKvParamBezierCtrlDlg(IKvDataOperator* host, const wchar_t* objectId, const wchar_t* paramName,
+                          CWnd* parent);
+    ~CKvParamBezierCtrlDlg() override;
+
+    BOOL OnInitDialog() override;
+    void OnOK() override;
+    void OnCancel() override;
+    int DestroyWindow() override;
+    LRESULT OnKickIdle(WPARAM wParam, LPARAM count) override;
+    void OnCmdUpdateUI(CCmdUI* command) override;
+    int UndoChanged() override;
+
+    void OnBnClickedButtonUndo();
+    void OnBnClickedButtonRedo();
+    void OnBnClickedButtonRevert();
+    void OnBnClickedButtonLinear();
+    void OnBnClickedButtonSpeedup();
+    void OnBnClickedButtonSpeeddown();
+    void OnBnClickedButtonSmooth();
+    void OnBnClickedButtonKeyprev();
+    void OnBnClickedButtonKeynext();
+
+    /// The ease window, for its settings; null while there is none.
+    CKvParamBezierWnd* GetCurveWnd() const;
+
+protected:
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void EndEdit(bool keep);
+    void Step(int (IKvParamBezierInfo::*canGo)(), int (IKvParamBezierInfo::*go)());
+    bool CanUse(UINT id) const;
+
+    std::unique_ptr<CKvParamBezierInfo> m_info;
+    QPointer<CKvParamBezierWnd> m_window;
+    bool m_isEditing = false; // between BeginEdit and the end of the transaction
+};
