@@ -184,6 +184,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21521, L"The file is empty."},
         {0, 21522, L"%1 elements"},
         {0, 21523, L"%1 characters"},
+        {0, 21530, L"a list of %1 elements"},
         {0, 21600, L"an object { … }"},
         {0, 21601, L"a list of %1 to %2 elements"},
         {0, 21602, L"a text of at most %1 characters"},

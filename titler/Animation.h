@@ -57,7 +57,9 @@ struct Key
     int frame = 0; ///< from 0
     double value = 0;
     Ease ease = {};          ///< to the next key
-    QJsonObject source = {}; ///< as it was loaded, for the fields that we do not know
+    QJsonObject source = {}; ///< the fields of its place in the file that we do not know
+
+    bool operator==(const Key&) const = default;
 };
 
 /// A value with its keys; it is animated as long as it has any.
@@ -67,6 +69,7 @@ struct Animated
     std::vector<Key> keys; ///< by frame, each frame at most once
 
     bool IsAnimated() const { return !keys.empty(); }
+    bool operator==(const Animated&) const = default;
 };
 using Properties = std::array<Animated, kProperties>; ///< by Property
 

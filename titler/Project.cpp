@@ -134,7 +134,8 @@ QString SaveProject(const QString& name, const Project& project)
 
 bool operator==(const Project& a, const Project& b)
 {
-    return ProjectToJson(a) == ProjectToJson(b);
+    // Projects are compared at every step of undo, and keys may be many.
+    return a.title.properties == b.title.properties && StillToJson(a) == StillToJson(b);
 }
 
 QString ColourText(DWORD colour)

@@ -1,8 +1,10 @@
 #include "ProjectJson.h"
 
+#include "AnimationJson.h"
+#include "JsonReader.h"
+
 #include <QJsonDocument>
 #include <QJsonParseError>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
@@ -13,9 +15,6 @@
 
 namespace titler {
 namespace {
-
-template <typename T, std::size_t N>
-using Names = std::array<std::pair<T, const char*>, N>;
 
 constexpr Names<EKvAspectRatio, 3> kAspects{
     {{kKvAspect4x3, "4:3"}, {kKvAspect16x9, "16:9"}, {kKvAspectSquarePixel, "square"}}};
@@ -34,13 +33,7 @@ constexpr Names<EKvScanMode, 4> kScans{{{kKvScanUpperFirst, "upper first"},
 constexpr Names<TextAlign, 3> kAligns{
     {{TextAlign::Left, "left"}, {TextAlign::Centre, "centre"}, {TextAlign::Right, "right"}}};
 
-template <typename T, std::size_t N>
-QString NameOf(const Names<T, N>& names, T value)
-{
-    const auto found =
-        std::find_if(names.begin(), names.end(), [&](const auto& n) { return n.first == value; });
-    return QLatin1String(found == names.end() ? names.front().second : found->second);
-}
+constexpr QLatin1String kTitle("title");
 
 // The shortest decimal that reads back as the same float: 0.3, not 0.30000001192092896.
 double ShortDouble(float value)
@@ -52,171 +45,7 @@ double ShortDouble(float value)
     return result;
 }
 
-// A value as it stands in the file; a long one is cut. Empty for one that is not there.
-QString Shortened(const QJsonValue& value)
-{
-    constexpr qsizetype longest = 40;
-    if (value.isUndefined())
-        return {};
-    const QByteArray json = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    const QString text = QString::fromUtf8(json.mid(1, json.size() - 2));
-    return text.size() <= longest ? text : text.left(longest) + QChar(0x2026);
-}
-
-// Reads fields and remembers the first fault with the path that leads to it.
-class Reader
-{
-public:
-    Reader(QString path, QJsonObject object, ProjectError& error)
-        : m_path(std::move(path))
-        , m_object(std::move(object))
-        , m_error(error)
-    {
-    }
-
-    Reader Object(const char* key)
-    {
-        const QJsonValue value = Take(key);
-        if (!value.isUndefined() && !value.isObject())
-            Fail(key, value, Expected::Object);
-        return {PathOf(key), value.toObject(), m_error};
-    }
-
-    std::vector<Reader> Objects(const char* key, int least, int most)
-    {
-        std::vector<Reader> elements;
-        const QJsonValue value = Take(key);
-        if (value.isUndefined())
-            return elements;
-        const QJsonArray list = value.toArray();
-        if (!value.isArray() || list.size() < least || list.size() > most) {
-            if (Fail(key, value, Expected::List, least, most) && value.isArray())
-                m_error.length = list.size();
-            return elements;
-        }
-        for (const QJsonValue element : list) {
-            const QString name = QStringLiteral("%1[%2]").arg(QLatin1String(key)).arg(elements.size());
-            if (!element.isObject())
-                Fail(name, element, Expected::Object);
-            elements.push_back({PathOf(name), element.toObject(), m_error});
-        }
-        return elements;
-    }
-
-    void Read(const char* key, QString& text, int longest)
-    {
-        const QJsonValue value = Take(key);
-        if (value.isUndefined())
-            return;
-        if (!value.isString() || value.toString().size() > longest)
-            if (Fail(key, value, Expected::Text, 0, longest) && value.isString())
-                m_error.length = value.toString().size();
-        // Half a surrogate pair is no text: it cannot be written again.
-        text = QStringDecoder(QStringDecoder::Utf8,
-                              QStringDecoder::Flag::ConvertInitialBom)(value.toString().toUtf8());
-    }
-
-    void Read(const char* key, bool& flag)
-    {
-        const QJsonValue value = Take(key);
-        if (!value.isUndefined() && !value.isBool())
-            Fail(key, value, Expected::Flag);
-        flag = value.toBool(flag);
-    }
-
-    void Read(const char* key, double& number, double least, double most)
-    {
-        const QJsonValue value = Take(key);
-        if (value.isUndefined())
-            return;
-        const double read = value.toDouble();
-        if (!value.isDouble() || !(read >= least && read <= most))
-            Fail(key, value, Expected::Number, least, most);
-        else
-            number = read;
-    }
-
-    void Read(const char* key, float& number, double least, double most)
-    {
-        double read = static_cast<double>(number);
-        Read(key, read, least, most);
-        number = static_cast<float>(read);
-    }
-
-    template <typename Integer>
-    void ReadWhole(const char* key, Integer& number, double least, double most)
-    {
-        const QJsonValue value = Take(key);
-        if (value.isUndefined())
-            return;
-        const double read = value.toDouble();
-        if (!value.isDouble() || !(read >= least && read <= most) || read != std::floor(read))
-            Fail(key, value, Expected::WholeNumber, least, most);
-        else
-            number = static_cast<Integer>(read);
-    }
-
-    template <typename T, std::size_t N>
-    void Read(const char* key, const Names<T, N>& names, T& result)
-    {
-        const QJsonValue value = Take(key);
-        if (value.isUndefined())
-            return;
-        const auto found = std::find_if(names.begin(), names.end(), [&](const auto& name) {
-            return value.toString() == QLatin1String(name.second);
-        });
-        if (found != names.end()) {
-            result = found->first;
-            return;
-        }
-        if (Fail(key, value, Expected::Name))
-            for (const auto& name : names)
-                m_error.names << QLatin1String(name.second);
-    }
-
-    void ReadColour(const char* key, DWORD& colour)
-    {
-        const QJsonValue value = Take(key);
-        if (value.isUndefined())
-            return;
-        if (const std::optional<DWORD> read = ParseColour(value.toString()))
-            colour = *read;
-        else
-            Fail(key, value, Expected::Colour);
-    }
-
-    const QJsonObject& All() const { return m_object; }
-
-    bool Fail(const QString& key, const QJsonValue& found, Expected expected, double least = 0,
-              double most = 0)
-    {
-        if (!m_error.path.isEmpty())
-            return false;
-        m_error.fault = ProjectFault::BadField;
-        m_error.path = PathOf(key);
-        m_error.expected = expected;
-        m_error.least = least;
-        m_error.most = most;
-        m_error.detail = Shortened(found);
-        return true;
-    }
-
-private:
-    bool Fail(const char* key, const QJsonValue& found, Expected expected, double least = 0, double most = 0)
-    {
-        return Fail(QString(QLatin1String(key)), found, expected, least, most);
-    }
-
-    QJsonValue Take(const char* key) const { return m_object.value(QLatin1String(key)); }
-    QString PathOf(const QString& key) const { return m_path.isEmpty() ? key : m_path + u'.' + key; }
-    QString PathOf(const char* key) const { return PathOf(QString(QLatin1String(key))); }
-
-    QString m_path;
-    QJsonObject m_object;
-    ProjectError& m_error;
-};
-
-void ReadVideo(Reader reader, SKvVideoResolution& video)
+void ReadVideo(JsonReader reader, SKvVideoResolution& video)
 {
     reader.ReadWhole("width", video.width, kSmallestFrame, kLargestFrame);
     reader.ReadWhole("height", video.height, kSmallestFrame, kLargestFrame);
@@ -225,19 +54,19 @@ void ReadVideo(Reader reader, SKvVideoResolution& video)
     reader.Read("aspect", kAspects, video.aspectRatio);
 }
 
-void ReadAudio(Reader reader, SKvWaveFormatInfo& audio)
+void ReadAudio(JsonReader reader, SKvWaveFormatInfo& audio)
 {
     reader.ReadWhole("channels", audio.channels, 0, 256);
     reader.ReadWhole("sampleRate", audio.sampleRate, 1000, 1000000);
     reader.ReadWhole("bitsPerSample", audio.bitsPerSample, 1, 64);
 }
 
-void ReadGradient(Reader reader, Title& title)
+void ReadGradient(JsonReader reader, Title& title)
 {
     reader.Read("angle", title.gradientAngle, -360, 360);
     reader.Read("offset", title[Property::GradientOffset].value, -1, 1);
     Title read;
-    for (Reader& element : reader.Objects("stops", kFewestStops, kMostStops)) {
+    for (JsonReader& element : reader.Objects("stops", kFewestStops, kMostStops)) {
         SKvCGGradientKey& stop = read.stops.emplace_back(SKvCGGradientKey{0xFFFFFFFF, 0.0f, 0.5f});
         read.stopSources.push_back(element.All());
         element.ReadColour("colour", stop.colour);
@@ -251,19 +80,31 @@ void ReadGradient(Reader reader, Title& title)
     title.stopSources = std::move(read.stopSources);
 }
 
-void ReadTitle(Reader reader, Title& title)
+void ReadTitle(JsonReader reader, Title& title)
 {
     reader.Read("text", title.text, kLongestText);
     reader.Read("align", kAligns, title.align);
-    Reader font = reader.Object("font");
+    JsonReader font = reader.Object("font");
     font.Read("family", title.fontFamily, 200);
     font.Read("size", title.fontSize, kSmallestFont, kLargestFont);
     font.Read("bold", title.bold);
     font.Read("italic", title.italic);
     ReadGradient(reader.Object("gradient"), title);
+    ReadProperties(reader, title.properties);
 }
 
-bool ReadVersion(Reader& root, ProjectError& error)
+// The file's content without the keys: these carry their unknown fields themselves.
+QJsonObject SourceOf(QJsonObject file)
+{
+    if (!file.value(kTitle).isObject())
+        return file;
+    QJsonObject title = file.value(kTitle).toObject();
+    DropKeys(title);
+    file[kTitle] = title;
+    return file;
+}
+
+bool ReadVersion(JsonReader& root, ProjectError& error)
 {
     const QJsonValue value = root.All().value(QLatin1String("version"));
     const double version = value.toDouble();
@@ -295,15 +136,17 @@ QJsonObject TitleToJson(const Title& title)
                                 {QStringLiteral("midPoint"), ShortDouble(stop.midPoint)}};
         stops.append(i < title.stopSources.size() ? Overlay(title.stopSources[i], known) : known);
     }
-    return {{QStringLiteral("text"), title.text},
-            {QStringLiteral("align"), NameOf(kAligns, title.align)},
-            {QStringLiteral("font"), QJsonObject{{QStringLiteral("family"), title.fontFamily},
-                                                 {QStringLiteral("size"), title.fontSize},
-                                                 {QStringLiteral("bold"), title.bold},
-                                                 {QStringLiteral("italic"), title.italic}}},
-            {QStringLiteral("gradient"), QJsonObject{{QStringLiteral("angle"), title.gradientAngle},
-                                                     {QStringLiteral("offset"), title[Property::GradientOffset].value},
-                                                     {QStringLiteral("stops"), stops}}}};
+    QJsonObject json{{QStringLiteral("text"), title.text},
+                     {QStringLiteral("align"), NameOf(kAligns, title.align)},
+                     {QStringLiteral("font"), QJsonObject{{QStringLiteral("family"), title.fontFamily},
+                                                          {QStringLiteral("size"), title.fontSize},
+                                                          {QStringLiteral("bold"), title.bold},
+                                                          {QStringLiteral("italic"), title.italic}}},
+                     {QStringLiteral("gradient"),
+                      QJsonObject{{QStringLiteral("angle"), title.gradientAngle},
+                                  {QStringLiteral("offset"), title[Property::GradientOffset].value},
+                                  {QStringLiteral("stops"), stops}}}};
+    return Overlay(json, StillValuesToJson(title.properties));
 }
 
 } // namespace
@@ -321,7 +164,7 @@ QJsonObject Overlay(const QJsonObject& old, const QJsonObject& known)
     return result;
 }
 
-QJsonObject ProjectToJson(const Project& project)
+QJsonObject StillToJson(const Project& project)
 {
     const SKvVideoResolution& video = project.video;
     const SKvWaveFormatInfo& audio = project.audio;
@@ -336,8 +179,18 @@ QJsonObject ProjectToJson(const Project& project)
         {QStringLiteral("audio"), QJsonObject{{QStringLiteral("channels"), qint64(audio.channels)},
                                               {QStringLiteral("sampleRate"), qint64(audio.sampleRate)},
                                               {QStringLiteral("bitsPerSample"), audio.bitsPerSample}}},
-        {QStringLiteral("title"), TitleToJson(project.title)}};
+        {QStringLiteral("duration"), project.duration},
+        {kTitle, TitleToJson(project.title)}};
     return Overlay(project.source, known);
+}
+
+QJsonObject ProjectToJson(const Project& project)
+{
+    QJsonObject json = StillToJson(project);
+    const QJsonObject keys = KeysToJson(project.title.properties);
+    if (keys.isEmpty())
+        return json;
+    return Overlay(json, {{kTitle, QJsonObject{{QStringLiteral("animation"), keys}}}});
 }
 
 QByteArray SerialiseProject(const Project& project)
@@ -370,11 +223,12 @@ std::optional<Project> ParseProject(const QByteArray& bytes, ProjectError& error
         error.detail = Shortened(document.array());
         return std::nullopt;
     }
-    Reader root({}, document.object(), error);
+    JsonReader root({}, document.object(), error);
     if (!ReadVersion(root, error))
         return std::nullopt;
     Project project = NewProject();
-    project.source = document.object();
+    project.source = SourceOf(document.object());
+    root.ReadWhole("duration", project.duration, 1, kLongestDuration);
     ReadVideo(root.Object("video"), project.video);
     ReadAudio(root.Object("audio"), project.audio);
     ReadTitle(root.Object("title"), project.title);

@@ -10,9 +10,11 @@ namespace titler {
 
 /// The project's fields, with those of its source that we do not know.
 QJsonObject ProjectToJson(const Project& project);
+/// The same without the keys.
+QJsonObject StillToJson(const Project& project);
 
-/// `known` with the fields of `old` that it does not have. Elements of a list belong to the old element that
-/// holds the same values, else to the one at the same place, so that they follow a stop that moved.
+/// `known` with the fields of `old` that it does not have, down to the innermost object. Lists are taken as
+/// they are in `known`.
 QJsonObject Overlay(const QJsonObject& old, const QJsonObject& known);
 
 } // namespace titler

@@ -9,13 +9,14 @@ namespace {
 
 QString ExpectedText(const ProjectError& error)
 {
-    const QString least = QString::number(error.least);
-    const QString most = QString::number(error.most);
+    const QString least = QString::number(error.least, 'g', 10);
+    const QString most = QString::number(error.most, 'g', 10);
     switch (error.expected) {
     case Expected::Object:
         return Text(kTextWantObject);
     case Expected::List:
-        return Text(kTextWantList, {least, most});
+        return error.least < error.most ? Text(kTextWantList, {least, most})
+                                        : Text(kTextWantExactList, {least});
     case Expected::Text:
         return Text(kTextWantText, {most});
     case Expected::Colour:

@@ -142,6 +142,7 @@ enum TextId : UINT
     kTextFoundCharacters = 21523,
 
     // What a field of a project file should have held.
+    kTextWantExactList = 21530,
     kTextWantObject = 21600,
     kTextWantList = 21601,
     kTextWantText = 21602,

@@ -45,7 +45,10 @@ TEST(Project, EveryFieldSurvivesSavingAndLoading)
                      -33.5,
                      StillProperties(),
                      {{0x01020304, 0.1f, 0.3f}, {0xFFFEFDFC, 0.1f, 0.05f}, {0x00000000, 1.0f, 0.7f}}};
-    project.title[Property::GradientOffset].value = 0.25;
+    project.title[Property::GradientOffset] = {0.25, {{0, -1}, {90, 1, PresetEase(3)}}};
+    project.title[Property::X] = {12.5, {{3, 0.1, {4, 0.3, -17.3, 1, 1e-7}}}};
+    project.title[Property::Scale].value = 55;
+    project.duration = 77;
     QTemporaryDir folder;
     const QString file = folder.filePath("p.ktitle");
     ASSERT_EQ(SaveProject(file, project), "");
@@ -56,6 +59,8 @@ TEST(Project, EveryFieldSurvivesSavingAndLoading)
     EXPECT_EQ(loaded->title.stops[0].position, 0.1f); // bit for bit, though the file says 0.1
     EXPECT_EQ(loaded->title.stops[1].colour, 0xFFFEFDFCu);
     EXPECT_TRUE(*loaded == project);
+    EXPECT_EQ(loaded->title.properties, project.title.properties);
+    EXPECT_EQ(loaded->duration, 77);
     EXPECT_TRUE(SerialiseProject(project).contains("\"position\": 0.1\n"));
 }
 
@@ -68,6 +73,44 @@ TEST(Project, FieldsThatWeDoNotKnowSurvive)
     EXPECT_EQ(saved["tool"], QJsonDocument::fromJson(Json("{'x':[1,{'y':null}]}")).object());
     EXPECT_EQ(saved["video"]["matrix"], "709");
     EXPECT_EQ(saved["video"]["width"], 1280);
+}
+
+QByteArray Keys(const char* list)
+{
+    return QByteArray("{'version':1,'title':{'animation':{'scale':") + list + "}}}";
+}
+
+TEST(Project, KeysAreSortedAndMissingFieldsHaveDefaults)
+{
+    const Project project =
+        Parsed(Keys("[{'frame':9,'value':1,'ease':{'kind':'smooth'}},{'frame':4,'value':2},"
+                    "{'frame':9,'value':3,'ease':{'kind':'own','out':[0.5,2]}},{}]"));
+    const std::vector<Key> keys{{0, 100}, {4, 2}, {9, 3, {4, 0.5, 2, 0, 0}}};
+    EXPECT_EQ(project.title[Property::Scale].keys, keys);
+    EXPECT_EQ(Parsed(Keys("[{'ease':{'kind':'smooth'}}]")).title[Property::Scale].keys[0].ease,
+              PresetEase(5));
+    const Project old = Parsed("{'version':1,'title':{'gradient':{'offset':0.5}}}");
+    EXPECT_EQ(old.duration, 150);
+    EXPECT_EQ(old.title[Property::GradientOffset].value, 0.5);
+    EXPECT_EQ(old.title[Property::Scale], (Animated{100, {}}));
+}
+
+TEST(Project, NotesGoWithTheirKey)
+{
+    Project project = Parsed(Keys("[{'frame':7,'ease':{'by':'me'},'note':'late'},{'frame':1,'note':'soon'}],"
+                                  "'blur':[{'frame':3}]"));
+    Animated& scale = project.title[Property::Scale];
+    RemoveKey(scale, 0);
+    scale.keys[0].frame = 2;
+    QJsonObject saved = Saved(project);
+    const QJsonValue key = saved["title"]["animation"]["scale"][0];
+    EXPECT_EQ(saved["title"]["animation"]["scale"].toArray().size(), 1);
+    EXPECT_EQ(key["note"], "late");
+    EXPECT_EQ(key["ease"]["by"], "me");
+    EXPECT_EQ(key["ease"]["kind"], "linear");
+    RemoveKey(scale, 0); // the list goes, the one that we do not know stays
+    saved = Saved(project);
+    EXPECT_EQ(saved["title"]["animation"], QJsonDocument::fromJson(R"({"blur":[{"frame":3}]})").object());
 }
 
 struct StopEdit
@@ -206,6 +249,25 @@ INSTANTIATE_TEST_SUITE_P(
         Broken{"TooManyStops", Stops(("[{}" + QByteArray(",{}").repeated(255) + "]").constData()),
                "2 to 255 elements, found 256 elements."},
         Broken{"StopIsNumber", Stops("[{},3]"), "title.gradient.stops[1]: expected an object"},
+        Broken{"Duration", "{'version':1,'duration':0}",
+               "duration: expected a whole number from 1 to 1000000"},
+        Broken{"Still", "{'version':1,'title':{'opacity':101}}",
+               "title.opacity: expected a number from 0 to"},
+        Broken{"Keys", Keys("{}"), "title.animation.scale: expected a list of 0 to 10000 elements"},
+        Broken{"TooManyKeys", Keys(("[{}" + QByteArray(",{}").repeated(kMostKeys) + "]").constData()),
+               "0 to 10000 elements, found 10001 elements."},
+        Broken{"KeyIsNumber", Keys("[{},3]"), "title.animation.scale[1]: expected an object"},
+        Broken{"KeyFrame", Keys("[{'frame':-1}]"),
+               "scale[0].frame: expected a whole number from 0 to 1000000"},
+        Broken{"KeyValue", Keys("[{'value':'big'}]"), "scale[0].value: expected a number from 0 to 1000,"},
+        Broken{"EaseKind", Keys("[{'ease':{'kind':2}}]"),
+               "scale[0].ease.kind: expected one of: linear, speed up"},
+        Broken{"Tangent", Keys("[{'ease':{'out':[0.5]}}]"),
+               "scale[0].ease.out: expected a list of 2 elements, found 1 elements"},
+        Broken{"TangentFraction", Keys("[{'ease':{'in':[1.5,0]}}]"),
+               "scale[0].ease.in[0]: expected a number from 0 to 1, found 1.5"},
+        Broken{"TangentOffset", Keys("[{'ease':{'in':[1,null]}}]"),
+               "ease.in[1]: expected a number from -1000000"},
         Broken{"Position", Stops("[{},{},{'position':1.5}]"),
                "title.gradient.stops[2].position: expected a number from 0 to 1, found 1.5"},
         Broken{"Colour", Stops("[{'colour':'#12345G'},{}]"), "stops[0].colour: expected a colour such as"}),
