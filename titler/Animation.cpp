@@ -1,5 +1,7 @@
 #include "Animation.h"
 
+#include "KvBezierCurve2D.h"
+
 #include <QPointF>
 
 #include <algorithm>
@@ -89,6 +91,18 @@ double ParameterAt(const Cubic& cubic, double x)
         (Split(cubic, middle).middle.x() < x ? low : high) = middle;
     }
     return (low + high) / 2;
+}
+
+double YOnLine(QPointF a, QPointF b, double x)
+{
+    return a.y() + (b.y() - a.y()) * ((x - a.x()) / (b.x() - a.x()));
+}
+
+double YOnPath(const Cubic& c, double x)
+{
+    const double points[8] = {c.start.x(), c.start.y(), c.out.x(), c.out.y(),
+                              c.in.x(),    c.in.y(),    c.end.x(), c.end.y()};
+    return KvBezierEase(points).Value(x);
 }
 
 // A tangent as fraction of the width and offset; one that is too long keeps its direction.
@@ -216,12 +230,10 @@ double ValueAt(const Animated& animated, Property property, double frame)
         return Limited(property, keys.back().value);
     const auto next = std::upper_bound(keys.begin(), keys.end(), frame,
                                        [](double f, const Key& key) { return f < key.frame; });
-    const Key& from = *(next - 1);
-    const Cubic path = CubicOf(from, *next);
-    if (IsStraight(from.ease))
-        return Limited(property,
-                       Between(path.start, path.end, (frame - from.frame) / (next->frame - from.frame)).y());
-    return Limited(property, Split(path, ParameterAt(path, frame)).middle.y());
+    const Cubic path = CubicOf(*(next - 1), *next);
+    if (IsStraight((next - 1)->ease))
+        return Limited(property, YOnLine(path.start, path.end, frame));
+    return Limited(property, YOnPath(path, frame));
 }
 
 std::array<double, kProperties> ValuesAt(const Properties& properties, double frame)

@@ -102,15 +102,15 @@ TEST(Project, NotesGoWithTheirKey)
     Animated& scale = project.title[Property::Scale];
     RemoveKey(scale, 0);
     scale.keys[0].frame = 2;
-    QJsonObject saved = Saved(project);
-    const QJsonValue key = saved["title"]["animation"]["scale"][0];
-    EXPECT_EQ(saved["title"]["animation"]["scale"].toArray().size(), 1);
+    const QJsonValue title = Saved(project)["title"];
+    const QJsonValue key = title["animation"]["scale"][0];
+    EXPECT_EQ(title["animation"]["scale"].toArray().size(), 1);
     EXPECT_EQ(key["note"], "late");
     EXPECT_EQ(key["ease"]["by"], "me");
     EXPECT_EQ(key["ease"]["kind"], "linear");
     RemoveKey(scale, 0); // the list goes, the one that we do not know stays
-    saved = Saved(project);
-    EXPECT_EQ(saved["title"]["animation"], QJsonDocument::fromJson(R"({"blur":[{"frame":3}]})").object());
+    const QJsonValue still = Saved(project)["title"];
+    EXPECT_EQ(still["animation"], QJsonDocument::fromJson(R"({"blur":[{"frame":3}]})").object());
 }
 
 struct StopEdit
