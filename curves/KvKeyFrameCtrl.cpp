@@ -74,9 +74,7 @@ struct CKvKeyFrameCtrl::Impl
 {
     struct Record
     {
-        UINT id = 0;
-        CRect rect;
-        UINT state = 0;
+        UINT state = 0; ///< of a toggle: checked
         CKvBitmapButton* button = nullptr;
     };
 
@@ -110,13 +108,10 @@ void CKvKeyFrameCtrl::Impl::CreateButton(std::size_t place)
 {
     const ButtonKind& kind = kButtons[place];
     Record& record = records[place];
-    const wchar_t* image = vertical && kind.verticalImage ? kind.verticalImage : kind.image;
-    record.id = kind.id;
-    record.rect = ButtonRect(strip.GetClientRect(), place, vertical);
     record.state = 1;
     record.button = new CKvBitmapButton; // the strip owns it
-    record.button->CreateButton(kind.id, &strip, record.rect, WS_CHILD | WS_VISIBLE, image,
-                                KvGuiRes::LoadTip(kind.id).c_str());
+    record.button->CreateButton(kind.id, &strip, ButtonRect(strip.GetClientRect(), place, vertical),
+                                WS_CHILD | WS_VISIBLE, ImageOf(place), KvGuiRes::LoadTip(kind.id).c_str());
     record.button->setCheckable(kind.uncheckedImage != nullptr);
     record.button->SetBackgroundKey(kBackgroundKey);
     record.button->SetGuiBasicSettings(settings);
@@ -186,8 +181,9 @@ void CKvKeyFrameCtrl::Impl::Leave(std::size_t place)
         next = UsableFrom(place, 1);
     if (next == place)
         return;
-    if (strip.window()->focusWidget() == records[place].button)
-        records[next].button->setFocus(Qt::OtherFocusReason);
+    const CKvBitmapButton* const left = records[place].button;
+    if (strip.window()->focusWidget() == left)
+        records[next].button->setFocus(left->IsFocusShown() ? Qt::OtherFocusReason : Qt::MouseFocusReason);
     if (current == place)
         MakeCurrent(next);
 }
@@ -202,7 +198,7 @@ void CKvKeyFrameCtrl::Impl::ShowTips()
 {
     for (const Record& record : records) {
         if (record.button)
-            record.button->setToolTip(KvToQString(KvGuiRes::LoadTip(record.id)));
+            record.button->setToolTip(KvToQString(KvGuiRes::LoadTip(record.button->GetDlgCtrlID())));
     }
 }
 
@@ -317,7 +313,7 @@ int CKvKeyFrameCtrl::_UpdateControl()
 {
     if (!m_impl->records[kToggle].button)
         return 0;
-    m_impl->records[kToggle].state = 0;
+    m_impl->records[kToggle].state = 0; // whatever it was
     for (std::size_t place = 0; place < kButtonCount; ++place)
         m_impl->ShowState(place);
     return _ShowKeyFrameControl(GetToggleCheck());

@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr DWORD kDefaultHoverColour = 0x30FFFFFF;
-constexpr DWORD kDefaultPressedColour = 0x58FFFFFF;
+constexpr DWORD kDefaultHoverColour = 0x28FFFFFF;
+constexpr DWORD kDefaultPressedColour = 0x70000000;
 constexpr DWORD kDefaultFocusColour = 0xFFFFA500;
 constexpr qreal kCornerRadius = 2.5;
 constexpr qreal kDisabledOpacity = 0.4;
@@ -57,20 +57,29 @@ QRectF OnPixels(const QPainter& painter, const QRectF& rect)
     return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
 }
 
-void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& room)
+void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& room, qreal opacity = 1)
 {
     QSize size = picture.Size();
     if (size.width() > room.width() || size.height() > room.height())
         size.scale(room.size(), Qt::KeepAspectRatio);
-    QRect target(QPoint(), size);
-    target.moveCenter(room.center());
-    picture.Draw(painter, OnPixels(painter, target));
+    QRect place(QPoint(), size);
+    place.moveCenter(room.center());
+    const QRectF target = OnPixels(painter, place);
+    if (opacity == 1) {
+        picture.Draw(painter, target);
+        return;
+    }
+    // As a whole: shapes that overlap would shine through one another.
+    const QPixmap pixmap = picture.Pixmap(size, painter.deviceTransform().m11());
+    painter.setOpacity(opacity);
+    painter.drawPixmap(target, pixmap, pixmap.rect());
+    painter.setOpacity(1);
 }
 
 void DrawFocusRing(QPainter& painter, const QRect& room)
 {
     const qreal ratio = painter.deviceTransform().m11();
-    const qreal width = std::max(1.0, std::floor(ratio)) / ratio;
+    const qreal width = std::max(1.0, std::round(ratio)) / ratio;
     const QRectF outer = OnPixels(painter, room);
     QPainterPath ring;
     ring.addRoundedRect(outer, kCornerRadius, kCornerRadius);
@@ -173,9 +182,7 @@ struct CKvBitmapButton::Impl
             plate.addRoundedRect(OnPixels(painter, room), kCornerRadius, kCornerRadius);
             painter.fillPath(plate, Colour(look.plateKey, look.plateDefault));
         }
-        painter.setOpacity(look.opacity);
-        DrawPicture(painter, KvGuiRes::LoadImageW(image.c_str()), room);
-        painter.setOpacity(1);
+        DrawPicture(painter, KvGuiRes::LoadImageW(image.c_str()), room, look.opacity);
     }
 };
 
