@@ -32,9 +32,9 @@ public:
     ~CKvDialog() override;
 
     /// Opens the dialog and waits until it ends.
-    /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel, also when the application ends meanwhile
+    /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel (also when the application ends meanwhile,
     /// or
-    ///         the dialog is deleted; -1 when there is no such template or the window exists already.
+    ///         the dialog is deleted); -1 when there is no such template or the window exists already.
     virtual int DoModal();
     /// Makes the window, hidden, without waiting; `show` shows it.
     /// @return 1; 0 when there is no such template or the window exists already.

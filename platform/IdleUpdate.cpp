@@ -36,10 +36,11 @@ void IdleUpdate::Post()
     QCoreApplication::postEvent(this, new QEvent(IdleEvent()), Qt::LowEventPriority);
 }
 
-// Any event may change what can be done, the tick among them.
+// Any event may change what can be done, the tick among them; not those that the update itself causes, or it
+// would never come to rest.
 bool IdleUpdate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != IdleEvent()) {
+    if (!m_isIdling && event->type() != IdleEvent()) {
         m_count = 0;
         Post();
     }
@@ -50,11 +51,15 @@ bool IdleUpdate::event(QEvent* event)
 {
     if (event->type() != IdleEvent())
         return QObject::event(event);
-    m_isPosted = false;
     const QPointer<IdleUpdate> self(this);
-    const Callback idle = m_idle;
+    const Callback idle = m_idle; // it may destroy this object
+    m_isPosted = false;
+    m_isIdling = true;
     const bool wantsMore = idle(m_count++);
-    if (self && wantsMore)
+    if (!self)
+        return true;
+    m_isIdling = false;
+    if (wantsMore)
         Post();
     return true;
 }

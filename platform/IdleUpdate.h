@@ -31,6 +31,7 @@ private:
     QBasicTimer m_tick;
     int m_count = 0;
     bool m_isPosted = false;
+    bool m_isIdling = false;
 };
 
 } // namespace kv

@@ -1,0 +1,55 @@
+// The dialog base's private part: the window that a template becomes.
+#pragma once
+
+#include "KvDialog.h"
+#include "platform/DialogTemplate.h"
+#include "platform/IdleUpdate.h"
+
+#include <QPointer>
+
+#include <vector>
+
+struct CKvDialog::Impl
+{
+    struct Item
+    {
+        const kv::DialogItem* place;
+        QPointer<QWidget> control;
+    };
+
+    /// How a dialog ended; outlives the dialog that a handler deletes.
+    struct Ending
+    {
+        bool hasEnded = false;
+        int result = IDCANCEL;
+    };
+
+    explicit Impl(CKvDialog& owner) : dialog(owner) {}
+
+    /// Makes items, texts and look and calls `OnInitDialog`, after which this may be gone. @return 1 or 0.
+    int MakeWindow(UINT number);
+    void MakeItems();
+    void ApplyTexts();
+    void ApplyLook();
+    /// Takes the dialog units from the font and lays out.
+    void Measure();
+    void LayOut();
+    void OrderTabs();
+    /// Puts the window over its parent's.
+    void Place();
+    /// The first item that the Tab key reaches; null when there is none.
+    QWidget* FirstTabStop() const;
+
+    CKvDialog& dialog;
+    UINT modalTemplate = 0;
+    kv::DialogTemplate shape{};
+    QPointer<QWidget> parent;
+    bool isCreated = false;
+    std::vector<Item> items;
+    kv::DialogUnits units{};
+    QSize smallest;
+    SKvGuiBasicSettings* settings = nullptr;
+    std::shared_ptr<Ending> ending = std::make_shared<Ending>();
+    std::unique_ptr<kv::IdleUpdate> idle;
+    QMetaObject::Connection parentDies;
+};

@@ -1,0 +1,355 @@
+// Dialogs from templates: items and their places, how dialogs open and end, texts of a translation, idle
+// update.
+#include "KvDialog.h"
+#include "KvGuiRes.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr UINT kEaseDialog = 12016;
+constexpr UINT kHint = 0xFFFFFFFF;
+
+class Dialog : public CKvDialog
+{
+public:
+    explicit Dialog(CWnd* parent = nullptr) : CKvDialog(kEaseDialog, parent) {}
+
+    std::function<void()> onInit;
+    std::function<LRESULT(LPARAM)> onIdle;
+    QString heard;
+
+    BOOL OnInitDialog() override
+    {
+        heard += QStringLiteral("init ");
+        if (onInit)
+            onInit();
+        return 1;
+    }
+    void OnOK() override
+    {
+        heard += QStringLiteral("ok ");
+        CKvDialog::OnOK();
+    }
+    void OnCancel() override
+    {
+        heard += QStringLiteral("cancel ");
+        CKvDialog::OnCancel();
+    }
+    LRESULT OnKickIdle(WPARAM, LPARAM count) override { return onIdle ? onIdle(count) : 0; }
+
+    using CKvDialog::ReplaceDlgItem;
+};
+
+// The usual way to measure dialog units, for the expected places.
+QRect Place(const QFont& font, const QRect& units)
+{
+    const QFontMetrics metrics(font);
+    const QString letters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+    const double x = std::round(metrics.horizontalAdvance(letters) / 52.0) / 4;
+    const double y = metrics.height() / 8.0;
+    const auto round = [](double value) { return static_cast<int>(std::lround(value)); };
+    return {round(units.x() * x), round(units.y() * y), round(units.width() * x), round(units.height() * y)};
+}
+
+TEST(DialogTemplate, ItemsStandInDialogUnitsAndFollowALargerWindow)
+{
+    struct Row
+    {
+        const char* name;
+        UINT id;
+        QRect units;
+        QRect growth; // what 100 × 40 more pixels add to x, y, width and height
+    };
+    const Row rows[] = {
+        {"curve takes the room", 12088, {7, 7, 341, 180}, {0, 0, 100, 40}},
+        {"first button", 12077, {354, 7, 50, 14}, {100, 0, 0, 0}},
+        {"reset", 12078, {354, 42, 50, 14}, {100, 0, 0, 0}},
+        {"ease in out", 12095, {354, 106, 50, 14}, {100, 0, 0, 0}},
+        {"next key", 12094, {380, 125, 23, 14}, {100, 0, 0, 0}},
+        {"OK", IDOK, {354, 153, 50, 14}, {100, 0, 0, 0}},
+        {"Cancel", IDCANCEL, {354, 172, 50, 14}, {100, 0, 0, 0}},
+        {"hint keeps the bottom", kHint, {7, 192, 397, 12}, {0, 40, 100, 0}},
+    };
+    for (const int points : {8, 13}) {
+        Dialog dialog;
+        QFont font = dialog.font();
+        font.setPointSize(points);
+        dialog.setFont(font);
+        ASSERT_EQ(dialog.Create(kEaseDialog, nullptr), 1);
+        const QSize smallest = Place(font, {0, 0, 411, 211}).size();
+        EXPECT_EQ(dialog.size(), smallest);
+        dialog.show();
+        for (const bool isLarge : {false, true, false}) {
+            dialog.resize(isLarge ? smallest + QSize(100, 40) : QSize(10, 10));
+            for (const Row& row : rows) {
+                SCOPED_TRACE(row.name);
+                QRect expected = Place(font, row.units);
+                if (isLarge)
+                    expected = {expected.topLeft() + row.growth.topLeft(),
+                                expected.size() + row.growth.size()};
+                ASSERT_NE(dialog.GetDlgItem(row.id), nullptr);
+                EXPECT_EQ(dialog.GetDlgItem(row.id)->geometry(), expected);
+                EXPECT_EQ(QRect(dialog.MapDialogRect(CRect(row.units))), Place(font, row.units));
+            }
+        }
+    }
+}
+
+TEST(DialogTemplate, TextsNamesAndTabOrder)
+{
+    Dialog dialog;
+    ASSERT_EQ(dialog.Create(kEaseDialog, nullptr), 1);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Parameter Curve Setup"));
+    EXPECT_FALSE(dialog.isVisible());
+
+    QWidget* curve = new QWidget(&dialog);
+    curve->setFocusPolicy(Qt::StrongFocus);
+    const QRect place = dialog.GetDlgItem(12088)->geometry();
+    EXPECT_EQ(dialog.ReplaceDlgItem(12088, curve), 1);
+    EXPECT_EQ(dialog.ReplaceDlgItem(12, curve), 0);
+    EXPECT_EQ(dialog.GetDlgItem(12088), curve);
+    EXPECT_EQ(curve->geometry(), place);
+
+    QStringList texts;
+    QWidget* control = curve;
+    while ((control = control->nextInFocusChain()) != curve) {
+        if (auto* button = qobject_cast<QPushButton*>(control))
+            texts << button->text() + (button->isDefault() ? QStringLiteral("!") : QString());
+    }
+    const QStringList expected{"Undo",        "Redo", "Reset", "Linear", "Speed Up", "Speed Down",
+                               "Ease in out", "|<",   ">|",    "OK!",    "Cancel"};
+    EXPECT_EQ(texts, expected);
+    EXPECT_EQ(dialog.findChildren<QLabel*>().size(), 1) << "the placeholder is gone";
+
+    const auto name = [&](UINT id) {
+        return QAccessible::queryAccessibleInterface(dialog.GetDlgItem(id))->text(QAccessible::Name);
+    };
+    EXPECT_EQ(name(12093), QStringLiteral("Previous key"));
+    EXPECT_EQ(name(12094), QStringLiteral("Next key"));
+    EXPECT_EQ(name(12091), QStringLiteral("Speed Up"));
+    EXPECT_EQ(dialog.GetDlgItem(12091)->toolTip(), QStringLiteral("Begin slowly, end fast"));
+}
+
+TEST(DialogTemplate, TranslationReachesAnOpenDialogAndFallsBack)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("texts.ini")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[Dialogs]\n12016.0=Kurve\n12016.12077=Zurück\n12016.65535=Mausrad\n12016.12093=Zurück\n"
+               "[Tips]\n12093=Voriger Schlüssel\n");
+    file.close();
+    Dialog dialog;
+    dialog.Create(kEaseDialog, nullptr);
+    const auto text = [&](UINT id) { return qobject_cast<QPushButton*>(dialog.GetDlgItem(id))->text(); };
+    ASSERT_EQ(KvGuiRes::SetStringFile(KvFromQString(file.fileName()).c_str()), 1);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Kurve"));
+    EXPECT_EQ(text(12077), QStringLiteral("Zurück"));
+    EXPECT_EQ(text(12079), QStringLiteral("Redo")) << "not translated";
+    EXPECT_EQ(qobject_cast<QLabel*>(dialog.GetDlgItem(kHint))->text(), QStringLiteral("Mausrad"));
+    EXPECT_EQ(dialog.GetDlgItem(12093)->accessibleName(), QString()) << "it has words of its own";
+    EXPECT_EQ(dialog.GetDlgItem(12093)->toolTip(), QStringLiteral("Voriger Schlüssel"));
+    KvGuiRes::SetStringFile(nullptr);
+    EXPECT_EQ(text(12077), QStringLiteral("Undo"));
+}
+
+TEST(DialogLife, EndsAsItWasEnded)
+{
+    struct Row
+    {
+        const char* name;
+        std::function<void(Dialog&)> act;
+        int result;
+        const char* heard;
+    };
+    const auto key = [](Qt::Key which) {
+        return [which](Dialog& dialog) { QTest::keyClick(&dialog, which); };
+    };
+    const auto click = [](UINT id) {
+        return [id](Dialog& dialog) { QTest::mouseClick(dialog.GetDlgItem(id), Qt::LeftButton); };
+    };
+    const auto enterOn = [](UINT id) {
+        return [id](Dialog& dialog) {
+            dialog.GetDlgItem(id)->setFocus();
+            QTest::keyClick(dialog.GetDlgItem(id), Qt::Key_Return);
+        };
+    };
+    const Row rows[] = {
+        {"OK", click(IDOK), IDOK, "init ok "},
+        {"Cancel", click(IDCANCEL), IDCANCEL, "init cancel "},
+        {"Enter", key(Qt::Key_Return), IDOK, "init ok "},
+        {"Enter of the keypad", key(Qt::Key_Enter), IDOK, "init ok "},
+        {"Enter after a click on another button", enterOn(12090), IDOK, "init ok "},
+        {"Enter on Cancel", enterOn(IDCANCEL), IDCANCEL, "init cancel "},
+        {"Escape", key(Qt::Key_Escape), IDCANCEL, "init cancel "},
+        {"close box", [](Dialog& dialog) { dialog.close(); }, IDCANCEL, "init cancel "},
+        {"message", [](Dialog& dialog) { KvSendMessage(&dialog, WM_CLOSE, 0, 0); }, IDCANCEL, "init cancel "},
+        {"own result", [](Dialog& dialog) { dialog.EndDialog(77); }, 77, "init "},
+        {"destroyed", [](Dialog& dialog) { dialog.DestroyWindow(); }, IDCANCEL, "init "},
+        {"hidden", [](Dialog& dialog) { dialog.hide(); }, IDCANCEL, "init cancel "},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QWidget parent;
+        parent.show();
+        Dialog dialog(&parent);
+        for (int opening = 0; opening < 2; ++opening) {
+            dialog.heard.clear();
+            QTimer::singleShot(0, [&] {
+                EXPECT_TRUE(dialog.isVisible() && dialog.isModal());
+                EXPECT_EQ(dialog.DoModal(), -1) << "it is open already";
+                row.act(dialog);
+            });
+            EXPECT_EQ(dialog.DoModal(), row.result);
+            EXPECT_EQ(dialog.heard, QLatin1String(row.heard));
+            EXPECT_FALSE(dialog.isVisible() || dialog.IsCreated() || dialog.GetDlgItem(IDOK));
+        }
+    }
+    Dialog ended;
+    ended.onInit = [&] { ended.EndDialog(5); };
+    EXPECT_EQ(ended.DoModal(), 5) << "before it was shown";
+    EXPECT_EQ(CKvDialog(1).DoModal(), -1) << "no such template";
+    EXPECT_EQ(Dialog().Create(1, nullptr), 0);
+}
+
+TEST(DialogLife, IsCancelledWhenTheApplicationEnds)
+{
+    Dialog dialog;
+    int result = 0;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [] { QCoreApplication::exit(3); });
+        result = dialog.DoModal();
+    });
+    EXPECT_EQ(QCoreApplication::exec(), 3);
+    EXPECT_EQ(result, IDCANCEL);
+    EXPECT_EQ(dialog.heard, QStringLiteral("init cancel "));
+    EXPECT_FALSE(dialog.isVisible());
+
+    // Asked to quit politely, the toolkit closes all windows first.
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [] { QCoreApplication::quit(); });
+        result = dialog.DoModal();
+    });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_EQ(result, IDCANCEL);
+}
+
+TEST(DialogLife, DialogOrParentMayDieInAHandler)
+{
+    for (const bool inInit : {false, true}) {
+        QPointer<Dialog> dialog = new Dialog;
+        const auto die = [&] { delete dialog; };
+        if (inInit)
+            dialog->onInit = die;
+        else
+            QTimer::singleShot(0, die);
+        EXPECT_EQ(dialog->DoModal(), IDCANCEL);
+        EXPECT_FALSE(dialog);
+    }
+    auto* parent = new QWidget;
+    Dialog onStack(parent);
+    QTimer::singleShot(0, [&] { delete parent; });
+    EXPECT_EQ(onStack.DoModal(), IDCANCEL);
+    EXPECT_EQ(onStack.heard, QStringLiteral("init cancel "));
+
+    auto* owner = new QWidget;
+    Dialog modeless;
+    modeless.Create(kEaseDialog, owner);
+    modeless.show();
+    EXPECT_FALSE(modeless.isModal());
+    delete owner;
+    EXPECT_FALSE(modeless.IsCreated());
+    EXPECT_EQ(modeless.heard, QStringLiteral("init cancel "));
+}
+
+TEST(DialogIdle, KicksAfterEventsCountsAndComesToRest)
+{
+    Dialog dialog;
+    std::vector<LPARAM> counts;
+    dialog.onIdle = [&](LPARAM count) {
+        counts.push_back(count);
+        return count < 3 ? 1 : 0;
+    };
+    dialog.Create(kEaseDialog, nullptr);
+    QTest::mouseMove(&dialog);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(counts.empty()) << "nobody sees it";
+    dialog.show();
+    while (counts.size() < 4 || counts.back() != 3)
+        QCoreApplication::processEvents();
+    counts.clear();
+    QTest::keyClick(&dialog, Qt::Key_F5);
+    for (int turn = 0; turn < 200; ++turn)
+        QCoreApplication::processEvents();
+    ASSERT_GE(counts.size(), 4u);
+    EXPECT_EQ(std::vector(counts.begin(), counts.begin() + 4), (std::vector<LPARAM>{0, 1, 2, 3}));
+    EXPECT_LT(counts.size(), 40u) << "kicking is no reason to kick";
+
+    counts.clear();
+    while (counts.size() < 4) // no event but the tick
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_EQ(counts.front(), 0);
+    dialog.onIdle = [&](LPARAM) {
+        dialog.DestroyWindow();
+        return 1;
+    };
+    while (dialog.IsCreated())
+        QCoreApplication::processEvents();
+}
+
+class Commands : public Dialog
+{
+public:
+    std::vector<UINT> asked;
+    void OnCmdUpdateUI(CCmdUI* command) override
+    {
+        asked.push_back(command->m_nID);
+        if (command->m_nID == 12077)
+            command->Enable(0);
+    }
+};
+
+TEST(DialogIdle, CommandsAreAskedForAndADisabledButtonHandsTheFocusOver)
+{
+    Commands dialog;
+    dialog.Create(kEaseDialog, nullptr);
+    auto* curve = new QWidget(&dialog);
+    curve->setFocusPolicy(Qt::StrongFocus);
+    dialog.ReplaceDlgItem(12088, curve);
+    dialog.show();
+    dialog.activateWindow();
+    dialog.GetDlgItem(12077)->setFocus();
+    dialog.UpdateDialogControls();
+    EXPECT_FALSE(dialog.GetDlgItem(12077)->isEnabled());
+    EXPECT_EQ(dialog.focusWidget(), curve) << "not the next button, which the next Space would press";
+    const std::vector<UINT> all{12088, 12077, 12079, 12078, 12090, 12091, 12092, 12095, 12093, 12094, 1, 2};
+    EXPECT_EQ(std::vector(dialog.asked.end() - 12, dialog.asked.end()), all);
+}
+
+TEST(DialogLook, ColoursOfTheHostGoBeforeTheSkin)
+{
+    SKvGuiBasicSettings settings{0xFF102030, 0xFFFFFFFF, 0xFF808080, QFont()};
+    Dialog dialog;
+    dialog.Create(kEaseDialog, nullptr);
+    qApp->setStyleSheet(QStringLiteral("* { background: white; color: white; }"));
+    const auto ground = [&] { return dialog.grab().toImage().pixelColor(2, 2).rgba(); };
+    EXPECT_EQ(ground(), 0xFF2B2B2Eu) << "the skin's, not the application's";
+    dialog.SetGuiBasicSettings(&settings);
+    EXPECT_EQ(ground(), 0xFF102030u);
+    dialog.SetGuiBasicSettings(nullptr);
+    EXPECT_EQ(ground(), 0xFF2B2B2Eu);
+    qApp->setStyleSheet(QString());
+}
+
+} // namespace
