@@ -21,7 +21,7 @@ using Cubic = std::array<double, 3>;
 
 double At(const Cubic& c, double t)
 {
-    return t * (c[0] + t * (c[1] + t * c[2]));
+    return t * c[0] + t * t * (c[1] + t * c[2]);
 }
 
 double SlopeAt(const Cubic& c, double t)
@@ -145,7 +145,7 @@ void KvBezierEase::Inverse::FillCell(std::size_t index)
     for (int end = 0; end < 2; ++end) {
         const double t = cell.start + end * size;
         slopes[end] = width / (size * SlopeAt(x, t));
-        bends[end] = -BendAt(x, t) * size * size / width * std::pow(slopes[end], 3);
+        bends[end] = -BendAt(x, t) * size * size / width * slopes[end] * slopes[end] * slopes[end];
     }
     const double c1 = slopes[0];
     const double c2 = bends[0] / 2;
@@ -179,11 +179,13 @@ bool KvBezierEase::Inverse::IsGoodGuess(const Cell& cell, double edge, double wi
     const double bend = std::max(std::abs(BendAt(x, cell.start)), std::abs(BendAt(x, end)));
     double error = 0;
     for (const double part : {0.3, 0.5, 0.7}) {
-        const double t = Guess(cell, part * width);
-        error = std::max(error, std::abs(At(x, t) - (edge + part * width)));
+        const double off = std::abs(At(x, Guess(cell, part * width)) - (edge + part * width));
+        if (!(off < 1)) // next to no slope makes powers that are no numbers
+            return false;
+        error = std::max(error, off);
     }
     const double onSlope = 2 * error / slope;
-    return slope > 0 && error < 1 && bend / 2 * onSlope * onSlope <= kClose;
+    return slope > 0 && bend / 2 * onSlope * onSlope <= kClose;
 }
 
 double KvBezierEase::Inverse::FirstParameterAt(double u) const
@@ -228,7 +230,8 @@ KvBezierEase::KvBezierEase(const double points[8])
     const double out = (points[2] - m_start) * m_scale;
     const double in = (points[4] - m_start) * m_scale;
     const Cubic x = FromControls(out, in, 1);
-    if (!(m_scale > 0 && std::isfinite(m_scale) && SizeOf(x) <= kTooLarge && std::isfinite(SizeOf(m_y)))) {
+    const double reach = std::abs(m_y0) + 6 * SizeOf(m_y); // of every sum below
+    if (!(m_scale > 0 && std::isfinite(m_scale) && SizeOf(x) <= kTooLarge && std::isfinite(reach))) {
         MakeStep();
         return;
     }
@@ -267,7 +270,7 @@ double KvBezierEase::Speed(double x) const
     if (!(x >= m_start && x <= m_end) || m_scale == 0)
         return 0;
     const Cubic inX = m_inverse ? m_inverse->x : Cubic{1, 0, 0};
-    const double t = x < m_end ? ParameterAt(x) : 1;
+    const double t = x >= m_end ? 1 : x > m_start ? ParameterAt(x) : 0;
     // Where the point stands still the next derivatives tell where it is going.
     const double ways[][2] = {
         {SlopeAt(inX, t), SlopeAt(m_y, t)}, {BendAt(inX, t), BendAt(m_y, t)}, {inX[2], m_y[2]}};

@@ -105,7 +105,7 @@ std::optional<std::vector<double>> Numbers(std::string_view text)
 std::string_view Arguments(std::string_view text)
 {
     constexpr std::string_view name = "cubic-bezier(";
-    const auto isSame = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + ('a' - 'A') : a) == b; };
+    const auto isSame = [](char a, char b) { return a == (b >= 'A' && b <= 'Z' ? b + ('a' - 'A') : b); };
     if (text.size() > name.size() && text.back() == ')' &&
         std::equal(name.begin(), name.end(), text.begin(), isSame))
         return text.substr(name.size(), text.size() - name.size() - 1);

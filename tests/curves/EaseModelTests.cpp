@@ -1,0 +1,301 @@
+// The rules of the ease: limits of a drag, history, presets, and what hosts get back.
+#include "curves/EaseModel.h"
+
+#include <bit>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+namespace {
+
+using kv::EaseCurve;
+using kv::EaseHandle;
+using kv::EaseModel;
+using kv::EasePart;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+// From (2, 10) to (6, 30) with values of 0 … 40: width 4, span 40.
+EaseCurve Curve(std::uint32_t lock = 0)
+{
+    return {{{{2, 10}, {3, 10}, {4, 30}, {6, 30}}}, 0, 40, lock, kv::kEaseSmooth};
+}
+
+using Bits = std::array<std::uint64_t, 8>;
+
+Bits BitsOf(const EaseCurve& curve)
+{
+    Bits bits;
+    for (std::size_t i = 0; i < bits.size(); ++i) {
+        const SKvCurvePoint& point = curve.points[i / 2];
+        bits[i] = std::bit_cast<std::uint64_t>(i % 2 == 0 ? point.x : point.y);
+    }
+    return bits;
+}
+
+struct Place
+{
+    double x, y;
+};
+
+void ExpectAt(const char* name, const SKvCurvePoint& point, const Place& place)
+{
+    EXPECT_DOUBLE_EQ(point.x, place.x) << name;
+    EXPECT_DOUBLE_EQ(point.y, place.y) << name;
+}
+
+TEST(EaseModel, DragsAndTheirLimits)
+{
+    constexpr int start = 0;
+    constexpr int end = 1;
+    const struct
+    {
+        const char* name;
+        kv::EaseHit hit;
+        Place mouse;
+        EaseHandle moved;
+        Place free;
+        Place locked;
+        bool keepDirection = false;
+    } cases[] = {
+        {"out follows", {start, EasePart::OutHandle}, {5, 25}, EaseHandle::Out, {5, 25}, {5, 25}},
+        {"out falls", {start, EasePart::OutHandle}, {5, -90}, EaseHandle::Out, {5, -90}, {5, 10}},
+        {"out beyond the span", {start, EasePart::OutHandle}, {5, 99}, EaseHandle::Out, {5, 99}, {5, 50}},
+        {"out to the far end", {start, EasePart::OutHandle}, {6, 20}, EaseHandle::Out, {6, 20}, {6, 20}},
+        {"out on the key", {start, EasePart::OutHandle}, {2, 10}, EaseHandle::Out, {2, 10}, {2, 10}},
+        {"in follows", {end, EasePart::InHandle}, {5, 25}, EaseHandle::In, {5, 25}, {5, 25}},
+        {"in above its key", {end, EasePart::InHandle}, {5, 35}, EaseHandle::In, {5, 35}, {5, 30}},
+        {"in beyond the span", {end, EasePart::InHandle}, {5, -20}, EaseHandle::In, {5, -20}, {5, -10}},
+        {"line by its middle",
+         {start, EasePart::OutTangent, 0.5},
+         {3, 15},
+         EaseHandle::Out,
+         {4, 20},
+         {4, 20}},
+        {"line past the width",
+         {start, EasePart::OutTangent, 0.5},
+         {6, 20},
+         EaseHandle::Out,
+         {6, 20},
+         {6, 20}},
+        {"line to the wrong side",
+         {start, EasePart::OutTangent, 2},
+         {1, 14},
+         EaseHandle::Out,
+         {2, 12},
+         {2, 12}},
+        {"line of the end", {end, EasePart::InTangent, 0.5}, {5, 20}, EaseHandle::In, {4, 10}, {4, 10}},
+        {"its width", {end, EasePart::InTangent, 0.25}, {4, 20}, EaseHandle::In, {2, 10}, {2, 10}},
+        {"width before lock", {end, EasePart::InTangent, 0.1}, {5, 10}, EaseHandle::In, {2, -50}, {2, -10}},
+        {"its wrong side", {end, EasePart::InTangent, 0.5}, {7, 20}, EaseHandle::In, {6, 10}, {6, 10}},
+        {"start key up", {start, EasePart::Key}, {5, 25}, EaseHandle::Start, {2, 25}, {2, 10}},
+        {"start key too high", {start, EasePart::Key}, {2, 50}, EaseHandle::Start, {2, 40}, {2, 10}},
+        {"end key too low", {end, EasePart::Key}, {2, -1}, EaseHandle::End, {6, 0}, {6, 30}},
+        {"same direction", {start, EasePart::OutHandle}, {4, 35}, EaseHandle::Out, {4, 10}, {4, 10}, true},
+        {"not backwards", {start, EasePart::OutHandle}, {1, 20}, EaseHandle::Out, {2, 10}, {2, 10}, true},
+        {"not a number", {start, EasePart::OutHandle}, {kNaN, 20}, EaseHandle::Out, {3, 10}, {3, 10}},
+        {"beyond float", {start, EasePart::OutHandle}, {4, 1e300}, EaseHandle::Out, {3, 10}, {4, 50}},
+    };
+    for (const auto& row : cases) {
+        for (const std::uint32_t lock : {0u, 7u}) {
+            EaseModel model;
+            model.Load(Curve(lock));
+            EXPECT_EQ(model.BeginDrag(row.hit), lock == 0 || row.hit.part != EasePart::Key) << row.name;
+            model.DragTo({row.mouse.x, row.mouse.y}, row.keepDirection);
+            ExpectAt(row.name, model.Curve()[row.moved], lock != 0 ? row.locked : row.free);
+            EXPECT_EQ(model.Curve().kind, kv::kEaseSmooth) << row.name << ": of the record before";
+        }
+    }
+}
+
+TEST(EaseModel, AKeyTakesItsHandleAlongAndBack)
+{
+    EaseModel model;
+    model.Load(Curve());
+    ASSERT_TRUE(model.BeginDrag({1, EasePart::Key}));
+    model.DragTo({6, 39.7}, false);
+    ExpectAt("handle of the end", model.Curve()[EaseHandle::In], {4, 39.7});
+    ExpectAt("handle of the start", model.Curve()[EaseHandle::Out], {3, 10});
+    model.DragTo({6, 30}, false);
+    EXPECT_EQ(BitsOf(model.Curve()), BitsOf(Curve()));
+    model.EndDrag();
+    EXPECT_EQ(model.RecordCount(), 2u) << "also without a change";
+    EXPECT_EQ(model.Curve().kind, kv::kEaseDrawn);
+}
+
+TEST(EaseModel, WhatCannotBeGrabbed)
+{
+    EaseModel model;
+    model.Load(Curve());
+    EXPECT_FALSE(model.BeginDrag({0, EasePart::InHandle}));
+    EXPECT_FALSE(model.BeginDrag({1, EasePart::OutTangent}));
+    EXPECT_FALSE(model.BeginDrag({0, EasePart::OutTangent, 0}));
+    EXPECT_FALSE(model.BeginDrag({2, EasePart::Key}));
+    model.DragTo({3, 3}, false);
+    model.EndDrag();
+    EXPECT_EQ(model.RecordCount(), 1u);
+}
+
+TEST(EaseModel, SingleMovesObeyTheLimitsAndLeaveTheRestAlone)
+{
+    const EaseCurve odd{{{{0.1, 0.7}, {0.1 + 0.2, 0.7}, {0.3, 1e-17}, {1.1, 0.3}}}, 0, 1, 0, 2};
+    EaseModel model;
+    model.Load(odd);
+    EXPECT_FALSE(model.Move(EaseHandle::Start, {5, 0.7})) << "time of a key";
+    EXPECT_FALSE(model.Move(EaseHandle::In, {0.3, 1e-17}));
+    EXPECT_FALSE(model.Move(EaseHandle::In, {kInfinity, 0}));
+    EXPECT_FALSE(model.MoveHandles(odd[EaseHandle::Out], odd[EaseHandle::In]));
+    EXPECT_EQ(model.RecordCount(), 1u);
+
+    EXPECT_TRUE(model.Move(EaseHandle::Out, {odd[EaseHandle::Out].x, 0.9}));
+    EaseCurve expected = odd;
+    expected[EaseHandle::Out].y = 0.9;
+    EXPECT_EQ(BitsOf(model.Curve()), BitsOf(expected));
+    EXPECT_TRUE(model.MoveHandles({9, 0.7}, {-9, 0.3}));
+    ExpectAt("out at the far end", model.Curve()[EaseHandle::Out], {1.1, 0.7});
+    ExpectAt("in at the far end", model.Curve()[EaseHandle::In], {0.1, 0.3});
+    EXPECT_EQ(model.RecordCount(), 3u);
+    model.Revert();
+    EXPECT_EQ(BitsOf(model.Curve()), BitsOf(odd));
+    EXPECT_EQ(model.Curve().kind, 2u);
+    EXPECT_TRUE(model.CanRedo());
+}
+
+TEST(EaseModel, HistoryOfPresetsAndDrags)
+{
+    EaseModel model;
+    model.Load(Curve());
+    EXPECT_TRUE(model.ApplyPreset(kv::kEaseSpeedUp, {0.5, 1, 0.25, -2}));
+    ExpectAt("out", model.Curve()[EaseHandle::Out], {4, 11});
+    ExpectAt("in", model.Curve()[EaseHandle::In], {5, 28});
+    EXPECT_FALSE(model.ApplyPreset(kv::kEaseSmooth, {0.5, kNaN, 0, 0}));
+    EXPECT_TRUE(model.ApplyPreset(kv::kEaseLinear, {}));
+    const Bits linear = BitsOf(model.Curve());
+    ASSERT_TRUE(model.BeginDrag({0, EasePart::Key}));
+    model.DragTo({2, 0}, false);
+    model.CancelDrag();
+    EXPECT_EQ(BitsOf(model.Curve()), linear);
+    EXPECT_EQ(model.RecordCount(), 3u);
+    EXPECT_FALSE(model.Redo());
+
+    ASSERT_TRUE(model.BeginDrag({0, EasePart::Key}));
+    EXPECT_FALSE(model.Move(EaseHandle::End, {6, 1})) << "in a drag";
+    EXPECT_TRUE(model.Undo());
+    EXPECT_FALSE(model.Drag()) << "dropped";
+    EXPECT_EQ(model.Curve().kind, kv::kEaseSpeedUp);
+    EXPECT_TRUE(model.Redo());
+    EXPECT_EQ(BitsOf(model.Curve()), linear);
+    EXPECT_TRUE(model.Revert() && model.Revert()) << "also to where it stands";
+    EXPECT_TRUE(model.Move(EaseHandle::In, {5, 5}));
+    EXPECT_EQ(model.RecordCount(), 2u) << "an edit discards what was undone";
+    EXPECT_FALSE(model.CanRedo());
+}
+
+TEST(EaseModel, CurvesThatCannotBeEdited)
+{
+    const struct
+    {
+        const char* name;
+        EaseCurve curve;
+    } cases[] = {
+        {"empty segment", {{{{1, 0}, {1, 0}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
+        {"reversed", {{{{2, 0}, {2, 0}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
+        {"empty range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 1, 1, 0, 1}},
+        {"reversed range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 1, 0, 0, 1}},
+        {"not a number", {{{{0, 0}, {0, kNaN}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
+        {"infinite", {{{{0, 0}, {0, 0}, {1, 1}, {kInfinity, 1}}}, 0, 1, 0, 1}},
+        {"infinite range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 0, kInfinity, 0, 1}},
+        {"beyond float", {{{{0, 0}, {0, 0}, {1, 4e38}, {1, 1}}}, 0, 1, 0, 1}},
+        {"a tangent beyond float", {{{{0, -3e38}, {0, 3e38}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
+        {"below float", {{{{0, 0}, {0, 0}, {1e-60, 1}, {1e-60, 1}}}, 0, 1, 0, 1}},
+    };
+    for (const auto& row : cases) {
+        EaseModel model;
+        model.Load(row.curve);
+        EXPECT_FALSE(model.IsEditable()) << row.name;
+        EXPECT_EQ(model.RecordCount(), 1u) << row.name;
+        EXPECT_FALSE(model.BeginDrag({0, EasePart::OutHandle}) || model.Revert() || model.Undo() ||
+                     model.Redo() || model.ApplyPreset(1, {}) || model.Move(EaseHandle::Out, {0.5, 0.5}) ||
+                     model.MoveHandles({0.5, 0}, {0.5, 1}))
+            << row.name;
+        EXPECT_EQ(BitsOf(model.Curve()), BitsOf(row.curve)) << row.name;
+        KvBezierPath path;
+        EXPECT_EQ(model.Keys().AddToPath(path), 1) << row.name;
+        ASSERT_EQ(path.size(), 1u) << row.name;
+        for (const SKvCurvePoint& point : path[0].points)
+            EXPECT_TRUE(std::isfinite(point.x) && std::isfinite(point.y)) << row.name;
+    }
+}
+
+// Runs random edits and looks at the invariants after each.
+class RandomEdits
+{
+public:
+    RandomEdits(unsigned seed, std::uint32_t lock) : m_random(seed)
+    {
+        EaseCurve curve = Curve(lock);
+        if (lock != 0)
+            curve.points = {{{2, 0}, {3, 1}, {4, 30}, {6, 40}}};
+        m_model.Load(curve);
+    }
+
+    void Step()
+    {
+        const kv::EaseHit hit{Below(2), static_cast<EasePart>(Below(5)), Number(0.002, 1.5)};
+        if (m_model.BeginDrag(hit)) {
+            for (int moves = Below(4); moves > 0; --moves) {
+                m_model.DragTo({Number(2, 6), Number(-100, 100)}, Below(3) == 0);
+                Check();
+            }
+            Below(4) == 0 ? m_model.CancelDrag() : m_model.EndDrag();
+        }
+        if (Below(4) == 0)
+            m_model.Move(static_cast<EaseHandle>(Below(4)), {Number(-5, 15), Number(-100, 100)});
+        Check();
+        const Bits before = BitsOf(m_model.Curve());
+        if (m_model.Undo()) {
+            ASSERT_TRUE(m_model.Redo());
+            ASSERT_EQ(BitsOf(m_model.Curve()), before);
+        }
+    }
+
+private:
+    int Below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+    double Number(double from, double to) { return std::uniform_real_distribution(from, to)(m_random); }
+
+    void Check()
+    {
+        const EaseCurve& curve = m_model.Curve();
+        const SKvCurvePoint out = curve.OutTangent();
+        const SKvCurvePoint in = curve.InTangent();
+        constexpr double noise = 1e-12;
+        ASSERT_TRUE(curve.points[0].x == 2 && curve.points[3].x == 6);
+        ASSERT_TRUE(out.x >= 0 && out.x <= 4 && in.x <= 0 && in.x >= -4);
+        if (curve.lock == 0)
+            return;
+        ASSERT_TRUE(out.y >= 0 && out.y <= 40 + noise && in.y <= 0 && in.y >= -40 - noise);
+        const double points[] = {
+            2, 0, curve.points[1].x, curve.points[1].y, curve.points[2].x, curve.points[2].y, 6, 40};
+        const KvBezierEase ease(points);
+        for (double x = 2.1; x <= 6; x += 0.1)
+            ASSERT_GE(ease.Value(x), ease.Value(x - 0.1) - 1e-9);
+    }
+
+    std::mt19937 m_random;
+    EaseModel m_model;
+};
+
+TEST(EaseModel, RandomEditsKeepTheInvariants)
+{
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        RandomEdits edits(seed, seed % 2);
+        for (int i = 0; i < 40; ++i) {
+            edits.Step();
+            ASSERT_FALSE(testing::Test::HasFatalFailure()) << "seed " << seed << ", step " << i;
+        }
+    }
+}
+
+} // namespace
