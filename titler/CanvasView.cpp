@@ -2,6 +2,7 @@
 
 #include "Document.h"
 #include "Texts.h"
+#include "Transport.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -42,8 +43,9 @@ QBrush Checkerboard(const QColor& light, const QColor& dark)
 
 } // namespace
 
-CanvasView::CanvasView(const Document& document)
+CanvasView::CanvasView(const Document& document, const Transport& transport)
     : m_document(document)
+    , m_transport(transport)
     , m_skin(LoadSkin())
     , m_checkerboard(Checkerboard(m_skin.checkLight, m_skin.checkDark))
     , m_displaySize(DisplaySize(document.Current().video))
@@ -56,6 +58,7 @@ CanvasView::CanvasView(const Document& document)
     viewport()->setAccessibleName(Text(kTextCanvas));
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     connect(&document, &Document::ProjectChanged, this, &CanvasView::OnProjectChanged);
+    connect(&transport, &Transport::FrameChanged, this, &CanvasView::OnFrameChanged);
 }
 
 void CanvasView::OnProjectChanged()
@@ -67,6 +70,15 @@ void CanvasView::OnProjectChanged()
         UpdateScrollBars();
         emit ZoomChanged();
     }
+    viewport()->update();
+}
+
+// Where nothing moves, the picture stays.
+void CanvasView::OnFrameChanged()
+{
+    if (ValuesAt(m_document.Current().title.properties, m_transport.Frame()) == m_values)
+        return;
+    m_image = {};
     viewport()->update();
 }
 
@@ -239,8 +251,10 @@ void CanvasView::DrawFrame(QPainter& painter, const QRectF& frame)
     const SKvVideoResolution& video = m_document.Current().video;
     const QSize shown = (frame.size() * devicePixelRatioF()).toSize();
     const QSize size = Zoom() > 1 ? QSize(video.width, video.height) : shown;
-    if (m_image.size() != size)
+    if (m_image.size() != size) {
+        m_values = ValuesAt(m_document.Current().title.properties, m_transport.Frame());
         m_image = m_renderer.Render(m_document.Current(), size);
+    }
     painter.drawImage(frame, m_image);
     painter.restore();
 }

@@ -1,4 +1,5 @@
-// The canvas: the title over a checkerboard, with safe-area lines, fitted to the window or zoomed.
+// The canvas: the title at the current time over a checkerboard, with safe-area lines, fitted to the window
+// or zoomed.
 #pragma once
 
 #include "Skin.h"
@@ -10,13 +11,14 @@
 namespace titler {
 
 class Document;
+class Transport;
 
 class CanvasView : public QAbstractScrollArea
 {
     Q_OBJECT
 
 public:
-    explicit CanvasView(const Document& document);
+    CanvasView(const Document& document, const Transport& transport);
 
     bool ShowsSafeAreas() const { return m_safeAreas; }
     void ShowSafeAreas(bool show);
@@ -49,15 +51,18 @@ private:
     void DrawFrame(QPainter& painter, const QRectF& frame);
     void DrawSafeAreas(QPainter& painter, const QRectF& frame) const;
     void OnProjectChanged();
+    void OnFrameChanged();
     void UpdateScrollBars();
     void ZoomAround(double zoom, QPointF anchor);
     QSizeF FrameSize() const;
 
     const Document& m_document;
+    const Transport& m_transport;
     Skin m_skin;
     QBrush m_checkerboard;
     TitleRenderer m_renderer;
     QImage m_image; ///< the title at the size at which it is shown; null: to be rendered
+    std::array<double, kProperties> m_values{}; ///< by Property, of that picture
     QSizeF m_displaySize;
     double m_zoom = 1.0;
     bool m_fitted = true;

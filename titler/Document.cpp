@@ -36,6 +36,7 @@ void Document::Start(Project project, const QString& file)
     m_fileName = file;
     EndSession();
     m_steps.clear();
+    emit ProjectOpened();
     emit ProjectChanged();
     emit StopSelected();
     emit FileChanged();
@@ -89,13 +90,14 @@ void Document::Push(ProjectState before, EditKind kind, const QString& name)
     m_steps.push(new EditCommand(*this, std::move(before), m_now, kind, m_session, name));
 }
 
-void Document::BeginRun(const QString& name)
+int Document::BeginRun(const QString& name)
 {
     if (m_inRun)
-        return;
+        return m_run;
     m_inRun = true;
     m_runName = name;
     m_beforeRun = m_now;
+    return ++m_run;
 }
 
 void Document::UpdateRun(const Change& change, int selectedStop)

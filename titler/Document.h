@@ -40,12 +40,16 @@ public:
 
     /// Edits that belong to one gesture: whatever comes between begin and end becomes one step.
     /// A run that is open already goes on.
-    void BeginRun(const QString& name);
+    /// @return the run's number, for `IsInRun`.
+    int BeginRun(const QString& name);
+    void UpdateRun(const Change& change) { UpdateRun(change, SelectedStop()); }
     void UpdateRun(const Change& change, int selectedStop);
     void EndRun();
     /// Ends the run with the project as it was before it.
     void CancelRun();
     bool IsInRun() const { return m_inRun; }
+    /// False as soon as somebody else has ended that run.
+    bool IsInRun(int run) const { return m_inRun && m_run == run; }
 
     /// Selecting is no step of undo.
     void SelectStop(int index);
@@ -54,6 +58,8 @@ public:
     void Redo();
 
 signals:
+    /// Another project: a new or an opened one. Before `ProjectChanged`.
+    void ProjectOpened();
     void ProjectChanged();
     void StopSelected();
     /// A new, an opened or a saved project, or another modified state.
@@ -71,6 +77,7 @@ private:
     QUndoStack m_steps;
     QString m_runName;
     int m_session = 0;
+    int m_run = 0;
     bool m_inRun = false;
 };
 

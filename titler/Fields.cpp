@@ -45,7 +45,7 @@ QLabel* FieldLabel(UINT nameId, QWidget& field)
 QLabel* RowLabel(UINT nameId, QWidget& field)
 {
     QLabel* label = FieldLabel(nameId, field);
-    label->setMinimumWidth(label->fontMetrics().averageCharWidth() * 10);
+    label->setMinimumWidth(label->fontMetrics().averageCharWidth() * 11);
     return label;
 }
 

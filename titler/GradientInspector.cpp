@@ -58,7 +58,6 @@ GradientInspector::GradientInspector(Document& document)
     , m_control(new CKvGradientCtrl)
     , m_stop(new StopInspector)
     , m_angle(NumberField(kTextAngle, 360, 15, kTextDegrees))
-    , m_offset(NumberField(kTextOffset, 100, 1, kTextPercent))
 {
     BuildControl();
     BuildFields();
@@ -91,16 +90,10 @@ void GradientInspector::BuildFields()
     auto* direction = new QHBoxLayout;
     direction->addWidget(RowLabel(kTextAngle, *m_angle));
     direction->addWidget(m_angle, 1);
-    direction->addSpacing(12);
-    direction->addWidget(FieldLabel(kTextOffset, *m_offset));
-    direction->addWidget(m_offset, 1);
+    direction->addStretch(1);
     connect(m_angle, &QDoubleSpinBox::valueChanged, this, [this](double degrees) {
         m_document.Edit(EditKind::GradientAngle, Text(kStepAngle),
                         [&](Project& project) { project.title.gradientAngle = degrees; });
-    });
-    connect(m_offset, &QDoubleSpinBox::valueChanged, this, [this](double percent) {
-        m_document.Edit(EditKind::GradientOffset, Text(kStepOffset),
-                        [&](Project& project) { project.title[Property::GradientOffset].value = percent / 100; });
     });
 
     auto* column = new QVBoxLayout(this);
@@ -162,9 +155,7 @@ void GradientInspector::ShowProject()
 {
     const Title& title = m_document.Current().title;
     const QSignalBlocker angle(m_angle);
-    const QSignalBlocker offset(m_offset);
     m_angle->setValue(title.gradientAngle);
-    m_offset->setValue(title[Property::GradientOffset].value * 100);
     // In a run the control is ahead of us; to write its own stops back would end the drag.
     if (!m_document.IsInRun()) {
         if (!Shows(*m_control, title.stops))

@@ -1,4 +1,4 @@
-// The title's gradient: the gradient control, the selected stop, direction and offset.
+// The title's gradient: the gradient control, the selected stop and the direction.
 #pragma once
 
 #include "KvPlatform.h"
@@ -41,7 +41,6 @@ private:
     CKvGradientCtrl* m_control; ///< a child, as is everything below
     StopInspector* m_stop;
     QDoubleSpinBox* m_angle;
-    QDoubleSpinBox* m_offset;
     // Dies before the control, so that no message finds half an inspector.
     std::unique_ptr<KvMessageSink> m_messages;
 };

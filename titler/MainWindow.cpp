@@ -8,7 +8,10 @@
 #include "Texts.h"
 #include "TitleWorkspace.h"
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -40,7 +43,7 @@ QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString
 } // namespace
 
 MainWindow::MainWindow()
-    : m_workspace(new TitleWorkspace(m_document))
+    : m_workspace(new TitleWorkspace(m_document, m_transport))
     , m_video(new QLabel)
     , m_audio(new QLabel)
     , m_zoom(new QLabel)
@@ -134,6 +137,23 @@ bool MainWindow::MayLeave()
     default:
         return false;
     }
+}
+
+// Space plays, except where the focus has its own use for it: a text field has kept it for itself already.
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        const QWidget* focus = focusWidget();
+        const bool isWanted = qobject_cast<const QAbstractButton*>(focus) != nullptr ||
+                              qobject_cast<const QComboBox*>(focus) != nullptr ||
+                              qobject_cast<const QAbstractItemView*>(focus) != nullptr;
+        if (key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier && isWanted) {
+            event->accept();
+            return true;
+        }
+    }
+    return QMainWindow::event(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

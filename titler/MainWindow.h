@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Document.h"
+#include "Transport.h"
 
 #include <QKeySequence>
 #include <QMainWindow>
@@ -26,11 +27,13 @@ public:
     ~MainWindow() override;
 
     Document& Project() { return m_document; }
+    Transport& Time() { return m_transport; }
     MediaPanel& Media();
     /// Says what is wrong in a message box. @return false when the file could not be opened.
     bool OpenProject(const QString& file);
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -39,6 +42,7 @@ private:
     void BuildEditMenu();
     void BuildViewMenu();
     void BuildProjectMenu();
+    void BuildPlaybackMenu();
     QMenu* AddMenu(UINT nameId);
     QAction* AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys, std::function<void()> run);
     void BuildStatusLine();
@@ -57,10 +61,12 @@ private:
     bool SaveAs();
     bool SaveTo(const QString& file);
     void ChooseExport();
+    void ChooseFramesExport();
     void ChooseMedia();
     void About();
 
     Document m_document;
+    Transport m_transport{m_document};
     TitleWorkspace* m_workspace;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

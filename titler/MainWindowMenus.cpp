@@ -4,6 +4,7 @@
 #include "MediaPanel.h"
 #include "Texts.h"
 #include "TitleWorkspace.h"
+#include "TransportBar.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -64,6 +65,7 @@ void MainWindow::BuildMenus()
     BuildEditMenu();
     BuildViewMenu();
     BuildProjectMenu();
+    BuildPlaybackMenu();
     AddItem(*AddMenu(kTextHelpMenu), kTextAbout, {QKeySequence::HelpContents}, [this] { About(); });
 }
 
@@ -124,10 +126,17 @@ void MainWindow::BuildProjectMenu()
         m_formats->addAction(action);
         connect(action, &QAction::triggered, this, [this, format] {
             m_document.Edit(EditKind::Single, Text(kStepFormat),
-                            [&](auto& project) { project.video = format; });
+                            [&](auto& project) { SetVideoFormat(project, format); });
             ShowSteps();
         });
     }
+}
+
+void MainWindow::BuildPlaybackMenu()
+{
+    QMenu& menu = *AddMenu(kTextPlaybackMenu);
+    for (QAction* command : m_workspace->Playback().Commands())
+        command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
 }
 
 void MainWindow::ShowSteps()

@@ -19,8 +19,18 @@ enum class EditKind : int
     StopPosition,
     FontSize,
     GradientAngle,
-    GradientOffset,
+    Duration,
+    FirstProperty, ///< the others follow it, see `EditKindOf`
 };
+
+/// A change of that property's value.
+inline EditKind EditKindOf(Property property)
+{
+    return static_cast<EditKind>(static_cast<int>(EditKind::FirstProperty) + static_cast<int>(property));
+}
+
+/// Gives the project another video format; duration and keys keep their times at another frame rate.
+void SetVideoFormat(Project& project, const SKvVideoResolution& format);
 
 /// A project, and the stop that was selected then, so that undo shows what it changed.
 struct ProjectState

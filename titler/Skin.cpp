@@ -77,6 +77,8 @@ QPushButton:hover, QToolButton:hover { background: @selection; }
 QPushButton:pressed, QToolButton:pressed, QToolButton:checked { background: @selection;
     border-color: @dimText; }
 QPushButton:focus, QToolButton:focus { border-color: @accent; }
+QToolButton[role="small"] { padding: 2px 4px; }
+QToolButton[role="deck"] { padding: 3px 5px; }
 )";
 
 QString StyleSheet(const Skin& skin)
@@ -113,6 +115,8 @@ Skin LoadSkin()
     skin.checkDark = Colour(L"keTitlerCheckDarkColor", 0xFF333337);
     skin.actionSafe = Colour(L"keTitlerActionSafeColor", 0xA0C8C8D0);
     skin.titleSafe = Colour(L"keTitlerTitleSafeColor", 0xC0FFB347);
+    skin.playhead = Colour(L"keTitlerPlayheadColor", 0xFFFF6B5E);
+    skin.key = Colour(L"keTitlerKeyColor", 0xFF9DB4D6);
     return skin;
 }
 

@@ -23,6 +23,8 @@ struct Skin
     QColor checkDark;
     QColor actionSafe;
     QColor titleSafe;
+    QColor playhead;
+    QColor key; ///< in the time ruler; one at the current time is in the accent
 };
 
 /// The colours of the present skin; keys that it lacks have the colours of the built-in look.

@@ -1,10 +1,13 @@
 #include "TitleWorkspace.h"
 
+#include "AnimationInspector.h"
 #include "CanvasView.h"
 #include "GradientInspector.h"
 #include "MediaPanel.h"
 #include "TextInspector.h"
 #include "Texts.h"
+#include "TimeRuler.h"
+#include "TransportBar.h"
 
 #include <QHBoxLayout>
 #include <QScrollArea>
@@ -24,30 +27,54 @@ int WholeWidth(const QScrollArea& area)
     return area.widget()->minimumSizeHint().width() + area.verticalScrollBar()->sizeHint().width();
 }
 
+QSplitter* Splitter(Qt::Orientation orientation, std::initializer_list<QWidget*> panels, int growing)
+{
+    auto* splitter = new QSplitter(orientation);
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(1);
+    for (QWidget* panel : panels)
+        splitter->addWidget(panel);
+    splitter->setStretchFactor(growing, 1);
+    return splitter;
+}
+
 } // namespace
 
-TitleWorkspace::TitleWorkspace(Document& document)
-    : m_canvas(new CanvasView(document))
+TitleWorkspace::TitleWorkspace(Document& document, Transport& transport)
+    : m_canvas(new CanvasView(document, transport))
     , m_media(new MediaPanel)
+    , m_playback(new TransportBar(document, transport))
 {
     m_media->setProperty("role", "panel");
     m_media->setAttribute(Qt::WA_StyledBackground);
     m_media->setMinimumWidth(kNarrowestPanel);
-    QScrollArea* inspector = BuildInspector(document);
-    auto* splitter = new QSplitter(Qt::Horizontal);
-    splitter->setChildrenCollapsible(false);
-    splitter->setHandleWidth(1);
-    splitter->addWidget(m_media);
-    splitter->addWidget(m_canvas);
-    splitter->addWidget(inspector);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({kMediaWidth, 4 * kMediaWidth, WholeWidth(*inspector)});
+    QScrollArea* inspector = BuildInspector(document, transport);
+    QWidget* time = BuildTime(document, transport);
+    QSplitter* pictures = Splitter(Qt::Horizontal, {m_media, m_canvas}, 1);
+    pictures->setSizes({kMediaWidth, 4 * kMediaWidth});
+    QSplitter* stage = Splitter(Qt::Vertical, {pictures, time}, 0);
+    stage->setSizes({8 * time->sizeHint().height(), time->sizeHint().height()});
+    QSplitter* whole = Splitter(Qt::Horizontal, {stage, inspector}, 0);
+    whole->setSizes({5 * kMediaWidth, WholeWidth(*inspector)});
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(splitter);
+    row->addWidget(whole);
 }
 
-QScrollArea* TitleWorkspace::BuildInspector(Document& document)
+QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
+{
+    auto* panel = new QWidget;
+    panel->setProperty("role", "panel");
+    panel->setAttribute(Qt::WA_StyledBackground);
+    auto* column = new QVBoxLayout(panel);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_playback);
+    column->addWidget(new TimeRuler(document, transport), 1);
+    return panel;
+}
+
+QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& transport)
 {
     auto* sections = new QWidget;
     sections->setProperty("role", "panel");
@@ -56,8 +83,9 @@ QScrollArea* TitleWorkspace::BuildInspector(Document& document)
     column->setSpacing(4);
     auto* gradient = new GradientInspector(document);
     auto* text = new TextInspector(document);
+    auto* animation = new AnimationInspector(document, transport);
     setFocusProxy(gradient);
-    for (QWidget* section : {static_cast<QWidget*>(gradient), static_cast<QWidget*>(text)}) {
+    for (QWidget* section : std::initializer_list<QWidget*>{gradient, text, animation}) {
         section->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
         column->addWidget(section);
     }

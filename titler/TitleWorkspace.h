@@ -1,4 +1,5 @@
-// The workspace in which a title is designed: media, canvas and inspector side by side.
+// The workspace in which a title is designed: media, canvas and inspector side by side, time below the
+// canvas.
 #pragma once
 
 #include <QWidget>
@@ -10,22 +11,27 @@ namespace titler {
 class CanvasView;
 class Document;
 class MediaPanel;
+class Transport;
+class TransportBar;
 
 class TitleWorkspace : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit TitleWorkspace(Document& document);
+    TitleWorkspace(Document& document, Transport& transport);
 
     CanvasView& Canvas() { return *m_canvas; }
     MediaPanel& Media() { return *m_media; }
+    TransportBar& Playback() { return *m_playback; }
 
 private:
-    QScrollArea* BuildInspector(Document& document);
+    QWidget* BuildTime(Document& document, Transport& transport);
+    QScrollArea* BuildInspector(Document& document, Transport& transport);
 
     CanvasView* m_canvas;
     MediaPanel* m_media;
+    TransportBar* m_playback;
 };
 
 } // namespace titler

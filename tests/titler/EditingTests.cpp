@@ -5,8 +5,10 @@
 #include "MainWindow.h"
 #include "StopInspector.h"
 #include "TextInspector.h"
+#include "Transport.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -307,11 +309,11 @@ TEST(MainWindow, EverythingHasANameForTheKeyboardAndTheScreenReader)
 {
     MainWindow window;
     window.show();
-    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
         const bool isPart = widget->objectName().startsWith("qt_") || widget->inherits("QMenuBar");
         if (widget->isVisible() && (widget->focusPolicy() & Qt::TabFocus) && !isPart &&
             widget->focusProxy() == nullptr) {
-            EXPECT_FALSE(widget->accessibleName().isEmpty())
+            EXPECT_FALSE(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty())
                 << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
         }
     }
@@ -341,7 +343,8 @@ TEST(MainWindow, EverythingHasANameForTheKeyboardAndTheScreenReader)
 TEST(CanvasView, FitsAndZooms)
 {
     Document document;
-    CanvasView canvas(document);
+    Transport transport(document);
+    CanvasView canvas(document, transport);
     canvas.resize(1008, 600);
     canvas.show();
     EXPECT_EQ(canvas.FrameRect(), QRectF(24, 30, 960, 540));

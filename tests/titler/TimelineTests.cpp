@@ -1,0 +1,312 @@
+#include "AnimationInspector.h"
+#include "CanvasView.h"
+#include "Document.h"
+#include "KvKeyFrameCtrl.h"
+#include "MainWindow.h"
+#include "PropertyText.h"
+#include "TimeCodeBox.h"
+#include "TimeRuler.h"
+#include "Transport.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QToolButton>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+namespace titler {
+namespace {
+
+struct Timeline : testing::Test
+{
+    Timeline()
+    {
+        window.resize(1440, 800);
+        window.show();
+        document.Edit(EditKind::Single, "", [](Project& project) {
+            project.video.frameRate = kKvFrameRate25;
+            project.duration = 101;
+            project.title[Property::Opacity].keys = {{10, 0}, {40, 100}, {70, 50}};
+        });
+        steps = document.Steps().count();
+    }
+
+    CKvKeyFrameCtrl& Strip(Property property)
+    {
+        return *window.findChildren<CKvKeyFrameCtrl*>()[static_cast<int>(property)];
+    }
+    QDoubleSpinBox& Field(Property property)
+    {
+        auto& inspector = *window.findChild<AnimationInspector*>();
+        return *inspector.findChild<QDoubleSpinBox*>(TraitsOf(property).name);
+    }
+    QToolButton& EaseButton(const char* name)
+    {
+        return *window.findChild<QToolButton*>(QStringLiteral("ease-") + name);
+    }
+    void Click(Property property, int code)
+    {
+        CKvKeyFrameCtrl& strip = Strip(property);
+        if (code == kKvKeyFrameToggle)
+            strip.SetToggleCheck(!strip.GetToggleCheck());
+        if (code == kKvKeyFrameOperator)
+            strip.SetKeyOperatorCheck(!strip.GetKeyOperatorCheck());
+        KvNotifyHeader header{&strip, strip.GetDlgCtrlID(), static_cast<std::uint32_t>(code)};
+        KvSendMessage(strip.parentWidget(), WM_NOTIFY, strip.GetDlgCtrlID(),
+                      reinterpret_cast<LPARAM>(&header));
+    }
+    const Animated& Value(Property property) { return document.Current().title[property]; }
+    std::vector<int> Frames(Property property)
+    {
+        std::vector<int> frames;
+        for (const Key& key : Value(property).keys)
+            frames.push_back(key.frame);
+        return frames;
+    }
+    void ExpectInStep(const char* when)
+    {
+        for (int i = 0; i < kProperties; ++i) {
+            const auto property = static_cast<Property>(i);
+            const Animated& animated = Value(property);
+            const double shown = ValueAt(animated, property, transport.Frame()) * LookOf(property).factor;
+            EXPECT_NEAR(Field(property).value(), shown, 0.051) << when << i;
+            EXPECT_EQ(Strip(property).GetToggleCheck() != 0, animated.IsAnimated()) << when << i;
+            EXPECT_EQ(Strip(property).GetKeyOperatorCheck() != 0, KeyAt(animated, transport.Frame()) >= 0)
+                << when << i;
+        }
+    }
+    int NewSteps() { return document.Steps().count() - steps; }
+    QPoint MarkerPlace(int frame) { return ruler.Layout().Marker(0, frame).toPoint(); }
+    QPoint RulerPlace(int frame) { return {MarkerPlace(frame).x(), 10}; }
+    void Drag(QPoint to)
+    {
+        QMouseEvent event(QEvent::MouseMove, to, ruler.mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(&ruler, &event);
+    }
+
+    MainWindow window;
+    Document& document = window.Project();
+    Transport& transport = window.Time();
+    TimeRuler& ruler = *window.findChild<TimeRuler*>();
+    int steps = 0;
+};
+
+TEST_F(Timeline, RowsAndStripsFollowTimeAndDocument)
+{
+    ExpectInStep("at the begin ");
+    for (const int frame : {10, 25, 40, 100}) {
+        transport.Seek(frame);
+        ExpectInStep("after a seek ");
+    }
+    transport.Seek(25);
+    Click(Property::Scale, kKvKeyFrameToggle);
+    EXPECT_EQ(Frames(Property::Scale), std::vector<int>{25});
+    ExpectInStep("animated ");
+    Click(Property::Opacity, kKvKeyFrameOperator);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 25, 40, 70}));
+    Click(Property::Opacity, kKvKeyFrameNext);
+    EXPECT_EQ(transport.Frame(), 40);
+    Click(Property::Opacity, kKvKeyFrameOperator);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 25, 70}));
+    ExpectInStep("key removed ");
+    Click(Property::Opacity, kKvKeyFramePrevious);
+    EXPECT_EQ(transport.Frame(), 25);
+    EXPECT_EQ(NewSteps(), 3);
+    while (NewSteps() > 0 && document.Steps().index() > steps) {
+        document.Undo();
+        ExpectInStep("undo ");
+        EXPECT_EQ(transport.Frame(), 25);
+    }
+    Click(Property::Opacity, kKvKeyFrameToggle);
+    EXPECT_FALSE(Value(Property::Opacity).IsAnimated());
+    EXPECT_DOUBLE_EQ(Value(Property::Opacity).value, 50); // as at frame 25
+    ExpectInStep("not animated ");
+}
+
+TEST_F(Timeline, AFieldEditsTheKeyOrTheValue)
+{
+    transport.Play();
+    Field(Property::Rotation).setValue(30);
+    EXPECT_FALSE(transport.IsPlaying()) << "an edit pauses";
+    EXPECT_EQ(Value(Property::Rotation).value, 30);
+    Field(Property::GradientOffset).setValue(-25);
+    EXPECT_DOUBLE_EQ(Value(Property::GradientOffset).value, -0.25);
+    transport.Seek(20);
+    Field(Property::Opacity).setValue(75);
+    Field(Property::Opacity).setValue(80);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 20, 40, 70}));
+    EXPECT_EQ(NewSteps(), 3) << "one for a field's session";
+    transport.Seek(21);
+    Field(Property::Opacity).setValue(85);
+    EXPECT_EQ(NewSteps(), 4) << "another frame is another step";
+    document.Undo();
+    EXPECT_EQ(transport.Frame(), 21);
+    EXPECT_EQ(Value(Property::Opacity).keys[1].value, 80);
+}
+
+TEST_F(Timeline, WhatIsTypedBelongsToTheFrameAtWhichItWas)
+{
+    transport.Seek(40);
+    auto& edit = *Field(Property::Opacity).findChild<QLineEdit*>();
+    edit.selectAll();
+    QTest::keyClicks(&edit, "33");
+    transport.Seek(60);
+    EXPECT_EQ(Value(Property::Opacity).keys[1].value, 33);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 40, 70}));
+    ExpectInStep("after the seek ");
+}
+
+TEST_F(Timeline, TheEaseNeedsTwoKeysAndSaysSo)
+{
+    EXPECT_TRUE(EaseButton("opacity").isEnabled());
+    EXPECT_FALSE(EaseButton("x").isEnabled());
+    EXPECT_NE(EaseButton("x").toolTip(), EaseButton("opacity").toolTip());
+    document.Edit(EditKind::Single, "", [](Project& p) { p.title[Property::Opacity].keys.resize(1); });
+    EXPECT_FALSE(EaseButton("opacity").isEnabled());
+}
+
+TEST_F(Timeline, ThePlayheadIsDraggedAndComesBack)
+{
+    transport.Seek(5);
+    transport.Play();
+    QTest::mousePress(&ruler, Qt::LeftButton, {}, RulerPlace(30));
+    EXPECT_FALSE(transport.IsPlaying());
+    EXPECT_EQ(transport.Frame(), 30);
+    Drag(RulerPlace(55));
+    EXPECT_EQ(transport.Frame(), 55);
+    Drag({-500, 10});
+    EXPECT_EQ(transport.Frame(), 0);
+    QTest::keyClick(&ruler, Qt::Key_Escape);
+    EXPECT_EQ(transport.Frame(), 5);
+    Drag(RulerPlace(80));
+    QTest::mouseRelease(&ruler, Qt::LeftButton, {}, RulerPlace(80));
+    EXPECT_EQ(transport.Frame(), 5) << "the gesture was over";
+    EXPECT_EQ(NewSteps(), 0);
+}
+
+TEST_F(Timeline, AKeyIsDraggedBetweenItsNeighbours)
+{
+    const auto press = [&](int frame) { QTest::mousePress(&ruler, Qt::LeftButton, {}, MarkerPlace(frame)); };
+    const auto release = [&](QPoint at) { QTest::mouseRelease(&ruler, Qt::LeftButton, {}, at); };
+    press(40);
+    release(MarkerPlace(40));
+    EXPECT_EQ(transport.Frame(), 40) << "a click goes there";
+    press(40);
+    Drag(MarkerPlace(52));
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 52, 70}));
+    Drag(MarkerPlace(95));
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 69, 70}));
+    release(MarkerPlace(95));
+    EXPECT_EQ(NewSteps(), 1);
+    EXPECT_EQ(transport.Frame(), 40);
+    document.Undo();
+    press(70);
+    Drag(MarkerPlace(98));
+    QTest::keyClick(&ruler, Qt::Key_Escape);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 40, 70}));
+    release(MarkerPlace(98));
+    press(70);
+    Drag(MarkerPlace(98));
+    document.Undo(); // in the drag: ends it
+    Drag(MarkerPlace(80));
+    release(MarkerPlace(80));
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 40, 70}));
+}
+
+TEST_F(Timeline, TheRulersKeys)
+{
+    transport.Seek(40);
+    const struct
+    {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        int frame;
+    } rows[] = {
+        {Qt::Key_Right, {}, 41},    {Qt::Key_Left, {}, 40},
+        {Qt::Key_PageDown, {}, 15}, {Qt::Key_PageUp, {}, 40},
+        {Qt::Key_End, {}, 100},     {Qt::Key_Home, {}, 0},
+        {Qt::Key_Left, {}, 0},      {Qt::Key_Right, Qt::AltModifier, 0}, // no key here
+    };
+    for (const auto& [key, modifiers, frame] : rows) {
+        QTest::keyClick(&ruler, key, modifiers);
+        EXPECT_EQ(transport.Frame(), frame) << key;
+    }
+    transport.Seek(40);
+    QTest::keyClick(&ruler, Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(transport.Frame(), 41);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 41, 70}));
+    QTest::keyClick(&ruler, Qt::Key_Plus);
+    EXPECT_LT(ruler.View().span, 100);
+    const double first = ruler.View().first;
+    transport.Seek(100); // the view follows
+    EXPECT_GT(ruler.View().first, first);
+    QTest::keyClick(&ruler, Qt::Key_Minus);
+    EXPECT_EQ(ruler.View().span, 100);
+}
+
+TEST_F(Timeline, SpacePlaysUnlessSomebodyWantsIt)
+{
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto space = [&](QWidget& focus) {
+        transport.Pause();
+        focus.setFocus();
+        QTest::keyClick(&focus, Qt::Key_Space);
+        return transport.IsPlaying();
+    };
+    EXPECT_TRUE(space(ruler));
+    EXPECT_TRUE(space(*window.findChild<CanvasView*>()));
+    EXPECT_FALSE(space(*window.findChild<QPlainTextEdit*>("text")));
+    EXPECT_FALSE(space(*window.findChild<TimeCodeBox*>("time")));
+    EXPECT_FALSE(space(*window.findChild<QToolButton*>("swatch")));
+}
+
+TEST_F(Timeline, TimeAndDurationAreTimeCodes)
+{
+    auto& time = *window.findChild<TimeCodeBox*>("time");
+    auto& duration = *window.findChild<TimeCodeBox*>("duration");
+    const auto type = [](TimeCodeBox& box, const char* text) {
+        auto& edit = *box.findChild<QLineEdit*>();
+        edit.selectAll();
+        QTest::keyClicks(&edit, text);
+        QTest::keyClick(&edit, Qt::Key_Return);
+    };
+    type(time, "112");
+    EXPECT_EQ(transport.Frame(), 37);
+    EXPECT_EQ(time.text(), "00:00:01:12");
+    type(time, "9:59:59:24"); // beyond the end
+    EXPECT_EQ(transport.Frame(), 100);
+    type(duration, "2:00");
+    EXPECT_EQ(document.Current().duration, 50);
+    EXPECT_EQ(transport.Frame(), 49);
+    document.Undo();
+    EXPECT_EQ(duration.text(), "00:00:04:01");
+    EXPECT_EQ(transport.Frame(), 100);
+}
+
+TEST_F(Timeline, AnotherFrameRateKeepsTheTimesInOneStep)
+{
+    transport.Seek(40);
+    QAction* format = nullptr;
+    for (QAction* action : window.findChildren<QAction*>())
+        if (action->isCheckable() && action->text().contains("1280 * 720 50p"))
+            format = action;
+    ASSERT_NE(format, nullptr);
+    format->trigger();
+    EXPECT_EQ(NewSteps(), 1);
+    EXPECT_EQ(document.Current().duration, 202);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{20, 80, 140}));
+    EXPECT_EQ(transport.Frame(), 80);
+    document.Undo();
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 40, 70}));
+    EXPECT_EQ(transport.Frame(), 40);
+}
+
+} // namespace
+} // namespace titler

@@ -1,0 +1,232 @@
+#include "AnimationInspector.h"
+
+#include "Document.h"
+#include "Fields.h"
+#include "KvKeyFrameCtrl.h"
+#include "KvParamBezierCtrlDlg.h"
+#include "PropertyText.h"
+#include "Texts.h"
+#include "Transport.h"
+#include "TransportBar.h"
+
+#include <QDoubleSpinBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <string>
+
+namespace titler {
+namespace {
+
+constexpr UINT kFirstStripId = 1100; // the strips' numbers follow the properties
+constexpr QSize kStrip(56, 14);
+constexpr int kEaseIcon = 14;
+
+// The dialog with what helps to time a title: a mark for each frame, the speed, and the curve as it was.
+class EaseDialog : public CKvParamBezierCtrlDlg
+{
+public:
+    using CKvParamBezierCtrlDlg::CKvParamBezierCtrlDlg;
+
+    BOOL OnInitDialog() override
+    {
+        const BOOL result = CKvParamBezierCtrlDlg::OnInitDialog();
+        return result;
+    }
+};
+
+} // namespace
+
+AnimationInspector::AnimationInspector(Document& document, Transport& transport)
+    : m_document(document)
+    , m_transport(transport)
+    , m_operator(document, transport)
+    , m_frame(transport.Frame())
+{
+    auto* grid = new QGridLayout;
+    grid->setColumnStretch(1, 1);
+    for (int i = 0; i < kProperties; ++i)
+        BuildRow(static_cast<Property>(i), *grid);
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(Heading(kTextAnimation));
+    column->addLayout(grid);
+
+    // The strips' clicks come to their parent.
+    m_messages = std::make_unique<KvMessageSink>(
+        this, [this](UINT message, WPARAM, LPARAM lParam) { return OnMessage(message, lParam); });
+    connect(&document, &Document::ProjectChanged, this, &AnimationInspector::ShowProject);
+    connect(&transport, &Transport::FrameChanged, this, &AnimationInspector::OnFrameChanged);
+    ShowProject();
+}
+
+AnimationInspector::~AnimationInspector() = default;
+
+void AnimationInspector::BuildRow(Property property, QGridLayout& grid)
+{
+    BuildValue(property);
+    BuildStrip(property);
+    BuildEase(property);
+    const Row& row = RowOf(property);
+    const int line = static_cast<int>(property);
+    grid.addWidget(RowLabel(LookOf(property).labelId, *row.value), line, 0);
+    grid.addWidget(row.value, line, 1);
+    grid.addWidget(row.strip, line, 2);
+    grid.addWidget(row.ease, line, 3);
+}
+
+void AnimationInspector::BuildValue(Property property)
+{
+    const PropertyTraits& traits = TraitsOf(property);
+    const PropertyLook& look = LookOf(property);
+    auto* field = new QDoubleSpinBox;
+    RowOf(property).value = field;
+    field->setObjectName(QLatin1String(traits.name));
+    NameField(*field, look.labelId);
+    field->setAccessibleName(PropertyName(property));
+    field->setDecimals(look.decimals);
+    field->setRange(traits.least * look.factor, traits.most * look.factor);
+    field->setSingleStep(look.step);
+    field->setSuffix(Text(look.unitId));
+    field->setKeyboardTracking(false);
+    UndoProjectFrom(*field);
+    connect(field, &QDoubleSpinBox::valueChanged, this,
+            [this, property, &look](double shown) { SetValue(property, shown / look.factor); });
+    // What is typed is meant for the frame that the user sees.
+    connect(field->findChild<QLineEdit*>(), &QLineEdit::textEdited, &m_transport, &Transport::Pause);
+}
+
+void AnimationInspector::BuildStrip(Property property)
+{
+    auto* strip = new CKvKeyFrameCtrl;
+    RowOf(property).strip = strip;
+    strip->resize(kStrip);
+    strip->Create(kFirstStripId + static_cast<UINT>(property), this, WS_CHILD | WS_VISIBLE | WS_TABSTOP);
+    strip->setFixedSize(kStrip);
+    strip->setAccessibleName(Text(kTextKeys, {PropertyName(property)}));
+}
+
+void AnimationInspector::BuildEase(Property property)
+{
+    auto* button = new QToolButton;
+    RowOf(property).ease = button;
+    button->setObjectName(QStringLiteral("ease-") + QLatin1String(TraitsOf(property).name));
+    button->setProperty("role", "small");
+    button->setIcon(SkinIcon(L"titler_ease"));
+    button->setIconSize({kEaseIcon, kEaseIcon});
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setAccessibleName(Text(kTextEase, {PropertyName(property)}));
+    connect(button, &QToolButton::clicked, this, [this, property] { OpenEaseDialog(property); });
+}
+
+std::optional<LRESULT> AnimationInspector::OnMessage(UINT message, LPARAM lParam)
+{
+    if (message != WM_NOTIFY)
+        return std::nullopt;
+    const auto& header = *reinterpret_cast<const KvNotifyHeader*>(lParam);
+    for (int i = 0; i < kProperties; ++i) {
+        const auto property = static_cast<Property>(i);
+        if (header.hwndFrom != RowOf(property).strip)
+            continue;
+        OnStripClicked(property, header.code);
+        return 0;
+    }
+    return std::nullopt;
+}
+
+void AnimationInspector::OnStripClicked(Property property, UINT code)
+{
+    m_transport.Pause();
+    const Animated& animated = m_document.Current().title[property];
+    switch (code) {
+    case kKvKeyFrameToggle: {
+        const bool on = RowOf(property).strip->GetToggleCheck() != 0;
+        m_document.Edit(
+            EditKind::Single, Text(on ? kStepAnimate : kStepStopAnimating, {PropertyWord(property)}),
+            [&](Project& project) { SetAnimated(project.title[property], property, m_frame, on); });
+        break;
+    }
+    case kKvKeyFramePrevious:
+        GoTo(PreviousKeyFrame(animated, m_frame));
+        break;
+    case kKvKeyFrameOperator:
+        ToggleKey(property);
+        break;
+    case kKvKeyFrameNext:
+        GoTo(NextKeyFrame(animated, m_frame));
+        break;
+    default:
+        break;
+    }
+    ShowRow(property); // the toggles have flipped, whether there was something to do or not
+}
+
+void AnimationInspector::GoTo(const std::optional<int>& frame)
+{
+    if (frame)
+        m_transport.Seek(*frame);
+}
+
+void AnimationInspector::ToggleKey(Property property)
+{
+    const int key = KeyAt(m_document.Current().title[property], m_frame);
+    m_document.Edit(EditKind::Single, Text(key < 0 ? kStepAddKey : kStepRemoveKey, {PropertyWord(property)}),
+                    [&](Project& project) {
+                        Animated& animated = project.title[property];
+                        key < 0 ? AddKey(animated, property, m_frame) : RemoveKey(animated, key);
+                    });
+}
+
+void AnimationInspector::SetValue(Property property, double value)
+{
+    m_transport.Pause();
+    m_document.Edit(EditKindOf(property), Text(kStepValue, {PropertyWord(property)}),
+                    [&](Project& project) { SetValueAt(project.title[property], property, m_frame, value); });
+    ShowRow(property);
+}
+
+// A number that is still being typed belongs to the frame at which it was.
+void AnimationInspector::OnFrameChanged(int frame)
+{
+    for (const Row& row : m_rows)
+        if (row.value->findChild<QLineEdit*>()->isModified())
+            row.value->interpretText();
+    m_frame = frame;
+    m_document.EndSession();
+    ShowProject();
+}
+
+void AnimationInspector::ShowProject()
+{
+    for (int i = 0; i < kProperties; ++i)
+        ShowRow(static_cast<Property>(i));
+}
+
+void AnimationInspector::ShowRow(Property property)
+{
+    const Row& row = RowOf(property);
+    const Animated& animated = m_document.Current().title[property];
+    const QSignalBlocker blocker(row.value);
+    row.value->setValue(ValueAt(animated, property, m_frame) * LookOf(property).factor);
+    const auto isElsewhere = [&](const std::optional<int>& frame) { return frame && *frame != m_frame; };
+    row.strip->SetToggleCheck(animated.IsAnimated());
+    row.strip->SetKeyOperatorCheck(KeyAt(animated, m_frame) >= 0);
+    row.strip->EnablePreviousKeyCtrl(isElsewhere(PreviousKeyFrame(animated, m_frame)));
+    row.strip->EnableNextKeyCtrl(isElsewhere(NextKeyFrame(animated, m_frame)));
+    const bool hasSegment = animated.keys.size() > 1;
+    row.ease->setEnabled(hasSegment);
+    row.ease->setToolTip(Text(hasSegment ? kTextEaseTip : kTextNoEaseTip));
+}
+
+void AnimationInspector::OpenEaseDialog(Property property)
+{
+    m_transport.Pause();
+    const std::wstring name = QString::fromLatin1(TraitsOf(property).name).toStdWString();
+    EaseDialog dialog(&m_operator, EaseOperator::kObject, name.c_str(), window());
+    dialog.DoModal();
+}
+
+} // namespace titler

@@ -1,0 +1,208 @@
+#include "EaseOperator.h"
+
+#include "Document.h"
+#include "PropertyText.h"
+#include "Texts.h"
+#include "Transport.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace titler {
+namespace {
+
+constexpr std::uint32_t kFirstKind = 1;
+constexpr std::uint32_t kDrawn = 4;
+constexpr std::uint32_t kLastKind = 5;
+
+std::optional<Property> PropertyOf(const wchar_t* objectId, const wchar_t* paramName)
+{
+    if (objectId == nullptr || paramName == nullptr || std::wstring_view(objectId) != EaseOperator::kObject)
+        return std::nullopt;
+    for (int i = 0; i < kProperties; ++i)
+        if (QString::fromWCharArray(paramName) == QLatin1String(TraitsOf(static_cast<Property>(i)).name))
+            return static_cast<Property>(i);
+    return std::nullopt;
+}
+
+bool IsSound(const SKvParamEaseData& data)
+{
+    const double numbers[] = {data.inTangentX,  data.inTangentY, data.outTangentX,
+                              data.outTangentY, data.startY,     data.endY};
+    return data.kind >= kFirstKind && data.kind <= kLastKind &&
+           std::all_of(std::begin(numbers), std::end(numbers), [](double n) { return std::isfinite(n); });
+}
+
+bool AsksForPreset(const SKvParamEaseData& data)
+{
+    const double numbers[] = {data.inTangentX, data.inTangentY, data.outTangentX, data.outTangentY,
+                              data.startX,     data.startY,     data.endX,        data.endY,
+                              data.minimum,    data.maximum};
+    return data.kind != kDrawn && data.lock == 0 &&
+           std::all_of(std::begin(numbers), std::end(numbers), [](double n) { return n == 0; });
+}
+
+// The values that a segment offers.
+void SetRange(SKvParamEaseData& data, Property property)
+{
+    const PropertyTraits& limits = TraitsOf(property);
+    std::tie(data.minimum, data.maximum) = std::minmax(data.startY, data.endY);
+    if (data.minimum < data.maximum)
+        return;
+    const double span = LookOf(property).easeSpan;
+    data.minimum = std::max(limits.least, data.startY - span);
+    data.maximum = std::min(limits.most, data.startY + span);
+}
+
+void Store(const SKvParamEaseData& data, Property property, Key& start, Key& end)
+{
+    if (AsksForPreset(data)) {
+        start.ease = PresetEase(data.kind);
+        return;
+    }
+    const PropertyTraits& limits = TraitsOf(property);
+    start.value = std::clamp(data.startY, limits.least, limits.most);
+    end.value = std::clamp(data.endY, limits.least, limits.most);
+    start.ease = SoundEase({data.kind, data.outTangentX, data.outTangentY, data.inTangentX, data.inTangentY});
+}
+
+} // namespace
+
+EaseOperator::EaseOperator(Document& document, Transport& transport)
+    : m_document(document)
+    , m_transport(transport)
+{
+}
+
+// Always looked up anew: whatever happens to the project while the dialog is open, no key is held on to.
+std::optional<EaseOperator::Segment> EaseOperator::Find(const wchar_t* objectId,
+                                                        const wchar_t* paramName) const
+{
+    const std::optional<Property> property = PropertyOf(objectId, paramName);
+    if (!property)
+        return std::nullopt;
+    const Animated& animated = m_document.Current().title[*property];
+    const int index = SegmentAt(animated, m_transport.Frame());
+    return index < 0 ? std::nullopt : std::optional(Segment{*property, animated, index});
+}
+
+int EaseOperator::RegisterParam(const wchar_t* objectId, const wchar_t* paramName)
+{
+    return PropertyOf(objectId, paramName) ? 1 : 0;
+}
+
+int EaseOperator::UnregisterParam(const wchar_t* objectId, const wchar_t* paramName)
+{
+    return PropertyOf(objectId, paramName) ? 1 : 0;
+}
+
+int EaseOperator::BeginEdit(const wchar_t* objectId, const wchar_t* paramName)
+{
+    const std::optional<Property> property = PropertyOf(objectId, paramName);
+    if (!property || m_edited)
+        return 0;
+    m_document.EndRun();
+    m_run = m_document.BeginRun(Text(kStepEase, {PropertyWord(*property)}));
+    m_edited = property;
+    return 1;
+}
+
+int EaseOperator::CommitEdit(const wchar_t* objectId, const wchar_t* paramName)
+{
+    if (!m_edited || PropertyOf(objectId, paramName) != m_edited)
+        return 0;
+    m_edited.reset();
+    if (m_document.IsInRun(m_run))
+        m_document.EndRun();
+    return 1;
+}
+
+int EaseOperator::CancelEdit(const wchar_t* objectId, const wchar_t* paramName)
+{
+    if (!m_edited || PropertyOf(objectId, paramName) != m_edited)
+        return 0;
+    m_edited.reset();
+    if (m_document.IsInRun(m_run))
+        m_document.CancelRun();
+    return 1;
+}
+
+int EaseOperator::GetEaseData(const wchar_t* objectId, const wchar_t* paramName, SKvParamEaseData& data)
+{
+    const std::optional<Segment> segment = Find(objectId, paramName);
+    if (!segment)
+        return 0;
+    const Key& start = segment->Start();
+    const Key& end = segment->End();
+    const Ease& ease = start.ease;
+    data = {};
+    data.kind = ease.kind;
+    data.inTangentX = ease.inX;
+    data.inTangentY = ease.inY;
+    data.outTangentX = ease.outX;
+    data.outTangentY = ease.outY;
+    data.startX = start.frame;
+    data.startY = start.value;
+    data.endX = end.frame;
+    data.endY = end.value;
+    SetRange(data, segment->property);
+    data.lock = segment->property == Property::Opacity && end.value > start.value ? 1 : 0;
+    return 1;
+}
+
+int EaseOperator::SetEaseData(const wchar_t* objectId, const wchar_t* paramName, const SKvParamEaseData& data)
+{
+    const std::optional<Segment> segment = Find(objectId, paramName);
+    if (!segment || segment->property != m_edited || !IsSound(data))
+        return 0;
+    // A step from elsewhere has ended our run: what follows is another one.
+    if (!m_document.IsInRun(m_run)) {
+        m_document.EndRun();
+        m_run = m_document.BeginRun(Text(kStepEase, {PropertyWord(segment->property)}));
+    }
+    const auto index = static_cast<std::size_t>(segment->index);
+    m_document.UpdateRun([&](Project& project) {
+        std::vector<Key>& keys = project.title[*m_edited].keys;
+        Store(data, *m_edited, keys[index], keys[index + 1]);
+    });
+    return 1;
+}
+
+// @param really false only asks whether there is one.
+int EaseOperator::Go(const wchar_t* objectId, const wchar_t* paramName, int by, bool really)
+{
+    const std::optional<Segment> segment = Find(objectId, paramName);
+    if (!segment)
+        return 0;
+    const int to = segment->index + by;
+    const std::vector<Key>& keys = segment->animated.keys;
+    // A key behind the project's end cannot be gone to.
+    if (to < 0 || to + 1 >= static_cast<int>(keys.size()) ||
+        keys[static_cast<std::size_t>(to)].frame > m_transport.LastFrame())
+        return 0;
+    if (really)
+        m_transport.Seek(keys[static_cast<std::size_t>(to)].frame);
+    return 1;
+}
+
+int EaseOperator::CanGoPrevKey(const wchar_t* objectId, const wchar_t* paramName)
+{
+    return Go(objectId, paramName, -1, false);
+}
+
+int EaseOperator::CanGoNextKey(const wchar_t* objectId, const wchar_t* paramName)
+{
+    return Go(objectId, paramName, 1, false);
+}
+
+int EaseOperator::GoPrevKey(const wchar_t* objectId, const wchar_t* paramName)
+{
+    return Go(objectId, paramName, -1, true);
+}
+
+int EaseOperator::GoNextKey(const wchar_t* objectId, const wchar_t* paramName)
+{
+    return Go(objectId, paramName, 1, true);
+}
+
+} // namespace titler
