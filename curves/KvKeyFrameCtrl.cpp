@@ -329,7 +329,6 @@ int CKvKeyFrameCtrl::_ShowKeyFrameControl(BOOL show)
             m_impl->Leave(place);
         button->setVisible(show != 0);
     }
-    update(); // the background where the buttons were
     return 1;
 }
 

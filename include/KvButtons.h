@@ -57,7 +57,6 @@ public:
 protected:
     /// Does nothing: the checked state is the owner's.
     void nextCheckState() override;
-    void checkStateSet() override;
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

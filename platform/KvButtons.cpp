@@ -195,6 +195,12 @@ CKvBitmapButton::CKvBitmapButton() : m_impl(std::make_unique<Impl>())
         KvSendMessage(parentWidget(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), BN_CLICKED),
                       reinterpret_cast<LPARAM>(static_cast<QWidget*>(this)));
     });
+    connect(this, &QAbstractButton::toggled, this, [this] {
+        QAccessible::State changed;
+        changed.checked = true;
+        QAccessibleStateChangeEvent change(this, changed);
+        QAccessible::updateAccessibility(&change);
+    });
 }
 
 CKvBitmapButton::~CKvBitmapButton() = default;
@@ -219,8 +225,9 @@ int CKvBitmapButton::CreateButton(UINT id, CWnd* parent, const CRect& rect, UINT
 
 int CKvBitmapButton::UpdateBitmap(const wchar_t* imageName)
 {
-    m_impl->image = imageName ? imageName : L"";
-    update();
+    const std::wstring image = imageName ? imageName : L"";
+    if (std::exchange(m_impl->image, image) != image)
+        update();
     return KvGuiRes::LoadImageW(imageName).IsNull() ? 0 : 1;
 }
 
@@ -257,14 +264,6 @@ QSize CKvBitmapButton::sizeHint() const
 }
 
 void CKvBitmapButton::nextCheckState() {}
-
-void CKvBitmapButton::checkStateSet()
-{
-    QAccessible::State changed;
-    changed.checked = true;
-    QAccessibleStateChangeEvent change(this, changed);
-    QAccessible::updateAccessibility(&change);
-}
 
 bool CKvBitmapButton::event(QEvent* event)
 {
