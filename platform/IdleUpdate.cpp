@@ -1,5 +1,6 @@
 #include "platform/IdleUpdate.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QPointer>
@@ -30,8 +31,11 @@ IdleUpdate::~IdleUpdate() = default;
 
 void IdleUpdate::Post()
 {
-    if (std::exchange(m_isPosted, true))
+    if (std::exchange(m_isPosted, true)) {
+        // A nested event loop sees what was posted before it began only when it is woken.
+        QAbstractEventDispatcher::instance()->wakeUp();
         return;
+    }
     // Behind everything that waits now.
     QCoreApplication::postEvent(this, new QEvent(IdleEvent()), Qt::LowEventPriority);
 }

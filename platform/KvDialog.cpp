@@ -98,10 +98,12 @@ void CKvDialog::UpdateDialogControls()
 {
     struct ItemState : CCmdUI
     {
-        QWidget* control = nullptr;
-        QWidget* refuge = nullptr;
+        QPointer<QWidget> control; // what answers may destroy the window
+        QPointer<QWidget> refuge;
         void Enable(BOOL enable) override
         {
+            if (!control)
+                return;
             // Else the toolkit hands the focus to the next button, where the next Space does something else.
             if (!enable && refuge && refuge != control && control->window()->focusWidget() == control)
                 refuge->setFocus();

@@ -78,6 +78,8 @@ int CKvDialog::Impl::MakeWindow(UINT number)
     LayOut(); // a hidden window hears of its size when it is shown
     const QPointer<CKvDialog> self(&dialog);
     const BOOL wantsFocus = dialog.OnInitDialog();
+    if (self)
+        self->UpdateDialogControls(); // before anybody sees it
     if (self && isCreated && wantsFocus) {
         if (QWidget* first = FirstTabStop())
             first->setFocus();

@@ -312,11 +312,12 @@ class Commands : public Dialog
 {
 public:
     std::vector<UINT> asked;
+    BOOL canUndo = 1;
     void OnCmdUpdateUI(CCmdUI* command) override
     {
         asked.push_back(command->m_nID);
         if (command->m_nID == 12077)
-            command->Enable(0);
+            command->Enable(canUndo);
     }
 };
 
@@ -328,8 +329,8 @@ TEST(DialogIdle, CommandsAreAskedForAndADisabledButtonHandsTheFocusOver)
     curve->setFocusPolicy(Qt::StrongFocus);
     dialog.ReplaceDlgItem(12088, curve);
     dialog.show();
-    dialog.activateWindow();
     dialog.GetDlgItem(12077)->setFocus();
+    dialog.canUndo = 0;
     dialog.UpdateDialogControls();
     EXPECT_FALSE(dialog.GetDlgItem(12077)->isEnabled());
     EXPECT_EQ(dialog.focusWidget(), curve) << "not the next button, which the next Space would press";
