@@ -262,6 +262,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21856, L"Keys of animated properties stand here."},
         {0, 21857, L"Export &frames…"},
         {0, 21858, L"Write the animation as PNG pictures, one for each frame"},
+        {0, 21860, L"Play the title over and over as soon as the window is open."},
         {0, 21870, L"change %1"},
         {0, 21871, L"animate %1"},
         {0, 21872, L"stop animating %1"},

@@ -65,6 +65,7 @@ AnimationInspector::AnimationInspector(Document& document, Transport& transport)
 
 AnimationInspector::~AnimationInspector() = default;
 
+// In the order in which Tab walks them.
 void AnimationInspector::BuildRow(Property property, QGridLayout& grid)
 {
     BuildValue(property);
@@ -82,7 +83,7 @@ void AnimationInspector::BuildValue(Property property)
 {
     const PropertyTraits& traits = TraitsOf(property);
     const PropertyLook& look = LookOf(property);
-    auto* field = new QDoubleSpinBox;
+    auto* field = new QDoubleSpinBox(this);
     RowOf(property).value = field;
     field->setObjectName(QLatin1String(traits.name));
     NameField(*field, look.labelId);
@@ -111,7 +112,7 @@ void AnimationInspector::BuildStrip(Property property)
 
 void AnimationInspector::BuildEase(Property property)
 {
-    auto* button = new QToolButton;
+    auto* button = new QToolButton(this);
     RowOf(property).ease = button;
     button->setObjectName(QStringLiteral("ease-") + QLatin1String(TraitsOf(property).name));
     button->setProperty("role", "small");

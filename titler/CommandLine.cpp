@@ -21,12 +21,13 @@ struct Parser
     QCommandLineOption exportFrame{QStringLiteral("export-frame"), Text(kTextOptionExport),
                                    QStringLiteral("OUT.png")};
     QCommandLineOption size{QStringLiteral("size"), Text(kTextOptionSize), QStringLiteral("WxH")};
+    QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
 
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions({media, screenshot, exportFrame, size, help});
+        parser.addOptions({media, screenshot, exportFrame, size, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -79,6 +80,7 @@ QString Parser::ReadProject(QString& project) const
 QString Parser::Read(Options& options) const
 {
     options.help = parser.isSet(help);
+    options.play = parser.isSet(play);
     for (const QString& fault : {ReadProject(options.project), ReadValue(media, options.media),
                                  ReadPicture(screenshot, options.screenshot),
                                  ReadPicture(exportFrame, options.exportFrame), ReadSize(options.windowSize)})

@@ -16,6 +16,7 @@ struct Options
     QString screenshot;
     QString exportFrame;
     QSize windowSize{1440, 800};
+    bool play = false; ///< the window plays the title from the begin, over and over
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.

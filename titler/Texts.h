@@ -197,6 +197,7 @@ enum TextId : UINT
     kTextKeyTip = 21855,
     kTextNoKeys = 21856,
     kTextExportFrames = 21857,
+    kTextOptionPlay = 21860,
 
     // Steps of undo.
     kStepValue = 21870,

@@ -15,6 +15,7 @@ namespace {
 constexpr double kMajorTick = 9;
 constexpr double kMinorTick = 4;
 constexpr double kHead = 5; // half the width of the playhead's head
+constexpr double kLabelGap = 6;
 constexpr int kThumb = 3;   // height of the mark that shows which part is seen
 
 class Drawing
@@ -72,6 +73,7 @@ void Drawing::DrawTicks()
     const QFontMetricsF metrics(m_painter.font());
     const double label = metrics.horizontalAdvance(TimeCode(m_look.lastFrame, m_look.rate));
     const double bottom = TimeLayout::kRuler - m_pixel;
+    double free = 0; // to the right of the labels so far
     for (const TimeTick& tick : m_layout.Ticks(m_look.rate, label)) {
         const double x = m_layout.ToX(tick.frame);
         Column(x, bottom - (tick.major ? kMajorTick : kMinorTick), bottom, m_skin.dimText);
@@ -82,6 +84,9 @@ void Drawing::DrawTicks()
         const double width = metrics.horizontalAdvance(text);
         // The outermost labels stay whole.
         const double from = std::clamp(x - width / 2, 2.0, std::max(2.0, m_client.width() - width - 2));
+        if (from < free)
+            continue;
+        free = from + width + kLabelGap;
         m_painter.setPen(m_skin.dimText);
         m_painter.drawText(QPointF(std::round(from), metrics.ascent() + 2), text);
     }

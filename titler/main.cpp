@@ -92,6 +92,9 @@ int RunWindow(const Options& options)
             window.Media().OpenFolder(options.media);
         if (!options.project.isEmpty())
             window.OpenProject(options.project);
+        window.Time().SetLoop(options.play);
+        if (options.play)
+            window.Time().Play();
     };
     // Once the window is in its place: a broken project brings up a message over it.
     QTimer::singleShot(0, &window, openArguments);

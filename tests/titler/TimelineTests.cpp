@@ -8,6 +8,7 @@
 #include "TimeRuler.h"
 #include "Transport.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QDoubleSpinBox>
@@ -16,7 +17,6 @@
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QToolButton>
-#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -250,6 +250,27 @@ TEST_F(Timeline, TheRulersKeys)
     EXPECT_EQ(ruler.View().span, 100);
 }
 
+TEST_F(Timeline, TabWalksARowFromTheValueToTheEase)
+{
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    Field(Property::Opacity).setFocus();
+    QTest::keyClick(&window, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget()->parentWidget(), &Strip(Property::Opacity));
+    QTest::keyClick(&window, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), &EaseButton("opacity"));
+}
+
+TEST_F(Timeline, AScreenReaderFindsASlider)
+{
+    QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(&ruler);
+    ASSERT_NE(reader, nullptr);
+    EXPECT_EQ(reader->role(), QAccessible::Slider);
+    reader->valueInterface()->setCurrentValue(37);
+    EXPECT_EQ(transport.Frame(), 37);
+    EXPECT_EQ(reader->text(QAccessible::Description), "00:00:01:12");
+}
+
 TEST_F(Timeline, SpacePlaysUnlessSomebodyWantsIt)
 {
     window.activateWindow();
@@ -265,6 +286,8 @@ TEST_F(Timeline, SpacePlaysUnlessSomebodyWantsIt)
     EXPECT_FALSE(space(*window.findChild<QPlainTextEdit*>("text")));
     EXPECT_FALSE(space(*window.findChild<TimeCodeBox*>("time")));
     EXPECT_FALSE(space(*window.findChild<QToolButton*>("swatch")));
+    EXPECT_FALSE(space(*Strip(Property::X).findChild<QAbstractButton*>()));
+    EXPECT_TRUE(Value(Property::X).IsAnimated()) << "and the button was pressed";
 }
 
 TEST_F(Timeline, TimeAndDurationAreTimeCodes)
