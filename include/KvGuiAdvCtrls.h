@@ -9,6 +9,7 @@
 #include "KvKeyFrameCtrl.h"
 #include "KvMenu.h"
 #include "KvParamBezierCtrlDlg.h"
+#include "KvParamBezierWnd.h"
 #include "KvPlatform.h"
 #include "KvTypes.h"
 #include "KvUnknown.h"

@@ -45,6 +45,13 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20030, L"purple"},
         {0, 20031, L"magenta"},
         {0, 20032, L"pink"},
+        {0, 20040, L"Ease curve"},
+        {0, 20041, L"Start key"},
+        {0, 20042, L"Start key's handle"},
+        {0, 20043, L"End key's handle"},
+        {0, 20044, L"End key"},
+        {0, 20045, L"Time %s, value %s"},
+        {0, 20046, L"%s: time %s, value %s"},
         // titler's own texts.
         {0, 21001, L"titler"},
         {0, 21010, L"&File"},

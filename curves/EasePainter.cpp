@@ -1,0 +1,407 @@
+#include "curves/EasePainter.h"
+
+#include "core/Text.h"
+#include "curves/EasePath.h"
+#include "curves/EaseWords.h"
+
+#include <QTextOption>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace kv {
+
+namespace {
+
+constexpr QRgb kGround = 0xFF505050u;
+constexpr QRgb kPlotGround = 0xFF646464u;
+constexpr QRgb kGridColour = 0xFF808080u;
+constexpr QRgb kLabelColour = 0xFF141414u;
+constexpr QRgb kAxisColour = 0xFFA0A0A0u;
+constexpr QRgb kCurveColour = 0xFFFF0000u;
+constexpr QRgb kKeyColour = 0xFFFFFFFFu;
+constexpr QRgb kHandleColour = 0xFF00FF00u;
+constexpr QRgb kBoxColour = 0xFFC8C8C8u;
+constexpr QRgb kPlaceColour = 0xFFE6E6E6u;
+constexpr QRgb kGhostColour = 0xFFC8A0A0u;
+constexpr QRgb kSpeedColour = 0xFF8CC8FFu;
+constexpr QRgb kMarkColour = 0xFFFFFFFFu;
+constexpr QRgb kVeil = 0xA0505050u; // over a disabled window
+
+constexpr int kFontPoints = 8;
+constexpr double kLabelGap = 6;
+constexpr double kAxisOverhang = 10; // beyond the plot, so that no key hides the arrow head
+constexpr double kArrowBack = 5;
+constexpr double kArrowAside = 3;
+constexpr double kCurveWidth = 2;
+constexpr double kKeyRadius = 4;
+constexpr double kHandleRadius = 3.5;
+constexpr double kSelectedRadius = 6.5;
+constexpr double kMarkRadius = 1.5;
+constexpr int kValueDigits = 4;
+
+/// Rectangles on whole device pixels, whatever the pixel ratio.
+class DevicePixels
+{
+public:
+    explicit DevicePixels(const Graphics& graphics)
+        : m_toDevice(graphics.deviceTransform())
+        , m_toLogical(m_toDevice.inverted())
+        , m_hairline(std::max(1.0, std::floor(m_toDevice.m22())))
+    {
+    }
+
+    QRectF Snapped(const QRectF& rect) const
+    {
+        const QRectF device = m_toDevice.mapRect(rect);
+        const QPointF corner(std::round(device.left()), std::round(device.top()));
+        const QPointF far(std::round(device.right()), std::round(device.bottom()));
+        return m_toLogical.mapRect(QRectF(corner, far));
+    }
+    /// The row that holds `y`, a logical pixel thick or a little less.
+    QRectF Row(double left, double right, double y) const
+    {
+        const QRectF device = m_toDevice.mapRect(QRectF(QPointF(left, y), QPointF(right, y)));
+        return OnDevice(std::round(device.left()), Holding(device.top()), std::round(device.right()), 0);
+    }
+    QRectF Column(double x, double top, double bottom) const
+    {
+        const QRectF device = m_toDevice.mapRect(QRectF(QPointF(x, top), QPointF(x, bottom)));
+        return OnDevice(Holding(device.left()), std::round(device.top()), 0, std::round(device.bottom()));
+    }
+    double Hairline() const { return m_toLogical.mapRect(QRectF(0, 0, m_hairline, m_hairline)).height(); }
+
+private:
+    // The pixel that holds a place, but for rounding.
+    static double Holding(double device) { return std::floor(device + 1.0 / 256); }
+    // An end of 0 means a hairline from the beginning on.
+    QRectF OnDevice(double left, double top, double right, double bottom) const
+    {
+        return m_toLogical.mapRect(
+            QRectF(QPointF(left, top),
+                   QPointF(right != 0 ? right : left + m_hairline, bottom != 0 ? bottom : top + m_hairline)));
+    }
+
+    QTransform m_toDevice;
+    QTransform m_toLogical;
+    double m_hairline;
+};
+
+QPointF Point(const SKvCurvePoint& point)
+{
+    return {point.x, point.y};
+}
+
+EaseBox BoxOf(const CRect& rect, double room)
+{
+    return {rect.left - room, rect.top - room, rect.right + room, rect.bottom + room};
+}
+
+class Painter
+{
+public:
+    Painter(Graphics& graphics, EaseModel& model, const EaseLayout& layout, const EaseLook& look)
+        : m_graphics(graphics)
+        , m_pixels(graphics)
+        , m_model(model)
+        , m_layout(layout)
+        , m_look(look)
+        // Values and the grid over them make sense also where the segment does not.
+        , m_values(layout.client, 0, 1, layout.view)
+        , m_plot(m_pixels.Snapped(QRectF(QRect(layout.plot))))
+    {
+        QFont font = graphics.font();
+        font.setPointSize(kFontPoints);
+        graphics.setFont(font);
+    }
+
+    void Draw();
+
+private:
+    void Fill(const QRectF& rect, QRgb colour) { m_graphics.fillRect(rect, QColor::fromRgba(colour)); }
+    void SetPen(QRgb colour, double width)
+    {
+        m_graphics.setPen(QPen(QColor::fromRgba(colour), width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+        m_graphics.setBrush(Qt::NoBrush);
+    }
+    void SetBrush(QRgb colour)
+    {
+        m_graphics.setPen(Qt::NoPen);
+        m_graphics.setBrush(QColor::fromRgba(colour));
+    }
+    bool IsCurveShown() const { return m_layout.IsMapped() && m_model.IsEditable(); }
+
+    void DrawGrid();
+    void DrawLabel(double y, const QString& text);
+    void DrawRangeEdges();
+    void DrawAxes();
+    void DrawLines(const std::vector<EasePolyline>& lines, QRgb colour, double width);
+    EasePoints ToPixels(const EasePoints& points) const;
+    void DrawCurves();
+    void DrawFrameMarks();
+    void DrawKeys();
+    void DrawTangent(const SKvCurvePoint& key, const SKvCurvePoint& handle);
+    void DrawHandle(EaseHandle handle, const SKvCurvePoint& at);
+    void DrawBox(const SKvCurvePoint& at, const QString& text);
+    void DrawBoxes();
+    void DrawPlace();
+    void DrawFocus();
+
+    Graphics& m_graphics;
+    const DevicePixels m_pixels;
+    EaseModel& m_model;
+    const EaseLayout& m_layout;
+    const EaseLook& m_look;
+    const EaseLayout m_values;
+    const QRectF m_plot;
+    EasePoints m_handles; // in pixels
+};
+
+void Painter::Draw()
+{
+    const QRectF client(QRect(m_layout.client));
+    Fill(client, kGround);
+    if (!m_layout.plot.IsRectEmpty()) {
+        // The band of the values that the curve may take has the plot's own colour: its edges make it stand
+        // out.
+        Fill(m_plot, kPlotGround);
+        DrawGrid();
+        DrawRangeEdges();
+        DrawAxes();
+    }
+    if (IsCurveShown()) {
+        m_graphics.setRenderHint(QPainter::Antialiasing);
+        DrawCurves();
+        DrawKeys();
+        DrawBoxes();
+    }
+    if (IsCurveShown() && m_look.place)
+        DrawPlace();
+    m_graphics.setRenderHint(QPainter::Antialiasing, false);
+    if (!m_look.enabled)
+        Fill(client, kVeil);
+    if (m_look.focused)
+        DrawFocus();
+}
+
+void Painter::DrawGrid()
+{
+    if (!m_values.IsMapped())
+        return;
+    const double step = TickStep(m_layout.view);
+    const double distance = step / m_layout.view.Span() * m_layout.plot.Height();
+    // In a low window only every n-th line has a label, the same ones while the view moves.
+    const double stride = std::max(1.0, std::ceil(m_graphics.fontMetrics().height() / distance));
+    for (const double tick : Ticks(m_layout.view)) {
+        const double y = m_values.ToPixel({0, tick}).y;
+        Fill(m_pixels.Row(m_plot.left(), m_plot.right(), y), kGridColour);
+        if (std::fmod(std::round(tick / step), stride) == 0)
+            DrawLabel(y, KvToQString(NumberText(tick, TickDigits(step))));
+    }
+}
+
+void Painter::DrawLabel(double y, const QString& text)
+{
+    const double room = m_layout.plot.left - m_layout.client.left - kLabelGap;
+    const double width = m_graphics.fontMetrics().horizontalAdvance(text);
+    m_graphics.setPen(QColor::fromRgba(kLabelColour));
+    m_graphics.save();
+    m_graphics.translate(m_layout.client.left + room, y);
+    if (width > room)
+        m_graphics.scale(room / width, 1); // a long number is condensed, never cut
+    const double height = m_graphics.fontMetrics().height();
+    m_graphics.drawText(QRectF(-width, -height / 2, width, height),
+                        Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip, text);
+    m_graphics.restore();
+}
+
+void Painter::DrawRangeEdges()
+{
+    if (!m_values.IsMapped())
+        return;
+    for (const double edge : {m_model.Curve().minimum, m_model.Curve().maximum}) {
+        if (edge > m_layout.view.minimum && edge < m_layout.view.maximum)
+            Fill(m_pixels.Row(m_plot.left(), m_plot.right(), m_values.ToPixel({0, edge}).y), kAxisColour);
+    }
+}
+
+void Painter::DrawAxes()
+{
+    const QRectF upright =
+        m_pixels.Column(m_plot.left(), m_plot.top() - kAxisOverhang, m_plot.bottom() + m_pixels.Hairline());
+    const QRectF level = m_pixels.Row(m_plot.left(), m_plot.right() + kAxisOverhang, m_plot.bottom());
+    Fill(upright, kAxisColour);
+    Fill(level, kAxisColour);
+    m_graphics.setRenderHint(QPainter::Antialiasing);
+    SetPen(kAxisColour, 1);
+    const QPointF top(upright.center().x(), upright.top());
+    const QPointF right(level.right(), level.center().y());
+    m_graphics.drawPolyline(
+        std::array{top + QPointF(-kArrowAside, kArrowBack), top, top + QPointF(kArrowAside, kArrowBack)}
+            .data(),
+        3);
+    m_graphics.drawPolyline(std::array{right + QPointF(-kArrowBack, -kArrowAside), right,
+                                       right + QPointF(-kArrowBack, kArrowAside)}
+                                .data(),
+                            3);
+    m_graphics.setRenderHint(QPainter::Antialiasing, false);
+}
+
+void Painter::DrawLines(const std::vector<EasePolyline>& lines, QRgb colour, double width)
+{
+    SetPen(colour, width);
+    for (const EasePolyline& line : lines) {
+        std::vector<QPointF> points(line.size());
+        std::transform(line.begin(), line.end(), points.begin(), Point);
+        m_graphics.drawPolyline(points.data(), static_cast<int>(points.size()));
+    }
+}
+
+EasePoints Painter::ToPixels(const EasePoints& points) const
+{
+    EasePoints pixels;
+    std::transform(points.begin(), points.end(), pixels.begin(),
+                   [this](const SKvCurvePoint& point) { return m_layout.ToPixel(point); });
+    return pixels;
+}
+
+void Painter::DrawCurves()
+{
+    const EaseBox box = BoxOf(m_layout.plot, kCurveWidth);
+    m_graphics.save();
+    m_graphics.setClipRect(m_plot, Qt::IntersectClip);
+    if (m_look.initialCurve)
+        DrawLines(Flattened(ToPixels(m_model.Loaded().points), box), kGhostColour, 1);
+    if (m_look.speed)
+        DrawLines(SpeedLines(m_model.Curve(), m_layout), kSpeedColour, 1);
+    KvBezierPath path;
+    m_model.Keys().AddToPath(path);
+    for (const SKvBezierSegment& segment : path) {
+        const EasePoints points{segment.points[0], segment.points[1], segment.points[2], segment.points[3]};
+        DrawLines(Flattened(ToPixels(points), box), kCurveColour, kCurveWidth);
+    }
+    m_graphics.restore();
+    DrawFrameMarks();
+}
+
+void Painter::DrawFrameMarks()
+{
+    SetBrush(kMarkColour);
+    for (const SKvCurvePoint& mark : FrameMarks(m_model.Curve(), m_layout, m_look.frameLength))
+        m_graphics.drawEllipse(Point(mark), kMarkRadius, kMarkRadius);
+}
+
+void Painter::DrawKeys()
+{
+    SKvBezierKey start;
+    SKvBezierKey end;
+    m_model.Keys().GetKey(0, start);
+    m_model.Keys().GetKey(1, end);
+    const SKvCurvePoint p0{start.x, start.y};
+    const SKvCurvePoint p1{end.x, end.y};
+    m_handles =
+        ToPixels({p0, p0 + SKvCurvePoint{start.outX, start.outY}, p1 + SKvCurvePoint{end.inX, end.inY}, p1});
+    DrawTangent(m_handles[0], m_handles[1]);
+    DrawTangent(m_handles[3], m_handles[2]);
+    for (const EaseHandle handle : {EaseHandle::Start, EaseHandle::End, EaseHandle::In, EaseHandle::Out})
+        DrawHandle(handle, m_handles[static_cast<std::size_t>(handle)]);
+}
+
+void Painter::DrawTangent(const SKvCurvePoint& key, const SKvCurvePoint& handle)
+{
+    SetPen(kKeyColour, 1);
+    if (const auto line = Clipped({key, handle}, BoxOf(m_layout.client, 1)))
+        m_graphics.drawLine(Point(line->from), Point(line->to));
+}
+
+void Painter::DrawHandle(EaseHandle handle, const SKvCurvePoint& at)
+{
+    if (!QRectF(QRect(m_layout.client)).adjusted(-8, -8, 8, 8).contains(Point(at)))
+        return;
+    const bool isKey = handle == EaseHandle::Start || handle == EaseHandle::End;
+    const QRgb colour = isKey ? kKeyColour : kHandleColour;
+    const double radius = isKey ? kKeyRadius : kHandleRadius;
+    if (m_look.editable && m_model.CanMove(handle)) {
+        SetBrush(colour);
+        m_graphics.drawEllipse(Point(at), radius, radius);
+    } else {
+        SetPen(colour, 1); // hollow: it cannot be grabbed
+        m_graphics.drawEllipse(Point(at), radius - 0.5, radius - 0.5);
+    }
+    if (m_look.selected == handle) {
+        SetPen(m_look.focusColour, 1.5);
+        m_graphics.drawEllipse(Point(at), kSelectedRadius, kSelectedRadius);
+    }
+}
+
+// Beside the place, on the side that has more room; a tabulator in the text is the box's inner margin.
+void Painter::DrawBox(const SKvCurvePoint& at, const QString& text)
+{
+    constexpr double away = 10;
+    constexpr double margin = 5;
+    const QFontMetricsF metrics(m_graphics.font());
+    const QString words = QString(text).remove(u'\t');
+    const QSizeF size(metrics.horizontalAdvance(words) + 2 * margin, metrics.height() + 4);
+    const CRect& client = m_layout.client;
+    const bool toTheRight = at.x + away + size.width() <= client.right;
+    const double left = toTheRight ? at.x + away : at.x - away - size.width();
+    const QRectF box(
+        std::clamp(left, double(client.left), std::max(double(client.left), client.right - size.width())),
+        std::clamp(at.y - size.height() / 2, double(client.top),
+                   std::max(double(client.top), client.bottom - size.height())),
+        size.width(), size.height());
+    Fill(m_pixels.Snapped(box), kBoxColour);
+    QTextOption option(Qt::AlignVCenter);
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setTabStopDistance(margin);
+    m_graphics.setPen(QColor::fromRgba(kLabelColour));
+    m_graphics.drawText(box, text, option);
+}
+
+void Painter::DrawBoxes()
+{
+    const auto& drag = m_model.Drag();
+    if (drag && drag->part == EasePart::Key) {
+        const EaseHandle key = drag->key == 0 ? EaseHandle::Start : EaseHandle::End;
+        DrawBox(m_handles[static_cast<std::size_t>(key)],
+                u'\t' + KvToQString(NumberText(m_model.Curve()[key].y, kValueDigits)));
+    }
+    if (m_look.selected && !m_look.entry.isEmpty())
+        DrawBox(m_handles[static_cast<std::size_t>(*m_look.selected)], u'\t' + m_look.entry);
+}
+
+void Painter::DrawPlace()
+{
+    m_graphics.setPen(QColor::fromRgba(kPlaceColour));
+    m_graphics.drawText(QRectF(QRect(EasePlaceRect(m_layout))), Qt::AlignRight | Qt::AlignVCenter,
+                        KvToQString(PlaceText(m_layout, *m_look.place)));
+}
+
+void Painter::DrawFocus()
+{
+    const QRectF outside = m_pixels.Snapped(QRectF(QRect(m_layout.client)));
+    const double width = m_pixels.Hairline();
+    const QRectF inside = outside.adjusted(width, width, -width, -width);
+    Fill({outside.topLeft(), QPointF(outside.right(), inside.top())}, m_look.focusColour);
+    Fill({QPointF(outside.left(), inside.bottom()), outside.bottomRight()}, m_look.focusColour);
+    Fill({outside.topLeft(), QPointF(inside.left(), outside.bottom())}, m_look.focusColour);
+    Fill({QPointF(inside.right(), outside.top()), outside.bottomRight()}, m_look.focusColour);
+}
+
+} // namespace
+
+void DrawEase(Graphics& graphics, EaseModel& model, const EaseLayout& layout, const EaseLook& look)
+{
+    graphics.save();
+    Painter(graphics, model, layout, look).Draw();
+    graphics.restore();
+}
+
+CRect EasePlaceRect(const EaseLayout& layout)
+{
+    return {layout.plot.left + EaseLayout::kMargin, layout.client.top + 2, layout.plot.right,
+            layout.client.top + EaseLayout::kMargin - 2};
+}
+
+} // namespace kv

@@ -1,0 +1,106 @@
+#include "KvParamBezierWnd.h"
+
+#include "curves/KvParamBezierWndImpl.h"
+
+CKvParamBezierWnd::CKvParamBezierWnd(IKvParamBezierInfo* info, IKvParamBezierCtrlCallback* callback)
+    : m_impl(std::make_unique<Impl>(*this, info, callback))
+{
+    setFocusPolicy(Qt::ClickFocus);
+    m_impl->Load();
+}
+
+CKvParamBezierWnd::~CKvParamBezierWnd() = default;
+
+int CKvParamBezierWnd::Create(unsigned int style, const CRect& rect, CWnd* parent, DWORD id)
+{
+    return CreateWnd(style, rect, parent, id);
+}
+
+int CKvParamBezierWnd::Load()
+{
+    m_impl->Load();
+    return 1;
+}
+
+int CKvParamBezierWnd::Undo()
+{
+    return m_impl->GoTo(&kv::EaseModel::Undo);
+}
+
+int CKvParamBezierWnd::Redo()
+{
+    return m_impl->GoTo(&kv::EaseModel::Redo);
+}
+
+int CKvParamBezierWnd::Revert()
+{
+    return m_impl->GoTo(&kv::EaseModel::Revert);
+}
+
+int CKvParamBezierWnd::ApplyLinear()
+{
+    return m_impl->ApplyPreset(kv::kEaseLinear, nullptr);
+}
+
+int CKvParamBezierWnd::ApplySpeedUp()
+{
+    return m_impl->ApplyPreset(kv::kEaseSpeedUp, &IKvParamBezierInfo::GetSpeedUpCurve);
+}
+
+int CKvParamBezierWnd::ApplySpeedDown()
+{
+    return m_impl->ApplyPreset(kv::kEaseSpeedDown, &IKvParamBezierInfo::GetSpeedDownCurve);
+}
+
+int CKvParamBezierWnd::ApplySmooth()
+{
+    return m_impl->ApplyPreset(kv::kEaseSmooth, &IKvParamBezierInfo::GetSmoothCurve);
+}
+
+BOOL CKvParamBezierWnd::CanUndo() const
+{
+    return m_impl->model.CanUndo() ? 1 : 0;
+}
+
+BOOL CKvParamBezierWnd::CanRedo() const
+{
+    return m_impl->model.CanRedo() ? 1 : 0;
+}
+
+void CKvParamBezierWnd::SetFrameLength(double length)
+{
+    m_impl->frameLength = length;
+    update();
+}
+
+void CKvParamBezierWnd::ShowSpeed(BOOL show)
+{
+    m_impl->showSpeed = show != 0;
+    update();
+}
+
+void CKvParamBezierWnd::ShowInitialCurve(BOOL show)
+{
+    m_impl->showInitialCurve = show != 0;
+    update();
+}
+
+UINT CKvParamBezierWnd::OnGetDlgCode()
+{
+    UINT wanted = DLGC_WANTARROWS | DLGC_WANTCHARS;
+    if (m_impl->gesture != kv::EaseGesture::None)
+        wanted |= DLGC_WANTALLKEYS | DLGC_WANTTAB; // while a button is down no key leads away
+    if (m_impl->entry.IsPending())
+        wanted |= DLGC_WANTALLKEYS; // Enter and Escape
+    return wanted;
+}
+
+QSize CKvParamBezierWnd::sizeHint() const
+{
+    return {480, 280};
+}
+
+QSize CKvParamBezierWnd::minimumSizeHint() const
+{
+    return {160, 100};
+}

@@ -1,0 +1,117 @@
+// What stands behind the ease curve window: its state, and the user's edits with what they tell the host.
+#pragma once
+
+#include "KvParamBezierWnd.h"
+#include "curves/EaseAccess.h"
+#include "curves/EasePainter.h"
+#include "curves/EaseText.h"
+
+#include <functional>
+#include <optional>
+
+namespace kv {
+
+/// What the mouse does between a button-down and its button-up; one at a time.
+enum class EaseGesture
+{
+    None,
+    Drag, ///< of a handle, a key or a tangent line, with the left button
+    Zoom, ///< with the middle button
+    Pan,  ///< with the right button
+};
+
+/// The point that a hit moves.
+EaseHandle HandleOf(const EaseHit& hit);
+
+/// What keys do beside walking and moving the handles.
+enum class EaseCommand
+{
+    Undo,
+    Redo,
+    Copy,
+    Paste,
+};
+
+/// @param character as `OnChar` gets it.
+std::optional<EaseCommand> EaseCommandOf(UINT character, Qt::KeyboardModifiers modifiers);
+
+} // namespace kv
+
+// Functions that tell the host return false when the window is gone afterwards; then nothing of it may be
+// touched.
+struct CKvParamBezierWnd::Impl final : kv::EaseUser
+{
+    Impl(CKvParamBezierWnd& owner, IKvParamBezierInfo* infoObject,
+         IKvParamBezierCtrlCallback* callbackObject);
+
+    bool CanEdit() const { return info && model.IsEditable(); }
+    kv::EaseLook Look() const;
+    void Redraw();
+    void LoadSkin();
+
+    bool SendCurve(std::uint32_t kind);
+    bool TellHistory();
+    void Load();
+    /// Goes to another record; @return 1 when there was one.
+    int GoTo(bool (kv::EaseModel::*step)());
+    using PresetQuery = int (IKvParamBezierInfo::*)(double*, double*, double*, double*);
+    /// @param query null asks for the linear one.
+    int ApplyPreset(std::uint32_t kind, PresetQuery query);
+    /// An edit by key, typed or pasted: one record. @return false when it changed nothing.
+    bool Edit(const std::function<bool(kv::EaseModel&)>& rule);
+
+    void Press(CPoint point);
+    void BeginViewGesture(kv::EaseGesture kind, CPoint point);
+    /// @return false when no gesture is under way.
+    bool MoveGesture(CPoint point, Qt::KeyboardModifiers modifiers);
+    void DragTo(CPoint point, bool keepDirection);
+    /// As the button-up does.
+    bool EndGesture();
+    void CancelGesture();
+    /// The model has dropped the drag.
+    void DropDrag();
+    void SetView(const kv::EaseRange& range);
+    void ResetView();
+    void Hover(std::optional<CPoint> point);
+
+    /// @return false for a key that is none of the window's.
+    bool RunKey(UINT key, Qt::KeyboardModifiers modifiers);
+    bool IsOwnKey(UINT key, Qt::KeyboardModifiers modifiers) const;
+    bool CanRun(std::optional<kv::EaseCommand> command) const;
+    /// @return false for one that cannot be run.
+    bool Run(kv::EaseCommand command);
+    void Select(std::optional<kv::EaseHandle> handle);
+    void SelectStep(int step);
+    /// In pixels of the present view.
+    void MoveSelected(double right, double up);
+    /// @return false for a key that means nothing to a pending entry.
+    bool RunEntryKey(UINT key);
+    void DropEntry();
+    /// True for a character that goes into the entry.
+    bool IsTyped(UINT character, Qt::KeyboardModifiers modifiers) const;
+
+    const kv::EaseCurve& Curve() const override { return model.Curve(); }
+    kv::EaseLayout Layout() const override;
+    bool CanMove(kv::EaseHandle handle) const override { return info && model.CanMove(handle); }
+    std::optional<kv::EaseHandle> Selected() const override { return selected; }
+    void PlaceHandle(kv::EaseHandle handle, SKvCurvePoint place) override;
+    void FocusHandle(kv::EaseHandle handle) override;
+
+    CKvParamBezierWnd& control;
+    IKvParamBezierInfo* const info;
+    IKvParamBezierCtrlCallback* const callback;
+    kv::EaseModel model;
+    kv::EaseRange view;
+    kv::EaseGesture gesture = kv::EaseGesture::None;
+    kv::EaseRange startView; ///< of a zoom or pan
+    CPoint startPoint;
+    std::optional<CPoint> pointer; ///< where the mouse is, within the plot
+    std::optional<kv::EaseHandle> selected;
+    kv::EaseEntry entry;
+    Qt::KeyboardModifiers keyModifiers; ///< of the key whose character comes next
+    double frameLength = 0;
+    bool showSpeed = false;
+    bool showInitialCurve = false;
+    DWORD focusColour = 0;
+    kv::EaseAccess access;
+};
