@@ -1,5 +1,7 @@
 #include "AnimationInspector.h"
 
+#include "CanvasView.h"
+#include "DialogPlace.h"
 #include "Document.h"
 #include "Fields.h"
 #include "KvKeyFrameCtrl.h"
@@ -13,6 +15,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -25,25 +28,42 @@ namespace {
 constexpr UINT kFirstStripId = 1100; // the strips' numbers follow the properties
 constexpr QSize kStrip(56, 14);
 constexpr int kEaseIcon = 14;
+constexpr int kCaption = 36; // what a window manager puts over a dialog, or less
 
-// The dialog with what helps to time a title: a mark for each frame, the speed, and the curve as it was.
+// The dialog beside the picture that it changes.
 class EaseDialog : public CKvParamBezierCtrlDlg
 {
 public:
-    using CKvParamBezierCtrlDlg::CKvParamBezierCtrlDlg;
-
-    BOOL OnInitDialog() override
+    EaseDialog(EaseOperator& ease, const std::wstring& property, const CanvasView& canvas, QWidget* parent)
+        : CKvParamBezierCtrlDlg(&ease, EaseOperator::kObject, property.c_str(), parent)
+        , m_canvas(canvas)
     {
-        const BOOL result = CKvParamBezierCtrlDlg::OnInitDialog();
-        return result;
     }
+
+    void setVisible(bool visible) override
+    {
+        if (visible && !isVisible())
+            Place();
+        CKvParamBezierCtrlDlg::setVisible(visible);
+    }
+
+private:
+    void Place()
+    {
+        const QRect frame = m_canvas.FrameRect().toAlignedRect().intersected(m_canvas.viewport()->rect());
+        const QRect seen(m_canvas.viewport()->mapToGlobal(frame.topLeft()), frame.size());
+        move(PlaceBeside(seen, size() + QSize(0, kCaption), m_canvas.screen()->availableGeometry()));
+    }
+
+    const CanvasView& m_canvas;
 };
 
 } // namespace
 
-AnimationInspector::AnimationInspector(Document& document, Transport& transport)
+AnimationInspector::AnimationInspector(Document& document, Transport& transport, const CanvasView& canvas)
     : m_document(document)
     , m_transport(transport)
+    , m_canvas(canvas)
     , m_operator(document, transport)
     , m_frame(transport.Frame())
 {
@@ -226,7 +246,7 @@ void AnimationInspector::OpenEaseDialog(Property property)
 {
     m_transport.Pause();
     const std::wstring name = QString::fromLatin1(TraitsOf(property).name).toStdWString();
-    EaseDialog dialog(&m_operator, EaseOperator::kObject, name.c_str(), window());
+    EaseDialog dialog(m_operator, name, m_canvas, window());
     dialog.DoModal();
 }
 

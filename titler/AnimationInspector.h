@@ -18,6 +18,7 @@ class QToolButton;
 
 namespace titler {
 
+class CanvasView;
 class Document;
 class Transport;
 
@@ -28,7 +29,8 @@ class AnimationInspector : public QWidget
     Q_OBJECT
 
 public:
-    AnimationInspector(Document& document, Transport& transport);
+    /// @param canvas where an ease is tried out.
+    AnimationInspector(Document& document, Transport& transport, const CanvasView& canvas);
     ~AnimationInspector() override;
 
     /// Shapes the ease at the current time in the ease dialog; returns when it is closed.
@@ -58,6 +60,7 @@ private:
 
     Document& m_document;
     Transport& m_transport;
+    const CanvasView& m_canvas;
     EaseOperator m_operator;
     std::array<Row, kProperties> m_rows{};
     int m_frame; ///< that the fields show and edit

@@ -83,7 +83,7 @@ QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& trans
     column->setSpacing(4);
     auto* gradient = new GradientInspector(document);
     auto* text = new TextInspector(document);
-    auto* animation = new AnimationInspector(document, transport);
+    auto* animation = new AnimationInspector(document, transport, *m_canvas);
     setFocusProxy(gradient);
     for (QWidget* section : std::initializer_list<QWidget*>{gradient, text, animation}) {
         section->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);

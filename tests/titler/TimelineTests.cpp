@@ -1,5 +1,6 @@
 #include "AnimationInspector.h"
 #include "CanvasView.h"
+#include "DialogPlace.h"
 #include "Document.h"
 #include "KvKeyFrameCtrl.h"
 #include "MainWindow.h"
@@ -329,6 +330,26 @@ TEST_F(Timeline, AnotherFrameRateKeepsTheTimesInOneStep)
     document.Undo();
     EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 40, 70}));
     EXPECT_EQ(transport.Frame(), 40);
+}
+
+TEST(DialogPlace, LeavesThePictureInSight)
+{
+    const QSize dialog(600, 400);
+    const struct
+    {
+        const char* name;
+        QRect seen;
+        QRect room;
+        QPoint place;
+    } rows[] = {
+        {"below", {100, 100, 800, 300}, {0, 0, 1600, 1000}, {200, 408}},
+        {"beside", {0, 100, 800, 700}, {0, 0, 1600, 1000}, {808, 250}},
+        {"a corner covers less", {200, 200, 900, 700}, {0, 0, 1600, 1000}, {1000, 0}},
+        {"another screen", {-1500, 0, 800, 700}, {-1600, 0, 1600, 1000}, {-692, 150}},
+        {"no room at all", {0, 0, 300, 200}, {0, 0, 500, 300}, {0, 0}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(PlaceBeside(row.seen, dialog, row.room), row.place) << row.name;
 }
 
 } // namespace
