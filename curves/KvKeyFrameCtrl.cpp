@@ -205,6 +205,7 @@ void CKvKeyFrameCtrl::Impl::ShowTips()
 CKvKeyFrameCtrl::CKvKeyFrameCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
     QAccessible::installFactory(MakeInterface);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 CKvKeyFrameCtrl::~CKvKeyFrameCtrl() = default;
