@@ -6,10 +6,10 @@
 #include "KvGradientCtrl.h"
 #include "MainWindow.h"
 #include "MediaPanel.h"
+#include "Pictures.h"
 #include "Skin.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QEventLoop>
 #include <QMouseEvent>
 #include <QProcess>
@@ -29,28 +29,6 @@ constexpr int kMargin = 16;
 constexpr QSize kGradientSize(520, 84);
 constexpr int kLongestWait = 30000; // milliseconds
 
-class Pictures
-{
-public:
-    Pictures(const QString& folder, const QString& scale)
-        : m_folder(folder)
-        , m_ending(scale == QLatin1String("1") ? QString() : QStringLiteral("-150"))
-    {
-    }
-
-    bool Save(QWidget& widget, const QString& name) const
-    {
-        const QString file = m_folder.filePath(name + m_ending + QStringLiteral(".png"));
-        const QString fault = SavePng(widget.grab().toImage(), file);
-        std::fprintf(fault.isEmpty() ? stdout : stderr, "%s %s\n", qPrintable(file), qPrintable(fault));
-        return fault.isEmpty();
-    }
-
-private:
-    QDir m_folder;
-    QString m_ending;
-};
-
 bool SaveTitler(const Pictures& pictures)
 {
     MainWindow window;
@@ -67,7 +45,7 @@ bool SaveTitler(const Pictures& pictures)
     window.Project().SelectStop(2);
     auto& list = *window.findChild<QTreeView*>(QStringLiteral("media"));
     list.expand(list.model()->index(0, 0));
-    return pictures.Save(window, QStringLiteral("titler"));
+    return pictures.Save(window, "titler");
 }
 
 /// A gradient control on a dark ground, and the mouse that works on it.
@@ -92,13 +70,7 @@ public:
     QWidget& Window() { return m_window; }
     int XOf(double position) { return 4 + static_cast<int>((m_control.width() - 9) * position); }
 
-    void Mouse(QEvent::Type type, int x, int y)
-    {
-        const QPointF at(x, y);
-        const Qt::MouseButton changed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-        QMouseEvent event(type, at, m_control.mapToGlobal(at), changed, Qt::LeftButton, {});
-        QApplication::sendEvent(&m_control, &event);
-    }
+    void Mouse(QEvent::Type type, int x, int y) { SendMouse(m_control, type, QPointF(x, y)); }
 
 private:
     QWidget m_window;
@@ -109,7 +81,7 @@ bool SaveGradient(const Pictures& pictures, const char* name, const std::functio
 {
     GradientScene scene;
     act(scene);
-    return pictures.Save(scene.Window(), QLatin1String(name));
+    return pictures.Save(scene.Window(), name);
 }
 
 bool SaveGradients(const Pictures& pictures)
@@ -138,10 +110,32 @@ bool SaveGradients(const Pictures& pictures)
 int RenderAtOneScale(const QString& folder, const QString& scale)
 {
     const Pictures pictures(folder, scale);
-    return SaveTitler(pictures) && SaveGradients(pictures) ? 0 : 1;
+    return SaveTitler(pictures) && SaveGradients(pictures) && SaveCurves(pictures) ? 0 : 1;
 }
 
 } // namespace
+
+Pictures::Pictures(const QString& folder, const QString& scale)
+    : m_folder(folder)
+    , m_ending(scale == QLatin1String("1") ? QString() : QStringLiteral("-150"))
+{
+}
+
+bool Pictures::Save(QWidget& widget, const char* name) const
+{
+    const QString file = m_folder.filePath(QLatin1String(name) + m_ending + QStringLiteral(".png"));
+    const QString fault = SavePng(widget.grab().toImage(), file);
+    std::fprintf(fault.isEmpty() ? stdout : stderr, "%s %s\n", qPrintable(file), qPrintable(fault));
+    return fault.isEmpty();
+}
+
+void SendMouse(QWidget& widget, QEvent::Type type, QPointF at)
+{
+    const Qt::MouseButton changed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButton held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, at, widget.mapToGlobal(at), changed, held, {});
+    QApplication::sendEvent(&widget, &event);
+}
 
 int main(int argc, char** argv)
 {

@@ -1,0 +1,29 @@
+// Saves the pictures of the documentation at the scale that the program runs at.
+#pragma once
+
+#include <QDir>
+#include <QEvent>
+#include <QPointF>
+#include <QString>
+
+class QWidget;
+
+class Pictures
+{
+public:
+    /// @param scale "1" adds nothing to the names of the files, another one its percentage.
+    Pictures(const QString& folder, const QString& scale);
+
+    /// Renders a widget into `<name>.png`; the outcome is printed. @return false when it cannot be written.
+    bool Save(QWidget& widget, const char* name) const;
+
+private:
+    QDir m_folder;
+    QString m_ending;
+};
+
+/// Sends a widget an event of the left button; a move is one of a drag.
+void SendMouse(QWidget& widget, QEvent::Type type, QPointF at);
+
+/// The ease window, the ease dialog and the keyframe strip.
+bool SaveCurves(const Pictures& pictures);
