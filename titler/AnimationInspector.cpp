@@ -21,6 +21,7 @@
 #include <QVBoxLayout>
 
 #include <string>
+#include <utility>
 
 namespace titler {
 namespace {
@@ -30,7 +31,8 @@ constexpr QSize kStrip(56, 14);
 constexpr int kEaseIcon = 14;
 constexpr int kCaption = 36; // what a window manager puts over a dialog, or less
 
-// The dialog beside the picture that it changes.
+// The dialog beside the picture that it changes, with what helps to time a title: a mark for each frame, the
+// speed, and the curve as it was.
 class EaseDialog : public CKvParamBezierCtrlDlg
 {
 public:
@@ -38,6 +40,17 @@ public:
         : CKvParamBezierCtrlDlg(&ease, EaseOperator::kObject, property.c_str(), parent)
         , m_canvas(canvas)
     {
+    }
+
+    BOOL OnInitDialog() override
+    {
+        const BOOL result = CKvParamBezierCtrlDlg::OnInitDialog();
+        if (CKvParamBezierWnd* curve = GetCurveWnd()) {
+            curve->SetFrameLength(1);
+            curve->ShowSpeed(1);
+            curve->ShowInitialCurve(1);
+        }
+        return result;
     }
 
     void setVisible(bool visible) override
@@ -204,6 +217,8 @@ void AnimationInspector::ToggleKey(Property property)
 void AnimationInspector::SetValue(Property property, double value)
 {
     m_transport.Pause();
+    if (std::exchange(m_editedFrame, m_frame) != m_frame)
+        m_document.EndSession(); // another key is another step
     m_document.Edit(EditKindOf(property), Text(kStepValue, {PropertyWord(property)}),
                     [&](Project& project) { SetValueAt(project.title[property], property, m_frame, value); });
     ShowRow(property);
@@ -216,7 +231,6 @@ void AnimationInspector::OnFrameChanged(int frame)
         if (row.value->findChild<QLineEdit*>()->isModified())
             row.value->interpretText();
     m_frame = frame;
-    m_document.EndSession();
     ShowProject();
 }
 

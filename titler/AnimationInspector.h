@@ -64,6 +64,7 @@ private:
     EaseOperator m_operator;
     std::array<Row, kProperties> m_rows{};
     int m_frame; ///< that the fields show and edit
+    int m_editedFrame = -1;
     // Dies before the strips, so that no message finds half an inspector.
     std::unique_ptr<KvMessageSink> m_messages;
 };

@@ -75,7 +75,7 @@ void TimeRuler::OnProjectChanged()
     setRange(0, m_transport.LastFrame());
     setPageStep(m_transport.Rate().nominal);
     SetView(m_isWhole ? TimeView{0, std::max(1.0, double(m_transport.LastFrame()))} : m_view);
-    if (m_gesture == Gesture::Key && m_run != 0 && !m_document.IsInRun(m_run))
+    if (m_gesture == Gesture::Key && !m_document.IsInRun(m_run))
         m_gesture = Gesture::None; // an undo from the keyboard has ended it
     if (m_gesture != Gesture::Key)
         SetHovered({});
@@ -193,6 +193,7 @@ void TimeRuler::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || m_gesture != Gesture::None)
         return;
     m_run = 0;
+    m_document.EndRun();
     SetHovered(MarkerAt(event->position()));
     if (m_hovered) {
         m_gesture = Gesture::Key;
@@ -231,7 +232,6 @@ void TimeRuler::DragKey(QPointF point)
         return;
     if (m_run == 0) {
         m_transport.Pause();
-        m_document.EndRun();
         m_run = m_document.BeginRun(Text(kStepMoveKey, {PropertyWord(m_hovered->property)}));
     }
     m_hovered->frame = frame;
@@ -254,7 +254,7 @@ void TimeRuler::mouseReleaseEvent(QMouseEvent* event)
 
 void TimeRuler::EndGesture()
 {
-    if (std::exchange(m_gesture, Gesture::None) == Gesture::Key && m_run != 0 && m_document.IsInRun(m_run))
+    if (std::exchange(m_gesture, Gesture::None) == Gesture::Key && m_document.IsInRun(m_run))
         m_document.EndRun();
 }
 
@@ -263,7 +263,7 @@ void TimeRuler::CancelGesture()
     const Gesture gesture = std::exchange(m_gesture, Gesture::None);
     if (gesture == Gesture::Seek)
         m_transport.Seek(m_startFrame);
-    else if (gesture == Gesture::Key && m_run != 0 && m_document.IsInRun(m_run))
+    else if (gesture == Gesture::Key && m_document.IsInRun(m_run))
         m_document.CancelRun();
 }
 
