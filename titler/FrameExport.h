@@ -7,10 +7,15 @@ class QImage;
 
 namespace titler {
 
+class TitleRenderer;
+
 /// Writes a picture as PNG, whole or not at all. @return an empty text, or the system's reason.
 QString SavePng(const QImage& image, const QString& file);
 
 /// Renders the title at the project's frame size, over nothing, and writes it as PNG.
-QString ExportFrame(const Project& project, const QString& file);
+/// @return an empty text, or the reason.
+QString ExportFrame(const Project& project, const QString& file, double frame = 0);
+/// The same with a renderer that has drawn other frames before.
+QString ExportFrame(TitleRenderer& renderer, const Project& project, const QString& file, double frame);
 
 } // namespace titler

@@ -49,15 +49,17 @@ std::vector<Entry> Entries(const GradientStops& stops)
     return entries;
 }
 
-QRgb Premultiplied(const Channels& colour)
+// The colour is multiplied before it is rounded: a title that fades does so without steps of its own.
+QRgb Premultiplied(const Channels& colour, double opacity)
 {
-    const auto byte = [](double value) { return static_cast<int>(std::lround(value)); };
-    return qPremultiply(qRgba(byte(colour[1]), byte(colour[2]), byte(colour[3]), byte(colour[0])));
+    const double alpha = std::round(colour[0] * opacity);
+    const auto byte = [&](double value) { return static_cast<int>(value * alpha / 255 + 0.5); };
+    return qRgba(byte(colour[1]), byte(colour[2]), byte(colour[3]), static_cast<int>(alpha));
 }
 
 } // namespace
 
-std::vector<QRgb> GradientTable(const GradientStops& stops, int size)
+std::vector<QRgb> GradientTable(const GradientStops& stops, int size, double opacity)
 {
     std::vector<QRgb> table(static_cast<std::size_t>(size), 0);
     const std::vector<Entry> entries = Entries(stops);
@@ -78,7 +80,7 @@ std::vector<QRgb> GradientTable(const GradientStops& stops, int size)
             const Entry& b = entries[next];
             colour = Mix(a.colour, b.colour, (t - a.position) / (b.position - a.position));
         }
-        table[static_cast<std::size_t>(i)] = Premultiplied(colour);
+        table[static_cast<std::size_t>(i)] = Premultiplied(colour, opacity);
     }
     return table;
 }

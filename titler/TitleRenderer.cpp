@@ -9,8 +9,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <numbers>
-#include <tuple>
 
 namespace titler {
 namespace {
@@ -50,26 +51,53 @@ struct GradientRun
     double origin; ///< of the middle of pixel (0, 0)
 };
 
-GradientRun RunOf(const Title& title, const QRectF& outline, double scaleX, double scaleY)
+// The gradient lies on the text at rest and moves along with it.
+// @param toOutline from a pixel to the outline at rest.
+GradientRun RunOf(double angle, double offset, const QRectF& outline, const QTransform& toOutline)
 {
-    const double angle = title.gradientAngle * std::numbers::pi / 180;
-    const double dx = std::cos(angle);
-    const double dy = std::sin(angle);
+    const double radians = angle * std::numbers::pi / 180;
+    const double dx = std::cos(radians);
+    const double dy = std::sin(radians);
     const double length = std::abs(outline.width() * dx) + std::abs(outline.height() * dy);
     const double entries = length > 0 ? (kTableSize - 1) / length : 0.0;
     const QPointF centre = outline.center();
-    const double middle = (0.5 - title[Property::GradientOffset].value) * (kTableSize - 1);
-    const GradientRun run{entries * dx / scaleX, entries * dy / scaleY, 0};
-    return {run.perColumn, run.perRow,
-            middle - entries * (centre.x() * dx + centre.y() * dy) + (run.perColumn + run.perRow) / 2};
+    const double middle = (0.5 - offset) * (kTableSize - 1);
+    const auto along = [&](double x, double y) { return entries * (x * dx + y * dy); };
+    const QPointF first = toOutline.map(QPointF(0.5, 0.5));
+    return {along(toOutline.m11(), toOutline.m12()), along(toOutline.m21(), toOutline.m22()),
+            middle + along(first.x() - centre.x(), first.y() - centre.y())};
 }
 
-bool HasSameOutline(const Title& a, const Title& b)
+bool IsSame(const GradientStops& a, const GradientStops& b)
 {
-    const auto fields = [](const Title& t) {
-        return std::tie(t.text, t.fontFamily, t.fontSize, t.bold, t.italic, t.align);
-    };
-    return fields(a) == fields(b);
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& s, const auto& t) {
+        return s.colour == t.colour && s.position == t.position && s.midPoint == t.midPoint;
+    });
+}
+
+// The contours that reach into `frame`. The others cover nothing there, and a large title has many.
+QPainterPath ContoursIn(const QRectF& frame, const QPainterPath& path)
+{
+    if (frame.contains(path.controlPointRect()))
+        return path;
+    QPainterPath inside;
+    inside.setFillRule(path.fillRule());
+    for (int begin = 0, end = 0; begin < path.elementCount(); begin = end) {
+        QPainterPath contour;
+        for (end = begin; end < path.elementCount() && (end == begin || !path.elementAt(end).isMoveTo());) {
+            const QPainterPath::Element at = path.elementAt(end);
+            if (at.isMoveTo())
+                contour.moveTo(at);
+            else if (at.isLineTo())
+                contour.lineTo(at);
+            else
+                contour.cubicTo(at, path.elementAt(end + 1), path.elementAt(end + 2));
+            end += at.isCurveTo() ? 3 : 1;
+        }
+        if (contour.controlPointRect().intersects(frame))
+            inside.addPath(contour);
+    }
+    return inside;
 }
 
 // A premultiplied colour times coverage, each channel rounded.
@@ -82,16 +110,38 @@ QRgb Covered(QRgb colour, uint coverage)
     return qRgba(scaled(qRed(colour)), scaled(qGreen(colour)), scaled(qBlue(colour)), scaled(qAlpha(colour)));
 }
 
+// Where the next covered pixel of a row is; most of a frame is empty.
+int NextCovered(const uchar* coverage, int from, int count)
+{
+    std::uint64_t eight = 0;
+    while (from + 8 <= count && (std::memcpy(&eight, coverage + from, 8), eight == 0))
+        from += 8;
+    while (from < count && coverage[from] == 0)
+        ++from;
+    return from;
+}
+
 void ColourRow(const uchar* coverage, QRgb* out, int count, double place, double step,
                const std::vector<QRgb>& table)
 {
-    for (int i = 0; i < count; ++i, place += step) {
-        if (coverage[i] == 0)
-            continue;
-        const double entry = std::clamp(place + 0.5, 0.0, static_cast<double>(kTableSize - 1));
-        const QRgb colour = table[static_cast<std::size_t>(entry)];
-        out[i] = coverage[i] == 255 ? colour : Covered(colour, coverage[i]);
+    for (int i = 0; (i = NextCovered(coverage, i, count)) < count;)
+        for (; i < count && coverage[i] != 0; ++i) {
+            const double entry = std::clamp(place + step * i + 0.5, 0.0, kTableSize - 1.0);
+            const QRgb colour = table[static_cast<std::size_t>(entry)];
+            out[i] = coverage[i] == 255 ? colour : Covered(colour, coverage[i]);
+        }
+}
+
+// The alpha of an area, 8 bits a pixel; a null image when memory is short.
+QImage AlphaOf(const QImage& image, const QRect& area)
+{
+    QImage alpha(area.size(), QImage::Format_Grayscale8);
+    for (int y = 0; y < alpha.height(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(image.constScanLine(area.top() + y)) + area.left();
+        std::transform(from, from + area.width(), alpha.scanLine(y),
+                       [](QRgb pixel) { return static_cast<uchar>(qAlpha(pixel)); });
     }
+    return alpha;
 }
 
 } // namespace
@@ -126,53 +176,92 @@ QPainterPath TitlePath(const Title& title, QSizeF frame)
     return path;
 }
 
-void TitleRenderer::UpdateMask(const Project& project, QSize size)
+QTransform TitleMotion(const std::array<double, kProperties>& values, const QRectF& outline, QSizeF frame)
 {
-    const Title& title = project.title;
-    const QSizeF display = DisplaySize(project.video);
-    if (m_mask.size == size && m_mask.display == display && HasSameOutline(m_mask.title, title))
-        return;
-    const QPainterPath path = TitlePath(title, display);
-    const QTransform scale =
-        QTransform::fromScale(size.width() / display.width(), size.height() / display.height());
-    const QRectF covered = scale.mapRect(path.boundingRect());
-    m_mask = {title,
-              display,
-              size,
-              {},
-              covered.toAlignedRect().intersected(QRect(QPoint(), size)),
-              path.boundingRect()};
-    if (m_mask.area.isEmpty())
-        return;
-    m_mask.coverage = QImage(m_mask.area.size(), QImage::Format_Grayscale8);
-    if (m_mask.coverage.isNull())
-        return;
-    m_mask.coverage.fill(Qt::black);
-    QPainter painter(&m_mask.coverage);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(-m_mask.area.topLeft());
-    painter.fillPath(scale.map(path), Qt::white);
+    const auto value = [&](Property property) { return values[static_cast<std::size_t>(property)]; };
+    const QPointF centre = outline.center();
+    const double scale = value(Property::Scale) / 100;
+    QTransform motion;
+    motion.translate(centre.x() + frame.width() * value(Property::X) / 100,
+                     centre.y() + frame.height() * value(Property::Y) / 100);
+    motion.rotate(value(Property::Rotation));
+    motion.scale(scale, scale);
+    motion.translate(-centre.x(), -centre.y());
+    return motion;
 }
 
-QImage TitleRenderer::Render(const Project& project, QSize size)
+void TitleRenderer::UpdateOutline(const Title& title, QSizeF frame)
+{
+    const Letters letters{title.text,   title.fontFamily, title.fontSize, title.bold,
+                          title.italic, title.align,      frame};
+    if (m_outline.letters == letters)
+        return;
+    const QPainterPath path = TitlePath(title, frame);
+    m_outline = {letters, path, path.boundingRect()};
+    m_mask = {};
+}
+
+// Fills the outline into `canvas`, which is empty and gets its colours afterwards.
+// @return false when memory is short.
+bool TitleRenderer::UpdateMask(const QTransform& toPixels, QImage& canvas)
+{
+    if (m_mask.size == canvas.size() && m_mask.toPixels == toPixels)
+        return true;
+    const QRectF frame(canvas.rect());
+    const QPainterPath path = ContoursIn(frame, toPixels.map(m_outline.path));
+    const QRect area = path.controlPointRect().intersected(frame).toAlignedRect();
+    m_mask = {};
+    QImage coverage;
+    if (!area.isEmpty()) {
+        QPainter painter(&canvas);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(path, Qt::white);
+        painter.end();
+        coverage = AlphaOf(canvas, area);
+        if (coverage.isNull())
+            return false;
+    }
+    m_mask = {toPixels, canvas.size(), coverage, area};
+    return true;
+}
+
+void TitleRenderer::UpdateColours(const GradientStops& stops, double opacity)
+{
+    if (m_colours.opacity == opacity && IsSame(m_colours.stops, stops))
+        return;
+    m_colours = {stops, opacity, GradientTable(stops, kTableSize, opacity)};
+}
+
+QImage TitleRenderer::Render(const Project& project, double frame, QSize size)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return image;
     image.fill(Qt::transparent);
-    UpdateMask(project, size);
-    if (m_mask.coverage.isNull())
-        return image;
+    const Title& title = project.title;
+    const std::array<double, kProperties> values = ValuesAt(title.properties, frame);
+    const auto value = [&](Property property) { return values[static_cast<std::size_t>(property)]; };
     const QSizeF display = DisplaySize(project.video);
-    const GradientRun run = RunOf(project.title, m_mask.outline, size.width() / display.width(),
-                                  size.height() / display.height());
-    const std::vector<QRgb> table = GradientTable(project.title.stops, kTableSize);
+    UpdateOutline(title, display);
+    const QTransform toPixels =
+        TitleMotion(values, m_outline.bounds, display) *
+        QTransform::fromScale(size.width() / display.width(), size.height() / display.height());
+    bool isVisible = false;
+    const QTransform toOutline = toPixels.inverted(&isVisible);
+    if (!isVisible || value(Property::Opacity) <= 0)
+        return image;
+    if (!UpdateMask(toPixels, image))
+        return {};
+    UpdateColours(title.stops, value(Property::Opacity) / 100);
+    const GradientRun run =
+        RunOf(title.gradientAngle, value(Property::GradientOffset), m_outline.bounds, toOutline);
     const QRect area = m_mask.area;
     for (int y = 0; y < area.height(); ++y) {
         const int row = area.top() + y;
         ColourRow(m_mask.coverage.constScanLine(y),
                   reinterpret_cast<QRgb*>(image.scanLine(row)) + area.left(), area.width(),
-                  run.origin + run.perColumn * area.left() + run.perRow * row, run.perColumn, table);
+                  run.origin + run.perColumn * area.left() + run.perRow * row, run.perColumn,
+                  m_colours.table);
     }
     return image;
 }
