@@ -253,7 +253,7 @@ void CanvasView::DrawFrame(QPainter& painter, const QRectF& frame)
     const QSize size = Zoom() > 1 ? QSize(video.width, video.height) : shown;
     if (m_image.size() != size) {
         m_values = ValuesAt(m_document.Current().title.properties, m_transport.Frame());
-        m_image = m_renderer.Render(m_document.Current(), size);
+        m_image = m_renderer.Render(m_document.Current(), m_transport.Frame(), size);
     }
     painter.drawImage(frame, m_image);
     painter.restore();

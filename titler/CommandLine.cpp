@@ -43,7 +43,8 @@ struct Parser
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, size, play, help});
+        parser.addOptions(
+            {media, screenshot, exportFrame, exportFrames, range, threads, frame, size, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -137,11 +138,11 @@ QString Parser::Read(Options& options) const
 {
     options.help = parser.isSet(help);
     options.play = parser.isSet(play);
-    for (const QString& fault : {ReadProject(options.project), ReadValue(media, options.media),
-                                 ReadPicture(screenshot, options.screenshot),
-                                 ReadPicture(exportFrame, options.exportFrame), ReadValue(exportFrames, options.exportFrames),
-                                 ReadRange(options.range), ReadThreads(options.threads), ReadFrame(options.frame),
-                                 ReadSize(options.windowSize)})
+    for (const QString& fault :
+         {ReadProject(options.project), ReadValue(media, options.media),
+          ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
+          ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
+          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize)})
         if (!fault.isEmpty())
             return fault;
     return {};

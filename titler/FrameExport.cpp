@@ -77,8 +77,7 @@ QByteArray Png(const QImage& picture)
         return {};
     const char form[] = {8, 6, 0, 0, 0}; // bits a channel, RGBA, deflate, adaptive filters, not interlaced
     const QByteArray header = BigEndian(static_cast<quint32>(image.width())) +
-                              BigEndian(static_cast<quint32>(image.height())) +
-                              QByteArray(form, sizeof form);
+                              BigEndian(static_cast<quint32>(image.height())) + QByteArray(form, sizeof form);
     return "\x89PNG\r\n\x1A\n" + Chunk("IHDR", header) + Chunk("IDAT", compressed) + Chunk("IEND", {});
 }
 

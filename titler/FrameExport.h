@@ -14,7 +14,7 @@ QString SavePng(const QImage& image, const QString& file);
 
 /// Renders the title at the project's frame size, over nothing, and writes it as PNG.
 /// @return an empty text, or the reason.
-QString ExportFrame(const Project& project, const QString& file, double frame = 0);
+QString ExportFrame(const Project& project, const QString& file, double frame);
 /// The same with a renderer that has drawn other frames before.
 QString ExportFrame(TitleRenderer& renderer, const Project& project, const QString& file, double frame);
 

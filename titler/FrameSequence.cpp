@@ -116,8 +116,7 @@ void FrameSequence::Export()
         if (step >= Total())
             return;
         const int frame = m_target.range.first + step;
-        const QString reason =
-            ExportFrame(renderer, m_project, FrameFile(m_target, m_project, frame), frame);
+        const QString reason = ExportFrame(renderer, m_project, FrameFile(m_target, m_project, frame), frame);
         if (reason.isEmpty())
             ++m_written;
         else

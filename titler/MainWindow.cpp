@@ -223,7 +223,7 @@ void MainWindow::ChooseExport()
         AskForTarget(*this, kTextExportFrame, kTextPngFiles, QStringLiteral("png"), proposal);
     if (file.isEmpty())
         return;
-    const QString fault = ExportFrame(m_document.Current(), file);
+    const QString fault = ExportFrame(m_document.Current(), file, m_transport.Frame());
     if (fault.isEmpty())
         Say(Text(kTextExported, {QDir::toNativeSeparators(file)}));
     else

@@ -38,8 +38,8 @@ bool IsTerminal()
 
 void Count(const FrameSequence& sequence)
 {
-    const QString text = Text(kTextFramesDone, {QString::number(sequence.Written()),
-                                                QString::number(sequence.Total())});
+    const QString text =
+        Text(kTextFramesDone, {QString::number(sequence.Written()), QString::number(sequence.Total())});
     std::fprintf(stderr, "\r%s", qUtf8Printable(text));
     std::fflush(stderr);
 }

@@ -30,8 +30,6 @@ public:
     /// @param size the whole frame's size in pixels; the frame is scaled to it.
     /// @return Format_ARGB32_Premultiplied; a null image when memory is short.
     QImage Render(const Project& project, double frame, QSize size);
-    /// The first frame.
-    QImage Render(const Project& project, QSize size) { return Render(project, 0, size); }
 
 private:
     /// What the outline at rest depends on.

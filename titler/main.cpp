@@ -1,11 +1,14 @@
 #include "CommandLine.h"
 #include "Document.h"
 #include "FrameExport.h"
+#include "FrameSequence.h"
 #include "MainWindow.h"
 #include "MediaPanel.h"
 #include "ProjectText.h"
 #include "Skin.h"
+#include "TerminalExport.h"
 #include "Texts.h"
+#include "Transport.h"
 
 #include <QApplication>
 #include <QDir>
@@ -23,6 +26,7 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kUsageError = 2;
+constexpr int kInterrupted = 128;   // plus the signal's number, as a shell counts it
 constexpr int kLongestWait = 60000; // milliseconds, for the media list of a screenshot
 
 int Fail(int status, QString text)
@@ -43,14 +47,41 @@ bool HasDisplay()
     return true;
 }
 
-int ExportProjectFrame(const Options& options)
+// A title has come in by the middle and has not gone yet.
+int FrameOf(const Options& options, const Project& project)
+{
+    return options.frame.value_or((project.duration - 1) / 2);
+}
+
+int ExportAnimation(const Options& options, const Project& project)
+{
+    FrameSequence sequence(project, {options.exportFrames, FrameName(options.project),
+                                     options.range.value_or(WholeRange(project)), options.threads});
+    const int signal = WatchExport(sequence);
+    const QString written = QString::number(sequence.Written());
+    const QString total = QString::number(sequence.Total());
+    if (const QString fault = sequence.Fault(); !fault.isEmpty())
+        return Fail(kFailed, Text(kTextExportStopped, {fault, written, total}));
+    if (signal != 0)
+        return Fail(kInterrupted + signal, Text(kTextExportCancelled, {written, total}));
+    return kDone;
+}
+
+int ExportPictures(const Options& options)
 {
     Document document;
     ProjectError error;
     if (!options.project.isEmpty() && !document.Open(options.project, error))
         return Fail(kFailed, ErrorText(options.project, error));
-    const QString fault = ExportFrame(document.Current(), options.exportFrame);
-    return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.exportFrame, fault}));
+    const Project& project = document.Current();
+    QString fault = FrameFault(options, project);
+    if (!fault.isEmpty())
+        return Fail(kUsageError, fault);
+    if (!options.exportFrame.isEmpty())
+        fault = ExportFrame(project, options.exportFrame, FrameOf(options, project));
+    if (!fault.isEmpty())
+        return Fail(kFailed, Text(kTextCannotExport, {options.exportFrame, fault}));
+    return options.exportFrames.isEmpty() ? kDone : ExportAnimation(options, project);
 }
 
 // False when the list is still not complete.
@@ -72,6 +103,7 @@ int TakeScreenshot(const Options& options)
         return Fail(kFailed, ErrorText(options.project, error));
     if (!options.media.isEmpty())
         window.Media().OpenFolder(options.media);
+    window.Time().Seek(FrameOf(options, window.Project().Current()));
     window.setAttribute(Qt::WA_DontShowOnScreen);
     window.resize(options.windowSize);
     window.show();
@@ -105,8 +137,8 @@ int Run(int& argc, char** argv, const Options& options)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("titler"));
-    if (!options.exportFrame.isEmpty()) {
-        const int status = ExportProjectFrame(options);
+    if (options.OnlyPictures()) {
+        const int status = ExportPictures(options);
         if (status != kDone || options.screenshot.isEmpty())
             return status;
     }

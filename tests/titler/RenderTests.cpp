@@ -83,7 +83,7 @@ TEST(TitleRenderer, RunsTheGradientAcrossTheText)
         project.title.gradientAngle = d.angle;
         project.title[Property::GradientOffset].value = d.offset;
         const QRectF box = TitlePath(project.title, DisplaySize(project.video)).boundingRect();
-        const QImage image = TitleRenderer().Render(project, {640, 360});
+        const QImage image = TitleRenderer().Render(project, 0, {640, 360});
         for (const double part : {0.1, 0.5, 0.9}) {
             const QPointF at(box.left() + box.width() * part, box.top() + box.height() * part);
             const QPoint pixel = at.toPoint();
@@ -102,15 +102,15 @@ TEST(TitleRenderer, IsTheSameForEveryOrderOfCalls)
     TitleRenderer kept;
     Project project = NewProject();
     project.title.text = "Title";
-    kept.Render(project, {320, 180});
+    kept.Render(project, 0, {320, 180});
     project.title.stops.front().colour = kBlue;
-    EXPECT_EQ(kept.Render(project, {320, 180}), TitleRenderer().Render(project, {320, 180}));
+    EXPECT_EQ(kept.Render(project, 0, {320, 180}), TitleRenderer().Render(project, 0, {320, 180}));
     project.title.text = "Other";
-    EXPECT_EQ(kept.Render(project, {320, 180}), TitleRenderer().Render(project, {320, 180}));
+    EXPECT_EQ(kept.Render(project, 0, {320, 180}), TitleRenderer().Render(project, 0, {320, 180}));
     project.video.aspectRatio = kKvAspect4x3;
-    EXPECT_EQ(kept.Render(project, {320, 180}), TitleRenderer().Render(project, {320, 180}));
+    EXPECT_EQ(kept.Render(project, 0, {320, 180}), TitleRenderer().Render(project, 0, {320, 180}));
     project.title.text.clear();
-    EXPECT_EQ(kept.Render(project, {320, 180}).pixel(160, 90), 0u);
+    EXPECT_EQ(kept.Render(project, 0, {320, 180}).pixel(160, 90), 0u);
 }
 
 TEST(FrameExport, WritesTheFrameWithItsTransparency)
@@ -119,12 +119,12 @@ TEST(FrameExport, WritesTheFrameWithItsTransparency)
     Project project = BlockProject();
     project.title.stops = {{0x80FF0000, 0.0f, 0.5f}, {0x80FF0000, 1.0f, 0.5f}};
     const QString file = folder.filePath("frame.png");
-    ASSERT_EQ(ExportFrame(project, file), "");
+    ASSERT_EQ(ExportFrame(project, file, 0), "");
     const QImage image(file);
     EXPECT_EQ(image.size(), QSize(640, 360));
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
     ExpectNear(image.pixel(320, 180), 0x80FF0000);
-    EXPECT_NE(ExportFrame(project, folder.filePath("missing/frame.png")), "");
+    EXPECT_NE(ExportFrame(project, folder.filePath("missing/frame.png"), 0), "");
 }
 
 // A frame of 4:3 in wide pixels: the text keeps its shape on the screen, so it is narrower in the file.
@@ -133,7 +133,7 @@ TEST(TitleRenderer, ScalesToThePixelsOfTheFormat)
     Project project = BlockProject();
     project.video = {kKvAspect4x3, kKvFrameRate25, kKvScanUpperFirst, 720, 576};
     const QRectF box = TitlePath(project.title, DisplaySize(project.video)).boundingRect();
-    const QImage image = TitleRenderer().Render(project, {720, 576});
+    const QImage image = TitleRenderer().Render(project, 0, {720, 576});
     const int first = static_cast<int>(std::lround(box.left() * 720 / 768));
     EXPECT_EQ(qAlpha(image.pixel(first - 2, 288)), 0);
     EXPECT_EQ(qAlpha(image.pixel(first + 2, 288)), 255);
