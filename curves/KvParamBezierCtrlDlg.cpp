@@ -7,6 +7,7 @@
 namespace {
 
 constexpr UINT kTemplate = 12016;
+constexpr UINT kCurve = 12088;
 constexpr UINT kUndo = 12077;
 constexpr UINT kRevert = 12078;
 constexpr UINT kRedo = 12079;
@@ -21,11 +22,21 @@ constexpr LPARAM kIdleRounds = 3;
 
 } // namespace
 
+// What the window calls in place of the dialog, which a host may delete while the window is being made.
+struct CKvParamBezierCtrlDlg::Callback : IKvParamBezierCtrlCallback
+{
+    QPointer<CKvParamBezierCtrlDlg> dialog;
+
+    int UndoChanged() override { return dialog ? dialog->UndoChanged() : 0; }
+};
+
 CKvParamBezierCtrlDlg::CKvParamBezierCtrlDlg(IKvDataOperator* host, const wchar_t* objectId,
                                              const wchar_t* paramName, CWnd* parent)
     : CKvDialog(kTemplate, parent)
     , m_info(host ? std::make_unique<CKvParamBezierInfo>(host, objectId, paramName) : nullptr)
+    , m_callback(std::make_shared<Callback>())
 {
+    m_callback->dialog = this;
 }
 
 CKvParamBezierCtrlDlg::~CKvParamBezierCtrlDlg()
@@ -45,6 +56,14 @@ BOOL CKvParamBezierCtrlDlg::OnInitDialog()
         if (!self || !IsCreated())
             return 0;
     }
+    const std::shared_ptr<Callback> callback = m_callback; // outlives the window that is not the dialog's yet
+    auto window = std::make_unique<CKvParamBezierWnd>(m_info.get(), callback.get());
+    if (!self || !IsCreated())
+        return 0;
+    m_window = window.release(); // the dialog's from Create on
+    const HWND placeholder = GetDlgItem(kCurve);
+    m_window->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, placeholder->geometry(), this, kCurve);
+    ReplaceDlgItem(kCurve, m_window);
     return wantsFocus;
 }
 
@@ -81,6 +100,7 @@ int CKvParamBezierCtrlDlg::DestroyWindow()
     EndEdit(false); // closed by neither button
     if (!self)
         return 1;
+    delete m_window;
     return self ? CKvDialog::DestroyWindow() : 1;
 }
 
@@ -112,19 +132,47 @@ BOOL CKvParamBezierCtrlDlg::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* res
     return CKvDialog::OnCommand(wParam, lParam, result);
 }
 
-void CKvParamBezierCtrlDlg::OnBnClickedButtonUndo() {}
+void CKvParamBezierCtrlDlg::OnBnClickedButtonUndo()
+{
+    if (m_window)
+        m_window->Undo();
+}
 
-void CKvParamBezierCtrlDlg::OnBnClickedButtonRedo() {}
+void CKvParamBezierCtrlDlg::OnBnClickedButtonRedo()
+{
+    if (m_window)
+        m_window->Redo();
+}
 
-void CKvParamBezierCtrlDlg::OnBnClickedButtonRevert() {}
+void CKvParamBezierCtrlDlg::OnBnClickedButtonRevert()
+{
+    if (m_window)
+        m_window->Revert();
+}
 
-void CKvParamBezierCtrlDlg::OnBnClickedButtonLinear() {}
+void CKvParamBezierCtrlDlg::OnBnClickedButtonLinear()
+{
+    if (m_window)
+        m_window->ApplyLinear();
+}
 
-void CKvParamBezierCtrlDlg::OnBnClickedButtonSpeedup() {}
+void CKvParamBezierCtrlDlg::OnBnClickedButtonSpeedup()
+{
+    if (m_window)
+        m_window->ApplySpeedUp();
+}
 
-void CKvParamBezierCtrlDlg::OnBnClickedButtonSpeeddown() {}
+void CKvParamBezierCtrlDlg::OnBnClickedButtonSpeeddown()
+{
+    if (m_window)
+        m_window->ApplySpeedDown();
+}
 
-void CKvParamBezierCtrlDlg::OnBnClickedButtonSmooth() {}
+void CKvParamBezierCtrlDlg::OnBnClickedButtonSmooth()
+{
+    if (m_window)
+        m_window->ApplySmooth();
+}
 
 void CKvParamBezierCtrlDlg::OnBnClickedButtonKeyprev()
 {
@@ -138,8 +186,14 @@ void CKvParamBezierCtrlDlg::OnBnClickedButtonKeynext()
 
 void CKvParamBezierCtrlDlg::Step(int (IKvParamBezierInfo::*canGo)(), int (IKvParamBezierInfo::*go)())
 {
-    if (m_window && m_info && (m_info.get()->*canGo)())
-        (m_info.get()->*go)();
+    const QPointer<CKvParamBezierWnd> window = m_window; // dies with the dialog
+    if (!window || !m_info || !(m_info.get()->*canGo)() || !window)
+        return;
+    if (!(m_info.get()->*go)() || !window)
+        return;
+    window->Load();
+    if (window)
+        window->update();
 }
 
 LRESULT CKvParamBezierCtrlDlg::OnKickIdle(WPARAM, LPARAM count)
@@ -173,9 +227,9 @@ bool CKvParamBezierCtrlDlg::CanUse(UINT id) const
         return false;
     switch (id) {
     case kUndo:
-        return false;
+        return m_window->CanUndo() != 0;
     case kRedo:
-        return false;
+        return m_window->CanRedo() != 0;
     case kPrevKey:
         return m_info->CanGoPrevKey() != 0;
     default:

@@ -108,7 +108,10 @@ private:
     void Step(int (IKvParamBezierInfo::*canGo)(), int (IKvParamBezierInfo::*go)());
     bool CanUse(UINT id) const;
 
+    struct Callback;
+
     std::unique_ptr<CKvParamBezierInfo> m_info;
+    std::shared_ptr<Callback> m_callback;
     QPointer<CKvParamBezierWnd> m_window;
     bool m_isEditing = false; // between BeginEdit and the end of the transaction
 };
