@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include "CanvasView.h"
+#include "ExportDialog.h"
 #include "FrameExport.h"
 #include "KvVideoFormat.h"
 #include "MediaPanel.h"
@@ -228,6 +229,15 @@ void MainWindow::ChooseExport()
         Say(Text(kTextExported, {QDir::toNativeSeparators(file)}));
     else
         ShowError(Text(kTextCannotExport, {QDir::toNativeSeparators(file), fault}));
+}
+
+void MainWindow::ChooseAnimationExport()
+{
+    m_transport.Pause();
+    m_document.EndRun();
+    const QString report = ExportFrames(*this, m_document.Current(), m_document.FileName());
+    if (!report.isEmpty())
+        Say(report);
 }
 
 void MainWindow::ChooseMedia()

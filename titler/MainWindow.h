@@ -61,6 +61,7 @@ private:
     bool SaveAs();
     bool SaveTo(const QString& file);
     void ChooseExport();
+    void ChooseAnimationExport();
     void ChooseFramesExport();
     void ChooseMedia();
     void About();

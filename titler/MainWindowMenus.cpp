@@ -79,6 +79,8 @@ void MainWindow::BuildFileMenu()
     AddItem(menu, kTextSaveAs, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)}, [this] { SaveAs(); });
     menu.addSeparator();
     AddItem(menu, kTextExportFrame, {QKeySequence(Qt::CTRL | Qt::Key_E)}, [this] { ChooseExport(); });
+    AddItem(menu, kTextExportFrames, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+            [this] { ChooseAnimationExport(); });
     AddItem(menu, kTextOpenMedia, {QKeySequence(Qt::CTRL | Qt::Key_M)}, [this] { ChooseMedia(); });
     menu.addSeparator();
     AddItem(menu, kTextQuit, {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); });

@@ -16,7 +16,7 @@ constexpr double kMajorTick = 9;
 constexpr double kMinorTick = 4;
 constexpr double kHead = 5; // half the width of the playhead's head
 constexpr double kLabelGap = 6;
-constexpr int kThumb = 3;   // height of the mark that shows which part is seen
+constexpr int kThumb = 3; // height of the mark that shows which part is seen
 
 class Drawing
 {

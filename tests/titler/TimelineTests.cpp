@@ -130,6 +130,23 @@ TEST_F(Timeline, RowsAndStripsFollowTimeAndDocument)
     ExpectInStep("not animated ");
 }
 
+TEST_F(Timeline, TheCanvasShowsTheCurrentFrame)
+{
+    QWidget& canvas = *window.findChild<CanvasView*>()->viewport();
+    transport.Seek(10);
+    const QImage hidden = canvas.grab().toImage();
+    transport.Seek(40);
+    const QImage shown = canvas.grab().toImage();
+    EXPECT_NE(shown, hidden);
+    transport.Seek(5); // before the first key: as there
+    EXPECT_EQ(canvas.grab().toImage(), hidden);
+    document.BeginRun("");
+    document.UpdateRun([](Project& project) { project.title[Property::Opacity].keys[0].value = 100; });
+    EXPECT_EQ(canvas.grab().toImage(), shown) << "live";
+    document.CancelRun();
+    EXPECT_EQ(canvas.grab().toImage(), hidden);
+}
+
 TEST_F(Timeline, AFieldEditsTheKeyOrTheValue)
 {
     transport.Play();
