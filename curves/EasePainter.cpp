@@ -310,9 +310,20 @@ void Painter::DrawKeys()
 
 void Painter::DrawTangent(const SKvCurvePoint& key, const SKvCurvePoint& handle)
 {
-    SetPen(kKeyColour, 1);
-    if (const auto line = Clipped({key, handle}, BoxOf(m_layout.client, 1)))
+    constexpr double level = 1.0 / 64;
+    const auto line = Clipped({key, handle}, BoxOf(m_layout.client, 1));
+    if (!line)
+        return;
+    const auto [left, right] = std::minmax(line->from.x, line->to.x);
+    const auto [top, bottom] = std::minmax(line->from.y, line->to.y);
+    if (bottom - top < level) {
+        Fill(m_pixels.Row(left, right, line->from.y), kKeyColour);
+    } else if (right - left < level) {
+        Fill(m_pixels.Column(line->from.x, top, bottom), kKeyColour);
+    } else {
+        SetPen(kKeyColour, 1);
         m_graphics.drawLine(Point(line->from), Point(line->to));
+    }
 }
 
 void Painter::DrawHandle(EaseHandle handle, const SKvCurvePoint& at)
@@ -335,22 +346,23 @@ void Painter::DrawHandle(EaseHandle handle, const SKvCurvePoint& at)
     }
 }
 
-// Beside the place, on the side that has more room; a tabulator in the text is the box's inner margin.
+// Above the place, or below it, where it hides neither the handle nor most of its line. A tabulator in the
+// text is the box's inner margin.
 void Painter::DrawBox(const SKvCurvePoint& at, const QString& text)
 {
-    constexpr double away = 10;
+    constexpr double away = 9;
     constexpr double margin = 5;
     const QFontMetricsF metrics(m_graphics.font());
-    const QString words = QString(text).remove(u'\t');
-    const QSizeF size(metrics.horizontalAdvance(words) + 2 * margin, metrics.height() + 4);
+    const QSizeF size(metrics.horizontalAdvance(text.mid(1)) + 2 * margin, metrics.height() + 4);
     const CRect& client = m_layout.client;
-    const bool toTheRight = at.x + away + size.width() <= client.right;
-    const double left = toTheRight ? at.x + away : at.x - away - size.width();
+    const auto within = [](double place, double length, int from, int to) {
+        return std::clamp(place, double{1} + from, std::max(double{1} + from, to - 1 - length));
+    };
+    const double above = at.y - away - size.height();
     const QRectF box(
-        std::clamp(left, double(client.left), std::max(double(client.left), client.right - size.width())),
-        std::clamp(at.y - size.height() / 2, double(client.top),
-                   std::max(double(client.top), client.bottom - size.height())),
-        size.width(), size.height());
+        QPointF(within(at.x + away, size.width(), client.left, client.right),
+                within(above > client.top ? above : at.y + away, size.height(), client.top, client.bottom)),
+        size);
     Fill(m_pixels.Snapped(box), kBoxColour);
     QTextOption option(Qt::AlignVCenter);
     option.setWrapMode(QTextOption::NoWrap);
@@ -398,10 +410,11 @@ void DrawEase(Graphics& graphics, EaseModel& model, const EaseLayout& layout, co
     graphics.restore();
 }
 
+// Below the plot, clear of the circle of a key that stands on its edge.
 CRect EasePlaceRect(const EaseLayout& layout)
 {
-    return {layout.plot.left + EaseLayout::kMargin, layout.client.top + 2, layout.plot.right,
-            layout.client.top + EaseLayout::kMargin - 2};
+    const CRect& plot = layout.plot;
+    return {plot.left, plot.bottom + static_cast<int>(kKeyRadius) + 1, plot.right, layout.client.bottom - 1};
 }
 
 } // namespace kv

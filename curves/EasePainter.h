@@ -16,7 +16,7 @@ struct EaseLook
     bool editable = true;
     DWORD focusColour = 0xFFFFA500u;
     std::optional<EaseHandle> selected;
-    /// The time and value that are told at the top.
+    /// The time and value that are told below the plot.
     std::optional<SKvCurvePoint> place;
     QString entry; ///< what is being typed on the selected handle
     double frameLength = 0;

@@ -39,6 +39,24 @@ protected:
         ReleaseCapture();
         Log(QStringLiteral("up"));
     }
+    void OnMButtonUp(Qt::KeyboardModifiers, CPoint p) override
+    {
+        Log(QStringLiteral("middle up %1,%2").arg(p.x).arg(p.y));
+    }
+    void OnRButtonDown(Qt::KeyboardModifiers, CPoint p) override
+    {
+        SetCapture();
+        Log(QStringLiteral("right %1,%2").arg(p.x).arg(p.y));
+    }
+    void OnRButtonUp(Qt::KeyboardModifiers, CPoint) override
+    {
+        ReleaseCapture();
+        Log(QStringLiteral("right up"));
+    }
+    void OnMouseWheel(Qt::KeyboardModifiers, int delta, CPoint p) override
+    {
+        Log(QStringLiteral("wheel %1 at %2,%3").arg(delta).arg(p.x).arg(p.y));
+    }
     void OnMouseMove(Qt::KeyboardModifiers, CPoint) override { Log(QStringLiteral("move")); }
     void OnCaptureChanged() override { Log(QStringLiteral("lost")); }
     BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers) override
@@ -70,10 +88,19 @@ protected:
         window->log.clear();
     }
     QStringList Take() { return std::exchange(window->log, {}); }
-    void Mouse(QEvent::Type type, Qt::MouseButtons buttons, QPointF at = {5, 6})
+    // Returns whether somebody took it; the parent does not.
+    bool Mouse(QEvent::Type type, Qt::MouseButtons buttons, QPointF at = {5, 6},
+               Qt::MouseButton which = Qt::LeftButton)
     {
-        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : which;
         QMouseEvent event(type, at, window->mapToGlobal(at), button, buttons, Qt::NoModifier);
+        QApplication::sendEvent(window, &event);
+        return event.isAccepted();
+    }
+    void Wheel(QPoint turned, Qt::KeyboardModifiers held = {})
+    {
+        const QPointF at(7.9, 8.1);
+        QWheelEvent event(at, window->mapToGlobal(at), {}, turned, {}, held, Qt::NoScrollPhase, false);
         QApplication::sendEvent(window, &event);
     }
 
@@ -171,6 +198,34 @@ TEST_F(Window, CaptureIsLost)
     menu.popup({0, 0});
     EXPECT_EQ(Take(), QStringList{"lost"}) << "a popup opened";
     menu.close();
+}
+
+TEST_F(Window, OtherButtonsAndTheWheel)
+{
+    EXPECT_FALSE(Mouse(QEvent::MouseButtonPress, Qt::MiddleButton, {5, 6}, Qt::MiddleButton))
+        << "the default handler leaves it to the parent";
+    EXPECT_TRUE(Mouse(QEvent::MouseButtonRelease, {}, {5.9, 6.9}, Qt::MiddleButton));
+    EXPECT_EQ(Take(), QStringList{"middle up 5,6"});
+    Wheel({0, 120});
+    Wheel({120, 0});
+    Wheel({-240, 0}, Qt::AltModifier); // how some platforms send a vertical turn with Alt
+    EXPECT_EQ(Take(), (QStringList{"wheel 120 at 7,8", "wheel 0 at 7,8", "wheel -240 at 7,8"}));
+
+    // A drag with the right button goes on whatever the others do, and ends with its own.
+    const Qt::MouseButtons both = Qt::LeftButton | Qt::RightButton;
+    Mouse(QEvent::MouseButtonPress, Qt::RightButton, {1, 2}, Qt::RightButton);
+    Mouse(QEvent::MouseMove, Qt::RightButton);
+    Mouse(QEvent::MouseButtonPress, Qt::RightButton | Qt::MiddleButton, {1, 2}, Qt::MiddleButton);
+    Mouse(QEvent::MouseButtonRelease, Qt::RightButton, {3, 4}, Qt::MiddleButton);
+    Mouse(QEvent::MouseMove, both);
+    EXPECT_TRUE(window->HasCapture());
+    Mouse(QEvent::MouseMove, Qt::LeftButton);
+    EXPECT_FALSE(window->HasCapture());
+    EXPECT_EQ(Take(), (QStringList{"right 1,2", "move", "middle up 3,4", "move", "lost", "move"}));
+
+    Mouse(QEvent::MouseButtonDblClick, Qt::RightButton, {1, 2}, Qt::RightButton);
+    Mouse(QEvent::MouseButtonRelease, {}, {1, 2}, Qt::RightButton);
+    EXPECT_EQ(Take(), (QStringList{"right 1,2", "right up"})) << "quick presses are presses";
 }
 
 TEST_F(Window, HandlersMayDeleteTheWindow)
