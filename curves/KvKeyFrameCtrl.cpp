@@ -441,7 +441,7 @@ void CKvKeyFrameCtrl::changeEvent(QEvent* event)
 {
     // The toolkit tells of an ancestor's change in the same way.
     if (event->type() == QEvent::EnabledChange && !m_impl->OwnStateChanged())
-        QWidget::changeEvent(event);
+        update();
     else
         CKvStatic::changeEvent(event);
 }
