@@ -27,6 +27,7 @@ namespace {
 constexpr const char* kScales[] = {"1", "1.5"};
 constexpr int kMargin = 16;
 constexpr QSize kGradientSize(520, 84);
+constexpr int kTitlerFrame = 15; // the title is on its way in
 constexpr int kLongestWait = 30000; // milliseconds
 
 bool SaveTitler(const Pictures& pictures)
@@ -43,6 +44,7 @@ bool SaveTitler(const Pictures& pictures)
     window.Media().OpenFolder(QStringLiteral(TITLER_SAMPLES "/media"));
     wait.exec();
     window.Project().SelectStop(2);
+    window.Time().Seek(kTitlerFrame);
     auto& list = *window.findChild<QTreeView*>(QStringLiteral("media"));
     list.expand(list.model()->index(0, 0));
     return pictures.Save(window, "titler");
