@@ -2,7 +2,6 @@
 //
 // A picture at 150 % needs a program that runs at 150 %: for each scale the program starts itself anew.
 #include "CommandLine.h"
-#include "FrameExport.h"
 #include "KvGradientCtrl.h"
 #include "MainWindow.h"
 #include "MediaPanel.h"
@@ -27,7 +26,7 @@ namespace {
 constexpr const char* kScales[] = {"1", "1.5"};
 constexpr int kMargin = 16;
 constexpr QSize kGradientSize(520, 84);
-constexpr int kTitlerFrame = 15; // the title is on its way in
+constexpr int kTitlerFrame = 15;    // the title is on its way in
 constexpr int kLongestWait = 30000; // milliseconds
 
 bool SaveTitler(const Pictures& pictures)
@@ -126,9 +125,11 @@ Pictures::Pictures(const QString& folder, const QString& scale)
 bool Pictures::Save(QWidget& widget, const char* name) const
 {
     const QString file = m_folder.filePath(QLatin1String(name) + m_ending + QStringLiteral(".png"));
-    const QString fault = SavePng(widget.grab().toImage(), file);
-    std::fprintf(fault.isEmpty() ? stdout : stderr, "%s %s\n", qPrintable(file), qPrintable(fault));
-    return fault.isEmpty();
+    // Opaque and as small as it gets: the pictures are kept with the sources.
+    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const bool saved = image.save(file, "PNG", 0);
+    std::fprintf(saved ? stdout : stderr, "%s%s\n", qPrintable(file), saved ? "" : " cannot be written");
+    return saved;
 }
 
 void SendMouse(QWidget& widget, QEvent::Type type, QPointF at)
