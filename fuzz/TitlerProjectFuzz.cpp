@@ -1,4 +1,5 @@
-// Bytes as a project file: whatever is accepted is sound, and survives being saved and loaded again.
+// Bytes as a project file: whatever is accepted is sound, moves within its limits, and survives being saved
+// and loaded again.
 #include "Project.h"
 
 #include <QByteArray>
@@ -33,6 +34,53 @@ void RequireSound(const Project& project)
                            [](const auto& a, const auto& b) { return a.position < b.position; }));
 }
 
+bool IsWithin(double value, double least, double most)
+{
+    return value >= least && value <= most;
+}
+
+void RequireSoundKeys(const Animated& animated, const PropertyTraits& traits)
+{
+    Require(animated.keys.size() <= kMostKeys && IsWithin(animated.value, traits.least, traits.most));
+    int before = -1;
+    for (const Key& key : animated.keys) {
+        Require(key.frame > before && key.frame <= kLongestDuration);
+        Require(IsWithin(key.value, traits.least, traits.most) && SoundEase(key.ease) == key.ease);
+        before = key.frame;
+    }
+}
+
+void RequireMotion(const Animated& animated, Property property)
+{
+    const PropertyTraits& traits = TraitsOf(property);
+    RequireSoundKeys(animated, traits);
+    const auto evaluate = [&](double frame) {
+        Require(IsWithin(ValueAt(animated, property, frame), traits.least, traits.most));
+    };
+    for (const double frame : {-1e300, -1.0, 0.0, 0.5, 1e6, 1e300})
+        evaluate(frame);
+    const std::size_t step = animated.keys.size() / 50 + 1;
+    for (std::size_t i = 0; i < animated.keys.size(); i += step) {
+        const double frame = animated.keys[i].frame;
+        Require(ValueAt(animated, property, frame) == animated.keys[i].value);
+        for (const double offset : {1e-9, 0.3, 1.0, 17.0, 1000.0})
+            evaluate(frame + offset);
+    }
+}
+
+// Keys come and go one by one, and all of them stay sound.
+void RequireEdits(Animated animated, Property property)
+{
+    if (animated.keys.size() < 2)
+        return;
+    const int middle = (animated.keys[0].frame + animated.keys[1].frame) / 2;
+    AddKey(animated, property, middle);
+    RequireSoundKeys(animated, TraitsOf(property));
+    RemoveKey(animated, KeyAt(animated, middle));
+    Retime(animated, 0.4);
+    RequireSoundKeys(animated, TraitsOf(property));
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -45,9 +93,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     RequireSound(*project);
+    for (int i = 0; i < kProperties; ++i) {
+        const auto property = static_cast<Property>(i);
+        RequireMotion(project->title[property], property);
+        RequireEdits(project->title[property], property);
+    }
     const QByteArray saved = SerialiseProject(*project);
     const std::optional<Project> again = ParseProject(saved, error);
     Require(again.has_value());
     Require(SerialiseProject(*again) == saved);
+    Require(again->title.properties == project->title.properties);
     return 0;
 }

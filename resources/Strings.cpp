@@ -209,7 +209,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21557, L"%1 of %2 frames"},
         {0, 21558, L"Exported %1 frames to %2"},
         {0, 21559, L"Cancelled; %1 of %2 frames are written"},
-        {0, 21560, L"%1\n\n%2 of %3 frames are written."},
+        {0, 21560, L"%1.\n\n%2 of %3 frames are written."},
         {0, 21561, L"Choose a folder first."},
         {0, 21600, L"an object { … }"},
         {0, 21601, L"a list of %1 to %2 elements"},

@@ -99,6 +99,8 @@ QDialogButtonBox* ExportDialog::BuildButtons()
     buttons->addButton(m_cancel, QDialogButtonBox::RejectRole);
     NameField(*m_start, kTextExportStart);
     NameField(*m_cancel, kTextExportCancel);
+    m_start->setObjectName(QStringLiteral("export"));
+    m_cancel->setObjectName(QStringLiteral("cancel"));
     m_start->setDefault(true);
     m_browse->setAutoDefault(false);
     return buttons;

@@ -2,14 +2,12 @@
 
 #include "Texts.h"
 #include "TitleRenderer.h"
+#include "WholeFile.h"
 
 #include <QImage>
-#include <QSaveFile>
 #include <QtEndian>
 
-#include <algorithm>
 #include <array>
-#include <cstring>
 #include <new>
 
 namespace titler {
@@ -83,16 +81,10 @@ QByteArray Png(const QImage& picture)
 
 } // namespace
 
-QString SavePng(const QImage& image, const QString& name)
+QString SavePng(const QImage& image, const QString& file)
 {
-    QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
     const QByteArray png = Png(image);
-    if (png.isEmpty())
-        return Text(kTextFrameTooLarge);
-    file.write(png);
-    return file.commit() ? QString() : file.errorString();
+    return png.isEmpty() ? Text(kTextFrameTooLarge) : WriteWhole(file, png);
 }
 
 QString ExportFrame(const Project& project, const QString& file, double frame)

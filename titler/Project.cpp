@@ -1,11 +1,11 @@
 #include "Project.h"
 
 #include "ProjectJson.h"
+#include "WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -123,13 +123,9 @@ std::optional<Project> LoadProject(const QString& name, ProjectError& error)
     return ParseProject(json, error);
 }
 
-QString SaveProject(const QString& name, const Project& project)
+QString SaveProject(const QString& file, const Project& project)
 {
-    QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    file.write(SerialiseProject(project));
-    return file.commit() ? QString() : file.errorString();
+    return WriteWhole(file, SerialiseProject(project));
 }
 
 bool operator==(const Project& a, const Project& b)
