@@ -153,7 +153,6 @@ public:
 
     double Value(double x) const
     {
-        // Without branches: random places would mislead every one of them.
         double low = 0;
         double step = 0.5;
         for (int i = 0; i < 10; ++i) {

@@ -85,34 +85,36 @@ std::vector<double> TurnsOf(const Cubic& x)
 
 } // namespace
 
-// The parameter at which x has a value, for values from 0 to below 1. The parameter's range is cut into
-// cells; in each a polynomial in x gives a guess that one step of Newton's method makes good. Cells where
-// that would not do, next to a vertical tangent, are narrow in x: few values fall into them.
+// The parameter at which x has a value, for values from 0 to below 1. x is cut into equal parts; in each a
+// polynomial in x gives a guess that one step of Newton's method makes good. Parts where that would not do,
+// next to a vertical tangent, are looked up again in equal parts of the parameter: of those only few are
+// steep still, and they are narrow in x.
 struct KvBezierEase::Inverse
 {
-    static constexpr int kCells = 64;
-    static constexpr int kBuckets = 256;
+    static constexpr int kPieces = 64;
 
-    struct Cell
+    struct Piece
     {
-        double start = 0;                 ///< its parameter there
-        std::array<double, 5> guess = {}; ///< powers of x, from the cell's edge
-        bool isSteep = false;
+        double x = 0;                     ///< where it begins
+        double t = 0;                     ///< the parameter there
+        std::array<double, 5> guess = {}; ///< powers of x, from there
+        bool isSteep = true;
     };
 
     Cubic x{};
     std::vector<double> turns;
-    std::array<double, kCells + 1> edges{}; ///< x where the cells begin
-    std::array<Cell, kCells> cells{};
-    std::array<std::uint8_t, kBuckets> firstCell{}; ///< of equal parts of x
+    std::array<Piece, kPieces> ofX{}; ///< equal parts of x; all steep in a loop
+    std::array<Piece, kPieces> ofT{}; ///< equal parts of the parameter; unused in a loop
 
     explicit Inverse(const Cubic& cubic);
     double ParameterAt(double u) const;
 
 private:
-    void FillCell(std::size_t index);
-    double Guess(const Cell& cell, double fromEdge) const;
-    bool IsGoodGuess(const Cell& cell, double edge, double width) const;
+    Piece MakePiece(double x0, double x1, double t0, double t1) const;
+    bool IsGoodGuess(const Piece& piece, double width, double t1) const;
+    double Guess(const Piece& piece, double u) const;
+    double Corrected(double t, double u) const;
+    double SteepParameterAt(double u) const;
     double FirstParameterAt(double u) const;
 };
 
@@ -120,72 +122,91 @@ KvBezierEase::Inverse::Inverse(const Cubic& cubic) : x(cubic), turns(TurnsOf(cub
 {
     if (!turns.empty())
         return;
-    edges[kCells] = 1;
-    for (std::size_t i = 1; i < kCells; ++i)
-        edges[i] = std::clamp(At(x, static_cast<double>(i) / kCells), edges[i - 1], 1.0);
-    for (std::size_t i = 0; i < kCells; ++i)
-        FillCell(i);
-    std::size_t cell = 0;
-    for (std::size_t i = 0; i < kBuckets; ++i) {
-        while (cell + 1 < kCells && edges[cell + 1] <= static_cast<double>(i) / kBuckets)
-            ++cell;
-        firstCell[i] = static_cast<std::uint8_t>(cell);
-    }
+    std::array<double, kPieces + 1> edges{}; // equally spaced
+    std::array<double, kPieces + 1> places{};
+    for (std::size_t i = 0; i <= kPieces; ++i)
+        edges[i] = static_cast<double>(i) / kPieces;
+    places[kPieces] = 1;
+    for (std::size_t i = 1; i < kPieces; ++i)
+        places[i] = std::clamp(At(x, edges[i]), places[i - 1], 1.0);
+    for (std::size_t i = 0; i < kPieces; ++i)
+        ofT[i] = MakePiece(places[i], places[i + 1], edges[i], edges[i + 1]);
+    for (std::size_t i = 1; i < kPieces; ++i)
+        places[i] = SteepParameterAt(edges[i]);
+    for (std::size_t i = 0; i < kPieces; ++i)
+        ofX[i] = MakePiece(edges[i], edges[i + 1], places[i], places[i + 1]);
 }
 
-// The polynomial of fifth degree that has the inverse's value, slope and bend at both edges.
-void KvBezierEase::Inverse::FillCell(std::size_t index)
+// The polynomial of fifth degree that has the inverse's value, slope and bend at both ends.
+KvBezierEase::Inverse::Piece KvBezierEase::Inverse::MakePiece(double x0, double x1, double t0,
+                                                              double t1) const
 {
-    constexpr double size = 1.0 / kCells;
-    Cell& cell = cells[index];
-    cell.start = static_cast<double>(index) * size;
-    const double width = edges[index + 1] - edges[index];
-    double slopes[2];
-    double bends[2];
-    for (int end = 0; end < 2; ++end) {
-        const double t = cell.start + end * size;
-        slopes[end] = width / (size * SlopeAt(x, t));
-        bends[end] = -BendAt(x, t) * size * size / width * slopes[end] * slopes[end] * slopes[end];
-    }
-    const double c1 = slopes[0];
-    const double c2 = bends[0] / 2;
-    const double value = 1 - c1 - c2;
-    const double slope = slopes[1] - c1 - 2 * c2;
-    const double bend = bends[1] - 2 * c2;
-    cell.guess = {c1, c2, 10 * value - 4 * slope + bend / 2, -15 * value + 7 * slope - bend,
-                  6 * value - 3 * slope + bend / 2};
-    double scale = size;
-    for (double& coefficient : cell.guess) {
+    const double width = x1 - x0;
+    const double slope0 = width / SlopeAt(x, t0);
+    const double slope1 = width / SlopeAt(x, t1);
+    const double bend0 = -BendAt(x, t0) / width * slope0 * slope0 * slope0;
+    const double bend1 = -BendAt(x, t1) / width * slope1 * slope1 * slope1;
+    const double value = t1 - t0 - slope0 - bend0 / 2;
+    const double slope = slope1 - slope0 - bend0;
+    const double bend = bend1 - bend0;
+    Piece piece{x0,
+                t0,
+                {slope0, bend0 / 2, 10 * value - 4 * slope + bend / 2, -15 * value + 7 * slope - bend,
+                 6 * value - 3 * slope + bend / 2}};
+    double scale = 1;
+    for (double& coefficient : piece.guess) {
         scale /= width;
         coefficient *= scale;
     }
-    cell.isSteep = !IsGoodGuess(cell, edges[index], width);
+    piece.isSteep = !IsGoodGuess(piece, width, t1);
+    return piece;
 }
 
-double KvBezierEase::Inverse::Guess(const Cell& cell, double fromEdge) const
+// Newton's step leaves at most bend / 2 · (error / slope)². The guess errs most about the middle.
+bool KvBezierEase::Inverse::IsGoodGuess(const Piece& piece, double width, double t1) const
 {
-    const auto& c = cell.guess;
-    const double squared = fromEdge * fromEdge;
-    return cell.start + fromEdge * c[0] +
-           squared * ((c[1] + fromEdge * c[2]) + squared * (c[3] + fromEdge * c[4]));
-}
-
-// Newton's step leaves at most bend / 2 · (error / slope)². The guess errs most about the middle of the cell.
-bool KvBezierEase::Inverse::IsGoodGuess(const Cell& cell, double edge, double width) const
-{
-    const double end = cell.start + 1.0 / kCells;
-    const double lowest = x[2] != 0 ? std::clamp(-x[1] / (3 * x[2]), cell.start, end) : end;
-    const double slope = std::min({SlopeAt(x, cell.start), SlopeAt(x, lowest), SlopeAt(x, end)});
-    const double bend = std::max(std::abs(BendAt(x, cell.start)), std::abs(BendAt(x, end)));
     double error = 0;
     for (const double part : {0.3, 0.5, 0.7}) {
-        const double off = std::abs(At(x, Guess(cell, part * width)) - (edge + part * width));
+        const double place = piece.x + part * width;
+        const double off = std::abs(At(x, Guess(piece, place)) - place);
         if (!(off < 1)) // next to no slope makes powers that are no numbers
             return false;
         error = std::max(error, off);
     }
+    const double lowest = x[2] != 0 ? std::clamp(-x[1] / (3 * x[2]), piece.t, std::max(piece.t, t1)) : t1;
+    const double slope = std::min({SlopeAt(x, piece.t), SlopeAt(x, lowest), SlopeAt(x, t1)});
+    const double bend = std::max(std::abs(BendAt(x, piece.t)), std::abs(BendAt(x, t1)));
     const double onSlope = 2 * error / slope;
     return slope > 0 && bend / 2 * onSlope * onSlope <= kClose;
+}
+
+inline double KvBezierEase::Inverse::Guess(const Piece& piece, double u) const
+{
+    const auto& c = piece.guess;
+    const double from = u - piece.x;
+    const double squared = from * from;
+    return piece.t + from * c[0] + squared * ((c[1] + from * c[2]) + squared * (c[3] + from * c[4]));
+}
+
+inline double KvBezierEase::Inverse::Corrected(double t, double u) const
+{
+    return t - (At(x, t) - u) / SlopeAt(x, t);
+}
+
+inline double KvBezierEase::Inverse::ParameterAt(double u) const
+{
+    const Piece& piece = ofX[static_cast<std::size_t>(static_cast<int>(u * kPieces))];
+    return piece.isSteep ? SteepParameterAt(u) : Corrected(Guess(piece, u), u);
+}
+
+double KvBezierEase::Inverse::SteepParameterAt(double u) const
+{
+    if (!turns.empty())
+        return FirstParameterAt(u);
+    const auto next = std::upper_bound(ofT.begin() + 1, ofT.end(), u,
+                                       [](double value, const Piece& piece) { return value < piece.x; });
+    const Piece& piece = *(next - 1);
+    return piece.isSteep ? Solve(x, u, piece.t, piece.t + 1.0 / kPieces) : Corrected(Guess(piece, u), u);
 }
 
 double KvBezierEase::Inverse::FirstParameterAt(double u) const
@@ -197,21 +218,6 @@ double KvBezierEase::Inverse::FirstParameterAt(double u) const
         low = high;
     }
     return Solve(x, u, low, 1);
-}
-
-inline double KvBezierEase::Inverse::ParameterAt(double u) const
-{
-    if (!turns.empty())
-        return FirstParameterAt(u);
-    std::size_t index = firstCell[static_cast<std::size_t>(static_cast<int>(u * kBuckets))];
-    index += u >= edges[index + 1] ? 1 : 0;
-    while (u >= edges[index + 1])
-        ++index;
-    const Cell& cell = cells[index];
-    if (cell.isSteep)
-        return Solve(x, u, cell.start, cell.start + 1.0 / kCells);
-    const double t = Guess(cell, u - edges[index]);
-    return t - (At(x, t) - u) / SlopeAt(x, t);
 }
 
 KvBezierEase::KvBezierEase() = default;

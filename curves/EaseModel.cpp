@@ -221,7 +221,7 @@ IKvBezierCurve2D& EaseModel::Keys()
 bool EaseModel::BeginDrag(const EaseHit& hit)
 {
     const auto handle = HandleOf(hit);
-    if (!handle || !CanMove(*handle))
+    if (m_impl->drag || !handle || !CanMove(*handle))
         return false;
     m_impl->drag = hit;
     m_impl->grabbed = m_impl->curve;

@@ -62,8 +62,8 @@ public:
     /// finite: of a curve that is not sensible, what is not a number is 0 and what is too large the largest.
     IKvBezierCurve2D& Keys();
 
-    /// @return false when nothing can be grabbed there: not editable, no such key or part, or a key while the
-    /// curve is locked.
+    /// @return false when nothing can be grabbed there: not editable, no such key or part, a key while the
+    /// curve is locked, or in a drag.
     bool BeginDrag(const EaseHit& hit);
     const std::optional<EaseHit>& Drag() const;
     /// @param mouse in curve space; what is not finite or leads beyond single precision is ignored.

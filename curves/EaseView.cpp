@@ -89,7 +89,8 @@ std::vector<double> Ticks(const EaseRange& view)
         return ticks;
     for (int i = 0; first + i <= last; ++i) {
         const double value = (first + i) * step / kUnits;
-        if (value > view.minimum && value < view.maximum)
+        // Far from 0 neighbours may be the same number.
+        if (value > (ticks.empty() ? view.minimum : ticks.back()) && value < view.maximum)
             ticks.push_back(value);
     }
     return ticks;
