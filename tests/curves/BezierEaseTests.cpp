@@ -13,40 +13,27 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(BezierCurve, KeysAndPath)
 {
-    EXPECT_EQ(KvCreateBezierCurve2D(nullptr), 0);
     IKvBezierCurve2D* curve = nullptr;
     ASSERT_EQ(KvCreateBezierCurve2D(&curve), 1);
-    SKvBezierKey key;
-    EXPECT_EQ(key.index, -1);
-    key.x = 1;
-    key.outX = 2;
-    key.outY = 3;
-    key.flags = 7;
-    key.reserved[1] = 9;
-    EXPECT_EQ(curve->AddKey(key), 1);
+    EXPECT_EQ(curve->AddKey({7, -1, 1, 0, 0, 0, 2, 3, {0, 9, 1}}), 1);
     KvBezierPath path;
     EXPECT_EQ(curve->AddToPath(path), 1);
     EXPECT_TRUE(path.empty()) << "of one key";
-    key.x = 5;
-    key.inY = -2;
-    EXPECT_EQ(curve->AddKey(key), 1);
-    key.inX = std::nanf("");
-    EXPECT_EQ(curve->AddKey(key), 0);
-    EXPECT_EQ(curve->SetKey(0, key), 0);
-    EXPECT_EQ(curve->GetKeyCount(), 2);
-    EXPECT_EQ(curve->GetKey(2, key), 0);
-    EXPECT_EQ(curve->GetKey(-1, key), 0);
+    EXPECT_EQ(curve->AddKey({0, -1, 5, 0, 0, -2, 0, 0}), 1);
+    const SKvBezierKey bad{0, -1, 5, std::nanf("")};
+    EXPECT_EQ(curve->AddKey(bad) + curve->SetKey(0, bad), 0);
+    SKvBezierKey key;
+    EXPECT_EQ(curve->GetKey(2, key) + curve->GetKey(-1, key), 0);
+    ASSERT_EQ(curve->GetKey(0, key), 1);
+    EXPECT_TRUE(key.index == 0 && key.flags == 7 && key.reserved[1] == 9);
+    EXPECT_EQ(curve->SetKey(1, {0, 17, 5, 1, 0, -2, 0, 0}), 1);
     ASSERT_EQ(curve->GetKey(1, key), 1);
-    EXPECT_TRUE(key.index == 1 && key.flags == 7 && key.reserved[1] == 9);
+    EXPECT_EQ(key.index, 1);
     EXPECT_EQ(curve->AddToPath(path), 1);
     ASSERT_EQ(path.size(), 1u);
-    const double expected[4][2] = {{1, 0}, {3, 3}, {5, -2}, {5, 0}};
-    for (std::size_t i = 0; i < 4; ++i) {
-        EXPECT_EQ(path[0].points[i].x, expected[i][0]);
-        EXPECT_EQ(path[0].points[i].y, expected[i][1]);
-    }
-    EXPECT_EQ(curve->Reset(), 1);
-    EXPECT_EQ(curve->GetKeyCount(), 0);
+    const double expected[4][2] = {{1, 0}, {3, 3}, {5, -1}, {5, 1}};
+    for (std::size_t i = 0; i < 4; ++i)
+        EXPECT_TRUE(path[0].points[i].x == expected[i][0] && path[0].points[i].y == expected[i][1]) << i;
     EXPECT_EQ(curve->Release(), 1);
 }
 
@@ -156,7 +143,6 @@ TEST(BezierEase, OutsideStraightAndDegenerate)
         {"a handle that is not a number", {1, 5, kNaN, 5, 2, 9, 3, 9}, 2, 5},
         {"a value that is not a number", {1, kNaN, 2, 5, 2, 9, 3, 9}, 2, 0},
         {"an end that is not a number", {1, 5, 2, 5, 2, 9, kNaN, 9}, 2, 9},
-        {"infinite", {-kInfinity, 5, 2, 5, 2, 9, 3, kInfinity}, 4, 0},
         {"a width beyond every number", {-1e308, 5, 0, 5, 0, 9, 1.7e308, 9}, 0, 5},
         {"a width next to nothing", {0, 5, 0, 5, 0, 9, 5e-324, 9}, 0, 5},
         {"handles too far away", {0, 5, 1e300, 5, -1e300, 9, 1, 9}, 0.5, 5},

@@ -35,12 +35,7 @@ Bits BitsOf(const EaseCurve& curve)
     return bits;
 }
 
-struct Place
-{
-    double x, y;
-};
-
-void ExpectAt(const char* name, const SKvCurvePoint& point, const Place& place)
+void ExpectAt(const char* name, const SKvCurvePoint& point, const SKvCurvePoint& place)
 {
     EXPECT_DOUBLE_EQ(point.x, place.x) << name;
     EXPECT_DOUBLE_EQ(point.y, place.y) << name;
@@ -48,63 +43,47 @@ void ExpectAt(const char* name, const SKvCurvePoint& point, const Place& place)
 
 TEST(EaseModel, DragsAndTheirLimits)
 {
-    constexpr int start = 0;
-    constexpr int end = 1;
+    using enum EasePart;
     const struct
     {
         const char* name;
         kv::EaseHit hit;
-        Place mouse;
-        EaseHandle moved;
-        Place free;
-        Place locked;
+        SKvCurvePoint mouse;
+        SKvCurvePoint free;
+        SKvCurvePoint locked;
         bool keepDirection = false;
     } cases[] = {
-        {"out follows", {start, EasePart::OutHandle}, {5, 25}, EaseHandle::Out, {5, 25}, {5, 25}},
-        {"out falls", {start, EasePart::OutHandle}, {5, -90}, EaseHandle::Out, {5, -90}, {5, 10}},
-        {"out beyond the span", {start, EasePart::OutHandle}, {5, 99}, EaseHandle::Out, {5, 99}, {5, 50}},
-        {"out to the far end", {start, EasePart::OutHandle}, {6, 20}, EaseHandle::Out, {6, 20}, {6, 20}},
-        {"out on the key", {start, EasePart::OutHandle}, {2, 10}, EaseHandle::Out, {2, 10}, {2, 10}},
-        {"in follows", {end, EasePart::InHandle}, {5, 25}, EaseHandle::In, {5, 25}, {5, 25}},
-        {"in above its key", {end, EasePart::InHandle}, {5, 35}, EaseHandle::In, {5, 35}, {5, 30}},
-        {"in beyond the span", {end, EasePart::InHandle}, {5, -20}, EaseHandle::In, {5, -20}, {5, -10}},
-        {"line by its middle",
-         {start, EasePart::OutTangent, 0.5},
-         {3, 15},
-         EaseHandle::Out,
-         {4, 20},
-         {4, 20}},
-        {"line past the width",
-         {start, EasePart::OutTangent, 0.5},
-         {6, 20},
-         EaseHandle::Out,
-         {6, 20},
-         {6, 20}},
-        {"line to the wrong side",
-         {start, EasePart::OutTangent, 2},
-         {1, 14},
-         EaseHandle::Out,
-         {2, 12},
-         {2, 12}},
-        {"line of the end", {end, EasePart::InTangent, 0.5}, {5, 20}, EaseHandle::In, {4, 10}, {4, 10}},
-        {"its width", {end, EasePart::InTangent, 0.25}, {4, 20}, EaseHandle::In, {2, 10}, {2, 10}},
-        {"width before lock", {end, EasePart::InTangent, 0.1}, {5, 10}, EaseHandle::In, {2, -50}, {2, -10}},
-        {"its wrong side", {end, EasePart::InTangent, 0.5}, {7, 20}, EaseHandle::In, {6, 10}, {6, 10}},
-        {"start key up", {start, EasePart::Key}, {5, 25}, EaseHandle::Start, {2, 25}, {2, 10}},
-        {"start key too high", {start, EasePart::Key}, {2, 50}, EaseHandle::Start, {2, 40}, {2, 10}},
-        {"end key too low", {end, EasePart::Key}, {2, -1}, EaseHandle::End, {6, 0}, {6, 30}},
-        {"same direction", {start, EasePart::OutHandle}, {4, 35}, EaseHandle::Out, {4, 10}, {4, 10}, true},
-        {"not backwards", {start, EasePart::OutHandle}, {1, 20}, EaseHandle::Out, {2, 10}, {2, 10}, true},
-        {"not a number", {start, EasePart::OutHandle}, {kNaN, 20}, EaseHandle::Out, {3, 10}, {3, 10}},
-        {"beyond float", {start, EasePart::OutHandle}, {4, 1e300}, EaseHandle::Out, {3, 10}, {4, 50}},
+        {"out follows", {0, OutHandle}, {5, 25}, {5, 25}, {5, 25}},
+        {"out falls", {0, OutHandle}, {5, -90}, {5, -90}, {5, 10}},
+        {"out beyond the span", {0, OutHandle}, {5, 99}, {5, 99}, {5, 50}},
+        {"in follows", {1, InHandle}, {5, 25}, {5, 25}, {5, 25}},
+        {"in above its key", {1, InHandle}, {5, 35}, {5, 35}, {5, 30}},
+        {"in beyond the span", {1, InHandle}, {5, -20}, {5, -20}, {5, -10}},
+        {"line by its middle", {0, OutTangent, 0.5}, {3, 15}, {4, 20}, {4, 20}},
+        {"line past the width", {0, OutTangent, 0.5}, {6, 20}, {6, 20}, {6, 20}},
+        {"line to the wrong side", {0, OutTangent, 2}, {1, 14}, {2, 12}, {2, 12}},
+        {"line of the end", {1, InTangent, 0.5}, {5, 20}, {4, 10}, {4, 10}},
+        {"its width", {1, InTangent, 0.25}, {4, 20}, {2, 10}, {2, 10}},
+        {"width before lock", {1, InTangent, 0.1}, {5, 10}, {2, -50}, {2, -10}},
+        {"its wrong side", {1, InTangent, 0.5}, {7, 20}, {6, 10}, {6, 10}},
+        {"start key up", {0, Key}, {5, 25}, {2, 25}, {2, 10}},
+        {"start key too high", {0, Key}, {2, 50}, {2, 40}, {2, 10}},
+        {"end key too low", {1, Key}, {2, -1}, {6, 0}, {6, 30}},
+        {"same direction", {0, OutHandle}, {4, 35}, {4, 10}, {4, 10}, true},
+        {"not backwards", {0, OutHandle}, {1, 20}, {2, 10}, {2, 10}, true},
+        {"not a number", {0, OutHandle}, {kNaN, 20}, {3, 10}, {3, 10}},
+        {"beyond float", {0, OutHandle}, {4, 1e300}, {3, 10}, {4, 50}},
     };
     for (const auto& row : cases) {
         for (const std::uint32_t lock : {0u, 7u}) {
             EaseModel model;
             model.Load(Curve(lock));
-            EXPECT_EQ(model.BeginDrag(row.hit), lock == 0 || row.hit.part != EasePart::Key) << row.name;
-            model.DragTo({row.mouse.x, row.mouse.y}, row.keepDirection);
-            ExpectAt(row.name, model.Curve()[row.moved], lock != 0 ? row.locked : row.free);
+            EXPECT_EQ(model.BeginDrag(row.hit), lock == 0 || row.hit.part != Key) << row.name;
+            model.DragTo(row.mouse, row.keepDirection);
+            const EaseHandle moved = row.hit.part == Key
+                                         ? (row.hit.key == 0 ? EaseHandle::Start : EaseHandle::End)
+                                         : (row.hit.key == 0 ? EaseHandle::Out : EaseHandle::In);
+            ExpectAt(row.name, model.Curve()[moved], lock != 0 ? row.locked : row.free);
             EXPECT_EQ(model.Curve().kind, kv::kEaseSmooth) << row.name << ": of the record before";
         }
     }
@@ -123,19 +102,6 @@ TEST(EaseModel, AKeyTakesItsHandleAlongAndBack)
     model.EndDrag();
     EXPECT_EQ(model.RecordCount(), 2u) << "also without a change";
     EXPECT_EQ(model.Curve().kind, kv::kEaseDrawn);
-}
-
-TEST(EaseModel, WhatCannotBeGrabbed)
-{
-    EaseModel model;
-    model.Load(Curve());
-    EXPECT_FALSE(model.BeginDrag({0, EasePart::InHandle}));
-    EXPECT_FALSE(model.BeginDrag({1, EasePart::OutTangent}));
-    EXPECT_FALSE(model.BeginDrag({0, EasePart::OutTangent, 0}));
-    EXPECT_FALSE(model.BeginDrag({2, EasePart::Key}));
-    model.DragTo({3, 3}, false);
-    model.EndDrag();
-    EXPECT_EQ(model.RecordCount(), 1u);
 }
 
 TEST(EaseModel, SingleMovesObeyTheLimitsAndLeaveTheRestAlone)
@@ -167,6 +133,8 @@ TEST(EaseModel, HistoryOfPresetsAndDrags)
 {
     EaseModel model;
     model.Load(Curve());
+    EXPECT_FALSE(model.BeginDrag({0, EasePart::InHandle}) || model.BeginDrag({1, EasePart::OutTangent}) ||
+                 model.BeginDrag({0, EasePart::OutTangent, 0}) || model.BeginDrag({2, EasePart::Key}));
     EXPECT_TRUE(model.ApplyPreset(kv::kEaseSpeedUp, {0.5, 1, 0.25, -2}));
     ExpectAt("out", model.Curve()[EaseHandle::Out], {4, 11});
     ExpectAt("in", model.Curve()[EaseHandle::In], {5, 28});
@@ -203,9 +171,7 @@ TEST(EaseModel, CurvesThatCannotBeEdited)
         {"empty segment", {{{{1, 0}, {1, 0}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
         {"reversed", {{{{2, 0}, {2, 0}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
         {"empty range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 1, 1, 0, 1}},
-        {"reversed range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 1, 0, 0, 1}},
         {"not a number", {{{{0, 0}, {0, kNaN}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
-        {"infinite", {{{{0, 0}, {0, 0}, {1, 1}, {kInfinity, 1}}}, 0, 1, 0, 1}},
         {"infinite range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 0, kInfinity, 0, 1}},
         {"beyond float", {{{{0, 0}, {0, 0}, {1, 4e38}, {1, 1}}}, 0, 1, 0, 1}},
         {"a tangent beyond float", {{{{0, -3e38}, {0, 3e38}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
