@@ -23,7 +23,7 @@ constexpr LPARAM kIdleRounds = 3;
 } // namespace
 
 // What the window calls in place of the dialog, which a host may delete while the window is being made.
-struct CKvParamBezierCtrlDlg::Callback : IKvParamBezierCtrlCallback
+struct CKvParamBezierCtrlDlg::Callback final : IKvParamBezierCtrlCallback
 {
     QPointer<CKvParamBezierCtrlDlg> dialog;
 
@@ -67,30 +67,31 @@ BOOL CKvParamBezierCtrlDlg::OnInitDialog()
     return wantsFocus;
 }
 
-void CKvParamBezierCtrlDlg::EndEdit(bool keep)
+bool CKvParamBezierCtrlDlg::EndEdit(bool keep)
 {
+    if (!m_info)
+        return true;
     if (!std::exchange(m_isEditing, false))
-        return;
+        return false;
     m_info->m_isClosed = true; // a drag or an entry that the end of the window ends writes no more
     if (keep && m_info->IsModified())
         m_info->CommitEdit();
     else
         m_info->CancelEdit();
+    return true;
 }
 
 void CKvParamBezierCtrlDlg::OnOK()
 {
     const QPointer<CKvParamBezierCtrlDlg> self(this);
-    EndEdit(true);
-    if (self)
+    if (EndEdit(true) && self)
         CKvDialog::OnOK();
 }
 
 void CKvParamBezierCtrlDlg::OnCancel()
 {
     const QPointer<CKvParamBezierCtrlDlg> self(this);
-    EndEdit(false);
-    if (self)
+    if (EndEdit(false) && self)
         CKvDialog::OnCancel();
 }
 

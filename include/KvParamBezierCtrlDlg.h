@@ -104,7 +104,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void EndEdit(bool keep);
+    /// @return false when the transaction has ended before: the answer that ended it stands.
+    bool EndEdit(bool keep);
     void Step(int (IKvParamBezierInfo::*canGo)(), int (IKvParamBezierInfo::*go)());
     bool CanUse(UINT id) const;
 

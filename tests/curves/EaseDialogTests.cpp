@@ -111,10 +111,15 @@ void Press(Dialog& dialog)
     dialog.Mouse(QEvent::MouseButtonPress, {});
 }
 
+void Move(Dialog& dialog)
+{
+    dialog.Mouse(QEvent::MouseMove, {40, -50});
+}
+
 void Drag(Dialog& dialog)
 {
     Press(dialog);
-    dialog.Mouse(QEvent::MouseMove, {40, -50});
+    Move(dialog);
 }
 
 void Drop(Dialog& dialog)
@@ -264,8 +269,8 @@ TEST(EaseDialog, EachOpeningIsOneTransaction)
          "Begin Get Set3 Get Set5 Get Set3 Set5 Set4 Cancel"},
         {"a click on a handle writes nothing", {Press, Drop, Click(IDOK)}, IDOK, "Begin Get Cancel"},
         {"Enter after a drag", {Drag, Drop, Key(Qt::Key_Return)}, IDOK, "Begin Get Set4 Commit"},
-        {"OK in a drag", {Drag, &Dialog::OnOK}, IDOK, "Begin Get Set4 Commit"},
-        {"closed in a drag", {Drag, Close}, IDCANCEL, "Begin Get Set4 Cancel"},
+        {"OK in a drag", {Drag, &Dialog::OnOK, Move, Drop}, IDOK, "Begin Get Set4 Commit"},
+        {"closed in a drag", {Drag, Close, Move, Drop}, IDCANCEL, "Begin Get Set4 Cancel"},
         {"Escape ends the drag first",
          {Drag, Key(Qt::Key_Escape), isOpen, Drop, Key(Qt::Key_Escape)},
          IDCANCEL,
@@ -277,7 +282,11 @@ TEST(EaseDialog, EachOpeningIsOneTransaction)
          "Begin Get Prev Get Next Get Cancel"},
         {"destroyed", {&Dialog::DestroyWindow}, IDCANCEL, "Begin Get Cancel"},
         {"ended by the host", {[](Dialog& dialog) { dialog.EndDialog(IDOK); }}, IDOK, "Begin Get Cancel"},
-        {"answered twice", {&Dialog::OnOK, &Dialog::OnCancel}, IDCANCEL, "Begin Get Cancel"},
+        {"used after the end",
+         {&Dialog::OnOK, &Dialog::OnBnClickedButtonSmooth, &Dialog::OnBnClickedButtonKeynext,
+          &Dialog::OnCancel},
+         IDOK,
+         "Begin Get Cancel"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
