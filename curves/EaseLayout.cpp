@@ -77,8 +77,8 @@ CPoint EaseLayout::ClampedToPlot(CPoint pixel) const
 
 bool EaseLayout::IsInHandleBox(SKvCurvePoint handle, CPoint pixel)
 {
-    const double left = Settled(handle.x) - kHandleBox / 2;
-    const double top = Settled(handle.y) - kHandleBox / 2;
+    const double left = Settled(handle.x) - kHandleBox / 2.0;
+    const double top = Settled(handle.y) - kHandleBox / 2.0;
     return left <= pixel.x && pixel.x < left + kHandleBox && top <= pixel.y && pixel.y < top + kHandleBox;
 }
 

@@ -3,6 +3,7 @@
 #include "curves/EaseLayout.h"
 #include "curves/EaseText.h"
 
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -143,9 +144,11 @@ private:
         return {{0, 0, 870, 440}, m_model.Curve().points[0].x, m_model.Curve().points[3].x, m_view};
     }
 
+    using Bits = std::array<std::uint64_t, 8>;
+
     bool IsAt(const kv::EasePoints& points)
     {
-        return std::memcmp(&points, &m_model.Curve().points, sizeof points) == 0;
+        return std::bit_cast<Bits>(points) == std::bit_cast<Bits>(m_model.Curve().points);
     }
 
     void UndoAndRedo()
