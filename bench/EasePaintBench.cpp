@@ -64,7 +64,8 @@ void Paint(benchmark::State& state, bool withAll)
     QImage picture(kWidth, kHeight, QImage::Format_ARGB32_Premultiplied);
     for (auto _ : state)
         window.curve.render(&picture);
-    if (picture.pixel(425, 200) != 0xFFFF0000u && !withAll)
+    const QRgb middle = picture.pixel(415, 200);
+    if (!withAll && (qRed(middle) < 0xC0 || qGreen(middle) > 0x40))
         state.SkipWithError("the curve was not painted");
 }
 BENCHMARK_CAPTURE(Paint, plain, false)->Unit(benchmark::kMicrosecond);

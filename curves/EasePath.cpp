@@ -116,12 +116,12 @@ std::optional<EaseLine> Clipped(const EaseLine& line, const EaseBox& box)
     if (!cut(-dx, line.from.x - box.left) || !cut(dx, box.right - line.from.x) ||
         !cut(-dy, line.from.y - box.top) || !cut(dy, box.bottom - line.from.y))
         return std::nullopt;
-    const auto at = [&](double t) -> SKvCurvePoint {
-        // A line from far away ends beside the box by as much as its length rounds.
-        return {std::clamp(line.from.x + t * dx, box.left, box.right),
-                std::clamp(line.from.y + t * dy, box.top, box.bottom)};
+    // A line from far away ends beside the box by as much as its length rounds.
+    const auto within = [&box](const SKvCurvePoint& point) -> SKvCurvePoint {
+        return {std::clamp(point.x, box.left, box.right), std::clamp(point.y, box.top, box.bottom)};
     };
-    return EaseLine{first > 0 ? at(first) : line.from, last < 1 ? at(last) : line.to};
+    const auto at = [&](double t) -> SKvCurvePoint { return {line.from.x + t * dx, line.from.y + t * dy}; };
+    return EaseLine{within(first > 0 ? at(first) : line.from), within(last < 1 ? at(last) : line.to)};
 }
 
 std::vector<EasePolyline> Flattened(const EasePoints& pixels, const EaseBox& box)

@@ -516,6 +516,35 @@ TEST_F(EaseWindow, DrawsOnWholeDevicePixels)
     check(1, {{"focus", 0, 100, 0xFFFFA500}, {"selected", 443, 120, 0xFFFFA500}});
 }
 
+TEST_F(EaseWindow, FarHandlesStayOutOfTheMargins)
+{
+    keepsCurve = true;
+    host.maximum = 1;
+    for (const double far : {1e3, 1e12, 3e38}) {
+        const double curves[][8] = {{0, 0, 0.5, far, 0.5, -far, 1, 1},
+                                    {0, 0, -far, 0.5, far, 0.5, 1, 1},
+                                    {0, -far, 0.25, -far, 0.75, far, 1, far}};
+        for (const auto& curve : curves) {
+            std::copy_n(curve, 8, host.given);
+            Renew();
+            window->ShowSpeed(1);
+            window->ShowInitialCurve(1);
+            window->SetFrameLength(0.1);
+            const QImage picture = Picture();
+            int reds = 0;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x) {
+                    const QRgb pixel = picture.pixel(x, y);
+                    const bool isRed = qRed(pixel) >= 200 && qGreen(pixel) <= 60;
+                    EXPECT_TRUE(!isRed || QRect(50, 20, 400, 200).contains(x, y)) << x << ',' << y;
+                    reds += isRed ? 1 : 0;
+                }
+            }
+            EXPECT_TRUE(reds > 150 || far > 1e15) << far; // beyond, only rounding is left of the curve
+        }
+    }
+}
+
 TEST_F(EaseWindow, ShowsFramesSpeedAndTheInitialCurve)
 {
     Run("1"); // a straight line from (50, 220) to (450, 20)
