@@ -113,10 +113,12 @@ void CKvParamBezierWnd::Impl::Load()
 {
     const QPointer<CKvParamBezierWnd> alive(&control);
     kv::EaseCurve curve;
+    bool hasGiven = false;
     if (info) {
         kv::EaseCurve given;
         double points[8] = {};
-        if (info->GetCurve(points, given.minimum, given.maximum, given.lock, given.kind)) {
+        hasGiven = info->GetCurve(points, given.minimum, given.maximum, given.lock, given.kind) != 0;
+        if (hasGiven) {
             for (std::size_t i = 0; i < given.points.size(); ++i)
                 given.points[i] = {points[2 * i], points[2 * i + 1]};
             curve = given;
@@ -128,6 +130,7 @@ void CKvParamBezierWnd::Impl::Load()
     control.ReleaseCapture();
     entry.Clear();
     model.Load(curve);
+    isRead = hasGiven;
     view = {curve.minimum, curve.maximum};
     if (selected && !CanMove(*selected))
         selected.reset();
@@ -174,7 +177,7 @@ void CKvParamBezierWnd::Impl::Press(CPoint point)
 {
     DropEntry();
     const auto hit = Layout().HitTest(model.Keys(), point);
-    if (!hit || !model.BeginDrag(*hit))
+    if (!hit || !CanEdit() || !model.BeginDrag(*hit))
         return;
     gesture = kv::EaseGesture::Drag;
     control.SetCapture();

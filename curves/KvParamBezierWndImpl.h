@@ -44,7 +44,7 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
     Impl(CKvParamBezierWnd& owner, IKvParamBezierInfo* infoObject,
          IKvParamBezierCtrlCallback* callbackObject);
 
-    bool CanEdit() const { return info && model.IsEditable(); }
+    bool CanEdit() const { return isRead && model.IsEditable(); }
     kv::EaseLook Look() const;
     void Redraw();
     void LoadSkin();
@@ -92,7 +92,7 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
 
     const kv::EaseCurve& Curve() const override { return model.Curve(); }
     kv::EaseLayout Layout() const override;
-    bool CanMove(kv::EaseHandle handle) const override { return info && model.CanMove(handle); }
+    bool CanMove(kv::EaseHandle handle) const override { return isRead && model.CanMove(handle); }
     std::optional<kv::EaseHandle> Selected() const override { return selected; }
     void PlaceHandle(kv::EaseHandle handle, SKvCurvePoint place) override;
     void FocusHandle(kv::EaseHandle handle) override;
@@ -101,6 +101,7 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
     IKvParamBezierInfo* const info;
     IKvParamBezierCtrlCallback* const callback;
     kv::EaseModel model;
+    bool isRead = false; ///< the curve is the info object's, not the default one
     kv::EaseRange view;
     kv::EaseGesture gesture = kv::EaseGesture::None;
     kv::EaseRange startView; ///< of a zoom or pan

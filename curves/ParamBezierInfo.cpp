@@ -73,7 +73,12 @@ int CKvParamBezierInfo::GetCurve(double points[8], double& minimum, double& maxi
 {
     SKvParamEaseData ease{};
     const std::weak_ptr<const bool> alive = m_alive;
-    if (!m_operator || !m_operator->GetEaseData(m_objectId, m_paramName, ease) || alive.expired())
+    const bool isRead = m_operator && m_operator->GetEaseData(m_objectId, m_paramName, ease);
+    if (alive.expired())
+        return 0;
+    m_minimum = isRead ? ease.minimum : 0;
+    m_maximum = isRead ? ease.maximum : 1;
+    if (!isRead)
         return 0;
     const double width = ease.endX - ease.startX;
     points[0] = ease.startX;
@@ -84,8 +89,8 @@ int CKvParamBezierInfo::GetCurve(double points[8], double& minimum, double& maxi
     points[5] = ease.endY + ease.inTangentY;
     points[6] = ease.endX;
     points[7] = ease.endY;
-    minimum = m_minimum = ease.minimum;
-    maximum = m_maximum = ease.maximum;
+    minimum = ease.minimum;
+    maximum = ease.maximum;
     lock = ease.lock;
     kind = ease.kind;
     return 1;

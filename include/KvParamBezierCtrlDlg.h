@@ -27,8 +27,8 @@ public:
     int BeginEdit() override;
     int CommitEdit() override;
     int CancelEdit() override;
-    /// Reads the record and remembers its value range for the records that are written. @return 0, with
-    /// nothing changed, when the host has none.
+    /// Reads the record and remembers its value range for the records that are written. @return 0 when the
+    /// host gives none: what the arguments refer to stays, the range remembered is 0 … 1.
     int GetCurve(double points[8], double& minimum, double& maximum, std::uint32_t& lock,
                  std::uint32_t& kind) override;
     /// Writes a whole record: the inverse of `GetCurve`. On a segment without width the fractions are 0.
@@ -67,6 +67,9 @@ private:
 /// Each opening is one transaction at the host: `BeginEdit`, then exactly one `CommitEdit` (OK, and something
 /// was written) or `CancelEdit`, however the dialog ends, and nothing is written after it. Without a host, or
 /// while there is no window, every action is skipped.
+///
+/// A segment whose record the host does not give is shown as the default curve and cannot be edited; the
+/// steps to other segments work.
 class KV_API CKvParamBezierCtrlDlg : public CKvDialog, public IKvParamBezierCtrlCallback
 {
     Q_OBJECT

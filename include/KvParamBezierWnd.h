@@ -16,7 +16,7 @@ public:
     virtual int CancelEdit() { return 0; }
     /// @param minimum, maximum the values that the curve may take. @param lock not 0: the curve must rise
     /// from start to end. @param kind as in `SKvParamEaseData`.
-    /// @return 0 shows the default curve.
+    /// @return 0 shows the default curve, which cannot be edited.
     virtual int GetCurve(double /*points*/[8], double& /*minimum*/, double& /*maximum*/,
                          std::uint32_t& /*lock*/, std::uint32_t& /*kind*/)
     {
@@ -63,7 +63,8 @@ public:
 /// zoomed and moved. The window tells the info object of every change while it is made (`SetCurve`), and
 /// adds one record of undo for each gesture. Presets call no `SetCurve`. An info object without a sensible
 /// curve (an empty or reversed segment or value range, values that are not finite or beyond single precision)
-/// can be looked at but not edited.
+/// or that gave none can be looked at but not edited until a later `Load` brings a better one: edits,
+/// presets, undo, redo and revert do nothing and call nobody.
 ///
 /// Mouse: the left button drags handles, keys (only their value) and tangent lines, with Ctrl a tangent keeps
 /// its direction; the middle button and the wheel zoom, the right button moves the view, a double click

@@ -393,13 +393,18 @@ TEST_F(EaseWindow, CurvesThatMakeNoSenseAreShownOnly)
     host.minimum = 0;
     host.maximum = 2;
     keepsCurve = false;
+    const char* edits = "L50,220 M50,100 l KPgDown KUp U X 1 2 KCtrl+V W120 R50,50 M60,90 r";
     Renew(false);
-    Run("L50,220 M50,100 l KPgDown KUp U X 1 2 KCtrl+V W120 R50,50 M60,90 r");
+    Run(edits);
     EXPECT_EQ(std::exchange(host.heard, {}), "") << "no info object";
     host.result = 0;
     Renew();
-    Run("L50,220 M50,120 l");
-    EXPECT_EQ(Points(), "0,0 0,0.5 0,0 1,0") << "the default curve, whose handle lies on its key";
+    Run(edits);
+    EXPECT_EQ(std::exchange(host.heard, {}), "") << "it gave no curve";
+    host.result = 1;
+    window->Load();
+    Run("L150,220 l");
+    EXPECT_EQ(host.heard, "get hist hist") << "until it gives one";
 }
 
 TEST_F(EaseWindow, HostMayDeleteTheWindowInEveryCall)
