@@ -36,6 +36,12 @@ SKvCurvePoint operator-(const SKvCurvePoint& a, const SKvCurvePoint& b)
     return {a.x - b.x, a.y - b.y};
 }
 
+std::array<double, 8> Coordinates(const EasePoints& points)
+{
+    return {points[0].x, points[0].y, points[1].x, points[1].y,
+            points[2].x, points[2].y, points[3].x, points[3].y};
+}
+
 bool IsSensible(const EaseCurve& curve)
 {
     for (const SKvCurvePoint& point : curve.points) {

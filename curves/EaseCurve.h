@@ -33,6 +33,9 @@ SKvCurvePoint operator-(const SKvCurvePoint& a, const SKvCurvePoint& b);
 
 using EasePoints = std::array<SKvCurvePoint, kEaseHandles>; ///< by EaseHandle; absolute
 
+/// x and y of each point in turn, as hosts exchange them.
+std::array<double, 8> Coordinates(const EasePoints& points);
+
 struct EaseCurve
 {
     EasePoints points{{{0, 0}, {0, 0}, {0, 0}, {1, 0}}};

@@ -138,7 +138,7 @@ std::vector<EasePolyline> SpeedLines(const EaseCurve& curve, const EaseLayout& l
     const double rise = std::abs(curve[EaseHandle::End].y - curve[EaseHandle::Start].y);
     const double average = std::max(rise, kLeastRise * curve.Span()) / curve.Width();
     const double unit = kAverageHeight * layout.plot.Height() / average;
-    const KvBezierEase ease(&curve.points[0].x);
+    const KvBezierEase ease(Coordinates(curve.points).data());
     const EaseBox box = Whole(layout.plot);
     Flattener lines(box);
     std::optional<SKvCurvePoint> before;
@@ -165,9 +165,9 @@ std::vector<SKvCurvePoint> FrameMarks(const EaseCurve& curve, const EaseLayout& 
     const double distance = layout.plot.Width() / curve.Width() * frameLength;
     if (distance < kFrameDistance || !(std::abs(first) < kMostFrames) || !(std::abs(last) < kMostFrames))
         return {};
-    const KvBezierEase ease(&curve.points[0].x);
+    const KvBezierEase ease(Coordinates(curve.points).data());
     std::vector<SKvCurvePoint> marks;
-    for (double frame = first; frame <= last; ++frame) {
+    for (auto frame = static_cast<int>(first); frame <= static_cast<int>(last); ++frame) {
         const double time =
             std::clamp(frame * frameLength, curve[EaseHandle::Start].x, curve[EaseHandle::End].x);
         const SKvCurvePoint mark = layout.ToPixel({time, ease.Value(time)});

@@ -87,13 +87,7 @@ void CKvParamBezierWnd::Impl::LoadSkin()
 bool CKvParamBezierWnd::Impl::SendCurve(std::uint32_t kind)
 {
     const QPointer<CKvParamBezierWnd> alive(&control);
-    const kv::EaseCurve& curve = model.Curve();
-    double points[8];
-    for (std::size_t i = 0; i < curve.points.size(); ++i) {
-        points[2 * i] = curve.points[i].x;
-        points[2 * i + 1] = curve.points[i].y;
-    }
-    info->SetCurve(points, curve.lock, kind);
+    info->SetCurve(kv::Coordinates(model.Curve().points).data(), model.Curve().lock, kind);
     if (alive)
         emit alive->CurveChanged(static_cast<int>(kind));
     return !alive.isNull();
