@@ -158,21 +158,31 @@ QString DefaultFontFamily()
     return family;
 }
 
-QPainterPath TitlePath(const Title& title, QSizeF frame)
+std::vector<QPainterPath> TitleLines(const Title& title, QSizeF frame)
 {
     const QFont font = FontOf(title, frame.height());
     const QFontMetricsF metrics(font);
     const QStringList lines = title.text.split(u'\n');
     const double block = metrics.height() + metrics.lineSpacing() * static_cast<double>(lines.size() - 1);
     double baseline = (frame.height() - block) / 2 + metrics.ascent();
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill); // overlapping outlines of one glyph stay filled
+    std::vector<QPainterPath> paths;
     for (QString line : lines) {
+        QPainterPath& path = paths.emplace_back();
+        path.setFillRule(Qt::WindingFill); // overlapping outlines of one glyph stay filled
         line.replace(u'\t', u' ');
         path.addText(LineStart(title.align, frame.width(), metrics.horizontalAdvance(line)), baseline, font,
                      line);
         baseline += metrics.lineSpacing();
     }
+    return paths;
+}
+
+QPainterPath TitlePath(const Title& title, QSizeF frame)
+{
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (const QPainterPath& line : TitleLines(title, frame))
+        path.addPath(line);
     return path;
 }
 
@@ -196,8 +206,9 @@ void TitleRenderer::UpdateOutline(const Title& title, QSizeF frame)
                           title.italic, title.align,      frame};
     if (m_outline.letters == letters)
         return;
-    const QPainterPath path = TitlePath(title, frame);
-    m_outline = {letters, path, path.boundingRect()};
+    m_outline = {letters, TitleLines(title, frame), {}};
+    for (const QPainterPath& line : m_outline.lines)
+        m_outline.bounds |= line.boundingRect();
     m_mask = {};
 }
 
@@ -207,20 +218,21 @@ bool TitleRenderer::UpdateMask(const QTransform& toPixels, QImage& canvas)
 {
     if (m_mask.size == canvas.size() && m_mask.toPixels == toPixels)
         return true;
-    const QRectF frame(canvas.rect());
-    const QPainterPath path = ContoursIn(frame, toPixels.map(m_outline.path));
-    const QRect area = path.controlPointRect().intersected(frame).toAlignedRect();
     m_mask = {};
-    QImage coverage;
-    if (!area.isEmpty()) {
-        QPainter painter(&canvas);
-        painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF frame(canvas.rect());
+    QRectF covered;
+    QPainter painter(&canvas);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const QPainterPath& line : m_outline.lines) {
+        const QPainterPath path = ContoursIn(frame, toPixels.map(line));
         painter.fillPath(path, Qt::white);
-        painter.end();
-        coverage = AlphaOf(canvas, area);
-        if (coverage.isNull())
-            return false;
+        covered |= path.controlPointRect() & frame;
     }
+    painter.end();
+    const QRect area = covered.toAlignedRect();
+    const QImage coverage = area.isEmpty() ? QImage() : AlphaOf(canvas, area);
+    if (coverage.isNull() && !area.isEmpty())
+        return false;
     m_mask = {toPixels, canvas.size(), coverage, area};
     return true;
 }

@@ -15,6 +15,9 @@ QString DefaultFontFamily();
 /// The outline of a title's text in display space (square pixels, `DisplaySize` large), at rest.
 QPainterPath TitlePath(const Title& title, QSizeF frame);
 
+/// The same line by line.
+std::vector<QPainterPath> TitleLines(const Title& title, QSizeF frame);
+
 /// How position, scale and rotation move the outline, within display space.
 /// @param values as `ValuesAt` gives them. @param outline the bounds of the outline at rest.
 QTransform TitleMotion(const std::array<double, kProperties>& values, const QRectF& outline, QSizeF frame);
@@ -48,7 +51,7 @@ private:
     struct Outline
     {
         Letters letters;
-        QPainterPath path;
+        std::vector<QPainterPath> lines; ///< one path of a long text takes several times as long to fill
         QRectF bounds;
     };
     struct Mask
