@@ -204,6 +204,7 @@ void ExportDialog::Finish()
     const QString total = NumberText(ended->Total());
     const QString fault = ended->Fault();
     ShowRunning(false);
+    m_start->setFocus();
     if (ended->Written() == ended->Total()) {
         accept();
     } else if (fault.isEmpty()) {
