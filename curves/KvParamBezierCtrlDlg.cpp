@@ -48,6 +48,8 @@ BOOL CKvParamBezierCtrlDlg::OnInitDialog()
 {
     const QPointer<CKvParamBezierCtrlDlg> self(this);
     const BOOL wantsFocus = CKvDialog::OnInitDialog();
+    if (!IsCreated() || std::exchange(m_isInitialised, true))
+        return wantsFocus;
     if (m_info) {
         m_isEditing = true;
         m_info->m_isClosed = false;
@@ -67,42 +69,35 @@ BOOL CKvParamBezierCtrlDlg::OnInitDialog()
     return wantsFocus;
 }
 
-bool CKvParamBezierCtrlDlg::EndEdit(bool keep)
+void CKvParamBezierCtrlDlg::EndEdit(bool keep)
 {
-    if (!m_info)
-        return true;
     if (!std::exchange(m_isEditing, false))
-        return false;
+        return;
     m_info->m_isClosed = true; // a drag or an entry that the end of the window ends writes no more
     if (keep && m_info->IsModified())
         m_info->CommitEdit();
     else
         m_info->CancelEdit();
-    return true;
 }
 
-void CKvParamBezierCtrlDlg::OnOK()
+void CKvParamBezierCtrlDlg::OnAnswer(int result)
 {
-    const QPointer<CKvParamBezierCtrlDlg> self(this);
-    if (EndEdit(true) && self)
-        CKvDialog::OnOK();
-}
-
-void CKvParamBezierCtrlDlg::OnCancel()
-{
-    const QPointer<CKvParamBezierCtrlDlg> self(this);
-    if (EndEdit(false) && self)
-        CKvDialog::OnCancel();
+    EndEdit(result == IDOK);
 }
 
 int CKvParamBezierCtrlDlg::DestroyWindow()
 {
     const QPointer<CKvParamBezierCtrlDlg> self(this);
-    EndEdit(false); // closed by neither button
+    TakeAnswer(IDCANCEL); // when closed by neither button
+    if (self)
+        EndEdit(false); // when answered before it began
     if (!self)
         return 1;
     delete m_window;
-    return self ? CKvDialog::DestroyWindow() : 1;
+    if (!self)
+        return 1;
+    m_isInitialised = false;
+    return CKvDialog::DestroyWindow();
 }
 
 // Every idle update looks at the history itself.

@@ -11,13 +11,20 @@
 /// of the font's average letter width and an eighth of its height), the order of the Tab key.
 ///
 /// Life: the object and its window are two things. `DoModal` makes the window, runs it and destroys it before
-/// it returns, as often as it is called; `Create` makes a hidden one that stays until `DestroyWindow`. The
-/// object belongs to whoever made it, on the stack or on the heap, never to the parent: when the parent dies,
-/// an open dialog is cancelled and its window destroyed. Any handler may delete the object.
+/// it returns, as often as it is called; `Create` makes a hidden one that stays until the dialog ends or
+/// `DestroyWindow`. The object belongs to whoever made it, on the stack or on the heap, never to the parent:
+/// when the parent dies, an open dialog is cancelled and its window destroyed. Any handler may delete the
+/// object.
 ///
-/// Enter is `OnOK`; only a focused Cancel button takes it for itself. Escape and the close box are
+/// End: the first answer of an opening counts (`EndDialog`, to which `OnOK` and `OnCancel` lead; destroying
+/// the window is Cancel), later ones are ignored. Without `DoModal` the answer destroys the window; hiding it
+/// is no answer then. The toolkit's `exec`, `finished` and `result` give what `DoModal` gives, but
+/// `QDialog::Rejected` for Cancel.
+///
+/// Enter is `OnOK`, whichever button has the focus; Space presses that one. Escape and the close box are
 /// `OnCancel`. The template's size is the smallest; in a larger window each item moves or grows as the
 /// template says. Colours come from the skin, texts from the tables; changes of either reach an open dialog.
+/// A text that is too long for its place is cut and shown whole as a tool tip.
 ///
 /// Idle update: while the window is shown it gets WM_KICKIDLE (lParam: the count of calls since something
 /// happened) after every burst of events and at least every 100 ms.
@@ -34,16 +41,20 @@ public:
     /// Opens the dialog and waits until it ends.
     /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel (also when the application ends meanwhile,
     /// or
-    ///         the dialog is deleted); -1 when there is no such template or the window exists already.
+    ///         the dialog is deleted); -1, and nothing happens, when there is no such template, the window
+    ///         exists already or an earlier call has not returned.
     virtual int DoModal();
     /// Makes the window, hidden, without waiting; `show` shows it.
-    /// @return 1; 0 when there is no such template or the window exists already.
+    /// @return 1; 0 when there is no such template, the window exists already or `DoModal` has not returned,
+    ///         and nothing happens; also 0 when a handler ended the dialog at once.
     int Create(UINT templateNumber, CWnd* parent);
     /// @return 1 while there is a window.
     BOOL IsCreated() const;
-    /// Destroys the window and its items; the object stays. Ends `DoModal`. @return 1; 0 without a window.
+    /// Destroys the window and its items; the object stays. Cancels what has no answer, without `OnCancel`,
+    /// and ends `DoModal`. @return 1; 0 without a window.
     virtual int DestroyWindow();
-    /// Hides the window; `DoModal` returns `result` as soon as the handler that called this is through.
+    /// Answers: `OnAnswer`, then the window is hidden; `DoModal` returns `result` as soon as the handler that
+    /// called this is through. Does nothing when there is no window or an answer.
     void EndDialog(int result);
 
     /// The window's own number (0 until it has one).
@@ -60,6 +71,9 @@ public:
     virtual BOOL OnInitDialog();
     virtual void OnOK();
     virtual void OnCancel();
+    /// The dialog has its answer, once an opening and while the window still stands, however it ends. OK is
+    /// IDOK; take any other for Cancel.
+    virtual void OnAnswer(int result);
     /// @param count as in WM_KICKIDLE. @return non-zero asks for another call before anything happens.
     virtual LRESULT OnKickIdle(WPARAM wParam, LPARAM count);
     /// Tells whether the command with the number `command->m_nID` can be used now, by `command->Enable`.
@@ -82,6 +96,10 @@ protected:
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     /// The skin or the texts changed.
     virtual void OnSkinChanged();
+
+    /// Takes the answer without ending the dialog. @return 1; 0 when there is no window or an answer. The
+    /// dialog may be gone afterwards.
+    int TakeAnswer(int result);
 
     /// Puts a child of the dialog in the place of an item, with its number, position and turn of the Tab key;
     /// the item is deleted. @return 1; 0 when there is no such item.

@@ -64,9 +64,10 @@ private:
 /// "Parameter Curve Setup": the ease window with buttons for undo, redo and reset, four presets, and steps to
 /// the segments before and after. The host sees every edit while it is made.
 ///
-/// Each opening is one transaction at the host: `BeginEdit`, then exactly one `CommitEdit` (OK, and something
-/// was written) or `CancelEdit`, however the dialog ends, and nothing is written after it. Without a host, or
-/// while there is no window, every action is skipped.
+/// Each opening is one transaction at the host: `BeginEdit`, then exactly one `CommitEdit` (the answer is
+/// IDOK, also by `EndDialog`, and something was written) or `CancelEdit`, however the dialog ends, and
+/// nothing is written after it. A dialog that `Create` made has no window after its answer; another `Create`
+/// is another transaction. Without a host, or while there is no window, every action is skipped.
 ///
 /// A segment whose record the host does not give is shown as the default curve and cannot be edited; the
 /// steps to other segments work.
@@ -81,9 +82,9 @@ public:
                           CWnd* parent);
     ~CKvParamBezierCtrlDlg() override;
 
+    /// Begins the transaction and makes the ease window, once an opening.
     BOOL OnInitDialog() override;
-    void OnOK() override;
-    void OnCancel() override;
+    void OnAnswer(int result) override;
     int DestroyWindow() override;
     LRESULT OnKickIdle(WPARAM wParam, LPARAM count) override;
     void OnCmdUpdateUI(CCmdUI* command) override;
@@ -107,8 +108,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    /// @return false when the transaction has ended before: the answer that ended it stands.
-    bool EndEdit(bool keep);
+    void EndEdit(bool keep);
     void Step(int (IKvParamBezierInfo::*canGo)(), int (IKvParamBezierInfo::*go)());
     bool CanUse(UINT id) const;
 
@@ -117,5 +117,6 @@ private:
     std::unique_ptr<CKvParamBezierInfo> m_info;
     std::shared_ptr<Callback> m_callback;
     QPointer<CKvParamBezierWnd> m_window;
-    bool m_isEditing = false; // between BeginEdit and the end of the transaction
+    bool m_isInitialised = false; // since OnInitDialog, until the window is destroyed
+    bool m_isEditing = false;     // between BeginEdit and the end of the transaction
 };

@@ -3,6 +3,16 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+// The toolkit has a number of its own for Cancel.
+int ToolkitResult(int result)
+{
+    return result == IDCANCEL ? static_cast<int>(QDialog::Rejected) : result;
+}
+
+} // namespace
+
 CKvDialog::CKvDialog(UINT templateNumber, CWnd* parent) : m_impl(std::make_unique<Impl>(*this))
 {
     m_impl->modalTemplate = templateNumber;
@@ -17,34 +27,27 @@ CKvDialog::~CKvDialog()
 
 int CKvDialog::DoModal()
 {
-    const QPointer<CKvDialog> self(this);
-    const std::shared_ptr<Impl::Ending> ending = m_impl->ending;
-    if (!m_impl->MakeWindow(m_impl->modalTemplate))
+    if (m_impl->isModal)
         return -1;
-    if (self && !ending->hasEnded) {
-        m_impl->Place();
-        QDialog::exec();
-    }
-    // The application ends, or a host hid the window.
-    if (self && !ending->hasEnded)
-        OnCancel();
+    const QPointer<CKvDialog> self(this);
+    m_impl->isModal = true;
+    const int result = m_impl->RunModal();
     if (self)
-        DestroyWindow();
-    if (self)
-        destroy();
-    return ending->result;
+        m_impl->isModal = false;
+    return result;
 }
 
 int CKvDialog::Create(UINT templateNumber, CWnd* parent)
 {
-    if (IsCreated())
+    if (IsCreated() || m_impl->isModal || m_impl->isMaking || !kv::FindDialog(templateNumber))
         return 0;
     m_impl->parent = parent;
     const QPointer<CKvDialog> self(this);
-    const int made = m_impl->MakeWindow(templateNumber);
-    if (made && self && IsCreated())
-        m_impl->Place();
-    return made;
+    m_impl->MakeWindow(templateNumber);
+    if (!self || !IsCreated())
+        return 0;
+    m_impl->Place();
+    return 1;
 }
 
 BOOL CKvDialog::IsCreated() const
@@ -56,8 +59,11 @@ int CKvDialog::DestroyWindow()
 {
     if (!m_impl->isCreated)
         return 0;
+    const QPointer<CKvDialog> self(this);
+    TakeAnswer(IDCANCEL);
+    if (!self || !m_impl->isCreated)
+        return 1;
     m_impl->isCreated = false;
-    m_impl->ending->hasEnded = true;
     disconnect(m_impl->parentDies);
     const std::vector<Impl::Item> items = std::exchange(m_impl->items, {});
     hide();
@@ -68,16 +74,24 @@ int CKvDialog::DestroyWindow()
 
 void CKvDialog::EndDialog(int result)
 {
-    if (!m_impl->isCreated)
-        return;
-    *m_impl->ending = {true, result};
-    if (!isVisible())
-        return;
     const QPointer<CKvDialog> self(this);
-    QDialog::done(result);
-    if (self && result == IDCANCEL)
-        Q_EMIT rejected(); // the toolkit's own number for it is another
+    if (!TakeAnswer(result) || !self || !IsCreated())
+        return;
+    QDialog::done(ToolkitResult(result));
+    if (self && !m_impl->isModal)
+        DestroyWindow();
 }
+
+int CKvDialog::TakeAnswer(int result)
+{
+    if (!m_impl->isCreated || m_impl->ending->hasEnded)
+        return 0;
+    *m_impl->ending = {true, result}; // first: the handler may delete the dialog
+    OnAnswer(result);
+    return 1;
+}
+
+void CKvDialog::OnAnswer(int) {}
 
 UINT CKvDialog::GetDlgCtrlID() const
 {
@@ -160,7 +174,7 @@ void CKvDialog::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
 
 int CKvDialog::exec()
 {
-    return DoModal() == IDOK ? Accepted : Rejected;
+    return ToolkitResult(DoModal());
 }
 
 void CKvDialog::accept()

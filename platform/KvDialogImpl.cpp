@@ -1,9 +1,9 @@
 #include "platform/KvDialogImpl.h"
 
 #include "KvGuiRes.h"
+#include "platform/DialogItems.h"
 #include "platform/DialogStyle.h"
 
-#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -12,40 +12,6 @@
 #include <algorithm>
 
 namespace {
-
-std::unique_ptr<QWidget> MakeControl(const kv::DialogItem& item, QWidget* dialog)
-{
-    if (item.kind == kv::DialogItemKind::Static) {
-        auto label = std::make_unique<QLabel>(dialog);
-        label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(true);
-        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        return label;
-    }
-    auto button = std::make_unique<QPushButton>(dialog);
-    button->setDefault(item.kind == kv::DialogItemKind::DefaultButton);
-    // Enter presses the default button whatever else was clicked last, but does not keep what a person who
-    // went to Cancel wants to drop.
-    button->setAutoDefault(button->isDefault() || item.id == IDCANCEL);
-    return button;
-}
-
-void SetText(const kv::DialogItem& item, QWidget& control)
-{
-    const QString text = KvToQString(KvGuiRes::LoadDialogText(item.dialog, item.text));
-    if (auto* label = qobject_cast<QLabel*>(&control))
-        label->setText(text);
-    auto* button = qobject_cast<QPushButton*>(&control);
-    if (!button)
-        return;
-    button->setText(text);
-    const QString tip = KvToQString(KvGuiRes::LoadTip(item.id));
-    button->setToolTip(tip);
-    // A sign such as "|<" says nothing when it is read aloud.
-    const bool hasWords =
-        std::any_of(text.begin(), text.end(), [](QChar unit) { return unit.isLetterOrNumber(); });
-    button->setAccessibleName(hasWords ? QString() : tip);
-}
 
 bool TakesTab(const QWidget* control)
 {
@@ -57,7 +23,7 @@ bool TakesTab(const QWidget* control)
 int CKvDialog::Impl::MakeWindow(UINT number)
 {
     const auto found = kv::FindDialog(number);
-    if (isCreated || !found)
+    if (isCreated || isMaking || !found)
         return 0;
     shape = *found;
     isCreated = true;
@@ -77,9 +43,12 @@ int CKvDialog::Impl::MakeWindow(UINT number)
     dialog.resize(smallest);
     LayOut(); // a hidden window hears of its size when it is shown
     const QPointer<CKvDialog> self(&dialog);
+    isMaking = true;
     const BOOL wantsFocus = dialog.OnInitDialog();
-    if (self)
+    if (self) {
+        isMaking = false;
         self->UpdateDialogControls(); // before anybody sees it
+    }
     if (self && isCreated && wantsFocus) {
         if (QWidget* first = FirstTabStop())
             first->setFocus();
@@ -87,10 +56,30 @@ int CKvDialog::Impl::MakeWindow(UINT number)
     return 1;
 }
 
+int CKvDialog::Impl::RunModal()
+{
+    const QPointer<CKvDialog> self(&dialog);
+    const std::shared_ptr<Ending> made = ending;
+    if (!MakeWindow(modalTemplate))
+        return -1;
+    if (self && !made->hasEnded) {
+        Place();
+        self->QDialog::exec();
+    }
+    // The application ends, or a host hid the window.
+    if (self && !made->hasEnded)
+        self->OnCancel();
+    if (self)
+        self->DestroyWindow();
+    if (self)
+        self->destroy();
+    return made->result;
+}
+
 void CKvDialog::Impl::MakeItems()
 {
     for (const kv::DialogItem& item : kv::ItemsOf(shape.number)) {
-        QWidget* control = MakeControl(item, &dialog).release(); // the dialog's
+        QWidget* control = kv::MakeDialogControl(item, &dialog).release(); // the dialog's
         KvSetDlgItemId(control, item.id);
         if (auto* button = qobject_cast<QPushButton*>(control)) {
             connect(button, &QPushButton::clicked, &dialog, [this, button, id = item.id] {
@@ -107,7 +96,7 @@ void CKvDialog::Impl::ApplyTexts()
     dialog.setWindowTitle(KvToQString(KvGuiRes::LoadDialogText(shape.number, kv::kDialogTitle)));
     for (const Item& item : items) {
         if (item.control)
-            SetText(*item.place, *item.control);
+            kv::SetDialogTexts(*item.place, *item.control);
     }
 }
 

@@ -28,6 +28,8 @@ struct CKvDialog::Impl
 
     /// Makes items, texts and look and calls `OnInitDialog`, after which this may be gone. @return 1 or 0.
     int MakeWindow(UINT number);
+    /// `DoModal`, after which this may be gone.
+    int RunModal();
     void MakeItems();
     void ApplyTexts();
     void ApplyLook();
@@ -45,6 +47,8 @@ struct CKvDialog::Impl
     kv::DialogTemplate shape{};
     QPointer<QWidget> parent;
     bool isCreated = false;
+    bool isMaking = false; ///< `OnInitDialog` is on the stack
+    bool isModal = false;  ///< `DoModal` is on the stack
     std::vector<Item> items;
     kv::DialogUnits units{};
     QSize smallest;

@@ -20,7 +20,7 @@ namespace {
 constexpr SKvParamEaseData kEase{4, 0.25, -0.2, 0.5, 0, 10, 0, 20, 1, 0, 1, 0};
 
 /// A host with one segment. It writes down what it is told, a run of equal calls once, and leaves queries
-/// out.
+/// out; `on` has what happens in the n-th call of a name, such as "Get#2".
 class Host : public IKvDataOperator
 {
 public:
@@ -31,17 +31,14 @@ public:
     int canGo = 1;
     int goes = 1;
     int reads = 1;
+    std::map<QString, int> calls;
     std::map<QString, std::function<void()>> on;
 
     int RegisterParam(Name object, Name name) override { return Hear("Register", object, name); }
     int UnregisterParam(Name object, Name name) override { return Hear("Unregister", object, name); }
     int BeginEdit(Name object, Name name) override { return Hear("Begin", object, name); }
     int CommitEdit(Name object, Name name) override { return Hear("Commit", object, name); }
-    int CancelEdit(Name object, Name name) override
-    {
-        ease = kEase;
-        return Hear("Cancel", object, name);
-    }
+    int CancelEdit(Name object, Name name) override { return Hear("Cancel", object, name); }
     int GetEaseData(Name object, Name name, SKvParamEaseData& data) override
     {
         data = ease;
@@ -56,8 +53,8 @@ public:
             ease.outTangentX = ease.inTangentX = 0.125 * data.kind; // a preset of its own
         return Hear(qPrintable(QStringLiteral("Set%1").arg(data.kind)), object, name);
     }
-    int CanGoPrevKey(Name, Name) override { return canGo; }
-    int CanGoNextKey(Name, Name) override { return canGo; }
+    int CanGoPrevKey(Name object, Name name) override { return Hear("Can", object, name) & canGo; }
+    int CanGoNextKey(Name object, Name name) override { return Hear("Can", object, name) & canGo; }
     int GoPrevKey(Name object, Name name) override { return Hear("Prev", object, name) & goes; }
     int GoNextKey(Name object, Name name) override { return Hear("Next", object, name) & goes; }
 
@@ -66,9 +63,9 @@ private:
     {
         EXPECT_TRUE(std::wstring_view(object) == L"title 1" && std::wstring_view(name) == L"opacity");
         const QString text = QLatin1String(call);
-        if (log.isEmpty() || log.back() != text)
+        if (text != QLatin1String("Can") && (log.isEmpty() || log.back() != text))
             log << text;
-        if (const auto hook = on.find(text); hook != on.end())
+        if (const auto hook = on.find(QStringLiteral("%1#%2").arg(text).arg(++calls[text])); hook != on.end())
             std::function<void()>(hook->second)(); // a copy: it may delete the dialog and itself
         return 1;
     }
@@ -77,72 +74,84 @@ private:
 class Dialog : public CKvParamBezierCtrlDlg
 {
 public:
-    explicit Dialog(IKvDataOperator* host) : CKvParamBezierCtrlDlg(host, L"title 1", L"opacity", nullptr) {}
+    explicit Dialog(Host* operates, QWidget* over = nullptr)
+        : CKvParamBezierCtrlDlg(operates, L"title 1", L"opacity", over)
+        , host(operates)
+        , parent(over)
+    {
+    }
 
-    bool IsEnabled(UINT id) { return GetDlgItem(id)->isEnabled(); }
+    Host* host;
+    QPointer<QWidget> parent;
+
+    // From the start key's handle, which kEase puts on the middle of the plot's lower edge.
     void Mouse(QEvent::Type type, QPoint by)
     {
-        // From the start key's handle, which kEase puts on the middle of the plot's lower edge.
+        if (!GetCurveWnd())
+            return;
         const QRect plot = GetCurveWnd()->rect().adjusted(50, 20, -20, -20);
         const QPointF point(plot.x() + plot.width() / 2 + by.x(), plot.y() + plot.height() + by.y());
-        const bool isUp = type == QEvent::MouseButtonRelease;
         QMouseEvent event(type, point, GetCurveWnd()->mapToGlobal(point),
                           type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
-                          isUp ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(GetCurveWnd(), &event);
+    }
+    void Drag() { Mouse(QEvent::MouseButtonPress, {}), Mouse(QEvent::MouseMove, {40, -50}); }
+    void Drop() { Mouse(QEvent::MouseButtonRelease, {40, -50}); }
+
+    /// What a person or the host does, step by step: numbers are clicks on buttons, with = the host's result.
+    void Run(const char* steps)
+    {
+        const auto key = [this](Qt::Key which) { QTest::keyClick(GetCurveWnd(), which); };
+        const std::map<QString, std::function<void()>> words = {
+            {"press", [&] { Mouse(QEvent::MouseButtonPress, {}); }},
+            {"drag", [&] { Drag(); }},
+            {"drop", [&] { Drop(); }},
+            {"pgdn", [&] { key(Qt::Key_PageDown); }},
+            {"up", [&] { key(Qt::Key_Up); }},
+            {"0.5", [&] { QTest::keyClicks(GetCurveWnd(), QStringLiteral("0.5")); }},
+            {"enter", [&] { key(Qt::Key_Return); }},
+            {"esc", [&] { key(Qt::Key_Escape); }},
+            {"open", [&] { EXPECT_TRUE(isVisible()); }},
+            {"close", [&] { close(); }},
+            {"init", [&] { OnInitDialog(); }},
+            {"ok", [&] { OnOK(); }},
+            {"cancel", [&] { OnCancel(); }},
+            {"smooth", [&] { OnBnClickedButtonSmooth(); }},
+            {"undo", [&] { OnBnClickedButtonUndo(); }},
+            {"redo", [&] { OnBnClickedButtonRedo(); }},
+            {"next", [&] { OnBnClickedButtonKeynext(); }},
+            {"revert", [&] { OnBnClickedButtonRevert(); }},
+            {"destroy", [&] { DestroyWindow(); }},
+            {"orphan", [&] { delete parent; }},
+            {"quit", [] { QCoreApplication::exit(); }},
+            {"blind", [&] { host->reads = 0; }},
+            {"seeing", [&] { host->reads = 1; }},
+        };
+        const QPointer<Dialog> open(this);
+        for (const QString& step : QString::fromLatin1(steps).split(u' ')) {
+            if (!open)
+                return;
+            if (const auto word = words.find(step); word != words.end())
+                word->second();
+            else if (step[0] == u'=')
+                EndDialog(step.mid(1).toInt());
+            else
+                QTest::mouseClick(GetDlgItem(step.toUInt()), Qt::LeftButton);
+        }
     }
 };
 
-// What a person does, step by step.
-using Act = std::function<void(Dialog&)>;
-
-Act Click(UINT id)
+/// Opens the dialog in an application that runs, acts and lets what is queued come through.
+int OpenWith(Dialog& dialog, const std::function<void()>& act)
 {
-    return [id](Dialog& dialog) { QTest::mouseClick(dialog.GetDlgItem(id), Qt::LeftButton); };
-}
-
-Act Key(Qt::Key key)
-{
-    return [key](Dialog& dialog) { QTest::keyClick(dialog.GetCurveWnd(), key); };
-}
-
-void Press(Dialog& dialog)
-{
-    dialog.Mouse(QEvent::MouseButtonPress, {});
-}
-
-void Move(Dialog& dialog)
-{
-    dialog.Mouse(QEvent::MouseMove, {40, -50});
-}
-
-void Drag(Dialog& dialog)
-{
-    Press(dialog);
-    Move(dialog);
-}
-
-void Drop(Dialog& dialog)
-{
-    dialog.Mouse(QEvent::MouseButtonRelease, {40, -50});
-}
-
-void Close(Dialog& dialog)
-{
-    dialog.close();
-}
-
-/// Opens the dialog, acts and lets what is queued come through.
-int OpenWith(Dialog& dialog, const std::vector<Act>& acts)
-{
-    QTimer::singleShot(0, &dialog, [&] {
-        const QPointer<Dialog> open(&dialog);
-        for (const Act& act : acts) {
-            if (open)
-                act(dialog);
-        }
+    int result = 0;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, &dialog, act);
+        result = dialog.DoModal();
+        QCoreApplication::exit();
     });
-    const int result = dialog.DoModal();
+    QCoreApplication::exec();
     QCoreApplication::processEvents();
     return result;
 }
@@ -156,9 +165,13 @@ struct Curve
     int Read(CKvParamBezierInfo& info) { return info.GetCurve(points, minimum, maximum, lock, kind); }
 };
 
-double Ulp(double value)
+/// 4 units in the last place of the largest coordinate.
+double Tolerance(const double points[8])
 {
-    return std::nextafter(std::abs(value), INFINITY) - std::abs(value);
+    double largest = 0;
+    for (int i = 0; i < 8; ++i)
+        largest = std::max(largest, std::abs(points[i]));
+    return 4 * (std::nextafter(largest, INFINITY) - largest);
 }
 
 TEST(EaseInfo, ConversionsAreInverses)
@@ -172,27 +185,28 @@ TEST(EaseInfo, ConversionsAreInverses)
     const auto number = [&] { return mantissa(random) * std::pow(10, exponent(random)); };
     for (int round = 0; round < 5000; ++round) {
         const double start = number();
-        const SKvParamEaseData read{4,        fraction(random),
-                                    number(), fraction(random),
-                                    number(), start,
-                                    number(), start + std::abs(number()),
-                                    number(), -7,
-                                    9,        1};
+        const double end = start + std::abs(number());
+        const SKvParamEaseData read{
+            4, fraction(random), number(), fraction(random), number(), start, number(), end, number(), -7, 9,
+            1};
         host.ease = read;
         Curve curve;
         ASSERT_TRUE(curve.Read(info) && info.SetCurve(curve.points, curve.lock, curve.kind));
-        const double largest = std::abs(*std::max_element(
-            curve.points, curve.points + 8, [](double a, double b) { return std::abs(a) < std::abs(b); }));
-        const double most = 4 * Ulp(largest);
+        const double most = Tolerance(curve.points);
         const SKvParamEaseData& back = host.written;
-        const double width = read.endX - read.startX;
+        const double width = end - start;
         ASSERT_LE(std::abs(width * (back.outTangentX - read.outTangentX)), most) << round;
         ASSERT_LE(std::abs(width * (back.inTangentX - read.inTangentX)), most) << round;
         ASSERT_LE(std::abs(back.outTangentY - read.outTangentY), most) << round;
         ASSERT_LE(std::abs(back.inTangentY - read.inTangentY), most) << round;
-        ASSERT_TRUE(back.startX == read.startX && back.startY == read.startY && back.endX == read.endX &&
+        ASSERT_TRUE(back.startX == start && back.startY == read.startY && back.endX == end &&
                     back.endY == read.endY && back.minimum == -7 && back.maximum == 9 && back.lock == 1 &&
                     back.kind == 4);
+
+        const double points[8] = {start, number(), number(), number(), number(), number(), end, number()};
+        ASSERT_TRUE(info.SetCurve(points, 0, 2) && curve.Read(info));
+        for (int i = 0; i < 8; ++i)
+            ASSERT_LE(std::abs(curve.points[i] - points[i]), Tolerance(points)) << round << ' ' << i;
     }
 }
 
@@ -229,11 +243,15 @@ TEST(EaseInfo, WritesWholeRecordsAndAsksForPresets)
             EXPECT_EQ(info.IsModified(), 1);
         }
         EXPECT_EQ(info.ApplyLinear(), 1);
+        host.ease.maximum = 9;
+        curve.Read(info);
         host.reads = 0;
         EXPECT_EQ(curve.Read(info), 0);
+        info.SetCurve(flat, 0, 4);
+        EXPECT_EQ(host.written.maximum, 1) << "not that of the segment before";
     }
     EXPECT_EQ(host.log.join(u' '),
-              QStringLiteral("Register Get Set4 Set2 Get Set3 Get Set5 Get Set1 Get Unregister"));
+              QStringLiteral("Register Get Set4 Set2 Get Set3 Get Set5 Get Set1 Get Set4 Unregister"));
 
     CKvParamBezierInfo nobody(nullptr, nullptr, nullptr);
     double points[8] = {};
@@ -245,62 +263,59 @@ TEST(EaseInfo, WritesWholeRecordsAndAsksForPresets)
 
 TEST(EaseDialog, EachOpeningIsOneTransaction)
 {
-    struct Row
+    const struct
     {
         const char* name;
-        std::vector<Act> acts;
+        const char* steps;
         int result;
-        const char* log;
+        const char* log; // after "Begin Get "
+        int reads = 1;
+    } rows[] = {
+        {"OK, nothing done", "1", 1, "Cancel"},
+        {"OK after undoing all", "12090 undo 1", 1, "Set1 Set4 Commit"},
+        {"Cancel", "12092 smooth undo redo revert 2", 2, "Set3 Get Set5 Get Set3 Set5 Set4 Cancel"},
+        {"a click on a handle writes nothing", "press drop 1", 1, "Cancel"},
+        {"Enter after a drag", "drag drop enter", 1, "Set4 Commit"},
+        {"OK in a drag", "drag ok drop", 1, "Set4 Commit"},
+        {"closed in a drag", "drag close drop", 2, "Set4 Cancel"},
+        {"the application ends in a drag", "drag quit", 2, "Set4 Cancel"},
+        {"the parent dies in a drag", "drag orphan close", 2, "Set4 Cancel"},
+        {"Escape ends the drag first", "drag esc open drop esc", 2, "Set4 Cancel"},
+        {"closed while digits wait", "pgdn 0.5 close", 2, "Cancel"},
+        {"steps to other segments", "12093 12094 close", 2, "Prev Get Next Get Cancel"},
+        {"initialised again, destroyed", "init destroy", 2, "Cancel"},
+        {"the host's OK", "12091 =1", 1, "Set2 Get Commit"},
+        {"a result of the host's own", "12091 =77", 77, "Set2 Get Cancel"},
+        {"Cancel, then everything else", "12091 cancel ok =1 smooth next", 2, "Set2 Get Cancel"},
+        {"OK, then Cancel", "12091 ok cancel =2", 1, "Set2 Get Commit"},
+        {"nothing to read, then a segment", "drag drop 12091 pgdn up revert seeing 12094 12091 1", 1,
+         "Next Get Set2 Get Commit", 0},
+        {"a segment, then nothing to read", "12095 blind 12093 drag drop 12090 undo revert 1", 1,
+         "Set5 Get Prev Get Commit"},
     };
-    const Act type = [](Dialog& dialog) { QTest::keyClicks(dialog.GetCurveWnd(), QStringLiteral("0.5")); };
-    const Act isOpen = [](Dialog& dialog) { EXPECT_TRUE(dialog.isVisible()); };
-    const Row rows[] = {
-        {"OK, nothing done", {Click(IDOK)}, IDOK, "Begin Get Cancel"},
-        {"OK after a preset", {Click(12091), Click(IDOK)}, IDOK, "Begin Get Set2 Get Commit"},
-        {"OK after undoing all",
-         {Click(12090), &Dialog::OnBnClickedButtonUndo, Click(IDOK)},
-         IDOK,
-         "Begin Get Set1 Set4 Commit"},
-        {"Cancel after presets, undo, redo and reset",
-         {&Dialog::OnBnClickedButtonSpeeddown, &Dialog::OnBnClickedButtonSmooth,
-          &Dialog::OnBnClickedButtonUndo, &Dialog::OnBnClickedButtonRedo, &Dialog::OnBnClickedButtonRevert,
-          Click(IDCANCEL)},
-         IDCANCEL,
-         "Begin Get Set3 Get Set5 Get Set3 Set5 Set4 Cancel"},
-        {"a click on a handle writes nothing", {Press, Drop, Click(IDOK)}, IDOK, "Begin Get Cancel"},
-        {"Enter after a drag", {Drag, Drop, Key(Qt::Key_Return)}, IDOK, "Begin Get Set4 Commit"},
-        {"OK in a drag", {Drag, &Dialog::OnOK, Move, Drop}, IDOK, "Begin Get Set4 Commit"},
-        {"closed in a drag", {Drag, Close, Move, Drop}, IDCANCEL, "Begin Get Set4 Cancel"},
-        {"Escape ends the drag first",
-         {Drag, Key(Qt::Key_Escape), isOpen, Drop, Key(Qt::Key_Escape)},
-         IDCANCEL,
-         "Begin Get Set4 Cancel"},
-        {"closed while digits wait", {Key(Qt::Key_PageDown), type, Close}, IDCANCEL, "Begin Get Cancel"},
-        {"steps to other segments",
-         {Click(12093), Click(12094), Close},
-         IDCANCEL,
-         "Begin Get Prev Get Next Get Cancel"},
-        {"destroyed", {&Dialog::DestroyWindow}, IDCANCEL, "Begin Get Cancel"},
-        {"ended by the host", {[](Dialog& dialog) { dialog.EndDialog(IDOK); }}, IDOK, "Begin Get Cancel"},
-        {"used after the end",
-         {&Dialog::OnOK, &Dialog::OnBnClickedButtonSmooth, &Dialog::OnBnClickedButtonKeynext,
-          &Dialog::OnCancel},
-         IDOK,
-         "Begin Get Cancel"},
-    };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         Host host;
         {
-            Dialog dialog(&host);
-            EXPECT_EQ(host.log, QStringList{"Register"});
-            for (int opening = 0; opening < 2; ++opening) {
+            Dialog dialog(&host, new QWidget);
+            host.on["Commit#1"] = [&] { dialog.OnCancel(); }; // too late
+            for (const bool isModal : {true, true, false}) {
                 host.log.clear();
+                host.calls.clear();
                 host.ease = kEase;
-                EXPECT_EQ(OpenWith(dialog, row.acts), row.result);
-                EXPECT_EQ(host.log.join(u' ').toStdString(), row.log) << "opening " << opening;
+                host.reads = row.reads;
+                if (isModal) {
+                    EXPECT_EQ(OpenWith(dialog, [&] { dialog.Run(row.steps); }), row.result);
+                } else {
+                    dialog.Create(12016, dialog.parent);
+                    dialog.show();
+                    dialog.Run(row.steps);
+                    dialog.DestroyWindow(); // after what ends `DoModal` alone
+                }
+                EXPECT_EQ(host.log.join(u' ').toStdString(), std::string("Begin Get ") + row.log) << isModal;
                 EXPECT_FALSE(dialog.GetCurveWnd() || dialog.IsCreated());
             }
+            delete dialog.parent;
         }
         EXPECT_EQ(host.log.back(), QStringLiteral("Unregister"));
     }
@@ -311,30 +326,30 @@ TEST(EaseDialog, ButtonsFollowHistoryAndSegments)
     Host host;
     Dialog dialog(&host);
     const auto expect = [&](const char* when, const char* enabled) {
+        QTest::keyClick(&dialog, Qt::Key_F5);
         QCoreApplication::processEvents();
         QString found;
         for (const auto& [id, letter] : {std::pair(12077u, 'U'), {12079u, 'R'}, {12093u, '<'}, {12094u, '>'}})
-            found += dialog.IsEnabled(id) ? QLatin1Char(letter) : QLatin1Char('-');
+            found += QLatin1Char(dialog.GetDlgItem(id)->isEnabled() ? letter : '-');
         EXPECT_EQ(found, QLatin1String(enabled)) << when;
     };
-    const auto act = [&](Dialog&) {
+    const auto act = [&] {
         EXPECT_EQ(dialog.focusWidget(), dialog.GetCurveWnd());
         expect("opened", "--<>");
-        Click(12095)(dialog);
+        dialog.Run("12095");
         expect("preset", "U-<>");
         QTest::keyClick(dialog.GetDlgItem(12095), Qt::Key_Z, Qt::ControlModifier);
         expect("undone from a button", "-R<>");
         QTest::keyClick(dialog.GetDlgItem(12095), Qt::Key_Y, Qt::ControlModifier);
         host.goes = 0;
         host.log.clear();
-        Click(12094)(dialog);
+        dialog.Run("12094");
         EXPECT_EQ(host.log, QStringList{"Next"}) << "refused, so nothing is loaded";
         expect("redone", "U-<>");
         host.goes = 1;
-        Click(12094)(dialog);
+        dialog.Run("12094");
         expect("another segment's history", "--<>");
         host.canGo = 0;
-        QTest::keyClick(&dialog, Qt::Key_F5);
         expect("the only segment", "----");
         host.log.clear();
         dialog.OnBnClickedButtonKeyprev();
@@ -342,44 +357,42 @@ TEST(EaseDialog, ButtonsFollowHistoryAndSegments)
 
         host.canGo = 1;
         delete dialog.GetCurveWnd();
-        QTest::keyClick(&dialog, Qt::Key_F5);
         expect("no window", "----");
         for (UINT id = 12077; id <= 12095; ++id)
             KvSendMessage(&dialog, WM_COMMAND, MAKEWPARAM(id, 0), 0);
         EXPECT_TRUE(host.log.isEmpty());
+        dialog.OnOK();
     };
-    EXPECT_EQ(OpenWith(dialog, {act, &Dialog::OnOK}), IDOK);
-}
+    EXPECT_EQ(OpenWith(dialog, act), IDOK);
 
-TEST(EaseDialog, WithoutAHostShowsTheDefaultCurve)
-{
-    Dialog dialog(nullptr);
-    const auto look = [](Dialog& open) {
-        ASSERT_NE(open.GetCurveWnd(), nullptr);
-        EXPECT_EQ(open.GetDlgItem(12088), open.GetCurveWnd());
-        EXPECT_TRUE(open.GetCurveWnd()->isVisible());
-        EXPECT_FALSE(open.IsEnabled(12077) || open.IsEnabled(12079) || open.IsEnabled(12093) ||
-                     open.IsEnabled(12094) || open.GetCurveWnd()->CanUndo());
+    Dialog nobody(nullptr);
+    const auto look = [&] {
+        nobody.Run("12090 12093 drag drop");
+        EXPECT_TRUE(nobody.GetCurveWnd()->isVisible() && !nobody.GetCurveWnd()->CanUndo());
+        EXPECT_FALSE(nobody.GetDlgItem(12077)->isEnabled() || nobody.GetDlgItem(12094)->isEnabled());
+        nobody.Run("1");
     };
-    EXPECT_EQ(OpenWith(dialog, {look, Click(12090), Click(12093), Drag, Drop, look, Click(IDOK)}), IDOK);
+    EXPECT_EQ(OpenWith(nobody, look), IDOK);
 }
 
 TEST(EaseDialog, HostMayDeleteItInAnyCall)
 {
-    for (const char* call : {"Begin", "Get", "Next", "Set4", "Set1", "Set2", "Commit", "Cancel"}) {
+    for (const char* call :
+         {"Begin#1", "Get#1", "Can#1", "Can#2", "Next#1", "Get#2", "Set4#1", "Set4#2", "Set1#1", "Set2#1",
+          "Get#3", "Set3#1", "Set5#1", "Prev#1", "Commit#1", "Cancel#1"}) {
         SCOPED_TRACE(call);
         Host host;
         QPointer<Dialog> dialog = new Dialog(&host);
-        host.on[QLatin1String(call)] = [&] {
-            host.on.clear();
-            delete dialog;
-        };
-        const bool cancels = QLatin1String(call) == QLatin1String("Cancel");
-        OpenWith(*dialog,
-                 {Click(12094), Drag, Drop, Click(12090), Click(12091), Click(cancels ? IDCANCEL : IDOK)});
+        host.on[QLatin1String(call)] = [&] { delete dialog; };
+        const int result = OpenWith(*dialog, [&] {
+            dialog->Run("12094 drag drop undo 12090 12091 12092 12095 12093");
+            if (dialog)
+                dialog->Run(QLatin1String(call) == QLatin1String("Cancel#1") ? "2" : "1");
+        });
         EXPECT_FALSE(dialog);
         EXPECT_EQ(host.log.back(), QStringLiteral("Unregister"));
         EXPECT_EQ(host.log.count("Commit") + host.log.count("Cancel"), 1) << qPrintable(host.log.join(u' '));
+        EXPECT_EQ(result == IDOK, host.log.contains("Commit"));
     }
 }
 

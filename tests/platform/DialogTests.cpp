@@ -3,15 +3,18 @@
 #include "KvDialog.h"
 #include "KvGuiRes.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QApplication>
 #include <QFile>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -49,6 +52,7 @@ public:
         heard += QStringLiteral("cancel ");
         CKvDialog::OnCancel();
     }
+    void OnAnswer(int result) override { heard += QStringLiteral("=%1 ").arg(result); }
     LRESULT OnKickIdle(WPARAM, LPARAM count) override { return onIdle ? onIdle(count) : 0; }
 
     void OnCmdUpdateUI(CCmdUI* command) override
@@ -125,8 +129,7 @@ TEST(DialogTemplate, TextsNamesAndTabOrder)
     const QRect place = dialog.GetDlgItem(12088)->geometry();
     EXPECT_EQ(dialog.ReplaceDlgItem(12088, curve), 1);
     EXPECT_EQ(dialog.ReplaceDlgItem(12, curve), 0);
-    EXPECT_EQ(dialog.GetDlgItem(12088), curve);
-    EXPECT_EQ(curve->geometry(), place);
+    EXPECT_TRUE(dialog.GetDlgItem(12088) == curve && curve->geometry() == place);
 
     QStringList texts;
     QWidget* control = curve;
@@ -138,86 +141,113 @@ TEST(DialogTemplate, TextsNamesAndTabOrder)
                                "Ease in out", "|<",   ">|",    "OK!",    "Cancel"};
     EXPECT_EQ(texts, expected);
     EXPECT_EQ(dialog.findChildren<QLabel*>().size(), 1) << "the placeholder is gone";
-
-    const auto name = [&](UINT id) {
-        return QAccessible::queryAccessibleInterface(dialog.GetDlgItem(id))->text(QAccessible::Name);
-    };
-    EXPECT_EQ(name(12093), QStringLiteral("Previous key"));
-    EXPECT_EQ(name(12094), QStringLiteral("Next key"));
-    EXPECT_EQ(name(12091), QStringLiteral("Speed Up"));
     EXPECT_EQ(dialog.GetDlgItem(12091)->toolTip(), QStringLiteral("Begin slowly, end fast"));
 }
 
-TEST(DialogTemplate, TranslationReachesAnOpenDialogAndFallsBack)
+TEST(DialogTemplate, TranslationReachesAnOpenDialogAndLosesNoText)
 {
     QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("texts.ini")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[Dialogs]\n12016.0=Kurve\n12016.12077=Zurück\n12016.65535=Mausrad\n12016.12093=Zurück\n"
-               "[Tips]\n12093=Voriger Schlüssel\n");
-    file.close();
+    const auto translate = [&](const QString& name, const QString& texts) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(texts.toUtf8()) > 0);
+        file.close();
+        EXPECT_EQ(KvGuiRes::SetStringFile(KvFromQString(file.fileName()).c_str()), 1);
+    };
     Dialog dialog;
     dialog.Create(kEaseDialog, nullptr);
     const auto text = [&](UINT id) { return qobject_cast<QPushButton*>(dialog.GetDlgItem(id))->text(); };
-    ASSERT_EQ(KvGuiRes::SetStringFile(KvFromQString(file.fileName()).c_str()), 1);
+    const auto name = [&](UINT id) {
+        return QAccessible::queryAccessibleInterface(dialog.GetDlgItem(id))->text(QAccessible::Name);
+    };
+    const auto tip = [&](UINT id) {
+        QHelpEvent event(QEvent::ToolTip, {1, 1}, {1, 1});
+        QApplication::sendEvent(dialog.GetDlgItem(id), &event);
+        return event.isAccepted() ? QToolTip::text() : QString();
+    };
+    EXPECT_TRUE(name(12093) == "Previous key" && name(12094) == "Next key" && name(12091) == "Speed Up");
+    EXPECT_TRUE(tip(12091) == "Begin slowly, end fast" && tip(kHint).isEmpty()) << "all of it can be read";
+
+    const QString slow = QStringLiteral("&Langsam los, dann immer schneller");
+    const QString hint = QStringLiteral("Mausrad oder mittlere Taste: senkrecht zoomen. ").repeated(4);
+    const QString file = QStringLiteral("[Dialogs]\n12016.0=Kurve\n12016.12093=Zurück\n12016.12091=%1\n"
+                                        "12016.65535=%2\n[Tips]\n12093=Voriger Schlüssel\n");
+    translate(QStringLiteral("texts.ini"), file.arg(slow, hint));
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Kurve"));
-    EXPECT_EQ(text(12077), QStringLiteral("Zurück"));
     EXPECT_EQ(text(12079), QStringLiteral("Redo")) << "not translated";
-    EXPECT_EQ(qobject_cast<QLabel*>(dialog.GetDlgItem(kHint))->text(), QStringLiteral("Mausrad"));
-    EXPECT_EQ(dialog.GetDlgItem(12093)->accessibleName(), QString()) << "it has words of its own";
-    EXPECT_EQ(dialog.GetDlgItem(12093)->toolTip(), QStringLiteral("Voriger Schlüssel"));
+    EXPECT_TRUE(name(12093) == QStringLiteral("Zurück") && tip(12093).contains("Voriger Schlüssel"));
+    EXPECT_EQ(name(12091), slow.mid(1));
+    EXPECT_TRUE(tip(12091).contains(slow.mid(1)) && tip(12091).contains("Begin slowly, end fast"));
+    EXPECT_TRUE(tip(kHint).contains(hint.trimmed()));
+    const QImage cut = dialog.grab().toImage();
+    translate(QStringLiteral("longer.ini"), file.arg(slow + slow.mid(1), hint + hint));
+    EXPECT_EQ(dialog.grab().toImage(), cut) << "the end is cut, not both ends";
     KvGuiRes::SetStringFile(nullptr);
-    EXPECT_EQ(text(12077), QStringLiteral("Undo"));
+    EXPECT_EQ(text(12091), QStringLiteral("Speed Up"));
 }
 
 TEST(DialogLife, EndsAsItWasEnded)
 {
-    struct Row
-    {
-        const char* name;
-        std::function<void(Dialog&)> act;
-        int result;
-        const char* heard;
-    };
-    const auto key = [](Qt::Key which) {
-        return [which](Dialog& dialog) { QTest::keyClick(&dialog, which); };
-    };
-    const auto click = [](UINT id) {
-        return [id](Dialog& dialog) { QTest::mouseClick(dialog.GetDlgItem(id), Qt::LeftButton); };
-    };
-    const auto enterOn = [](UINT id) {
-        return [id](Dialog& dialog) {
+    using Act = std::function<void(Dialog&)>;
+    const auto key = [](UINT id, Qt::Key which) -> Act {
+        return [=](Dialog& dialog) {
             dialog.GetDlgItem(id)->setFocus();
-            QTest::keyClick(dialog.GetDlgItem(id), Qt::Key_Return);
+            QTest::keyClick(dialog.GetDlgItem(id), which);
         };
     };
-    const Row rows[] = {
-        {"OK", click(IDOK), IDOK, "init ok "},
-        {"Cancel", click(IDCANCEL), IDCANCEL, "init cancel "},
-        {"Enter", key(Qt::Key_Return), IDOK, "init ok "},
-        {"Enter of the keypad", key(Qt::Key_Enter), IDOK, "init ok "},
-        {"Enter after a click on another button", enterOn(12090), IDOK, "init ok "},
-        {"Enter on Cancel", enterOn(IDCANCEL), IDCANCEL, "init cancel "},
-        {"Escape", key(Qt::Key_Escape), IDCANCEL, "init cancel "},
-        {"close box", [](Dialog& dialog) { dialog.close(); }, IDCANCEL, "init cancel "},
-        {"message", [](Dialog& dialog) { KvSendMessage(&dialog, WM_CLOSE, 0, 0); }, IDCANCEL, "init cancel "},
-        {"own result", [](Dialog& dialog) { dialog.EndDialog(77); }, 77, "init "},
-        {"destroyed", [](Dialog& dialog) { dialog.DestroyWindow(); }, IDCANCEL, "init "},
-        {"hidden", [](Dialog& dialog) { dialog.hide(); }, IDCANCEL, "init cancel "},
+    const auto click = [](UINT id) -> Act {
+        return [id](Dialog& dialog) { QTest::mouseClick(dialog.GetDlgItem(id), Qt::LeftButton); };
     };
-    for (const Row& row : rows) {
+    const Act answers = [](Dialog& dialog) {
+        dialog.EndDialog(5), dialog.OnOK(), dialog.EndDialog(IDCANCEL);
+    };
+    const Act opensAgain = [](Dialog& dialog) {
+        dialog.DestroyWindow();
+        EXPECT_TRUE(dialog.DoModal() == -1 && dialog.Create(kEaseDialog, nullptr) == 0);
+    };
+    const struct
+    {
+        const char* name;
+        Act act;
+        int result;
+        const char* heard;
+    } rows[] = {
+        {"OK", click(IDOK), IDOK, "init ok =1 "},
+        {"Cancel", click(IDCANCEL), IDCANCEL, "init cancel =2 "},
+        {"Enter of the keypad", key(IDOK, Qt::Key_Enter), IDOK, "init ok =1 "},
+        {"Enter on another button", key(12090, Qt::Key_Return), IDOK, "init ok =1 "},
+        {"Enter on Cancel", key(IDCANCEL, Qt::Key_Return), IDOK, "init ok =1 "},
+        {"Space on Cancel", key(IDCANCEL, Qt::Key_Space), IDCANCEL, "init cancel =2 "},
+        {"Escape", key(IDOK, Qt::Key_Escape), IDCANCEL, "init cancel =2 "},
+        {"close box", &Dialog::close, IDCANCEL, "init cancel =2 "},
+        {"message", [](Dialog& dialog) { KvSendMessage(&dialog, WM_CLOSE, 0, 0); }, 2, "init cancel =2 "},
+        {"the first answer counts", answers, 5, "init =5 ok "},
+        {"destroyed", &Dialog::DestroyWindow, IDCANCEL, "init =2 "},
+        {"opened again by a handler", opensAgain, IDCANCEL, "init =2 "},
+        {"hidden", &Dialog::hide, IDCANCEL, "init cancel =2 "},
+        {"the application ends", [](Dialog&) { QCoreApplication::exit(); }, IDCANCEL, "init cancel =2 "},
+    };
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         QWidget parent;
         parent.show();
         Dialog dialog(&parent);
+        int finished = -1;
+        QObject::connect(&dialog, &QDialog::finished, [&](int result) { finished = result; });
         for (int opening = 0; opening < 2; ++opening) {
             dialog.heard.clear();
+            int result = -1;
             QTimer::singleShot(0, [&] {
-                EXPECT_TRUE(dialog.isVisible() && dialog.isModal());
-                EXPECT_EQ(dialog.DoModal(), -1) << "it is open already";
-                row.act(dialog);
+                QTimer::singleShot(0, [&] {
+                    EXPECT_TRUE(dialog.isVisible() && dialog.isModal() && dialog.DoModal() == -1);
+                    row.act(dialog);
+                });
+                result = opening ? dialog.exec() : dialog.DoModal();
+                QCoreApplication::exit();
             });
-            EXPECT_EQ(dialog.DoModal(), row.result);
+            QCoreApplication::exec();
+            const int toolkits = row.result == IDCANCEL ? 0 : row.result;
+            EXPECT_EQ(result, opening ? toolkits : row.result);
+            EXPECT_EQ(finished, dialog.heard == "init =2 " ? -1 : toolkits);
             EXPECT_EQ(dialog.heard, QLatin1String(row.heard));
             EXPECT_FALSE(dialog.isVisible() || dialog.IsCreated() || dialog.GetDlgItem(IDOK));
         }
@@ -225,22 +255,8 @@ TEST(DialogLife, EndsAsItWasEnded)
     Dialog ended;
     ended.onInit = [&] { ended.EndDialog(5); };
     EXPECT_EQ(ended.DoModal(), 5) << "before it was shown";
+    EXPECT_EQ(ended.Create(kEaseDialog, nullptr), 0);
     EXPECT_EQ(CKvDialog(1).DoModal(), -1) << "no such template";
-    EXPECT_EQ(Dialog().Create(1, nullptr), 0);
-}
-
-TEST(DialogLife, IsCancelledWhenTheApplicationEnds)
-{
-    Dialog dialog;
-    int result = 0;
-    QTimer::singleShot(0, [&] {
-        QTimer::singleShot(0, [] { QCoreApplication::exit(3); });
-        result = dialog.DoModal();
-    });
-    EXPECT_EQ(QCoreApplication::exec(), 3);
-    EXPECT_EQ(result, IDCANCEL);
-    EXPECT_EQ(dialog.heard, QStringLiteral("init cancel "));
-    EXPECT_FALSE(dialog.isVisible());
 }
 
 TEST(DialogLife, DialogOrParentMayDieInAHandler)
@@ -255,20 +271,23 @@ TEST(DialogLife, DialogOrParentMayDieInAHandler)
         EXPECT_EQ(dialog->DoModal(), IDCANCEL);
         EXPECT_FALSE(dialog);
     }
-    auto* parent = new QWidget;
-    Dialog onStack(parent);
-    QTimer::singleShot(0, [&] { delete parent; });
-    EXPECT_EQ(onStack.DoModal(), IDCANCEL);
-    EXPECT_EQ(onStack.heard, QStringLiteral("init cancel "));
-
-    auto* owner = new QWidget;
-    Dialog modeless;
-    modeless.Create(kEaseDialog, owner);
-    modeless.show();
-    EXPECT_FALSE(modeless.isModal());
-    delete owner;
-    EXPECT_FALSE(modeless.IsCreated());
-    EXPECT_EQ(modeless.heard, QStringLiteral("init cancel "));
+    for (const bool isModal : {false, true}) {
+        auto* parent = new QWidget;
+        Dialog dialog(parent);
+        if (isModal) {
+            EXPECT_EQ(dialog.Create(1, nullptr), 0) << "no such template: the parent stays";
+            QTimer::singleShot(0, [&] { delete parent; });
+            EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+        } else {
+            dialog.Create(kEaseDialog, parent);
+            dialog.show();
+            dialog.hide(); // no answer
+            EXPECT_TRUE(dialog.IsCreated() && !dialog.isModal());
+            delete parent;
+        }
+        EXPECT_FALSE(dialog.IsCreated());
+        EXPECT_EQ(dialog.heard, QStringLiteral("init cancel =2 "));
+    }
 }
 
 TEST(DialogIdle, KicksAfterEventsCountsAndComesToRest)
@@ -294,10 +313,25 @@ TEST(DialogIdle, KicksAfterEventsCountsAndComesToRest)
     EXPECT_EQ(std::vector(counts.begin(), counts.begin() + 4), (std::vector<LPARAM>{0, 1, 2, 3}));
     EXPECT_LT(counts.size(), 150u) << "kicking is no reason to kick";
 
+    struct Tick : QObject
+    {
+        int interval = 0; // of the timer that woke the application
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            const auto* dispatcher = QAbstractEventDispatcher::instance();
+            if (event->type() == QEvent::Timer) {
+                for (const auto& timer : dispatcher->registeredTimers(watched))
+                    interval = timer.interval;
+            }
+            return false;
+        }
+    } tick;
+    qApp->installEventFilter(&tick);
     counts.clear();
     while (counts.size() < 4) // no event but the tick
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     EXPECT_EQ(counts.front(), 0);
+    EXPECT_TRUE(tick.interval > 0 && tick.interval * 1.05 <= 100) << "a coarse timer may be 5 % late";
     dialog.onIdle = [&](LPARAM) {
         dialog.DestroyWindow();
         return 1;

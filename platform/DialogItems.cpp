@@ -1,0 +1,144 @@
+#include "platform/DialogItems.h"
+
+#include "KvGuiRes.h"
+
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace kv {
+namespace {
+
+/// Shows the tool tip of a control whose text is cut.
+void TellWhole(const QEvent& event, QString text, QWidget& control)
+{
+    if (!control.toolTip().isEmpty())
+        text += u'\n' + control.toolTip();
+    // As rich text, whose long lines are broken.
+    QToolTip::showText(static_cast<const QHelpEvent&>(event).globalPos(),
+                       Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), &control);
+}
+
+class Button final : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.text = Shown();
+        painter.drawControl(QStyle::CE_PushButton, option);
+    }
+
+    // Enter is the dialog's; some desktops would press with it too.
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            event->ignore();
+        else
+            QPushButton::keyPressEvent(event);
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::ToolTip || Shown() == text())
+            return QPushButton::event(event);
+        static const QRegularExpression mark(QStringLiteral("&(.)")); // of the letter for Alt
+        TellWhole(*event, text().replace(mark, QStringLiteral("\\1")), *this);
+        return true;
+    }
+
+private:
+    QString Shown() const
+    {
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        const int width = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this).width();
+        return fontMetrics().elidedText(text(), Qt::ElideRight, width, Qt::TextShowMnemonic);
+    }
+};
+
+class Label final : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        if (!IsCut()) {
+            QLabel::paintEvent(event);
+            return;
+        }
+        QPainter painter(this);
+        const QRect rect = contentsRect();
+        style()->drawItemText(&painter, rect, static_cast<int>(alignment()), palette(), isEnabled(),
+                              fontMetrics().elidedText(text(), Qt::ElideRight, rect.width()),
+                              foregroundRole());
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::ToolTip || !IsCut())
+            return QLabel::event(event);
+        TellWhole(*event, text(), *this);
+        return true;
+    }
+
+private:
+    bool IsCut() const
+    {
+        const QRect rect = contentsRect();
+        const QRect needed =
+            fontMetrics().boundingRect(rect, static_cast<int>(alignment()) | Qt::TextWordWrap, text());
+        return needed.width() > rect.width() || needed.height() > rect.height();
+    }
+};
+
+} // namespace
+
+std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dialog)
+{
+    if (item.kind == DialogItemKind::Static) {
+        auto label = std::make_unique<Label>(dialog);
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        return label;
+    }
+    auto button = std::make_unique<Button>(dialog);
+    button->setDefault(item.kind == DialogItemKind::DefaultButton);
+    button->setAutoDefault(button->isDefault()); // the focus on another does not change it
+    return button;
+}
+
+void SetDialogTexts(const DialogItem& item, QWidget& control)
+{
+    const QString text = KvToQString(KvGuiRes::LoadDialogText(item.dialog, item.text));
+    if (auto* label = qobject_cast<QLabel*>(&control))
+        label->setText(text);
+    auto* button = qobject_cast<QPushButton*>(&control);
+    if (!button)
+        return;
+    button->setText(text);
+    const QString tip = KvToQString(KvGuiRes::LoadTip(item.id));
+    button->setToolTip(tip);
+    // A sign such as "|<" says nothing when it is read aloud.
+    const bool hasWords =
+        std::any_of(text.begin(), text.end(), [](QChar unit) { return unit.isLetterOrNumber(); });
+    button->setAccessibleName(hasWords ? QString() : tip);
+}
+
+} // namespace kv

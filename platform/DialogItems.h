@@ -1,0 +1,19 @@
+// The controls of dialogs.
+#pragma once
+
+#include "resources/Tables.h"
+
+#include <memory>
+
+class QWidget;
+
+namespace kv {
+
+/// A static text or a button. What does not fit into its place is cut with an ellipsis; then the tool tip
+/// tells it whole.
+std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dialog);
+
+/// Gives a control its text, tip and name from the tables.
+void SetDialogTexts(const DialogItem& item, QWidget& control);
+
+} // namespace kv
