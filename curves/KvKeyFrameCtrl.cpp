@@ -80,6 +80,7 @@ struct CKvKeyFrameCtrl::Impl
 
     explicit Impl(CKvKeyFrameCtrl& owner) : strip(owner) {}
 
+    bool HasButtons() const { return records[kToggle].button != nullptr; }
     void CreateButton(std::size_t place);
     const wchar_t* ImageOf(std::size_t place) const;
     void ShowState(std::size_t place);
@@ -88,19 +89,26 @@ struct CKvKeyFrameCtrl::Impl
     bool IsUsable(std::size_t place) const;
     /// The nearest usable button before (step -1) or after (1) a place; the place itself when there is none.
     std::size_t UsableFrom(std::size_t place, int step) const;
+    /// A usable button other than that one, where Space does the least harm; the toggle when there is none.
+    std::size_t Instead(std::size_t place) const;
     /// Tab finds this button from now on.
     void MakeCurrent(std::size_t place);
     /// Moves the focus, if it is there, off a button that is about to vanish or to be disabled.
-    void Leave(std::size_t place);
+    void Leave(std::size_t place, std::size_t next);
+    /// Tab finds a usable button again, if it did not.
+    void ReviewCurrent();
     /// Whether the strip itself was enabled or disabled since the last call.
     bool OwnStateChanged();
-    void ShowTips();
+    /// Tells `OnEnable` when it was; the strip may be gone then.
+    void HearOwnState();
+    void WatchParent();
 
     CKvKeyFrameCtrl& strip;
     std::array<Record, kButtonCount> records;
     SKvGuiBasicSettings* settings = nullptr;
     bool vertical = false;
     bool enabled = true; ///< the strip itself, whatever its ancestors are
+    QPointer<QWidget> watchedParent;
     std::size_t current = kToggle;
 };
 
@@ -142,11 +150,12 @@ void CKvKeyFrameCtrl::Impl::SetState(std::size_t place, BOOL check)
 
 int CKvKeyFrameCtrl::Impl::EnableButton(std::size_t place, BOOL enable)
 {
-    if (!records[place].button)
+    if (!HasButtons())
         return 0;
     if (!enable)
-        Leave(place);
+        Leave(place, Instead(place));
     records[place].button->setEnabled(enable != 0);
+    ReviewCurrent();
     return 1;
 }
 
@@ -174,17 +183,29 @@ void CKvKeyFrameCtrl::Impl::MakeCurrent(std::size_t place)
     strip.setFocusProxy(records[place].button);
 }
 
-void CKvKeyFrameCtrl::Impl::Leave(std::size_t place)
+std::size_t CKvKeyFrameCtrl::Impl::Instead(std::size_t place) const
 {
-    std::size_t next = UsableFrom(place, -1);
-    if (next == place)
-        next = UsableFrom(place, 1);
-    if (next == place)
-        return;
+    // Whoever steps through the keys by Space is not to remove one, or the whole animation, at the end.
+    for (const std::size_t next : {kPrevious, kNext, kOperator}) {
+        if (next != place && IsUsable(next))
+            return next;
+    }
+    return kToggle;
+}
+
+void CKvKeyFrameCtrl::Impl::Leave(std::size_t place, std::size_t next)
+{
     const CKvBitmapButton* const left = records[place].button;
-    if (strip.window()->focusWidget() == left)
+    if (IsUsable(next) && strip.window()->focusWidget() == left)
         records[next].button->setFocus(left->IsFocusShown() ? Qt::OtherFocusReason : Qt::MouseFocusReason);
     if (current == place)
+        MakeCurrent(next);
+}
+
+void CKvKeyFrameCtrl::Impl::ReviewCurrent()
+{
+    const std::size_t next = Instead(current);
+    if (!IsUsable(current) && IsUsable(next))
         MakeCurrent(next);
 }
 
@@ -194,12 +215,20 @@ bool CKvKeyFrameCtrl::Impl::OwnStateChanged()
     return std::exchange(enabled, now) != now;
 }
 
-void CKvKeyFrameCtrl::Impl::ShowTips()
+void CKvKeyFrameCtrl::Impl::HearOwnState()
 {
-    for (const Record& record : records) {
-        if (record.button)
-            record.button->setToolTip(KvToQString(KvGuiRes::LoadTip(record.button->GetDlgCtrlID())));
-    }
+    if (OwnStateChanged())
+        strip.OnEnable(enabled ? 1 : 0);
+}
+
+// While an ancestor is disabled the toolkit tells the strip nothing; it tells the parent when that ends.
+void CKvKeyFrameCtrl::Impl::WatchParent()
+{
+    if (watchedParent)
+        watchedParent->removeEventFilter(&strip);
+    watchedParent = strip.parentWidget();
+    if (watchedParent)
+        watchedParent->installEventFilter(&strip);
 }
 
 CKvKeyFrameCtrl::CKvKeyFrameCtrl() : m_impl(std::make_unique<Impl>(*this))
@@ -212,7 +241,10 @@ CKvKeyFrameCtrl::~CKvKeyFrameCtrl() = default;
 
 int CKvKeyFrameCtrl::Create(UINT id, CWnd* parent, DWORD style)
 {
-    return CKvStatic::Create(style, parent, id) ? _Initialize() : 0;
+    const int result = CKvStatic::Create(style, parent, id);
+    if (result)
+        _Initialize();
+    return result;
 }
 
 int CKvKeyFrameCtrl::SetVerticle(BOOL vertical)
@@ -225,7 +257,7 @@ int CKvKeyFrameCtrl::SetVerticle(BOOL vertical)
 
 int CKvKeyFrameCtrl::SetToggleCheck(BOOL check)
 {
-    if (!m_impl->records[kToggle].button)
+    if (!m_impl->HasButtons())
         return 0;
     m_impl->SetState(kToggle, check);
     return _ShowKeyFrameControl(check);
@@ -238,7 +270,7 @@ BOOL CKvKeyFrameCtrl::GetToggleCheck() const
 
 int CKvKeyFrameCtrl::SetKeyOperatorCheck(BOOL check)
 {
-    if (!m_impl->records[kOperator].button)
+    if (!m_impl->HasButtons())
         return 0;
     m_impl->SetState(kOperator, check);
     return 1;
@@ -276,8 +308,8 @@ void CKvKeyFrameCtrl::setEnabled(bool enabled)
 {
     const QPointer<CKvKeyFrameCtrl> self(this);
     CKvStatic::setEnabled(enabled);
-    if (self && m_impl->OwnStateChanged())
-        OnEnable(enabled ? 1 : 0);
+    if (self)
+        m_impl->HearOwnState();
 }
 
 void CKvKeyFrameCtrl::setDisabled(bool disabled)
@@ -298,12 +330,9 @@ QSize CKvKeyFrameCtrl::minimumSizeHint() const
 
 int CKvKeyFrameCtrl::_Initialize()
 {
-    if (m_impl->records[kToggle].button)
+    if (m_impl->HasButtons())
         return 0;
-    if (m_impl->vertical)
-        setFixedWidth(kThickness);
-    else
-        setFixedHeight(kThickness);
+    CKvKeyFrameCtrl::OnSize(width(), height());
     for (std::size_t place = 0; place < kButtonCount; ++place)
         m_impl->CreateButton(place);
     m_impl->MakeCurrent(kToggle);
@@ -312,7 +341,7 @@ int CKvKeyFrameCtrl::_Initialize()
 
 int CKvKeyFrameCtrl::_UpdateControl()
 {
-    if (!m_impl->records[kToggle].button)
+    if (!m_impl->HasButtons())
         return 0;
     m_impl->records[kToggle].state = 0; // whatever it was
     for (std::size_t place = 0; place < kButtonCount; ++place)
@@ -322,14 +351,14 @@ int CKvKeyFrameCtrl::_UpdateControl()
 
 int CKvKeyFrameCtrl::_ShowKeyFrameControl(BOOL show)
 {
+    if (!m_impl->HasButtons())
+        return 0;
     for (const std::size_t place : {kPrevious, kOperator, kNext}) {
-        CKvBitmapButton* const button = m_impl->records[place].button;
-        if (!button)
-            return 0;
         if (!show)
-            m_impl->Leave(place);
-        button->setVisible(show != 0);
+            m_impl->Leave(place, kToggle);
+        m_impl->records[place].button->setVisible(show != 0);
     }
+    m_impl->ReviewCurrent();
     return 1;
 }
 
@@ -338,6 +367,19 @@ void CKvKeyFrameCtrl::OnEnable(BOOL enabled)
     for (const Impl::Record& record : m_impl->records) {
         if (record.button)
             record.button->setEnabled(enabled != 0);
+    }
+    m_impl->ReviewCurrent();
+}
+
+void CKvKeyFrameCtrl::OnSize(int, int)
+{
+    // Anew each time: a host may have set a fixed size of its own.
+    if (m_impl->vertical) {
+        setFixedWidth(kThickness);
+        resize(kThickness, height());
+    } else {
+        setFixedHeight(kThickness);
+        resize(width(), kThickness);
     }
 }
 
@@ -364,7 +406,7 @@ BOOL CKvKeyFrameCtrl::OnEraseBkgnd(Graphics& graphics)
 void CKvKeyFrameCtrl::OnBtnClickControl(UINT id)
 {
     QWidget* const parent = parentWidget();
-    if (!parent)
+    if (!parent || !m_impl->HasButtons())
         return;
     EKvKeyFrameCode code = kKvKeyFrameNoButton;
     for (const ButtonKind& kind : kButtons) {
@@ -399,7 +441,7 @@ void CKvKeyFrameCtrl::OnPaint(Graphics& graphics)
 
 BOOL CKvKeyFrameCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
 {
-    if (!IsCreated() || !IsPlain(modifiers))
+    if (!m_impl->HasButtons() || !IsPlain(modifiers))
         return 0;
     if (key == VK_SPACE) {
         m_impl->records[m_impl->current].button->click();
@@ -417,13 +459,16 @@ BOOL CKvKeyFrameCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
 bool CKvKeyFrameCtrl::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT) const
 {
     // After a click with the mouse the arrows are still the host's.
-    return IsCreated() && m_impl->records[m_impl->current].button->IsFocusShown() && IsArrow(key) &&
+    return m_impl->HasButtons() && m_impl->records[m_impl->current].button->IsFocusShown() && IsArrow(key) &&
            IsPlain(modifiers);
 }
 
 void CKvKeyFrameCtrl::OnSkinChanged()
 {
-    m_impl->ShowTips();
+    for (const Impl::Record& record : m_impl->records) {
+        if (record.button)
+            record.button->setToolTip(KvToQString(KvGuiRes::LoadTip(record.button->GetDlgCtrlID())));
+    }
 }
 
 bool CKvKeyFrameCtrl::eventFilter(QObject* watched, QEvent* event)
@@ -434,14 +479,23 @@ bool CKvKeyFrameCtrl::eventFilter(QObject* watched, QEvent* event)
                 m_impl->MakeCurrent(place);
         }
     }
+    if (event->type() == QEvent::EnabledChange && watched == m_impl->watchedParent) {
+        m_impl->HearOwnState();
+        return false;
+    }
     return CKvStatic::eventFilter(watched, event);
 }
 
 void CKvKeyFrameCtrl::changeEvent(QEvent* event)
 {
-    // The toolkit tells of an ancestor's change in the same way.
-    if (event->type() == QEvent::EnabledChange && !m_impl->OwnStateChanged())
-        update();
-    else
-        CKvStatic::changeEvent(event);
+    const QEvent::Type type = event->type();
+    if (type == QEvent::EnabledChange && !m_impl->OwnStateChanged()) {
+        QWidget::changeEvent(event); // an ancestor's change; the base class would take it for the strip's
+        return;
+    }
+    CKvStatic::changeEvent(event);
+    if (type == QEvent::ParentChange) {
+        m_impl->WatchParent();
+        m_impl->HearOwnState();
+    }
 }

@@ -22,7 +22,8 @@ inline constexpr UINT BN_CLICKED = 0;
 /// `<name>` is drawn in the state's look: faint when disabled, on a plate of the colour
 /// "keButtonPressedColor" or "keButtonHoverColor" when pressed or under the pointer. A picture is centred in
 /// its own size, or shrunk when the button is smaller. The focus ring has the colour "keFocusColor"; it shows
-/// once the focus came or worked by key, and only then Space is taken before the host's shortcuts.
+/// unless the focus came by the mouse (so it does after a plain `setFocus()`), or once Space or an arrow was
+/// pressed; only then Space is taken before the host's shortcuts.
 class KV_API CKvBitmapButton : public QAbstractButton, public IKvGuiWnd
 {
     Q_OBJECT

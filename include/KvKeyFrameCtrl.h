@@ -34,7 +34,10 @@ enum EKvKeyFrameCode : std::int32_t
 /// the strip does leaves each button as it was.
 ///
 /// Keyboard: the strip is one stop for Tab; arrows walk the buttons that are shown and enabled and stop at
-/// the ends, Space presses.
+/// the ends, Space presses. The focus shows unless it came by the mouse; so it does after a plain
+/// `setFocus()`. When the parent disables the button that has the focus, the focus goes to the other
+/// navigation button; when that is disabled too, to the add/remove toggle, whose flip a second press takes
+/// back; to the animation toggle only when the key buttons vanish.
 ///
 /// Its background is that of the basic settings, or the theme colour "keKeyFrameBKColor" where the skin has
 /// it; else the parent shows through. A skin's pictures are "animation_chk", "animation_uck", "opkey_chk",
@@ -50,6 +53,8 @@ public:
 
     /// Creates the strip with its buttons at the geometry set before, and from then on 14 pixels thick; the
     /// animation toggle is unchecked, the add/remove toggle checked. A null parent makes a window of its own.
+    /// Another thickness that a host sets afterwards, also as a limit, is undone: at once, or, of a hidden
+    /// strip, when it is shown.
     ///
     /// Mind the order, here and through a pointer to the base class: the number comes first, the style last.
     /// @param style see `CKvWnd::CreateWnd`; Tab reaches the buttons also without WS_TABSTOP.
@@ -74,12 +79,14 @@ public:
     /// Stores the settings and passes them on to every child that takes them.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
-    /// As the toolkit's, but heard by `OnEnable` also while an ancestor is disabled.
-    void setEnabled(bool enabled);
-    void setDisabled(bool disabled);
-
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+public Q_SLOTS:
+    /// As the toolkit's, but `OnEnable` hears of it at once also while an ancestor is disabled. Called as a
+    /// QWidget's it is heard in that case when the ancestor is enabled.
+    void setEnabled(bool enabled);
+    void setDisabled(bool disabled);
 
 Q_SIGNALS:
     /// After each message to the parent. @param code an EKvKeyFrameCode.
@@ -102,6 +109,7 @@ protected:
     /// @param id the button's number.
     virtual void OnBtnClickControl(UINT id);
 
+    void OnSize(int width, int height) override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     void OnPaint(Graphics& graphics) override;
     BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;

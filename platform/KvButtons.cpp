@@ -57,6 +57,11 @@ QRectF OnPixels(const QPainter& painter, const QRectF& rect)
     return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
 }
 
+bool IsArrow(int key)
+{
+    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
 void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& room, qreal opacity = 1)
 {
     QSize size = picture.Size();
@@ -293,23 +298,15 @@ void CKvBitmapButton::paintEvent(QPaintEvent*)
 
 void CKvBitmapButton::keyPressEvent(QKeyEvent* event)
 {
-    m_impl->focusByKey = true;
-    update();
-    switch (event->key()) {
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-        event->ignore(); // the parent knows which way its buttons stand
-        return;
-    case Qt::Key_Space:
-        if (event->isAutoRepeat())
-            return; // goes nowhere: it is the press that is held
-        break;
-    default:
-        break;
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (event->key() == Qt::Key_Space || (plain && IsArrow(event->key()))) {
+        m_impl->focusByKey = true;
+        update();
     }
-    QAbstractButton::keyPressEvent(event);
+    if (IsArrow(event->key()))
+        event->ignore(); // the parent knows which way its buttons stand
+    else if (event->key() != Qt::Key_Space || !event->isAutoRepeat()) // a held press goes nowhere
+        QAbstractButton::keyPressEvent(event);
 }
 
 void CKvBitmapButton::focusInEvent(QFocusEvent* event)

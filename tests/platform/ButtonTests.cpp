@@ -22,11 +22,11 @@ protected:
     {
         Write("skin.ini", "[Colors]\nkeButtonHoverColor=0,0,200,255\nkeButtonPressedColor=200,0,0,255\n"
                           "keFocusColor=0,200,0,255\nkeBack=9,9,9,255\n");
-        for (const auto& [name, colour] : {std::pair("a", "#101010"), std::pair("a_hover", "#202020"),
-                                           std::pair("a_disabled", "#303030"), std::pair("b", "#ffffff")})
-            Write(QByteArray(name) + ".svg", QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='6' "
-                                                        "height='6'><rect width='6' height='6' fill='") +
-                                                 colour + "'/></svg>");
+        const QByteArray picture = "<svg xmlns='http://www.w3.org/2000/svg' width='6' height='6'>"
+                                   "<rect width='6' height='6' fill='#";
+        for (const auto& [name, colour] : {std::pair("a.svg", "101010"), std::pair("a_hover.svg", "202020"),
+                                           std::pair("a_disabled.svg", "303030"), std::pair("b.svg", "fff")})
+            Write(name, picture + colour + "'/></svg>");
         KvGuiRes::SetSkinFolder(KvFromQString(folder.path()).c_str());
         parent.resize(100, 50);
         QPalette palette;
@@ -37,24 +37,12 @@ protected:
         QApplication::setActiveWindow(&parent);
     }
     ~Button() override { KvGuiRes::SetSkinFolder(nullptr); }
-    void Write(const QByteArray& name, const QByteArray& bytes)
+    void Write(const char* name, const QByteArray& bytes)
     {
         QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) > 0);
     }
-    void Focus(Qt::FocusReason reason)
-    {
-        button.clearFocus();
-        button.setFocus(reason);
-    }
-    bool TakesFromShortcuts(Qt::Key key)
-    {
-        QKeyEvent event(QEvent::ShortcutOverride, key, Qt::NoModifier);
-        event.ignore();
-        QApplication::sendEvent(&button, &event);
-        return event.isAccepted();
-    }
+    QColor Pixel(int x) { return parent.grab(button.geometry()).toImage().pixelColor(x, 6); }
 
     QTemporaryDir folder;
     QWidget parent;
@@ -63,14 +51,8 @@ protected:
 
 TEST_F(Button, LooksByStateWithTheSkinsOwnPictureFirst)
 {
-    struct
-    {
-        const char* name;
-        const wchar_t* image;
-        bool hover, down, enabled;
-        int middle;       ///< red
-        const char* side; ///< beside the picture of 6 x 6
-    } const rows[] = {
+    // Hover, down, enabled; the red in the middle; the colour beside the picture of 6 x 6.
+    const std::tuple<const char*, const wchar_t*, bool, bool, bool, int, const char*> rows[] = {
         {"normal", L"b", false, false, true, 0xFF, "#000000"},
         {"hover", L"b", true, false, true, 0xFF, "#0000c8"},
         {"pressed", L"b", true, true, true, 0xFF, "#c80000"},
@@ -80,42 +62,47 @@ TEST_F(Button, LooksByStateWithTheSkinsOwnPictureFirst)
         {"pressed without an own one", L"a", true, true, true, 0x10, "#c80000"},
         {"no picture", L"none", true, false, true, 0, "#0000c8"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(button.UpdateBitmap(row.image), row.image != std::wstring(L"none"));
-        button.setAttribute(Qt::WA_UnderMouse, row.hover);
-        button.setEnabled(row.enabled);
-        button.setDown(row.down);
-        const QImage seen = parent.grab(button.geometry()).toImage();
-        EXPECT_NEAR(seen.pixelColor(6, 6).red(), row.middle, 1) << row.name;
-        EXPECT_EQ(seen.pixelColor(1, 6).name(), row.side) << row.name;
+    for (const auto& [name, image, hover, down, enabled, middle, side] : rows) {
+        EXPECT_EQ(button.UpdateBitmap(image), image != std::wstring(L"none"));
+        button.setAttribute(Qt::WA_UnderMouse, hover);
+        button.setEnabled(enabled);
+        button.setDown(down);
+        EXPECT_NEAR(Pixel(6).red(), middle, 1) << name;
+        EXPECT_EQ(Pixel(1).name(), side) << name;
     }
 }
 
-TEST_F(Button, FocusShowsOnceItComesByKey)
+TEST_F(Button, FocusShowsAndTakesSpaceOnceItComesOrWorksByKey)
 {
-    const auto edge = [&] { return parent.grab(button.geometry()).toImage().pixelColor(0, 6).name(); };
-    Focus(Qt::MouseFocusReason);
-    EXPECT_EQ(edge(), "#000000");
-    EXPECT_FALSE(TakesFromShortcuts(Qt::Key_Space)) << "after a click Space is still the host's";
-    Focus(Qt::TabFocusReason);
-    EXPECT_EQ(edge(), "#00c800");
-    EXPECT_TRUE(TakesFromShortcuts(Qt::Key_Space));
-    EXPECT_FALSE(TakesFromShortcuts(Qt::Key_A));
-    Focus(Qt::MouseFocusReason);
-    QTest::keyClick(&button, Qt::Key_Space);
-    EXPECT_EQ(edge(), "#00c800");
+    constexpr auto kTab = Qt::TabFocusReason, kMouse = Qt::MouseFocusReason, kPlain = Qt::OtherFocusReason;
+    const std::tuple<Qt::FocusReason, Qt::Key, Qt::KeyboardModifiers, bool> rows[] = {
+        {kMouse, Qt::Key_A, Qt::NoModifier, false},     {kTab, Qt::Key_A, Qt::NoModifier, true},
+        {kPlain, Qt::Key_A, Qt::NoModifier, true},      {kMouse, Qt::Key_Space, Qt::NoModifier, true},
+        {kMouse, Qt::Key_Up, Qt::KeypadModifier, true}, {kMouse, Qt::Key_Up, Qt::ControlModifier, false},
+    };
+    for (const auto& [reason, key, modifiers, shown] : rows) {
+        button.clearFocus();
+        button.setFocus(reason);
+        QTest::keyClick(&button, key, modifiers);
+        EXPECT_EQ(Pixel(0).name(), shown ? "#00c800" : "#000000") << reason << ' ' << key;
+        for (const Qt::Key other : {Qt::Key_Space, Qt::Key_A}) {
+            QKeyEvent event(QEvent::ShortcutOverride, other, Qt::NoModifier);
+            event.ignore();
+            QApplication::sendEvent(&button, &event);
+            EXPECT_EQ(event.isAccepted(), shown && other == Qt::Key_Space) << reason << ' ' << key;
+        }
+    }
 }
 
 TEST_F(Button, BackgroundIsTheSettingsOrTheThemesOrTheParents)
 {
-    const auto side = [&] { return parent.grab(button.geometry()).toImage().pixelColor(1, 6).name(); };
     SKvGuiBasicSettings settings{0xFF070707, 0, 0, {}};
     button.SetBackgroundKey(L"keMissing");
-    EXPECT_EQ(side(), "#000000");
+    EXPECT_EQ(Pixel(1).name(), "#000000");
     button.SetBackgroundKey(L"keBack");
-    EXPECT_EQ(side(), "#090909");
+    EXPECT_EQ(Pixel(1).name(), "#090909");
     button.SetGuiBasicSettings(&settings);
-    EXPECT_EQ(side(), "#070707");
+    EXPECT_EQ(Pixel(1).name(), "#070707");
 }
 
 TEST_F(Button, TellsTheParentOfAClickAndLeavesTheCheckToTheOwner)
@@ -128,14 +115,10 @@ TEST_F(Button, TellsTheParentOfAClickAndLeavesTheCheckToTheOwner)
         return 0;
     });
     QAccessibleInterface& access = *QAccessible::queryAccessibleInterface(&button);
-    EXPECT_EQ(access.role(), QAccessible::Button);
-    EXPECT_EQ(access.text(QAccessible::Name), "Tip");
-    EXPECT_EQ(access.text(QAccessible::Description), "");
+    EXPECT_EQ(access.text(QAccessible::Description), "") << "the tool tip is the name";
     button.setCheckable(true);
     button.setChecked(true);
-    EXPECT_EQ(access.role(), QAccessible::CheckBox);
     EXPECT_TRUE(access.state().checked);
-
     QTest::mouseClick(&button, Qt::LeftButton);
     QTest::mouseDClick(&button, Qt::LeftButton); // the second press of a double click
     QTest::mouseRelease(&button, Qt::LeftButton);
