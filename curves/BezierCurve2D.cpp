@@ -51,8 +51,14 @@ public:
 
     int AddToPath(KvBezierPath& path) override
     {
-        for (std::size_t i = 1; i < m_keys.size(); ++i)
-            path.push_back(Segment(m_keys[i - 1], m_keys[i]));
+        const std::size_t before = path.size();
+        try {
+            for (std::size_t i = 1; i < m_keys.size(); ++i)
+                path.push_back(Segment(m_keys[i - 1], m_keys[i]));
+        } catch (const std::bad_alloc&) {
+            path.resize(before);
+            return 0;
+        }
         return 1;
     }
 
@@ -60,7 +66,11 @@ public:
     {
         if (!IsFinite(key))
             return 0;
-        m_keys.push_back(key);
+        try {
+            m_keys.push_back(key);
+        } catch (const std::bad_alloc&) {
+            return 0;
+        }
         m_keys.back().index = GetKeyCount() - 1;
         return 1;
     }

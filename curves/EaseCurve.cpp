@@ -14,12 +14,12 @@ bool IsSingle(double value)
     return std::abs(value) <= Single::max();
 }
 
+} // namespace
+
 bool IsSingle(const SKvCurvePoint& point)
 {
     return IsSingle(point.x) && IsSingle(point.y);
 }
-
-} // namespace
 
 bool IsSize(double value)
 {
@@ -48,8 +48,9 @@ bool IsSensible(const EaseCurve& curve)
         if (!IsSingle(point))
             return false;
     }
-    return IsSingle(curve.OutTangent()) && IsSingle(curve.InTangent()) && IsSingle(curve.minimum) &&
-           IsSingle(curve.maximum) && IsSize(curve.Width()) && IsSize(curve.Span());
+    return IsSingle(curve.OutTangent()) && IsSingle(curve.InTangent()) &&
+           IsSingle(curve[EaseHandle::End] - curve[EaseHandle::Start]) &&
+           IsSingle({curve.minimum, curve.maximum}) && IsSize(curve.Width()) && IsSize(curve.Span());
 }
 
 } // namespace kv

@@ -56,11 +56,14 @@ struct EaseCurve
     double Span() const { return maximum - minimum; }
 };
 
+/// True when both numbers are finite and within single precision.
+bool IsSingle(const SKvCurvePoint& point);
+
 /// True for a width or height that can be divided by: positive and within single precision.
 bool IsSize(double value);
 
 /// True when a curve can be edited: its segment and its range of values have a size, and every number, the
-/// tangents included, is finite and within single precision.
+/// tangents and the way from key to key included, is finite and within single precision.
 bool IsSensible(const EaseCurve& curve);
 
 } // namespace kv

@@ -82,10 +82,10 @@ bool EaseLayout::IsInHandleBox(SKvCurvePoint handle, CPoint pixel)
     return left <= pixel.x && pixel.x < left + kHandleBox && top <= pixel.y && pixel.y < top + kHandleBox;
 }
 
-std::optional<EaseHit> EaseLayout::HitKey(const SKvBezierKey& key, bool hasIn, bool hasOut,
-                                          CPoint pixel) const
+std::optional<EaseHit> EaseLayout::HitKey(const SKvBezierKey& key, SKvCurvePoint origin, bool hasIn,
+                                          bool hasOut, CPoint pixel) const
 {
-    const SKvCurvePoint position{key.x, key.y};
+    const SKvCurvePoint position = origin + SKvCurvePoint{key.x, key.y};
     const SKvCurvePoint at{static_cast<double>(pixel.x), static_cast<double>(pixel.y)};
     const SKvCurvePoint keyPixel = ToPixel(position);
     const SKvCurvePoint inPixel = ToPixel(position + SKvCurvePoint{key.inX, key.inY});
@@ -103,7 +103,7 @@ std::optional<EaseHit> EaseLayout::HitKey(const SKvBezierKey& key, bool hasIn, b
     return std::nullopt;
 }
 
-std::optional<EaseHit> EaseLayout::HitTest(IKvBezierCurve2D& keys, CPoint pixel) const
+std::optional<EaseHit> EaseLayout::HitTest(IKvBezierCurve2D& keys, SKvCurvePoint origin, CPoint pixel) const
 {
     if (!IsMapped())
         return std::nullopt;
@@ -112,7 +112,7 @@ std::optional<EaseHit> EaseLayout::HitTest(IKvBezierCurve2D& keys, CPoint pixel)
         SKvBezierKey key;
         if (keys.GetKey(i, key) == 0)
             continue;
-        if (const auto hit = HitKey(key, i != 0, i != last, pixel))
+        if (const auto hit = HitKey(key, origin, i != 0, i != last, pixel))
             return hit;
     }
     return std::nullopt;

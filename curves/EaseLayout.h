@@ -37,10 +37,12 @@ struct EaseLayout
     /// The box around a handle or key that is hit: half open, 4 pixels to each side.
     static bool IsInHandleBox(SKvCurvePoint handle, CPoint pixel);
     /// In this order, first hit wins: of each key the in handle, out handle, key, in tangent, out tangent.
-    std::optional<EaseHit> HitTest(IKvBezierCurve2D& keys, CPoint pixel) const;
+    /// @param origin is added to the keys.
+    std::optional<EaseHit> HitTest(IKvBezierCurve2D& keys, SKvCurvePoint origin, CPoint pixel) const;
 
 private:
-    std::optional<EaseHit> HitKey(const SKvBezierKey& key, bool hasIn, bool hasOut, CPoint pixel) const;
+    std::optional<EaseHit> HitKey(const SKvBezierKey& key, SKvCurvePoint origin, bool hasIn, bool hasOut,
+                                  CPoint pixel) const;
 };
 
 } // namespace kv

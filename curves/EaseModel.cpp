@@ -90,6 +90,7 @@ struct EaseModel::Impl
     std::unique_ptr<IKvBezierCurve2D, Release> keys = NewKeys();
     EaseCurve loaded;
     EaseCurve curve;
+    SKvCurvePoint origin; ///< of the keys
     bool isEditable = false;
     std::vector<Record> records;
     std::size_t current = 0;
@@ -100,8 +101,11 @@ struct EaseModel::Impl
     bool TryPoints(const EasePoints& points);
     void Push(std::uint32_t kind);
     bool GoTo(std::size_t record);
-    SKvCurvePoint WithinSegment(EaseHandle handle, SKvCurvePoint to) const;
+    bool CanMove(EaseHandle handle) const { return isEditable && !(curve.lock != 0 && IsKey(handle)); }
+    SKvCurvePoint Clamped(EaseHandle handle, SKvCurvePoint to) const;
+    SKvCurvePoint Shortened(EaseHandle handle, SKvCurvePoint to) const;
     SKvCurvePoint AlongGrabbed(EaseHandle handle, SKvCurvePoint to) const;
+    SKvCurvePoint Edited(EaseHandle handle, SKvCurvePoint to) const;
 };
 
 void EaseModel::Impl::SetPoints(const EasePoints& points)
@@ -112,8 +116,9 @@ void EaseModel::Impl::SetPoints(const EasePoints& points)
     for (const int index : {kStartKey, kEndKey}) {
         SKvBezierKey key;
         keys->GetKey(index, key);
-        key.x = Narrowed(curve[places[index]].x);
-        key.y = Narrowed(curve[places[index]].y);
+        const SKvCurvePoint place = curve[places[index]] - origin;
+        key.x = Narrowed(place.x);
+        key.y = Narrowed(place.y);
         (index == kStartKey ? key.outX : key.inX) = Narrowed(tangents[index].x);
         (index == kStartKey ? key.outY : key.inY) = Narrowed(tangents[index].y);
         keys->SetKey(index, key);
@@ -124,7 +129,8 @@ bool EaseModel::Impl::TryPoints(const EasePoints& points)
 {
     EaseCurve next = curve;
     next.points = points;
-    if (!IsSensible(next))
+    if (!IsSensible(next) || !IsSingle(next[EaseHandle::Start] - origin) ||
+        !IsSingle(next[EaseHandle::End] - origin))
         return false;
     SetPoints(points);
     return true;
@@ -148,17 +154,28 @@ bool EaseModel::Impl::GoTo(std::size_t record)
     return true;
 }
 
-// The tangent's side, and at most the segment's width; what is led farther keeps its direction.
-SKvCurvePoint EaseModel::Impl::WithinSegment(EaseHandle handle, SKvCurvePoint to) const
+// x and y each for itself: a key its time and the range of values, a handle the segment and, when locked, the
+// rise.
+SKvCurvePoint EaseModel::Impl::Clamped(EaseHandle handle, SKvCurvePoint to) const
 {
     const SKvCurvePoint& key = curve[KeyOf(handle)];
-    const bool isOut = handle == EaseHandle::Out;
-    const SKvCurvePoint& far = curve[isOut ? EaseHandle::End : EaseHandle::Start];
-    if (isOut ? to.x < key.x : to.x > key.x)
-        return {key.x, to.y};
-    if (isOut ? to.x > far.x : to.x < far.x)
-        return {far.x, key.y + (to.y - key.y) * ((far.x - key.x) / (to.x - key.x))};
+    if (IsKey(handle))
+        return {key.x, std::clamp(to.y, curve.minimum, curve.maximum)};
+    to.x = std::clamp(to.x, curve[EaseHandle::Start].x, curve[EaseHandle::End].x);
+    if (curve.lock != 0) {
+        const bool isOut = handle == EaseHandle::Out;
+        to.y = std::clamp(to.y, isOut ? key.y : key.y - curve.Span(), isOut ? key.y + curve.Span() : key.y);
+    }
     return to;
+}
+
+// A tangent at most as long as the segment is wide, in the same direction.
+SKvCurvePoint EaseModel::Impl::Shortened(EaseHandle handle, SKvCurvePoint to) const
+{
+    const SKvCurvePoint& key = curve[KeyOf(handle)];
+    const SKvCurvePoint& far = curve[handle == EaseHandle::Out ? EaseHandle::End : EaseHandle::Start];
+    const double widths = (to.x - key.x) / (far.x - key.x);
+    return widths > 1 ? SKvCurvePoint{far.x, key.y + (to.y - key.y) / widths} : to;
 }
 
 // The place nearest to `to` on the grabbed tangent's ray, measured in the segment's width and the span of
@@ -178,6 +195,16 @@ SKvCurvePoint EaseModel::Impl::AlongGrabbed(EaseHandle handle, SKvCurvePoint to)
     return {key.x + length * tangent.x, key.y + length * tangent.y};
 }
 
+// What the user did not ask for stays where it is, to the last bit.
+SKvCurvePoint EaseModel::Impl::Edited(EaseHandle handle, SKvCurvePoint to) const
+{
+    const SKvCurvePoint& from = curve[handle];
+    if (!CanMove(handle) || !IsFinite(to))
+        return from;
+    const SKvCurvePoint limited = Clamped(handle, to);
+    return {to.x == from.x ? from.x : limited.x, to.y == from.y ? from.y : limited.y};
+}
+
 EaseModel::EaseModel() : m_impl(std::make_unique<Impl>())
 {
     Load({});
@@ -191,6 +218,7 @@ void EaseModel::Load(const EaseCurve& curve)
     m_impl->records.clear();
     m_impl->loaded = m_impl->curve = curve;
     m_impl->isEditable = IsSensible(curve);
+    m_impl->origin = m_impl->isEditable ? curve[EaseHandle::Start] : SKvCurvePoint{};
     m_impl->keys->Reset();
     m_impl->keys->AddKey({});
     m_impl->keys->AddKey({});
@@ -208,6 +236,13 @@ const EaseCurve& EaseModel::Curve() const
     return m_impl->curve;
 }
 
+EaseCurve EaseModel::Recorded() const
+{
+    EaseCurve curve = m_impl->curve;
+    curve.points = m_impl->records[m_impl->current].points;
+    return curve;
+}
+
 bool EaseModel::IsEditable() const
 {
     return m_impl->isEditable;
@@ -216,6 +251,11 @@ bool EaseModel::IsEditable() const
 IKvBezierCurve2D& EaseModel::Keys()
 {
     return *m_impl->keys;
+}
+
+SKvCurvePoint EaseModel::Origin() const
+{
+    return m_impl->origin;
 }
 
 bool EaseModel::BeginDrag(const EaseHit& hit)
@@ -239,14 +279,18 @@ void EaseModel::DragTo(SKvCurvePoint mouse, bool keepDirection)
     if (!handle)
         return;
     const EasePart part = m_impl->drag->part;
-    if (part == EasePart::InTangent || part == EasePart::OutTangent) {
+    const bool isLine = part == EasePart::InTangent || part == EasePart::OutTangent;
+    const bool isAlong = keepDirection && !IsKey(*handle);
+    if (isLine) {
         const SKvCurvePoint& key = m_impl->curve[KeyOf(*handle)];
         mouse = {key.x + (mouse.x - key.x) / m_impl->drag->t, key.y + (mouse.y - key.y) / m_impl->drag->t};
     }
-    if (keepDirection && !IsKey(*handle))
+    if (isAlong)
         mouse = m_impl->AlongGrabbed(*handle, mouse);
+    if (isLine || isAlong)
+        mouse = m_impl->Shortened(*handle, mouse);
     if (IsFinite(mouse))
-        m_impl->TryPoints(WithPoint(m_impl->grabbed, *handle, Limited(*handle, mouse)).points);
+        m_impl->TryPoints(WithPoint(m_impl->grabbed, *handle, m_impl->Clamped(*handle, mouse)).points);
 }
 
 void EaseModel::EndDrag()
@@ -306,31 +350,14 @@ bool EaseModel::ApplyPreset(std::uint32_t kind, const EasePreset& preset)
     return true;
 }
 
-SKvCurvePoint EaseModel::Limited(EaseHandle handle, SKvCurvePoint to) const
-{
-    const EaseCurve& curve = m_impl->curve;
-    const SKvCurvePoint& from = curve[handle];
-    if (!CanMove(handle) || !IsFinite(to) || IsSame(to, from))
-        return from;
-    if (IsKey(handle))
-        return {from.x, to.y == from.y ? to.y : std::clamp(to.y, curve.minimum, curve.maximum)};
-    SKvCurvePoint place = m_impl->WithinSegment(handle, to);
-    if (curve.lock != 0) {
-        const double y = curve[KeyOf(handle)].y;
-        const bool isOut = handle == EaseHandle::Out;
-        place.y = std::clamp(place.y, isOut ? y : y - curve.Span(), isOut ? y + curve.Span() : y);
-    }
-    return place;
-}
-
 bool EaseModel::CanMove(EaseHandle handle) const
 {
-    return m_impl->isEditable && !(m_impl->curve.lock != 0 && IsKey(handle));
+    return m_impl->CanMove(handle);
 }
 
 bool EaseModel::Move(EaseHandle handle, SKvCurvePoint to)
 {
-    const SKvCurvePoint place = Limited(handle, to);
+    const SKvCurvePoint place = m_impl->Edited(handle, to);
     if (m_impl->drag || IsSame(place, m_impl->curve[handle]))
         return false;
     if (!m_impl->TryPoints(WithPoint(m_impl->curve, handle, place).points))
@@ -342,8 +369,8 @@ bool EaseModel::Move(EaseHandle handle, SKvCurvePoint to)
 bool EaseModel::MoveHandles(SKvCurvePoint out, SKvCurvePoint in)
 {
     EaseCurve next = m_impl->curve;
-    next[EaseHandle::Out] = Limited(EaseHandle::Out, out);
-    next[EaseHandle::In] = Limited(EaseHandle::In, in);
+    next[EaseHandle::Out] = m_impl->Edited(EaseHandle::Out, out);
+    next[EaseHandle::In] = m_impl->Edited(EaseHandle::In, in);
     const bool isSame = IsSame(next[EaseHandle::Out], m_impl->curve[EaseHandle::Out]) &&
                         IsSame(next[EaseHandle::In], m_impl->curve[EaseHandle::In]);
     if (m_impl->drag || isSame || !m_impl->TryPoints(next.points))

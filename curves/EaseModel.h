@@ -56,16 +56,23 @@ public:
     const EaseCurve& Loaded() const;
     /// As it is now; `kind` is that of the current record.
     const EaseCurve& Curve() const;
+    /// As the current record has it, also in a drag.
+    EaseCurve Recorded() const;
     /// False for a curve that is not sensible: every edit below then does nothing, nor do undo and redo.
     bool IsEditable() const;
-    /// The two key records in single precision, from which the path is drawn and hits are tested. Always
-    /// finite: of a curve that is not sensible, what is not a number is 0 and what is too large the largest.
+    /// The two key records in single precision, from which the path is drawn and hits are tested. They stand
+    /// relative to Origin(), so that they are as exact far away from 0 as they are there. Always finite: of a
+    /// curve that is not sensible, what is not a number is 0 and what is too large the largest.
     IKvBezierCurve2D& Keys();
+    /// To be added to what the keys say: the start key as it was loaded; 0 for a curve that is not sensible.
+    SKvCurvePoint Origin() const;
 
     /// @return false when nothing can be grabbed there: not editable, no such key or part, a key while the
     /// curve is locked, or in a drag.
     bool BeginDrag(const EaseHit& hit);
     const std::optional<EaseHit>& Drag() const;
+    /// A key stays within the range of values, a handle within the segment and, when locked, the rise; a
+    /// tangent line led past the segment's far end keeps its direction. The handle of a key goes along.
     /// @param mouse in curve space; what is not finite or leads beyond single precision is ignored.
     /// @param keepDirection a tangent changes its length only, as far as the limits allow.
     void DragTo(SKvCurvePoint mouse, bool keepDirection);
@@ -85,14 +92,11 @@ public:
     /// is not finite or beyond single precision.
     bool ApplyPreset(std::uint32_t kind, const EasePreset& preset);
 
-    /// Where a point may go: fixed x of the end keys, the value range for keys, the segment and, when locked,
-    /// the rise for handles. A handle that is led past the segment's far end keeps its direction. Where the
-    /// point stands is always allowed. The handle of a key goes along.
-    SKvCurvePoint Limited(EaseHandle handle, SKvCurvePoint to) const;
     /// False for keys while the curve is locked.
     bool CanMove(EaseHandle handle) const;
-    /// Moves a point within its limits and adds a record. @return false, and no record, when that changes
-    /// nothing.
+    /// Moves a point within the limits of a drag, x and y each for itself, and adds a record. A coordinate
+    /// that is asked to be what it is stays so, also beyond its limit. @return false, and no record, when
+    /// that changes nothing.
     bool Move(EaseHandle handle, SKvCurvePoint to);
     /// Moves both handles within their limits and adds one record. @return false when that changes nothing.
     bool MoveHandles(SKvCurvePoint out, SKvCurvePoint in);

@@ -110,6 +110,7 @@ public:
         // Values and the grid over them make sense also where the segment does not.
         , m_values(layout.client, 0, 1, layout.view)
         , m_plot(m_pixels.Snapped(QRectF(QRect(layout.plot))))
+        , m_origin(model.Origin())
     {
         QFont font = graphics.font();
         font.setPointSize(kFontPoints);
@@ -155,7 +156,8 @@ private:
     const EaseLook& m_look;
     const EaseLayout m_values;
     const QRectF m_plot;
-    EasePoints m_handles; // in pixels
+    const SKvCurvePoint m_origin; // of the keys
+    EasePoints m_handles;         // in pixels
 };
 
 void Painter::Draw()
@@ -278,7 +280,9 @@ void Painter::DrawCurves()
     KvBezierPath path;
     m_model.Keys().AddToPath(path);
     for (const SKvBezierSegment& segment : path) {
-        const EasePoints points{segment.points[0], segment.points[1], segment.points[2], segment.points[3]};
+        EasePoints points;
+        std::transform(std::begin(segment.points), std::end(segment.points), points.begin(),
+                       [this](const SKvCurvePoint& point) { return m_origin + point; });
         DrawLines(Flattened(ToPixels(points), box), kCurveColour, kCurveWidth);
     }
     m_graphics.restore();
@@ -298,8 +302,8 @@ void Painter::DrawKeys()
     SKvBezierKey end;
     m_model.Keys().GetKey(0, start);
     m_model.Keys().GetKey(1, end);
-    const SKvCurvePoint p0{start.x, start.y};
-    const SKvCurvePoint p1{end.x, end.y};
+    const SKvCurvePoint p0 = m_origin + SKvCurvePoint{start.x, start.y};
+    const SKvCurvePoint p1 = m_origin + SKvCurvePoint{end.x, end.y};
     m_handles =
         ToPixels({p0, p0 + SKvCurvePoint{start.outX, start.outY}, p1 + SKvCurvePoint{end.inX, end.inY}, p1});
     DrawTangent(m_handles[0], m_handles[1]);

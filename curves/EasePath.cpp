@@ -96,32 +96,37 @@ private:
     int m_parts = 0;
 };
 
+// Cuts off what lies beyond an edge, on its greater side (1) or its lesser one (-1). @return false when that
+// is the whole line.
+bool Cut(EaseLine& line, double SKvCurvePoint::*across, double SKvCurvePoint::*along, double edge, int side)
+{
+    const auto beyond = [&](const SKvCurvePoint& point) { return side * (point.*across - edge); };
+    if (beyond(line.from) <= 0 && beyond(line.to) <= 0)
+        return true;
+    if (beyond(line.from) > 0 && beyond(line.to) > 0)
+        return false;
+    // Measured from the nearer end: a far one has no digits left for the pixels at the edge.
+    const bool isFromNear = std::abs(beyond(line.from)) < std::abs(beyond(line.to));
+    const SKvCurvePoint& near = isFromNear ? line.from : line.to;
+    const SKvCurvePoint& far = isFromNear ? line.to : line.from;
+    const double part = (edge - near.*across) / (far.*across - near.*across);
+    SKvCurvePoint at;
+    at.*across = edge;
+    at.*along = near.*along + part * (far.*along - near.*along);
+    (beyond(line.from) > 0 ? line.from : line.to) = at;
+    return true;
+}
+
 } // namespace
 
 std::optional<EaseLine> Clipped(const EaseLine& line, const EaseBox& box)
 {
-    if (IsInside(line.from, box) && IsInside(line.to, box))
-        return line;
-    const double dx = line.to.x - line.from.x;
-    const double dy = line.to.y - line.from.y;
-    double first = 0;
-    double last = 1;
-    const auto cut = [&](double direction, double room) {
-        if (direction == 0)
-            return room >= 0;
-        (direction < 0 ? first : last) =
-            direction < 0 ? std::max(first, room / direction) : std::min(last, room / direction);
-        return first <= last;
-    };
-    if (!cut(-dx, line.from.x - box.left) || !cut(dx, box.right - line.from.x) ||
-        !cut(-dy, line.from.y - box.top) || !cut(dy, box.bottom - line.from.y))
-        return std::nullopt;
-    // A line from far away ends beside the box by as much as its length rounds.
-    const auto within = [&box](const SKvCurvePoint& point) -> SKvCurvePoint {
-        return {std::clamp(point.x, box.left, box.right), std::clamp(point.y, box.top, box.bottom)};
-    };
-    const auto at = [&](double t) -> SKvCurvePoint { return {line.from.x + t * dx, line.from.y + t * dy}; };
-    return EaseLine{within(first > 0 ? at(first) : line.from), within(last < 1 ? at(last) : line.to)};
+    constexpr auto x = &SKvCurvePoint::x;
+    constexpr auto y = &SKvCurvePoint::y;
+    EaseLine part = line;
+    const bool isSeen = Cut(part, x, y, box.left, -1) && Cut(part, x, y, box.right, 1) &&
+                        Cut(part, y, x, box.top, -1) && Cut(part, y, x, box.bottom, 1);
+    return isSeen ? std::optional(part) : std::nullopt;
 }
 
 std::vector<EasePolyline> Flattened(const EasePoints& pixels, const EaseBox& box)

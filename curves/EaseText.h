@@ -22,7 +22,7 @@ struct EaseHandles
 };
 /// Reads "cubic-bezier(a, b, c, d)" or four bare numbers, whatever the locale; x is clamped to 0 … 1, on a
 /// flat segment the y of the handles stays. What a curve gives as text leaves its handles exactly where they
-/// are.
+/// are, but for those beyond the segment.
 /// @return nothing for any other text, and for a curve that is not sensible.
 std::optional<EaseHandles> ParseCubicBezier(std::wstring_view text, const EaseCurve& curve);
 

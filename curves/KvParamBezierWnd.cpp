@@ -67,6 +67,17 @@ BOOL CKvParamBezierWnd::CanRedo() const
     return m_impl->model.CanRedo() ? 1 : 0;
 }
 
+int CKvParamBezierWnd::GetCurveInfo(SCurveInfo& info) const
+{
+    const kv::EaseCurve record = m_impl->model.Recorded();
+    const SKvCurvePoint& start = record[kv::EaseHandle::Start];
+    const SKvCurvePoint& end = record[kv::EaseHandle::End];
+    const SKvCurvePoint out = record.OutTangent();
+    const SKvCurvePoint in = record.InTangent();
+    info = {start.x, start.y, out.x, out.y, in.x, in.y, end.x, end.y, record.kind};
+    return 1;
+}
+
 void CKvParamBezierWnd::SetFrameLength(double length)
 {
     m_impl->frameLength = length;

@@ -25,7 +25,8 @@ void CKvParamBezierWnd::OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint po
 
 void CKvParamBezierWnd::OnLButtonDblClk(Qt::KeyboardModifiers, CPoint)
 {
-    m_impl->ResetView();
+    if (m_impl->gesture == kv::EaseGesture::None)
+        m_impl->ResetView();
 }
 
 void CKvParamBezierWnd::OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point)
@@ -160,7 +161,7 @@ void CKvParamBezierWnd::OnSkinChanged()
 QString CKvParamBezierWnd::ToolTipAt(CPoint point, CRect& area) const
 {
     const kv::EaseLayout layout = m_impl->Layout();
-    const auto hit = m_impl->model.IsEditable() ? layout.HitTest(m_impl->model.Keys(), point) : std::nullopt;
+    const auto hit = m_impl->model.IsEditable() ? m_impl->HitTest(point) : std::nullopt;
     if (!hit || m_impl->gesture != kv::EaseGesture::None)
         return {};
     area = {point.x, point.y, point.x + 1, point.y + 1};

@@ -49,6 +49,11 @@ kv::EaseLayout CKvParamBezierWnd::Impl::Layout() const
     return {control.GetClientRect(), curve[kv::EaseHandle::Start].x, curve[kv::EaseHandle::End].x, view};
 }
 
+std::optional<kv::EaseHit> CKvParamBezierWnd::Impl::HitTest(CPoint point)
+{
+    return Layout().HitTest(model.Keys(), model.Origin(), point);
+}
+
 kv::EaseLook CKvParamBezierWnd::Impl::Look() const
 {
     kv::EaseLook look;
@@ -124,6 +129,7 @@ void CKvParamBezierWnd::Impl::Load()
     control.ReleaseCapture();
     entry.Clear();
     model.Load(curve);
+    ++loads;
     isRead = hasGiven;
     view = {curve.minimum, curve.maximum};
     if (selected && !CanMove(*selected))
@@ -149,7 +155,7 @@ int CKvParamBezierWnd::Impl::ApplyPreset(std::uint32_t kind, PresetQuery query)
     kv::EasePreset preset;
     const bool isKnown = query ? (info->*query)(&preset.outX, &preset.outY, &preset.inX, &preset.inY) != 0
                                : (info->ApplyLinear(), true);
-    if (!alive || !isKnown || !model.ApplyPreset(kind, preset))
+    if (!alive || !isKnown || !CanEdit() || !model.ApplyPreset(kind, preset))
         return 0;
     DropDrag();
     TellHistory();
@@ -162,7 +168,9 @@ bool CKvParamBezierWnd::Impl::Edit(const std::function<bool(kv::EaseModel&)>& ru
         return false;
     entry.Clear();
     Redraw();
-    if (SendCurve(kv::kEaseDrawn))
+    const unsigned loadsBefore = loads;
+    // A host that loads meanwhile has heard of its fresh history; this record is not in it.
+    if (SendCurve(kv::kEaseDrawn) && loads == loadsBefore)
         TellHistory();
     return true;
 }
@@ -170,7 +178,7 @@ bool CKvParamBezierWnd::Impl::Edit(const std::function<bool(kv::EaseModel&)>& ru
 void CKvParamBezierWnd::Impl::Press(CPoint point)
 {
     DropEntry();
-    const auto hit = Layout().HitTest(model.Keys(), point);
+    const auto hit = HitTest(point);
     if (!hit || !CanEdit() || !model.BeginDrag(*hit))
         return;
     gesture = kv::EaseGesture::Drag;

@@ -46,6 +46,7 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
 
     bool CanEdit() const { return isRead && model.IsEditable(); }
     kv::EaseLook Look() const;
+    std::optional<kv::EaseHit> HitTest(CPoint point);
     void Redraw();
     void LoadSkin();
 
@@ -101,6 +102,7 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
     IKvParamBezierInfo* const info;
     IKvParamBezierCtrlCallback* const callback;
     kv::EaseModel model;
+    unsigned loads = 0;
     bool isRead = false; ///< the curve is the info object's, not the default one
     kv::EaseRange view;
     kv::EaseGesture gesture = kv::EaseGesture::None;

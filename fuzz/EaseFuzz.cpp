@@ -1,6 +1,6 @@
 // A host's ease record, byte for byte, then what a user does with it, one step a few bytes. Whatever the
 // record, what is drawn stays finite; what the host gave stays as it was until it is edited.
-#include "curves/EaseLayout.h"
+#include "curves/EasePath.h"
 #include "curves/EaseText.h"
 
 #include <bit>
@@ -9,6 +9,8 @@
 #include <cstring>
 
 namespace {
+
+using kv::operator+;
 
 void Require(bool holds)
 {
@@ -85,9 +87,9 @@ public:
         const auto choice = bytes.Take<std::uint8_t>();
         const CPoint pixel{bytes.Take<std::int16_t>(), bytes.Take<std::int16_t>()};
         const double amount = choice >= 128 ? bytes.Take<double>() : pixel.y / 500.0;
-        switch (choice % 10) {
+        switch (choice % 14) {
         case 0:
-            if (const auto hit = Layout().HitTest(m_model.Keys(), pixel))
+            if (const auto hit = Layout().HitTest(m_model.Keys(), m_model.Origin(), pixel))
                 m_model.BeginDrag(*hit);
             break;
         case 1:
@@ -115,8 +117,20 @@ public:
         case 8:
             m_model.Move(static_cast<kv::EaseHandle>(std::abs(pixel.x % 4)), {amount, pixel.y + 0.0});
             break;
-        default:
+        case 9:
             CopyAndPaste();
+            break;
+        case 10:
+            Paste(Text(bytes));
+            break;
+        case 11:
+            Type(Text(bytes));
+            break;
+        case 12:
+            Draw(amount);
+            break;
+        default:
+            Clip(bytes);
             break;
         }
         Check();
@@ -129,7 +143,7 @@ public:
         KvBezierPath path;
         Require(m_model.Keys().AddToPath(path) == 1 && path.size() == 1);
         for (const SKvCurvePoint& point : path[0].points)
-            Require(IsFinite(point) && IsFinite(Layout().ToPixel(point)));
+            Require(IsFinite(point) && IsFinite(Layout().ToPixel(m_model.Origin() + point)));
         double last = m_view.minimum;
         for (const double tick : kv::Ticks(m_view)) {
             Require(tick > last && tick < m_view.maximum);
@@ -169,6 +183,81 @@ private:
         Require(handles.has_value() == kv::IsSensible(m_model.Curve()));
         if (handles)
             m_model.MoveHandles(handles->out, handles->in);
+    }
+
+    // Up to the next 0, a byte a character, some of them no ASCII.
+    static std::wstring Text(Bytes& bytes)
+    {
+        std::wstring text;
+        while (const auto character = bytes.Take<std::uint8_t>())
+            text.push_back(character < 0xF0 ? wchar_t{character} : static_cast<wchar_t>(0x600 + character));
+        return text;
+    }
+
+    void Paste(const std::wstring& text)
+    {
+        const auto handles = kv::ParseCubicBezier(text, m_model.Curve());
+        if (!handles)
+            return;
+        Require(m_model.IsEditable() && !std::isnan(handles->out.y) && !std::isnan(handles->in.y));
+        for (const double x : {handles->out.x, handles->in.x})
+            Require(std::isfinite(x));
+        m_model.MoveHandles(handles->out, handles->in);
+    }
+
+    void Type(const std::wstring& text)
+    {
+        kv::EaseEntry entry;
+        for (const wchar_t character : text)
+            character == 8 ? entry.Erase() : entry.Type(static_cast<unsigned>(character));
+        const SKvCurvePoint from = m_model.Curve()[kv::EaseHandle::In];
+        const auto place = entry.Value(from);
+        Require(!place || (entry.IsPending() && std::isfinite(place->y)));
+        if (place)
+            m_model.Move(kv::EaseHandle::In, *place);
+    }
+
+    static void RequireWithin(const kv::EasePolyline& points, const kv::EaseBox& box)
+    {
+        for (const SKvCurvePoint& point : points)
+            Require(point.x >= box.left && point.x <= box.right && point.y >= box.top &&
+                    point.y <= box.bottom);
+    }
+
+    void Draw(double frameLength)
+    {
+        const kv::EaseLayout layout = Layout();
+        const kv::EaseBox box{50, 20, 850, 420};
+        RequireWithin(kv::FrameMarks(m_model.Curve(), layout, frameLength), box);
+        for (const auto& line : kv::SpeedLines(m_model.Curve(), layout))
+            RequireWithin(line, box);
+        if (!m_model.IsEditable())
+            return;
+        kv::EasePoints pixels;
+        for (std::size_t i = 0; i < pixels.size(); ++i)
+            pixels[i] = layout.ToPixel(m_model.Curve().points[i]);
+        for (const auto& line : kv::Flattened(pixels, box)) {
+            Require(line.size() > 1);
+            RequireWithin(line, box);
+        }
+    }
+
+    // What is left of a line, cut again, is the same.
+    static void Clip(Bytes& bytes)
+    {
+        constexpr double most = 1e100;
+        double places[4];
+        for (double& place : places) {
+            const auto any = bytes.Take<double>();
+            place = std::isnan(any) ? 0 : std::clamp(any, -most, most);
+        }
+        const kv::EaseBox box{50, 20, 850, 420};
+        const auto part = kv::Clipped({{places[0], places[1]}, {places[2], places[3]}}, box);
+        if (!part)
+            return;
+        RequireWithin({part->from, part->to}, box);
+        const auto again = kv::Clipped(*part, box);
+        Require(again && std::memcmp(&*again, &*part, sizeof *part) == 0);
     }
 
     kv::EaseModel m_model;

@@ -38,8 +38,8 @@ struct SKvBezierSegment
 using KvBezierPath = std::vector<SKvBezierSegment>;
 
 /// A curve through keys; between two keys runs the cubic through the first key, its out handle, the second
-/// key's in handle and the second key. Operations return 1 for success and 0 for failure, with nothing
-/// changed.
+/// key's in handle and the second key. Operations return 1 for success and 0 for failure, also without
+/// memory, with nothing changed.
 class IKvBezierCurve2D
 {
 public:

@@ -79,7 +79,7 @@ class KV_API CKvParamBezierWnd : public CKvWnd
     Q_OBJECT
 
 public:
-    /// One record of undo. Tangents are relative to their key.
+    /// One record of undo, see `GetCurveInfo`. Tangents are relative to their key.
     struct SCurveInfo
     {
         double startX, startY;
@@ -113,6 +113,9 @@ public:
     int ApplySmooth();
     BOOL CanUndo() const;
     BOOL CanRedo() const;
+    /// The record that the window stands on: what undo and redo lead back to. A drag shows in it only when it
+    /// has ended. @return 1; there is always a record, the first one as it was loaded.
+    int GetCurveInfo(SCurveInfo& info) const;
 
     /// Marks every frame on the curve. @param length of a frame in the curve's time; 0, below or not finite:
     /// no marks, as at the beginning. Marks that would stand closer than they can be seen are left out.

@@ -52,7 +52,10 @@ double WorstError(double start, double out, double in, double end, const std::ve
     for (const double part : parts) {
         const double x = std::lerp(start, end, part);
         const long double found = Cubic(ease.Value(x), start, out, in, end);
-        worst = std::max(worst, std::abs(found - x) / (static_cast<long double>(end) - start));
+        const long double error = std::abs(found - x) / (static_cast<long double>(end) - start);
+        if (std::isnan(error))
+            return kNaN; // which std::max would pass over
+        worst = std::max(worst, error);
     }
     return static_cast<double>(worst);
 }

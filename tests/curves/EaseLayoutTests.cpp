@@ -1,5 +1,5 @@
 // Where things stand in the ease window, what the mouse hits, zoom and grid.
-#include "curves/EaseLayout.h"
+#include "curves/EasePath.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -73,7 +73,7 @@ TEST(EaseLayout, HitsInTheirOrder)
         {"nothing", {250, 200}, -1, EasePart::Key},
     };
     for (const auto& row : cases) {
-        const auto hit = layout.HitTest(model.Keys(), row.at);
+        const auto hit = layout.HitTest(model.Keys(), model.Origin(), row.at);
         ASSERT_EQ(hit.has_value(), row.key >= 0) << row.name;
         if (!hit)
             continue;
@@ -82,8 +82,56 @@ TEST(EaseLayout, HitsInTheirOrder)
         EXPECT_NEAR(hit->t, row.t, 1e-9) << row.name;
     }
     model.ApplyPreset(kv::kEaseLinear, {});
-    EXPECT_EQ(layout.HitTest(model.Keys(), {50, 220})->part, EasePart::OutHandle) << "before its key";
-    EXPECT_EQ(layout.HitTest(model.Keys(), {450, 20})->part, EasePart::InHandle);
+    const auto partAt = [&](CPoint at) { return layout.HitTest(model.Keys(), model.Origin(), at)->part; };
+    EXPECT_EQ(partAt({50, 220}), EasePart::OutHandle) << "before its key";
+    EXPECT_EQ(partAt({450, 20}), EasePart::InHandle);
+}
+
+TEST(EaseLayout, HitsToThePixelAlsoFarFromNothing)
+{
+    const double segments[][4] = {
+        {36000.02, 36000.06, 0, 1}, {0, 1, 1e8 + 0.5, 1e8 + 1.5}, {-1e8, -1e8 + 0.25, 3e9, 3e9 + 1}};
+    for (const auto& [start, end, low, high] : segments) {
+        const EaseLayout layout({0, 0, 800, 400}, start, end, {low, high});
+        const CPoint pixels[] = {{50, 380}, {230, 350}, {600, 80}, {780, 20}};
+        kv::EaseCurve curve{{}, low, high, 0, 1};
+        for (std::size_t i = 0; i < 4; ++i)
+            curve.points[i] = layout.ToCurve({double(pixels[i].x), double(pixels[i].y)});
+        kv::EaseModel model;
+        model.Load(curve);
+        const auto isHit = [&](CPoint at) {
+            return layout.HitTest(model.Keys(), model.Origin(), at).has_value();
+        };
+        for (const CPoint& at : {pixels[0], pixels[1], pixels[2], pixels[3]}) {
+            EXPECT_TRUE(isHit({at.x - 4, at.y - 4}) && isHit({at.x + 3, at.y + 3})) << start << ": " << at.x;
+            EXPECT_FALSE(isHit({at.x - 5, at.y - 5}) || isHit({at.x + 4, at.y + 4})) << start << ": " << at.x;
+        }
+    }
+}
+
+TEST(EasePath, ClipsLinesFromFarAway)
+{
+    const struct
+    {
+        const char* name;
+        kv::EaseLine line;
+        std::vector<double> part; // from, to
+    } cases[] = {
+        {"within", {{1, 2}, {9, 8}}, {1, 2, 9, 8}},
+        {"through a corner's edges", {{-2, 6}, {6, -2}}, {0, 4, 4, 0}},
+        {"past a corner", {{-9, 5}, {5, -9}}, {}},
+        {"beside", {{11, 0}, {99, 9}}, {}},
+        {"from far away", {{1e20, 5}, {0, 5}}, {10, 5, 0, 5}},
+        {"to far away", {{2, 10}, {1e20, -1e20}}, {2, 10, 10, 2}},
+        {"from end to end of the world", {{-1e30, 3}, {1e30, 3}}, {0, 3, 10, 3}},
+    };
+    for (const auto& row : cases) {
+        const auto part = kv::Clipped(row.line, {0, 0, 10, 10});
+        std::vector<double> places;
+        if (part)
+            places = {part->from.x, part->from.y, part->to.x, part->to.y};
+        EXPECT_EQ(places, row.part) << row.name;
+    }
 }
 
 TEST(EaseLayout, WithoutSizeNothingMapsAndNothingIsHit)
@@ -94,7 +142,7 @@ TEST(EaseLayout, WithoutSizeNothingMapsAndNothingIsHit)
         EaseLayout(kClient, 0, std::nan(""), {0, 1}), EaseLayout(kClient, 0, 1, {2, 2})};
     for (const EaseLayout& layout : layouts) {
         EXPECT_FALSE(layout.IsMapped());
-        EXPECT_FALSE(layout.HitTest(model.Keys(), layout.plot.TopLeft()));
+        EXPECT_FALSE(layout.HitTest(model.Keys(), model.Origin(), layout.plot.TopLeft()));
         EXPECT_EQ(layout.ToPixel({0.5, 0.5}).x, layout.plot.left);
         EXPECT_EQ(layout.ClampedToPlot({-9, 0}).x, layout.plot.left);
     }

@@ -51,7 +51,6 @@ TEST(EaseModel, DragsAndTheirLimits)
         SKvCurvePoint mouse;
         SKvCurvePoint free;
         SKvCurvePoint locked;
-        bool keepDirection = false;
     } cases[] = {
         {"out follows", {0, OutHandle}, {5, 25}, {5, 25}, {5, 25}},
         {"out falls", {0, OutHandle}, {5, -90}, {5, -90}, {5, 10}},
@@ -69,8 +68,6 @@ TEST(EaseModel, DragsAndTheirLimits)
         {"start key up", {0, Key}, {5, 25}, {2, 25}, {2, 10}},
         {"start key too high", {0, Key}, {2, 50}, {2, 40}, {2, 10}},
         {"end key too low", {1, Key}, {2, -1}, {6, 0}, {6, 30}},
-        {"same direction", {0, OutHandle}, {4, 35}, {4, 10}, {4, 10}, true},
-        {"not backwards", {0, OutHandle}, {1, 20}, {2, 10}, {2, 10}, true},
         {"not a number", {0, OutHandle}, {kNaN, 20}, {3, 10}, {3, 10}},
         {"beyond float", {0, OutHandle}, {4, 1e300}, {3, 10}, {4, 50}},
     };
@@ -79,12 +76,45 @@ TEST(EaseModel, DragsAndTheirLimits)
             EaseModel model;
             model.Load(Curve(lock));
             EXPECT_EQ(model.BeginDrag(row.hit), lock == 0 || row.hit.part != Key) << row.name;
-            model.DragTo(row.mouse, row.keepDirection);
-            const EaseHandle moved = row.hit.part == Key
-                                         ? (row.hit.key == 0 ? EaseHandle::Start : EaseHandle::End)
-                                         : (row.hit.key == 0 ? EaseHandle::Out : EaseHandle::In);
+            model.DragTo(row.mouse, false);
+            const auto moved = static_cast<EaseHandle>(std::abs(3 * row.hit.key - (row.hit.part != Key)));
             ExpectAt(row.name, model.Curve()[moved], lock != 0 ? row.locked : row.free);
             EXPECT_EQ(model.Curve().kind, kv::kEaseSmooth) << row.name << ": of the record before";
+        }
+    }
+}
+
+TEST(EaseModel, DragsAlongATangent)
+{
+    using enum EasePart;
+    const struct
+    {
+        const char* name;
+        kv::EaseHit hit;
+        SKvCurvePoint handle; // where it stands first
+        SKvCurvePoint mouse;
+        SKvCurvePoint free;
+        SKvCurvePoint locked;
+    } cases[] = {
+        {"out", {0, OutHandle}, {3, 20}, {5, 10}, {3.5, 25}, {3.5, 25}},
+        {"out by its line", {0, OutTangent, 0.5}, {3, 20}, {3.5, 10}, {3.5, 25}, {3.5, 25}},
+        {"out past the segment", {0, OutHandle}, {3, 20}, {6, 99}, {6, 50}, {6, 50}},
+        {"level", {0, OutHandle}, {3, 10}, {4, 35}, {4, 10}, {4, 10}},
+        {"not backwards", {0, OutHandle}, {3, 20}, {1, 0}, {2, 10}, {2, 10}},
+        {"in", {1, InHandle}, {5, 10}, {4, 30}, {5.6, 22}, {5.6, 22}},
+        {"in as far as the lock allows", {1, InHandle}, {5, 10}, {2, -99}, {2, -50}, {4, -10}},
+        {"none has no direction", {1, InHandle}, {6, 30}, {5, 20}, {5, 20}, {5, 20}},
+    };
+    for (const auto& row : cases) {
+        for (const std::uint32_t lock : {0u, 7u}) {
+            const EaseHandle handle = row.hit.key == 0 ? EaseHandle::Out : EaseHandle::In;
+            EaseCurve curve = Curve(lock);
+            curve[handle] = row.handle;
+            EaseModel model;
+            model.Load(curve);
+            ASSERT_TRUE(model.BeginDrag(row.hit)) << row.name;
+            model.DragTo(row.mouse, true);
+            ExpectAt(row.name, model.Curve()[handle], lock != 0 ? row.locked : row.free);
         }
     }
 }
@@ -102,27 +132,38 @@ TEST(EaseModel, AKeyTakesItsHandleAlongAndBack)
     model.EndDrag();
     EXPECT_EQ(model.RecordCount(), 2u) << "also without a change";
     EXPECT_EQ(model.Curve().kind, kv::kEaseDrawn);
+
+    EaseCurve high = Curve();
+    high[EaseHandle::End].y = 90;
+    model.Load(high);
+    ASSERT_TRUE(model.BeginDrag({1, EasePart::Key}));
+    model.DragTo({6, 90}, false);
+    ExpectAt("into the range, also from where it stands", model.Curve()[EaseHandle::End], {6, 40});
 }
 
 TEST(EaseModel, SingleMovesObeyTheLimitsAndLeaveTheRestAlone)
 {
-    const EaseCurve odd{{{{0.1, 0.7}, {0.1 + 0.2, 0.7}, {0.3, 1e-17}, {1.1, 0.3}}}, 0, 1, 0, 2};
+    // Both handles beyond the far key.
+    const EaseCurve odd{{{{0.1, 0.7}, {1.1 + 0.2, 7}, {-0.0, 1e-17}, {1.1, 0.3}}}, 0, 1, 0, 2};
     EaseModel model;
     model.Load(odd);
     EXPECT_FALSE(model.Move(EaseHandle::Start, {5, 0.7})) << "time of a key";
-    EXPECT_FALSE(model.Move(EaseHandle::In, {0.3, 1e-17}));
+    EXPECT_FALSE(model.Move(EaseHandle::In, {0.0, 1e-17}));
     EXPECT_FALSE(model.Move(EaseHandle::In, {kInfinity, 0}));
     EXPECT_FALSE(model.MoveHandles(odd[EaseHandle::Out], odd[EaseHandle::In]));
     EXPECT_EQ(model.RecordCount(), 1u);
 
     EXPECT_TRUE(model.Move(EaseHandle::Out, {odd[EaseHandle::Out].x, 0.9}));
+    EXPECT_TRUE(model.Move(EaseHandle::In, {0.0, 0.4}));
     EaseCurve expected = odd;
     expected[EaseHandle::Out].y = 0.9;
+    expected[EaseHandle::In].y = 0.4;
     EXPECT_EQ(BitsOf(model.Curve()), BitsOf(expected));
     EXPECT_TRUE(model.MoveHandles({9, 0.7}, {-9, 0.3}));
     ExpectAt("out at the far end", model.Curve()[EaseHandle::Out], {1.1, 0.7});
     ExpectAt("in at the far end", model.Curve()[EaseHandle::In], {0.1, 0.3});
-    EXPECT_EQ(model.RecordCount(), 3u);
+    EXPECT_FALSE(model.Move(EaseHandle::Out, {1.2, 0.7}) || model.Move(EaseHandle::In, {0, 0.3})) << "there";
+    EXPECT_EQ(model.RecordCount(), 4u);
     model.Revert();
     EXPECT_EQ(BitsOf(model.Curve()), BitsOf(odd));
     EXPECT_EQ(model.Curve().kind, 2u);
@@ -149,7 +190,8 @@ TEST(EaseModel, HistoryOfPresetsAndDrags)
     EXPECT_FALSE(model.Redo());
 
     ASSERT_TRUE(model.BeginDrag({0, EasePart::Key}));
-    EXPECT_FALSE(model.Move(EaseHandle::End, {6, 1})) << "in a drag";
+    EXPECT_FALSE(model.Move(EaseHandle::End, {6, 1}) || model.BeginDrag({1, EasePart::Key})) << "in a drag";
+    EXPECT_EQ(model.Drag()->key, 0);
     EXPECT_TRUE(model.Undo());
     EXPECT_FALSE(model.Drag()) << "dropped";
     EXPECT_EQ(model.Curve().kind, kv::kEaseSpeedUp);
@@ -174,6 +216,7 @@ TEST(EaseModel, CurvesThatCannotBeEdited)
         {"not a number", {{{{0, 0}, {0, kNaN}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
         {"infinite range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 0, kInfinity, 0, 1}},
         {"beyond float", {{{{0, 0}, {0, 0}, {1, 4e38}, {1, 1}}}, 0, 1, 0, 1}},
+        {"a height beyond float", {{{{0, -3e38}, {0, -3e38}, {1, 3e38}, {1, 3e38}}}, 0, 1, 0, 1}},
         {"a tangent beyond float", {{{{0, -3e38}, {0, 3e38}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
         {"below float", {{{{0, 0}, {0, 0}, {1e-60, 1}, {1e-60, 1}}}, 0, 1, 0, 1}},
     };

@@ -276,6 +276,8 @@ TEST_F(EaseWindow, ViewIsZoomedMovedAndReset)
          "10,0 15,0 25,1 30,2"},
         {"double click", "R100,100 M100,200 r D100,100 l L350,20 M350,120 l", "set4 hist",
          "10,0 15,0 25,1 30,2"},
+        {"no double click in a pan", "R100,100 M100,200 D100,100 r L350,120 M350,20 l", "set4 hist",
+         "10,0 15,0 25,3 30,2"},
         {"Home", "W-250 KHome L350,20 M350,120 l", "set4 hist", "10,0 15,0 25,1 30,2"},
         {"load", "W-250 A L350,20 M350,120 l", "get hist set4 hist", "10,0 15,0 25,1 30,2"},
         {"no drag in a zoom", "Z100,100 L350,20 M350,120 l z", ""},
@@ -301,6 +303,9 @@ TEST_F(EaseWindow, Keyboard)
         {"typed place", "KPgUp KPgUp T20,1 KReturn", "set4 hist", "10,0 15,0 20,1 30,2"},
         {"typed value", "KPgDown KPgDown T-0.25 KReturn", "set4 hist", "10,0 15,-0.25 25,2 30,2"},
         {"typed beyond", "KPgUp T99,9 KReturn KPgUp T99,1 KReturn", "set4 hist", "10,0 15,0 30,1 30,2"},
+        {"typed beyond the far key", "L150,220 l ! T99,1 KReturn", "set4 hist", "10,0 30,1 25,2 30,2"},
+        {"out at the far key", "L150,220 M450,120 l ! KRight KRight", "", "10,0 30,1 25,2 30,2"},
+        {"in at the far key", "L350,20 M50,120 l ! KLeft KLeft", "", "10,0 15,0 10,1 30,2"},
         {"taken back", "KPgDown KPgDown T12 KBackspace KReturn KReturn", "set4 hist", "10,0 15,1 25,2 30,2"},
         {"dropped", "KPgDown T1 KEsc T1 F KReturn", ""},
         {"mended", "KPgDown KPgDown T1,, KReturn KBackspace T3 KReturn", "set4 hist", "10,0 10,3 25,2 30,2"},
@@ -357,6 +362,25 @@ TEST_F(EaseWindow, HistoryAndPresets)
         {"an edit drops what was undone", "1 U L150,220 l Y", "linear hist set3 hist"},
     });
     EXPECT_TRUE(window->CanUndo() && !window->CanRedo());
+    Renew();
+    Run("2 L350,20 M350,120");
+    CKvParamBezierWnd::SCurveInfo info{};
+    EXPECT_EQ(window->GetCurveInfo(info), 1);
+    const double record[] = {info.startX, info.startY, info.outX, info.outY,
+                             info.inX,    info.inY,    info.endX, info.endY};
+    EXPECT_EQ(std::vector(record, std::end(record)), (std::vector<double>{10, 0, 10, 0, -5, -1, 30, 2}));
+    EXPECT_EQ(info.kind, 2u) << "the drag has not ended";
+}
+
+TEST_F(EaseWindow, HostMayLoadInSetCurve)
+{
+    host.onCall = [this](const std::string& call) {
+        if (call == "set4")
+            window->Load();
+    };
+    Run("KPgDown KUp");
+    EXPECT_EQ(host.heard, "set4 get hist") << "once for a history without the edit";
+    EXPECT_FALSE(window->CanUndo());
 }
 
 TEST_F(EaseWindow, CurvesThatMakeNoSenseAreShownOnly)
@@ -519,6 +543,23 @@ TEST_F(EaseWindow, DrawsOnWholeDevicePixels)
     Run("l");
     window->setFocus();
     check(1, {{"focus", 0, 100, 0xFFFFA500}, {"selected", 443, 120, 0xFFFFA500}});
+}
+
+TEST_F(EaseWindow, DrawsToThePixelAlsoFarFromNothing)
+{
+    keepsCurve = true;
+    host.minimum = 1e8 + 0.5;
+    host.maximum = 1e8 + 1.5;
+    for (int i = 0; i < 8; i += 2) {
+        host.given[i] = 36000.02 + (kCurve[i] - 10) * 0.002;
+        host.given[i + 1] = host.minimum + kCurve[i + 1] / 2;
+    }
+    Renew();
+    const QImage picture = Picture();
+    EXPECT_EQ(picture.pixel(50, 220), 0xFFFFFFFFu);
+    EXPECT_EQ(picture.pixel(150, 220), 0xFF00FF00u);
+    EXPECT_EQ(picture.pixel(249, 120), 0xFFFF0000u);
+    EXPECT_EQ(picture.pixel(449, 20), 0xFFFFFFFFu);
 }
 
 TEST_F(EaseWindow, FarHandlesStayOutOfTheMargins)
