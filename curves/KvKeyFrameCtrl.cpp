@@ -2,6 +2,7 @@
 
 #include "KvButtons.h"
 #include "KvGuiRes.h"
+#include "curves/KeyFrameButtons.h"
 
 #include <QAccessibleWidget>
 #include <QPointer>
@@ -10,46 +11,11 @@
 #include <utility>
 #include <vector>
 
+using namespace kv::keyframe;
+
 namespace {
 
-constexpr int kThickness = 14;
-constexpr int kButtonLength = 14;
 constexpr const wchar_t* kBackgroundKey = L"keKeyFrameBKColor";
-
-// Places in the table of buttons, which is the order in which they stand.
-enum : std::size_t
-{
-    kToggle,
-    kPrevious,
-    kOperator,
-    kNext,
-    kButtonCount,
-};
-
-struct ButtonKind
-{
-    UINT id; ///< also the number of its tool tip
-    EKvKeyFrameCode code;
-    const wchar_t* image;          ///< of a toggle: when checked
-    const wchar_t* verticalImage;  ///< null where it is the same
-    const wchar_t* uncheckedImage; ///< null for a button that does not toggle
-};
-
-constexpr ButtonKind kButtons[kButtonCount] = {
-    {kKvKeyFrameToggleButton, kKvKeyFrameToggle, L"animation_chk", nullptr, L"animation_uck"},
-    {kKvKeyFramePreviousButton, kKvKeyFramePrevious, L"prekey", L"prekey_verticle", nullptr},
-    {kKvKeyFrameOperatorButton, kKvKeyFrameOperator, L"opkey_chk", nullptr, L"opkey_uck"},
-    {kKvKeyFrameNextButton, kKvKeyFrameNext, L"nextkey", L"nextkey_verticle", nullptr},
-};
-
-// The buttons stand from the client origin on without gaps.
-CRect ButtonRect(const CRect& client, std::size_t place, bool vertical)
-{
-    const int from = static_cast<int>(place) * kButtonLength;
-    const int to = from + kButtonLength;
-    return vertical ? CRect(client.left, client.top + from, client.right, client.top + to)
-                    : CRect(client.left + from, client.top, client.left + to, client.bottom);
-}
 
 bool IsArrow(UINT key)
 {
@@ -93,10 +59,9 @@ struct CKvKeyFrameCtrl::Impl
     std::size_t Instead(std::size_t place) const;
     /// Tab finds this button from now on.
     void MakeCurrent(std::size_t place);
-    /// Moves the focus, if it is there, off a button that is about to vanish or to be disabled.
+    /// Moves the focus, if it is there, and the stop for Tab off a button that is about to vanish or to be
+    /// disabled.
     void Leave(std::size_t place, std::size_t next);
-    /// Tab finds a usable button again, if it did not.
-    void ReviewCurrent();
     /// Whether the strip itself was enabled or disabled since the last call.
     bool OwnStateChanged();
     /// Tells `OnEnable` when it was; the strip may be gone then.
@@ -155,7 +120,6 @@ int CKvKeyFrameCtrl::Impl::EnableButton(std::size_t place, BOOL enable)
     if (!enable)
         Leave(place, Instead(place));
     records[place].button->setEnabled(enable != 0);
-    ReviewCurrent();
     return 1;
 }
 
@@ -199,13 +163,6 @@ void CKvKeyFrameCtrl::Impl::Leave(std::size_t place, std::size_t next)
     if (IsUsable(next) && strip.window()->focusWidget() == left)
         records[next].button->setFocus(left->IsFocusShown() ? Qt::OtherFocusReason : Qt::MouseFocusReason);
     if (current == place)
-        MakeCurrent(next);
-}
-
-void CKvKeyFrameCtrl::Impl::ReviewCurrent()
-{
-    const std::size_t next = Instead(current);
-    if (!IsUsable(current) && IsUsable(next))
         MakeCurrent(next);
 }
 
@@ -358,7 +315,6 @@ int CKvKeyFrameCtrl::_ShowKeyFrameControl(BOOL show)
             m_impl->Leave(place, kToggle);
         m_impl->records[place].button->setVisible(show != 0);
     }
-    m_impl->ReviewCurrent();
     return 1;
 }
 
@@ -368,7 +324,6 @@ void CKvKeyFrameCtrl::OnEnable(BOOL enabled)
         if (record.button)
             record.button->setEnabled(enabled != 0);
     }
-    m_impl->ReviewCurrent();
 }
 
 void CKvKeyFrameCtrl::OnSize(int, int)
