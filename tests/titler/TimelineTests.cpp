@@ -2,6 +2,7 @@
 #include "CanvasView.h"
 #include "DialogPlace.h"
 #include "Document.h"
+#include "KvDialog.h"
 #include "KvKeyFrameCtrl.h"
 #include "MainWindow.h"
 #include "PropertyText.h"
@@ -16,7 +17,9 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
@@ -187,6 +190,35 @@ TEST_F(Timeline, TheEaseNeedsTwoKeysAndSaysSo)
     EXPECT_NE(EaseButton("x").toolTip(), EaseButton("opacity").toolTip());
     document.Edit(EditKind::Single, "", [](Project& p) { p.title[Property::Opacity].keys.resize(1); });
     EXPECT_FALSE(EaseButton("opacity").isEnabled());
+}
+
+TEST_F(Timeline, TheEaseDialogIsOneStepOrNone)
+{
+    constexpr UINT smooth = 12095;
+    constexpr UINT next = 12094;
+    auto& inspector = *window.findChild<AnimationInspector*>();
+    for (const UINT end : {UINT(IDCANCEL), UINT(IDOK)}) {
+        transport.Seek(25);
+        transport.Play();
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<CKvDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            const auto click = [&](UINT id) { qobject_cast<QPushButton*>(dialog->GetDlgItem(id))->click(); };
+            click(smooth);
+            EXPECT_EQ(Value(Property::Opacity).keys[0].ease, PresetEase(5)) << "live";
+            click(next);
+            EXPECT_EQ(transport.Frame(), 40);
+            click(smooth);
+            click(end);
+        });
+        inspector.OpenEaseDialog(Property::Opacity);
+        EXPECT_FALSE(transport.IsPlaying());
+        EXPECT_EQ(NewSteps(), end == IDOK ? 1 : 0);
+        EXPECT_EQ(Value(Property::Opacity).keys[1].ease, end == IDOK ? PresetEase(5) : Ease());
+    }
+    document.Undo();
+    EXPECT_EQ(Value(Property::Opacity).keys[0].ease, Ease());
+    EXPECT_EQ(transport.Frame(), 40) << "undo does not move the time";
 }
 
 TEST_F(Timeline, ThePlayheadIsDraggedAndComesBack)
