@@ -215,6 +215,8 @@ TEST(DialogLife, EndsAsItWasEnded)
             QTimer::singleShot(0, [&] {
                 EXPECT_TRUE(dialog.isVisible() && dialog.isModal() && dialog.DoModal() == -1);
                 row.act(dialog);
+                if (dialog.isVisible())
+                    dialog.EndDialog(99); // did not end as it should
             });
             const int result = opening ? dialog.exec() : dialog.DoModal();
             const int toolkits = row.result == IDCANCEL ? 0 : row.result;
