@@ -18,8 +18,8 @@
 ///
 /// End: the first answer of an opening counts (`EndDialog`, to which `OnOK` and `OnCancel` lead; destroying
 /// the window is Cancel), later ones are ignored. Without `DoModal` the answer destroys the window; hiding it
-/// is no answer then. The toolkit's `exec`, `finished` and `result` give what `DoModal` gives, but
-/// `QDialog::Rejected` for Cancel.
+/// is no answer then. The toolkit's `exec` and `finished` give what `DoModal` gives, but `QDialog::Rejected`
+/// for Cancel; `finished` does not come when the window is destroyed instead of answered.
 ///
 /// Enter is `OnOK`, whichever button has the focus; Space presses that one. Escape and the close box are
 /// `OnCancel`. The template's size is the smallest; in a larger window each item moves or grows as the
@@ -39,7 +39,7 @@ public:
     ~CKvDialog() override;
 
     /// Opens the dialog and waits until it ends.
-    /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel (also when the application ends meanwhile,
+    /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel (also when the application ends meanwhile
     /// or
     ///         the dialog is deleted); -1, and nothing happens, when there is no such template, the window
     ///         exists already or an earlier call has not returned.
@@ -86,6 +86,7 @@ public:
     int exec() override;
     void accept() override;
     void reject() override;
+    void done(int result) override;
 
 protected:
     // Messages of items. Return non-zero when handled; `*result` is the sender's answer.

@@ -187,6 +187,11 @@ void CKvDialog::reject()
     OnCancel();
 }
 
+void CKvDialog::done(int result)
+{
+    EndDialog(result == Rejected ? IDCANCEL : result);
+}
+
 BOOL CKvDialog::OnNotify(WPARAM, LPARAM, LRESULT*)
 {
     return 0;

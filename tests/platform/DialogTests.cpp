@@ -190,6 +190,7 @@ TEST(DialogLife, EndsAsItWasEnded)
         Act act;
         int result;
         const char* heard;
+        bool isDestroyed = false;
     } rows[] = {
         {"OK", key(IDOK, Qt::Key_Space), IDOK, "init ok =1 "},
         {"Cancel", key(IDCANCEL, Qt::Key_Space), IDCANCEL, "init cancel =2 "},
@@ -198,9 +199,10 @@ TEST(DialogLife, EndsAsItWasEnded)
         {"Escape", key(IDOK, Qt::Key_Escape), IDCANCEL, "init cancel =2 "},
         {"close box", &Dialog::close, IDCANCEL, "init cancel =2 "},
         {"message", [](Dialog& dialog) { KvSendMessage(&dialog, WM_CLOSE, 0, 0); }, 2, "init cancel =2 "},
+        {"the toolkit's end", [](Dialog& dialog) { dialog.done(QDialog::Rejected); }, 2, "init =2 "},
         {"the first answer counts", answers, 5, "init =5 ok "},
-        {"destroyed", &Dialog::DestroyWindow, IDCANCEL, "init =2 "},
-        {"opened again by a handler", opensAgain, IDCANCEL, "init =2 "},
+        {"destroyed", &Dialog::DestroyWindow, IDCANCEL, "init =2 ", true},
+        {"opened again by a handler", opensAgain, IDCANCEL, "init =2 ", true},
         {"hidden", &Dialog::hide, IDCANCEL, "init cancel =2 "},
     };
     for (const auto& row : rows) {
@@ -221,7 +223,7 @@ TEST(DialogLife, EndsAsItWasEnded)
             const int result = opening ? dialog.exec() : dialog.DoModal();
             const int toolkits = row.result == IDCANCEL ? 0 : row.result;
             EXPECT_EQ(result, opening ? toolkits : row.result);
-            EXPECT_EQ(finished, dialog.heard == "init =2 " ? -1 : toolkits);
+            EXPECT_EQ(finished, row.isDestroyed ? -1 : toolkits);
             EXPECT_EQ(dialog.heard, QLatin1String(row.heard));
             EXPECT_FALSE(dialog.isVisible() || dialog.IsCreated() || dialog.GetDlgItem(IDOK));
         }
