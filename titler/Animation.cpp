@@ -81,7 +81,7 @@ Halves Split(const Cubic& c, double t)
     return {out, leftIn, Between(leftIn, rightOut, t), rightOut, in};
 }
 
-// Where the path is at `x`. With tangents that stay within the segment x rises all the way.
+// Where the path is at `x`, which rises all the way.
 double ParameterAt(const Cubic& cubic, double x)
 {
     double low = 0;
@@ -105,19 +105,11 @@ double YOnPath(const Cubic& c, double x)
     return KvBezierEase(points).Value(x);
 }
 
-// A tangent as fraction of the width and offset; one that is too long keeps its direction.
-QPointF Tangent(QPointF offset, double width)
-{
-    const double fraction = std::max(0.0, offset.x() / width);
-    return fraction > 1 ? QPointF(1, offset.y() / fraction) : QPointF(fraction, offset.y());
-}
-
 Ease EaseThrough(const Cubic& c)
 {
     const double width = c.end.x() - c.start.x();
-    const QPointF out = Tangent(c.out - c.start, width);
-    const QPointF in = Tangent({c.end.x() - c.in.x(), c.in.y() - c.end.y()}, width);
-    return SoundEase({kOwn, out.x(), out.y(), in.x(), in.y()});
+    return SoundEase({kOwn, (c.out.x() - c.start.x()) / width, c.out.y() - c.start.y(),
+                      (c.end.x() - c.in.x()) / width, c.in.y() - c.end.y()});
 }
 
 void SplitAt(Key& from, Key& added, const Key& to)
@@ -206,9 +198,9 @@ Ease SoundEase(Ease ease)
     const auto within = [](double value, double least, double most) {
         return std::isnan(value) ? 0.0 : std::clamp(value, least, most);
     };
-    return {ease.kind >= kLinear && ease.kind <= kSmooth ? ease.kind : kOwn, within(ease.outX, 0, 1),
-            within(ease.outY, -kLargestEaseOffset, kLargestEaseOffset), within(ease.inX, 0, 1),
-            within(ease.inY, -kLargestEaseOffset, kLargestEaseOffset)};
+    return {ease.kind >= kLinear && ease.kind <= kSmooth ? ease.kind : kOwn,
+            within(ease.outX, 0, kLongestTangent), within(ease.outY, -kLargestEaseOffset, kLargestEaseOffset),
+            within(ease.inX, 0, kLongestTangent), within(ease.inY, -kLargestEaseOffset, kLargestEaseOffset)};
 }
 
 Properties StillProperties()

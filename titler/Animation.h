@@ -22,8 +22,11 @@ enum class Property
     GradientOffset, ///< as a fraction of the gradient's length, along its direction
 };
 inline constexpr int kProperties = 6;
-inline constexpr int kLongestDuration = 1000000;    ///< frames
-inline constexpr int kMostKeys = 10000;             ///< of one property
+inline constexpr int kLongestDuration = 1000000; ///< frames
+inline constexpr int kMostKeys = 10000;          ///< of one property
+/// Of a tangent, in widths of its segment. From 0 to 1 by hand; where a key is added to a path the halves can
+/// need as much as this, and no path that runs on in time can have more.
+inline constexpr double kLongestTangent = 4.0 / 3;
 inline constexpr double kLargestEaseOffset = 1.0e6; ///< of a tangent's end from its key, in value
 
 struct PropertyTraits
@@ -39,17 +42,17 @@ const PropertyTraits& TraitsOf(Property property);
 struct Ease
 {
     std::uint32_t kind = 1; ///< 1 linear, 2 speed-up, 3 speed-down, 4 the user's own, 5 smooth
-    double outX = 0;        ///< fraction of the way to the next key, 0 to 1
+    double outX = 0;        ///< fraction of the way to the next key, 0 to kLongestTangent
     double outY = 0;        ///< value offset from this key
-    double inX = 0;         ///< fraction leftwards from the next key, 0 to 1
+    double inX = 0;         ///< fraction leftwards from the next key, likewise
     double inY = 0;         ///< value offset from the next key
 
     bool operator==(const Ease&) const = default;
 };
 /// titler's own presets: kinds 1, 2, 3 and 5; every other one is linear.
 Ease PresetEase(std::uint32_t kind);
-/// An ease from outside: fractions in 0 to 1, offsets within kLargestEaseOffset, what is no number is 0, and
-/// a kind that we do not know is the user's own.
+/// An ease from outside: fractions in 0 to kLongestTangent, offsets within kLargestEaseOffset, what is no
+/// number is 0, and a kind that we do not know is the user's own.
 Ease SoundEase(Ease ease);
 
 struct Key
@@ -94,8 +97,7 @@ std::optional<int> NextKeyFrame(const Animated& animated, int frame);
 /// Sets the value: that of the key at `frame` (added where there is none) while animated, else the value
 /// itself. Clamped to the property's limits; what is no number changes nothing.
 void SetValueAt(Animated& animated, Property property, int frame, double value);
-/// Adds a key with the value at that frame. Splitting a segment keeps the path as it runs; a part whose
-/// tangent would have to be longer than the segment gets the longest with that direction.
+/// Adds a key with the value at that frame. Splitting a segment keeps the path as it runs.
 /// A frame before 0 or beyond kLongestDuration and one key more than kMostKeys change nothing.
 void AddKey(Animated& animated, Property property, int frame);
 /// Removes a key; the last one leaves its value behind. The segments at both sides become one; a path that

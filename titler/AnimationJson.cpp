@@ -34,8 +34,8 @@ Ease ReadEase(JsonReader reader)
     reader.Read("kind", kKinds, kind);
     Ease ease = PresetEase(kind);
     ease.kind = kind;
-    reader.ReadTangent("out", ease.outX, ease.outY, kLargestEaseOffset);
-    reader.ReadTangent("in", ease.inX, ease.inY, kLargestEaseOffset);
+    reader.ReadTangent("out", ease.outX, ease.outY);
+    reader.ReadTangent("in", ease.inX, ease.inY);
     return ease;
 }
 

@@ -98,7 +98,7 @@ void JsonReader::Read(const char* key, float& number, double least, double most)
     number = static_cast<float>(read);
 }
 
-void JsonReader::ReadTangent(const char* key, double& fraction, double& offset, double most)
+void JsonReader::ReadTangent(const char* key, double& fraction, double& offset)
 {
     const QJsonValue value = Take(key);
     if (value.isUndefined())
@@ -109,8 +109,8 @@ void JsonReader::ReadTangent(const char* key, double& fraction, double& offset, 
             m_error.length = pair.size();
         return;
     }
-    ReadNumber(ElementName(key, 0), pair[0], fraction, 0, 1);
-    ReadNumber(ElementName(key, 1), pair[1], offset, -most, most);
+    ReadNumber(ElementName(key, 0), pair[0], fraction, 0, kLongestTangent);
+    ReadNumber(ElementName(key, 1), pair[1], offset, -kLargestEaseOffset, kLargestEaseOffset);
 }
 
 void JsonReader::ReadColour(const char* key, DWORD& colour)

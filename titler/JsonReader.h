@@ -49,8 +49,8 @@ public:
     void Read(const char* key, float& number, double least, double most);
     template <typename Integer>
     void ReadWhole(const char* key, Integer& number, double least, double most);
-    /// A list of two numbers, each within its limit: 0 to 1, and `most` to both sides of 0.
-    void ReadTangent(const char* key, double& fraction, double& offset, double most);
+    /// A list of two numbers: 0 to kLongestTangent, and at most kLargestEaseOffset to both sides of 0.
+    void ReadTangent(const char* key, double& fraction, double& offset);
     template <typename T, std::size_t N>
     void Read(const char* key, const Names<T, N>& names, T& result);
     void ReadColour(const char* key, DWORD& colour);

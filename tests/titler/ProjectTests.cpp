@@ -265,7 +265,7 @@ INSTANTIATE_TEST_SUITE_P(
         Broken{"Tangent", Keys("[{'ease':{'out':[0.5]}}]"),
                "scale[0].ease.out: expected a list of 2 elements, found 1 elements"},
         Broken{"TangentFraction", Keys("[{'ease':{'in':[1.5,0]}}]"),
-               "scale[0].ease.in[0]: expected a number from 0 to 1, found 1.5"},
+               "scale[0].ease.in[0]: expected a number from 0 to 1.333333333, found 1.5"},
         Broken{"TangentOffset", Keys("[{'ease':{'in':[1,null]}}]"),
                "ease.in[1]: expected a number from -1000000"},
         Broken{"Position", Stops("[{},{},{'position':1.5}]"),
