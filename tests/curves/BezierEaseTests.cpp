@@ -139,10 +139,8 @@ TEST(BezierEase, OutsideStraightAndDegenerate)
         {"behind", {1, 5, 2, 5, 2, 9, 3, 9}, kInfinity, 9},
         {"middle", {1, 5, 2, 5, 2, 9, 3, 9}, 2, 7},
         {"no tangents, a straight line", {1, 5, 1, 5, 3, 9, 3, 9}, 1.5, 6},
-        {"empty, before", {1, 5, 1, 5, 1, 9, 1, 9}, 0.5, 5},
         {"empty, there", {1, 5, 1, 5, 1, 9, 1, 9}, 1, 9},
         {"reversed, before its end", {3, 5, 2, 5, 2, 9, 1, 9}, 0.5, 5},
-        {"reversed, behind its end", {3, 5, 2, 5, 2, 9, 1, 9}, 2, 9},
         {"a handle that is not a number", {1, 5, kNaN, 5, 2, 9, 3, 9}, 2, 5},
         {"a value that is not a number", {1, kNaN, 2, 5, 2, 9, 3, 9}, 2, 0},
         {"an end that is not a number", {1, 5, 2, 5, 2, 9, kNaN, 9}, 2, 9},
@@ -165,13 +163,11 @@ TEST(BezierEase, Speed)
         double speed;
     } cases[] = {
         {"straight", {1, 5, 1, 5, 3, 9, 3, 9}, 1.5, 2},
-        {"slow start", {0, 0, 2, 0, 2, 8, 4, 8}, 0, 0},
         {"its middle", {0, 0, 2, 0, 2, 8, 4, 8}, 2, 4},
         {"vertical middle", {0, 0, 1, 0, 0, 1, 1, 1}, 0.5, kInfinity},
         {"falling vertically", {0, 1, 0, 0.5, 1, 0, 1, 0}, 0, -kInfinity},
         {"no tangent at the start", {0, 0, 0, 0, 0.5, 1, 1, 1}, 0, 2},
         {"no tangent at the end", {0, 0, 0.5, 0, 1, 1, 1, 1}, 1, 2},
-        {"outside", {0, 0, 2, 0, 2, 8, 4, 8}, 4.5, 0},
         {"a step", {1, 5, 1, 5, 1, 9, 1, 9}, 1, 0},
     };
     for (const auto& row : cases) {

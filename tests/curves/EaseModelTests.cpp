@@ -51,6 +51,7 @@ TEST(EaseModel, DragsAndTheirLimits)
         SKvCurvePoint mouse;
         SKvCurvePoint free;
         SKvCurvePoint locked;
+        std::optional<SKvCurvePoint> along = {}; // with Ctrl: where the handle stands first
     } cases[] = {
         {"out follows", {0, OutHandle}, {5, 25}, {5, 25}, {5, 25}},
         {"out falls", {0, OutHandle}, {5, -90}, {5, -90}, {5, 10}},
@@ -62,59 +63,34 @@ TEST(EaseModel, DragsAndTheirLimits)
         {"line past the width", {0, OutTangent, 0.5}, {6, 20}, {6, 20}, {6, 20}},
         {"line to the wrong side", {0, OutTangent, 2}, {1, 14}, {2, 12}, {2, 12}},
         {"line of the end", {1, InTangent, 0.5}, {5, 20}, {4, 10}, {4, 10}},
-        {"its width", {1, InTangent, 0.25}, {4, 20}, {2, 10}, {2, 10}},
         {"width before lock", {1, InTangent, 0.1}, {5, 10}, {2, -50}, {2, -10}},
         {"its wrong side", {1, InTangent, 0.5}, {7, 20}, {6, 10}, {6, 10}},
         {"start key up", {0, Key}, {5, 25}, {2, 25}, {2, 10}},
-        {"start key too high", {0, Key}, {2, 50}, {2, 40}, {2, 10}},
         {"end key too low", {1, Key}, {2, -1}, {6, 0}, {6, 30}},
+        {"along", {0, OutHandle}, {5, 10}, {3.5, 25}, {3.5, 25}, {{3, 20}}},
+        {"along by the line", {0, OutTangent, 0.5}, {3.5, 10}, {3.5, 25}, {3.5, 25}, {{3, 20}}},
+        {"along past the segment", {0, OutHandle}, {6, 99}, {6, 50}, {6, 50}, {{3, 20}}},
+        {"along, not backwards", {0, OutHandle}, {1, 0}, {2, 10}, {2, 10}, {{3, 20}}},
+        {"along a level one", {0, OutHandle}, {4, 35}, {4, 10}, {4, 10}, {{3, 10}}},
+        {"along the end's", {1, InHandle}, {4, 30}, {5.6, 22}, {5.6, 22}, {{5, 10}}},
+        {"along as far as locked", {1, InHandle}, {2, -99}, {2, -50}, {4, -10}, {{5, 10}}},
+        {"along none", {1, InHandle}, {5, 20}, {5, 20}, {5, 20}, {{6, 30}}},
         {"not a number", {0, OutHandle}, {kNaN, 20}, {3, 10}, {3, 10}},
         {"beyond float", {0, OutHandle}, {4, 1e300}, {3, 10}, {4, 50}},
     };
     for (const auto& row : cases) {
         for (const std::uint32_t lock : {0u, 7u}) {
-            EaseModel model;
-            model.Load(Curve(lock));
-            EXPECT_EQ(model.BeginDrag(row.hit), lock == 0 || row.hit.part != Key) << row.name;
-            model.DragTo(row.mouse, false);
-            const auto moved = static_cast<EaseHandle>(std::abs(3 * row.hit.key - (row.hit.part != Key)));
-            ExpectAt(row.name, model.Curve()[moved], lock != 0 ? row.locked : row.free);
-            EXPECT_EQ(model.Curve().kind, kv::kEaseSmooth) << row.name << ": of the record before";
-        }
-    }
-}
-
-TEST(EaseModel, DragsAlongATangent)
-{
-    using enum EasePart;
-    const struct
-    {
-        const char* name;
-        kv::EaseHit hit;
-        SKvCurvePoint handle; // where it stands first
-        SKvCurvePoint mouse;
-        SKvCurvePoint free;
-        SKvCurvePoint locked;
-    } cases[] = {
-        {"out", {0, OutHandle}, {3, 20}, {5, 10}, {3.5, 25}, {3.5, 25}},
-        {"out by its line", {0, OutTangent, 0.5}, {3, 20}, {3.5, 10}, {3.5, 25}, {3.5, 25}},
-        {"out past the segment", {0, OutHandle}, {3, 20}, {6, 99}, {6, 50}, {6, 50}},
-        {"level", {0, OutHandle}, {3, 10}, {4, 35}, {4, 10}, {4, 10}},
-        {"not backwards", {0, OutHandle}, {3, 20}, {1, 0}, {2, 10}, {2, 10}},
-        {"in", {1, InHandle}, {5, 10}, {4, 30}, {5.6, 22}, {5.6, 22}},
-        {"in as far as the lock allows", {1, InHandle}, {5, 10}, {2, -99}, {2, -50}, {4, -10}},
-        {"none has no direction", {1, InHandle}, {6, 30}, {5, 20}, {5, 20}, {5, 20}},
-    };
-    for (const auto& row : cases) {
-        for (const std::uint32_t lock : {0u, 7u}) {
+            const EaseHandle key = row.hit.key == 0 ? EaseHandle::Start : EaseHandle::End;
             const EaseHandle handle = row.hit.key == 0 ? EaseHandle::Out : EaseHandle::In;
+            const EaseHandle moved = row.hit.part == Key ? key : handle;
             EaseCurve curve = Curve(lock);
-            curve[handle] = row.handle;
+            curve[moved] = row.along.value_or(curve[moved]);
             EaseModel model;
             model.Load(curve);
-            ASSERT_TRUE(model.BeginDrag(row.hit)) << row.name;
-            model.DragTo(row.mouse, true);
-            ExpectAt(row.name, model.Curve()[handle], lock != 0 ? row.locked : row.free);
+            EXPECT_EQ(model.BeginDrag(row.hit), lock == 0 || row.hit.part != Key) << row.name;
+            model.DragTo(row.mouse, row.along.has_value());
+            ExpectAt(row.name, model.Curve()[moved], lock != 0 ? row.locked : row.free);
+            EXPECT_EQ(model.Curve().kind, kv::kEaseSmooth) << row.name << ": of the record before";
         }
     }
 }
@@ -144,10 +120,10 @@ TEST(EaseModel, AKeyTakesItsHandleAlongAndBack)
 TEST(EaseModel, SingleMovesObeyTheLimitsAndLeaveTheRestAlone)
 {
     // Both handles beyond the far key.
-    const EaseCurve odd{{{{0.1, 0.7}, {1.1 + 0.2, 7}, {-0.0, 1e-17}, {1.1, 0.3}}}, 0, 1, 0, 2};
+    const EaseCurve odd{{{{0.1, 0.7}, {1.1 + 0.2, 7}, {-0.0, 1e-17}, {1.1, 1.3}}}, 0, 1, 0, 2};
     EaseModel model;
     model.Load(odd);
-    EXPECT_FALSE(model.Move(EaseHandle::Start, {5, 0.7})) << "time of a key";
+    EXPECT_FALSE(model.Move(EaseHandle::End, {5, 1.3})) << "time of a key";
     EXPECT_FALSE(model.Move(EaseHandle::In, {0.0, 1e-17}));
     EXPECT_FALSE(model.Move(EaseHandle::In, {kInfinity, 0}));
     EXPECT_FALSE(model.MoveHandles(odd[EaseHandle::Out], odd[EaseHandle::In]));
@@ -170,7 +146,7 @@ TEST(EaseModel, SingleMovesObeyTheLimitsAndLeaveTheRestAlone)
     EXPECT_TRUE(model.CanRedo());
 }
 
-TEST(EaseModel, HistoryOfPresetsAndDrags)
+TEST(EaseModel, PresetsAndDragsThatAreRefusedOrDropped)
 {
     EaseModel model;
     model.Load(Curve());
@@ -180,27 +156,19 @@ TEST(EaseModel, HistoryOfPresetsAndDrags)
     ExpectAt("out", model.Curve()[EaseHandle::Out], {4, 11});
     ExpectAt("in", model.Curve()[EaseHandle::In], {5, 28});
     EXPECT_FALSE(model.ApplyPreset(kv::kEaseSmooth, {0.5, kNaN, 0, 0}));
-    EXPECT_TRUE(model.ApplyPreset(kv::kEaseLinear, {}));
-    const Bits linear = BitsOf(model.Curve());
-    ASSERT_TRUE(model.BeginDrag({0, EasePart::Key}));
-    model.DragTo({2, 0}, false);
-    model.CancelDrag();
-    EXPECT_EQ(BitsOf(model.Curve()), linear);
-    EXPECT_EQ(model.RecordCount(), 3u);
-    EXPECT_FALSE(model.Redo());
-
+    const Bits preset = BitsOf(model.Curve());
     ASSERT_TRUE(model.BeginDrag({0, EasePart::Key}));
     EXPECT_FALSE(model.Move(EaseHandle::End, {6, 1}) || model.BeginDrag({1, EasePart::Key})) << "in a drag";
     EXPECT_EQ(model.Drag()->key, 0);
+    model.DragTo({2, 0}, false);
+    model.CancelDrag();
+    EXPECT_EQ(BitsOf(model.Curve()), preset);
+    ASSERT_TRUE(model.BeginDrag({0, EasePart::Key}));
     EXPECT_TRUE(model.Undo());
     EXPECT_FALSE(model.Drag()) << "dropped";
-    EXPECT_EQ(model.Curve().kind, kv::kEaseSpeedUp);
     EXPECT_TRUE(model.Redo());
-    EXPECT_EQ(BitsOf(model.Curve()), linear);
-    EXPECT_TRUE(model.Revert() && model.Revert()) << "also to where it stands";
-    EXPECT_TRUE(model.Move(EaseHandle::In, {5, 5}));
-    EXPECT_EQ(model.RecordCount(), 2u) << "an edit discards what was undone";
-    EXPECT_FALSE(model.CanRedo());
+    EXPECT_EQ(BitsOf(model.Curve()), preset);
+    EXPECT_EQ(model.RecordCount(), 2u);
 }
 
 TEST(EaseModel, CurvesThatCannotBeEdited)
@@ -210,12 +178,7 @@ TEST(EaseModel, CurvesThatCannotBeEdited)
         const char* name;
         EaseCurve curve;
     } cases[] = {
-        {"empty segment", {{{{1, 0}, {1, 0}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
-        {"reversed", {{{{2, 0}, {2, 0}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
-        {"empty range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 1, 1, 0, 1}},
         {"not a number", {{{{0, 0}, {0, kNaN}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
-        {"infinite range", {{{{0, 0}, {0, 0}, {1, 1}, {1, 1}}}, 0, kInfinity, 0, 1}},
-        {"beyond float", {{{{0, 0}, {0, 0}, {1, 4e38}, {1, 1}}}, 0, 1, 0, 1}},
         {"a height beyond float", {{{{0, -3e38}, {0, -3e38}, {1, 3e38}, {1, 3e38}}}, 0, 1, 0, 1}},
         {"a tangent beyond float", {{{{0, -3e38}, {0, 3e38}, {1, 1}, {1, 1}}}, 0, 1, 0, 1}},
         {"below float", {{{{0, 0}, {0, 0}, {1e-60, 1}, {1e-60, 1}}}, 0, 1, 0, 1}},
@@ -230,80 +193,49 @@ TEST(EaseModel, CurvesThatCannotBeEdited)
                      model.MoveHandles({0.5, 0}, {0.5, 1}))
             << row.name;
         EXPECT_EQ(BitsOf(model.Curve()), BitsOf(row.curve)) << row.name;
-        KvBezierPath path;
-        EXPECT_EQ(model.Keys().AddToPath(path), 1) << row.name;
-        ASSERT_EQ(path.size(), 1u) << row.name;
-        for (const SKvCurvePoint& point : path[0].points)
-            EXPECT_TRUE(std::isfinite(point.x) && std::isfinite(point.y)) << row.name;
     }
 }
 
-// Runs random edits and looks at the invariants after each.
-class RandomEdits
+void CheckInvariants(const EaseCurve& curve)
 {
-public:
-    RandomEdits(unsigned seed, std::uint32_t lock) : m_random(seed)
-    {
-        EaseCurve curve = Curve(lock);
-        if (lock != 0)
-            curve.points = {{{2, 0}, {3, 1}, {4, 30}, {6, 40}}};
-        m_model.Load(curve);
-    }
-
-    void Step()
-    {
-        const kv::EaseHit hit{Below(2), static_cast<EasePart>(Below(5)), Number(0.002, 1.5)};
-        if (m_model.BeginDrag(hit)) {
-            for (int moves = Below(4); moves > 0; --moves) {
-                m_model.DragTo({Number(2, 6), Number(-100, 100)}, Below(3) == 0);
-                Check();
-            }
-            Below(4) == 0 ? m_model.CancelDrag() : m_model.EndDrag();
-        }
-        if (Below(4) == 0)
-            m_model.Move(static_cast<EaseHandle>(Below(4)), {Number(-5, 15), Number(-100, 100)});
-        Check();
-        const Bits before = BitsOf(m_model.Curve());
-        if (m_model.Undo()) {
-            ASSERT_TRUE(m_model.Redo());
-            ASSERT_EQ(BitsOf(m_model.Curve()), before);
-        }
-    }
-
-private:
-    int Below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
-    double Number(double from, double to) { return std::uniform_real_distribution(from, to)(m_random); }
-
-    void Check()
-    {
-        const EaseCurve& curve = m_model.Curve();
-        const SKvCurvePoint out = curve.OutTangent();
-        const SKvCurvePoint in = curve.InTangent();
-        constexpr double noise = 1e-12;
-        ASSERT_TRUE(curve.points[0].x == 2 && curve.points[3].x == 6);
-        ASSERT_TRUE(out.x >= 0 && out.x <= 4 && in.x <= 0 && in.x >= -4);
-        if (curve.lock == 0)
-            return;
-        ASSERT_TRUE(out.y >= 0 && out.y <= 40 + noise && in.y <= 0 && in.y >= -40 - noise);
-        const double points[] = {
-            2, 0, curve.points[1].x, curve.points[1].y, curve.points[2].x, curve.points[2].y, 6, 40};
-        const KvBezierEase ease(points);
-        for (double x = 2.1; x <= 6; x += 0.1)
-            ASSERT_GE(ease.Value(x), ease.Value(x - 0.1) - 1e-9);
-    }
-
-    std::mt19937 m_random;
-    EaseModel m_model;
-};
+    constexpr double noise = 1e-12;
+    const SKvCurvePoint out = curve.OutTangent();
+    const SKvCurvePoint in = curve.InTangent();
+    ASSERT_TRUE(curve.points[0].x == 2 && curve.points[3].x == 6);
+    ASSERT_TRUE(out.x >= 0 && out.x <= 4 && in.x <= 0 && in.x >= -4);
+    if (curve.lock == 0)
+        return;
+    ASSERT_TRUE(out.y >= 0 && out.y <= 40 + noise && in.y <= 0 && in.y >= -40 - noise);
+    const KvBezierEase ease(kv::Coordinates(curve.points).data());
+    for (double x = 2.1; x <= 6; x += 0.1)
+        ASSERT_GE(ease.Value(x), ease.Value(x - 0.1) - 1e-9);
+}
 
 TEST(EaseModel, RandomEditsKeepTheInvariants)
 {
-    for (unsigned seed = 0; seed < 40; ++seed) {
-        RandomEdits edits(seed, seed % 2);
-        for (int i = 0; i < 40; ++i) {
-            edits.Step();
-            ASSERT_FALSE(testing::Test::HasFatalFailure()) << "seed " << seed << ", step " << i;
+    std::mt19937 random(7);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const auto number = [&](double from, double to) {
+        return std::uniform_real_distribution(from, to)(random);
+    };
+    EaseModel model;
+    for (int i = 0; i < 2000; ++i) {
+        if (i % 40 == 0) // free and locked in turn
+            model.Load({{{{2, 0}, {3, 1}, {4, 30}, {6, 40}}}, 0, 40, i / 40 % 2u, 4});
+        if (model.BeginDrag({below(2), static_cast<EasePart>(below(5)), number(0.002, 1.5)})) {
+            for (int moves = below(4); moves > 0; --moves) {
+                model.DragTo({number(2, 6), number(-100, 100)}, below(3) == 0);
+                CheckInvariants(model.Curve());
+            }
+            below(4) == 0 ? model.CancelDrag() : model.EndDrag();
         }
+        if (below(4) == 0)
+            model.Move(static_cast<EaseHandle>(below(4)), {number(-5, 15), number(-100, 100)});
+        CheckInvariants(model.Curve());
+        const Bits before = BitsOf(model.Curve());
+        ASSERT_TRUE(!model.Undo() || model.Redo());
+        ASSERT_EQ(BitsOf(model.Curve()), before);
+        ASSERT_FALSE(testing::Test::HasFatalFailure()) << "step " << i;
     }
 }
 

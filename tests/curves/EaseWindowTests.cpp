@@ -226,17 +226,12 @@ TEST_F(EaseWindow, Drags)
         {"press and release", "L150,220 l", "hist"},
         {"handle", "L150,220 M200,200 M250,120 l", "set4 set4 hist", "10,0 20,1 25,2 30,2"},
         {"a move that changes nothing", "L150,220 M150,220 l", "set4 hist"},
-        {"flattened at the wrong side", "L350,20 M460,70 l", "set4 hist", "10,0 15,0 30,1.5 30,2"},
         {"exactly the right edge", "L150,220 M900,120 l", "set4 hist", "10,0 30,1 25,2 30,2"},
         {"free in y", "L150,220 M150,-180 l", "set4 hist", "10,0 15,4 25,2 30,2"},
         {"key, its handle along", "L450,20 M300,120 l", "set4 hist", "10,0 15,0 25,1 30,1"},
         {"key within the range", "L50,220 M50,900 M50,-900 l", "set4 set4 hist", "10,2 15,2 25,2 30,2"},
-        {"half the tangent line", "L100,220 M150,170 l", "set4 hist", "10,0 20,1 25,2 30,2"},
-        {"a tangent line beyond the segment", "L100,220 M350,170 l", "set4 hist",
-         "10,0 30,0.666666667 25,2 30,2"},
         {"Ctrl keeps the direction", "L150,220 C250,120 l", "set4 hist", "10,0 20,0 25,2 30,2"},
-        {"box: left and top", "L146,216 l", "hist"},
-        {"box: right and bottom", "L154,224 M200,100 l", ""},
+        {"nothing there", "L154,224 M200,100 l", ""},
         {"double click", "L150,220 l D150,220 M200,100 l", "hist"},
         {"escape", "L150,220 M250,120 KEsc M250,130 l", "set4 set3"},
         {"escape before a move", "L150,220 KEsc l", "set3"},
@@ -281,11 +276,7 @@ TEST_F(EaseWindow, ViewIsZoomedMovedAndReset)
         {"Home", "W-250 KHome L350,20 M350,120 l", "set4 hist", "10,0 15,0 25,1 30,2"},
         {"load", "W-250 A L350,20 M350,120 l", "get hist set4 hist", "10,0 15,0 25,1 30,2"},
         {"no drag in a zoom", "Z100,100 L350,20 M350,120 l z", ""},
-        {"no pan in a zoom", "Z100,100 R100,100 r M100,350 z L150,187 M150,20 l", "set4 hist",
-         "10,0 15,2.5 25,2 30,2"},
         {"no wheel in a drag", "L350,20 W-250 M350,120 l", "set4 hist", "10,0 15,0 25,1 30,2"},
-        {"capture lost in a pan", "R100,100 M100,200 O M100,300 r L350,120 M350,20 l", "set4 hist",
-         "10,0 15,0 25,3 30,2"},
     });
 }
 
@@ -303,9 +294,7 @@ TEST_F(EaseWindow, Keyboard)
         {"typed place", "KPgUp KPgUp T20,1 KReturn", "set4 hist", "10,0 15,0 20,1 30,2"},
         {"typed value", "KPgDown KPgDown T-0.25 KReturn", "set4 hist", "10,0 15,-0.25 25,2 30,2"},
         {"typed beyond", "KPgUp T99,9 KReturn KPgUp T99,1 KReturn", "set4 hist", "10,0 15,0 30,1 30,2"},
-        {"typed beyond the far key", "L150,220 l ! T99,1 KReturn", "set4 hist", "10,0 30,1 25,2 30,2"},
         {"out at the far key", "L150,220 M450,120 l ! KRight KRight", "", "10,0 30,1 25,2 30,2"},
-        {"in at the far key", "L350,20 M50,120 l ! KLeft KLeft", "", "10,0 15,0 10,1 30,2"},
         {"taken back", "KPgDown KPgDown T12 KBackspace KReturn KReturn", "set4 hist", "10,0 15,1 25,2 30,2"},
         {"dropped", "KPgDown T1 KEsc T1 F KReturn", ""},
         {"mended", "KPgDown KPgDown T1,, KReturn KBackspace T3 KReturn", "set4 hist", "10,0 10,3 25,2 30,2"},
@@ -405,9 +394,8 @@ TEST_F(EaseWindow, CurvesThatMakeNoSenseAreShownOnly)
         window->SetFrameLength(0.04);
         window->ShowSpeed(1);
         window->ShowInitialCurve(1);
-        Run("L150,220 M200,100 l L450,20 M450,90 l KPgDown KUp T1 KReturn V0,0,1,1 KCtrl+V KCtrl+Z U Y X 1 2 "
-            "3 5"
-            " W120 Z50,50 M60,90 z R50,50 M60,90 r KHome");
+        Run("L150,220 M200,100 l L450,20 M450,90 l KPgDown KUp T1 KReturn V0,0,1,1 KCtrl+V KCtrl+Z");
+        Run("U Y X 1 2 3 5 W120 Z50,50 M60,90 z R50,50 M60,90 r KHome");
         EXPECT_EQ(std::exchange(host.heard, {}), "") << row.name;
         const QImage picture = Picture();
         EXPECT_EQ(picture.pixel(3, 3), 0xFF505050u) << row.name;
@@ -449,28 +437,28 @@ TEST_F(EaseWindow, HostMayDeleteTheWindowInEveryCall)
         {"up", "2"},
         {"get", "A"},
         {"hist", "A"},
+        {"CurveChanged", "L150,220 M250,120 M260,120 l"},
+        {"CurveChanged", "KPgDown KUp KUp"},
+        {"CurveChanged", "1 U"},
+        {"HistoryChanged", "L150,220 M250,120 l KUp"},
+        {"HistoryChanged", "1"},
+        {"HistoryChanged", "A"},
     };
-    for (const bool bySignal : {false, true}) {
-        for (const auto& [call, steps] : rows) {
-            if (bySignal && std::string(call) != "hist" && std::string(call).compare(0, 3, "set") != 0)
-                continue;
-            Renew();
-            if (bySignal) {
-                const auto die = [this] { delete window; };
-                if (std::string(call) == "hist")
-                    QObject::connect(window, &CKvParamBezierWnd::HistoryChanged, die);
-                else
-                    QObject::connect(window, &CKvParamBezierWnd::CurveChanged, die);
-            } else {
-                host.onCall = [&, deadly = std::string(call)](const std::string& heard) {
-                    if (heard == deadly)
-                        delete window;
-                };
-            }
-            Run(steps);
-            EXPECT_FALSE(window) << call << " in " << steps;
-            host.heard.clear();
-        }
+    const auto die = [this] { delete window; };
+    for (const auto& [call, steps] : rows) {
+        Renew();
+        const std::string deadly = call;
+        host.onCall = [&](const std::string& heard) {
+            if (heard == deadly)
+                die();
+        };
+        if (deadly == "CurveChanged")
+            QObject::connect(window, &CKvParamBezierWnd::CurveChanged, die);
+        if (deadly == "HistoryChanged")
+            QObject::connect(window, &CKvParamBezierWnd::HistoryChanged, die);
+        Run(steps);
+        EXPECT_FALSE(window) << call << " in " << steps;
+        host.heard.clear();
     }
 }
 
@@ -577,16 +565,16 @@ TEST_F(EaseWindow, FarHandlesStayOutOfTheMargins)
             window->ShowInitialCurve(1);
             window->SetFrameLength(0.1);
             const QImage picture = Picture();
-            int reds = 0;
+            int reds[2] = {}; // outside the plot, within it
             for (int y = 0; y < picture.height(); ++y) {
                 for (int x = 0; x < picture.width(); ++x) {
                     const QRgb pixel = picture.pixel(x, y);
-                    const bool isRed = qRed(pixel) >= 200 && qGreen(pixel) <= 60;
-                    EXPECT_TRUE(!isRed || QRect(50, 20, 400, 200).contains(x, y)) << x << ',' << y;
-                    reds += isRed ? 1 : 0;
+                    if (qRed(pixel) >= 200 && qGreen(pixel) <= 60)
+                        ++reds[QRect(50, 20, 400, 200).contains(x, y)];
                 }
             }
-            EXPECT_TRUE(reds > 150 || far > 1e15) << far; // beyond, only rounding is left of the curve
+            EXPECT_EQ(reds[0], 0) << far;
+            EXPECT_TRUE(reds[1] > 150 || far > 1e15) << far; // beyond, only rounding is left of the curve
         }
     }
 }
@@ -595,33 +583,22 @@ TEST_F(EaseWindow, ShowsFramesSpeedAndTheInitialCurve)
 {
     Run("1"); // a straight line from (50, 220) to (450, 20)
     const auto at = [&](int x, int y) { return Picture().pixel(x, y); };
-    const std::function<void(CKvParamBezierWnd&)> hide = [](CKvParamBezierWnd& curve) {
-        curve.SetFrameLength(0);
-        curve.ShowSpeed(0);
-        curve.ShowInitialCurve(0);
-    };
-    const struct
-    {
-        const char* name;
-        std::function<void(CKvParamBezierWnd&)> show;
-        QPoint place;
-        bool isSeen;
-    } rows[] = {
-        {"a frame every 50 pixels",
-         [](CKvParamBezierWnd& curve) { curve.SetFrameLength(2.5); },
-         {250, 120},
-         true},
-        {"between two", [](CKvParamBezierWnd& curve) { curve.SetFrameLength(2.5); }, {275, 107}, false},
-        {"every two pixels", [](CKvParamBezierWnd& curve) { curve.SetFrameLength(0.1); }, {250, 120}, false},
-        {"average speed at a third", [](CKvParamBezierWnd& curve) { curve.ShowSpeed(1); }, {253, 153}, true},
-        {"initial curve", [](CKvParamBezierWnd& curve) { curve.ShowInitialCurve(1); }, {140, 188}, true},
-    };
-    for (const auto& row : rows) {
-        hide(*window);
-        const QRgb before = at(row.place.x(), row.place.y());
-        row.show(*window);
-        EXPECT_EQ(at(row.place.x(), row.place.y()) != before, row.isSeen) << row.name;
-    }
+    const QRgb plain[] = {at(250, 120), at(275, 107), at(253, 153), at(140, 188)};
+    window->SetFrameLength(0.1);
+    EXPECT_EQ(at(250, 120), plain[0]) << "two pixels apart";
+    window->SetFrameLength(2.5);
+    EXPECT_NE(at(250, 120), plain[0]) << "fifty pixels apart";
+    EXPECT_EQ(at(275, 107), plain[1]) << "between two";
+    window->ShowSpeed(1);
+    EXPECT_NE(at(253, 153), plain[2]) << "the average at a third";
+    window->ShowInitialCurve(1);
+    EXPECT_NE(at(140, 188), plain[3]);
+    window->SetFrameLength(0);
+    window->ShowSpeed(0);
+    window->ShowInitialCurve(0);
+    EXPECT_EQ(at(250, 120), plain[0]);
+    EXPECT_EQ(at(253, 153), plain[2]);
+    EXPECT_EQ(at(140, 188), plain[3]);
 }
 
 TEST_F(EaseWindow, HandlesAreAccessible)
