@@ -67,7 +67,6 @@ TEST(SavePng, KeepsEveryPixel)
          {drawn, image.convertToFormat(QImage::Format_RGB32), drawn.copy(3, 3, 1, 7)}) {
         ASSERT_EQ(SavePng(picture, file), "");
         const QImage read(file);
-        EXPECT_EQ(read.format(), QImage::Format_ARGB32);
         EXPECT_EQ(read.convertToFormat(picture.format()), picture);
     }
     EXPECT_NE(SavePng({}, file), "");
