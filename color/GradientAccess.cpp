@@ -103,15 +103,7 @@ void GradientAccess::Update()
         if (old->name != now.name)
             NameChanged(now.key);
     }
-    const std::optional<Key> focus = FocusedPart();
-    const std::optional<Key> oldFocus = std::exchange(m_seenFocus, focus);
-    if (oldFocus == focus)
-        return;
-    for (const std::optional<Key>& key : {oldFocus, focus}) {
-        if (key)
-            StateChanged(*key); // the selection moved
-    }
-    FocusChanged();
+    UpdateFocus();
 }
 
 void GradientAccess::TextsChanged()

@@ -69,7 +69,6 @@ private:
     const GradientLayout& m_layout;
     GradientUser& m_user;
     std::vector<Seen> m_seen;
-    std::optional<Key> m_seenFocus;
 };
 
 } // namespace kv

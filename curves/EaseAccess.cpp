@@ -40,15 +40,7 @@ void EaseAccess::Update()
         else if (before[place].x != m_seen[place].x)
             NameChanged(key); // makes a reader ask for the description, where the time stands
     }
-    const std::optional<Key> focus = FocusedPart();
-    const std::optional<Key> oldFocus = std::exchange(m_seenFocus, focus);
-    if (oldFocus == focus)
-        return;
-    for (const std::optional<Key>& key : {oldFocus, focus}) {
-        if (key)
-            StateChanged(*key); // the selection moved
-    }
-    FocusChanged();
+    UpdateFocus();
 }
 
 void EaseAccess::TextsChanged()

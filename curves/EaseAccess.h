@@ -50,7 +50,6 @@ private:
     EaseUser& m_user;
     EasePoints m_seen{};
     int m_seenCount = 0;
-    std::optional<Key> m_seenFocus;
 };
 
 } // namespace kv

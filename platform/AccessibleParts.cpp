@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace kv {
@@ -375,6 +376,19 @@ void AccessibleParts::FocusChanged()
                 Tell(*key, QAccessible::Focus);
         },
         Qt::QueuedConnection);
+}
+
+void AccessibleParts::UpdateFocus()
+{
+    const std::optional<Key> focus = FocusedPart();
+    const std::optional<Key> oldFocus = std::exchange(m_seenFocus, focus);
+    if (oldFocus == focus)
+        return;
+    for (const std::optional<Key>& key : {oldFocus, focus}) {
+        if (key)
+            StateChanged(*key);
+    }
+    FocusChanged();
 }
 
 } // namespace kv

@@ -76,6 +76,9 @@ public:
     void StateChanged(Key key);
     /// The focus is on another part.
     void FocusChanged();
+    /// Compares the focused part with that of the last call and tells when it is another one: both change
+    /// their state, and the focus moves.
+    void UpdateFocus();
 
     QWidget& Control() const { return m_control; }
     QAccessible::Role Role() const { return m_role; }
@@ -88,6 +91,7 @@ private:
     QWidget& m_control;
     QAccessible::Role m_role;
     AccessibleContainer* m_container = nullptr;
+    std::optional<Key> m_seenFocus;
 };
 
 } // namespace kv
