@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr UINT kTemplate = 12016;
+constexpr UINT kTemplate = kKvParamBezierDialog;
 constexpr UINT kCurve = 12088;
 constexpr UINT kUndo = 12077;
 constexpr UINT kRevert = 12078;

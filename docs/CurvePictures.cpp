@@ -116,7 +116,7 @@ bool SaveEaseDialog(const Pictures& pictures)
 {
     Parameter parameter;
     CKvParamBezierCtrlDlg dialog(&parameter, L"title", L"opacity", nullptr);
-    dialog.Create(12016, nullptr);
+    dialog.Create(kKvParamBezierDialog, nullptr);
     dialog.show();
     dialog.UpdateDialogControls();
     return pictures.Save(dialog, "ease-dialog");

@@ -77,7 +77,7 @@ public:
     KvBezierEase();
     /// @param points P0, C0, C1, P1 as x, y pairs. A loop in x takes the first parameter that has the x; an
     /// empty or reversed segment and values that are not finite, or too large to reckon with, step from P0.y
-    /// to P1.y at P1.x.
+    /// to P1.y at P1.x. Throws std::bad_alloc without memory.
     explicit KvBezierEase(const double points[8]);
     KvBezierEase(const KvBezierEase&);
     KvBezierEase& operator=(const KvBezierEase&);

@@ -21,6 +21,9 @@
 /// is no answer then. The toolkit's `exec` and `finished` give what `DoModal` gives, but `QDialog::Rejected`
 /// for Cancel; `finished` does not come when the window is destroyed instead of answered.
 ///
+/// A subclass that overrides `OnAnswer` or `DestroyWindow` calls `DestroyWindow` in its destructor: the
+/// base's destructor would not reach the override any more.
+///
 /// Enter is `OnOK`, whichever button has the focus; Space presses that one. Escape and the close box are
 /// `OnCancel`. The template's size is the smallest; in a larger window each item moves or grows as the
 /// template says. Colours come from the skin, texts from the tables; changes of either reach an open dialog.

@@ -61,6 +61,9 @@ private:
     std::shared_ptr<const bool> m_alive;
 };
 
+/// The ease dialog's template, for `CKvDialog::Create`.
+inline constexpr UINT kKvParamBezierDialog = 12016;
+
 /// "Parameter Curve Setup": the ease window with buttons for undo, redo and reset, four presets, and steps to
 /// the segments before and after. The host sees every edit while it is made.
 ///

@@ -9,6 +9,7 @@
 class IKvParamBezierInfo
 {
 public:
+    // For the dialog around the window; the window itself calls none of these five.
     virtual int IsModified() { return 0; }
     virtual int SetModified(std::uint32_t /*modified*/) { return 0; }
     virtual int BeginEdit() { return 0; }
@@ -50,6 +51,7 @@ public:
     virtual ~IKvParamBezierInfo() = default;
 };
 
+/// Hears of the window's history. Never deleted through this interface: it has no virtual destructor.
 class IKvParamBezierCtrlCallback
 {
 public:

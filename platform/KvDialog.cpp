@@ -243,6 +243,8 @@ int CKvDialog::ReplaceDlgItem(UINT id, QWidget* control)
                                    [id](const Impl::Item& one) { return one.place->id == id; });
     if (item == m_impl->items.end() || !control)
         return 0;
+    if (item->control == control)
+        return 1;
     delete item->control;
     item->control = control;
     KvSetDlgItemId(control, id);

@@ -1,5 +1,6 @@
 #include "platform/KvDialogImpl.h"
 
+#include "KvButtons.h"
 #include "KvGuiRes.h"
 #include "platform/DialogItems.h"
 #include "platform/DialogStyle.h"
@@ -83,7 +84,8 @@ void CKvDialog::Impl::MakeItems()
         KvSetDlgItemId(control, item.id);
         if (auto* button = qobject_cast<QPushButton*>(control)) {
             connect(button, &QPushButton::clicked, &dialog, [this, button, id = item.id] {
-                KvSendMessage(&dialog, WM_COMMAND, MAKEWPARAM(id, 0), reinterpret_cast<LPARAM>(button));
+                KvSendMessage(&dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                              reinterpret_cast<LPARAM>(button));
             });
         }
         control->show();

@@ -12,6 +12,8 @@ fi
 for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetData(' 'KvGuiRes::LoadColor(' \
   'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent' \
   'CreateFileNamingRule(' 'CreateFileNamingRuleCollection(' 'CheckRuleLabels(' 'KvLoadFileNamingCollection(' \
-  'KvSaveFileNamingCollection('; do
+  'KvSaveFileNamingCollection(' 'KvCreateBezierCurve2D(' 'KvBezierEase::Value(' \
+  'CKvBitmapButton::CreateButton(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
+  'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
   grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }
 done

@@ -296,7 +296,7 @@ TEST(EaseDialog, EachOpeningIsOneTransaction)
                 if (isModal) {
                     EXPECT_EQ(OpenWith(dialog, [&] { dialog.Run(row.steps); }), row.result);
                 } else {
-                    dialog.Create(12016, dialog.parent);
+                    dialog.Create(kKvParamBezierDialog, dialog.parent);
                     dialog.show();
                     dialog.Run(row.steps);
                     dialog.DestroyWindow(); // after what ends `DoModal` alone
