@@ -77,8 +77,29 @@ void RequireEdits(Animated animated, Property property)
     AddKey(animated, property, middle);
     RequireSoundKeys(animated, TraitsOf(property));
     RemoveKey(animated, KeyAt(animated, middle));
-    Retime(animated, 0.4);
-    RequireSoundKeys(animated, TraitsOf(property));
+}
+
+// At another rate a key on the last frame stays there, and no key crosses the end.
+void RequireRates(const Project& project)
+{
+    for (const EKvFrameRate rate : {kKvFrameRate23_976, kKvFrameRate25, kKvFrameRate60}) {
+        Project other = project;
+        SKvVideoResolution format = project.video;
+        format.frameRate = rate;
+        SetVideoFormat(other, format);
+        Require(other.duration >= 1 && other.duration <= kLongestDuration);
+        for (int i = 0; i < kProperties; ++i) {
+            const auto property = static_cast<Property>(i);
+            const Animated& before = project.title[property];
+            const Animated& after = other.title[property];
+            RequireSoundKeys(after, TraitsOf(property));
+            Require(before.IsAnimated() == after.IsAnimated());
+            Require(KeyAt(before, project.duration - 1) < 0 || KeyAt(after, other.duration - 1) >= 0 ||
+                    project.duration == 1);
+            Require(!before.IsAnimated() || (before.keys.back().frame < project.duration) ==
+                                                (after.keys.back().frame < other.duration));
+        }
+    }
 }
 
 } // namespace
@@ -98,6 +119,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         RequireMotion(project->title[property], property);
         RequireEdits(project->title[property], property);
     }
+    RequireRates(*project);
     const QByteArray saved = SerialiseProject(*project);
     const std::optional<Project> again = ParseProject(saved, error);
     Require(again.has_value());

@@ -321,14 +321,21 @@ void SetAnimated(Animated& animated, Property property, int frame, bool on)
         animated = {ValueAt(animated, property, frame), {}};
 }
 
-void Retime(Animated& animated, double factor)
+int Retiming::FrameOf(int frame) const
 {
-    if (!(factor > 0))
-        return;
+    if (frame >= duration)
+        return newDuration + static_cast<int>(std::lround((frame - duration) * behind));
+    const int last = newDuration - 1;
+    if (frame > 0 && frame == duration - 1)
+        return last;
+    return static_cast<int>(std::min<double>(std::round(frame * factor), last));
+}
+
+void Retime(Animated& animated, const Retiming& retiming)
+{
     std::vector<Key> keys;
     for (Key& key : animated.keys) {
-        const double frame = std::min<double>(std::round(key.frame * factor), kLongestDuration);
-        key.frame = static_cast<int>(frame);
+        key.frame = retiming.FrameOf(key.frame);
         if (!keys.empty() && keys.back().frame == key.frame)
             keys.pop_back();
         keys.push_back(std::move(key));

@@ -105,8 +105,19 @@ void AddKey(Animated& animated, Property property, int frame);
 void RemoveKey(Animated& animated, int index);
 /// Begins to animate with one key at `frame`, or ends it with the value at that frame.
 void SetAnimated(Animated& animated, Property property, int frame, bool on);
-/// Keeps keys at their times when the frame rate changes: multiplies their frames by `factor`. Of keys that
-/// fall on one frame the last stays; a factor that is not above 0 changes nothing.
-void Retime(Animated& animated, double factor);
+
+/// Where frames go when a project of `duration` frames becomes one of `newDuration` frames.
+struct Retiming
+{
+    int duration = 1;
+    int newDuration = 1;
+    double factor = 1; ///< of times within the project, above 0
+    double behind = 1; ///< of what is behind its end, likewise
+
+    /// The first and the last frame stay what they are; what is within the project or behind it stays there.
+    int FrameOf(int frame) const;
+};
+/// Moves the keys. Of keys that fall on one frame the last stays.
+void Retime(Animated& animated, const Retiming& retiming);
 
 } // namespace titler

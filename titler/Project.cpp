@@ -1,6 +1,7 @@
 #include "Project.h"
 
 #include "ProjectJson.h"
+#include "TimeCode.h"
 #include "WholeFile.h"
 
 #include <QFile>
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace titler {
 namespace {
@@ -40,6 +42,30 @@ bool IsEqual(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
     return HasSameColourAndPlace(a, b) && a.midPoint == b.midPoint;
 }
 
+int LastKeyFrame(const Title& title)
+{
+    int last = 0;
+    for (const Animated& animated : title.properties)
+        if (animated.IsAnimated())
+            last = std::max(last, animated.keys.back().frame);
+    return last;
+}
+
+// Where there are not frames enough, everything moves closer together: keys that pile up at the last possible
+// frame would be lost.
+Retiming RetimingOf(const Project& project, double factor)
+{
+    const int duration = project.duration;
+    const int last = std::max(duration, LastKeyFrame(project.title));
+    if (duration * factor > kLongestDuration)
+        factor = static_cast<double>(kLongestDuration) / last;
+    const int newDuration = std::max(1, static_cast<int>(std::lround(duration * factor)));
+    double behind = factor;
+    if (last > duration)
+        behind = std::min(factor, static_cast<double>(kLongestDuration - newDuration) / (last - duration));
+    return {duration, newDuration, factor, behind};
+}
+
 } // namespace
 
 Project NewProject()
@@ -63,6 +89,18 @@ QSizeF DisplaySize(const SKvVideoResolution& video)
         break;
     }
     return {static_cast<double>(video.width), height};
+}
+
+void SetVideoFormat(Project& project, const SKvVideoResolution& format)
+{
+    const EKvFrameRate before = std::exchange(project.video, format).frameRate;
+    if (format.frameRate == before)
+        return;
+    const Retiming retiming =
+        RetimingOf(project, FrameRateOf(format.frameRate).PerSecond() / FrameRateOf(before).PerSecond());
+    project.duration = retiming.newDuration;
+    for (Animated& animated : project.title.properties)
+        Retime(animated, retiming);
 }
 
 GradientStops NormalisedStops(GradientStops stops)

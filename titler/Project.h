@@ -75,6 +75,11 @@ Project NewProject();
 /// The frame in square pixels: its height, and the width that its aspect ratio asks for.
 QSizeF DisplaySize(const SKvVideoResolution& video);
 
+/// Gives the project another video format; duration and keys keep their times at another frame rate. A
+/// project that would get too long runs faster instead, and so do keys behind the end that would get too far
+/// away.
+void SetVideoFormat(Project& project, const SKvVideoResolution& format);
+
 /// Sorts stops and brings positions and mid points into 0 to 1; more than kMostStops are cut.
 GradientStops NormalisedStops(GradientStops stops);
 

@@ -1,26 +1,8 @@
 #include "ProjectCommands.h"
 
 #include "Document.h"
-#include "TimeCode.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace titler {
-
-void SetVideoFormat(Project& project, const SKvVideoResolution& format)
-{
-    const bool isSameRate = format.frameRate == project.video.frameRate;
-    const double factor =
-        FrameRateOf(format.frameRate).PerSecond() / FrameRateOf(project.video.frameRate).PerSecond();
-    project.video = format;
-    if (isSameRate)
-        return;
-    project.duration =
-        std::clamp(static_cast<int>(std::lround(project.duration * factor)), 1, kLongestDuration);
-    for (Animated& animated : project.title.properties)
-        Retime(animated, factor);
-}
 
 EditCommand::EditCommand(Document& document, ProjectState before, ProjectState after, EditKind kind,
                          int session, const QString& name)

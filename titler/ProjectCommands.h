@@ -29,9 +29,6 @@ inline EditKind EditKindOf(Property property)
     return static_cast<EditKind>(static_cast<int>(EditKind::FirstProperty) + static_cast<int>(property));
 }
 
-/// Gives the project another video format; duration and keys keep their times at another frame rate.
-void SetVideoFormat(Project& project, const SKvVideoResolution& format);
-
 /// A project, and the stop that was selected then, so that undo shows what it changed.
 struct ProjectState
 {

@@ -1,4 +1,4 @@
-#include "Animation.h"
+#include "Project.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -201,24 +201,58 @@ TEST(Animation, EditsValuesKeysAndAnimation)
     EXPECT_EQ(animated.value, 40);
 }
 
-struct RetimeCase
+struct RateCase
 {
-    double factor;
+    const char* name;
+    EKvFrameRate from, to;
+    int duration;
+    std::vector<Key> keys;
+    int newDuration;
     const char* frames;
-    double first; ///< value
 };
 
-TEST(Animation, KeepsKeysAtTheirTimes)
+TEST(Animation, KeepsKeysAtTheirTimesAtAnotherRate)
 {
-    for (const RetimeCase& c :
-         {RetimeCase{2, "0 2 20 40000", 0}, RetimeCase{0.1, "0 1 2000", 1}, RetimeCase{1e300, "0 1000000", 0},
-          RetimeCase{0, "0 1 10 20000", 0}, RetimeCase{kNoNumber, "0 1 10 20000", 0}}) {
-        SCOPED_TRACE(c.factor);
-        Animated animated = Moving({{0, 0}, {1, 1}, {10, 2}, {20000, 3}});
-        Retime(animated, c.factor);
-        EXPECT_EQ(Frames(animated), c.frames);
-        EXPECT_EQ(animated.keys.front().value, c.first);
-        EXPECT_EQ(animated.keys.back().value, 3);
+    constexpr int most = kLongestDuration;
+    for (const RateCase& c :
+         {RateCase{"same", kKvFrameRate25, kKvFrameRate25, 9, {{1, 1}, {most, 9}}, 9, "1 1000000"},
+          RateCase{"half", kKvFrameRate50, kKvFrameRate25, 150, {{0, 0}, {50, 1}, {149, 9}}, 75, "0 25 74"},
+          RateCase{"double", kKvFrameRate25, kKvFrameRate50, 75, {{0, 0}, {25, 1}, {74, 9}}, 150, "0 50 149"},
+          RateCase{"behind the end",
+                   kKvFrameRate50,
+                   kKvFrameRate25,
+                   150,
+                   {{149, 0}, {150, 1}, {153, 9}},
+                   75,
+                   "74 75 77"},
+          RateCase{"one frame", kKvFrameRate25, kKvFrameRate50, 1, {{0, 0}, {1, 9}}, 2, "0 2"},
+          RateCase{"less than a frame", kKvFrameRate60, kKvFrameRate24, 1, {{0, 0}, {1, 9}}, 1, "0 1"},
+          RateCase{"the last of one frame", kKvFrameRate60, kKvFrameRate24, 99, {{10, 0}, {11, 9}}, 40, "4"},
+          RateCase{"far behind",
+                   kKvFrameRate25,
+                   kKvFrameRate50,
+                   100,
+                   {{50, 0}, {most - 1, 1}, {most, 9}},
+                   200,
+                   "100 999999 1000000"},
+          RateCase{"too long",
+                   kKvFrameRate25,
+                   kKvFrameRate50,
+                   most - 2,
+                   {{50, 0}, {most - 3, 1}, {most - 2, 1}, {most, 9}},
+                   most - 2,
+                   "50 999997 999998 1000000"}}) {
+        SCOPED_TRACE(c.name);
+        Project project = NewProject();
+        project.video.frameRate = c.from;
+        project.duration = c.duration;
+        project.title[Property::X].keys = c.keys;
+        SKvVideoResolution format = project.video;
+        format.frameRate = c.to;
+        SetVideoFormat(project, format);
+        EXPECT_EQ(project.duration, c.newDuration);
+        EXPECT_EQ(Frames(project.title[Property::X]), c.frames);
+        EXPECT_EQ(project.title[Property::X].keys.back().value, 9);
     }
 }
 
