@@ -165,6 +165,8 @@ TEST(FrameSequence, TheProgramEndsCleanly)
          {ProgramRun{"done", "", 0, ""},
           ProgramRun{"full disk", "trap '' XFSZ; ulimit -f 0; ", 1,
                      "t_0000.png cannot be written: File too large. 0 of 5 frames"},
+          ProgramRun{"disk that fills up", "trap '' XFSZ; ulimit -f 1; ", 1,
+                     ".png cannot be written: File too large. "},
           ProgramRun{"interrupted", "(sleep 1; kill -INT $$) & ", 128 + SIGINT, "Cancelled; "}}) {
         SCOPED_TRACE(c.name);
         QTemporaryDir folder;
