@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace titler {
 namespace {
@@ -42,16 +43,50 @@ bool AsksForPreset(const SKvParamEaseData& data)
            std::all_of(std::begin(numbers), std::end(numbers), [](double n) { return n == 0; });
 }
 
-// The values that a segment offers.
-void SetRange(SKvParamEaseData& data, Property property)
+bool IsLocked(Property property, const Key& start, const Key& end)
 {
+    return property == Property::Opacity && end.value > start.value;
+}
+
+// The values that a segment offers.
+std::pair<double, double> RangeOf(Property property, const Key& start, const Key& end)
+{
+    const auto [low, high] = std::minmax(start.value, end.value);
+    if (IsLocked(property, start, end))
+        return {low, high};
     const PropertyTraits& limits = TraitsOf(property);
-    std::tie(data.minimum, data.maximum) = std::minmax(data.startY, data.endY);
-    if (data.minimum < data.maximum)
-        return;
-    const double span = LookOf(property).easeSpan;
-    data.minimum = std::max(limits.least, data.startY - span);
-    data.maximum = std::min(limits.most, data.startY + span);
+    const double room = low < high ? (high - low) / 2 : LookOf(property).easeSpan;
+    return {std::max(limits.least, low - room), std::min(limits.most, high + room)};
+}
+
+SKvParamEaseData DataOf(Property property, const Key& start, const Key& end)
+{
+    const double factor = LookOf(property).factor;
+    const Ease& ease = start.ease;
+    const auto [low, high] = RangeOf(property, start, end);
+    SKvParamEaseData data{};
+    data.kind = ease.kind;
+    data.inTangentX = ease.inX;
+    data.inTangentY = ease.inY * factor;
+    data.outTangentX = ease.outX;
+    data.outTangentY = ease.outY * factor;
+    data.startX = start.frame;
+    data.startY = start.value * factor;
+    data.endX = end.frame;
+    data.endY = end.value * factor;
+    data.minimum = low * factor;
+    data.maximum = high * factor;
+    data.lock = IsLocked(property, start, end) ? 1 : 0;
+    return data;
+}
+
+// There and back rounds: a value that is shown as before stays what it is.
+void StoreValue(double shown, Property property, Key& key)
+{
+    const double factor = LookOf(property).factor;
+    const PropertyTraits& limits = TraitsOf(property);
+    if (shown != key.value * factor)
+        key.value = std::clamp(shown / factor, limits.least, limits.most);
 }
 
 void Store(const SKvParamEaseData& data, Property property, Key& start, Key& end)
@@ -60,10 +95,11 @@ void Store(const SKvParamEaseData& data, Property property, Key& start, Key& end
         start.ease = PresetEase(data.kind);
         return;
     }
-    const PropertyTraits& limits = TraitsOf(property);
-    start.value = std::clamp(data.startY, limits.least, limits.most);
-    end.value = std::clamp(data.endY, limits.least, limits.most);
-    start.ease = SoundEase({data.kind, data.outTangentX, data.outTangentY, data.inTangentX, data.inTangentY});
+    const double factor = LookOf(property).factor;
+    StoreValue(data.startY, property, start);
+    StoreValue(data.endY, property, end);
+    start.ease = SoundEase(
+        {data.kind, data.outTangentX, data.outTangentY / factor, data.inTangentX, data.inTangentY / factor});
 }
 
 } // namespace
@@ -132,21 +168,7 @@ int EaseOperator::GetEaseData(const wchar_t* objectId, const wchar_t* paramName,
     const std::optional<Segment> segment = Find(objectId, paramName);
     if (!segment)
         return 0;
-    const Key& start = segment->Start();
-    const Key& end = segment->End();
-    const Ease& ease = start.ease;
-    data = {};
-    data.kind = ease.kind;
-    data.inTangentX = ease.inX;
-    data.inTangentY = ease.inY;
-    data.outTangentX = ease.outX;
-    data.outTangentY = ease.outY;
-    data.startX = start.frame;
-    data.startY = start.value;
-    data.endX = end.frame;
-    data.endY = end.value;
-    SetRange(data, segment->property);
-    data.lock = segment->property == Property::Opacity && end.value > start.value ? 1 : 0;
+    data = DataOf(segment->property, segment->Start(), segment->End());
     return 1;
 }
 

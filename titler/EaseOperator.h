@@ -11,11 +11,12 @@ namespace titler {
 class Document;
 class Transport;
 
-/// The object is "title", parameters are the properties' names in the project file. Times are frames. Every
-/// operation returns 0 for another object or parameter.
+/// The object is "title", parameters are the properties' names in the project file. Times are frames, values
+/// in the unit that the inspector shows. Every operation returns 0 for another object or parameter.
 ///
-/// A segment's range is that of its two keys; where they are equal, a span around their value. A rising
-/// opacity is locked: to fall on the way to more makes no sense for a fade, and to pass 100 % shows nothing.
+/// A segment's range has room for its two keys: half their distance on both sides, or a span around equal
+/// ones, within the property's limits. A rising opacity is locked, its range is that of its keys: to fall on
+/// the way to more makes no sense for a fade, and to pass 100 % shows nothing.
 class EaseOperator : public IKvDataOperator
 {
 public:

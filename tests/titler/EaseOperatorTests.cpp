@@ -20,6 +20,9 @@ struct Operator : testing::Test
             project.duration = 200;
             project.title[Property::Opacity].keys = {{0, 0}, {20, 100}, {50, 100}, {80, 10}};
             project.title[Property::X].keys = {{5, -10}};
+            project.title[Property::Y].keys = {{0, 40}, {10, -20}, {20, -190}};
+            project.title[Property::GradientOffset].keys = {{0, 0.07, {4, 0.3, 0.29, 0.3, -0.57}},
+                                                            {9, -0.35}};
         });
         steps = document.Steps().count();
     }
@@ -50,8 +53,8 @@ TEST_F(Operator, GivesTheSegmentAtTheCurrentTime)
         {"rising: locked", 0, 0, 20, 0, 100, 1},
         {"within", 19, 0, 20, 0, 100, 1},
         {"flat: a span around the value, within the limits", 20, 20, 50, 0, 100, 0},
-        {"falling: not locked", 50, 50, 80, 10, 100, 0},
-        {"behind the last key", 199, 50, 80, 10, 100, 0},
+        {"falling: not locked, with room", 50, 50, 80, 0, 100, 0},
+        {"behind the last key", 199, 50, 80, 0, 100, 0},
     };
     for (const auto& row : rows) {
         transport.Seek(row.frame);
@@ -67,6 +70,41 @@ TEST_F(Operator, GivesTheSegmentAtTheCurrentTime)
                                        std::pair(L"title", L"size"), std::pair(L"clip", L"opacity")})
         EXPECT_EQ(ease.GetEaseData(object, name, data), 0) << name;
     EXPECT_EQ(ease.GetEaseData(nullptr, nullptr, data), 0);
+}
+
+TEST_F(Operator, KeysHaveRoomWithinTheLimits)
+{
+    const struct
+    {
+        int frame;
+        double minimum, maximum;
+    } rows[] = {{0, -50, 70}, {10, -200, 65}};
+    for (const auto& row : rows) {
+        transport.Seek(row.frame);
+        SKvParamEaseData data;
+        ASSERT_EQ(ease.GetEaseData(kTitle, L"y", data), 1);
+        EXPECT_EQ(data.minimum, row.minimum) << row.frame;
+        EXPECT_EQ(data.maximum, row.maximum) << row.frame;
+    }
+}
+
+TEST_F(Operator, ShowsTheGradientOffsetInPercent)
+{
+    const std::vector<Key>& keys = document.Current().title[Property::GradientOffset].keys;
+    const double before = keys[0].value;
+    SKvParamEaseData data;
+    ASSERT_EQ(ease.GetEaseData(kTitle, L"gradientOffset", data), 1);
+    EXPECT_NEAR(data.startY, 7, 1e-9);
+    EXPECT_NEAR(data.outTangentY, 29, 1e-9);
+    EXPECT_NEAR(data.minimum, -56, 1e-9);
+    EXPECT_NEAR(data.maximum, 28, 1e-9);
+    ease.BeginEdit(kTitle, L"gradientOffset");
+    data.endY = -250; // beyond the limits
+    data.inTangentY = 50;
+    ASSERT_EQ(ease.SetEaseData(kTitle, L"gradientOffset", data), 1);
+    EXPECT_EQ(keys[0].value, before) << "to the bit";
+    EXPECT_EQ(keys[1].value, -1);
+    EXPECT_EQ(keys[0].ease.inY, 0.5);
 }
 
 TEST_F(Operator, StoresOrAppliesAPreset)
