@@ -122,8 +122,8 @@ int RunWindow(const Options& options)
     const auto openArguments = [&] {
         if (!options.media.isEmpty())
             window.Media().OpenFolder(options.media);
-        if (!options.project.isEmpty())
-            window.OpenProject(options.project);
+        if (!options.project.isEmpty() && window.OpenProject(options.project) && !options.play)
+            window.Time().Seek(FrameOf(options, window.Project().Current()));
         window.Time().SetLoop(options.play);
         if (options.play)
             window.Time().Play();
@@ -167,7 +167,8 @@ int main(int argc, char** argv)
         return kDone;
     if (!options->media.isEmpty() && !QDir(options->media).exists())
         return Fail(kFailed, Text(kTextNoSuchFolder, {options->media}));
-    if (options->OnlyPictures() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    // Whatever is set: other platforms without a display have no fonts, and boxes would stand for letters.
+    if (options->OnlyPictures())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!HasDisplay())
         return Fail(kUsageError, Text(kTextNoDisplay));
