@@ -51,7 +51,19 @@ EaseHandle KeyOf(EaseHandle handle)
     return handle == EaseHandle::Start || handle == EaseHandle::Out ? EaseHandle::Start : EaseHandle::End;
 }
 
-// Which point a hit moves; nothing for an in tangent at the start, an out tangent at the end and the like.
+// `curve` with one point elsewhere; the handle of a key goes along with it.
+EaseCurve WithPoint(EaseCurve curve, EaseHandle handle, const SKvCurvePoint& place)
+{
+    if (IsKey(handle) && place.y != curve[handle].y) {
+        SKvCurvePoint& along = curve[handle == EaseHandle::Start ? EaseHandle::Out : EaseHandle::In];
+        along.y = place.y + (along.y - curve[handle].y);
+    }
+    curve[handle] = place;
+    return curve;
+}
+
+} // namespace
+
 std::optional<EaseHandle> HandleOf(const EaseHit& hit)
 {
     const bool isIn = hit.part == EasePart::InHandle || hit.part == EasePart::InTangent;
@@ -65,19 +77,6 @@ std::optional<EaseHandle> HandleOf(const EaseHit& hit)
         return isIn ? EaseHandle::In : EaseHandle::End;
     return std::nullopt;
 }
-
-// `curve` with one point elsewhere; the handle of a key goes along with it.
-EaseCurve WithPoint(EaseCurve curve, EaseHandle handle, const SKvCurvePoint& place)
-{
-    if (IsKey(handle) && place.y != curve[handle].y) {
-        SKvCurvePoint& along = curve[handle == EaseHandle::Start ? EaseHandle::Out : EaseHandle::In];
-        along.y = place.y + (along.y - curve[handle].y);
-    }
-    curve[handle] = place;
-    return curve;
-}
-
-} // namespace
 
 struct EaseModel::Impl
 {

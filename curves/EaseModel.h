@@ -28,6 +28,10 @@ struct EaseHit
     double t = 1; ///< where on the tangent line, 0 at the key, 1 at the handle
 };
 
+/// The point that a hit moves; nothing for what is not there, as an in tangent at the start key, or for a place
+/// on a tangent line that leads nowhere.
+std::optional<EaseHandle> HandleOf(const EaseHit& hit);
+
 /// What a preset asks for: tangents, x as a fraction of the segment's width, y as a value offset.
 struct EasePreset
 {

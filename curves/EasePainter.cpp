@@ -379,7 +379,7 @@ void Painter::DrawBoxes()
 {
     const auto& drag = m_model.Drag();
     if (drag && drag->part == EasePart::Key) {
-        const EaseHandle key = drag->key == 0 ? EaseHandle::Start : EaseHandle::End;
+        const EaseHandle key = HandleOf(*drag).value();
         DrawBox(m_handles[static_cast<std::size_t>(key)],
                 u'\t' + KvToQString(NumberText(m_model.Curve()[key].y, kValueDigits)));
     }

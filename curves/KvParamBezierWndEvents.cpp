@@ -162,9 +162,9 @@ QString CKvParamBezierWnd::ToolTipAt(CPoint point, CRect& area) const
 {
     const kv::EaseLayout layout = m_impl->Layout();
     const auto hit = m_impl->model.IsEditable() ? m_impl->HitTest(point) : std::nullopt;
-    if (!hit || m_impl->gesture != kv::EaseGesture::None)
+    const auto handle = hit ? kv::HandleOf(*hit) : std::nullopt;
+    if (!handle || m_impl->gesture != kv::EaseGesture::None)
         return {};
     area = {point.x, point.y, point.x + 1, point.y + 1};
-    const kv::EaseHandle handle = kv::HandleOf(*hit);
-    return KvToQString(kv::HandleText(layout, handle, m_impl->Curve()[handle]));
+    return KvToQString(kv::HandleText(layout, *handle, m_impl->Curve()[*handle]));
 }

@@ -18,21 +18,6 @@ SKvCurvePoint AsPoint(CPoint pixel)
 
 } // namespace
 
-kv::EaseHandle kv::HandleOf(const EaseHit& hit)
-{
-    switch (hit.part) {
-    case EasePart::InHandle:
-    case EasePart::InTangent:
-        return EaseHandle::In;
-    case EasePart::OutHandle:
-    case EasePart::OutTangent:
-        return EaseHandle::Out;
-    case EasePart::Key:
-        break;
-    }
-    return hit.key == 0 ? EaseHandle::Start : EaseHandle::End;
-}
-
 CKvParamBezierWnd::Impl::Impl(CKvParamBezierWnd& owner, IKvParamBezierInfo* infoObject,
                               IKvParamBezierCtrlCallback* callbackObject)
     : control(owner)
@@ -69,7 +54,7 @@ kv::EaseLook CKvParamBezierWnd::Impl::Look() const
     // What is dragged, else what is pointed at, else what the keys move.
     const auto& drag = model.Drag();
     if (drag)
-        look.place = model.Curve()[kv::HandleOf(*drag)];
+        look.place = model.Curve()[kv::HandleOf(*drag).value()];
     else if (pointer)
         look.place = Layout().ToCurve(AsPoint(*pointer));
     else if (selected && look.focused)

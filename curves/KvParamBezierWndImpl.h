@@ -20,9 +20,6 @@ enum class EaseGesture
     Pan,  ///< with the right button
 };
 
-/// The point that a hit moves.
-EaseHandle HandleOf(const EaseHit& hit);
-
 /// What keys do beside walking and moving the handles.
 enum class EaseCommand
 {
