@@ -42,6 +42,12 @@ std::array<double, 8> Coordinates(const EasePoints& points)
             points[2].x, points[2].y, points[3].x, points[3].y};
 }
 
+EasePoints PointsOf(const double coordinates[8])
+{
+    const double* const at = coordinates;
+    return {{{at[0], at[1]}, {at[2], at[3]}, {at[4], at[5]}, {at[6], at[7]}}};
+}
+
 bool IsSensible(const EaseCurve& curve)
 {
     for (const SKvCurvePoint& point : curve.points) {

@@ -35,6 +35,7 @@ using EasePoints = std::array<SKvCurvePoint, kEaseHandles>; ///< by EaseHandle; 
 
 /// x and y of each point in turn, as hosts exchange them.
 std::array<double, 8> Coordinates(const EasePoints& points);
+EasePoints PointsOf(const double coordinates[8]);
 
 struct EaseCurve
 {

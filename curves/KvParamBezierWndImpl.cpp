@@ -103,8 +103,7 @@ void CKvParamBezierWnd::Impl::Load()
         double points[8] = {};
         hasGiven = info->GetCurve(points, given.minimum, given.maximum, given.lock, given.kind) != 0;
         if (hasGiven) {
-            for (std::size_t i = 0; i < given.points.size(); ++i)
-                given.points[i] = {points[2 * i], points[2 * i + 1]};
+            given.points = kv::PointsOf(points);
             curve = given;
         }
         if (!alive)

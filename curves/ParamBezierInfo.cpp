@@ -1,4 +1,7 @@
 #include "KvParamBezierCtrlDlg.h"
+#include "curves/EaseRecord.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -11,16 +14,6 @@ void Store(double* out, double value)
 {
     if (out)
         *out = value;
-}
-
-double Fraction(double part, double width)
-{
-    return width == 0 ? 0 : part / width;
-}
-
-double PartOf(double fraction, double width)
-{
-    return width == 0 ? 0 : fraction * width;
 }
 
 } // namespace
@@ -80,15 +73,8 @@ int CKvParamBezierInfo::GetCurve(double points[8], double& minimum, double& maxi
     m_maximum = isRead ? ease.maximum : 1;
     if (!isRead)
         return 0;
-    const double width = ease.endX - ease.startX;
-    points[0] = ease.startX;
-    points[1] = ease.startY;
-    points[2] = ease.startX + PartOf(ease.outTangentX, width);
-    points[3] = ease.startY + ease.outTangentY;
-    points[4] = ease.endX - PartOf(ease.inTangentX, width);
-    points[5] = ease.endY + ease.inTangentY;
-    points[6] = ease.endX;
-    points[7] = ease.endY;
+    const auto coordinates = kv::Coordinates(kv::CurveOf(ease).points);
+    std::copy(coordinates.begin(), coordinates.end(), points);
     minimum = ease.minimum;
     maximum = ease.maximum;
     lock = ease.lock;
@@ -105,22 +91,9 @@ int CKvParamBezierInfo::SetCurve(const double points[8], std::uint32_t lock, std
 {
     if (!CanWrite())
         return 0;
-    const double width = points[6] - points[0];
-    SKvParamEaseData ease{};
-    ease.kind = kind;
-    ease.inTangentX = Fraction(points[6] - points[4], width);
-    ease.inTangentY = points[5] - points[7];
-    ease.outTangentX = Fraction(points[2] - points[0], width);
-    ease.outTangentY = points[3] - points[1];
-    ease.startX = points[0];
-    ease.startY = points[1];
-    ease.endX = points[6];
-    ease.endY = points[7];
-    ease.minimum = m_minimum;
-    ease.maximum = m_maximum;
-    ease.lock = lock;
+    const kv::EaseCurve curve{kv::PointsOf(points), m_minimum, m_maximum, lock, kind};
     m_modified = 1; // first: the host may delete this object
-    return m_operator->SetEaseData(m_objectId, m_paramName, ease);
+    return m_operator->SetEaseData(m_objectId, m_paramName, kv::RecordOf(curve));
 }
 
 int CKvParamBezierInfo::WritePreset(std::uint32_t kind)

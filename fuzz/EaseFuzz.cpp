@@ -1,8 +1,11 @@
 // A host's ease record, byte for byte, then what a user does with it, one step a few bytes. Whatever the
 // record, what is drawn stays finite; what the host gave stays as it was until it is edited.
 #include "curves/EasePath.h"
+#include "curves/EaseRecord.h"
 #include "curves/EaseText.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdlib>
@@ -46,21 +49,6 @@ private:
     const std::uint8_t* m_at;
     std::size_t m_left;
 };
-
-kv::EaseCurve CurveOf(const SKvParamEaseData& data)
-{
-    const double width = data.endX - data.startX;
-    kv::EaseCurve curve;
-    curve.points = {{{data.startX, data.startY},
-                     {data.startX + width * data.outTangentX, data.startY + data.outTangentY},
-                     {data.endX - width * data.inTangentX, data.endY + data.inTangentY},
-                     {data.endX, data.endY}}};
-    curve.minimum = data.minimum;
-    curve.maximum = data.maximum;
-    curve.lock = data.lock;
-    curve.kind = data.kind;
-    return curve;
-}
 
 void CheckEase(const kv::EaseCurve& curve)
 {
@@ -270,7 +258,7 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     Bytes bytes(data, size);
-    Session session(CurveOf(bytes.Take<SKvParamEaseData>()));
+    Session session(kv::CurveOf(bytes.Take<SKvParamEaseData>()));
     session.Check();
     for (int steps = 0; steps < 200 && !bytes.IsEmpty(); ++steps)
         session.Step(bytes);
