@@ -5,6 +5,7 @@
 #include "curves/EaseWords.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kv {
@@ -65,16 +66,12 @@ AccessibleValue EaseAccess::ValueOf(EaseHandle handle) const
 {
     const EaseCurve& curve = m_user.Curve();
     const double value = curve[handle].y;
-    AccessibleValue range{value, curve.minimum, curve.maximum, curve.Span() / kSteps};
-    if (handle == EaseHandle::Out || handle == EaseHandle::In) {
-        const bool isOut = handle == EaseHandle::Out;
-        const double key = curve[isOut ? EaseHandle::Start : EaseHandle::End].y;
-        range.minimum = curve.lock != 0 && isOut ? key : key - curve.Span();
-        range.maximum = curve.lock != 0 && !isOut ? key : key + curve.Span();
+    EaseRange limits = ValueLimits(curve, handle);
+    if (std::isinf(limits.minimum)) {
+        const double key = curve[KeyOf(handle)].y;
+        limits = {key - curve.Span(), key + curve.Span()};
     }
-    range.minimum = std::min(range.minimum, value);
-    range.maximum = std::max(range.maximum, value);
-    return range;
+    return {value, std::min(limits.minimum, value), std::max(limits.maximum, value), curve.Span() / kSteps};
 }
 
 AccessiblePart EaseAccess::Describe(Key key) const

@@ -46,11 +46,6 @@ bool IsKey(EaseHandle handle)
     return handle == EaseHandle::Start || handle == EaseHandle::End;
 }
 
-EaseHandle KeyOf(EaseHandle handle)
-{
-    return handle == EaseHandle::Start || handle == EaseHandle::Out ? EaseHandle::Start : EaseHandle::End;
-}
-
 // `curve` with one point elsewhere; the handle of a key goes along with it.
 EaseCurve WithPoint(EaseCurve curve, EaseHandle handle, const SKvCurvePoint& place)
 {
@@ -63,6 +58,23 @@ EaseCurve WithPoint(EaseCurve curve, EaseHandle handle, const SKvCurvePoint& pla
 }
 
 } // namespace
+
+EaseHandle KeyOf(EaseHandle handle)
+{
+    return handle == EaseHandle::Start || handle == EaseHandle::Out ? EaseHandle::Start : EaseHandle::End;
+}
+
+EaseRange ValueLimits(const EaseCurve& curve, EaseHandle handle)
+{
+    constexpr double all = std::numeric_limits<double>::infinity();
+    if (IsKey(handle))
+        return {curve.minimum, curve.maximum};
+    if (curve.lock == 0)
+        return {-all, all};
+    const double key = curve[KeyOf(handle)].y;
+    return handle == EaseHandle::Out ? EaseRange{key, key + curve.Span()}
+                                     : EaseRange{key - curve.Span(), key};
+}
 
 std::optional<EaseHandle> HandleOf(const EaseHit& hit)
 {
@@ -153,18 +165,13 @@ bool EaseModel::Impl::GoTo(std::size_t record)
     return true;
 }
 
-// x and y each for itself: a key its time and the range of values, a handle the segment and, when locked, the
-// rise.
+// x and y each for itself: a key keeps its time, a handle stays within the segment.
 SKvCurvePoint EaseModel::Impl::Clamped(EaseHandle handle, SKvCurvePoint to) const
 {
-    const SKvCurvePoint& key = curve[KeyOf(handle)];
-    if (IsKey(handle))
-        return {key.x, std::clamp(to.y, curve.minimum, curve.maximum)};
-    to.x = std::clamp(to.x, curve[EaseHandle::Start].x, curve[EaseHandle::End].x);
-    if (curve.lock != 0) {
-        const bool isOut = handle == EaseHandle::Out;
-        to.y = std::clamp(to.y, isOut ? key.y : key.y - curve.Span(), isOut ? key.y + curve.Span() : key.y);
-    }
+    const EaseRange values = ValueLimits(curve, handle);
+    to.y = std::clamp(to.y, values.minimum, values.maximum);
+    to.x = IsKey(handle) ? curve[handle].x
+                         : std::clamp(to.x, curve[EaseHandle::Start].x, curve[EaseHandle::End].x);
     return to;
 }
 

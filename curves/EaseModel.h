@@ -3,6 +3,7 @@
 #pragma once
 
 #include "curves/EaseCurve.h"
+#include "curves/EaseView.h"
 
 #include <cstddef>
 #include <memory>
@@ -28,9 +29,16 @@ struct EaseHit
     double t = 1; ///< where on the tangent line, 0 at the key, 1 at the handle
 };
 
-/// The point that a hit moves; nothing for what is not there, as an in tangent at the start key, or for a place
-/// on a tangent line that leads nowhere.
+/// The point that a hit moves; nothing for what is not there, as an in tangent at the start key, or for a
+/// place on a tangent line that leads nowhere.
 std::optional<EaseHandle> HandleOf(const EaseHit& hit);
+
+/// The key that a point belongs to: itself or a handle's.
+EaseHandle KeyOf(EaseHandle handle);
+
+/// The values that a point may be dragged to: a key the range of values, a handle the rise when the curve is
+/// locked, else all.
+EaseRange ValueLimits(const EaseCurve& curve, EaseHandle handle);
 
 /// What a preset asks for: tangents, x as a fraction of the segment's width, y as a value offset.
 struct EasePreset
