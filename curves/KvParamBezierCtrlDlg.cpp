@@ -1,5 +1,8 @@
 #include "KvParamBezierCtrlDlg.h"
 
+#include "curves/EaseKeys.h"
+#include "platform/VirtualKey.h"
+
 #include <QKeyEvent>
 
 #include <utility>
@@ -241,11 +244,10 @@ CKvParamBezierWnd* CKvParamBezierCtrlDlg::GetCurveWnd() const
 // The curve's own keys, also while a button has the focus.
 void CKvParamBezierCtrlDlg::keyPressEvent(QKeyEvent* event)
 {
-    const bool isRedo = event->keyCombination() == (Qt::CTRL | Qt::Key_Y) ||
-                        event->keyCombination() == (Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
-    if (event->keyCombination() == (Qt::CTRL | Qt::Key_Z))
+    const auto command = kv::EaseCommandOf(kv::KeyCharacter(*event), event->modifiers());
+    if (command == kv::EaseCommand::Undo)
         OnBnClickedButtonUndo();
-    else if (isRedo)
+    else if (command == kv::EaseCommand::Redo)
         OnBnClickedButtonRedo();
     else
         CKvDialog::keyPressEvent(event);

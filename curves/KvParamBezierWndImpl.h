@@ -3,6 +3,7 @@
 
 #include "KvParamBezierWnd.h"
 #include "curves/EaseAccess.h"
+#include "curves/EaseKeys.h"
 #include "curves/EasePainter.h"
 #include "curves/EaseText.h"
 
@@ -19,18 +20,6 @@ enum class EaseGesture
     Zoom, ///< with the middle button
     Pan,  ///< with the right button
 };
-
-/// What keys do beside walking and moving the handles.
-enum class EaseCommand
-{
-    Undo,
-    Redo,
-    Copy,
-    Paste,
-};
-
-/// @param character as `OnChar` gets it.
-std::optional<EaseCommand> EaseCommandOf(UINT character, Qt::KeyboardModifiers modifiers);
 
 } // namespace kv
 

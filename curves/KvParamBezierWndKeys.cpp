@@ -10,20 +10,6 @@ namespace {
 
 constexpr double kFineStep = 0.1; // of a pixel
 
-// What Ctrl with a letter types.
-enum ControlCharacter : UINT
-{
-    kCtrlC = 3,
-    kCtrlV = 22,
-    kCtrlY = 25,
-    kCtrlZ = 26,
-};
-
-Qt::KeyboardModifiers Held(Qt::KeyboardModifiers modifiers)
-{
-    return modifiers & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
-}
-
 bool IsArrow(UINT key)
 {
     return key == VK_LEFT || key == VK_RIGHT || key == VK_UP || key == VK_DOWN;
@@ -31,30 +17,9 @@ bool IsArrow(UINT key)
 
 } // namespace
 
-std::optional<kv::EaseCommand> kv::EaseCommandOf(UINT character, Qt::KeyboardModifiers modifiers)
-{
-    const Qt::KeyboardModifiers held = Held(modifiers);
-    if (character == kCtrlZ && held == (Qt::ControlModifier | Qt::ShiftModifier))
-        return EaseCommand::Redo;
-    if (held != Qt::ControlModifier)
-        return std::nullopt;
-    switch (character) {
-    case kCtrlC:
-        return EaseCommand::Copy;
-    case kCtrlV:
-        return EaseCommand::Paste;
-    case kCtrlY:
-        return EaseCommand::Redo;
-    case kCtrlZ:
-        return EaseCommand::Undo;
-    default:
-        return std::nullopt;
-    }
-}
-
 bool CKvParamBezierWnd::Impl::IsOwnKey(UINT key, Qt::KeyboardModifiers modifiers) const
 {
-    const Qt::KeyboardModifiers held = Held(modifiers);
+    const Qt::KeyboardModifiers held = modifiers & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
     if (IsArrow(key))
         return CanEdit() && selected && (held == Qt::NoModifier || held == Qt::ShiftModifier);
     if (key == VK_PRIOR || key == VK_NEXT)
