@@ -122,10 +122,10 @@ BOOL CKvParamBezierWnd::OnChar(UINT character)
 
 bool CKvParamBezierWnd::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const
 {
-    const bool isPending = m_impl->entry.IsPending();
-    if (key == VK_ESCAPE || key == VK_RETURN)
-        return isPending || m_impl->gesture != kv::EaseGesture::None;
-    return (isPending && key == VK_BACK) || m_impl->IsOwnKey(key, modifiers) ||
+    if (m_impl->gesture != kv::EaseGesture::None)
+        return true; // a host that undid or saved now would meet half an edit
+    const bool isOfEntry = key == VK_ESCAPE || key == VK_RETURN || key == VK_BACK;
+    return (isOfEntry && m_impl->entry.IsPending()) || m_impl->IsOwnKey(key, modifiers) ||
            m_impl->IsTyped(character, modifiers) || m_impl->CanRun(kv::EaseCommandOf(character, modifiers));
 }
 
