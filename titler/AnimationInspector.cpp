@@ -20,6 +20,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <numeric>
 #include <string>
 #include <utility>
 
@@ -91,6 +92,7 @@ AnimationInspector::AnimationInspector(Document& document, Transport& transport,
     // The strips' clicks come to their parent.
     m_messages = std::make_unique<KvMessageSink>(
         this, [this](UINT message, WPARAM, LPARAM lParam) { return OnMessage(message, lParam); });
+    connect(&document, &Document::ProjectClosing, this, &AnimationInspector::ShowProject);
     connect(&document, &Document::ProjectChanged, this, &AnimationInspector::ShowProject);
     connect(&transport, &Transport::FrameChanged, this, &AnimationInspector::OnFrameChanged);
     ShowProject();
@@ -126,7 +128,7 @@ void AnimationInspector::BuildValue(Property property)
     field->setSingleStep(look.step);
     field->setSuffix(Text(look.unitId));
     field->setKeyboardTracking(false);
-    UndoProjectFrom(*field);
+    JoinProject(*field);
     connect(field, &QDoubleSpinBox::valueChanged, this,
             [this, property, &look](double shown) { SetValue(property, shown / look.factor); });
     // What is typed is meant for the frame that the user sees.
@@ -200,7 +202,7 @@ void AnimationInspector::OnStripClicked(Property property, UINT code)
 
 void AnimationInspector::GoTo(const std::optional<int>& frame)
 {
-    if (frame)
+    if (frame && *frame <= m_transport.LastFrame())
         m_transport.Seek(*frame);
 }
 
@@ -228,8 +230,7 @@ void AnimationInspector::SetValue(Property property, double value)
 void AnimationInspector::OnFrameChanged(int frame)
 {
     for (const Row& row : m_rows)
-        if (row.value->findChild<QLineEdit*>()->isModified())
-            row.value->interpretText();
+        row.value->interpretText();
     m_frame = frame;
     ShowProject();
 }
@@ -246,7 +247,10 @@ void AnimationInspector::ShowRow(Property property)
     const Animated& animated = m_document.Current().title[property];
     const QSignalBlocker blocker(row.value);
     row.value->setValue(ValueAt(animated, property, m_frame) * LookOf(property).factor);
-    const auto isElsewhere = [&](const std::optional<int>& frame) { return frame && *frame != m_frame; };
+    // A key behind the project's end cannot be gone to.
+    const auto isElsewhere = [&](const std::optional<int>& frame) {
+        return frame && *frame != m_frame && *frame <= m_transport.LastFrame();
+    };
     row.strip->SetToggleCheck(animated.IsAnimated());
     row.strip->SetKeyOperatorCheck(KeyAt(animated, m_frame) >= 0);
     row.strip->EnablePreviousKeyCtrl(isElsewhere(PreviousKeyFrame(animated, m_frame)));
@@ -256,12 +260,30 @@ void AnimationInspector::ShowRow(Property property)
     row.ease->setToolTip(Text(hasSegment ? kTextEaseTip : kTextNoEaseTip));
 }
 
+// At a key, and outside the keys, every ease looks the same.
+void AnimationInspector::GoIntoSegment(Property property)
+{
+    const Animated& animated = m_document.Current().title[property];
+    const int frame = m_transport.Frame();
+    const int index = SegmentAt(animated, frame);
+    if (index < 0)
+        return;
+    const int start = animated.keys[static_cast<std::size_t>(index)].frame;
+    const int end = animated.keys[static_cast<std::size_t>(index) + 1].frame;
+    const bool isWithin = frame > start && frame < end;
+    if (!isWithin && end - start > 1 && start < m_transport.LastFrame())
+        m_transport.Seek(std::midpoint(start, end));
+}
+
 void AnimationInspector::OpenEaseDialog(Property property)
 {
     m_transport.Pause();
+    const int before = m_transport.Frame();
+    GoIntoSegment(property);
     const std::wstring name = QString::fromLatin1(TraitsOf(property).name).toStdWString();
     EaseDialog dialog(m_operator, name, m_canvas, window());
-    dialog.DoModal();
+    if (dialog.DoModal() != IDOK)
+        m_transport.Seek(before);
 }
 
 } // namespace titler

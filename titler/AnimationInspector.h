@@ -33,7 +33,8 @@ public:
     AnimationInspector(Document& document, Transport& transport, const CanvasView& canvas);
     ~AnimationInspector() override;
 
-    /// Shapes the ease at the current time in the ease dialog; returns when it is closed.
+    /// Shapes the ease at the current time in the ease dialog; returns when it is closed. At a key the time
+    /// goes to the middle of the segment; Cancel brings it back.
     void OpenEaseDialog(Property property);
 
 private:
@@ -53,6 +54,7 @@ private:
     void SetValue(Property property, double value);
     void ToggleKey(Property property);
     void GoTo(const std::optional<int>& frame);
+    void GoIntoSegment(Property property);
     void OnFrameChanged(int frame);
     void ShowProject();
     void ShowRow(Property property);

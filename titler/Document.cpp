@@ -31,6 +31,7 @@ bool Document::IsModified() const
 
 void Document::Start(Project project, const QString& file)
 {
+    emit ProjectClosing();
     m_inRun = false;
     m_now = {std::move(project), 0};
     m_fileName = file;

@@ -48,6 +48,7 @@ public:
     /// Ends the run with the project as it was before it.
     void CancelRun();
     bool IsInRun() const { return m_inRun; }
+    const QString& RunName() const { return m_runName; }
     /// False as soon as somebody else has ended that run.
     bool IsInRun(int run) const { return m_inRun && m_run == run; }
 
@@ -58,6 +59,8 @@ public:
     void Redo();
 
 signals:
+    /// The open project goes, and with it what is typed for it and was not taken.
+    void ProjectClosing();
     /// Another project: a new or an opened one. Before `ProjectChanged`.
     void ProjectOpened();
     void ProjectChanged();

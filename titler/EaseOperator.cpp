@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 namespace titler {
@@ -202,8 +203,9 @@ int EaseOperator::Go(const wchar_t* objectId, const wchar_t* paramName, int by, 
     if (to < 0 || to + 1 >= static_cast<int>(keys.size()) ||
         keys[static_cast<std::size_t>(to)].frame > m_transport.LastFrame())
         return 0;
-    if (really)
-        m_transport.Seek(keys[static_cast<std::size_t>(to)].frame);
+    if (really) // to where the ease shows
+        m_transport.Seek(std::midpoint(keys[static_cast<std::size_t>(to)].frame,
+                                       keys[static_cast<std::size_t>(to) + 1].frame));
     return 1;
 }
 

@@ -36,7 +36,7 @@ public:
     int SetEaseData(const wchar_t* objectId, const wchar_t* paramName, const SKvParamEaseData& data) override;
     int CanGoPrevKey(const wchar_t* objectId, const wchar_t* paramName) override;
     int CanGoNextKey(const wchar_t* objectId, const wchar_t* paramName) override;
-    /// Moves the current frame to the start of the segment before or after.
+    /// Moves the current frame to the middle of the segment before or after.
     int GoPrevKey(const wchar_t* objectId, const wchar_t* paramName) override;
     int GoNextKey(const wchar_t* objectId, const wchar_t* paramName) override;
 

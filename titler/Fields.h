@@ -21,7 +21,12 @@ QLabel* RowLabel(UINT nameId, QWidget& field);
 /// A heading of a section.
 QLabel* Heading(UINT textId);
 
-/// Lets Ctrl+Z and Ctrl+Y in a text field undo the project, not the field's own text.
-void UndoProjectFrom(QWidget& field);
+/// For a field that edits the project. Ctrl+Z and Ctrl+Y undo the project, not the field's own text; where
+/// something is typed that the project does not have yet, Ctrl+Z drops that alone. In a number Space is
+/// the window's. The wheel changes a value only where the focus is, and scrolls elsewhere.
+void JoinProject(QWidget& field);
+
+/// Takes what is typed in the fields of a window and not confirmed yet.
+void CommitFields(QWidget& window);
 
 } // namespace titler

@@ -47,7 +47,7 @@ QDoubleSpinBox* NumberField(UINT nameId, double most, double step, UINT unitId)
     field->setSingleStep(step);
     field->setSuffix(Text(unitId));
     field->setKeyboardTracking(false);
-    UndoProjectFrom(*field);
+    JoinProject(*field);
     return field;
 }
 

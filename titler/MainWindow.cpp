@@ -2,6 +2,7 @@
 
 #include "CanvasView.h"
 #include "ExportDialog.h"
+#include "Fields.h"
 #include "FrameExport.h"
 #include "KvVideoFormat.h"
 #include "MediaPanel.h"
@@ -122,9 +123,15 @@ void MainWindow::ShowError(const QString& text)
     KvMessageBox(this, text.toStdWString(), MB_OK | MB_ICONERROR);
 }
 
+void MainWindow::Settle()
+{
+    CommitFields(*this);
+    m_document.EndRun();
+}
+
 bool MainWindow::MayLeave()
 {
-    m_document.EndRun();
+    Settle();
     if (!m_document.IsModified())
         return true;
     const QString& file = m_document.FileName();
@@ -191,12 +198,14 @@ void MainWindow::ChooseProject()
 
 bool MainWindow::Save()
 {
+    Settle();
     const QString file = m_document.FileName();
     return file.isEmpty() ? SaveAs() : SaveTo(file);
 }
 
 bool MainWindow::SaveAs()
 {
+    Settle();
     const QString file =
         AskForTarget(*this, kTextSaveAs, kTextProjectFiles, QStringLiteral("ktitle"), m_document.FileName());
     return !file.isEmpty() && SaveTo(file);
@@ -204,7 +213,6 @@ bool MainWindow::SaveAs()
 
 bool MainWindow::SaveTo(const QString& file)
 {
-    m_document.EndRun();
     const QString fault = m_document.SaveAs(file);
     if (fault.isEmpty()) {
         Say(Text(kTextSaved, {FileNameOf(file)}));
@@ -216,6 +224,8 @@ bool MainWindow::SaveTo(const QString& file)
 
 void MainWindow::ChooseExport()
 {
+    Settle();
+    m_transport.Pause();
     const QFileInfo project(m_document.FileName());
     const QString proposal = project.fileName().isEmpty()
                                  ? QString()
@@ -233,8 +243,8 @@ void MainWindow::ChooseExport()
 
 void MainWindow::ChooseAnimationExport()
 {
+    Settle();
     m_transport.Pause();
-    m_document.EndRun();
     const QString report = ExportFrames(*this, m_document.Current(), m_document.FileName());
     if (!report.isEmpty())
         Say(report);

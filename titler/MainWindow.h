@@ -53,6 +53,8 @@ private:
     void Say(const QString& text);
     void ShowError(const QString& text);
 
+    /// Takes what is typed or dragged right now: what follows is about the whole project.
+    void Settle();
     /// Asks when there are unsaved changes. @return false when the user wants to stay.
     bool MayLeave();
     void New();
@@ -62,7 +64,6 @@ private:
     bool SaveTo(const QString& file);
     void ChooseExport();
     void ChooseAnimationExport();
-    void ChooseFramesExport();
     void ChooseMedia();
     void About();
 

@@ -1,4 +1,5 @@
 #include "CanvasView.h"
+#include "Fields.h"
 #include "KvVideoFormat.h"
 #include "MainWindow.h"
 #include "MediaPanel.h"
@@ -89,8 +90,10 @@ void MainWindow::BuildFileMenu()
 void MainWindow::BuildEditMenu()
 {
     QMenu& menu = *AddMenu(kTextEditMenu);
-    m_undo = AddItem(menu, kTextUndo, QKeySequence::keyBindings(QKeySequence::Undo),
-                     [this] { m_document.Undo(); });
+    m_undo = AddItem(menu, kTextUndo, QKeySequence::keyBindings(QKeySequence::Undo), [this] {
+        CommitFields(*this);
+        m_document.Undo();
+    });
     m_redo = AddItem(menu, kTextRedo,
                      {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
                      [this] { m_document.Redo(); });
@@ -148,8 +151,11 @@ void MainWindow::ShowSteps()
         action.setEnabled(possible);
         action.setText(possible ? Text(namedId, {step}) : Text(nameId));
     };
-    show(*m_undo, steps.canUndo(), kTextUndo, kTextUndoNamed, steps.undoText());
-    show(*m_redo, steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
+    // A gesture that is under way is the step to undo, and nothing can be redone in it.
+    const bool inRun = m_document.IsInRun();
+    show(*m_undo, inRun || steps.canUndo(), kTextUndo, kTextUndoNamed,
+         inRun ? m_document.RunName() : steps.undoText());
+    show(*m_redo, !inRun && steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
     const QList<QAction*> formats = m_formats->actions();
     for (qsizetype i = 0; i < formats.size(); ++i)
         formats[i]->setChecked(IsSame(kFormats[i], m_document.Current().video));

@@ -85,9 +85,8 @@ void StopInspector::BuildFields()
     m_position->setDecimals(2);
     m_position->setSuffix(Text(kTextPercent));
     m_position->setKeyboardTracking(false);
-    for (QWidget* field :
-         {static_cast<QWidget*>(m_hex), static_cast<QWidget*>(m_opacity), static_cast<QWidget*>(m_position)})
-        UndoProjectFrom(*field);
+    for (QWidget* field : std::initializer_list<QWidget*>{m_hex, m_opacitySlider, m_opacity, m_position})
+        JoinProject(*field);
 
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);

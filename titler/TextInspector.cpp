@@ -78,9 +78,9 @@ void TextInspector::BuildFields()
     m_size->setDecimals(1);
     m_size->setSuffix(Text(kTextPercent));
     m_size->setKeyboardTracking(false);
-    UndoProjectFrom(*m_text);
-    UndoProjectFrom(*m_size);
-    UndoProjectFrom(*m_family);
+    JoinProject(*m_text);
+    JoinProject(*m_size);
+    JoinProject(*m_family);
 
     QFont bold = m_bold->font();
     bold.setBold(true);

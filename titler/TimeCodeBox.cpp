@@ -15,7 +15,7 @@ TimeCodeBox::TimeCodeBox() : m_rate(FrameRateOf(kKvFrameRate25))
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)); // the digits stand still
     setKeyboardTracking(false);
     setCorrectionMode(QAbstractSpinBox::CorrectToPreviousValue);
-    UndoProjectFrom(*this);
+    JoinProject(*this);
 }
 
 void TimeCodeBox::SetRate(const FrameRate& rate)

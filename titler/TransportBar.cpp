@@ -49,14 +49,14 @@ private:
     KvSkinImage m_image;
 };
 
-// The key nearest before or behind a frame, of all properties.
-std::optional<int> NearestKey(const Properties& properties, int frame, bool next)
+// The key nearest before or behind a frame, of all properties, up to the project's end.
+std::optional<int> NearestKey(const Properties& properties, int frame, bool next, int lastFrame)
 {
     std::optional<int> found;
     for (const Animated& animated : properties) {
         const std::optional<int> key =
             next ? NextKeyFrame(animated, frame) : PreviousKeyFrame(animated, frame);
-        if (!key || (next ? *key <= frame : *key >= frame))
+        if (!key || *key > lastFrame || (next ? *key <= frame : *key >= frame))
             continue;
         if (!found || (next ? *key < *found : *key > *found))
             found = key;
@@ -116,6 +116,8 @@ void TransportBar::BuildCommands()
     m_play = AddCommand(kTextPlay, L"titler_play", Qt::Key_Space, [this] { m_transport.Toggle(); });
     m_loop = AddCommand(kTextLoop, L"titler_loop", Qt::CTRL | Qt::Key_L, [] {});
     m_loop->setCheckable(true);
+    for (QAction* toggle : {m_play, m_loop})
+        toggle->setAutoRepeat(false);
     connect(m_loop, &QAction::toggled, &m_transport, &Transport::SetLoop);
     m_commands << nullptr;
     const auto go = [this](int frame) {
@@ -219,7 +221,8 @@ void TransportBar::ShowPlaying()
 void TransportBar::GoToKey(bool next)
 {
     m_transport.Pause();
-    if (const auto key = NearestKey(m_document.Current().title.properties, m_transport.Frame(), next))
+    const Properties& properties = m_document.Current().title.properties;
+    if (const auto key = NearestKey(properties, m_transport.Frame(), next, m_transport.LastFrame()))
         m_transport.Seek(*key);
 }
 

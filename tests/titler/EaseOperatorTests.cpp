@@ -201,12 +201,12 @@ TEST_F(Operator, StepsThroughTheSegmentsAndTakesTheTimeAlong)
     std::vector<int> frames;
     while (step(true))
         frames.push_back(transport.Frame());
-    EXPECT_EQ(frames, (std::vector<int>{20, 50}));
+    EXPECT_EQ(frames, (std::vector<int>{35, 65}));
     transport.Seek(190);
     frames.clear();
     while (step(false))
         frames.push_back(transport.Frame());
-    EXPECT_EQ(frames, (std::vector<int>{20, 0}));
+    EXPECT_EQ(frames, (std::vector<int>{35, 10}));
     document.Edit(EditKind::Single, "", [](Project& project) { project.duration = 40; });
     transport.Seek(39);
     EXPECT_FALSE(step(true)) << "a segment behind the project's end";

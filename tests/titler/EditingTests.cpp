@@ -289,6 +289,20 @@ TEST(MainWindow, MayDieInADrag)
     EXPECT_TRUE(window.Project().IsInRun());
 }
 
+TEST(MainWindow, UndoesTheFirstGestureInTheMiddle)
+{
+    MainWindow window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    auto& control = *window.findChild<CKvGradientCtrl*>();
+    QTest::mousePress(&control, Qt::LeftButton, {}, {control.width() / 3, control.height() / 2});
+    EXPECT_EQ(window.Project().Current().title.stops.size(), 4);
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(window.Project().IsInRun());
+    EXPECT_EQ(window.Project().Current().title.stops.size(), 3);
+}
+
 TEST(MainWindow, ABrokenProjectIsReportedAndTheOpenOneStays)
 {
     MessageBoxes boxes;

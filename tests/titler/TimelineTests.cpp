@@ -8,19 +8,23 @@
 #include "PropertyText.h"
 #include "TimeCodeBox.h"
 #include "TimeRuler.h"
+#include "TitleRenderer.h"
 #include "Transport.h"
 
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -72,6 +76,17 @@ struct Timeline : testing::Test
         for (const Key& key : Value(property).keys)
             frames.push_back(key.frame);
         return frames;
+    }
+    QAction& Command(const QKeySequence& key)
+    {
+        const QList<QAction*> actions = window.findChildren<QAction*>();
+        return **std::find_if(actions.begin(), actions.end(), [&](auto* a) { return a->shortcut() == key; });
+    }
+    // Without Return, and without the focus going elsewhere.
+    void Type(Property property, const char* text)
+    {
+        Field(property).selectAll();
+        QTest::keyClicks(&Field(property), text);
     }
     void ExpectInStep(const char* when)
     {
@@ -174,13 +189,107 @@ TEST_F(Timeline, AFieldEditsTheKeyOrTheValue)
 TEST_F(Timeline, WhatIsTypedBelongsToTheFrameAtWhichItWas)
 {
     transport.Seek(40);
-    auto& edit = *Field(Property::Opacity).findChild<QLineEdit*>();
-    edit.selectAll();
-    QTest::keyClicks(&edit, "33");
+    Type(Property::Opacity, "33");
     transport.Seek(60);
     EXPECT_EQ(Value(Property::Opacity).keys[1].value, 33);
     EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 40, 70}));
     ExpectInStep("after the seek ");
+}
+
+TEST_F(Timeline, WhatIsTypedIsInTheFileOrAskedAbout)
+{
+    int asked = 0;
+    KvSetMessageBoxHandler([&](HWND, const std::wstring&, UINT) { return ++asked, IDCANCEL; });
+    QTemporaryDir folder;
+    const QString file = folder.filePath("p.ktitle");
+    ASSERT_EQ(document.SaveAs(file), "");
+    Type(Property::X, "4");
+    Command(QKeySequence::Save).trigger();
+    ProjectError error;
+    EXPECT_EQ(LoadProject(file, error)->title[Property::X].value, 4);
+    for (const QKeySequence& key : {QKeySequence(QKeySequence::New), QKeySequence(Qt::CTRL | Qt::Key_Q)}) {
+        Type(Property::X, "5");
+        Command(key).trigger();
+        EXPECT_EQ(Value(Property::X).value, 5) << key.toString().toStdString();
+        document.Undo();
+    }
+    EXPECT_EQ(asked, 2);
+    KvSetMessageBoxHandler({});
+
+    transport.Seek(60);
+    Type(Property::X, "6");
+    document.New();
+    EXPECT_EQ(Value(Property::X).value, 0) << "it was for the project before";
+    EXPECT_FALSE(document.IsModified());
+}
+
+TEST_F(Timeline, WhatIsTypedIsExported)
+{
+    QTemporaryDir folder;
+    document.Edit(EditKind::Single, "", [](Project& project) {
+        project.video = {kKvAspectSquarePixel, kKvFrameRate25, kKvScanProgressive, 160, 90};
+        project.duration = 1;
+        project.title.properties = StillProperties();
+    });
+    ASSERT_EQ(document.SaveAs(folder.filePath("p.ktitle")), "");
+    Type(Property::X, "20");
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->findChild<QPushButton*>("export")->click();
+    });
+    Command(Qt::CTRL | Qt::SHIFT | Qt::Key_E).trigger();
+    const QImage image(folder.filePath("p_frames/p_0000.png"));
+    const QImage drawn = TitleRenderer().Render(document.Current(), 0, {160, 90});
+    EXPECT_EQ(Value(Property::X).value, 20);
+    EXPECT_EQ(image.convertToFormat(drawn.format()), drawn);
+}
+
+TEST_F(Timeline, CtrlZTakesBackWhatIsTypedThenAStep)
+{
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    Field(Property::X).setFocus();
+    Field(Property::X).setValue(7);
+    Type(Property::X, "8");
+    QTest::keyClick(&Field(Property::X), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Field(Property::X).cleanText(), "7.00");
+    EXPECT_EQ(Value(Property::X).value, 7);
+    QTest::keyClick(&Field(Property::X), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Value(Property::X).value, 0);
+}
+
+TEST_F(Timeline, TheWheelChangesNothingInPassing)
+{
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto turn = [](QWidget& widget) {
+        QWheelEvent event({5, 5}, widget.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, {}, {}, {}, false);
+        QApplication::sendEvent(&widget, &event);
+    };
+    window.findChild<CanvasView*>()->setFocus();
+    const Project before = document.Current();
+    for (QWidget* field : window.findChildren<QWidget*>())
+        if (qobject_cast<QAbstractSpinBox*>(field) || qobject_cast<QComboBox*>(field) ||
+            field->inherits("QSlider"))
+            turn(*field);
+    EXPECT_TRUE(document.Current() == before);
+    EXPECT_EQ(transport.Frame(), 0);
+    Field(Property::X).setFocus();
+    turn(Field(Property::X));
+    EXPECT_EQ(Value(Property::X).value, 1);
+}
+
+TEST_F(Timeline, AKeyBehindTheEndCannotBeGoneTo)
+{
+    document.Edit(EditKind::Single, "", [](Project& project) { project.duration = 50; });
+    transport.Seek(40);
+    Command(Qt::CTRL | Qt::SHIFT | Qt::Key_Right).trigger();
+    EXPECT_EQ(transport.Frame(), 40);
+    Click(Property::Opacity, kKvKeyFrameNext);
+    EXPECT_EQ(transport.Frame(), 40);
+    Click(Property::Opacity, kKvKeyFramePrevious);
+    EXPECT_EQ(transport.Frame(), 10);
 }
 
 TEST_F(Timeline, TheEaseNeedsTwoKeysAndSaysSo)
@@ -198,27 +307,29 @@ TEST_F(Timeline, TheEaseDialogIsOneStepOrNone)
     constexpr UINT next = 12094;
     auto& inspector = *window.findChild<AnimationInspector*>();
     for (const UINT end : {UINT(IDCANCEL), UINT(IDOK)}) {
-        transport.Seek(25);
+        transport.Seek(10);
         transport.Play();
         QTimer::singleShot(0, [&] {
             auto* dialog = qobject_cast<CKvDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(dialog, nullptr);
             const auto click = [&](UINT id) { qobject_cast<QPushButton*>(dialog->GetDlgItem(id))->click(); };
+            EXPECT_EQ(transport.Frame(), 25) << "where the ease shows";
             click(smooth);
             EXPECT_EQ(Value(Property::Opacity).keys[0].ease, PresetEase(5)) << "live";
             click(next);
-            EXPECT_EQ(transport.Frame(), 40);
+            EXPECT_EQ(transport.Frame(), 55);
             click(smooth);
             click(end);
         });
         inspector.OpenEaseDialog(Property::Opacity);
         EXPECT_FALSE(transport.IsPlaying());
+        EXPECT_EQ(transport.Frame(), end == IDOK ? 55 : 10);
         EXPECT_EQ(NewSteps(), end == IDOK ? 1 : 0);
         EXPECT_EQ(Value(Property::Opacity).keys[1].ease, end == IDOK ? PresetEase(5) : Ease());
     }
     document.Undo();
     EXPECT_EQ(Value(Property::Opacity).keys[0].ease, Ease());
-    EXPECT_EQ(transport.Frame(), 40) << "undo does not move the time";
+    EXPECT_EQ(transport.Frame(), 55) << "undo does not move the time";
 }
 
 TEST_F(Timeline, ThePlayheadIsDraggedAndComesBack)
@@ -334,7 +445,10 @@ TEST_F(Timeline, SpacePlaysUnlessSomebodyWantsIt)
     EXPECT_TRUE(space(ruler));
     EXPECT_TRUE(space(*window.findChild<CanvasView*>()));
     EXPECT_FALSE(space(*window.findChild<QPlainTextEdit*>("text")));
-    EXPECT_FALSE(space(*window.findChild<TimeCodeBox*>("time")));
+    EXPECT_TRUE(space(*window.findChild<TimeCodeBox*>("time")));
+    Field(Property::X).selectAll();
+    EXPECT_TRUE(space(Field(Property::X))) << "a number has no use for it";
+    EXPECT_EQ(Field(Property::X).value(), 0);
     EXPECT_FALSE(space(*window.findChild<QToolButton*>("swatch")));
     EXPECT_FALSE(space(*Strip(Property::X).findChild<QAbstractButton*>()));
     EXPECT_TRUE(Value(Property::X).IsAnimated()) << "and the button was pressed";
