@@ -42,14 +42,13 @@ public:
     ~CKvDialog() override;
 
     /// Opens the dialog and waits until it ends.
-    /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel (also when the application ends meanwhile
-    /// or
-    ///         the dialog is deleted); -1, and nothing happens, when there is no such template, the window
-    ///         exists already or an earlier call has not returned.
+    /// @return what `EndDialog` was given: 1 for OK, 2 for Cancel, which it also is when the application ends
+    /// meanwhile or the dialog is deleted; -1, and nothing happens, when there is no such template, the
+    /// window exists already or an earlier call has not returned.
     virtual int DoModal();
     /// Makes the window, hidden, without waiting; `show` shows it.
-    /// @return 1; 0 when there is no such template, the window exists already or `DoModal` has not returned,
-    ///         and nothing happens; also 0 when a handler ended the dialog at once.
+    /// @return 1; 0, and nothing happens, when there is no such template, the window exists already or
+    /// `DoModal` has not returned; also 0 when a handler ended the dialog at once.
     int Create(UINT templateNumber, CWnd* parent);
     /// @return 1 while there is a window.
     BOOL IsCreated() const;
