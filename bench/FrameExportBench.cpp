@@ -4,6 +4,7 @@
 #include "FrameSequence.h"
 #include "TitleRenderer.h"
 
+#include <QColorSpace>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImageWriter>
@@ -67,7 +68,9 @@ void WritePng(benchmark::State& state, Writer write)
     for (auto _ : state)
         if (!write(image, file))
             state.SkipWithError("not written");
-    if (QImage(file).convertToFormat(image.format()) != image)
+    QImage read(file);
+    read.setColorSpace({}); // it takes part in a comparison
+    if (read.convertToFormat(image.format()) != image)
         state.SkipWithError("the file holds another picture");
     state.counters["bytes"] = static_cast<double>(QFileInfo(file).size());
 }
