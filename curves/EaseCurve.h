@@ -8,16 +8,6 @@
 
 namespace kv {
 
-/// How a curve came to be; the numbers are the host's.
-enum EaseKind : std::uint32_t
-{
-    kEaseLinear = 1,
-    kEaseSpeedUp = 2,
-    kEaseSpeedDown = 3,
-    kEaseDrawn = 4, ///< by hand
-    kEaseSmooth = 5,
-};
-
 /// The four points of a curve, in walking order.
 enum class EaseHandle
 {

@@ -304,7 +304,7 @@ void EaseModel::EndDrag()
     if (!m_impl->drag)
         return;
     m_impl->drag.reset();
-    m_impl->Push(kEaseDrawn);
+    m_impl->Push(kKvEaseDrawn);
 }
 
 void EaseModel::CancelDrag()
@@ -368,7 +368,7 @@ bool EaseModel::Move(EaseHandle handle, SKvCurvePoint to)
         return false;
     if (!m_impl->TryPoints(WithPoint(m_impl->curve, handle, place).points))
         return false;
-    m_impl->Push(kEaseDrawn);
+    m_impl->Push(kKvEaseDrawn);
     return true;
 }
 
@@ -381,7 +381,7 @@ bool EaseModel::MoveHandles(SKvCurvePoint out, SKvCurvePoint in)
                         IsSame(next[EaseHandle::In], m_impl->curve[EaseHandle::In]);
     if (m_impl->drag || isSame || !m_impl->TryPoints(next.points))
         return false;
-    m_impl->Push(kEaseDrawn);
+    m_impl->Push(kKvEaseDrawn);
     return true;
 }
 

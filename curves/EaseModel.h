@@ -88,7 +88,7 @@ public:
     /// @param mouse in curve space; what is not finite or leads beyond single precision is ignored.
     /// @param keepDirection a tangent changes its length only, as far as the limits allow.
     void DragTo(SKvCurvePoint mouse, bool keepDirection);
-    /// Adds a record of kind kEaseDrawn, also when nothing moved.
+    /// Adds a record of kind kKvEaseDrawn, also when nothing moved.
     void EndDrag();
     /// The curve is as it was when the drag began; no record.
     void CancelDrag();

@@ -39,22 +39,22 @@ int CKvParamBezierWnd::Revert()
 
 int CKvParamBezierWnd::ApplyLinear()
 {
-    return m_impl->ApplyPreset(kv::kEaseLinear, nullptr);
+    return m_impl->ApplyPreset(kKvEaseLinear, nullptr);
 }
 
 int CKvParamBezierWnd::ApplySpeedUp()
 {
-    return m_impl->ApplyPreset(kv::kEaseSpeedUp, &IKvParamBezierInfo::GetSpeedUpCurve);
+    return m_impl->ApplyPreset(kKvEaseSpeedUp, &IKvParamBezierInfo::GetSpeedUpCurve);
 }
 
 int CKvParamBezierWnd::ApplySpeedDown()
 {
-    return m_impl->ApplyPreset(kv::kEaseSpeedDown, &IKvParamBezierInfo::GetSpeedDownCurve);
+    return m_impl->ApplyPreset(kKvEaseSpeedDown, &IKvParamBezierInfo::GetSpeedDownCurve);
 }
 
 int CKvParamBezierWnd::ApplySmooth()
 {
-    return m_impl->ApplyPreset(kv::kEaseSmooth, &IKvParamBezierInfo::GetSmoothCurve);
+    return m_impl->ApplyPreset(kKvEaseSmooth, &IKvParamBezierInfo::GetSmoothCurve);
 }
 
 BOOL CKvParamBezierWnd::CanUndo() const

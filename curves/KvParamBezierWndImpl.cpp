@@ -154,7 +154,7 @@ bool CKvParamBezierWnd::Impl::Edit(const std::function<bool(kv::EaseModel&)>& ru
     Redraw();
     const unsigned loadsBefore = loads;
     // A host that loads meanwhile has heard of its fresh history; this record is not in it.
-    if (SendCurve(kv::kEaseDrawn) && loads == loadsBefore)
+    if (SendCurve(kKvEaseDrawn) && loads == loadsBefore)
         TellHistory();
     return true;
 }
@@ -210,7 +210,7 @@ void CKvParamBezierWnd::Impl::DragTo(CPoint point, bool keepDirection)
         return;
     model.DragTo(layout.ToCurve(AsPoint(layout.ClampedToPlot(point))), keepDirection);
     Redraw();
-    SendCurve(kv::kEaseDrawn);
+    SendCurve(kKvEaseDrawn);
 }
 
 bool CKvParamBezierWnd::Impl::EndGesture()

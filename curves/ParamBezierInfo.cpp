@@ -5,11 +5,6 @@
 
 namespace {
 
-constexpr std::uint32_t kLinear = 1;
-constexpr std::uint32_t kSpeedUp = 2;
-constexpr std::uint32_t kSpeedDown = 3;
-constexpr std::uint32_t kSmooth = 5;
-
 void Store(double* out, double value)
 {
     if (out)
@@ -122,22 +117,22 @@ int CKvParamBezierInfo::ReadPreset(std::uint32_t kind, double* outX, double* out
 
 int CKvParamBezierInfo::ApplyLinear()
 {
-    return WritePreset(kLinear);
+    return WritePreset(kKvEaseLinear);
 }
 
 int CKvParamBezierInfo::GetSpeedUpCurve(double* outX, double* outY, double* inX, double* inY)
 {
-    return ReadPreset(kSpeedUp, outX, outY, inX, inY);
+    return ReadPreset(kKvEaseSpeedUp, outX, outY, inX, inY);
 }
 
 int CKvParamBezierInfo::GetSpeedDownCurve(double* outX, double* outY, double* inX, double* inY)
 {
-    return ReadPreset(kSpeedDown, outX, outY, inX, inY);
+    return ReadPreset(kKvEaseSpeedDown, outX, outY, inX, inY);
 }
 
 int CKvParamBezierInfo::GetSmoothCurve(double* outX, double* outY, double* inX, double* inY)
 {
-    return ReadPreset(kSmooth, outX, outY, inX, inY);
+    return ReadPreset(kKvEaseSmooth, outX, outY, inX, inY);
 }
 
 int CKvParamBezierInfo::CanGoPrevKey()

@@ -244,10 +244,20 @@ struct SKvCGGradientKey
 };
 static_assert(sizeof(SKvCGGradientKey) == 12);
 
+/// How an ease came to be.
+enum EKvEaseKind : std::uint32_t
+{
+    kKvEaseLinear = 1,
+    kKvEaseSpeedUp = 2,
+    kKvEaseSpeedDown = 3,
+    kKvEaseDrawn = 4, ///< the user's own curve
+    kKvEaseSmooth = 5,
+};
+
 /// The ease of one segment between two keys of an animated parameter, as a host stores it.
 struct SKvParamEaseData
 {
-    std::uint32_t kind; ///< 1 linear, 2 speed-up, 3 speed-down, 4 the user's own curve, 5 smooth
+    std::uint32_t kind; ///< EKvEaseKind
     double inTangentX;  ///< end key's tangent, a fraction of the segment's width, leftwards from the end key
     double inTangentY;  ///< value offset from the end key
     double outTangentX; ///< start key's tangent, a fraction of the segment's width, rightwards

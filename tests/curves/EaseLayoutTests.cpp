@@ -77,7 +77,7 @@ TEST(EaseLayout, HitsInTheirOrder)
         EXPECT_EQ(hit->part, row.part) << row.name;
         EXPECT_NEAR(hit->t, row.t, 1e-9) << row.name;
     }
-    model.ApplyPreset(kv::kEaseLinear, {});
+    model.ApplyPreset(kKvEaseLinear, {});
     const auto partAt = [&](CPoint at) { return layout.HitTest(model.Keys(), model.Origin(), at)->part; };
     EXPECT_EQ(partAt({50, 220}), EasePart::OutHandle) << "before its key";
     EXPECT_EQ(partAt({450, 20}), EasePart::InHandle);

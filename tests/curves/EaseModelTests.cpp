@@ -20,7 +20,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 // From (2, 10) to (6, 30) with values of 0 … 40: width 4, span 40.
 EaseCurve Curve(std::uint32_t lock = 0)
 {
-    return {{{{2, 10}, {3, 10}, {4, 30}, {6, 30}}}, 0, 40, lock, kv::kEaseSmooth};
+    return {{{{2, 10}, {3, 10}, {4, 30}, {6, 30}}}, 0, 40, lock, kKvEaseSmooth};
 }
 
 using Bits = std::array<std::uint64_t, 8>;
@@ -90,7 +90,7 @@ TEST(EaseModel, DragsAndTheirLimits)
             EXPECT_EQ(model.BeginDrag(row.hit), lock == 0 || row.hit.part != Key) << row.name;
             model.DragTo(row.mouse, row.along.has_value());
             ExpectAt(row.name, model.Curve()[moved], lock != 0 ? row.locked : row.free);
-            EXPECT_EQ(model.Curve().kind, kv::kEaseSmooth) << row.name << ": of the record before";
+            EXPECT_EQ(model.Curve().kind, kKvEaseSmooth) << row.name << ": of the record before";
         }
     }
 }
@@ -107,7 +107,7 @@ TEST(EaseModel, AKeyTakesItsHandleAlongAndBack)
     EXPECT_EQ(BitsOf(model.Curve()), BitsOf(Curve()));
     model.EndDrag();
     EXPECT_EQ(model.RecordCount(), 2u) << "also without a change";
-    EXPECT_EQ(model.Curve().kind, kv::kEaseDrawn);
+    EXPECT_EQ(model.Curve().kind, kKvEaseDrawn);
 
     EaseCurve high = Curve();
     high[EaseHandle::End].y = 90;
@@ -152,10 +152,10 @@ TEST(EaseModel, PresetsAndDragsThatAreRefusedOrDropped)
     model.Load(Curve());
     EXPECT_FALSE(model.BeginDrag({0, EasePart::InHandle}) || model.BeginDrag({1, EasePart::OutTangent}) ||
                  model.BeginDrag({0, EasePart::OutTangent, 0}) || model.BeginDrag({2, EasePart::Key}));
-    EXPECT_TRUE(model.ApplyPreset(kv::kEaseSpeedUp, {0.5, 1, 0.25, -2}));
+    EXPECT_TRUE(model.ApplyPreset(kKvEaseSpeedUp, {0.5, 1, 0.25, -2}));
     ExpectAt("out", model.Curve()[EaseHandle::Out], {4, 11});
     ExpectAt("in", model.Curve()[EaseHandle::In], {5, 28});
-    EXPECT_FALSE(model.ApplyPreset(kv::kEaseSmooth, {0.5, kNaN, 0, 0}));
+    EXPECT_FALSE(model.ApplyPreset(kKvEaseSmooth, {0.5, kNaN, 0, 0}));
     const Bits preset = BitsOf(model.Curve());
     ASSERT_TRUE(model.BeginDrag({0, EasePart::Key}));
     EXPECT_FALSE(model.Move(EaseHandle::End, {6, 1}) || model.BeginDrag({1, EasePart::Key})) << "in a drag";
