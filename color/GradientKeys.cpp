@@ -1,5 +1,7 @@
 #include "color/GradientKeys.h"
 
+#include "platform/VirtualKey.h"
+
 namespace kv {
 
 namespace {
@@ -23,7 +25,7 @@ std::optional<Command> HorizontalArrow(int direction, Qt::KeyboardModifiers held
 
 std::optional<GradientKeyCommand> GradientKeyCommandOf(UINT key, Qt::KeyboardModifiers modifiers)
 {
-    const Qt::KeyboardModifiers held = modifiers & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
+    const Qt::KeyboardModifiers held = HeldModifiers(modifiers);
     if (key == VK_LEFT || key == VK_RIGHT)
         return HorizontalArrow(key == VK_LEFT ? -1 : 1, held);
     if (key == VK_DELETE && !held.testFlag(Qt::AltModifier))

@@ -5,6 +5,7 @@
 #include "color/KvGradientCtrlImpl.h"
 #include "core/Text.h"
 #include "core/TextTables.h"
+#include "platform/VirtualKey.h"
 
 #include <QContextMenuEvent>
 
@@ -13,24 +14,15 @@ namespace {
 constexpr std::uint32_t kTextPlaceAndColour = 20010;
 constexpr std::uint32_t kTextMidPoint = 20011;
 
-// What Ctrl with a letter types.
-enum ControlCharacter : UINT
-{
-    kCtrlC = 3,
-    kCtrlV = 22,
-    kCtrlX = 24,
-};
-
 bool IsClipboardCharacter(UINT character)
 {
-    return character == kCtrlC || character == kCtrlV || character == kCtrlX;
+    return character == kv::kCtrlC || character == kv::kCtrlV || character == kv::kCtrlX;
 }
 
 /// A digit or point typed without Ctrl, Alt or Meta.
 bool IsPercentCharacter(UINT character, Qt::KeyboardModifiers modifiers)
 {
-    return kv::PercentEntry::IsPart(character) &&
-           !modifiers.testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    return kv::PercentEntry::IsPart(character) && !kv::IsCommand(modifiers);
 }
 
 QString PlaceAndColour(double position, DWORD colour)
@@ -129,9 +121,9 @@ BOOL CKvGradientCtrl::OnChar(UINT character)
     m_impl->RedrawAll();
     if (!IsLeftControlDown())
         return 1;
-    if (character == kCtrlC)
+    if (character == kv::kCtrlC)
         CopyColor();
-    else if (character == kCtrlV)
+    else if (character == kv::kCtrlV)
         PasteColor();
     else
         m_impl->Cut();

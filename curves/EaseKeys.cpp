@@ -1,23 +1,12 @@
 #include "curves/EaseKeys.h"
 
+#include "platform/VirtualKey.h"
+
 namespace kv {
-
-namespace {
-
-// What Ctrl with a letter types.
-enum ControlCharacter : UINT
-{
-    kCtrlC = 3,
-    kCtrlV = 22,
-    kCtrlY = 25,
-    kCtrlZ = 26,
-};
-
-} // namespace
 
 std::optional<EaseCommand> EaseCommandOf(UINT character, Qt::KeyboardModifiers modifiers)
 {
-    const Qt::KeyboardModifiers held = modifiers & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
+    const Qt::KeyboardModifiers held = HeldModifiers(modifiers);
     if (character == kCtrlZ && held == (Qt::ControlModifier | Qt::ShiftModifier))
         return EaseCommand::Redo;
     if (held != Qt::ControlModifier)

@@ -3,6 +3,7 @@
 #include "KvButtons.h"
 #include "KvGuiRes.h"
 #include "curves/KeyFrameButtons.h"
+#include "platform/VirtualKey.h"
 
 #include <QAccessibleWidget>
 #include <QPointer>
@@ -16,16 +17,6 @@ using namespace kv::keyframe;
 namespace {
 
 constexpr const wchar_t* kBackgroundKey = L"keKeyFrameBKColor";
-
-bool IsArrow(UINT key)
-{
-    return key == VK_LEFT || key == VK_RIGHT || key == VK_UP || key == VK_DOWN;
-}
-
-bool IsPlain(Qt::KeyboardModifiers modifiers)
-{
-    return (modifiers & ~Qt::KeypadModifier) == Qt::NoModifier;
-}
 
 QAccessibleInterface* MakeInterface(const QString& className, QObject* object)
 {
@@ -396,13 +387,13 @@ void CKvKeyFrameCtrl::OnPaint(Graphics& graphics)
 
 BOOL CKvKeyFrameCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
 {
-    if (!m_impl->HasButtons() || !IsPlain(modifiers))
+    if (!m_impl->HasButtons() || kv::HeldModifiers(modifiers) != Qt::NoModifier)
         return 0;
     if (key == VK_SPACE) {
         m_impl->records[m_impl->current].button->click();
         return 1;
     }
-    if (!IsArrow(key))
+    if (!kv::IsArrow(key))
         return 0;
     const int step = key == VK_LEFT || key == VK_UP ? -1 : 1;
     const std::size_t next = m_impl->UsableFrom(m_impl->current, step);
@@ -414,8 +405,8 @@ BOOL CKvKeyFrameCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
 bool CKvKeyFrameCtrl::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT) const
 {
     // After a click with the mouse the arrows are still the host's.
-    return m_impl->HasButtons() && m_impl->records[m_impl->current].button->IsFocusShown() && IsArrow(key) &&
-           IsPlain(modifiers);
+    return m_impl->HasButtons() && m_impl->records[m_impl->current].button->IsFocusShown() &&
+           kv::IsArrow(key) && kv::HeldModifiers(modifiers) == Qt::NoModifier;
 }
 
 void CKvKeyFrameCtrl::OnSkinChanged()

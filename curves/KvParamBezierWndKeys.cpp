@@ -1,5 +1,6 @@
 // What the keyboard does to the ease curve window.
 #include "curves/KvParamBezierWndImpl.h"
+#include "platform/VirtualKey.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -10,17 +11,12 @@ namespace {
 
 constexpr double kFineStep = 0.1; // of a pixel
 
-bool IsArrow(UINT key)
-{
-    return key == VK_LEFT || key == VK_RIGHT || key == VK_UP || key == VK_DOWN;
-}
-
 } // namespace
 
 bool CKvParamBezierWnd::Impl::IsOwnKey(UINT key, Qt::KeyboardModifiers modifiers) const
 {
-    const Qt::KeyboardModifiers held = modifiers & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
-    if (IsArrow(key))
+    const Qt::KeyboardModifiers held = kv::HeldModifiers(modifiers);
+    if (kv::IsArrow(key))
         return CanEdit() && selected && (held == Qt::NoModifier || held == Qt::ShiftModifier);
     if (key == VK_PRIOR || key == VK_NEXT)
         return CanEdit() && held == Qt::NoModifier;
@@ -90,7 +86,7 @@ void CKvParamBezierWnd::Impl::MoveSelected(double right, double up)
 bool CKvParamBezierWnd::Impl::IsTyped(UINT character, Qt::KeyboardModifiers modifiers) const
 {
     return CanEdit() && selected && kv::EaseEntry::IsPart(character, entry.IsPending()) &&
-           !modifiers.testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+           !kv::IsCommand(modifiers);
 }
 
 bool CKvParamBezierWnd::Impl::RunEntryKey(UINT key)

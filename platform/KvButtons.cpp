@@ -1,6 +1,7 @@
 #include "KvButtons.h"
 
 #include "KvGuiRes.h"
+#include "platform/VirtualKey.h"
 
 #include <QAccessibleWidget>
 #include <QKeyEvent>
@@ -55,11 +56,6 @@ QRectF OnPixels(const QPainter& painter, const QRectF& rect)
     const QPointF topLeft(std::round(device.left()), std::round(device.top()));
     const QPointF bottomRight(std::round(device.right()), std::round(device.bottom()));
     return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
-}
-
-bool IsArrow(int key)
-{
-    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
 }
 
 void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& room, qreal opacity = 1)
@@ -298,12 +294,13 @@ void CKvBitmapButton::paintEvent(QPaintEvent*)
 
 void CKvBitmapButton::keyPressEvent(QKeyEvent* event)
 {
-    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    if (event->key() == Qt::Key_Space || (plain && IsArrow(event->key()))) {
+    const bool isArrow = kv::IsArrow(kv::VirtualKey(*event));
+    const bool isPlain = kv::HeldModifiers(event->modifiers()) == Qt::NoModifier;
+    if (event->key() == Qt::Key_Space || (isPlain && isArrow)) {
         m_impl->focusByKey = true;
         update();
     }
-    if (IsArrow(event->key()))
+    if (isArrow)
         event->ignore(); // the parent knows which way its buttons stand
     else if (event->key() != Qt::Key_Space || !event->isAutoRepeat()) // a held press goes nowhere
         QAbstractButton::keyPressEvent(event);

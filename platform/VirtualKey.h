@@ -3,9 +3,38 @@
 
 #include "KvTypes.h"
 
+#include <Qt>
+
 class QKeyEvent;
 
 namespace kv {
+
+/// What Ctrl with a letter types.
+enum ControlCharacter : UINT
+{
+    kCtrlC = 3,
+    kCtrlV = 22,
+    kCtrlX = 24,
+    kCtrlY = 25,
+    kCtrlZ = 26,
+};
+
+constexpr bool IsArrow(UINT key)
+{
+    return key == VK_LEFT || key == VK_RIGHT || key == VK_UP || key == VK_DOWN;
+}
+
+/// Without what tells where a key stands on the keyboard.
+constexpr Qt::KeyboardModifiers HeldModifiers(Qt::KeyboardModifiers modifiers)
+{
+    return modifiers & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
+}
+
+/// True when a key with these modifiers is a command, no text.
+constexpr bool IsCommand(Qt::KeyboardModifiers modifiers)
+{
+    return modifiers.testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
 
 /// The virtual key (VK_…, or the character code of a letter or digit key); 0 for a key that has none here.
 UINT VirtualKey(const QKeyEvent& event);
