@@ -83,14 +83,13 @@ bool CKvParamBezierWnd::Impl::SendCurve(std::uint32_t kind)
     return !alive.isNull();
 }
 
-bool CKvParamBezierWnd::Impl::TellHistory()
+void CKvParamBezierWnd::Impl::TellHistory()
 {
     const QPointer<CKvParamBezierWnd> alive(&control);
     if (callback)
         callback->UndoChanged();
     if (alive)
         emit alive->HistoryChanged();
-    return !alive.isNull();
 }
 
 void CKvParamBezierWnd::Impl::Load()
@@ -146,17 +145,16 @@ int CKvParamBezierWnd::Impl::ApplyPreset(std::uint32_t kind, PresetQuery query)
     return 1;
 }
 
-bool CKvParamBezierWnd::Impl::Edit(const std::function<bool(kv::EaseModel&)>& rule)
+void CKvParamBezierWnd::Impl::Edit(const std::function<bool(kv::EaseModel&)>& rule)
 {
     if (!CanEdit() || !rule(model))
-        return false;
+        return;
     entry.Clear();
     Redraw();
     const unsigned loadsBefore = loads;
     // A host that loads meanwhile has heard of its fresh history; this record is not in it.
     if (SendCurve(kKvEaseDrawn) && loads == loadsBefore)
         TellHistory();
-    return true;
 }
 
 void CKvParamBezierWnd::Impl::Press(CPoint point)
@@ -213,17 +211,17 @@ void CKvParamBezierWnd::Impl::DragTo(CPoint point, bool keepDirection)
     SendCurve(kKvEaseDrawn);
 }
 
-bool CKvParamBezierWnd::Impl::EndGesture()
+void CKvParamBezierWnd::Impl::EndGesture()
 {
     const kv::EaseGesture ended = std::exchange(gesture, kv::EaseGesture::None);
     if (ended == kv::EaseGesture::None)
-        return true;
+        return;
     control.ReleaseCapture();
     if (ended != kv::EaseGesture::Drag)
-        return true;
+        return;
     model.EndDrag();
     Redraw();
-    return TellHistory();
+    TellHistory();
 }
 
 void CKvParamBezierWnd::Impl::CancelGesture()

@@ -23,8 +23,7 @@ enum class EaseGesture
 
 } // namespace kv
 
-// Functions that tell the host return false when the window is gone afterwards; then nothing of it may be
-// touched.
+// After a function that tells the host the window may be gone; then nothing of it may be touched.
 struct CKvParamBezierWnd::Impl final : kv::EaseUser
 {
     Impl(CKvParamBezierWnd& owner, IKvParamBezierInfo* infoObject,
@@ -36,16 +35,17 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
     void Redraw();
     void LoadSkin();
 
+    /// @return false when the window is gone.
     bool SendCurve(std::uint32_t kind);
-    bool TellHistory();
+    void TellHistory();
     void Load();
     /// Goes to another record; @return 1 when there was one.
     int GoTo(bool (kv::EaseModel::*step)());
     using PresetQuery = int (IKvParamBezierInfo::*)(double*, double*, double*, double*);
     /// @param query null asks for the linear one.
     int ApplyPreset(std::uint32_t kind, PresetQuery query);
-    /// An edit by key, typed or pasted: one record. @return false when it changed nothing.
-    bool Edit(const std::function<bool(kv::EaseModel&)>& rule);
+    /// An edit by key, typed or pasted: one record.
+    void Edit(const std::function<bool(kv::EaseModel&)>& rule);
 
     void Press(CPoint point);
     void BeginViewGesture(kv::EaseGesture kind, CPoint point);
@@ -53,7 +53,7 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
     bool MoveGesture(CPoint point, Qt::KeyboardModifiers modifiers);
     void DragTo(CPoint point, bool keepDirection);
     /// As the button-up does.
-    bool EndGesture();
+    void EndGesture();
     void CancelGesture();
     /// The model has dropped the drag.
     void DropDrag();
