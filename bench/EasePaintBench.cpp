@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QMouseEvent>
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 
 namespace {

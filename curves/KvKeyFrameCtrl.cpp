@@ -368,7 +368,7 @@ void CKvKeyFrameCtrl::OnBtnClickControl(UINT id)
     const QPointer<CKvKeyFrameCtrl> self(this);
     KvSendMessage(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
     if (self)
-        Q_EMIT KeyFrameClicked(code);
+        emit KeyFrameClicked(code);
 }
 
 BOOL CKvKeyFrameCtrl::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result)
