@@ -246,7 +246,8 @@ std::span<const TextEntry> BuiltInStrings()
          L"With --export-frames: how many frames are drawn at a time; else as many as the machine has "
          L"processors."},
         {0, 21723,
-         L"With --export-frame and --screenshot: the frame that is shown; else the middle one of the project."},
+         L"With --export-frame and --screenshot: the frame that is shown; else the middle one of the "
+         L"project."},
         {0, 21724, L"\"%1\" is no range: expected FIRST-LAST, two frames from 0 to %2, for example 0-74"},
         {0, 21725, L"the range \"%1\" ends before it begins"},
         {0, 21726, L"\"%1\" is no number of threads: expected a whole number from 1 to %2"},
