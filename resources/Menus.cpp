@@ -16,6 +16,15 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12002, 32785, L"Exchange &Before"},
         {12002, 32787, L"Exchange A&fter"},
         {12002, 32789, L"&Reset"},
+        // 12027: application button of a caption strip
+        {12027, 32813, L"Application1"},
+        {12027, 32814, L"Application2"},
+        {12027, 32815, L"Application3"},
+        {12027, 32816, L"Application4"},
+        {12027, 32822, L"Restore"},
+        {12027, 32823, L"Minimize"},
+        {12027, 32824, L"Maximize"},
+        {12027, 32826, L"Close\tAlt + F4"},
     };
     return texts;
 }
@@ -26,6 +35,9 @@ std::span<const MenuEntry> BuiltInMenus()
         {12002, 32772},          {12002, 32774}, {12002, 32775},          {12002, 32776},
         {12002, kMenuSeparator}, {12002, 32789}, {12002, kMenuSeparator}, {12002, 32778},
         {12002, 32780},          {12002, 32785}, {12002, 32787},          {12002, 32784},
+        {12027, 32813},          {12027, 32814}, {12027, 32815},          {12027, 32816},
+        {12027, kMenuSeparator}, {12027, 32822}, {12027, 32823},          {12027, 32824},
+        {12027, kMenuSeparator}, {12027, 32826},
     };
     return menus;
 }

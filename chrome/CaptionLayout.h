@@ -1,0 +1,83 @@
+// Where the parts of a caption strip stand. Pure; client coordinates in logical pixels.
+#pragma once
+
+#include "KvTypes.h"
+
+#include <array>
+#include <vector>
+
+namespace kv {
+
+inline constexpr int kFallbackHeight = 96; ///< where the skin has no background
+
+/// What differs between the two bars.
+struct CaptionForm
+{
+    int titleGap;   ///< from the last item to the static title
+    int toolBottom; ///< from the tool-window area to the client's bottom
+};
+inline constexpr CaptionForm kTitleBarForm{100, 0};
+inline constexpr CaptionForm kMenuBarForm{150, 5};
+
+/// The caption band: L, T + 4, R, T + 25.
+CRect CaptionBand(const CRect& client);
+CRect ToolWindowArea(const CRect& client, const CaptionForm& form);
+
+/// Left edges of the window buttons close, maximise, minimise, menu (this order): from 4 pixels inside the
+/// band's right edge leftwards, touching, y 0.
+std::array<int, 4> WindowButtonLefts(const CRect& band, const std::array<int, 4>& widths);
+
+/// The application button's text box: 4 pixels inside the band's left edge.
+CRect ApplicationTitleRect(const CRect& band, int textWidth);
+/// The row of items: 30 pixels behind the text box, 4 pixels above the band, its height.
+CRect ItemRow(const CRect& band, const CRect& titleRect);
+/// The text boxes of the items: bottom-aligned in the row, 10 pixels apart, never clipped.
+std::vector<CRect> ItemRects(const CRect& row, const std::vector<CSize>& texts);
+
+/// @param itemsRight right edge of the last item; null without items. @param menuButtonLeft of button 10004.
+CRect StaticTitleRect(const CRect& band, const int* itemsRight, int menuButtonLeft, const CaptionForm& form);
+
+/// The application-switch flag; empty for an empty picture.
+CRect SwitchFlagRect(const CRect& band, const CSize& picture);
+
+/// The advanced tool windows at the right end of the tool-window area, each behind its separator.
+struct AdvancedLayout
+{
+    CRect windows[2];
+    CRect separators[2]; ///< empty where the window is left out
+};
+/// @param sizes of the windows; null leaves one out with its separator.
+AdvancedLayout AdvancedToolRects(const CRect& area, const CSize* sizes[2], const CSize& separator);
+
+enum class CaptionPart
+{
+    Client, ///< below the strip
+    Button,
+    Item,
+    Flag,
+    Edge, ///< of the frame, for resizing it
+    Caption
+};
+
+struct CaptionHit
+{
+    CaptionPart part = CaptionPart::Client;
+    int index = -1; ///< of the item, or the button's number
+    friend bool operator==(const CaptionHit&, const CaptionHit&) = default;
+};
+
+/// What stands where just now.
+struct CaptionParts
+{
+    CRect band;
+    std::vector<CRect> items;
+    CRect flag;
+    std::vector<std::pair<UINT, CRect>> buttons; ///< visible ones
+    CRect frame;                                 ///< of the window, in the bar's coordinates
+    bool resizable = false;                      ///< the frame has resize borders (it is not maximised)
+};
+
+/// What a point hits: buttons, items and the flag win over the frame's edges, edges over the caption band.
+CaptionHit HitTestCaption(CPoint point, const CaptionParts& parts);
+
+} // namespace kv

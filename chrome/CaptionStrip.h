@@ -1,0 +1,79 @@
+// The strip that both caption bars are made of: buttons, items, static title, hover, drag, keys. What a bar
+// does differently is in the virtual functions. Callbacks into the host may delete the bar.
+#pragma once
+
+#include "CaptionLayout.h"
+#include "CaptionRecord.h"
+#include "KvButtons.h"
+#include "KvCaptionBar.h"
+#include "KvMenu.h"
+
+#include <QPointer>
+#include <QString>
+
+#include <memory>
+
+namespace kv {
+
+class CaptionStrip
+{
+public:
+    explicit CaptionStrip(const CaptionForm& form);
+    virtual ~CaptionStrip();
+
+    /// Called once by the bar's constructor, before anything else.
+    void Attach(CKvCaptionBar& bar);
+    CKvCaptionBar& Bar() const { return *m_bar; }
+    const CaptionForm& Form() const { return m_form; }
+
+    // --- What the bars do differently.
+    virtual CaptionRecord* Active() const = 0;
+    virtual int ItemCount() const = 0; ///< of the active record; 0 without one
+    virtual CaptionItem& Item(int index) const = 0;
+    /// As drawn and measured: without a menu's "&" marker.
+    virtual QString ItemLabel(int index) const = 0;
+    virtual bool ShowsFlag() const { return false; }
+    /// The left button went down on an item, or a key or screen reader pressed it.
+    virtual void PressItem(int index) = 0;
+    virtual void PressFlag() {}
+    /// Button 10004 was clicked.
+    virtual void OpenMenuButtonMenu() = 0;
+    /// Makes menu 12027 fit for button 10000.
+    virtual void PrepareApplicationMenu(CKvMenu& menu) = 0;
+    /// A command of that menu which the strip itself does not know.
+    virtual void DoApplicationCommand(UINT command) = 0;
+    virtual void DrawItems(Graphics& graphics) = 0;
+    /// Places the tool windows of the active record; called by `Layout`.
+    virtual void LayoutToolWindows() = 0;
+
+    // --- What they share.
+    /// The buttons, the bar's height; from `Create`.
+    void CreateButtons();
+    /// Everything again from the client rectangle: buttons, items, static title, tool windows, repaint.
+    void Layout();
+    CRect Band() const;
+    CRect ToolArea() const;
+    CRect FlagRect() const;
+    CRect StaticTitle() const;
+    CaptionParts Parts() const;                ///< for the hit test
+    CSize TextSize(const QString& text) const; ///< in the window font, as drawn
+    /// Picture, text and place of button 10000 for a record.
+    void ShowApplication(const CaptionRecord& record, const CRect& place);
+    CKvButton& Button(UINT number) const; ///< 10000 … 10004
+    /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
+    void ShowMaximised(bool maximised);
+    void UpdateTitleTip(); ///< the static title's tool tip becomes the labels of now
+    void Invalidate(const CRect& rect);
+
+    QWidget* Frame() const; ///< `window()`
+    bool HasMaximiseBox() const;
+    bool IsFrameMaximised() const;
+
+private:
+    CaptionForm m_form;
+    CKvCaptionBar* m_bar = nullptr;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
+
+} // namespace kv

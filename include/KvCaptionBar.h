@@ -1,0 +1,70 @@
+// What the ribbon title bar and the ribbon menu bar share: the strip across the top of a main window that
+// stands in for the system's caption.
+#pragma once
+
+#include "KvWnd.h"
+
+#include <memory>
+
+namespace kv {
+class CaptionStrip;
+}
+
+/// The buttons of a caption strip.
+enum EKvCaptionButton : UINT
+{
+    kKvCaptionApplication = 10000, ///< picture and name of the active application; opens the system entries
+    kKvCaptionClose = 10001,
+    kKvCaptionMaximise = 10002, ///< maximise, or restore while the frame is maximised
+    kKvCaptionMinimise = 10003,
+    kKvCaptionMenu = 10004, ///< the application's menu
+};
+
+/// The strip: application button, a row of text items, a static title and four window buttons; below it the
+/// area of the tool windows. It is as high as the skin's picture "ribbontitlebar_bk" at `Create`.
+///
+/// "The frame" is `window()`, whatever its class; its maximise-box style is `Qt::WindowMaximizeButtonHint`.
+/// The buttons tell the strip by WM_COMMAND with their number, as a host may do. Close sends the frame
+/// WM_CLOSE, and calls `close()` when nobody answered; minimise and maximise ask
+/// `CKvFrameWnd::OnShowStateRequest` where the frame is one. A free place of the caption drags the frame.
+///
+/// Keyboard: F10 or Alt alone puts the focus on the items, arrows walk them and the buttons, Escape leaves.
+/// Coordinates are client coordinates in logical pixels.
+class KV_API CKvCaptionBar : public CKvWnd, public IKvGuiWnd
+{
+    Q_OBJECT
+
+public:
+    ~CKvCaptionBar() override;
+
+    /// @param style see `CKvWnd::CreateWnd`. @param rect in the parent's coordinates; its height does not
+    ///        count. @return 1; 0 when it was created before.
+    int Create(UINT style, const CRect& rect, CWnd* parent, DWORD id);
+    /// Background, text colours and font for the strip's texts; the skin's pictures stay.
+    void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
+    QSize sizeHint() const override;
+
+protected:
+    explicit CKvCaptionBar(std::unique_ptr<kv::CaptionStrip> strip);
+    kv::CaptionStrip& Strip() const { return *m_strip; }
+
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    void OnPaint(Graphics& graphics) override;
+    void OnSize(int width, int height) override;
+    void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseLeave() override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnSetFocus() override;
+    void OnKillFocus() override;
+    void OnSkinChanged() override;
+    QString ToolTipAt(CPoint point, CRect& area) const override;
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    std::unique_ptr<kv::CaptionStrip> m_strip;
+};
