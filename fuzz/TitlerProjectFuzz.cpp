@@ -59,8 +59,8 @@ void RequireMotion(const Animated& animated, Property property)
     };
     for (const double frame : {-1e300, -1.0, 0.0, 0.5, 1e6, 1e300})
         evaluate(frame);
-    const std::size_t step = animated.keys.size() / 50 + 1;
-    for (std::size_t i = 0; i < animated.keys.size(); i += step) {
+    const qsizetype step = animated.keys.size() / 50 + 1;
+    for (qsizetype i = 0; i < animated.keys.size(); i += step) {
         const double frame = animated.keys[i].frame;
         Require(ValueAt(animated, property, frame) == animated.keys[i].value);
         for (const double offset : {1e-9, 0.3, 1.0, 17.0, 1000.0})

@@ -10,12 +10,6 @@
 namespace titler {
 namespace {
 
-constexpr std::uint32_t kLinear = 1;
-constexpr std::uint32_t kSpeedUp = 2;
-constexpr std::uint32_t kSpeedDown = 3;
-constexpr std::uint32_t kOwn = 4;
-constexpr std::uint32_t kSmooth = 5;
-
 double Limited(Property property, double value)
 {
     const PropertyTraits& traits = TraitsOf(property);
@@ -30,12 +24,12 @@ bool IsStraight(const Ease& ease)
 // The preset whose tangents these are, else the user's own.
 Ease Named(Ease ease)
 {
-    for (const std::uint32_t kind : {kLinear, kSpeedUp, kSpeedDown, kSmooth}) {
+    for (const std::uint32_t kind : {kKvEaseLinear, kKvEaseSpeedUp, kKvEaseSpeedDown, kKvEaseSmooth}) {
         ease.kind = kind;
         if (ease == PresetEase(kind))
             return ease;
     }
-    ease.kind = kOwn;
+    ease.kind = kKvEaseDrawn;
     return ease;
 }
 
@@ -108,14 +102,14 @@ double YOnPath(const Cubic& c, double x)
 Ease EaseThrough(const Cubic& c)
 {
     const double width = c.end.x() - c.start.x();
-    return SoundEase({kOwn, (c.out.x() - c.start.x()) / width, c.out.y() - c.start.y(),
+    return SoundEase({kKvEaseDrawn, (c.out.x() - c.start.x()) / width, c.out.y() - c.start.y(),
                       (c.end.x() - c.in.x()) / width, c.in.y() - c.end.y()});
 }
 
 void SplitAt(Key& from, Key& added, const Key& to)
 {
     if (IsStraight(from.ease)) {
-        from.ease = added.ease = PresetEase(kLinear);
+        from.ease = added.ease = PresetEase(kKvEaseLinear);
         return;
     }
     const Cubic path = CubicOf(from, to);
@@ -154,7 +148,7 @@ Ease Joined(const Key& from, const Key& middle, const Key& to)
 {
     if (const std::optional<Ease> whole = Whole(CubicOf(from, middle), CubicOf(middle, to)))
         return *whole;
-    return Named({kOwn, from.ease.outX, from.ease.outY, middle.ease.inX, middle.ease.inY});
+    return Named({kKvEaseDrawn, from.ease.outX, from.ease.outY, middle.ease.inX, middle.ease.inY});
 }
 
 auto KeyFrom(const Animated& animated, int frame)
@@ -163,7 +157,7 @@ auto KeyFrom(const Animated& animated, int frame)
                             [](const Key& key, int f) { return key.frame < f; });
 }
 
-int IndexOf(const Animated& animated, std::vector<Key>::const_iterator key)
+int IndexOf(const Animated& animated, KeyList::const_iterator key)
 {
     return static_cast<int>(key - animated.keys.begin());
 }
@@ -182,12 +176,12 @@ const PropertyTraits& TraitsOf(Property property)
 Ease PresetEase(std::uint32_t kind)
 {
     switch (kind) {
-    case kSpeedUp:
-        return {kSpeedUp, 0.5, 0, 0, 0};
-    case kSpeedDown:
-        return {kSpeedDown, 0, 0, 0.5, 0};
-    case kSmooth:
-        return {kSmooth, 0.42, 0, 0.42, 0};
+    case kKvEaseSpeedUp:
+        return {kKvEaseSpeedUp, 0.5, 0, 0, 0};
+    case kKvEaseSpeedDown:
+        return {kKvEaseSpeedDown, 0, 0, 0.5, 0};
+    case kKvEaseSmooth:
+        return {kKvEaseSmooth, 0.42, 0, 0.42, 0};
     default:
         return {};
     }
@@ -198,7 +192,7 @@ Ease SoundEase(Ease ease)
     const auto within = [](double value, double least, double most) {
         return std::isnan(value) ? 0.0 : std::clamp(value, least, most);
     };
-    return {ease.kind >= kLinear && ease.kind <= kSmooth ? ease.kind : kOwn,
+    return {ease.kind >= kKvEaseLinear && ease.kind <= kKvEaseSmooth ? ease.kind : kKvEaseDrawn,
             within(ease.outX, 0, kLongestTangent), within(ease.outY, -kLargestEaseOffset, kLargestEaseOffset),
             within(ease.inX, 0, kLongestTangent), within(ease.inY, -kLargestEaseOffset, kLargestEaseOffset)};
 }
@@ -213,7 +207,7 @@ Properties StillProperties()
 
 double ValueAt(const Animated& animated, Property property, double frame)
 {
-    const std::vector<Key>& keys = animated.keys;
+    const KeyList& keys = animated.keys;
     if (keys.empty())
         return Limited(property, animated.value);
     if (!(frame > keys.front().frame))
@@ -280,12 +274,12 @@ void SetValueAt(Animated& animated, Property property, int frame, double value)
     AddKey(animated, property, frame);
     const int key = KeyAt(animated, frame);
     if (key >= 0)
-        animated.keys[static_cast<std::size_t>(key)].value = Limited(property, value);
+        animated.keys[key].value = Limited(property, value);
 }
 
 void AddKey(Animated& animated, Property property, int frame)
 {
-    std::vector<Key>& keys = animated.keys;
+    KeyList& keys = animated.keys;
     if (frame < 0 || frame > kLongestDuration || keys.size() >= kMostKeys || KeyAt(animated, frame) >= 0)
         return;
     const int index = IndexOf(animated, KeyFrom(animated, frame));
@@ -296,12 +290,12 @@ void AddKey(Animated& animated, Property property, int frame)
     if (added + 1 != keys.end())
         SplitAt(from, *added, *(added + 1));
     else if (from.ease.outY != 0 || from.ease.inY != 0)
-        from.ease = PresetEase(kLinear); // left over from a key that is gone; the value holds here
+        from.ease = PresetEase(kKvEaseLinear); // left over from a key that is gone; the value holds here
 }
 
 void RemoveKey(Animated& animated, int index)
 {
-    std::vector<Key>& keys = animated.keys;
+    KeyList& keys = animated.keys;
     const auto count = static_cast<int>(keys.size());
     if (index < 0 || index >= count)
         return;
@@ -333,7 +327,7 @@ int Retiming::FrameOf(int frame) const
 
 void Retime(Animated& animated, const Retiming& retiming)
 {
-    std::vector<Key> keys;
+    KeyList keys;
     for (Key& key : animated.keys) {
         key.frame = retiming.FrameOf(key.frame);
         if (!keys.empty() && keys.back().frame == key.frame)

@@ -4,10 +4,10 @@
 #include "KvTypes.h"
 
 #include <QJsonObject>
+#include <QList>
 
 #include <array>
 #include <optional>
-#include <vector>
 
 namespace titler {
 
@@ -41,15 +41,15 @@ const PropertyTraits& TraitsOf(Property property);
 /// The way from one key to the next, as `SKvParamEaseData` has it.
 struct Ease
 {
-    std::uint32_t kind = 1; ///< 1 linear, 2 speed-up, 3 speed-down, 4 the user's own, 5 smooth
-    double outX = 0;        ///< fraction of the way to the next key, 0 to kLongestTangent
-    double outY = 0;        ///< value offset from this key
-    double inX = 0;         ///< fraction leftwards from the next key, likewise
-    double inY = 0;         ///< value offset from the next key
+    std::uint32_t kind = kKvEaseLinear; ///< EKvEaseKind
+    double outX = 0;                    ///< fraction of the way to the next key, 0 to kLongestTangent
+    double outY = 0;                    ///< value offset from this key
+    double inX = 0;                     ///< fraction leftwards from the next key, likewise
+    double inY = 0;                     ///< value offset from the next key
 
     bool operator==(const Ease&) const = default;
 };
-/// titler's own presets: kinds 1, 2, 3 and 5; every other one is linear.
+/// titler's own presets; linear for a kind that is none.
 Ease PresetEase(std::uint32_t kind);
 /// An ease from outside: fractions in 0 to kLongestTangent, offsets within kLargestEaseOffset, what is no
 /// number is 0, and a kind that we do not know is the user's own.
@@ -65,11 +65,14 @@ struct Key
     bool operator==(const Key&) const = default;
 };
 
+/// By frame, each frame at most once. Copies share them until one changes: the steps of undo hold many.
+using KeyList = QList<Key>;
+
 /// A value with its keys; it is animated as long as it has any.
 struct Animated
 {
-    double value = 0;      ///< while there are no keys
-    std::vector<Key> keys; ///< by frame, each frame at most once
+    double value = 0; ///< while there are no keys
+    KeyList keys;
 
     bool IsAnimated() const { return !keys.empty(); }
     bool operator==(const Animated&) const = default;

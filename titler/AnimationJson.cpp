@@ -9,8 +9,11 @@
 namespace titler {
 namespace {
 
-constexpr Names<std::uint32_t, 5> kKinds{
-    {{1, "linear"}, {2, "speed up"}, {3, "speed down"}, {4, "own"}, {5, "smooth"}}};
+constexpr Names<std::uint32_t, 5> kKinds{{{kKvEaseLinear, "linear"},
+                                          {kKvEaseSpeedUp, "speed up"},
+                                          {kKvEaseSpeedDown, "speed down"},
+                                          {kKvEaseDrawn, "own"},
+                                          {kKvEaseSmooth, "smooth"}}};
 constexpr QLatin1String kAnimation("animation");
 constexpr QLatin1String kEase("ease");
 
@@ -30,7 +33,7 @@ QJsonObject Unknown(QJsonObject key)
 // A preset's name alone is enough: missing tangents are the preset's.
 Ease ReadEase(JsonReader reader)
 {
-    std::uint32_t kind = 1;
+    std::uint32_t kind = kKvEaseLinear;
     reader.Read("kind", kKinds, kind);
     Ease ease = PresetEase(kind);
     ease.kind = kind;
@@ -48,7 +51,7 @@ Key ReadKey(JsonReader reader, const PropertyTraits& traits)
     return key;
 }
 
-void Sort(std::vector<Key>& keys)
+void Sort(KeyList& keys)
 {
     std::stable_sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.frame < b.frame; });
     // From the back, so that the last one of a frame is the one that stays.

@@ -13,10 +13,6 @@
 namespace titler {
 namespace {
 
-constexpr std::uint32_t kFirstKind = 1;
-constexpr std::uint32_t kDrawn = 4;
-constexpr std::uint32_t kLastKind = 5;
-
 std::optional<Property> PropertyOf(const wchar_t* objectId, const wchar_t* paramName)
 {
     if (objectId == nullptr || paramName == nullptr || std::wstring_view(objectId) != EaseOperator::kObject)
@@ -31,7 +27,7 @@ bool IsSound(const SKvParamEaseData& data)
 {
     const double numbers[] = {data.inTangentX,  data.inTangentY, data.outTangentX,
                               data.outTangentY, data.startY,     data.endY};
-    return data.kind >= kFirstKind && data.kind <= kLastKind &&
+    return data.kind >= kKvEaseLinear && data.kind <= kKvEaseSmooth &&
            std::all_of(std::begin(numbers), std::end(numbers), [](double n) { return std::isfinite(n); });
 }
 
@@ -40,7 +36,7 @@ bool AsksForPreset(const SKvParamEaseData& data)
     const double numbers[] = {data.inTangentX, data.inTangentY, data.outTangentX, data.outTangentY,
                               data.startX,     data.startY,     data.endX,        data.endY,
                               data.minimum,    data.maximum};
-    return data.kind != kDrawn && data.lock == 0 &&
+    return data.kind != kKvEaseDrawn && data.lock == 0 &&
            std::all_of(std::begin(numbers), std::end(numbers), [](double n) { return n == 0; });
 }
 
@@ -183,9 +179,9 @@ int EaseOperator::SetEaseData(const wchar_t* objectId, const wchar_t* paramName,
         m_document.EndRun();
         m_run = m_document.BeginRun(Text(kStepEase, {PropertyWord(segment->property)}));
     }
-    const auto index = static_cast<std::size_t>(segment->index);
+    const int index = segment->index;
     m_document.UpdateRun([&](Project& project) {
-        std::vector<Key>& keys = project.title[*m_edited].keys;
+        KeyList& keys = project.title[*m_edited].keys;
         Store(data, *m_edited, keys[index], keys[index + 1]);
     });
     return 1;
@@ -198,14 +194,12 @@ int EaseOperator::Go(const wchar_t* objectId, const wchar_t* paramName, int by, 
     if (!segment)
         return 0;
     const int to = segment->index + by;
-    const std::vector<Key>& keys = segment->animated.keys;
+    const KeyList& keys = segment->animated.keys;
     // A key behind the project's end cannot be gone to.
-    if (to < 0 || to + 1 >= static_cast<int>(keys.size()) ||
-        keys[static_cast<std::size_t>(to)].frame > m_transport.LastFrame())
+    if (to < 0 || to + 1 >= keys.size() || keys[to].frame > m_transport.LastFrame())
         return 0;
     if (really) // to where the ease shows
-        m_transport.Seek(std::midpoint(keys[static_cast<std::size_t>(to)].frame,
-                                       keys[static_cast<std::size_t>(to) + 1].frame));
+        m_transport.Seek(std::midpoint(keys[to].frame, keys[to + 1].frame));
     return 1;
 }
 

@@ -47,8 +47,8 @@ private:
         const Animated& animated;
         int index; ///< of the key that begins it
 
-        const Key& Start() const { return animated.keys[static_cast<std::size_t>(index)]; }
-        const Key& End() const { return animated.keys[static_cast<std::size_t>(index) + 1]; }
+        const Key& Start() const { return animated.keys[index]; }
+        const Key& End() const { return animated.keys[index + 1]; }
     };
     std::optional<Segment> Find(const wchar_t* objectId, const wchar_t* paramName) const;
     int Go(const wchar_t* objectId, const wchar_t* paramName, int by, bool really);

@@ -21,6 +21,8 @@ struct TimeView
     TimeView Moved(double by, int lastFrame) const;
     /// The nearest view within the project that shows the frame.
     TimeView Showing(int frame, int lastFrame) const;
+
+    bool operator==(const TimeView&) const = default;
 };
 
 struct TimeTick

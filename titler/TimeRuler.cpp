@@ -9,6 +9,7 @@
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimerEvent>
 #include <QToolTip>
 
 #include <algorithm>
@@ -20,8 +21,11 @@ namespace {
 
 constexpr double kZoomStep = 1.25;
 constexpr double kNotch = 120;
-constexpr double kScrollStep = 0.1; // of what is seen
-constexpr int kPlayheadReach = 7;   // of its head, with the edges' smoothing
+constexpr double kScrollStep = 0.1;  // of what is seen
+constexpr int kScrollPace = 40;      // milliseconds between two steps of a drag beyond an edge
+constexpr double kSlowScroll = 0.02; // of what is seen, in one such step; kScrollStep is the fastest
+constexpr double kFastFrom = 30;     // pixels beyond the edge
+constexpr int kPlayheadReach = 7;    // of its head, with the edges' smoothing
 
 } // namespace
 
@@ -76,7 +80,7 @@ void TimeRuler::OnProjectChanged()
     setPageStep(m_transport.Rate().nominal);
     SetView(m_isWhole ? TimeView{0, std::max(1.0, double(m_transport.LastFrame()))} : m_view);
     if (m_gesture == Gesture::Key && !m_document.IsInRun(m_run))
-        m_gesture = Gesture::None; // an undo from the keyboard has ended it
+        EndGesture(); // an undo from the keyboard has ended its run
     if (m_gesture != Gesture::Key)
         SetHovered({});
     update();
@@ -130,14 +134,14 @@ std::optional<TimeRuler::Marker> TimeRuler::MarkerAt(QPointF point) const
     std::optional<Marker> nearest;
     double reach = TimeLayout::kReach;
     for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
-        const std::vector<Key>& keys = m_document.Current().title[lanes[lane]].keys;
-        for (std::size_t i = 0; i < keys.size(); ++i) {
+        const KeyList& keys = m_document.Current().title[lanes[lane]].keys;
+        for (int i = 0; i < keys.size(); ++i) {
             const QPointF away = layout.Marker(static_cast<int>(lane), keys[i].frame) - point;
             const double distance = std::max(std::abs(away.x()), std::abs(away.y()));
             if (distance >= reach)
                 continue;
             reach = distance;
-            nearest = Marker{lanes[lane], static_cast<int>(i), keys[i].frame};
+            nearest = Marker{lanes[lane], i, keys[i].frame};
         }
     }
     return nearest;
@@ -153,15 +157,31 @@ bool TimeRuler::ShowToolTip(QPoint point, QPoint global)
 {
     const std::optional<Marker> marker = MarkerAt(point);
     if (!marker) {
-        QToolTip::showText(global, Text(kTextTimeRulerTip), this);
+        const QString names = LaneNames(point);
+        QToolTip::showText(global, names.isEmpty() ? Text(kTextTimeRulerTip) : names, this);
         return true;
     }
-    const Key& key = m_document.Current().title[marker->property].keys[static_cast<std::size_t>(marker->key)];
+    const Key& key = m_document.Current().title[marker->property].keys[marker->key];
     const QString text =
         Text(kTextKeyTip, {PropertyName(marker->property), ValueText(marker->property, key.value),
                            TimeCode(key.frame, m_transport.Rate())});
     QToolTip::showText(global, text, this, QRect(point, QSize(1, 1)).adjusted(-3, -3, 3, 3));
     return true;
+}
+
+// Of the lane at that point where there is no room to write it: of all that share it.
+QString TimeRuler::LaneNames(QPoint point) const
+{
+    const TimeLayout layout = Layout();
+    const std::vector<Property> lanes = Lanes();
+    const bool areWritten = layout.names > 0 && layout.laneCount == static_cast<int>(lanes.size());
+    QStringList names;
+    for (std::size_t i = 0; i < lanes.size() && !areWritten; ++i) {
+        const QRectF lane = layout.Lane(static_cast<int>(i));
+        if (point.y() >= lane.top() && point.y() < lane.bottom())
+            names << PropertyName(lanes[i]);
+    }
+    return names.join(QStringLiteral(", "));
 }
 
 bool TimeRuler::event(QEvent* event)
@@ -208,35 +228,80 @@ void TimeRuler::mousePressEvent(QMouseEvent* event)
 
 void TimeRuler::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_gesture == Gesture::Seek)
-        SeekTo(event->position());
-    else if (m_gesture == Gesture::Key)
-        DragKey(event->position());
+    if (m_gesture != Gesture::None)
+        DragTo(event->position());
     else if (event->buttons() == Qt::NoButton)
         SetHovered(MarkerAt(event->position()));
 }
 
+void TimeRuler::DragTo(QPointF point)
+{
+    m_dragged = point;
+    if (m_gesture == Gesture::Seek)
+        SeekTo(point);
+    else if (m_gesture == Gesture::Key)
+        DragKey(point);
+    if (m_gesture == Gesture::None || ScrolledView() == m_view)
+        m_scroll.stop();
+    else if (!m_scroll.isActive())
+        m_scroll.start(kScrollPace, this);
+}
+
+// A step on from the edge that the pointer is beyond; the farther, the faster. A key takes the view no
+// farther than it can go itself.
+TimeView TimeRuler::ScrolledView() const
+{
+    const TimeLayout layout = Layout();
+    const double beyond = m_dragged.x() - std::clamp(m_dragged.x(), layout.left, layout.right);
+    if (beyond == 0)
+        return m_view;
+    const int last = m_transport.LastFrame();
+    const double step = std::clamp(std::abs(beyond) / kFastFrom * kScrollStep, kSlowScroll, kScrollStep);
+    const TimeView view = m_view.Moved(std::copysign(step * m_view.span, beyond), last);
+    if (m_gesture != Gesture::Key)
+        return view;
+    const auto [least, most] = KeyLimits();
+    const TimeView farthest = m_view.Showing(beyond < 0 ? least : most, last);
+    const bool isTooFar = beyond < 0 ? view.first < farthest.first : view.first > farthest.first;
+    return isTooFar ? farthest : view;
+}
+
+void TimeRuler::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_scroll.timerId()) {
+        QAbstractSlider::timerEvent(event);
+        return;
+    }
+    SetView(ScrolledView());
+    DragTo(m_dragged);
+}
+
 // Between its neighbours: a key that passed another would change both their eases.
+std::pair<int, int> TimeRuler::KeyLimits() const
+{
+    const KeyList& keys = m_document.Current().title[m_hovered->property].keys;
+    const int index = m_hovered->key;
+    const int last = m_transport.LastFrame();
+    const int least = index > 0 ? keys[index - 1].frame + 1 : 0;
+    const int most = index + 1 < keys.size() ? keys[index + 1].frame - 1 : last;
+    return {least, std::min(most, std::max(last, m_startFrame))};
+}
+
 void TimeRuler::DragKey(QPointF point)
 {
-    const std::vector<Key>& keys = m_document.Current().title[m_hovered->property].keys;
-    const auto index = static_cast<std::size_t>(m_hovered->key);
-    if (index >= keys.size())
-        return;
-    const int least = index > 0 ? keys[index - 1].frame + 1 : 0;
-    const int most = std::min(index + 1 < keys.size() ? keys[index + 1].frame - 1 : m_transport.LastFrame(),
-                              std::max(m_transport.LastFrame(), m_startFrame));
+    const Property property = m_hovered->property;
+    const int index = m_hovered->key;
+    const auto [least, most] = KeyLimits();
     const int wanted = Layout().NearestFrame(point.x() - m_grab);
     const int frame = std::max(least, std::min(wanted, most));
-    if (frame == keys[index].frame)
+    if (frame == m_document.Current().title[property].keys[index].frame)
         return;
     if (m_run == 0) {
         m_transport.Pause();
-        m_run = m_document.BeginRun(Text(kStepMoveKey, {PropertyWord(m_hovered->property)}));
+        m_run = m_document.BeginRun(Text(kStepMoveKey, {PropertyWord(property)}));
     }
     m_hovered->frame = frame;
-    m_document.UpdateRun(
-        [&](Project& project) { project.title[m_hovered->property].keys[index].frame = frame; });
+    m_document.UpdateRun([&](Project& project) { project.title[property].keys[index].frame = frame; });
 }
 
 void TimeRuler::mouseReleaseEvent(QMouseEvent* event)
@@ -254,12 +319,14 @@ void TimeRuler::mouseReleaseEvent(QMouseEvent* event)
 
 void TimeRuler::EndGesture()
 {
+    m_scroll.stop();
     if (std::exchange(m_gesture, Gesture::None) == Gesture::Key && m_document.IsInRun(m_run))
         m_document.EndRun();
 }
 
 void TimeRuler::CancelGesture()
 {
+    m_scroll.stop();
     const Gesture gesture = std::exchange(m_gesture, Gesture::None);
     if (gesture == Gesture::Seek)
         m_transport.Seek(m_startFrame);
@@ -321,7 +388,7 @@ void TimeRuler::MoveKeys(int by)
     m_document.Edit(EditKind::Single, Text(kStepMoveKey, {PropertyWord(property)}), [&](Project& project) {
         for (Animated& animated : project.title.properties)
             if (movable(animated))
-                animated.keys[static_cast<std::size_t>(KeyAt(animated, from))].frame = to;
+                animated.keys[KeyAt(animated, from)].frame = to;
     });
     m_transport.Seek(to);
 }

@@ -6,8 +6,11 @@
 #include "TimeLayout.h"
 
 #include <QAbstractSlider>
+#include <QBasicTimer>
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace titler {
 
@@ -15,7 +18,8 @@ class Document;
 class Transport;
 
 /// A slider over the project's frames. A click or a drag goes to a frame and pauses playback; a key's marker
-/// is dragged to another frame, between its neighbours, as one step of undo. Escape takes either back.
+/// is dragged to another frame, between its neighbours, as one step of undo; beyond an edge a drag scrolls.
+/// Escape takes either back.
 ///
 /// Ctrl and the wheel or + and − zoom, the wheel alone scrolls; arrows go by a frame, PageUp and PageDown by
 /// a second, Home and End to the ends; Alt and the arrows take the keys of the current frame along.
@@ -45,6 +49,7 @@ protected:
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     struct Marker
@@ -69,7 +74,11 @@ private:
     std::optional<Marker> MarkerAt(QPointF point) const;
     void SetHovered(const std::optional<Marker>& marker);
     bool ShowToolTip(QPoint point, QPoint global);
+    QString LaneNames(QPoint point) const;
     void SeekTo(QPointF point);
+    void DragTo(QPointF point);
+    TimeView ScrolledView() const;
+    std::pair<int, int> KeyLimits() const;
     void DragKey(QPointF point);
     void EndGesture();
     void CancelGesture();
@@ -86,6 +95,8 @@ private:
     Gesture m_gesture = Gesture::None;
     int m_startFrame = 0;            ///< of the playhead, or of the key that is dragged
     double m_grab = 0;               ///< from the marker's centre
+    QPointF m_dragged;               ///< where the pointer is
+    QBasicTimer m_scroll;            ///< while it is beyond an edge
     int m_run = 0;                   ///< the document's, once the key has moved
     std::optional<Marker> m_hovered; ///< or dragged
 };

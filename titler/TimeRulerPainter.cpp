@@ -47,7 +47,8 @@ private:
         m_painter.fillRect(QRectF(OnPixel(x), top, m_pixel, bottom - top), colour);
     }
     void DrawLane(int lane);
-    void DrawMarker(QPointF centre, const QColor& colour);
+    void DrawMarker(QPointF centre, const QColor& colour, bool outlined = true);
+    void DrawMarkers(const KeyList& keys, double y);
     bool IsInView(double frame) const
     {
         return frame >= m_layout.view.first - 1 && frame <= m_layout.view.first + m_layout.view.span + 1;
@@ -92,7 +93,7 @@ void Drawing::DrawTicks()
     }
 }
 
-void Drawing::DrawMarker(QPointF centre, const QColor& colour)
+void Drawing::DrawMarker(QPointF centre, const QColor& colour, bool outlined)
 {
     constexpr double r = TimeLayout::kMarker;
     const QPointF corners[] = {{centre.x(), centre.y() - r},
@@ -100,27 +101,44 @@ void Drawing::DrawMarker(QPointF centre, const QColor& colour)
                                {centre.x(), centre.y() + r},
                                {centre.x() - r, centre.y()}};
     m_painter.setBrush(colour);
-    m_painter.setPen(QPen(m_skin.canvas, 1));
+    m_painter.setPen(outlined ? QPen(m_skin.canvas, 1) : QPen(Qt::NoPen));
     m_painter.drawConvexPolygon(corners, 4);
+}
+
+// One for a column of pixels; of a crowd no outline takes away the neighbour.
+void Drawing::DrawMarkers(const KeyList& keys, double y)
+{
+    const auto isBefore = [](const Key& key, double frame) { return key.frame < frame; };
+    auto key = std::lower_bound(keys.begin(), keys.end(), m_layout.view.first - 1, isBefore);
+    double before = -1e9;
+    for (; key != keys.end() && IsInView(key->frame); ++key) {
+        const double x = m_layout.ToX(key->frame);
+        if (OnPixel(x) == OnPixel(before))
+            continue;
+        DrawMarker({x, y}, m_skin.key, x - before > TimeLayout::kMarker);
+        before = x;
+    }
 }
 
 void Drawing::DrawLane(int lane)
 {
     const Property property = m_look.lanes[static_cast<std::size_t>(lane)];
-    const std::vector<Key>& keys = m_look.properties[static_cast<std::size_t>(property)].keys;
+    const KeyList& keys = m_look.properties[static_cast<std::size_t>(property)].keys;
     const double y = m_layout.Lane(lane).center().y();
     m_painter.setRenderHint(QPainter::Antialiasing);
     const double from = std::max(m_layout.ToX(keys.front().frame), m_layout.left);
     const double to = std::min(m_layout.ToX(keys.back().frame), m_layout.right);
     if (from < to)
         m_painter.fillRect(QRectF(from, y - 1, to - from, 2), m_skin.border);
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        if (!IsInView(keys[i].frame))
+    DrawMarkers(keys, y);
+    const int current = KeyAt(m_look.properties[static_cast<std::size_t>(property)], m_look.frame);
+    const int hovered = m_look.hovered && m_look.hovered->first == property ? m_look.hovered->second : -1;
+    for (const auto& [index, colour] : {std::pair(current, m_skin.accent), std::pair(hovered, m_skin.text)}) {
+        if (index < 0 || index >= keys.size())
             continue;
-        const bool isHovered = m_look.hovered == std::pair(property, static_cast<int>(i));
-        const bool isCurrent = keys[i].frame == m_look.frame;
-        const QColor colour = isHovered ? m_skin.text : isCurrent ? m_skin.accent : m_skin.key;
-        DrawMarker({m_layout.ToX(keys[i].frame), y}, colour);
+        const int frame = keys[index].frame;
+        if (IsInView(frame))
+            DrawMarker({m_layout.ToX(frame), y}, colour);
     }
     m_painter.setRenderHint(QPainter::Antialiasing, false);
 }

@@ -12,7 +12,7 @@ constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr Ease kOvershoot{4, 0.3, 300, 0.3, 300};
 constexpr Ease kUpright{4, 1, 0, 1, 0};
 
-Animated Moving(std::vector<Key> keys)
+Animated Moving(KeyList keys)
 {
     return {7, std::move(keys)};
 }
@@ -112,12 +112,12 @@ TEST(Animation, AKeyMoreKeepsThePathAndGoesWithoutATrace)
         Animated after = before;
         const int frame = 21 + round % 29;
         AddKey(after, Property::X, frame);
-        ASSERT_EQ(after.keys.size(), 5u);
+        ASSERT_EQ(after.keys.size(), 5);
         for (double f = -1; f < 62; f += 0.25)
             ASSERT_NEAR(ValueAt(after, Property::X, f), ValueAt(before, Property::X, f), 1e-6)
                 << "round " << round << ", frame " << f;
         RemoveKey(after, 2);
-        ASSERT_EQ(after.keys.size(), 4u);
+        ASSERT_EQ(after.keys.size(), 4);
         EXPECT_NEAR(after.keys[1].ease.outX, before.keys[1].ease.outX, 1e-6);
         EXPECT_NEAR(after.keys[1].ease.outY, before.keys[1].ease.outY, 1e-4);
         EXPECT_NEAR(after.keys[1].ease.inX, before.keys[1].ease.inX, 1e-6);
@@ -155,9 +155,9 @@ TEST(Animation, AddsKeys)
             kinds.push_back(key.ease.kind);
         EXPECT_EQ(kinds, c.kinds);
     }
-    std::vector<Key> many(kMostKeys);
+    KeyList many(kMostKeys);
     for (int i = 0; i < kMostKeys; ++i)
-        many[static_cast<std::size_t>(i)].frame = 2 * i;
+        many[i].frame = 2 * i;
     Animated full = Moving(many);
     AddKey(full, Property::X, 1);
     EXPECT_EQ(full.keys.size(), many.size());
@@ -206,7 +206,7 @@ struct RateCase
     const char* name;
     EKvFrameRate from, to;
     int duration;
-    std::vector<Key> keys;
+    KeyList keys;
     int newDuration;
     const char* frames;
 };

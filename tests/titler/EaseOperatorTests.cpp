@@ -26,7 +26,7 @@ struct Operator : testing::Test
         });
         steps = document.Steps().count();
     }
-    const std::vector<Key>& Keys() const { return document.Current().title[Property::Opacity].keys; }
+    const KeyList& Keys() const { return document.Current().title[Property::Opacity].keys; }
     SKvParamEaseData Read()
     {
         SKvParamEaseData data;
@@ -90,7 +90,7 @@ TEST_F(Operator, KeysHaveRoomWithinTheLimits)
 
 TEST_F(Operator, ShowsTheGradientOffsetInPercent)
 {
-    const std::vector<Key>& keys = document.Current().title[Property::GradientOffset].keys;
+    const KeyList& keys = document.Current().title[Property::GradientOffset].keys;
     const double before = keys[0].value;
     SKvParamEaseData data;
     ASSERT_EQ(ease.GetEaseData(kTitle, L"gradientOffset", data), 1);

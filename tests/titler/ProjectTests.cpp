@@ -85,7 +85,7 @@ TEST(Project, KeysAreSortedAndMissingFieldsHaveDefaults)
     const Project project =
         Parsed(Keys("[{'frame':9,'value':1,'ease':{'kind':'smooth'}},{'frame':4,'value':2},"
                     "{'frame':9,'value':3,'ease':{'kind':'own','out':[0.5,2]}},{}]"));
-    const std::vector<Key> keys{{0, 100}, {4, 2}, {9, 3, {4, 0.5, 2, 0, 0}}};
+    const KeyList keys{{0, 100}, {4, 2}, {9, 3, {4, 0.5, 2, 0, 0}}};
     EXPECT_EQ(project.title[Property::Scale].keys, keys);
     EXPECT_EQ(Parsed(Keys("[{'ease':{'kind':'smooth'}}]")).title[Property::Scale].keys[0].ease,
               PresetEase(5));

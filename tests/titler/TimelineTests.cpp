@@ -6,6 +6,8 @@
 #include "KvKeyFrameCtrl.h"
 #include "MainWindow.h"
 #include "PropertyText.h"
+#include "Skin.h"
+#include "Texts.h"
 #include "TimeCodeBox.h"
 #include "TimeRuler.h"
 #include "TitleRenderer.h"
@@ -17,6 +19,7 @@
 #include <QColorSpace>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -25,6 +28,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -351,6 +355,83 @@ TEST_F(Timeline, ThePlayheadIsDraggedAndComesBack)
     QTest::mouseRelease(&ruler, Qt::LeftButton, {}, RulerPlace(80));
     EXPECT_EQ(transport.Frame(), 5) << "the gesture was over";
     EXPECT_EQ(NewSteps(), 0);
+}
+
+TEST_F(Timeline, ADragBeyondTheEdgeScrolls)
+{
+    transport.Seek(40);
+    while (ruler.View().span > 20)
+        QTest::keyClick(&ruler, Qt::Key_Plus);
+    const QPoint beyond(ruler.width() + 40, 10);
+    QTest::mousePress(&ruler, Qt::LeftButton, {}, RulerPlace(40));
+    Drag(beyond);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return transport.Frame() == 100; }));
+    QTest::keyClick(&ruler, Qt::Key_Escape);
+    EXPECT_EQ(transport.Frame(), 40);
+    QTest::mouseRelease(&ruler, Qt::LeftButton, {}, beyond);
+
+    QTest::mousePress(&ruler, Qt::LeftButton, {}, MarkerPlace(40));
+    Drag({0, MarkerPlace(40).y()});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Frames(Property::Opacity)[1] == 11; }));
+    QTest::qWait(200);
+    EXPECT_EQ(ruler.View().first, 11) << "it stays with a key that can go no farther";
+    document.Undo(); // in the drag: ends it
+    const double first = ruler.View().first;
+    QTest::qWait(200);
+    EXPECT_EQ(ruler.View().first, first);
+    EXPECT_EQ(Frames(Property::Opacity), (std::vector<int>{10, 40, 70}));
+    QTest::mouseRelease(&ruler, Qt::LeftButton, {}, MarkerPlace(40));
+}
+
+TEST_F(Timeline, CrowdedKeysLeaveNoHoles)
+{
+    document.Edit(EditKind::Single, "", [](Project& project) {
+        project.duration = 9000;
+        project.title.properties = StillProperties();
+        for (int frame = 0; frame < 9000; ++frame)
+            project.title[Property::X].keys.append({frame, 0});
+    });
+    const QImage image = ruler.grab().toImage();
+    const QPointF from = ruler.Layout().Marker(0, 100) * image.devicePixelRatio();
+    const int to = qRound(ruler.Layout().ToX(8900) * image.devicePixelRatio());
+    const QColor key = LoadSkin().key;
+    int holes = 0;
+    for (int x = qRound(from.x()); x < to; ++x)
+        holes += image.pixelColor(x, int(from.y())) != key;
+    EXPECT_EQ(holes, 0);
+}
+
+TEST_F(Timeline, ALanesNameIsWrittenOrTold)
+{
+    document.Edit(EditKind::Single, "", [](Project& p) { p.title[Property::X].keys = {{100, 0}}; });
+    const auto tip = [&](int lane) {
+        const QPoint place = ruler.Layout().Lane(lane).center().toPoint();
+        QHelpEvent event(QEvent::ToolTip, place, ruler.mapToGlobal(place));
+        QApplication::sendEvent(&ruler, &event);
+        return QToolTip::text();
+    };
+    const QString x = PropertyName(Property::X);
+    const QString opacity = PropertyName(Property::Opacity);
+    EXPECT_EQ(tip(1), Text(kTextTimeRulerTip)) << "the name is written";
+    ruler.resize(200, ruler.height());
+    EXPECT_EQ(tip(0), x);
+    EXPECT_EQ(tip(1), opacity);
+    ruler.resize(200, TimeLayout::kRuler + 12); // one lane for all
+    EXPECT_EQ(tip(0), x + ", " + opacity);
+}
+
+TEST_F(Timeline, AStepSharesTheKeysThatItDidNotChange)
+{
+    const auto keys = [&] { return Value(Property::Opacity).keys.constData(); };
+    const Key* const shared = keys();
+    transport.Seek(40);
+    Field(Property::X).setValue(5);
+    Click(Property::X, kKvKeyFrameToggle);
+    EXPECT_EQ(keys(), shared);
+    Field(Property::Opacity).setValue(5);
+    EXPECT_NE(keys(), shared);
+    document.Undo();
+    EXPECT_EQ(keys(), shared);
 }
 
 TEST_F(Timeline, AKeyIsDraggedBetweenItsNeighbours)
