@@ -15,6 +15,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QToolButton>
@@ -208,6 +209,8 @@ void AnimationInspector::GoTo(const std::optional<int>& frame)
 
 void AnimationInspector::ToggleKey(Property property)
 {
+    if (!HasRoom(property))
+        return;
     const int key = KeyAt(m_document.Current().title[property], m_frame);
     m_document.Edit(EditKind::Single, Text(key < 0 ? kStepAddKey : kStepRemoveKey, {PropertyWord(property)}),
                     [&](Project& project) {
@@ -216,9 +219,23 @@ void AnimationInspector::ToggleKey(Property property)
                     });
 }
 
+// Whether there is a key at the current frame or can be one; else tells the user.
+bool AnimationInspector::HasRoom(Property property)
+{
+    const Animated& animated = m_document.Current().title[property];
+    if (animated.keys.size() < kMostKeys || KeyAt(animated, m_frame) >= 0)
+        return true;
+    emit Refused(Text(kTextTooManyKeys, {QLocale().toString(kMostKeys), PropertyWord(property)}));
+    return false;
+}
+
 void AnimationInspector::SetValue(Property property, double value)
 {
     m_transport.Pause();
+    if (!HasRoom(property)) {
+        ShowRow(property);
+        return;
+    }
     if (std::exchange(m_editedFrame, m_frame) != m_frame)
         m_document.EndSession(); // another key is another step
     m_document.Edit(EditKindOf(property), Text(kStepValue, {PropertyWord(property)}),
@@ -268,8 +285,8 @@ void AnimationInspector::GoIntoSegment(Property property)
     const int index = SegmentAt(animated, frame);
     if (index < 0)
         return;
-    const int start = animated.keys[static_cast<std::size_t>(index)].frame;
-    const int end = animated.keys[static_cast<std::size_t>(index) + 1].frame;
+    const int start = animated.keys[index].frame;
+    const int end = animated.keys[index + 1].frame;
     const bool isWithin = frame > start && frame < end;
     if (!isWithin && end - start > 1 && start < m_transport.LastFrame())
         m_transport.Seek(std::midpoint(start, end));

@@ -37,6 +37,10 @@ public:
     /// goes to the middle of the segment; Cancel brings it back.
     void OpenEaseDialog(Property property);
 
+signals:
+    /// An edit that cannot be, and why.
+    void Refused(const QString& why);
+
 private:
     struct Row
     {
@@ -53,6 +57,7 @@ private:
     void OnStripClicked(Property property, UINT code);
     void SetValue(Property property, double value);
     void ToggleKey(Property property);
+    bool HasRoom(Property property);
     void GoTo(const std::optional<int>& frame);
     void GoIntoSegment(Property property);
     void OnFrameChanged(int frame);

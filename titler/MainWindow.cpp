@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "AnimationInspector.h"
 #include "CanvasView.h"
 #include "ExportDialog.h"
 #include "Fields.h"
@@ -57,6 +58,7 @@ MainWindow::MainWindow()
     connect(&m_document, &Document::FileChanged, this, &MainWindow::ShowFile);
     connect(&m_document, &Document::ProjectChanged, this, &MainWindow::ShowFormat);
     connect(&m_document.Steps(), &QUndoStack::indexChanged, this, &MainWindow::ShowSteps);
+    connect(&m_workspace->Animation(), &AnimationInspector::Refused, this, &MainWindow::Say);
     connect(&m_workspace->Canvas(), &CanvasView::ZoomChanged, this, &MainWindow::ShowZoom);
     connect(&m_workspace->Media(), &MediaPanel::FolderWanted, this, &MainWindow::ChooseMedia);
     ShowFile();
@@ -182,6 +184,7 @@ bool MainWindow::OpenProject(const QString& file)
         ShowError(ErrorText(file, error));
         return false;
     }
+    m_transport.Seek(MiddleFrame(m_document.Current()));
     Say(Text(kTextOpened, {FileNameOf(file)}));
     return true;
 }

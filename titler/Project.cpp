@@ -75,6 +75,11 @@ Project NewProject()
     return project;
 }
 
+int MiddleFrame(const Project& project)
+{
+    return (project.duration - 1) / 2;
+}
+
 QSizeF DisplaySize(const SKvVideoResolution& video)
 {
     const double height = video.height;

@@ -72,6 +72,9 @@ struct Project
 /// A project with a first gradient and no text yet.
 Project NewProject();
 
+/// The frame at which an opened project stands: by the middle a title has come in and has not gone yet.
+int MiddleFrame(const Project& project);
+
 /// The frame in square pixels: its height, and the width that its aspect ratio asks for.
 QSizeF DisplaySize(const SKvVideoResolution& video);
 

@@ -213,6 +213,7 @@ enum TextId : UINT
     kTextEaseTip = 21821,
     kTextNoEaseTip = 21822,
     kTextKeys = 21823,
+    kTextTooManyKeys = 21824,
 
     // Time; a tip's number is its item's plus 1.
     kTextPlaybackMenu = 21830,

@@ -83,9 +83,9 @@ QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& trans
     column->setSpacing(4);
     auto* gradient = new GradientInspector(document);
     auto* text = new TextInspector(document);
-    auto* animation = new AnimationInspector(document, transport, *m_canvas);
+    m_animation = new AnimationInspector(document, transport, *m_canvas);
     setFocusProxy(gradient);
-    for (QWidget* section : std::initializer_list<QWidget*>{gradient, text, animation}) {
+    for (QWidget* section : std::initializer_list<QWidget*>{gradient, text, m_animation}) {
         section->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
         column->addWidget(section);
     }

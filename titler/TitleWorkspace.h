@@ -8,6 +8,7 @@ class QScrollArea;
 
 namespace titler {
 
+class AnimationInspector;
 class CanvasView;
 class Document;
 class MediaPanel;
@@ -21,6 +22,7 @@ class TitleWorkspace : public QWidget
 public:
     TitleWorkspace(Document& document, Transport& transport);
 
+    AnimationInspector& Animation() { return *m_animation; }
     CanvasView& Canvas() { return *m_canvas; }
     MediaPanel& Media() { return *m_media; }
     TransportBar& Playback() { return *m_playback; }
@@ -30,6 +32,7 @@ private:
     QScrollArea* BuildInspector(Document& document, Transport& transport);
 
     CanvasView* m_canvas;
+    AnimationInspector* m_animation = nullptr;
     MediaPanel* m_media;
     TransportBar* m_playback;
 };

@@ -47,10 +47,9 @@ bool HasDisplay()
     return true;
 }
 
-// A title has come in by the middle and has not gone yet.
 int FrameOf(const Options& options, const Project& project)
 {
-    return options.frame.value_or((project.duration - 1) / 2);
+    return options.frame.value_or(MiddleFrame(project));
 }
 
 int ExportAnimation(const Options& options, const Project& project)
@@ -122,11 +121,13 @@ int RunWindow(const Options& options)
     const auto openArguments = [&] {
         if (!options.media.isEmpty())
             window.Media().OpenFolder(options.media);
-        if (!options.project.isEmpty() && window.OpenProject(options.project) && !options.play)
-            window.Time().Seek(FrameOf(options, window.Project().Current()));
+        if (!options.project.isEmpty())
+            window.OpenProject(options.project);
         window.Time().SetLoop(options.play);
-        if (options.play)
+        if (options.play) {
+            window.Time().Seek(0);
             window.Time().Play();
+        }
     };
     // Once the window is in its place: a broken project brings up a message over it.
     QTimer::singleShot(0, &window, openArguments);

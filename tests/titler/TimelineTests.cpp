@@ -24,6 +24,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -418,6 +419,47 @@ TEST_F(Timeline, ALanesNameIsWrittenOrTold)
     EXPECT_EQ(tip(1), opacity);
     ruler.resize(200, TimeLayout::kRuler + 12); // one lane for all
     EXPECT_EQ(tip(0), x + ", " + opacity);
+}
+
+TEST_F(Timeline, AKeyTooManyIsRefusedAloud)
+{
+    document.Edit(EditKind::Single, "", [](Project& project) {
+        project.duration = 2 * kMostKeys;
+        KeyList& keys = project.title[Property::X].keys;
+        for (int i = 0; i < kMostKeys; ++i)
+            keys.append({2 * i, 1});
+    });
+    const int before = NewSteps();
+    const auto said = [&] {
+        const QString text = window.statusBar()->currentMessage();
+        window.statusBar()->clearMessage();
+        return text;
+    };
+    transport.Seek(1);
+    Field(Property::X).setValue(5);
+    EXPECT_EQ(Field(Property::X).value(), 1);
+    EXPECT_TRUE(said().contains(PropertyWord(Property::X)));
+    Click(Property::X, kKvKeyFrameOperator);
+    EXPECT_TRUE(said().contains(PropertyWord(Property::X)));
+    ExpectInStep("refused ");
+    EXPECT_EQ(NewSteps(), before);
+    transport.Seek(2);
+    Field(Property::X).setValue(5);
+    Click(Property::X, kKvKeyFrameOperator);
+    EXPECT_EQ(said(), "");
+    EXPECT_EQ(NewSteps(), before + 2);
+}
+
+TEST_F(Timeline, AnOpenedProjectStandsAtItsMiddle)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("p.ktitle");
+    ASSERT_EQ(document.SaveAs(file), "");
+    transport.Seek(7);
+    ASSERT_TRUE(window.OpenProject(file));
+    EXPECT_EQ(transport.Frame(), 50);
+    document.New();
+    EXPECT_EQ(transport.Frame(), 0);
 }
 
 TEST_F(Timeline, AStepSharesTheKeysThatItDidNotChange)
