@@ -1,4 +1,5 @@
 #include "platform/KvDialogImpl.h"
+#include "platform/MessageDispatch.h"
 
 #include <algorithm>
 #include <utility>
@@ -214,10 +215,6 @@ BOOL CKvDialog::OnCommand(WPARAM wParam, LPARAM, LRESULT*)
 BOOL CKvDialog::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
     switch (message) {
-    case WM_NOTIFY:
-        return OnNotify(wParam, lParam, result);
-    case WM_COMMAND:
-        return OnCommand(wParam, lParam, result);
     case WM_KICKIDLE:
         *result = OnKickIdle(wParam, lParam);
         return 1;
@@ -225,7 +222,9 @@ BOOL CKvDialog::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* re
         OnCancel();
         return 1;
     default:
-        return 0;
+        return kv::DispatchToHandlers(
+            message, [&] { return OnNotify(wParam, lParam, result); },
+            [&] { return OnCommand(wParam, lParam, result); });
     }
 }
 
@@ -255,14 +254,9 @@ int CKvDialog::ReplaceDlgItem(UINT id, QWidget* control)
 
 bool CKvDialog::event(QEvent* event)
 {
-    if (event->type() == KvMessageEvent::EventType()) {
-        auto& message = static_cast<KvMessageEvent&>(*event);
-        LRESULT result = 0;
-        const bool handled = OnWndMsg(message.message, message.wParam, message.lParam, &result) != 0;
-        message.result = handled ? result : 0;
-        message.setAccepted(handled);
-        return handled;
-    }
+    if (const auto answered =
+            kv::DispatchMessage(*event, [this](auto... message) { return OnWndMsg(message...); }))
+        return *answered;
     const bool handled = QDialog::event(event);
     if (event->type() == QEvent::FontChange && m_impl->isCreated)
         m_impl->Measure();

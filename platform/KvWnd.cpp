@@ -1,44 +1,12 @@
-#include "KvWnd.h"
-
-#include "platform/CaptureWatcher.h"
+#include "platform/KvWndImpl.h"
 #include "platform/LeftControlKey.h"
+#include "platform/MessageDispatch.h"
 #include "platform/VirtualKey.h"
 
-#include <QApplication>
-#include <QBasicTimer>
-#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QToolTip>
-#include <QWheelEvent>
-
-#include <cmath>
-#include <functional>
-#include <unordered_map>
-#include <utility>
-
-namespace {
-
-// The pixel that holds the point: rounding would reach beyond the right and bottom edge.
-CPoint PixelOf(const QMouseEvent& event)
-{
-    const QPointF position = event.position();
-    return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
-}
-
-} // namespace
-
-struct CKvWnd::Impl
-{
-    bool created = false;
-    // Set by the default handlers: the event goes on to the parent.
-    bool unhandled = false;
-    Qt::MouseButton lastPressed = Qt::LeftButton; // the one that a drag is made with
-    std::unordered_map<UINT, QBasicTimer> timers;
-    std::unique_ptr<kv::CaptureWatcher> capture;
-};
 
 CKvWnd::CKvWnd() : m_impl(std::make_unique<Impl>())
 {
@@ -101,78 +69,17 @@ BOOL CKvWnd::OnCommand(WPARAM, LPARAM, LRESULT*)
 
 BOOL CKvWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
-    switch (message) {
-    case WM_NOTIFY:
-        return OnNotify(wParam, lParam, result);
-    case WM_COMMAND:
-        return OnCommand(wParam, lParam, result);
-    case WM_GETDLGCODE:
+    if (message == WM_GETDLGCODE) {
         *result = static_cast<LRESULT>(OnGetDlgCode());
         return 1;
-    default:
-        return 0;
     }
+    return kv::DispatchToHandlers(
+        message, [&] { return OnNotify(wParam, lParam, result); },
+        [&] { return OnCommand(wParam, lParam, result); });
 }
 
 void CKvWnd::OnPaint(Graphics&) {}
 void CKvWnd::OnSize(int, int) {}
-
-void CKvWnd::OnLButtonDown(Qt::KeyboardModifiers, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point)
-{
-    OnLButtonDown(modifiers, point);
-}
-
-void CKvWnd::OnLButtonUp(Qt::KeyboardModifiers, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnMButtonDown(Qt::KeyboardModifiers, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnMButtonUp(Qt::KeyboardModifiers, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnRButtonDown(Qt::KeyboardModifiers, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnRButtonUp(Qt::KeyboardModifiers, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnMouseMove(Qt::KeyboardModifiers, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnMouseWheel(Qt::KeyboardModifiers, int, CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-void CKvWnd::OnMouseLeave() {}
-
-void CKvWnd::OnContextMenu(CPoint)
-{
-    m_impl->unhandled = true;
-}
-
-CPoint CKvWnd::ContextMenuPoint() const
-{
-    return rect().center();
-}
 
 BOOL CKvWnd::OnKeyDown(UINT, Qt::KeyboardModifiers)
 {
@@ -216,35 +123,6 @@ void CKvWnd::KillTimer(UINT id)
     m_impl->timers.erase(id);
 }
 
-void CKvWnd::SetCapture()
-{
-    if (!m_impl->capture)
-        m_impl->capture = std::make_unique<kv::CaptureWatcher>(*this, [this] { LoseCapture(); });
-}
-
-void CKvWnd::ReleaseCapture()
-{
-    m_impl->capture.reset();
-}
-
-bool CKvWnd::HasCapture() const
-{
-    return m_impl->capture != nullptr;
-}
-
-void CKvWnd::LoseCapture()
-{
-    if (!m_impl->capture)
-        return;
-    const bool isUnsafe = m_impl->capture->IsUnsafe();
-    m_impl->capture.reset();
-    if (isUnsafe)
-        QMetaObject::invokeMethod(
-            this, [this] { OnCaptureChanged(); }, Qt::QueuedConnection);
-    else
-        OnCaptureChanged();
-}
-
 bool CKvWnd::IsLeftControlDown() const
 {
     return kv::IsLeftControlDown();
@@ -252,14 +130,9 @@ bool CKvWnd::IsLeftControlDown() const
 
 bool CKvWnd::event(QEvent* event)
 {
-    if (event->type() == KvMessageEvent::EventType()) {
-        auto& message = static_cast<KvMessageEvent&>(*event);
-        LRESULT result = 0;
-        const bool handled = OnWndMsg(message.message, message.wParam, message.lParam, &result) != 0;
-        message.result = handled ? result : 0;
-        message.setAccepted(handled);
-        return handled;
-    }
+    if (const auto handled =
+            kv::DispatchMessage(*event, [this](auto... message) { return OnWndMsg(message...); }))
+        return *handled;
     switch (event->type()) {
     case QEvent::UngrabMouse:
     case QEvent::WindowDeactivate:
@@ -306,124 +179,6 @@ void CKvWnd::resizeEvent(QResizeEvent*)
 {
     if (m_impl->created)
         OnSize(width(), height());
-}
-
-// Calls a mouse handler; the event is ignored when only the default handler saw it.
-template <typename Handler>
-void CKvWnd::Dispatch(QEvent* event, Handler handler)
-{
-    const QPointer<CKvWnd> self(this);
-    const bool outer = std::exchange(m_impl->unhandled, false); // of the event in whose handler this one came
-    handler();
-    event->setAccepted(!self || !std::exchange(m_impl->unhandled, outer));
-}
-
-void CKvWnd::mousePressEvent(QMouseEvent* event)
-{
-    const CPoint point = PixelOf(*event);
-    if (!HasCapture())
-        m_impl->lastPressed = event->button();
-    Dispatch(event, [&] {
-        switch (event->button()) {
-        case Qt::LeftButton:
-            return OnLButtonDown(event->modifiers(), point);
-        case Qt::MiddleButton:
-            return OnMButtonDown(event->modifiers(), point);
-        case Qt::RightButton:
-            return OnRButtonDown(event->modifiers(), point);
-        default:
-            m_impl->unhandled = true;
-        }
-    });
-}
-
-void CKvWnd::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    if (event->button() != Qt::LeftButton) {
-        mousePressEvent(event); // quick presses are presses all the same
-        return;
-    }
-    if (!HasCapture())
-        m_impl->lastPressed = event->button();
-    Dispatch(event, [&] { OnLButtonDblClk(event->modifiers(), PixelOf(*event)); });
-}
-
-void CKvWnd::mouseReleaseEvent(QMouseEvent* event)
-{
-    const CPoint point = PixelOf(*event);
-    Dispatch(event, [&] {
-        switch (event->button()) {
-        case Qt::LeftButton:
-            return OnLButtonUp(event->modifiers(), point);
-        case Qt::MiddleButton:
-            return OnMButtonUp(event->modifiers(), point);
-        case Qt::RightButton:
-            return OnRButtonUp(event->modifiers(), point);
-        default:
-            m_impl->unhandled = true;
-        }
-    });
-}
-
-void CKvWnd::mouseMoveEvent(QMouseEvent* event)
-{
-    if (!event->buttons().testFlag(m_impl->lastPressed)) {
-        // The button went up where this window could not see it.
-        const QPointer<CKvWnd> self(this);
-        LoseCapture();
-        if (!self)
-            return;
-    }
-    Dispatch(event, [&] { OnMouseMove(event->modifiers(), PixelOf(*event)); });
-}
-
-void CKvWnd::wheelEvent(QWheelEvent* event)
-{
-    const QPointF position = event->position();
-    const CPoint point(static_cast<int>(std::floor(position.x())),
-                       static_cast<int>(std::floor(position.y())));
-    // Some platforms turn the vertical wheel sideways while Alt is down.
-    const QPoint turned = event->angleDelta();
-    const bool sideways = event->modifiers().testFlag(Qt::AltModifier) && turned.y() == 0;
-    Dispatch(event, [&] { OnMouseWheel(event->modifiers(), sideways ? turned.x() : turned.y(), point); });
-}
-
-void CKvWnd::leaveEvent(QEvent*)
-{
-    OnMouseLeave();
-}
-
-void CKvWnd::contextMenuEvent(QContextMenuEvent* event)
-{
-    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
-    if (byKey && HasCapture())
-        return;
-    const CPoint point = byKey ? ContextMenuPoint() : CPoint(event->pos());
-    Dispatch(event, [&] { OnContextMenu(point); });
-}
-
-void CKvWnd::keyPressEvent(QKeyEvent* event)
-{
-    const QPointer<CKvWnd> self(this);
-    // A copy: the handlers may delete this window, and the event with it.
-    const UINT character = kv::KeyCharacter(*event);
-    bool used = OnKeyDown(kv::VirtualKey(*event), event->modifiers()) != 0;
-    if (self && !used && character != 0)
-        used = OnChar(character) != 0;
-    event->setAccepted(used || !self);
-}
-
-// A popup menu leaves the focus where it is; only the toolkit sees it go and come back.
-void CKvWnd::focusInEvent(QFocusEvent* event)
-{
-    if (event->reason() != Qt::PopupFocusReason)
-        OnSetFocus();
-}
-
-void CKvWnd::focusOutEvent(QFocusEvent* event)
-{
-    if (event->reason() != Qt::PopupFocusReason)
-        OnKillFocus();
 }
 
 void CKvWnd::timerEvent(QTimerEvent* event)
