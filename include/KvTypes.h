@@ -190,7 +190,7 @@ inline constexpr UINT DLGC_WANTTAB = 0x0002;
 inline constexpr UINT DLGC_WANTALLKEYS = 0x0004;
 inline constexpr UINT DLGC_WANTCHARS = 0x0080;
 
-// Message boxes: buttons and icon are in the style, the answer is the button's number.
+// Message boxes: buttons, icon and default are in the style, the answer is the button's number.
 inline constexpr UINT MB_OK = 0x00;
 inline constexpr UINT MB_OKCANCEL = 0x01;
 inline constexpr UINT MB_ABORTRETRYIGNORE = 0x02;
@@ -203,6 +203,7 @@ inline constexpr UINT MB_ICONQUESTION = 0x20;
 inline constexpr UINT MB_ICONWARNING = 0x30;
 inline constexpr UINT MB_ICONINFORMATION = 0x40;
 inline constexpr UINT MB_ICONMASK = 0xF0;
+inline constexpr UINT MB_DEFBUTTON2 = 0x100;
 inline constexpr int IDOK = 1;
 inline constexpr int IDCANCEL = 2;
 inline constexpr int IDABORT = 3;
@@ -220,7 +221,8 @@ KV_API void KvSetMessageBoxHandler(KvMessageBoxHandler handler);
 
 /// Shows `text` through the one replaceable handler.
 /// @param owner the window it belongs to; may be null.
-/// @param style one MB_ button set and one MB_ICON… value.
+/// @param style one MB_ button set, one MB_ICON… value and, where Enter is not to choose the first button,
+///        MB_DEFBUTTON2: the second one is the default and has the focus.
 /// @return the number of the button (IDOK, IDYES …); where nobody can answer, IDOK for a box with only
 ///         that button and else the most cautious one (IDCANCEL, IDNO or IDABORT).
 KV_API int KvMessageBox(HWND owner, const std::wstring& text, UINT style = MB_OK);

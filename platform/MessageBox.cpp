@@ -7,7 +7,7 @@
 #include <QPointer>
 #include <QThread>
 
-#include <array>
+#include <vector>
 
 namespace {
 
@@ -17,28 +17,30 @@ struct Button
     int id;
 };
 
-constexpr std::array kButtons = {
-    Button{QMessageBox::Ok, IDOK},         Button{QMessageBox::Cancel, IDCANCEL},
-    Button{QMessageBox::Abort, IDABORT},   Button{QMessageBox::Retry, IDRETRY},
-    Button{QMessageBox::Ignore, IDIGNORE}, Button{QMessageBox::Yes, IDYES},
-    Button{QMessageBox::No, IDNO},
-};
+constexpr Button kOk{QMessageBox::Ok, IDOK};
+constexpr Button kCancel{QMessageBox::Cancel, IDCANCEL};
+constexpr Button kAbort{QMessageBox::Abort, IDABORT};
+constexpr Button kRetry{QMessageBox::Retry, IDRETRY};
+constexpr Button kIgnore{QMessageBox::Ignore, IDIGNORE};
+constexpr Button kYes{QMessageBox::Yes, IDYES};
+constexpr Button kNo{QMessageBox::No, IDNO};
 
-QMessageBox::StandardButtons ButtonsOf(UINT style)
+// In the order that numbers them for the default; where they stand is the desktop's.
+std::vector<Button> ButtonsOf(UINT style)
 {
     switch (style & MB_TYPEMASK) {
     case MB_OKCANCEL:
-        return QMessageBox::Ok | QMessageBox::Cancel;
+        return {kOk, kCancel};
     case MB_ABORTRETRYIGNORE:
-        return QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore;
+        return {kAbort, kRetry, kIgnore};
     case MB_YESNOCANCEL:
-        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        return {kYes, kNo, kCancel};
     case MB_YESNO:
-        return QMessageBox::Yes | QMessageBox::No;
+        return {kYes, kNo};
     case MB_RETRYCANCEL:
-        return QMessageBox::Retry | QMessageBox::Cancel;
+        return {kRetry, kCancel};
     default:
-        return QMessageBox::Ok;
+        return {kOk};
     }
 }
 
@@ -64,12 +66,18 @@ int ShowToolkitBox(HWND owner, const std::wstring& text, UINT style)
     if (!application || QThread::currentThread() != application->thread())
         return 0;
     // On the heap: the owner may be destroyed while the box is open, and takes the box with it.
-    const QPointer<QMessageBox> box = new QMessageBox(
-        IconOf(style), QGuiApplication::applicationDisplayName(), KvToQString(text), ButtonsOf(style), owner);
+    const QPointer<QMessageBox> box =
+        new QMessageBox(IconOf(style), QGuiApplication::applicationDisplayName(), KvToQString(text),
+                        QMessageBox::NoButton, owner);
     box->setTextFormat(Qt::PlainText);
+    const std::vector<Button> buttons = ButtonsOf(style);
+    for (const Button& button : buttons)
+        box->addButton(button.standard);
+    const bool isSecond = (style & MB_DEFBUTTON2) != 0 && buttons.size() > 1;
+    box->setDefaultButton(buttons[isSecond ? 1 : 0].standard);
     const int chosen = box->exec();
     delete box;
-    for (const Button& button : kButtons) {
+    for (const Button& button : buttons) {
         if (button.standard == chosen)
             return button.id;
     }

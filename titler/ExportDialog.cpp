@@ -159,7 +159,7 @@ bool ExportDialog::MayReplace()
     const int existing = ExistingFrames(Target(), m_project);
     return existing == 0 ||
            KvMessageBox(this, Text(kTextExportReplace, {NumberText(existing)}).toStdWString(),
-                        MB_YESNO | MB_ICONQUESTION) == IDYES;
+                        MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
 }
 
 void ExportDialog::Start()

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -120,6 +121,36 @@ TEST(MessageBox, HandlerGetsTextAndStyle)
     EXPECT_EQ(KvMessageBox(nullptr, L"Sure?", MB_YESNO | MB_ICONQUESTION), IDYES);
     EXPECT_EQ(shown, L"Sure?");
     KvSetMessageBoxHandler({});
+}
+
+TEST(MessageBox, EnterChoosesTheFirstButtonOrTheSecondOnDemand)
+{
+    const struct
+    {
+        const char* name;
+        UINT style;
+        int answer;
+    } rows[] = {
+        {"one button", MB_OK, IDOK},
+        {"one button, no second", MB_OK | MB_DEFBUTTON2, IDOK},
+        {"OK", MB_OKCANCEL, IDOK},
+        {"Cancel", MB_OKCANCEL | MB_DEFBUTTON2, IDCANCEL},
+        {"Abort", MB_ABORTRETRYIGNORE, IDABORT},
+        {"Retry", MB_ABORTRETRYIGNORE | MB_DEFBUTTON2, IDRETRY},
+        {"Yes", MB_YESNOCANCEL, IDYES},
+        {"No of three", MB_YESNOCANCEL | MB_DEFBUTTON2, IDNO},
+        {"No of two", MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2, IDNO},
+        {"not to retry", MB_RETRYCANCEL | MB_DEFBUTTON2, IDCANCEL},
+    };
+    for (const auto& row : rows) {
+        QTimer::singleShot(0, [] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->focusWidget(), box->defaultButton());
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        EXPECT_EQ(KvMessageBox(nullptr, L"?", row.style), row.answer) << row.name;
+    }
 }
 
 TEST(MessageBox, BuiltInBoxAnswersWithTheButtonAndSurvivesItsOwner)

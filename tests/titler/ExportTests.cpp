@@ -243,7 +243,10 @@ TEST(ExportDialog, AsksBeforeItReplacesAndTellsOfAFault)
     std::vector<std::wstring> messages;
     KvSetMessageBoxHandler([&](HWND, const std::wstring& text, UINT style) {
         messages.push_back(text);
-        return style == (MB_OK | MB_ICONERROR) ? IDOK : IDNO;
+        if (style == (MB_OK | MB_ICONERROR))
+            return IDOK;
+        EXPECT_EQ(style & MB_DEFBUTTON2, MB_DEFBUTTON2) << "Enter replaces nothing";
+        return IDNO;
     });
     Dialog d(MovingProject());
     ASSERT_TRUE(QDir(d.folder.path()).mkdir("t_frames"));
