@@ -6,6 +6,7 @@
 #include "color/GradientLayout.h"
 #include "color/GradientModel.h"
 #include "color/GradientRaster.h"
+#include "platform/DevicePixels.h"
 
 namespace kv {
 
@@ -58,8 +59,9 @@ void DrawKeyStrip(PixelView picture, const DeviceGrid& grid, const GradientModel
 }
 
 /// The ratio of the target, which need not be the screen's: a host may render the control into a picture.
-qreal PixelRatio(const Graphics& graphics, const QTransform& toDevice)
+qreal PixelRatio(const Graphics& graphics)
 {
+    const QTransform toDevice = graphics.deviceTransform();
     const bool evenlyScaled = toDevice.type() <= QTransform::TxScale && toDevice.m11() == toDevice.m22();
     return evenlyScaled && toDevice.m11() > 0 ? toDevice.m11() : graphics.device()->devicePixelRatioF();
 }
@@ -68,12 +70,6 @@ PixelView PixelsOf(QImage& picture)
 {
     return {reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(), picture.height(),
             picture.bytesPerLine() / 4};
-}
-
-/// The logical point that falls on a whole device pixel.
-QPointF OnDevicePixel(const QTransform& toDevice, QPoint device)
-{
-    return toDevice.inverted().map(QPointF(device));
 }
 
 } // namespace
@@ -123,34 +119,33 @@ void GradientPainter::Redraw(Area area, const GradientModel& model, const Gradie
 void GradientPainter::Paint(Graphics& graphics, const GradientModel& model, const GradientLayout& layout,
                             const GradientLook& look)
 {
-    const QTransform toDevice = graphics.deviceTransform();
-    const qreal ratio = PixelRatio(graphics, toDevice);
+    const qreal ratio = PixelRatio(graphics);
     if (std::exchange(m_ratio, ratio) != ratio)
         InvalidateAll();
     // The client area may begin between two device pixels: the pictures all move to the nearest one together.
     const DeviceGrid grid(ratio);
-    const QPoint origin = toDevice.map(QPointF(0, 0)).toPoint();
+    const DevicePixels devicePixels(graphics);
+    const QPoint origin = devicePixels.Nearest({0, 0});
     for (const Area area : {MidStrip, Palette, KeyStrip}) {
         if (!m_valid[area])
             Redraw(area, model, layout, look);
         const CRect rect = AreaRect(layout, area);
         const QPoint corner = origin + QPoint(grid.Edge(rect.left), grid.Edge(rect.top));
-        graphics.drawImage(OnDevicePixel(toDevice, corner), m_pictures[area]);
+        graphics.drawImage(devicePixels.ToLogical(corner), m_pictures[area]);
     }
 }
 
 void DrawSharply(Graphics& graphics, const QRect& rect,
                  const std::function<void(PixelView pixels, const DeviceGrid& grid)>& draw)
 {
-    const QTransform toDevice = graphics.deviceTransform();
-    const DeviceGrid grid(PixelRatio(graphics, toDevice));
+    const DeviceGrid grid(PixelRatio(graphics));
     QImage picture(grid.Length(rect.width()), grid.Length(rect.height()),
                    QImage::Format_ARGB32_Premultiplied);
     picture.fill(0);
     picture.setDevicePixelRatio(grid.Ratio());
     draw(PixelsOf(picture), grid);
-    const QPoint corner = toDevice.map(QPointF(rect.topLeft())).toPoint();
-    graphics.drawImage(OnDevicePixel(toDevice, corner), picture);
+    const DevicePixels devicePixels(graphics);
+    graphics.drawImage(devicePixels.ToLogical(devicePixels.Nearest(rect.topLeft())), picture);
 }
 
 } // namespace kv

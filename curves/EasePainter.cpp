@@ -3,6 +3,7 @@
 #include "core/Text.h"
 #include "curves/EasePath.h"
 #include "curves/EaseWords.h"
+#include "platform/DevicePixels.h"
 
 #include <QTextOption>
 
@@ -40,53 +41,6 @@ constexpr double kHandleRadius = 3.5;
 constexpr double kSelectedRadius = 6.5;
 constexpr double kMarkRadius = 1.5;
 constexpr int kValueDigits = 4;
-
-/// Rectangles on whole device pixels, whatever the pixel ratio.
-class DevicePixels
-{
-public:
-    explicit DevicePixels(const Graphics& graphics)
-        : m_toDevice(graphics.deviceTransform())
-        , m_toLogical(m_toDevice.inverted())
-        , m_hairline(std::max(1.0, std::floor(m_toDevice.m22())))
-    {
-    }
-
-    QRectF Snapped(const QRectF& rect) const
-    {
-        const QRectF device = m_toDevice.mapRect(rect);
-        const QPointF corner(std::round(device.left()), std::round(device.top()));
-        const QPointF far(std::round(device.right()), std::round(device.bottom()));
-        return m_toLogical.mapRect(QRectF(corner, far));
-    }
-    /// The row that holds `y`, a logical pixel thick or a little less.
-    QRectF Row(double left, double right, double y) const
-    {
-        const QRectF device = m_toDevice.mapRect(QRectF(QPointF(left, y), QPointF(right, y)));
-        return OnDevice(std::round(device.left()), Holding(device.top()), std::round(device.right()), 0);
-    }
-    QRectF Column(double x, double top, double bottom) const
-    {
-        const QRectF device = m_toDevice.mapRect(QRectF(QPointF(x, top), QPointF(x, bottom)));
-        return OnDevice(Holding(device.left()), std::round(device.top()), 0, std::round(device.bottom()));
-    }
-    double Hairline() const { return m_toLogical.mapRect(QRectF(0, 0, m_hairline, m_hairline)).height(); }
-
-private:
-    // The pixel that holds a place, but for rounding.
-    static double Holding(double device) { return std::floor(device + 1.0 / 256); }
-    // An end of 0 means a hairline from the beginning on.
-    QRectF OnDevice(double left, double top, double right, double bottom) const
-    {
-        return m_toLogical.mapRect(
-            QRectF(QPointF(left, top),
-                   QPointF(right != 0 ? right : left + m_hairline, bottom != 0 ? bottom : top + m_hairline)));
-    }
-
-    QTransform m_toDevice;
-    QTransform m_toLogical;
-    double m_hairline;
-};
 
 QPointF Point(const SKvCurvePoint& point)
 {

@@ -14,7 +14,7 @@ struct EaseLook
     bool enabled = true;
     bool focused = false;
     bool editable = true;
-    DWORD focusColour = 0xFFFFA500u;
+    DWORD focusColour = 0;
     std::optional<EaseHandle> selected;
     /// The time and value that are told below the plot.
     std::optional<SKvCurvePoint> place;

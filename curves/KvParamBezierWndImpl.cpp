@@ -1,6 +1,6 @@
 #include "curves/KvParamBezierWndImpl.h"
 
-#include "KvGuiRes.h"
+#include "platform/SkinColours.h"
 
 #include <QPointer>
 
@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr DWORD kDefaultFocusColour = 0xFFFFA500u;
 constexpr double kZoomPixels = 500; // of a middle drag that double the range shown
 
 SKvCurvePoint AsPoint(CPoint pixel)
@@ -70,8 +69,7 @@ void CKvParamBezierWnd::Impl::Redraw()
 
 void CKvParamBezierWnd::Impl::LoadSkin()
 {
-    focusColour = kDefaultFocusColour;
-    KvGuiRes::LoadColor(L"keFocusColor", focusColour);
+    focusColour = kv::FocusColour().rgba();
 }
 
 bool CKvParamBezierWnd::Impl::SendCurve(std::uint32_t kind)

@@ -1,18 +1,9 @@
 #include "platform/DialogStyle.h"
 
-#include "KvGuiRes.h"
-
-#include <QColor>
+#include "platform/SkinColours.h"
 
 namespace kv {
 namespace {
-
-QColor Colour(const wchar_t* key, QColor colour)
-{
-    DWORD argb = colour.rgba();
-    KvGuiRes::LoadColor(key, argb);
-    return QColor::fromRgba(argb);
-}
 
 QColor Mix(const QColor& from, const QColor& to, int percent)
 {
@@ -36,9 +27,9 @@ CKvDialog > QPushButton:disabled { background: @window; color: @disabled; border
 
 QString DialogStyleSheet(const SKvGuiBasicSettings* settings)
 {
-    QColor window = Colour(L"keWindowBKColor", QColor(43, 43, 46));
-    QColor text = Colour(L"keWindowTextColor", QColor(226, 226, 228));
-    QColor disabled = Colour(L"keDisabledTextColor", QColor(150, 150, 154));
+    QColor window = SkinColour(L"keWindowBKColor", 0xFF2B2B2E);
+    QColor text = SkinColour(L"keWindowTextColor", 0xFFE2E2E4);
+    QColor disabled = SkinColour(L"keDisabledTextColor", 0xFF96969A);
     if (settings) {
         window = QColor::fromRgba(settings->background);
         text = QColor::fromRgba(settings->textColour);
@@ -55,7 +46,7 @@ QString DialogStyleSheet(const SKvGuiBasicSettings* settings)
         {"@strong", Mix(window, text, 60)},
         {"@faint", Mix(window, text, 12)},
         {"@disabled", disabled},
-        {"@focus", Colour(L"keFocusColor", QColor(255, 165, 0))},
+        {"@focus", FocusColour()},
     };
     QString sheet = QString::fromLatin1(kSheet);
     for (const auto& [name, colour] : names)

@@ -1,6 +1,8 @@
 #include "KvButtons.h"
 
 #include "KvGuiRes.h"
+#include "platform/DevicePixels.h"
+#include "platform/SkinColours.h"
 #include "platform/VirtualKey.h"
 
 #include <QAccessibleWidget>
@@ -15,7 +17,6 @@ namespace {
 
 constexpr DWORD kDefaultHoverColour = 0x28FFFFFF;
 constexpr DWORD kDefaultPressedColour = 0x70000000;
-constexpr DWORD kDefaultFocusColour = 0xFFFFA500;
 constexpr qreal kCornerRadius = 2.5;
 constexpr qreal kDisabledOpacity = 0.4;
 
@@ -42,22 +43,6 @@ const Look& LookOf(const QAbstractButton& button)
     return button.underMouse() ? kHover : kNormal;
 }
 
-QColor Colour(const wchar_t* key, DWORD colour)
-{
-    KvGuiRes::LoadColor(key, colour);
-    return QColor::fromRgba(colour);
-}
-
-// The rectangle with its edges on whole device pixels, so that it is sharp at any pixel ratio.
-QRectF OnPixels(const QPainter& painter, const QRectF& rect)
-{
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF device = toDevice.mapRect(rect);
-    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
-    const QPointF bottomRight(std::round(device.right()), std::round(device.bottom()));
-    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
-}
-
 void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& room, qreal opacity = 1)
 {
     QSize size = picture.Size();
@@ -65,7 +50,7 @@ void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& roo
         size.scale(room.size(), Qt::KeepAspectRatio);
     QRect place(QPoint(), size);
     place.moveCenter(room.center());
-    const QRectF target = OnPixels(painter, place);
+    const QRectF target = kv::DevicePixels(painter).Snapped(place);
     if (opacity == 1) {
         picture.Draw(painter, target);
         return;
@@ -81,12 +66,12 @@ void DrawFocusRing(QPainter& painter, const QRect& room)
 {
     const qreal ratio = painter.deviceTransform().m11();
     const qreal width = std::max(1.0, std::round(ratio)) / ratio;
-    const QRectF outer = OnPixels(painter, room);
+    const QRectF outer = kv::DevicePixels(painter).Snapped(room);
     QPainterPath ring;
     ring.addRoundedRect(outer, kCornerRadius, kCornerRadius);
     ring.addRoundedRect(outer.adjusted(width, width, -width, -width), kCornerRadius - width,
                         kCornerRadius - width);
-    painter.fillPath(ring, Colour(L"keFocusColor", kDefaultFocusColour));
+    painter.fillPath(ring, kv::FocusColour());
 }
 
 /// What a screen reader learns: the tool tip is the name, and an action is a click that the parent hears.
@@ -163,12 +148,8 @@ struct CKvBitmapButton::Impl
 
     void DrawBackground(QPainter& painter, const QRect& room) const
     {
-        DWORD colour = 0;
-        if (settings)
-            colour = settings->background;
-        else
-            KvGuiRes::LoadColor(backgroundKey.c_str(), colour);
-        painter.fillRect(room, QColor::fromRgba(colour));
+        painter.fillRect(room, settings ? QColor::fromRgba(settings->background)
+                                        : kv::SkinColour(backgroundKey.c_str(), 0));
     }
 
     void DrawState(QPainter& painter, const QRect& room, const Look& look) const
@@ -180,8 +161,8 @@ struct CKvBitmapButton::Impl
         }
         if (look.plateKey) {
             QPainterPath plate;
-            plate.addRoundedRect(OnPixels(painter, room), kCornerRadius, kCornerRadius);
-            painter.fillPath(plate, Colour(look.plateKey, look.plateDefault));
+            plate.addRoundedRect(kv::DevicePixels(painter).Snapped(room), kCornerRadius, kCornerRadius);
+            painter.fillPath(plate, kv::SkinColour(look.plateKey, look.plateDefault));
         }
         DrawPicture(painter, KvGuiRes::LoadImageW(image.c_str()), room, look.opacity);
     }
