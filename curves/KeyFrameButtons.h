@@ -5,6 +5,7 @@
 
 namespace kv::keyframe {
 
+inline constexpr const wchar_t* kBackgroundKey = L"keKeyFrameBKColor"; ///< of the theme
 inline constexpr int kThickness = 14;
 inline constexpr int kButtonLength = 14;
 

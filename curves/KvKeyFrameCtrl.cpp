@@ -1,22 +1,15 @@
-#include "KvKeyFrameCtrl.h"
-
-#include "KvButtons.h"
 #include "KvGuiRes.h"
-#include "curves/KeyFrameButtons.h"
+#include "curves/KvKeyFrameCtrlImpl.h"
 #include "platform/VirtualKey.h"
 
 #include <QAccessibleWidget>
 #include <QPointer>
 
-#include <array>
-#include <utility>
 #include <vector>
 
 using namespace kv::keyframe;
 
 namespace {
-
-constexpr const wchar_t* kBackgroundKey = L"keKeyFrameBKColor";
 
 QAccessibleInterface* MakeInterface(const QString& className, QObject* object)
 {
@@ -26,158 +19,6 @@ QAccessibleInterface* MakeInterface(const QString& className, QObject* object)
 }
 
 } // namespace
-
-struct CKvKeyFrameCtrl::Impl
-{
-    struct Record
-    {
-        UINT state = 0; ///< of a toggle: checked
-        CKvBitmapButton* button = nullptr;
-    };
-
-    explicit Impl(CKvKeyFrameCtrl& owner) : strip(owner) {}
-
-    bool HasButtons() const { return records[kToggle].button != nullptr; }
-    void CreateButton(std::size_t place);
-    const wchar_t* ImageOf(std::size_t place) const;
-    void ShowState(std::size_t place);
-    void SetState(std::size_t place, BOOL check);
-    int EnableButton(std::size_t place, BOOL enable);
-    bool IsUsable(std::size_t place) const;
-    /// The nearest usable button before (step -1) or after (1) a place; the place itself when there is none.
-    std::size_t UsableFrom(std::size_t place, int step) const;
-    /// A usable button other than that one, where Space does the least harm; the toggle when there is none.
-    std::size_t Instead(std::size_t place) const;
-    /// Tab finds this button from now on.
-    void MakeCurrent(std::size_t place);
-    /// Moves the focus, if it is there, and the stop for Tab off a button that is about to vanish or to be
-    /// disabled.
-    void Leave(std::size_t place, std::size_t next);
-    /// Whether the strip itself was enabled or disabled since the last call.
-    bool OwnStateChanged();
-    /// Tells `OnEnable` when it was; the strip may be gone then.
-    void HearOwnState();
-    void WatchParent();
-
-    CKvKeyFrameCtrl& strip;
-    std::array<Record, kButtonCount> records;
-    SKvGuiBasicSettings* settings = nullptr;
-    bool vertical = false;
-    bool enabled = true; ///< the strip itself, whatever its ancestors are
-    QPointer<QWidget> watchedParent;
-    std::size_t current = kToggle;
-};
-
-void CKvKeyFrameCtrl::Impl::CreateButton(std::size_t place)
-{
-    const ButtonKind& kind = kButtons[place];
-    Record& record = records[place];
-    record.state = 1;
-    record.button = new CKvBitmapButton; // the strip owns it
-    record.button->CreateButton(kind.id, &strip, ButtonRect(strip.GetClientRect(), place, vertical),
-                                WS_CHILD | WS_VISIBLE, ImageOf(place), KvGuiRes::LoadTip(kind.id).c_str());
-    record.button->setCheckable(kind.uncheckedImage != nullptr);
-    record.button->SetBackgroundKey(kBackgroundKey);
-    record.button->SetGuiBasicSettings(settings);
-    record.button->installEventFilter(&strip);
-}
-
-const wchar_t* CKvKeyFrameCtrl::Impl::ImageOf(std::size_t place) const
-{
-    const ButtonKind& kind = kButtons[place];
-    if (kind.uncheckedImage && !records[place].state)
-        return kind.uncheckedImage;
-    return vertical && kind.verticalImage ? kind.verticalImage : kind.image;
-}
-
-void CKvKeyFrameCtrl::Impl::ShowState(std::size_t place)
-{
-    CKvBitmapButton& button = *records[place].button;
-    button.UpdateBitmap(ImageOf(place));
-    if (button.isCheckable())
-        button.setChecked(records[place].state != 0);
-}
-
-void CKvKeyFrameCtrl::Impl::SetState(std::size_t place, BOOL check)
-{
-    records[place].state = check ? 1 : 0;
-    ShowState(place);
-}
-
-int CKvKeyFrameCtrl::Impl::EnableButton(std::size_t place, BOOL enable)
-{
-    if (!HasButtons())
-        return 0;
-    if (!enable)
-        Leave(place, Instead(place));
-    records[place].button->setEnabled(enable != 0);
-    return 1;
-}
-
-bool CKvKeyFrameCtrl::Impl::IsUsable(std::size_t place) const
-{
-    const CKvBitmapButton* button = records[place].button;
-    return button && !button->isHidden() && button->isEnabledTo(&strip);
-}
-
-std::size_t CKvKeyFrameCtrl::Impl::UsableFrom(std::size_t place, int step) const
-{
-    for (std::size_t next = place + static_cast<std::size_t>(step); next < kButtonCount;
-         next += static_cast<std::size_t>(step)) {
-        if (IsUsable(next))
-            return next;
-    }
-    return place;
-}
-
-void CKvKeyFrameCtrl::Impl::MakeCurrent(std::size_t place)
-{
-    current = place;
-    for (std::size_t other = 0; other < kButtonCount; ++other)
-        records[other].button->setFocusPolicy(other == place ? Qt::StrongFocus : Qt::ClickFocus);
-    strip.setFocusProxy(records[place].button);
-}
-
-std::size_t CKvKeyFrameCtrl::Impl::Instead(std::size_t place) const
-{
-    // Whoever steps through the keys by Space is not to remove one, or the whole animation, at the end.
-    for (const std::size_t next : {kPrevious, kNext, kOperator}) {
-        if (next != place && IsUsable(next))
-            return next;
-    }
-    return kToggle;
-}
-
-void CKvKeyFrameCtrl::Impl::Leave(std::size_t place, std::size_t next)
-{
-    const CKvBitmapButton* const left = records[place].button;
-    if (IsUsable(next) && strip.window()->focusWidget() == left)
-        records[next].button->setFocus(left->IsFocusShown() ? Qt::OtherFocusReason : Qt::MouseFocusReason);
-    if (current == place)
-        MakeCurrent(next);
-}
-
-bool CKvKeyFrameCtrl::Impl::OwnStateChanged()
-{
-    const bool now = !strip.testAttribute(Qt::WA_ForceDisabled);
-    return std::exchange(enabled, now) != now;
-}
-
-void CKvKeyFrameCtrl::Impl::HearOwnState()
-{
-    if (OwnStateChanged())
-        strip.OnEnable(enabled ? 1 : 0);
-}
-
-// While an ancestor is disabled the toolkit tells the strip nothing; it tells the parent when that ends.
-void CKvKeyFrameCtrl::Impl::WatchParent()
-{
-    if (watchedParent)
-        watchedParent->removeEventFilter(&strip);
-    watchedParent = strip.parentWidget();
-    if (watchedParent)
-        watchedParent->installEventFilter(&strip);
-}
 
 CKvKeyFrameCtrl::CKvKeyFrameCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
