@@ -13,11 +13,12 @@ inline constexpr int kFallbackHeight = 96; ///< where the skin has no background
 /// What differs between the two bars.
 struct CaptionForm
 {
-    int titleGap;   ///< from the last item to the static title
-    int toolBottom; ///< from the tool-window area to the client's bottom
+    int titleGap;        ///< from the last item to the static title
+    int toolBottom;      ///< from the tool-window area to the client's bottom
+    bool itemsArePopups; ///< menu entries with mnemonics, else tabs
 };
-inline constexpr CaptionForm kTitleBarForm{100, 0};
-inline constexpr CaptionForm kMenuBarForm{150, 5};
+inline constexpr CaptionForm kTitleBarForm{100, 0, false};
+inline constexpr CaptionForm kMenuBarForm{150, 5, true};
 
 /// The caption band: L, T + 4, R, T + 25.
 CRect CaptionBand(const CRect& client);

@@ -98,7 +98,7 @@ public:
 
     QStringList actionNames() const override;
     void doAction(const QString& action) override;
-    QStringList keyBindingsForAction(const QString&) const override { return {}; }
+    QStringList keyBindingsForAction(const QString& action) const override;
 
 private:
     int Index() const { return m_container.Parts() ? m_container.Parts()->IndexOf(m_key) : -1; }
@@ -107,7 +107,10 @@ private:
         return isValid() ? m_container.Parts()->Describe(m_key) : AccessiblePart();
     }
     AccessibleValue Value() const { return Describe().value.value_or(AccessibleValue{}); }
-    bool CanAct() const { return isValid() && m_container.Parts()->Control().isEnabled(); }
+    bool CanAct() const
+    {
+        return isValid() && m_container.Parts()->Control().isEnabled() && !Describe().disabled;
+    }
 
     const AccessibleContainer& m_container;
     const Key m_key;
@@ -120,6 +123,8 @@ QString AccessiblePartInterface::text(QAccessible::Text text) const
         return Describe().name;
     case QAccessible::Description:
         return Describe().description;
+    case QAccessible::Accelerator:
+        return Describe().shortcut;
     default:
         return {};
     }
@@ -146,8 +151,9 @@ QAccessible::State AccessiblePartInterface::state() const
     const AccessiblePart part = Describe();
     state.invisible = !control.isVisible();
     state.offscreen = !part.rect.intersects(control.rect());
-    state.disabled = !control.isEnabled();
-    state.focusable = control.isEnabled() && part.actions.contains(setFocusAction());
+    state.disabled = !control.isEnabled() || part.disabled;
+    state.hasPopup = part.opensPopup;
+    state.focusable = !state.disabled && part.actions.contains(setFocusAction());
     state.focused = control.hasFocus() && parts.FocusedPart() == m_key;
     state.selectable = part.selectable;
     state.selected = part.selected;
@@ -179,6 +185,12 @@ void AccessiblePartInterface::setCurrentValue(const QVariant& value)
 QStringList AccessiblePartInterface::actionNames() const
 {
     return CanAct() ? Describe().actions : QStringList();
+}
+
+QStringList AccessiblePartInterface::keyBindingsForAction(const QString& action) const
+{
+    const QString shortcut = Describe().shortcut;
+    return action == pressAction() && !shortcut.isEmpty() ? QStringList(shortcut) : QStringList();
 }
 
 void AccessiblePartInterface::doAction(const QString& action)
@@ -352,12 +364,26 @@ void AccessibleParts::NameChanged(Key key)
 
 void AccessibleParts::StateChanged(Key key)
 {
-    if (!QAccessible::isActive() || !Container() || IndexOf(key) < 0)
+    if (!QAccessible::isActive() || IndexOf(key) < 0)
         return;
     const AccessiblePart part = Describe(key);
     QAccessible::State changed;
     changed.selected = part.selectable;
     changed.checked = part.checkable;
+    TellState(key, changed);
+}
+
+void AccessibleParts::EnabledChanged(Key key)
+{
+    QAccessible::State changed;
+    changed.disabled = true;
+    TellState(key, changed);
+}
+
+void AccessibleParts::TellState(Key key, const QAccessible::State& changed)
+{
+    if (!QAccessible::isActive() || !Container() || IndexOf(key) < 0)
+        return;
     QAccessibleStateChangeEvent change(Container()->Part(key), changed);
     QAccessible::updateAccessibility(&change);
 }

@@ -36,6 +36,9 @@ struct AccessiblePart
     bool selected = false;
     bool checkable = false;
     bool checked = false;
+    bool disabled = false;   ///< on its own, in an enabled control; nothing can be done to it
+    bool opensPopup = false; ///< its press action opens a menu
+    QString shortcut;        ///< the keys that press it, as they are shown; empty for none
     QStringList
         actions; ///< `QAccessibleActionInterface`'s names; with setFocusAction() it can take the focus
 };
@@ -74,6 +77,8 @@ public:
     void ValueChanged(Key key);
     void NameChanged(Key key);
     void StateChanged(Key key);
+    /// The part became disabled or enabled.
+    void EnabledChanged(Key key);
     /// The focus is on another part.
     void FocusChanged();
     /// Compares the focused part with that of the last call and tells when it is another one: both change
@@ -87,6 +92,7 @@ private:
     friend class AccessibleContainer;
     AccessibleContainer* Container() const;
     void Tell(Key key, QAccessible::Event event);
+    void TellState(Key key, const QAccessible::State& changed);
 
     QWidget& m_control;
     QAccessible::Role m_role;
