@@ -106,6 +106,7 @@ private:
     {
         return isValid() ? m_container.Parts()->Describe(m_key) : AccessiblePart();
     }
+    QString Shortcut() const { return isValid() ? m_container.Parts()->Shortcut(m_key) : QString(); }
     AccessibleValue Value() const { return Describe().value.value_or(AccessibleValue{}); }
     bool CanAct() const
     {
@@ -124,7 +125,7 @@ QString AccessiblePartInterface::text(QAccessible::Text text) const
     case QAccessible::Description:
         return Describe().description;
     case QAccessible::Accelerator:
-        return Describe().shortcut;
+        return Shortcut();
     default:
         return {};
     }
@@ -189,7 +190,7 @@ QStringList AccessiblePartInterface::actionNames() const
 
 QStringList AccessiblePartInterface::keyBindingsForAction(const QString& action) const
 {
-    const QString shortcut = Describe().shortcut;
+    const QString shortcut = Shortcut();
     return action == pressAction() && !shortcut.isEmpty() ? QStringList(shortcut) : QStringList();
 }
 

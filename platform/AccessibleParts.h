@@ -38,7 +38,6 @@ struct AccessiblePart
     bool checked = false;
     bool disabled = false;   ///< on its own, in an enabled control; nothing can be done to it
     bool opensPopup = false; ///< its press action opens a menu
-    QString shortcut;        ///< the keys that press it, as they are shown; empty for none
     QStringList
         actions; ///< `QAccessibleActionInterface`'s names; with setFocusAction() it can take the focus
 };
@@ -66,6 +65,8 @@ public:
     /// @return -1 for a key that is not in use. Override it where a search would be slow.
     virtual int IndexOf(Key key) const;
     virtual AccessiblePart Describe(Key key) const = 0;
+    /// The keys that press a part, as they are shown; empty for none.
+    virtual QString Shortcut(Key /*key*/) const { return {}; }
     /// The part that has the focus while the control has it.
     virtual std::optional<Key> FocusedPart() const { return std::nullopt; }
     /// @param value within the part's range.
