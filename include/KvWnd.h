@@ -3,6 +3,8 @@
 
 #include "KvPlatform.h"
 
+#include <QMainWindow>
+
 #include <memory>
 
 /// A window whose events arrive as `On…` handlers. Also a convenient parent: the messages of its children
@@ -84,6 +86,9 @@ protected:
     /// The skin or the texts changed: look keys, images and texts up again. What a host set by a setter
     /// stays. The window is repainted afterwards.
     virtual void OnSkinChanged();
+    /// Drags the frame (`window()`) from that client point as a caption would: once the pointer has gone the
+    /// toolkit's drag distance with the button still down. A maximised frame is restored under the pointer.
+    virtual void OnHitCaption(CPoint point);
     /// The text under a point for the tool tip, and the area for which it holds; empty shows none.
     virtual QString ToolTipAt(CPoint point, CRect& area) const;
 
@@ -147,4 +152,41 @@ protected:
 
 private:
     SKvGuiBasicSettings* m_settings = nullptr;
+};
+
+/// A frameless main window whose caption is drawn by its own bar, put at the top by `setMenuWidget` (or by a
+/// layout of the host's): resize borders of 6 pixels, 4 at the top, none while it is maximised; a system menu
+/// on Alt+Space; the right geometry when maximised and restored; a smallest size.
+class KV_API CKvFrameWnd : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    CKvFrameWnd();
+    ~CKvFrameWnd() override;
+
+    /// Minimises (2), maximises (3) or restores (1) the window unless `OnShowStateRequest` refuses.
+    /// @return 1; 0 when it refused.
+    int RequestShowState(int showCommand);
+    /// Opens the system menu (Restore, Minimize, Maximize, Close) at a screen point and does what is chosen.
+    void OpenSystemMenu(CPoint screen);
+
+protected:
+    /// A button, a double click or a menu wants another show state. @param showCommand 1 normal, 2 minimised,
+    /// 3 maximised. @return 0 refuses.
+    virtual BOOL OnShowStateRequest(int showCommand);
+    // Messages of children. Return non-zero when handled; `*result` is the sender's answer.
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    /// Every message, before the two above. Return non-zero when handled.
+    virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
 };

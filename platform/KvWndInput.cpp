@@ -1,6 +1,7 @@
 // The window base's input: mouse, capture, wheel, keys and focus become the `On…` handlers.
 #include "platform/KvWndImpl.h"
 #include "platform/VirtualKey.h"
+#include "platform/WindowDrag.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -68,6 +69,11 @@ void CKvWnd::OnMouseWheel(Qt::KeyboardModifiers, int, CPoint)
 }
 
 void CKvWnd::OnMouseLeave() {}
+
+void CKvWnd::OnHitCaption(CPoint point)
+{
+    kv::StartWindowMove(*this, point);
+}
 
 void CKvWnd::OnContextMenu(CPoint)
 {
