@@ -111,8 +111,10 @@ bool DoFrameCommand(QWidget& frame, UINT command)
 {
     switch (command) {
     case kCommandRestore:
+        RequestFrameState(frame, kShowNormal);
+        return true;
     case kCommandMaximise:
-        ToggleFrameMaximised(frame);
+        RequestFrameState(frame, kShowMaximised);
         return true;
     case kCommandMinimise:
         RequestFrameState(frame, kShowMinimised);

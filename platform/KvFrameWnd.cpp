@@ -15,6 +15,8 @@
 #include <QShortcut>
 #include <QWindow>
 
+#include <utility>
+
 namespace {
 
 constexpr int kCaptionBottom = 25; // of the caption band
@@ -28,8 +30,9 @@ struct CKvFrameWnd::Impl
     bool overBorder = false; // the pointer has a resize shape
 
     unsigned EdgesAt(const CKvFrameWnd& frame, QPoint point) const;
-    bool OnMouse(CKvFrameWnd& frame, const QMouseEvent& event);
-    void ShowPointer(CKvFrameWnd& frame, unsigned edges, QPoint point);
+    bool OnWindowEvent(CKvFrameWnd& frame, QWindow& window, QEvent& event);
+    bool OnMouse(CKvFrameWnd& frame, QWindow& window, const QMouseEvent& event);
+    void ShowPointer(CKvFrameWnd& frame, QWindow& window, unsigned edges, const QMouseEvent& event);
     void UpdateMargins(CKvFrameWnd& frame) const;
     void UpdateMinimum(CKvFrameWnd& frame);
 };
@@ -49,29 +52,60 @@ unsigned CKvFrameWnd::Impl::EdgesAt(const CKvFrameWnd& frame, QPoint point) cons
     return edges;
 }
 
-bool CKvFrameWnd::Impl::OnMouse(CKvFrameWnd& frame, const QMouseEvent& event)
+// The toolkit's windows see the mouse before the widgets in them do: the frame's own, and those of children
+// that have one.
+bool CKvFrameWnd::Impl::OnWindowEvent(CKvFrameWnd& frame, QWindow& window, QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return OnMouse(frame, window, static_cast<const QMouseEvent&>(event));
+    case QEvent::Leave:
+        if (std::exchange(overBorder, false))
+            window.setCursor(frame.cursor());
+        return false;
+    case QEvent::ChildAdded:
+        if (QObject* child = static_cast<const QChildEvent&>(event).child(); child->isWindowType())
+            child->installEventFilter(&frame);
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool CKvFrameWnd::Impl::OnMouse(CKvFrameWnd& frame, QWindow& window, const QMouseEvent& event)
 {
     const bool hovers = event.type() == QEvent::MouseMove && event.buttons() == Qt::NoButton;
     const bool presses = event.type() != QEvent::MouseMove && event.buttons() == Qt::LeftButton;
     if ((!hovers && !presses) || QApplication::activePopupWidget())
         return false;
-    const QPoint point = event.scenePosition().toPoint();
-    const unsigned edges = EdgesAt(frame, point);
+    const QPointF screen = event.globalPosition();
+    const unsigned edges = EdgesAt(frame, frame.mapFromGlobal(screen).toPoint());
     if (hovers)
-        ShowPointer(frame, edges, point);
+        ShowPointer(frame, window, edges, event);
     else if (edges != kv::kNoEdge)
-        kv::StartFrameResize(frame, edges, event.globalPosition().toPoint());
+        kv::StartFrameResize(frame, edges, screen.toPoint());
     return edges != kv::kNoEdge;
 }
 
-void CKvFrameWnd::Impl::ShowPointer(CKvFrameWnd& frame, unsigned edges, QPoint point)
+// To the widgets the border is outside: they see the pointer leave and come back.
+void CKvFrameWnd::Impl::ShowPointer(CKvFrameWnd& frame, QWindow& window, unsigned edges,
+                                    const QMouseEvent& event)
 {
-    if (edges == kv::kNoEdge && !overBorder)
-        return;
-    overBorder = edges != kv::kNoEdge;
-    const QWidget* below = frame.childAt(point);
-    frame.windowHandle()->setCursor(overBorder ? QCursor(kv::FrameEdgeCursor(edges))
-                                               : (below ? *below : frame).cursor());
+    if (edges != kv::kNoEdge) {
+        if (!overBorder) {
+            QEvent leave(QEvent::Leave);
+            QCoreApplication::sendEvent(&window, &leave);
+            overBorder = true;
+        }
+        window.setCursor(kv::FrameEdgeCursor(edges));
+    } else if (std::exchange(overBorder, false)) {
+        QEnterEvent enter(event.position(), event.scenePosition(), event.globalPosition());
+        QCoreApplication::sendEvent(&window, &enter);
+        const QWidget* below = frame.childAt(frame.mapFromGlobal(event.globalPosition()).toPoint());
+        window.setCursor((below ? *below : frame).cursor());
+    }
 }
 
 void CKvFrameWnd::Impl::UpdateMargins(CKvFrameWnd& frame) const
@@ -86,7 +120,7 @@ void CKvFrameWnd::Impl::UpdateMinimum(CKvFrameWnd& frame)
 {
     if (frame.minimumSize() != minimum)
         return;
-    minimum = frame.layout()->totalMinimumSize().expandedTo(kSmallestFrame);
+    minimum = frame.layout()->totalMinimumSize().expandedTo(kSmallestFrame).boundedTo(frame.maximumSize());
     frame.setMinimumSize(minimum);
 }
 
@@ -171,21 +205,18 @@ bool CKvFrameWnd::event(QEvent* event)
     if (type == QEvent::LayoutRequest)
         m_impl->UpdateMinimum(*this);
     else if (type == QEvent::WinIdChange && windowHandle())
-        windowHandle()->installEventFilter(this); // sees the whole frame's mouse before its children do
+        windowHandle()->installEventFilter(this);
     return result;
 }
 
 bool CKvFrameWnd::eventFilter(QObject* watched, QEvent* event)
 {
-    switch (event->type()) {
-    case QEvent::MouseMove:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-        if (watched == windowHandle() && m_impl->OnMouse(*this, static_cast<const QMouseEvent&>(*event)))
+    if (watched->isWindowType()) {
+        auto& window = static_cast<QWindow&>(*watched);
+        const QWindow* own = windowHandle();
+        const bool isOurs = own && (own == watched || own->isAncestorOf(&window));
+        if (isOurs && m_impl->OnWindowEvent(*this, window, *event))
             return true;
-        break;
-    default:
-        break;
     }
     return QMainWindow::eventFilter(watched, event);
 }

@@ -1,7 +1,6 @@
 #include "platform/WindowDrag.h"
 
 #include "KvPlatform.h"
-
 #include "chrome/FrameEdges.h"
 #include "platform/FrameState.h"
 
@@ -12,8 +11,6 @@
 #include <QPointer>
 #include <QWidget>
 #include <QWindow>
-
-#include <memory>
 
 namespace kv {
 namespace {
@@ -38,11 +35,15 @@ public:
         delete s_current; // its release was never seen
         s_current = this;
         qApp->installEventFilter(this);
+        // The press that began it may still be on its way through the parents.
+        QMetaObject::invokeMethod(
+            this, [this] { m_pressIsOver = true; }, Qt::QueuedConnection);
     }
 
 protected:
-    /// The pointer moved with the button down.
+    /// The pointer moved with the button down. The window may be gone afterwards.
     virtual void Follow(const QMouseEvent& event) = 0;
+    /// Undoes it.
     virtual void Cancel() = 0;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -53,36 +54,32 @@ protected:
         qApp->removeEventFilter(this);
         deleteLater();
     }
-    // The release goes to the window manager: without one the toolkit would send all that the pointer does
-    // to the pressed widget.
-    void EndWithRelease(const QMouseEvent& event)
-    {
-        End();
-        QMouseEvent release(QEvent::MouseButtonRelease, event.scenePosition(), event.globalPosition(),
-                            Qt::LeftButton, Qt::NoButton, event.modifiers());
-        QCoreApplication::sendEvent(m_window.windowHandle(), &release);
-    }
 
     QWidget& m_window;
     const QPoint m_pressed; // on the screen
 
 private:
-    bool OnMouse(const QMouseEvent& event);
+    void OnMouse(const QMouseEvent& event);
 
+    bool m_pressIsOver = false;
     static QPointer<WindowDrag> s_current;
 };
 
 QPointer<WindowDrag> WindowDrag::s_current;
 
-bool WindowDrag::OnMouse(const QMouseEvent& event)
+void WindowDrag::OnMouse(const QMouseEvent& event)
 {
-    if (event.type() == QEvent::MouseMove && event.buttons().testFlag(Qt::LeftButton)) {
-        Follow(event);
-        return false;
+    if (event.type() == QEvent::MouseButtonPress) {
+        if (m_pressIsOver || event.button() != Qt::LeftButton)
+            End();
+        return;
     }
-    if (event.button() != Qt::LeftButton || event.type() == QEvent::MouseButtonRelease)
+    const bool goesOn = event.type() == QEvent::MouseMove && event.buttons().testFlag(Qt::LeftButton) &&
+                        !QApplication::activePopupWidget();
+    if (goesOn)
+        Follow(event);
+    else
         End();
-    return false;
 }
 
 bool WindowDrag::eventFilter(QObject* watched, QEvent* event)
@@ -91,17 +88,18 @@ bool WindowDrag::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonPress:
-        return watched->isWidgetType() && OnMouse(static_cast<const QMouseEvent&>(*event));
+        if (watched->isWindowType() || watched->isWidgetType()) // a press on a border reaches no widget
+            OnMouse(static_cast<const QMouseEvent&>(*event));
+        return false;
     case QEvent::ShortcutOverride:
-        if (static_cast<const QKeyEvent&>(*event).key() != Qt::Key_Escape)
-            return false;
-        event->accept();
-        return true;
     case QEvent::KeyPress:
         if (static_cast<const QKeyEvent&>(*event).key() != Qt::Key_Escape)
             return false;
-        End();
-        Cancel();
+        event->accept();
+        if (event->type() == QEvent::KeyPress) {
+            End();
+            Cancel();
+        }
         return true;
     case QEvent::WindowBlocked:
     case QEvent::Hide:
@@ -127,68 +125,80 @@ public:
 private:
     void Follow(const QMouseEvent& event) override;
     void Cancel() override;
-    bool Begin(QPoint screen);
     bool RestoreUnder(QPoint screen);
-    bool TryHandOver(const QMouseEvent& event);
+    void HandOver(const QMouseEvent& event);
 
     const QPoint m_origin; // of the window
     QPoint m_grip;         // of the pointer in the window
+    QRect m_normal;        // of a maximised window that the drag restored
     bool m_moving = false;
-    bool m_wasMaximised = false;
 };
 
 void MoveDrag::Follow(const QMouseEvent& event)
 {
     const QPoint screen = event.globalPosition().toPoint();
+    const QPointer<WindowDrag> self(this);
     if (!m_moving) {
         if ((screen - m_pressed).manhattanLength() < QApplication::startDragDistance())
             return;
-        if (!Begin(screen)) {
+        m_moving = true;
+        const bool moves = !m_window.isFullScreen() && (!m_window.isMaximized() || RestoreUnder(screen));
+        if (!self)
+            return;
+        if (!moves) {
             End();
             return;
         }
     }
-    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
-        m_window.move(screen - m_grip);
-    if (TryHandOver(event))
-        EndWithRelease(event);
-}
-
-bool MoveDrag::Begin(QPoint screen)
-{
-    m_moving = true;
-    if (m_window.isFullScreen())
-        return false;
-    return !m_window.isMaximized() || RestoreUnder(screen);
+    m_window.move(screen - m_grip); // without effect on Wayland
+    if (self)
+        HandOver(event);
 }
 
 bool MoveDrag::RestoreUnder(QPoint screen)
 {
     const QPointer<WindowDrag> self(this);
-    const QSize maximised = m_window.size();
-    const QSize normal = m_window.normalGeometry().size();
+    const int maximised = qMax(1, m_window.width());
+    const QRect normal = m_window.normalGeometry();
     if (!RequestFrameState(m_window, kShowNormal) || !self)
         return false;
-    m_wasMaximised = true;
-    m_grip.setX(
-        static_cast<int>(static_cast<qint64>(m_grip.x()) * normal.width() / qMax(1, maximised.width())));
-    m_window.setGeometry(QRect(screen - m_grip, normal));
+    m_normal = normal;
+    m_grip.setX(static_cast<int>(qint64{m_grip.x()} * normal.width() / maximised));
+    m_window.setGeometry(QRect(screen - m_grip, normal.size()));
     return true;
 }
 
-bool MoveDrag::TryHandOver(const QMouseEvent&)
+// On X11 the toolkit tells the window manager where the pointer was in the window at its latest event; the
+// window would lag by what it was moved since. So it is moved by hand until the two agree.
+void MoveDrag::HandOver(const QMouseEvent& event)
 {
-    QWindow* window = m_window.windowHandle();
-    return window && window->startSystemMove();
+    constexpr int unseenLag = 2;
+    if (QGuiApplication::platformName() == QLatin1String("xcb")) {
+        const QPoint seenAt = (event.globalPosition() - event.scenePosition()).toPoint();
+        if ((m_window.geometry().topLeft() - seenAt).manhattanLength() > unseenLag)
+            return;
+    }
+    QWindow* handle = m_window.windowHandle();
+    if (!handle || !handle->startSystemMove())
+        return;
+    End();
+    // The release goes to the window manager; without one the toolkit would go on sending all that the
+    // pointer does to the pressed widget.
+    QMouseEvent release(QEvent::MouseButtonRelease, event.scenePosition(), event.globalPosition(),
+                        Qt::LeftButton, Qt::NoButton, event.modifiers());
+    QCoreApplication::sendEvent(handle, &release);
 }
 
 void MoveDrag::Cancel()
 {
     if (!m_moving)
         return;
-    m_window.move(m_origin);
-    if (m_wasMaximised)
-        RequestFrameState(m_window, kShowMaximised);
+    if (m_normal.isNull()) {
+        m_window.move(m_origin);
+        return;
+    }
+    m_window.setGeometry(m_normal);
+    ShowFrame(m_window, kShowMaximised);
 }
 
 class ResizeDrag final : public WindowDrag
