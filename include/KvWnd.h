@@ -156,7 +156,10 @@ private:
 
 /// A frameless main window whose caption is drawn by its own bar, put at the top by `setMenuWidget` (or by a
 /// layout of the host's): resize borders of 6 pixels, 4 at the top, none while it is maximised; a system menu
-/// on Alt+Space; the right geometry when maximised and restored; a smallest size.
+/// on Alt+Space; the right geometry when maximised and restored; a smallest size unless the host sets one.
+///
+/// While it is neither maximised nor on the full screen a line of one pixel runs around it: the contents
+/// margins are the frame's own.
 class KV_API CKvFrameWnd : public QMainWindow
 {
     Q_OBJECT

@@ -14,10 +14,17 @@
 #include <QPointer>
 #include <QShortcut>
 #include <QWindow>
+#include <QtMath>
 
 #include <utility>
 
 namespace {
+
+// The pixel that holds the point: rounding would reach beyond the right and bottom edge.
+QPoint PixelOf(QPointF point)
+{
+    return {qFloor(point.x()), qFloor(point.y())};
+}
 
 constexpr int kCaptionBottom = 25; // of the caption band
 constexpr QSize kSmallestFrame{240, 100};
@@ -81,7 +88,7 @@ bool CKvFrameWnd::Impl::OnMouse(CKvFrameWnd& frame, QWindow& window, const QMous
     if ((!hovers && !presses) || QApplication::activePopupWidget())
         return false;
     const QPointF screen = event.globalPosition();
-    const unsigned edges = EdgesAt(frame, frame.mapFromGlobal(screen).toPoint());
+    const unsigned edges = EdgesAt(frame, PixelOf(frame.mapFromGlobal(screen)));
     if (hovers)
         ShowPointer(frame, window, edges, event);
     else if (edges != kv::kNoEdge)
@@ -103,7 +110,7 @@ void CKvFrameWnd::Impl::ShowPointer(CKvFrameWnd& frame, QWindow& window, unsigne
     } else if (std::exchange(overBorder, false)) {
         QEnterEvent enter(event.position(), event.scenePosition(), event.globalPosition());
         QCoreApplication::sendEvent(&window, &enter);
-        const QWidget* below = frame.childAt(frame.mapFromGlobal(event.globalPosition()).toPoint());
+        const QWidget* below = frame.childAt(PixelOf(frame.mapFromGlobal(event.globalPosition())));
         window.setCursor((below ? *below : frame).cursor());
     }
 }

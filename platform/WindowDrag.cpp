@@ -25,6 +25,15 @@ Qt::Edges ToolkitEdges(unsigned edges)
     return result;
 }
 
+// The release of a drag that the window manager makes goes there; without one the toolkit would go on sending
+// all that the pointer does to the pressed widget. Later, since the press may still be on its way.
+void PostRelease(QWindow& window, QPointF screen)
+{
+    QCoreApplication::postEvent(&window,
+                                new QMouseEvent(QEvent::MouseButtonRelease, window.mapFromGlobal(screen),
+                                                screen, Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
+}
+
 // Lives from the press to the release, or until the window manager takes over; dies with its window. While it
 // lives it hears the application's events, so that nothing listens between drags.
 class WindowDrag : public QObject
@@ -182,11 +191,7 @@ void MoveDrag::HandOver(const QMouseEvent& event)
     if (!handle || !handle->startSystemMove())
         return;
     End();
-    // The release goes to the window manager; without one the toolkit would go on sending all that the
-    // pointer does to the pressed widget.
-    QMouseEvent release(QEvent::MouseButtonRelease, event.scenePosition(), event.globalPosition(),
-                        Qt::LeftButton, Qt::NoButton, event.modifiers());
-    QCoreApplication::sendEvent(handle, &release);
+    PostRelease(*handle, event.globalPosition());
 }
 
 void MoveDrag::Cancel()
@@ -237,8 +242,9 @@ void StartFrameResize(QWidget& window, unsigned edges, QPoint screen)
         return;
     QWindow* handle = window.windowHandle();
     if (handle && handle->startSystemResize(ToolkitEdges(edges)))
-        return;
-    new ResizeDrag(window, edges, screen); // owned by the window until it ends
+        PostRelease(*handle, screen);
+    else
+        new ResizeDrag(window, edges, screen); // owned by the window until it ends
 }
 
 Qt::CursorShape FrameEdgeCursor(unsigned edges)

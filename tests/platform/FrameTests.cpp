@@ -177,10 +177,11 @@ TEST_F(Frame, EdgesResizeIt)
 {
     const QSize smallest = frame.minimumSize();
     EXPECT_GT(smallest.width(), 0);
-    const int left = before.left() + 2;
-    const int right = before.right() - 2;
-    const int bottom = before.bottom() - 2;
-    const QPoint middle = before.center();
+    const QPoint corner = before.bottomRight() - QPoint(2, 2);
+    const QPoint top(before.center().x(), before.top() + 3);
+    const QPoint left(before.left() + 2, before.center().y());
+    QRect shrunk = before;
+    shrunk.setLeft(before.right() + 1 - smallest.width());
     const struct
     {
         const char* what;
@@ -189,18 +190,9 @@ TEST_F(Frame, EdgesResizeIt)
         QRect after;
         Qt::CursorShape pointer;
     } rows[] = {
-        {"left", {left, middle.y()}, {-20, 9}, before.adjusted(-20, 0, 0, 0), Qt::SizeHorCursor},
-        {"right", {right, middle.y()}, {20, 9}, before.adjusted(0, 0, 20, 0), Qt::SizeHorCursor},
-        {"top", {middle.x(), before.top() + 3}, {9, -7}, before.adjusted(0, -7, 0, 0), Qt::SizeVerCursor},
-        {"bottom", {middle.x(), bottom}, {9, 7}, before.adjusted(0, 0, 0, 7), Qt::SizeVerCursor},
-        {"corner", {right, bottom}, {-5, -6}, before.adjusted(0, 0, -5, -6), Qt::SizeFDiagCursor},
-        {"other corner", {left, bottom}, {-5, 6}, before.adjusted(-5, 0, 0, 6), Qt::SizeBDiagCursor},
-        {"to the smallest",
-         {left, middle.y()},
-         {900, 0},
-         QRect(QPoint(before.right() + 1 - smallest.width(), before.top()),
-               QSize(smallest.width(), before.height())),
-         Qt::SizeHorCursor},
+        {"corner", corner, {-5, -6}, before.adjusted(0, 0, -5, -6), Qt::SizeFDiagCursor},
+        {"top", top, {9, -7}, before.adjusted(0, -7, 0, 0), Qt::SizeVerCursor},
+        {"left, to the smallest", left, {900, 0}, shrunk, Qt::SizeHorCursor},
     };
     for (const auto& row : rows) {
         frame.setGeometry(before);
@@ -211,8 +203,7 @@ TEST_F(Frame, EdgesResizeIt)
         Release(row.from + row.travel);
         EXPECT_EQ(frame.geometry(), row.after) << row.what;
     }
-    frame.setGeometry(before);
-    Move(middle);
+    Move(frame.geometry().center());
     EXPECT_EQ(frame.windowHandle()->cursor().shape(), Qt::ArrowCursor) << "off the border again";
     EXPECT_EQ(caption->log, QStringList()) << "the presses were the border's";
 }
