@@ -16,13 +16,18 @@ struct CaptionForm
     int titleGap;        ///< from the last item to the static title
     int toolBottom;      ///< from the tool-window area to the client's bottom
     bool itemsArePopups; ///< menu entries with mnemonics, else tabs
+    bool followsFrame;   ///< button 10002 shows the frame's state, else what was done and told
+    bool coloursTips;    ///< the buttons' tool tips wear colours of their own
 };
-inline constexpr CaptionForm kTitleBarForm{100, 0, false};
-inline constexpr CaptionForm kMenuBarForm{150, 5, true};
+inline constexpr CaptionForm kTitleBarForm{100, 0, false, true, true};
+inline constexpr CaptionForm kMenuBarForm{150, 5, true, false, false};
 
 /// The caption band: L, T + 4, R, T + 25.
 CRect CaptionBand(const CRect& client);
 CRect ToolWindowArea(const CRect& client, const CaptionForm& form);
+
+/// The centre separator: its upper and its lower line, below the band.
+std::array<CRect, 2> SeparatorLines(const CRect& client);
 
 /// Left edges of the window buttons close, maximise, minimise, menu (this order): from 4 pixels inside the
 /// band's right edge leftwards, touching, y 0.
@@ -35,6 +40,7 @@ CRect ItemRow(const CRect& band, const CRect& titleRect);
 /// The text boxes of the items: bottom-aligned in the row, 10 pixels apart, never clipped.
 std::vector<CRect> ItemRects(const CRect& row, const std::vector<CSize>& texts);
 
+/// Between the items and the window buttons, two pixels above the band; empty where there is no room.
 /// @param itemsRight right edge of the last item; null without items. @param menuButtonLeft of button 10004.
 CRect StaticTitleRect(const CRect& band, const int* itemsRight, int menuButtonLeft, const CaptionForm& form);
 
@@ -48,7 +54,7 @@ struct AdvancedLayout
     CRect separators[2]; ///< empty where the window is left out
 };
 /// @param sizes of the windows; null leaves one out with its separator.
-AdvancedLayout AdvancedToolRects(const CRect& area, const CSize* sizes[2], const CSize& separator);
+AdvancedLayout AdvancedToolRects(const CRect& area, const CSize* const sizes[2], const CSize& separator);
 
 enum class CaptionPart
 {
@@ -63,7 +69,7 @@ enum class CaptionPart
 struct CaptionHit
 {
     CaptionPart part = CaptionPart::Client;
-    int index = -1; ///< of the item, or the button's number
+    int index = -1; ///< of the item, the button's number, or the edges as FrameEdge bits
     friend bool operator==(const CaptionHit&, const CaptionHit&) = default;
 };
 

@@ -8,10 +8,13 @@
 #include "KvCaptionBar.h"
 #include "KvMenu.h"
 
+#include <QColor>
+#include <QFont>
 #include <QPointer>
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace kv {
 
@@ -20,6 +23,8 @@ class CaptionStrip
 public:
     explicit CaptionStrip(const CaptionForm& form);
     virtual ~CaptionStrip();
+    CaptionStrip(const CaptionStrip&) = delete;
+    CaptionStrip& operator=(const CaptionStrip&) = delete;
 
     /// Called once by the bar's constructor, before anything else.
     void Attach(CKvCaptionBar& bar);
@@ -45,11 +50,14 @@ public:
     virtual void DrawItems(Graphics& graphics) = 0;
     /// Places the tool windows of the active record; called by `Layout`.
     virtual void LayoutToolWindows() = 0;
+    /// The font, the skin or the texts changed: measures again what is kept, then `Layout`.
+    virtual void Remeasure() { Layout(); }
 
     // --- What they share.
     /// The buttons, the bar's height; from `Create`.
     void CreateButtons();
     /// Everything again from the client rectangle: buttons, items, static title, tool windows, repaint.
+    /// Nothing before `CreateButtons`.
     void Layout();
     CRect Band() const;
     CRect ToolArea() const;
@@ -57,19 +65,42 @@ public:
     CRect StaticTitle() const;
     CaptionParts Parts() const;                ///< for the hit test
     CSize TextSize(const QString& text) const; ///< in the window font, as drawn
+    QFont Font() const;                        ///< the window font: the host's, else the bar's
+    QColor TextColour() const;                 ///< the normal one
+    /// By its state: disabled, selected or pressed, hovered, normal.
+    QColor ItemColour(const CaptionItem& item) const;
     /// Picture, text and place of button 10000 for a record.
     void ShowApplication(const CaptionRecord& record, const CRect& place);
-    CKvButton& Button(UINT number) const; ///< 10000 … 10004
+    CKvButton& Button(UINT number) const; ///< 10000 … 10004, from `CreateButtons` on
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
     void ShowMaximised(bool maximised);
     void UpdateTitleTip(); ///< the static title's tool tip becomes the labels of now
     void Invalidate(const CRect& rect);
-
     QWidget* Frame() const; ///< `window()`
-    bool HasMaximiseBox() const;
-    bool IsFrameMaximised() const;
+
+    // --- What the bar tells.
+    void SetSettings(const SKvGuiBasicSettings* settings);
+    void Paint(Graphics& graphics);
+    void SkinChanged();
+    /// The bar may be in another frame.
+    void WatchFrame();
+    void FrameStateChanged();
+    /// The pointer is at a point; nowhere on the strip without one.
+    void Hover(std::optional<CPoint> point);
+    /// The text under a point for the tool tip, and the area for which it holds.
+    QString TipAt(CPoint point, CRect& area) const;
+    /// A button's command. The bar may be gone afterwards. @return false for another command.
+    bool Command(UINT number);
+    /// Maximises or restores the frame.
+    void RequestMaximised(bool maximise);
+    bool IsButton(const QObject* object) const;
 
 private:
+    QString Title() const;
+    void LayoutItems();
+    void OpenApplicationMenu();
+    void Click(UINT number);
+
     CaptionForm m_form;
     CKvCaptionBar* m_bar = nullptr;
     struct Impl;

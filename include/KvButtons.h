@@ -56,6 +56,8 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    /// Where the picture stands; an empty one shows none. The whole button unless overridden.
+    virtual QRect PictureRoom() const;
     /// Does nothing: the checked state is the owner's.
     void nextCheckState() override;
     bool event(QEvent* event) override;
@@ -66,4 +68,31 @@ protected:
 private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;
+};
+
+/// A picture button with a text: both side by side in the middle of the button, the text alone where there is
+/// no room for both. The text is drawn in the widget's font and the text colours of the theme. It is the
+/// accessible name where no tool tip and no `accessibleName` is set.
+class KV_API CKvButton : public CKvBitmapButton
+{
+    Q_OBJECT
+
+public:
+    CKvButton();
+    ~CKvButton() override;
+
+    /// Empty shows the picture alone. A "&" is drawn as it is.
+    void SetWindowText(const wchar_t* text);
+    std::wstring GetWindowText() const;
+    void SetToolTip(const wchar_t* text);
+    QSize sizeHint() const override;
+
+protected:
+    QRect PictureRoom() const override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QRect TextRoom() const;
+
+    QString m_text;
 };

@@ -26,7 +26,8 @@ enum EKvCaptionButton : UINT
 /// "The frame" is `window()`, whatever its class; its maximise-box style is `Qt::WindowMaximizeButtonHint`.
 /// The buttons tell the strip by WM_COMMAND with their number, as a host may do. Close sends the frame
 /// WM_CLOSE, and calls `close()` when nobody answered; minimise and maximise ask
-/// `CKvFrameWnd::OnShowStateRequest` where the frame is one. A free place of the caption drags the frame.
+/// `CKvFrameWnd::OnShowStateRequest` where the frame is one. A free place of the caption drags the frame, a
+/// double click there maximises or restores it, a right click opens a `CKvFrameWnd`'s system menu.
 ///
 /// Keyboard: F10 or Alt alone puts the focus on the items, arrows walk them and the buttons, Escape leaves.
 /// Coordinates are client coordinates in logical pixels.
@@ -56,15 +57,18 @@ protected:
     void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
     void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
     void OnMouseLeave() override;
-    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
-    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
-    void OnSetFocus() override;
-    void OnKillFocus() override;
+    void OnContextMenu(CPoint point) override;
     void OnSkinChanged() override;
     QString ToolTipAt(CPoint point, CRect& area) const override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void ShowEdgeCursor(unsigned edges);
+
     std::unique_ptr<kv::CaptionStrip> m_strip;
+    int m_height = 0;           ///< of the skin that was in force at `Create`
+    unsigned m_cursorEdges = 0; ///< of the frame, whose resize cursor shows
+    bool m_leftDown = false;    ///< as the last move of the pointer told
 };

@@ -94,7 +94,7 @@ public:
         const QString given = QAccessibleWidget::text(text);
         const bool isName = text == QAccessible::Name;
         if (isName && given.isEmpty())
-            return m_button.toolTip();
+            return OwnName();
         // The toolkit describes a widget by its tool tip: the same words twice.
         return !isName && given == m_button.toolTip() ? QString() : given;
     }
@@ -126,6 +126,13 @@ public:
     }
 
 private:
+    QString OwnName() const
+    {
+        const auto* button = qobject_cast<const CKvButton*>(&m_button);
+        return m_button.toolTip().isEmpty() && button ? KvToQString(button->GetWindowText())
+                                                      : m_button.toolTip();
+    }
+
     QAbstractButton& m_button;
 };
 
@@ -152,11 +159,11 @@ struct CKvBitmapButton::Impl
                                         : kv::SkinColour(backgroundKey.c_str(), 0));
     }
 
-    void DrawState(QPainter& painter, const QRect& room, const Look& look) const
+    void DrawState(QPainter& painter, const QRect& room, const QRect& pictureRoom, const Look& look) const
     {
         const KvSkinImage own = KvGuiRes::LoadImageW((image + look.ending).c_str());
         if (!own.IsNull()) {
-            DrawPicture(painter, own, room);
+            DrawPicture(painter, own, pictureRoom);
             return;
         }
         if (look.plateKey) {
@@ -164,7 +171,7 @@ struct CKvBitmapButton::Impl
             plate.addRoundedRect(kv::DevicePixels(painter).Snapped(room), kCornerRadius, kCornerRadius);
             painter.fillPath(plate, kv::SkinColour(look.plateKey, look.plateDefault));
         }
-        DrawPicture(painter, KvGuiRes::LoadImageW(image.c_str()), room, look.opacity);
+        DrawPicture(painter, KvGuiRes::LoadImageW(image.c_str()), pictureRoom, look.opacity);
     }
 };
 
@@ -245,6 +252,11 @@ QSize CKvBitmapButton::sizeHint() const
     return KvGuiRes::LoadImageW(m_impl->image.c_str()).Size();
 }
 
+QRect CKvBitmapButton::PictureRoom() const
+{
+    return rect();
+}
+
 void CKvBitmapButton::nextCheckState() {}
 
 bool CKvBitmapButton::event(QEvent* event)
@@ -268,7 +280,7 @@ void CKvBitmapButton::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     m_impl->DrawBackground(painter, rect());
-    m_impl->DrawState(painter, rect(), LookOf(*this));
+    m_impl->DrawState(painter, rect(), PictureRoom(), LookOf(*this));
     if (IsFocusShown())
         DrawFocusRing(painter, rect());
 }

@@ -1,0 +1,96 @@
+#include "chrome/CaptionButtons.h"
+
+#include "KvGuiRes.h"
+#include "chrome/CaptionLayout.h"
+#include "platform/SkinColours.h"
+
+#include <algorithm>
+
+namespace kv {
+
+namespace {
+
+struct ButtonLook
+{
+    UINT number;
+    const wchar_t* picture;
+    UINT tip;
+};
+
+// In the order in which they stand, from right to left.
+constexpr ButtonLook kWindowButtons[] = {{kKvCaptionClose, L"wndclose", 12035},
+                                         {kKvCaptionMaximise, L"wndmaxmize", 12034},
+                                         {kKvCaptionMinimise, L"wndminmize", 12033},
+                                         {kKvCaptionMenu, L"wndappmenu", 12032}};
+constexpr ButtonLook kRestore = {kKvCaptionMaximise, L"wndrestore", 12060};
+constexpr QSize kFallbackSize{34, 22};
+
+QSize PictureSize(const wchar_t* picture)
+{
+    const QSize size = KvGuiRes::LoadImageW(picture).Size();
+    return size.isEmpty() ? kFallbackSize : size;
+}
+
+} // namespace
+
+void CaptionButtons::Create(QWidget& bar, const CRect& application)
+{
+    for (CKvButton*& button : m_buttons) {
+        button = new CKvButton;
+        button->setFocusPolicy(Qt::NoFocus); // a click leaves the focus where the user works
+    }
+    Get(kKvCaptionApplication)
+        .CreateButton(kKvCaptionApplication, &bar, application, WS_VISIBLE, nullptr, nullptr);
+    for (const ButtonLook& look : kWindowButtons) {
+        const QRect place(QPoint(), PictureSize(look.picture));
+        Get(look.number).CreateButton(look.number, &bar, place, WS_VISIBLE, look.picture, nullptr);
+    }
+    Renew();
+}
+
+bool CaptionButtons::Contain(const QObject* object) const
+{
+    return std::find(m_buttons.begin(), m_buttons.end(), object) != m_buttons.end();
+}
+
+void CaptionButtons::Layout(const CRect& band)
+{
+    std::array<int, 4> widths{};
+    for (std::size_t i = 0; i < widths.size(); ++i)
+        widths[i] = Get(kWindowButtons[i].number).width();
+    const std::array<int, 4> lefts = WindowButtonLefts(band, widths);
+    for (std::size_t i = 0; i < lefts.size(); ++i)
+        Get(kWindowButtons[i].number).move(lefts[i], 0);
+}
+
+void CaptionButtons::ShowMaximised(bool maximised)
+{
+    m_maximised = maximised;
+    Renew();
+}
+
+void CaptionButtons::Renew()
+{
+    for (const ButtonLook& common : kWindowButtons) {
+        const ButtonLook& look = common.number == kKvCaptionMaximise && m_maximised ? kRestore : common;
+        CKvButton& button = Get(look.number);
+        button.UpdateBitmap(look.picture);
+        button.SetToolTip(KvGuiRes::LoadStringW(look.tip).c_str());
+    }
+}
+
+void CaptionButtons::ColourTip(QWidget& button)
+{
+    DWORD background = 0;
+    DWORD text = 0;
+    if (!KvGuiRes::LoadColor(L"keButtonTipsBackground", background) ||
+        !KvGuiRes::LoadColor(L"keButtonTipsText", text))
+        return;
+    // The tip is the toolkit's window; a style sheet is how a widget gives its tips colours of their own.
+    const QString sheet = QStringLiteral("QToolTip { background-color: %1; color: %2; }")
+                              .arg(QColor::fromRgb(background).name(), QColor::fromRgb(text).name());
+    if (button.styleSheet() != sheet)
+        button.setStyleSheet(sheet);
+}
+
+} // namespace kv

@@ -1,0 +1,35 @@
+// The five buttons of a caption strip.
+#pragma once
+
+#include "KvButtons.h"
+#include "KvCaptionBar.h"
+
+#include <array>
+
+namespace kv {
+
+class CaptionButtons
+{
+public:
+    /// Creates them as children of the bar. @param application where the application button stands at first.
+    void Create(QWidget& bar, const CRect& application);
+    bool Exist() const { return m_buttons[0] != nullptr; }
+    /// @param number 10000 … 10004.
+    CKvButton& Get(UINT number) const { return *m_buttons[number - kKvCaptionApplication]; }
+    bool Contain(const QObject* object) const;
+
+    /// Places the four window buttons.
+    void Layout(const CRect& band);
+    /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
+    void ShowMaximised(bool maximised);
+    /// The skin or the texts changed.
+    void Renew();
+    /// Gives a button's tool tip the theme's colours for it; before the tip shows.
+    static void ColourTip(QWidget& button);
+
+private:
+    std::array<CKvButton*, 5> m_buttons{}; ///< children of the bar
+    bool m_maximised = false;
+};
+
+} // namespace kv

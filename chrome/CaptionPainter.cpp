@@ -1,0 +1,72 @@
+#include "chrome/CaptionPainter.h"
+
+#include "chrome/CaptionLayout.h"
+#include "platform/DevicePixels.h"
+#include "platform/SkinColours.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+namespace kv {
+
+namespace {
+
+// The device pixels that the client area covers.
+QSize DeviceSize(const Graphics& graphics, const QRect& client)
+{
+    return graphics.deviceTransform().mapRect(DevicePixels(graphics).Snapped(client)).size().toSize();
+}
+
+QPixmap MakeBackground(const CRect& client, QSize size, const QColor& below)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(QColor(below.red(), below.green(), below.blue()));
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(static_cast<double>(size.width()) / client.Width(),
+                  static_cast<double>(size.height()) / client.Height());
+    KvGuiRes::LoadImageW(L"ribbontitlebar_bk").Draw(painter, QRectF(QRect(client)));
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const DevicePixels pixels(painter);
+    const auto [upper, lower] = SeparatorLines(client);
+    painter.fillRect(pixels.Snapped(QRect(upper)),
+                     SkinColour(L"keRibbonTitleBarSeperatorTopColor", 0xFF18181Au));
+    painter.fillRect(pixels.Snapped(QRect(lower)),
+                     SkinColour(L"keRibbonTitleBarSeperatorBtmColor", 0xFF46464Cu));
+    painter.end();
+    return QPixmap::fromImage(std::move(image));
+}
+
+} // namespace
+
+void CaptionPainter::DrawBackground(Graphics& graphics, const CRect& client, const QColor& below)
+{
+    const QSize size = DeviceSize(graphics, client);
+    if (client.IsRectEmpty() || size.isEmpty())
+        return;
+    if (m_background.size() != size || m_below != below) {
+        m_background = MakeBackground(client, size, below);
+        m_below = below;
+    }
+    graphics.drawPixmap(DevicePixels(graphics).Snapped(QRect(client)), m_background, m_background.rect());
+}
+
+void CaptionPainter::DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place)
+{
+    if (picture.IsNull() || place.IsRectEmpty())
+        return;
+    const QPixmap pixmap = picture.Pixmap(place.Size(), graphics.deviceTransform().m11());
+    graphics.drawPixmap(DevicePixels(graphics).Snapped(QRect(place)), pixmap, pixmap.rect());
+}
+
+void CaptionPainter::DrawTitle(Graphics& graphics, const CRect& place, const QString& text)
+{
+    if (text.isEmpty() || place.IsRectEmpty())
+        return;
+    const QString shown = graphics.fontMetrics().elidedText(text, Qt::ElideRight, place.Width());
+    graphics.drawText(
+        QRect(place),
+        static_cast<int>(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
+}
+
+} // namespace kv

@@ -1,0 +1,33 @@
+// Draws what the two caption bars have in common.
+#pragma once
+
+#include "KvGuiRes.h"
+#include "KvTypes.h"
+
+#include <QColor>
+#include <QPixmap>
+#include <QString>
+
+namespace kv {
+
+class CaptionPainter
+{
+public:
+    /// The skin's picture over the whole client area and the centre separator.
+    /// @param below shows through the picture.
+    void DrawBackground(Graphics& graphics, const CRect& client, const QColor& below);
+    /// The skin changed.
+    void Forget() { m_background = {}; }
+
+    /// A picture at its place, sharp at any pixel ratio.
+    static void DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place);
+    /// A text of one line, centred vertically, cut with an ellipsis at its right, in the painter's pen and
+    /// font.
+    static void DrawTitle(Graphics& graphics, const CRect& place, const QString& text);
+
+private:
+    QPixmap m_background; ///< as it was drawn last
+    QColor m_below;
+};
+
+} // namespace kv

@@ -1,0 +1,346 @@
+#include "chrome/CaptionStrip.h"
+
+#include "KvGuiRes.h"
+#include "chrome/CaptionButtons.h"
+#include "chrome/CaptionPainter.h"
+#include "platform/FrameState.h"
+#include "platform/SkinColours.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <vector>
+
+namespace kv {
+
+namespace {
+
+constexpr int kFirstApplicationWidth = 120;
+constexpr UINT kSwitchText = 15040;
+
+CSize FlagSize()
+{
+    return KvGuiRes::LoadImageW(L"appswitch").Size();
+}
+
+} // namespace
+
+struct CaptionStrip::Impl
+{
+    CaptionButtons buttons;
+    CaptionPainter painter;
+    CRect staticTitle;
+    QString titleTip;
+    const SKvGuiBasicSettings* settings = nullptr;
+    QPointer<QWidget> frame; ///< the one that is watched
+};
+
+CaptionStrip::CaptionStrip(const CaptionForm& form) : m_form(form), m_impl(std::make_unique<Impl>()) {}
+
+CaptionStrip::~CaptionStrip() = default;
+
+void CaptionStrip::Attach(CKvCaptionBar& bar)
+{
+    m_bar = &bar;
+}
+
+// --- Life and layout ---
+
+void CaptionStrip::CreateButtons()
+{
+    const CRect band = Band();
+    m_impl->buttons.Create(*m_bar, {band.left, band.top, band.left + kFirstApplicationWidth, band.bottom});
+    Button(kKvCaptionApplication).setFont(m_impl->settings ? m_impl->settings->font : QFont());
+    WatchFrame();
+    const QWidget& frame = *Frame();
+    ShowMaximised(m_form.followsFrame && HasMaximiseBox(frame) && FrameShowState(frame) == kShowMaximised);
+}
+
+void CaptionStrip::Layout()
+{
+    if (!m_impl->buttons.Exist())
+        return;
+    m_impl->buttons.Layout(Band());
+    LayoutItems();
+    const QPointer<CKvCaptionBar> bar(m_bar);
+    LayoutToolWindows(); // they are the host's
+    if (bar)
+        bar->update();
+}
+
+void CaptionStrip::LayoutItems()
+{
+    m_impl->staticTitle = {};
+    const CaptionRecord* active = Active();
+    if (!active)
+        return;
+    std::vector<CSize> texts;
+    for (int i = 0; i < ItemCount(); ++i)
+        texts.push_back(TextSize(ItemLabel(i)));
+    const std::vector<CRect> rects = ItemRects(ItemRow(Band(), active->titleRect), texts);
+    for (std::size_t i = 0; i < rects.size(); ++i)
+        Item(static_cast<int>(i)).rect = rects[i];
+    const int* itemsRight = rects.empty() ? nullptr : &rects.back().right;
+    m_impl->staticTitle = StaticTitleRect(Band(), itemsRight, Button(kKvCaptionMenu).x(), m_form);
+}
+
+CRect CaptionStrip::Band() const
+{
+    return CaptionBand(m_bar->GetClientRect());
+}
+
+CRect CaptionStrip::ToolArea() const
+{
+    return ToolWindowArea(m_bar->GetClientRect(), m_form);
+}
+
+CRect CaptionStrip::FlagRect() const
+{
+    return ShowsFlag() ? SwitchFlagRect(Band(), FlagSize()) : CRect();
+}
+
+CRect CaptionStrip::StaticTitle() const
+{
+    return m_impl->staticTitle;
+}
+
+CaptionParts CaptionStrip::Parts() const
+{
+    CaptionParts parts;
+    parts.band = Band();
+    for (int i = 0; i < ItemCount(); ++i)
+        parts.items.push_back(Item(i).rect);
+    parts.flag = FlagRect();
+    if (m_impl->buttons.Exist()) {
+        for (UINT number = kKvCaptionApplication; number <= kKvCaptionMenu; ++number) {
+            if (!Button(number).isHidden())
+                parts.buttons.emplace_back(number, CRect(Button(number).geometry()));
+        }
+    }
+    const QWidget& frame = *Frame();
+    parts.frame = QRect(m_bar->mapFrom(&frame, QPoint()), frame.size());
+    parts.resizable = HasResizeBorder(frame);
+    return parts;
+}
+
+QWidget* CaptionStrip::Frame() const
+{
+    return m_bar->window();
+}
+
+void CaptionStrip::Invalidate(const CRect& rect)
+{
+    m_bar->update(QRect(rect));
+}
+
+// --- Texts and colours ---
+
+CSize CaptionStrip::TextSize(const QString& text) const
+{
+    const QFontMetrics metrics(Font(), m_bar);
+    return {metrics.horizontalAdvance(text), metrics.height()};
+}
+
+QFont CaptionStrip::Font() const
+{
+    return m_impl->settings ? m_impl->settings->font : m_bar->font();
+}
+
+QColor CaptionStrip::TextColour() const
+{
+    return m_impl->settings ? QColor::fromRgba(m_impl->settings->textColour)
+                            : SkinColour(L"keWindowTextColor", 0xFFE2E2E4u);
+}
+
+QColor CaptionStrip::ItemColour(const CaptionItem& item) const
+{
+    if (item.disabled || !m_bar->isEnabled()) {
+        return m_impl->settings ? QColor::fromRgba(m_impl->settings->disabledTextColour)
+                                : SkinColour(L"keDisabledTextColor", 0xFF96969Au);
+    }
+    if (item.selected || item.state == kItemPressed)
+        return SkinColour(L"keWindowTextSelectedColor", 0xFF7EC4FFu);
+    return item.state == kItemHovered ? SkinColour(L"keWindowTextHoverColor", 0xFFFFFFFFu) : TextColour();
+}
+
+void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
+{
+    m_impl->settings = settings;
+    if (!m_impl->buttons.Exist())
+        return;
+    // Of the button alone: the bar's own font would become that of the tool windows in it.
+    Button(kKvCaptionApplication).setFont(settings ? settings->font : QFont());
+    Remeasure();
+}
+
+void CaptionStrip::SkinChanged()
+{
+    m_impl->painter.Forget();
+    if (!m_impl->buttons.Exist())
+        return;
+    m_impl->buttons.Renew();
+    Remeasure();
+}
+
+QString CaptionStrip::Title() const
+{
+    const CaptionRecord* active = Active();
+    return active ? KvToQString(active->productLabel + active->documentLabel) : QString();
+}
+
+void CaptionStrip::UpdateTitleTip()
+{
+    m_impl->titleTip = Title();
+}
+
+QString CaptionStrip::TipAt(CPoint point, CRect& area) const
+{
+    const CRect flag = FlagRect();
+    if (flag.PtInRect(point)) {
+        area = flag;
+        return KvToQString(KvGuiRes::LoadStringW(kSwitchText));
+    }
+    const CRect& title = m_impl->staticTitle;
+    if (!title.PtInRect(point) || TextSize(Title()).cx <= title.Width())
+        return {};
+    area = title;
+    return m_impl->titleTip;
+}
+
+// --- Drawing ---
+
+void CaptionStrip::Paint(Graphics& graphics)
+{
+    const QColor below = m_impl->settings ? QColor::fromRgba(m_impl->settings->background)
+                                          : SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
+    m_impl->painter.DrawBackground(graphics, m_bar->GetClientRect(), below);
+    graphics.setFont(Font());
+    DrawItems(graphics);
+    graphics.setPen(TextColour());
+    CaptionPainter::DrawTitle(graphics, m_impl->staticTitle, Title());
+    CaptionPainter::DrawPicture(graphics, KvGuiRes::LoadImageW(L"appswitch"), FlagRect());
+}
+
+// The text's overhang changes colour, too.
+void CaptionStrip::Hover(std::optional<CPoint> point)
+{
+    constexpr int overhang = 2;
+    for (int i = 0; i < ItemCount(); ++i) {
+        CaptionItem& item = Item(i);
+        const std::uint32_t state = point && item.rect.PtInRect(*point) ? kItemHovered : kItemNormal;
+        if (std::exchange(item.state, state) == state)
+            continue;
+        Invalidate({item.rect.left - overhang, item.rect.top, item.rect.right + overhang, item.rect.bottom});
+    }
+}
+
+// --- Buttons and frame ---
+
+CKvButton& CaptionStrip::Button(UINT number) const
+{
+    return m_impl->buttons.Get(number);
+}
+
+bool CaptionStrip::IsButton(const QObject* object) const
+{
+    return m_impl->buttons.Contain(object);
+}
+
+void CaptionStrip::ShowApplication(const CaptionRecord& record, const CRect& place)
+{
+    CKvButton& button = Button(kKvCaptionApplication);
+    button.UpdateBitmap(record.imageKey.c_str());
+    button.SetWindowText(record.buttonText.c_str());
+    button.setGeometry(place);
+}
+
+void CaptionStrip::ShowMaximised(bool maximised)
+{
+    m_impl->buttons.ShowMaximised(maximised);
+}
+
+void CaptionStrip::WatchFrame()
+{
+    QWidget* frame = Frame();
+    if (m_impl->frame == frame)
+        return;
+    if (m_impl->frame)
+        m_impl->frame->removeEventFilter(m_bar);
+    m_impl->frame = frame;
+    frame->installEventFilter(m_bar);
+    FrameStateChanged();
+}
+
+void CaptionStrip::FrameStateChanged()
+{
+    if (m_form.followsFrame && m_impl->buttons.Exist())
+        ShowMaximised(IsFrameZoomed(*Frame()));
+}
+
+void CaptionStrip::RequestMaximised(bool maximise)
+{
+    const QPointer<CKvCaptionBar> bar(m_bar);
+    const bool agreed = RequestFrameState(*Frame(), maximise ? kShowMaximised : kShowNormal);
+    if (bar && agreed && !m_form.followsFrame)
+        ShowMaximised(maximise);
+}
+
+bool CaptionStrip::Command(UINT number)
+{
+    if (!m_impl->buttons.Exist())
+        return false;
+    switch (number) {
+    case kKvCaptionApplication:
+        OpenApplicationMenu();
+        return true;
+    case kKvCaptionClose:
+        CloseFrame(*Frame());
+        return true;
+    case kKvCaptionMaximise:
+        RequestMaximised(!IsFrameZoomed(*Frame()));
+        return true;
+    case kKvCaptionMinimise:
+        RequestFrameState(*Frame(), kShowMinimised);
+        return true;
+    case kKvCaptionMenu:
+        OpenMenuButtonMenu();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void CaptionStrip::Click(UINT number)
+{
+    KvSendMessage(m_bar, WM_COMMAND, MAKEWPARAM(number, BN_CLICKED),
+                  reinterpret_cast<LPARAM>(static_cast<QWidget*>(&Button(number))));
+}
+
+void CaptionStrip::OpenApplicationMenu()
+{
+    CKvMenu menu;
+    menu.LoadMenu(kFrameMenu);
+    PrepareApplicationMenu(menu);
+    const QPointer<CKvCaptionBar> bar(m_bar);
+    const CKvButton& button = Button(kKvCaptionApplication);
+    const UINT command = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON,
+                                             button.mapToGlobal(QPoint(0, button.height())), m_bar);
+    if (!bar || command == 0)
+        return;
+    switch (command) {
+    case kCommandRestore:
+    case kCommandMaximise:
+        Click(kKvCaptionMaximise);
+        break;
+    case kCommandMinimise:
+        Click(kKvCaptionMinimise);
+        break;
+    case kCommandClose:
+        Click(kKvCaptionClose);
+        break;
+    default:
+        DoApplicationCommand(command);
+    }
+}
+
+} // namespace kv

@@ -1,0 +1,89 @@
+#include "KvButtons.h"
+#include "KvGuiRes.h"
+#include "platform/SkinColours.h"
+
+#include <QAccessible>
+#include <QFontMetrics>
+
+#include <utility>
+
+namespace {
+
+constexpr int kGap = 4; ///< between picture and text
+
+QColor TextColour(const QAbstractButton& button)
+{
+    if (!button.isEnabled())
+        return kv::SkinColour(L"keDisabledTextColor", 0xFF96969Au);
+    if (button.underMouse() || button.isDown())
+        return kv::SkinColour(L"keWindowTextHoverColor", 0xFFFFFFFFu);
+    return kv::SkinColour(L"keWindowTextColor", 0xFFE2E2E4u);
+}
+
+} // namespace
+
+CKvButton::CKvButton() = default;
+CKvButton::~CKvButton() = default;
+
+void CKvButton::SetWindowText(const wchar_t* text)
+{
+    const QString now = text ? KvToQString(text) : QString();
+    if (std::exchange(m_text, now) == now)
+        return;
+    updateGeometry();
+    update();
+    QAccessibleEvent change(this, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&change);
+}
+
+std::wstring CKvButton::GetWindowText() const
+{
+    return KvFromQString(m_text);
+}
+
+void CKvButton::SetToolTip(const wchar_t* text)
+{
+    setToolTip(text ? KvToQString(text) : QString());
+}
+
+QSize CKvButton::sizeHint() const
+{
+    const QSize picture = CKvBitmapButton::sizeHint();
+    if (m_text.isEmpty())
+        return picture;
+    const QFontMetrics metrics = fontMetrics();
+    const int pictureWidth = picture.isEmpty() ? 0 : picture.width() + kGap;
+    return {pictureWidth + metrics.horizontalAdvance(m_text), qMax(picture.height(), metrics.height())};
+}
+
+QRect CKvButton::PictureRoom() const
+{
+    if (m_text.isEmpty())
+        return rect();
+    const int width = sizeHint().width();
+    if (width > this->width())
+        return {};
+    return {(this->width() - width) / 2, 0, CKvBitmapButton::sizeHint().width(), height()};
+}
+
+QRect CKvButton::TextRoom() const
+{
+    const QRect picture = PictureRoom();
+    if (picture.isEmpty())
+        return rect();
+    const int left = picture.right() + 1 + kGap;
+    return {left, 0, width() - left, height()};
+}
+
+void CKvButton::paintEvent(QPaintEvent* event)
+{
+    CKvBitmapButton::paintEvent(event);
+    if (m_text.isEmpty())
+        return;
+    QPainter painter(this);
+    painter.setPen(TextColour(*this));
+    const QRect room = TextRoom();
+    const int across = room.width() == width() ? Qt::AlignHCenter : Qt::AlignLeft | Qt::AlignAbsolute;
+    painter.drawText(room, across | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(m_text, Qt::ElideRight, room.width()));
+}
