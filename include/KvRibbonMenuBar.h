@@ -18,9 +18,10 @@ public:
     virtual int OnDetach() { return 0; }
     /// Brings one entry up to date (enabled, checked, text). @param popup the menu that holds it.
     virtual int OnUpdateCommand(HMENU /*popup*/, unsigned /*command*/) { return 0; }
-    /// @param popup the top-level entry's sub-menu. @param command the chosen one, never 0.
+    /// @param popup the top-level entry's sub-menu; null when it was destroyed meanwhile.
+    /// @param command the chosen one, never 0.
     virtual int OnCommand(HMENU /*popup*/, unsigned /*command*/) { return 0; }
-    /// After the popup closed, before `OnCommand`.
+    /// After the popup closed, before `OnCommand`. @param popup null when it was destroyed meanwhile.
     virtual int OnPopupClosed(HMENU /*popup*/) { return 0; }
     /// Before a popup is updated and opened.
     virtual int OnBeforePopup(HMENU /*popup*/) { return 0; }
@@ -39,7 +40,8 @@ public:
     /// Under which tool windows are created: the bar itself.
     virtual HWND GetToolWndParent() { return nullptr; }
     /// Begins a menu bar; one that was begun and not ended is dropped.
-    /// @param menu its top-level entries are the items; it must outlive the menu bar.
+    /// @param menu its top-level entries are the items, as they are now; their popups are those that it has
+    ///        when they open. It stays the host's; once it is destroyed the items open nothing.
     /// @param smartMenu may be null. @return 0 without a menu.
     virtual int BeginAddMenuBar(const wchar_t* /*imageKey*/, const wchar_t* /*buttonText*/, unsigned /*id*/,
                                 HMENU /*menu*/, IKvRibbonMenuBarSmartMenu* /*smartMenu*/)

@@ -1,0 +1,110 @@
+#include "KvRibbonMenuBar.h"
+
+#include "chrome/MenuBarStrip.h"
+
+namespace {
+
+constexpr EKvCaptionButton kWindowButtons[] = {kKvCaptionClose, kKvCaptionMaximise, kKvCaptionMinimise,
+                                               kKvCaptionMenu};
+constexpr unsigned kSizeRestored = 0;
+constexpr unsigned kSizeMaximised = 2;
+
+kv::MenuBarStrip& MenuBars(kv::CaptionStrip& strip)
+{
+    return static_cast<kv::MenuBarStrip&>(strip);
+}
+
+} // namespace
+
+CKvRibbonMenuBar::CKvRibbonMenuBar()
+    : CKvCaptionBar(std::make_unique<kv::MenuBarStrip>(static_cast<IKvRibbonMenuBarMgr&>(*this)))
+{
+}
+
+CKvRibbonMenuBar::~CKvRibbonMenuBar()
+{
+    MenuBars(Strip()).Close();
+}
+
+HWND CKvRibbonMenuBar::GetToolWndParent()
+{
+    return this;
+}
+
+int CKvRibbonMenuBar::BeginAddMenuBar(const wchar_t* imageKey, const wchar_t* buttonText, unsigned id,
+                                      HMENU menu, IKvRibbonMenuBarSmartMenu* smartMenu)
+{
+    return MenuBars(Strip()).Begin(imageKey, buttonText, id, menu, smartMenu) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::AddMenuBarToolWnd(IKvGuiWnd* toolWindow, HWND handle)
+{
+    return MenuBars(Strip()).SetToolWindow({toolWindow, handle}) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::RegisterAdvToolWnd(IKvGuiWnd* first, HWND firstHandle, IKvGuiWnd* second,
+                                         HWND secondHandle)
+{
+    return MenuBars(Strip()).SetAdvanced({first, firstHandle}, {second, secondHandle}) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::SetAppBtnMenu(HMENU menu, void (*callback)(unsigned, void*), void* context)
+{
+    return MenuBars(Strip()).SetButtonMenu(menu, callback, context) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::EndAddMenuBar()
+{
+    return MenuBars(Strip()).End() ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::ActiveMenuBar(unsigned id)
+{
+    return MenuBars(Strip()).Activate(id) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::RemoveMenuBar(unsigned id)
+{
+    return MenuBars(Strip()).Remove(id) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::SetSysTitle(unsigned id, const wchar_t* title)
+{
+    return MenuBars(Strip()).SetProductLabel(id, title) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::SetDocTitle(unsigned id, const wchar_t* title)
+{
+    return MenuBars(Strip()).SetDocumentLabel(id, title) ? 1 : 0;
+}
+
+int CKvRibbonMenuBar::UpdateMenuBarWindow()
+{
+    if (IsCreated())
+        Strip().Layout();
+    return 1;
+}
+
+int CKvRibbonMenuBar::ShowAppMenuBtn(int show)
+{
+    if (IsCreated())
+        Strip().Button(kKvCaptionMenu).setVisible(show != 0);
+    return 1;
+}
+
+int CKvRibbonMenuBar::ShowAllAppBtn(int show)
+{
+    if (!IsCreated())
+        return 1;
+    for (const EKvCaptionButton button : kWindowButtons)
+        Strip().Button(button).setVisible(show != 0);
+    return 1;
+}
+
+int CKvRibbonMenuBar::UpdateRestoreMaxStatus(unsigned sizeType)
+{
+    if (!IsCreated() || (sizeType != kSizeRestored && sizeType != kSizeMaximised))
+        return 0;
+    Strip().ShowMaximised(sizeType == kSizeMaximised);
+    return 1;
+}
