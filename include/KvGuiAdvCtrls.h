@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvButtons.h"
+#include "KvCaptionBar.h"
 #include "KvDialog.h"
 #include "KvFileNaming.h"
 #include "KvGradientCtrl.h"
@@ -11,6 +12,7 @@
 #include "KvParamBezierCtrlDlg.h"
 #include "KvParamBezierWnd.h"
 #include "KvPlatform.h"
+#include "KvRibbonMenuBar.h"
 #include "KvTypes.h"
 #include "KvUnknown.h"
 #include "KvVideoFormat.h"
