@@ -260,7 +260,7 @@ bool MenuBarStrip::SetToolWindow(const ToolWindow& tool)
     if (!record || !tool.window || !tool.handle)
         return false;
     record->toolWindow = tool;
-    Adopt(tool);
+    Adopt({tool});
     return true;
 }
 
@@ -271,22 +271,29 @@ bool MenuBarStrip::SetAdvanced(const ToolWindow& first, const ToolWindow& second
         return false;
     record->advanced[0] = first;
     record->advanced[1] = second;
-    const QPointer<CKvCaptionBar> bar(&Bar());
-    Adopt(first);
-    if (bar)
-        Adopt(second);
+    Adopt({first, second});
     return true;
 }
 
-void MenuBarStrip::Adopt(const ToolWindow& tool)
+// What is told and hidden may destroy itself, the other one and the bar.
+void MenuBarStrip::Adopt(const std::vector<ToolWindow>& tools)
 {
-    if (!tool.handle)
-        return;
-    QObject::connect(tool.handle, &QObject::destroyed, m_events.get(),
-                     [this](const QObject* handle) { Forget(handle); });
-    tool.handle->hide(); // until its menu bar is active
-    if (tool.window)
-        tool.window->SetToolWndManager(&m_manager);
+    std::vector<std::pair<QPointer<QWidget>, IKvGuiWnd*>> living;
+    for (const ToolWindow& tool : tools) {
+        if (!tool.handle)
+            continue;
+        QObject::connect(tool.handle, &QObject::destroyed, m_events.get(),
+                         [this](const QObject* handle) { Forget(handle); });
+        living.emplace_back(tool.handle, tool.window);
+    }
+    const QPointer<CKvCaptionBar> bar(&Bar());
+    IKvRibbonMenuBarMgr* const manager = &m_manager;
+    for (const auto& [handle, window] : living) {
+        if (handle)
+            handle->hide(); // until its menu bar is active
+        if (bar && handle && window)
+            window->SetToolWndManager(manager);
+    }
 }
 
 void MenuBarStrip::Forget(const QObject* handle)

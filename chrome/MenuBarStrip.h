@@ -88,7 +88,7 @@ private:
     static void Release(std::unique_ptr<MenuBarRecord> record);
 
     // Tool windows.
-    void Adopt(const ToolWindow& tool);
+    void Adopt(const std::vector<ToolWindow>& tools);
     void Forget(const QObject* handle);
     void ShowToolWindows(const MenuBarRecord* leaving = nullptr);
 

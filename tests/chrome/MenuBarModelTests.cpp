@@ -63,15 +63,4 @@ TEST(MenuBarModel, EntriesBecomeItemsAtTheirPositions)
     EXPECT_EQ(data.FindAccelerateIndex('F'), -1);
 }
 
-TEST(MenuBarModel, NeighboursThatOpen)
-{
-    const std::vector<bool> opens{true, false, true, true};
-    EXPECT_EQ(NextOpening(opens, 0, 1), 2);
-    EXPECT_EQ(NextOpening(opens, 3, 1), 0);
-    EXPECT_EQ(NextOpening(opens, 0, -1), 3);
-    EXPECT_EQ(NextOpening(opens, 2, -1), 0);
-    EXPECT_EQ(NextOpening({true, false}, 0, 1), -1);
-    EXPECT_EQ(NextOpening({true}, 0, -1), -1);
-}
-
 } // namespace

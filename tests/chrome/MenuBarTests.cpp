@@ -88,25 +88,17 @@ protected:
         file = menu.addMenu("&File");
         AddEntry(*file, "Open", 1)->setShortcut(QKeySequence("Ctrl+O"));
         file->addSeparator();
-        QMenu* recent = file->addMenu("Recent");
-        AddEntry(*recent, "a", 2)->setShortcut(QKeySequence("Ctrl+K, Ctrl+A"));
+        AddEntry(*file->addMenu("Recent"), "a", 2)->setShortcut(QKeySequence("Ctrl+K, Ctrl+A"));
         menu.addSeparator();
         menu.addAction("&Plain");
-        QMenu* lower = menu.addMenu("&edit");
-        AddEntry(*lower, "Undo", 3);
+        AddEntry(*menu.addMenu("&edit"), "Undo", 3);
         menu.addMenu("Hidden")->menuAction()->setVisible(false);
-        QMenu* view = menu.addMenu("&View");
-        AddEntry(*view, "Zoom", 4);
+        AddEntry(*menu.addMenu("&View"), "Zoom", 4);
         bar = new CKvRibbonMenuBar;
         bar->Create(WS_CHILD | WS_VISIBLE, {0, 0, 700, 30}, &top, 77);
         top.show();
         QApplication::setActiveWindow(&top); // the offscreen platform activates no window by itself
         edit.setFocus();
-    }
-    ~MenuBar() override
-    {
-        smart.onCall = nullptr;
-        other.onCall = nullptr;
     }
     void Add(unsigned id = 7, IKvRibbonMenuBarSmartMenu* with = nullptr, QMenu* of = nullptr)
     {
