@@ -1,0 +1,196 @@
+#include "chrome/CaptionAccess.h"
+
+#include "KvGuiRes.h"
+#include "chrome/CaptionKeys.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kv {
+
+namespace {
+
+using Key = AccessibleParts::Key;
+
+constexpr Key kFlagKey = 1;
+constexpr Key kTitleKey = 2;
+constexpr unsigned kGenerationShift = 32;
+constexpr UINT kSwitchText = 15040;
+
+} // namespace
+
+CaptionAccess::CaptionAccess(CaptionStrip& strip, CaptionKeys& keys)
+    : AccessibleParts(strip.Bar(),
+                      strip.Form().itemsArePopups ? QAccessible::MenuBar : QAccessible::PageTabList)
+    , m_strip(strip)
+    , m_keys(keys)
+{
+    m_later.setSingleShot(true);
+    m_later.setInterval(0);
+    QObject::connect(&m_later, &QTimer::timeout, &m_later, [this] { Update(); });
+}
+
+void CaptionAccess::UpdateLater()
+{
+    if (QAccessible::isActive())
+        m_later.start();
+}
+
+void CaptionAccess::Update()
+{
+    const CaptionRecord* record = m_strip.Active();
+    const int count = m_strip.ItemCount();
+    const bool areOthers = m_record != record || m_count != count;
+    m_record = record;
+    m_count = count;
+    if (areOthers)
+        ++m_generation;
+    if (areOthers || !QAccessible::isActive())
+        PartsChanged();
+    if (!QAccessible::isActive())
+        return;
+    const std::vector<Seen> before = std::exchange(m_seen, Look());
+    if (!areOthers)
+        TellDifferences(before);
+    const QString title = Title();
+    if (std::exchange(m_title, title) != title)
+        NameChanged(kTitleKey);
+    UpdateFocus();
+}
+
+std::vector<CaptionAccess::Seen> CaptionAccess::Look() const
+{
+    std::vector<Seen> seen;
+    for (int i = 0; i < m_strip.ItemCount(); ++i)
+        seen.push_back({m_strip.ItemLabel(i), m_strip.Item(i).selected, m_strip.Item(i).disabled});
+    return seen;
+}
+
+void CaptionAccess::TellDifferences(const std::vector<Seen>& before)
+{
+    const std::size_t count = std::min(before.size(), m_seen.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        const Key key = ItemKey(static_cast<int>(i));
+        if (before[i].name != m_seen[i].name)
+            NameChanged(key);
+        if (before[i].selected != m_seen[i].selected)
+            StateChanged(key);
+        if (before[i].disabled != m_seen[i].disabled)
+            EnabledChanged(key);
+    }
+}
+
+void CaptionAccess::TextsChanged()
+{
+    for (int i = 0; i < Count(); ++i)
+        NameChanged(KeyAt(i));
+}
+
+QString CaptionAccess::ControlName() const
+{
+    const CaptionRecord* record = m_strip.Active();
+    return record ? KvToQString(record->buttonText) : QString();
+}
+
+QString CaptionAccess::Title() const
+{
+    const CaptionRecord* record = m_strip.Active();
+    return record ? KvToQString(record->productLabel + record->documentLabel) : QString();
+}
+
+bool CaptionAccess::HasTitle() const
+{
+    return !Title().isEmpty() && !m_strip.StaticTitle().IsRectEmpty();
+}
+
+// Items, flag, title.
+int CaptionAccess::Count() const
+{
+    return m_strip.ItemCount() + (m_strip.ShowsFlag() ? 1 : 0) + (HasTitle() ? 1 : 0);
+}
+
+Key CaptionAccess::ItemKey(int index) const
+{
+    return (Key{m_generation} << kGenerationShift) | static_cast<Key>(index);
+}
+
+Key CaptionAccess::KeyAt(int index) const
+{
+    const int items = m_strip.ItemCount();
+    if (index < items)
+        return ItemKey(index);
+    return index == items && m_strip.ShowsFlag() ? kFlagKey : kTitleKey;
+}
+
+int CaptionAccess::IndexOf(Key key) const
+{
+    const int items = m_strip.ItemCount();
+    if (key == kFlagKey)
+        return m_strip.ShowsFlag() ? items : -1;
+    if (key == kTitleKey)
+        return HasTitle() ? Count() - 1 : -1;
+    const Key first = ItemKey(0);
+    return key >= first && key - first < static_cast<Key>(items) ? static_cast<int>(key - first) : -1;
+}
+
+CaptionHit CaptionAccess::PartOf(Key key) const
+{
+    if (key == kFlagKey)
+        return {CaptionPart::Flag, -1};
+    return {CaptionPart::Item, IndexOf(key)};
+}
+
+AccessiblePart CaptionAccess::DescribeItem(int index) const
+{
+    const CaptionItem& item = m_strip.Item(index);
+    AccessiblePart part;
+    part.name = m_strip.ItemLabel(index);
+    part.rect = item.rect;
+    part.opensPopup = m_strip.Form().itemsArePopups;
+    part.role = part.opensPopup ? QAccessible::MenuItem : QAccessible::PageTab;
+    part.selectable = !part.opensPopup;
+    part.selected = part.selectable && item.selected;
+    part.disabled = item.disabled;
+    return part;
+}
+
+AccessiblePart CaptionAccess::Describe(Key key) const
+{
+    AccessiblePart part;
+    if (key == kTitleKey) {
+        part.role = QAccessible::StaticText;
+        part.name = Title();
+        part.rect = m_strip.StaticTitle();
+        return part;
+    }
+    if (key == kFlagKey) {
+        part.name = KvToQString(KvGuiRes::LoadStringW(kSwitchText));
+        part.rect = m_strip.FlagRect();
+        part.opensPopup = true;
+    } else {
+        part = DescribeItem(IndexOf(key));
+    }
+    if (const wchar_t tip = m_keys.KeyOf(PartOf(key)))
+        part.shortcut = QStringLiteral("Alt+") + QChar(static_cast<char16_t>(tip));
+    part.actions = {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::setFocusAction()};
+    return part;
+}
+
+std::optional<Key> CaptionAccess::FocusedPart() const
+{
+    const std::optional<CaptionHit>& focus = m_keys.Focused();
+    if (!focus || focus->part == CaptionPart::Button)
+        return std::nullopt;
+    return focus->part == CaptionPart::Flag ? kFlagKey : ItemKey(focus->index);
+}
+
+void CaptionAccess::DoAction(Key key, const QString& action)
+{
+    const CaptionHit part = PartOf(key);
+    if (action == QAccessibleActionInterface::pressAction())
+        m_keys.Press(part);
+    else
+        m_keys.Focus(part);
+}
+
+} // namespace kv

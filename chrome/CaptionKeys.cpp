@@ -1,0 +1,499 @@
+#include "chrome/CaptionKeys.h"
+
+#include "KvGuiRes.h"
+#include "chrome/KeyTipOverlay.h"
+#include "chrome/MenuBarModel.h"
+#include "platform/DevicePixels.h"
+#include "platform/SkinColours.h"
+#include "platform/VirtualKey.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace kv {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kTipDelay = 400ms; ///< a quick Alt with a letter shows no tips
+constexpr UINT kSwitchText = 15040;
+constexpr int kLabelsBelowBand = 2; ///< the labels' middle
+constexpr UINT kButtons[] = {kKvCaptionApplication, kKvCaptionClose, kKvCaptionMaximise, kKvCaptionMinimise,
+                             kKvCaptionMenu};
+
+constexpr int kRingAcross = 4; ///< between a text and its ring
+constexpr int kRingAbove = 2;
+constexpr qreal kRingRadius = 2.5;
+
+CRect RingRect(const CRect& part)
+{
+    return {part.left - kRingAcross, part.top - kRingAbove, part.right + kRingAcross,
+            part.bottom + kRingAbove};
+}
+
+/// Keys that the bar takes while it has the focus.
+bool IsFocusKey(const QKeyEvent& event)
+{
+    if (event.key() == Qt::Key_Backtab)
+        return true;
+    if (HeldModifiers(event.modifiers()) != Qt::NoModifier)
+        return false;
+    switch (event.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+    case Qt::Key_Escape:
+    case Qt::Key_Tab:
+    case Qt::Key_F10:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool IsAltAlone(Qt::KeyboardModifiers modifiers)
+{
+    return (HeldModifiers(modifiers) & ~Qt::AltModifier) == Qt::NoModifier;
+}
+
+} // namespace
+
+CaptionKeys::CaptionKeys(CaptionStrip& strip, std::function<void()> told)
+    : m_strip(strip)
+    , m_told(std::move(told))
+{
+    // A click on a button of a caption leaves the focus where the user works.
+    for (const UINT number : kButtons)
+        m_strip.Button(number).setFocusPolicy(Qt::NoFocus);
+    m_tipTimer.setSingleShot(true);
+    m_tipTimer.setInterval(kTipDelay);
+    connect(&m_tipTimer, &QTimer::timeout, this, [this] { ShowTips(); });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget* old, QWidget* now) { OnFocusChanged(old, now); });
+    // Of the application, not of the frame: the bar may move to another frame, and keys of a frame go to its
+    // children first.
+    qApp->installEventFilter(this);
+}
+
+CaptionKeys::~CaptionKeys() = default;
+
+bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        return watched->isWidgetType() &&
+               OnKey(static_cast<const QWidget&>(*watched), static_cast<QKeyEvent&>(*event));
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        m_escaped = false;
+        EndAlt();
+        Leave();
+        return false;
+    case QEvent::Wheel:
+        EndAlt();
+        return false;
+    case QEvent::WindowDeactivate:
+        if (watched == m_strip.Frame()) {
+            EndAlt();
+            Leave();
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+bool CaptionKeys::IsListening(const QWidget& receiver) const
+{
+    const QWidget* frame = m_strip.Frame();
+    const QWidget* modal = QApplication::activeModalWidget();
+    return receiver.window() == frame && m_strip.Bar().isVisible() && m_strip.Bar().isEnabled() &&
+           !QApplication::activePopupWidget() && (!modal || modal == frame);
+}
+
+bool CaptionKeys::OnKey(const QWidget& receiver, QKeyEvent& event)
+{
+    if (receiver.windowType() == Qt::Popup && event.type() == QEvent::KeyPress)
+        m_escaped = event.key() == Qt::Key_Escape;
+    if (!IsListening(receiver))
+        return false;
+    if (event.type() == QEvent::ShortcutOverride)
+        return OnKeyOverride(receiver, event);
+    if (event.type() == QEvent::KeyPress)
+        return OnKeyPress(receiver, event);
+    OnKeyRelease(event);
+    return false;
+}
+
+bool CaptionKeys::OnKeyOverride(const QWidget& receiver, QKeyEvent& event)
+{
+    if (event.key() != Qt::Key_Alt)
+        EndAlt(); // perhaps a shortcut of the host: no press will come
+    if (m_focus && IsOurs(&receiver) && IsFocusKey(event)) {
+        event.accept();
+        return true;
+    }
+    // It comes up to the frame only when nobody on the way wants the key.
+    if (&receiver == m_strip.Frame())
+        m_unclaimed = event.keyCombination();
+    return false;
+}
+
+bool CaptionKeys::OnKeyPress(const QWidget& receiver, const QKeyEvent& event)
+{
+    const bool isFree = std::exchange(m_unclaimed, std::nullopt) == event.keyCombination();
+    if (event.key() == Qt::Key_Alt) {
+        if (!event.isAutoRepeat())
+            BeginAlt(event.modifiers());
+        return false;
+    }
+    EndAlt();
+    if (m_focus && IsOurs(&receiver) && IsFocusKey(event))
+        return OnFocusKey(event);
+    if (!isFree || event.isAutoRepeat())
+        return false;
+    if (event.key() == Qt::Key_F10 && HeldModifiers(event.modifiers()) == Qt::NoModifier) {
+        Enter();
+        return true;
+    }
+    return PressTip(event);
+}
+
+void CaptionKeys::OnKeyRelease(const QKeyEvent& event)
+{
+    if (event.key() != Qt::Key_Alt || event.isAutoRepeat())
+        return;
+    const bool wasAlone = m_altAlone;
+    EndAlt();
+    if (!wasAlone)
+        return;
+    if (m_focus)
+        Leave();
+    else
+        Enter();
+}
+
+bool CaptionKeys::OnFocusKey(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Left:
+        Step(CaptionStep::Previous);
+        break;
+    case Qt::Key_Right:
+        Step(CaptionStep::Next);
+        break;
+    case Qt::Key_Home:
+        Step(CaptionStep::First);
+        break;
+    case Qt::Key_End:
+        Step(CaptionStep::Last);
+        break;
+    case Qt::Key_Up:
+        break;
+    case Qt::Key_Down:
+        if (OpensPopup(*m_focus) && !event.isAutoRepeat())
+            Press(CaptionHit(*m_focus));
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        if (!event.isAutoRepeat())
+            Press(CaptionHit(*m_focus));
+        break;
+    default:
+        Leave();
+    }
+    return true;
+}
+
+bool CaptionKeys::PressTip(const QKeyEvent& event)
+{
+    // With the keypad's digits some systems compose characters.
+    const UINT key = VirtualKey(event);
+    if (key == 0 || (event.modifiers() & ~Qt::GroupSwitchModifier) != Qt::AltModifier)
+        return false;
+    for (const Tip& tip : Tips()) {
+        if (static_cast<UINT>(tip.key) != key)
+            continue;
+        if (tip.kind == KeyTipKind::Mnemonic || !tip.stop.enabled)
+            return false;
+        const CaptionHit part = tip.stop.hit;
+        Press(part);
+        return true;
+    }
+    return false;
+}
+
+void CaptionKeys::OnFocusChanged(QWidget* old, QWidget* now)
+{
+    if (IsOurs(now)) {
+        if (m_focus)
+            return;
+        // A screen reader or the host put it here.
+        const std::vector<CaptionStop> stops = Stops();
+        const int entry = EntryStop(stops, -1);
+        m_focus = ButtonPart(now);
+        if (!m_focus && entry >= 0)
+            m_focus = stops[static_cast<std::size_t>(entry)].hit;
+        m_previous = old;
+        InvalidateFocus();
+        m_told();
+        return;
+    }
+    if (!m_focus)
+        return;
+    if (!now) {
+        Leave(); // the window was deactivated: when it comes back, the user works on
+        return;
+    }
+    InvalidateFocus();
+    m_focus.reset();
+    m_previous = nullptr;
+    m_told();
+}
+
+std::optional<CaptionHit> CaptionKeys::ButtonPart(const QWidget* widget) const
+{
+    for (const UINT number : kButtons) {
+        if (widget == &m_strip.Button(number))
+            return CaptionHit{CaptionPart::Button, static_cast<int>(number)};
+    }
+    return std::nullopt;
+}
+
+bool CaptionKeys::IsOurs(const QWidget* widget) const
+{
+    return widget && (widget == &m_strip.Bar() || ButtonPart(widget));
+}
+
+bool CaptionKeys::OpensPopup(const CaptionHit& part) const
+{
+    switch (part.part) {
+    case CaptionPart::Item:
+        return m_strip.Form().itemsArePopups;
+    case CaptionPart::Button:
+        return part.index == kKvCaptionApplication || part.index == kKvCaptionMenu;
+    default:
+        return part.part == CaptionPart::Flag;
+    }
+}
+
+bool CaptionKeys::CanPress(const CaptionHit& part) const
+{
+    switch (part.part) {
+    case CaptionPart::Item:
+        return part.index >= 0 && part.index < m_strip.ItemCount() && !m_strip.Item(part.index).disabled;
+    case CaptionPart::Flag:
+        return m_strip.ShowsFlag();
+    case CaptionPart::Button: {
+        const QWidget& button = m_strip.Button(static_cast<UINT>(part.index));
+        return button.isVisible() && button.isEnabled();
+    }
+    default:
+        return false;
+    }
+}
+
+std::vector<CaptionStop> CaptionKeys::Stops() const
+{
+    std::vector<CaptionStop> stops = CaptionStops(m_strip.Parts());
+    for (CaptionStop& stop : stops)
+        stop.enabled = CanPress(stop.hit);
+    return stops;
+}
+
+std::vector<CaptionKeys::Tip> CaptionKeys::Tips() const
+{
+    const std::vector<CaptionStop> stops = Stops();
+    std::vector<KeyTipPart> parts;
+    for (const CaptionStop& stop : stops) {
+        const int index = stop.hit.index;
+        KeyTipPart part;
+        if (stop.hit.part == CaptionPart::Flag) {
+            part.label = KvGuiRes::LoadStringW(kSwitchText);
+        } else if (stop.hit.part == CaptionPart::Button) {
+            const QAbstractButton& button = m_strip.Button(static_cast<UINT>(index));
+            part.label = KvFromQString(button.text().isEmpty() ? button.toolTip() : button.text());
+        } else if (m_strip.Form().itemsArePopups) {
+            char mnemonic = 0;
+            part.kind = KeyTipKind::Mnemonic;
+            part.mnemonic = FindMnemonic(m_strip.Item(index).text, mnemonic)
+                                ? static_cast<unsigned char>(mnemonic)
+                                : wchar_t{0};
+        } else {
+            part.kind = KeyTipKind::Tab;
+            part.label = m_strip.Item(index).text;
+        }
+        parts.push_back(std::move(part));
+    }
+    const std::vector<wchar_t> keys = AssignKeyTips(parts);
+    std::vector<Tip> tips;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (keys[i] != 0)
+            tips.push_back({stops[i], parts[i].kind, keys[i]});
+    }
+    return tips;
+}
+
+wchar_t CaptionKeys::KeyOf(const CaptionHit& part) const
+{
+    for (const Tip& tip : Tips()) {
+        if (tip.stop.hit == part)
+            return tip.key;
+    }
+    return 0;
+}
+
+void CaptionKeys::Enter()
+{
+    int selected = m_strip.ItemCount() - 1;
+    while (selected >= 0 && !m_strip.Item(selected).selected)
+        --selected;
+    const std::vector<CaptionStop> stops = Stops();
+    const int entry = EntryStop(stops, selected);
+    if (entry >= 0)
+        Focus(stops[static_cast<std::size_t>(entry)].hit);
+}
+
+void CaptionKeys::Focus(const CaptionHit& part)
+{
+    InvalidateFocus();
+    if (!m_focus) {
+        QWidget* now = m_strip.Frame()->focusWidget();
+        m_previous = IsOurs(now) ? nullptr : now;
+    }
+    m_focus = part;
+    InvalidateFocus();
+    // As a popup would: an editor keeps its selection, and nobody takes it for the end of an edit.
+    const QPointer<CaptionKeys> self(this);
+    m_strip.Bar().setFocus(Qt::PopupFocusReason);
+    if (self && part.part == CaptionPart::Button)
+        m_strip.Button(static_cast<UINT>(part.index)).setFocus(Qt::TabFocusReason);
+    if (self)
+        m_told();
+}
+
+void CaptionKeys::Leave()
+{
+    if (!m_focus)
+        return;
+    InvalidateFocus();
+    m_focus.reset();
+    const QPointer<CaptionKeys> self(this);
+    const QPointer<QWidget> back = std::exchange(m_previous, nullptr);
+    QWidget* now = m_strip.Frame()->focusWidget();
+    if (back && back->isVisible() && back->window() == m_strip.Frame())
+        back->setFocus(Qt::PopupFocusReason);
+    else if (IsOurs(now))
+        now->clearFocus();
+    if (self)
+        m_told();
+}
+
+void CaptionKeys::Press(const CaptionHit& part)
+{
+    if (!CanPress(part))
+        return;
+    const CaptionHit pressed = part;
+    const bool wasFocused = m_focus.has_value();
+    const QPointer<CaptionKeys> self(this);
+    EndAlt();
+    Leave();
+    if (!self)
+        return;
+    m_escaped = false;
+    if (pressed.part == CaptionPart::Item)
+        m_strip.PressItem(pressed.index);
+    else if (pressed.part == CaptionPart::Flag)
+        m_strip.PressFlag();
+    else
+        m_strip.Button(static_cast<UINT>(pressed.index)).click();
+    if (self && wasFocused && m_escaped && CanPress(pressed))
+        Focus(pressed);
+}
+
+void CaptionKeys::Step(CaptionStep step)
+{
+    const std::vector<CaptionStop> stops = Stops();
+    const int to = WalkStops(stops, FindStop(stops, *m_focus), step);
+    if (to >= 0)
+        Focus(stops[static_cast<std::size_t>(to)].hit);
+}
+
+void CaptionKeys::PartsChanged()
+{
+    if (m_focus && !CanPress(*m_focus))
+        Leave();
+    if (m_overlay)
+        ShowTips();
+}
+
+void CaptionKeys::BeginAlt(Qt::KeyboardModifiers modifiers)
+{
+    EndAlt();
+    if (!IsAltAlone(modifiers))
+        return;
+    m_altAlone = true;
+    m_tipTimer.start();
+}
+
+void CaptionKeys::EndAlt()
+{
+    m_altAlone = false;
+    m_tipTimer.stop();
+    m_overlay.reset();
+}
+
+void CaptionKeys::ShowTips()
+{
+    std::vector<KeyTipLabel> labels;
+    for (const Tip& tip : Tips()) {
+        if (tip.stop.enabled)
+            labels.push_back({QString(QChar(static_cast<char16_t>(tip.key))), tip.stop.rect});
+    }
+    m_overlay = std::make_unique<KeyTipOverlay>(m_strip.Bar(), std::move(labels),
+                                                m_strip.Band().bottom + kLabelsBelowBand);
+}
+
+void CaptionKeys::InvalidateFocus()
+{
+    if (m_focus && m_focus->part == CaptionPart::Item && m_focus->index < m_strip.ItemCount())
+        m_strip.Invalidate(RingRect(m_strip.Item(m_focus->index).rect));
+    else if (m_focus && m_focus->part == CaptionPart::Flag)
+        m_strip.Invalidate(RingRect(m_strip.FlagRect()));
+}
+
+void CaptionKeys::DrawFocus(Graphics& graphics) const
+{
+    if (!m_focus || m_focus->part == CaptionPart::Button || !CanPress(*m_focus))
+        return;
+    const bool isItem = m_focus->part == CaptionPart::Item;
+    const QRectF ring(QRect(RingRect(isItem ? m_strip.Item(m_focus->index).rect : m_strip.FlagRect())));
+    const DevicePixels pixels(graphics);
+    const QRectF outer = pixels.Snapped(ring);
+    const qreal width = pixels.Hairline();
+    QPainterPath path;
+    path.addRoundedRect(outer, kRingRadius, kRingRadius);
+    path.addRoundedRect(outer.adjusted(width, width, -width, -width), kRingRadius - width,
+                        kRingRadius - width);
+    graphics.save();
+    graphics.setRenderHint(QPainter::Antialiasing);
+    graphics.fillPath(path, FocusColour());
+    graphics.restore();
+}
+
+} // namespace kv
