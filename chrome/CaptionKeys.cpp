@@ -3,13 +3,10 @@
 #include "KvGuiRes.h"
 #include "chrome/KeyTipOverlay.h"
 #include "chrome/MenuBarModel.h"
-#include "platform/DevicePixels.h"
-#include "platform/SkinColours.h"
 #include "platform/VirtualKey.h"
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <chrono>
@@ -24,18 +21,6 @@ using namespace std::chrono_literals;
 constexpr auto kTipDelay = 400ms; ///< a quick Alt with a letter shows no tips
 constexpr UINT kSwitchText = 15040;
 constexpr int kLabelsBelowBand = 2; ///< the labels' middle
-constexpr UINT kButtons[] = {kKvCaptionApplication, kKvCaptionClose, kKvCaptionMaximise, kKvCaptionMinimise,
-                             kKvCaptionMenu};
-
-constexpr int kRingAcross = 4; ///< between a text and its ring
-constexpr int kRingAbove = 2;
-constexpr qreal kRingRadius = 2.5;
-
-CRect RingRect(const CRect& part)
-{
-    return {part.left - kRingAcross, part.top - kRingAbove, part.right + kRingAcross,
-            part.bottom + kRingAbove};
-}
 
 /// Keys that the bar takes while it has the focus.
 bool IsFocusKey(const QKeyEvent& event)
@@ -75,7 +60,7 @@ CaptionKeys::CaptionKeys(CaptionStrip& strip, std::function<void()> told)
     , m_told(std::move(told))
 {
     // A click on a button of a caption leaves the focus where the user works.
-    for (const UINT number : kButtons)
+    for (const UINT number : kCaptionButtons)
         m_strip.Button(number).setFocusPolicy(Qt::NoFocus);
     m_tipTimer.setSingleShot(true);
     m_tipTimer.setInterval(kTipDelay);
@@ -238,84 +223,6 @@ bool CaptionKeys::PressTip(const QKeyEvent& event)
     return false;
 }
 
-void CaptionKeys::OnFocusChanged(QWidget* old, QWidget* now)
-{
-    if (IsOurs(now)) {
-        if (m_focus)
-            return;
-        // A screen reader or the host put it here.
-        const std::vector<CaptionStop> stops = Stops();
-        const int entry = EntryStop(stops, -1);
-        m_focus = ButtonPart(now);
-        if (!m_focus && entry >= 0)
-            m_focus = stops[static_cast<std::size_t>(entry)].hit;
-        m_previous = old;
-        InvalidateFocus();
-        m_told();
-        return;
-    }
-    if (!m_focus)
-        return;
-    if (!now) {
-        Leave(); // the window was deactivated: when it comes back, the user works on
-        return;
-    }
-    InvalidateFocus();
-    m_focus.reset();
-    m_previous = nullptr;
-    m_told();
-}
-
-std::optional<CaptionHit> CaptionKeys::ButtonPart(const QWidget* widget) const
-{
-    for (const UINT number : kButtons) {
-        if (widget == &m_strip.Button(number))
-            return CaptionHit{CaptionPart::Button, static_cast<int>(number)};
-    }
-    return std::nullopt;
-}
-
-bool CaptionKeys::IsOurs(const QWidget* widget) const
-{
-    return widget && (widget == &m_strip.Bar() || ButtonPart(widget));
-}
-
-bool CaptionKeys::OpensPopup(const CaptionHit& part) const
-{
-    switch (part.part) {
-    case CaptionPart::Item:
-        return m_strip.Form().itemsArePopups;
-    case CaptionPart::Button:
-        return part.index == kKvCaptionApplication || part.index == kKvCaptionMenu;
-    default:
-        return part.part == CaptionPart::Flag;
-    }
-}
-
-bool CaptionKeys::CanPress(const CaptionHit& part) const
-{
-    switch (part.part) {
-    case CaptionPart::Item:
-        return part.index >= 0 && part.index < m_strip.ItemCount() && !m_strip.Item(part.index).disabled;
-    case CaptionPart::Flag:
-        return m_strip.ShowsFlag();
-    case CaptionPart::Button: {
-        const QWidget& button = m_strip.Button(static_cast<UINT>(part.index));
-        return button.isVisible() && button.isEnabled();
-    }
-    default:
-        return false;
-    }
-}
-
-std::vector<CaptionStop> CaptionKeys::Stops() const
-{
-    std::vector<CaptionStop> stops = CaptionStops(m_strip.Parts());
-    for (CaptionStop& stop : stops)
-        stop.enabled = CanPress(stop.hit);
-    return stops;
-}
-
 std::vector<CaptionKeys::Tip> CaptionKeys::Tips() const
 {
     const std::vector<CaptionStop> stops = Stops();
@@ -326,8 +233,10 @@ std::vector<CaptionKeys::Tip> CaptionKeys::Tips() const
         if (stop.hit.part == CaptionPart::Flag) {
             part.label = KvGuiRes::LoadStringW(kSwitchText);
         } else if (stop.hit.part == CaptionPart::Button) {
-            const QAbstractButton& button = m_strip.Button(static_cast<UINT>(index));
-            part.label = KvFromQString(button.text().isEmpty() ? button.toolTip() : button.text());
+            const CKvButton& button = m_strip.Button(static_cast<UINT>(index));
+            part.label = button.GetWindowText();
+            if (part.label.empty())
+                part.label = KvFromQString(button.toolTip());
         } else if (m_strip.Form().itemsArePopups) {
             char mnemonic = 0;
             part.kind = KeyTipKind::Mnemonic;
@@ -358,90 +267,6 @@ wchar_t CaptionKeys::KeyOf(const CaptionHit& part) const
     return 0;
 }
 
-void CaptionKeys::Enter()
-{
-    int selected = m_strip.ItemCount() - 1;
-    while (selected >= 0 && !m_strip.Item(selected).selected)
-        --selected;
-    const std::vector<CaptionStop> stops = Stops();
-    const int entry = EntryStop(stops, selected);
-    if (entry >= 0)
-        Focus(stops[static_cast<std::size_t>(entry)].hit);
-}
-
-void CaptionKeys::Focus(const CaptionHit& part)
-{
-    InvalidateFocus();
-    if (!m_focus) {
-        QWidget* now = m_strip.Frame()->focusWidget();
-        m_previous = IsOurs(now) ? nullptr : now;
-    }
-    m_focus = part;
-    InvalidateFocus();
-    // As a popup would: an editor keeps its selection, and nobody takes it for the end of an edit.
-    const QPointer<CaptionKeys> self(this);
-    m_strip.Bar().setFocus(Qt::PopupFocusReason);
-    if (self && part.part == CaptionPart::Button)
-        m_strip.Button(static_cast<UINT>(part.index)).setFocus(Qt::TabFocusReason);
-    if (self)
-        m_told();
-}
-
-void CaptionKeys::Leave()
-{
-    if (!m_focus)
-        return;
-    InvalidateFocus();
-    m_focus.reset();
-    const QPointer<CaptionKeys> self(this);
-    const QPointer<QWidget> back = std::exchange(m_previous, nullptr);
-    QWidget* now = m_strip.Frame()->focusWidget();
-    if (back && back->isVisible() && back->window() == m_strip.Frame())
-        back->setFocus(Qt::PopupFocusReason);
-    else if (IsOurs(now))
-        now->clearFocus();
-    if (self)
-        m_told();
-}
-
-void CaptionKeys::Press(const CaptionHit& part)
-{
-    if (!CanPress(part))
-        return;
-    const CaptionHit pressed = part;
-    const bool wasFocused = m_focus.has_value();
-    const QPointer<CaptionKeys> self(this);
-    EndAlt();
-    Leave();
-    if (!self)
-        return;
-    m_escaped = false;
-    if (pressed.part == CaptionPart::Item)
-        m_strip.PressItem(pressed.index);
-    else if (pressed.part == CaptionPart::Flag)
-        m_strip.PressFlag();
-    else
-        m_strip.Button(static_cast<UINT>(pressed.index)).click();
-    if (self && wasFocused && m_escaped && CanPress(pressed))
-        Focus(pressed);
-}
-
-void CaptionKeys::Step(CaptionStep step)
-{
-    const std::vector<CaptionStop> stops = Stops();
-    const int to = WalkStops(stops, FindStop(stops, *m_focus), step);
-    if (to >= 0)
-        Focus(stops[static_cast<std::size_t>(to)].hit);
-}
-
-void CaptionKeys::PartsChanged()
-{
-    if (m_focus && !CanPress(*m_focus))
-        Leave();
-    if (m_overlay)
-        ShowTips();
-}
-
 void CaptionKeys::BeginAlt(Qt::KeyboardModifiers modifiers)
 {
     EndAlt();
@@ -467,33 +292,6 @@ void CaptionKeys::ShowTips()
     }
     m_overlay = std::make_unique<KeyTipOverlay>(m_strip.Bar(), std::move(labels),
                                                 m_strip.Band().bottom + kLabelsBelowBand);
-}
-
-void CaptionKeys::InvalidateFocus()
-{
-    if (m_focus && m_focus->part == CaptionPart::Item && m_focus->index < m_strip.ItemCount())
-        m_strip.Invalidate(RingRect(m_strip.Item(m_focus->index).rect));
-    else if (m_focus && m_focus->part == CaptionPart::Flag)
-        m_strip.Invalidate(RingRect(m_strip.FlagRect()));
-}
-
-void CaptionKeys::DrawFocus(Graphics& graphics) const
-{
-    if (!m_focus || m_focus->part == CaptionPart::Button || !CanPress(*m_focus))
-        return;
-    const bool isItem = m_focus->part == CaptionPart::Item;
-    const QRectF ring(QRect(RingRect(isItem ? m_strip.Item(m_focus->index).rect : m_strip.FlagRect())));
-    const DevicePixels pixels(graphics);
-    const QRectF outer = pixels.Snapped(ring);
-    const qreal width = pixels.Hairline();
-    QPainterPath path;
-    path.addRoundedRect(outer, kRingRadius, kRingRadius);
-    path.addRoundedRect(outer.adjusted(width, width, -width, -width), kRingRadius - width,
-                        kRingRadius - width);
-    graphics.save();
-    graphics.setRenderHint(QPainter::Antialiasing);
-    graphics.fillPath(path, FocusColour());
-    graphics.restore();
 }
 
 } // namespace kv

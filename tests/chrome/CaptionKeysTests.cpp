@@ -1,0 +1,398 @@
+// What keys and screen readers do to the two caption bars.
+#include "KvGuiRes.h"
+#include "KvRibbonMenuBar.h"
+#include "KvRibbonTitlebar.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPointer>
+#include <QShortcut>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Does something each time a popup has opened.
+class PopupWatcher : public QObject
+{
+public:
+    explicit PopupWatcher(std::function<void(QMenu&)> opened) : m_opened(std::move(opened))
+    {
+        qApp->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (auto* menu = qobject_cast<QMenu*>(watched); menu && event->type() == QEvent::Show)
+            QMetaObject::invokeMethod(
+                menu, [this, menu] { m_opened(*menu); }, Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    std::function<void(QMenu&)> m_opened;
+};
+
+/// A frame away from the screen's corner with an editor that has the focus, and a caption bar above it.
+/// What happens is written down in `heard`.
+class CaptionKeys : public testing::Test
+{
+protected:
+    void Show(CKvCaptionBar& caption)
+    {
+        bar = &caption;
+        frame.setGeometry(130, 70, 900, 300);
+        caption.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 900, 96), &frame, 7);
+        edit.setGeometry(10, 200, 200, 30);
+        edit.setText(QStringLiteral("text"));
+        other.setGeometry(10, 240, 200, 30);
+        frame.show();
+        QApplication::setActiveWindow(&frame);
+        edit.setFocus();
+    }
+
+    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QWidget* popup = QApplication::activePopupWidget();
+        QWidget* focus = QApplication::focusWidget();
+        QTest::keyClick(popup   ? popup
+                        : focus ? focus
+                                : const_cast<QWidget*>(&frame),
+                        Qt::Key(key), modifiers);
+    }
+
+    /// "F10 Right Alt+2 Alt": each key in turn.
+    void Keys(const QString& keys) const
+    {
+        for (const QString& name : keys.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+            if (name == QLatin1String("Alt")) {
+                Key(Qt::Key_Alt);
+            } else {
+                const QKeyCombination key = QKeySequence(name)[0];
+                Key(key.key(), key.keyboardModifiers());
+            }
+        }
+    }
+
+    QAccessibleInterface& Accessible() const { return *QAccessible::queryAccessibleInterface(bar); }
+
+    /// The accessible name of what has the focus; "edit" for the editor.
+    QString FocusName() const
+    {
+        QWidget* focus = QApplication::focusWidget();
+        if (!focus || focus == &edit)
+            return QString::fromLatin1(focus ? "edit" : "nothing");
+        QAccessibleInterface* part = Accessible().focusChild();
+        return part ? part->text(QAccessible::Name) : QStringLiteral("?");
+    }
+
+    QAccessibleInterface* Part(const QString& name) const
+    {
+        for (int i = 0; i < Accessible().childCount(); ++i) {
+            if (Accessible().child(i)->text(QAccessible::Name) == name)
+                return Accessible().child(i);
+        }
+        return nullptr;
+    }
+
+    QWidget frame;
+    QLineEdit edit{&frame};
+    QLineEdit other{&frame};
+    CKvCaptionBar* bar = nullptr;
+    mutable QString heard;
+};
+
+class TitleBarKeys : public CaptionKeys, protected IKvRibbonTitleBarSmartMenu
+{
+protected:
+    TitleBarKeys()
+    {
+        auto* titlebar = new CKvRibbonTitlebar;
+        title = titlebar;
+        Show(*titlebar);
+        Add(1, L"Titles", {L"Design", L"Animate", L"Rules"});
+        Add(2, L"Media", {L"Clips"});
+        titlebar->ActiveTitleBar(1, 1);
+        titlebar->EnableRibbonItem(1, L"Animate", 0);
+        QObject::connect(titlebar, &CKvRibbonTitlebar::RibbonItemSelected,
+                         [this](quint32, const QString& name) { heard += name + QLatin1Char(' '); });
+        KvGuiRes::RegisterMenu(L"keys", [] {
+            auto menu = std::make_unique<QMenu>();
+            menu->addAction(QStringLiteral("One"))->setData(101);
+            return menu;
+        });
+    }
+    ~TitleBarKeys() override { delete title; }
+
+    int GetMenuName(wchar_t name[260]) override
+    {
+        wcscpy(name, L"keys");
+        return 1;
+    }
+    int OnCommand(unsigned command) override
+    {
+        heard += QStringLiteral("command %1 in %2 ").arg(command).arg(FocusName());
+        return 1;
+    }
+
+    void Add(unsigned id, const wchar_t* text, std::initializer_list<const wchar_t*> tabs)
+    {
+        title->BeginAddTitleBar(L"app", text, nullptr, id, this);
+        for (const wchar_t* tab : tabs)
+            title->AddRibbonItem(tab, nullptr, nullptr, 0);
+        title->EndAddTitleBar();
+    }
+
+    QPointer<CKvRibbonTitlebar> title;
+};
+
+constexpr char kSwitch[] = "Switch Application (Alt+F1)";
+
+TEST_F(TitleBarKeys, KeysWalkThePartsAndPressThem)
+{
+    struct
+    {
+        const char* keys;
+        QString focus;
+        const char* heard;
+    } const rows[] = {
+        {"F10", "Design", ""},
+        {"Alt", "Design", ""},
+        {"F10 Right", "Rules", ""},
+        {"F10 Right Right", kSwitch, ""},
+        {"F10 Left", "Titles", ""},
+        {"F10 Home", "Titles", ""},
+        {"F10 End", "Close", ""},
+        {"F10 End Left Left Left", "AppMenu", ""},
+        {"F10 End Right", "Titles", ""},
+        {"F10 Right Down", "Rules", ""},
+        {"F10 Right Return", "edit", "Rules "},
+        {"F10 Left Right Space", "edit", ""},
+        {"Alt Escape", "edit", ""},
+        {"Alt Alt", "edit", ""},
+        {"F10 End F10", "edit", ""},
+        {"F10 Tab", "edit", ""},
+        {"Alt+3", "edit", "Rules "},
+        {"Alt+2", "edit", ""},
+        {"Alt+3 Alt+1", "edit", "Rules Design "},
+        {"Shift+F10", "edit", ""},
+        {"Alt+Shift+3", "edit", ""},
+        {"Right", "edit", ""},
+    };
+    for (const auto& row : rows) {
+        title->ActiveRibbonItem(1, L"Design");
+        edit.setFocus();
+        heard.clear();
+        Keys(QString::fromLatin1(row.keys));
+        EXPECT_EQ(FocusName().toStdString(), row.focus.toStdString()) << row.keys;
+        EXPECT_EQ(heard.toStdString(), row.heard) << row.keys;
+    }
+    EXPECT_EQ(edit.text(), QStringLiteral("text")) << "no key of the bar was typed";
+}
+
+TEST_F(TitleBarKeys, AltCountsOnlyAlone)
+{
+    QTest::keyPress(&edit, Qt::Key_Alt, Qt::NoModifier);
+    QTest::mouseClick(&other, Qt::LeftButton);
+    QTest::keyRelease(&edit, Qt::Key_Alt, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &edit);
+    QTest::keyPress(&edit, Qt::Key_Alt, Qt::NoModifier);
+    QTest::keyClick(&edit, Qt::Key_Left, Qt::AltModifier);
+    QTest::keyRelease(&edit, Qt::Key_Alt, Qt::AltModifier);
+    EXPECT_EQ(FocusName(), QStringLiteral("edit"));
+    Keys(QStringLiteral("Alt"));
+    QTest::mousePress(&other, Qt::LeftButton);
+    EXPECT_EQ(FocusName(), QStringLiteral("edit")) << "a click leaves the bar";
+}
+
+TEST_F(TitleBarKeys, ShortcutsOfTheHostComeFirst)
+{
+    QShortcut third(QKeySequence(QStringLiteral("Alt+3")), &frame);
+    QShortcut menu(QKeySequence(Qt::Key_F10), &frame);
+    QShortcut escape(QKeySequence(Qt::Key_Escape), &frame);
+    int escapes = 0;
+    for (QShortcut* shortcut : {&third, &menu, &escape})
+        QObject::connect(shortcut, &QShortcut::activated, [&, shortcut] {
+            if (shortcut == &escape)
+                ++escapes;
+            else
+                heard += QStringLiteral("host ");
+        });
+    Keys(QStringLiteral("Alt+3 F10"));
+    EXPECT_EQ(heard, QStringLiteral("host host "));
+    EXPECT_EQ(FocusName(), QStringLiteral("edit"));
+    Keys(QStringLiteral("Alt Escape"));
+    EXPECT_EQ(FocusName(), QStringLiteral("edit"));
+    EXPECT_EQ(escapes, 0) << "the bar has the focus: Escape is its own";
+}
+
+TEST_F(TitleBarKeys, CommandsFindTheFocusWhereItWas)
+{
+    edit.selectAll();
+    PopupWatcher choose([this](QMenu&) { Keys(QStringLiteral("Down Return")); });
+    Keys(QStringLiteral("F10 End Left Left Left Down"));
+    EXPECT_EQ(heard, QStringLiteral("command 101 in edit "));
+    EXPECT_EQ(edit.selectedText(), QStringLiteral("text"));
+}
+
+TEST_F(TitleBarKeys, EscapeFromAPopupComesBackToItsButton)
+{
+    PopupWatcher dismiss([this](QMenu&) { Keys(QStringLiteral("Escape")); });
+    Keys(QStringLiteral("F10 End Left Left Left Space"));
+    EXPECT_EQ(heard, QStringLiteral("command 0 in edit "));
+    EXPECT_EQ(FocusName(), QStringLiteral("AppMenu"));
+    Keys(QStringLiteral("Escape"));
+    EXPECT_EQ(FocusName(), QStringLiteral("edit"));
+}
+
+TEST_F(TitleBarKeys, TipsShowWhileAltIsDown)
+{
+    const auto tips = [this] { return title->findChild<QWidget*>(QStringLiteral("kvKeyTips")); };
+    QTest::keyPress(&edit, Qt::Key_Alt, Qt::NoModifier);
+    EXPECT_FALSE(tips()) << "not for a quick Alt with a letter";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tips() != nullptr; }));
+    EXPECT_EQ(QApplication::widgetAt(title->mapToGlobal(QPoint(300, 10))), title.data())
+        << "clicks go through";
+    QTest::keyClick(&edit, Qt::Key_3, Qt::AltModifier);
+    EXPECT_FALSE(tips());
+    EXPECT_EQ(heard, QStringLiteral("Rules "));
+    QTest::keyRelease(&edit, Qt::Key_Alt, Qt::AltModifier);
+    EXPECT_EQ(FocusName(), QStringLiteral("edit"));
+}
+
+TEST_F(TitleBarKeys, TheBarMayDieAtAKey)
+{
+    QObject::connect(title, &CKvRibbonTitlebar::RibbonItemSelected, [this] { delete title; });
+    Keys(QStringLiteral("F10 Right Return F10 Alt"));
+    EXPECT_FALSE(title);
+    EXPECT_EQ(QApplication::focusWidget(), &edit);
+}
+
+TEST_F(TitleBarKeys, ScreenReadersFindTheParts)
+{
+    EXPECT_EQ(Accessible().role(), QAccessible::PageTabList);
+    struct
+    {
+        const char* name;
+        QAccessible::Role role;
+        bool selected;
+        bool disabled;
+    } const rows[] = {
+        {"Design", QAccessible::PageTab, true, false},
+        {"Animate", QAccessible::PageTab, false, true},
+        {"Rules", QAccessible::PageTab, false, false},
+        {kSwitch, QAccessible::Button, false, false},
+        {"Close", QAccessible::Button, false, false},
+        {"KolvaUntitled", QAccessible::StaticText, false, false},
+    };
+    const QRect whole = Accessible().rect();
+    EXPECT_EQ(whole.topLeft(), title->mapToGlobal(QPoint()));
+    for (const auto& row : rows) {
+        QAccessibleInterface* part = Part(QString::fromLatin1(row.name));
+        ASSERT_TRUE(part) << row.name;
+        EXPECT_EQ(part->role(), row.role) << row.name;
+        EXPECT_EQ(part->state().selected, row.selected) << row.name;
+        EXPECT_EQ(part->state().disabled, row.disabled) << row.name;
+        EXPECT_TRUE(whole.contains(part->rect())) << row.name;
+        EXPECT_EQ(Accessible().childAt(part->rect().center().x(), part->rect().center().y()), part)
+            << row.name;
+        EXPECT_EQ(Accessible().child(Accessible().indexOfChild(part)), part) << row.name;
+        EXPECT_EQ(part->parent(), &Accessible()) << row.name;
+    }
+    EXPECT_EQ(Part(QStringLiteral("Rules"))->text(QAccessible::Accelerator), QStringLiteral("Alt+3"));
+}
+
+TEST_F(TitleBarKeys, ScreenReadersPressAndFocusTabs)
+{
+    QAccessibleInterface* rules = Part(QStringLiteral("Rules"));
+    ASSERT_TRUE(rules && rules->actionInterface());
+    rules->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(heard, QStringLiteral("Rules "));
+    EXPECT_TRUE(rules->state().selected);
+    rules->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_TRUE(rules->state().focused);
+    EXPECT_FALSE(Accessible().state().focused) << "one only";
+    QAccessibleInterface* animate = Part(QStringLiteral("Animate"));
+    EXPECT_TRUE(!animate->actionInterface() || animate->actionInterface()->actionNames().isEmpty());
+    title->ActiveTitleBar(2, 1);
+    EXPECT_FALSE(rules->isValid()) << "another application's tabs are others";
+    EXPECT_TRUE(Part(QStringLiteral("Clips")));
+}
+
+class MenuBarKeys : public CaptionKeys, protected IKvRibbonMenuBarSmartMenu
+{
+protected:
+    MenuBarKeys()
+    {
+        auto* menubar = new CKvRibbonMenuBar;
+        menus = menubar;
+        Show(*menubar);
+        menu.addMenu(QStringLiteral("&File"))->addAction(QStringLiteral("Save"))->setData(201);
+        menu.addMenu(QStringLiteral("&view"))->addAction(QStringLiteral("Copy"))->setData(202);
+        menubar->BeginAddMenuBar(L"app", L"Titles", 1, &menu, this);
+        menubar->EndAddMenuBar();
+        menubar->ActiveMenuBar(1);
+    }
+    ~MenuBarKeys() override { delete menus; }
+
+    int OnCommand(HMENU, unsigned command) override
+    {
+        heard += QStringLiteral("command %1 in %2 ").arg(command).arg(FocusName());
+        return 1;
+    }
+
+    QMenu menu;
+    QPointer<CKvRibbonMenuBar> menus;
+};
+
+TEST_F(MenuBarKeys, KeysOpenTheItems)
+{
+    struct
+    {
+        const char* keys;
+        const char* heard;
+    } const rows[] = {
+        {"F10 Down", "command 201 in edit "},
+        {"Alt Right Return", "command 202 in edit "},
+        {"Alt+F", "command 201 in edit "},
+        {"Alt+V", ""},
+        {"F10 Right Escape", ""},
+    };
+    PopupWatcher choose([this](QMenu&) { Keys(QStringLiteral("Down Return")); });
+    for (const auto& row : rows) {
+        heard.clear();
+        Keys(QString::fromLatin1(row.keys));
+        EXPECT_EQ(heard.toStdString(), row.heard) << row.keys;
+        EXPECT_EQ(FocusName(), QStringLiteral("edit")) << row.keys;
+    }
+}
+
+TEST_F(MenuBarKeys, EscapeFromAPopupComesBackToItsItem)
+{
+    PopupWatcher dismiss([this](QMenu&) { Keys(QStringLiteral("Escape")); });
+    Keys(QStringLiteral("F10 Right Down"));
+    EXPECT_EQ(FocusName(), QStringLiteral("view"));
+    EXPECT_EQ(QApplication::focusWidget(), menus.data());
+}
+
+TEST_F(MenuBarKeys, ScreenReadersFindTheItems)
+{
+    EXPECT_EQ(Accessible().role(), QAccessible::MenuBar);
+    QAccessibleInterface* file = Part(QStringLiteral("File"));
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->role(), QAccessible::MenuItem);
+    EXPECT_TRUE(file->state().hasPopup);
+    EXPECT_EQ(file->text(QAccessible::Accelerator), QStringLiteral("Alt+F"));
+    EXPECT_EQ(Part(QStringLiteral("view"))->text(QAccessible::Accelerator), QString());
+    PopupWatcher choose([this](QMenu&) { Keys(QStringLiteral("Down Return")); });
+    file->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(heard, QStringLiteral("command 201 in edit "));
+}
+
+} // namespace
