@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kTipDelay = 400ms; ///< a quick Alt with a letter shows no tips
 constexpr UINT kSwitchText = 15040;
-constexpr int kLabelsBelowBand = 2; ///< the labels' middle
+constexpr int kLabelsBelowBand = 4; ///< the labels' middle, clear of the items' letters
 
 /// Keys that the bar takes while it has the focus.
 bool IsFocusKey(const QKeyEvent& event)
@@ -214,11 +214,11 @@ bool CaptionKeys::PressTip(const QKeyEvent& event)
     for (const Tip& tip : Tips()) {
         if (static_cast<UINT>(tip.key) != key)
             continue;
-        if (tip.kind == KeyTipKind::Mnemonic || !tip.stop.enabled)
+        if (tip.kind == KeyTipKind::Mnemonic)
             return false;
         const CaptionHit part = tip.stop.hit;
         Press(part);
-        return true;
+        return true; // of a disabled part, too: an editor would type it
     }
     return false;
 }
