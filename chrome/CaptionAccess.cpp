@@ -170,10 +170,14 @@ AccessiblePart CaptionAccess::Describe(Key key) const
     } else {
         part = DescribeItem(IndexOf(key));
     }
-    if (const wchar_t tip = m_keys.KeyOf(PartOf(key)))
-        part.shortcut = QStringLiteral("Alt+") + QChar(static_cast<char16_t>(tip));
     part.actions = {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::setFocusAction()};
     return part;
+}
+
+QString CaptionAccess::Shortcut(Key key) const
+{
+    const wchar_t tip = key == kTitleKey ? wchar_t{0} : m_keys.KeyOf(PartOf(key));
+    return tip == 0 ? QString() : QStringLiteral("Alt+") + QChar(static_cast<char16_t>(tip));
 }
 
 std::optional<Key> CaptionAccess::FocusedPart() const

@@ -30,6 +30,7 @@ public:
     Key KeyAt(int index) const override;
     int IndexOf(Key key) const override;
     AccessiblePart Describe(Key key) const override;
+    QString Shortcut(Key key) const override;
     std::optional<Key> FocusedPart() const override;
     void DoAction(Key key, const QString& action) override;
 
