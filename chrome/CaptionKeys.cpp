@@ -91,6 +91,13 @@ bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
     case QEvent::Wheel:
         EndAlt();
         return false;
+    case QEvent::Show:
+        // Also one that a menu entry's mnemonic opened: its command, too, finds the focus where it was.
+        if (watched->isWidgetType() && static_cast<const QWidget*>(watched)->windowType() == Qt::Popup) {
+            EndAlt();
+            Leave();
+        }
+        return false;
     case QEvent::WindowDeactivate:
         if (watched == m_strip.Frame()) {
             EndAlt();

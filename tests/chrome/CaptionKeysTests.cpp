@@ -361,6 +361,7 @@ TEST_F(MenuBarKeys, KeysOpenTheItems)
         {"F10 Down", "command 201 in edit "},
         {"Alt Right Return", "command 202 in edit "},
         {"Alt+F", "command 201 in edit "},
+        {"F10 Right Alt+F", "command 201 in edit "},
         {"Alt+V", ""},
         {"F10 Right Escape", ""},
     };
