@@ -35,10 +35,8 @@ QSize PictureSize(const wchar_t* picture)
 
 void CaptionButtons::Create(QWidget& bar, const CRect& application)
 {
-    for (CKvButton*& button : m_buttons) {
+    for (CKvButton*& button : m_buttons)
         button = new CKvButton;
-        button->setFocusPolicy(Qt::NoFocus); // a click leaves the focus where the user works
-    }
     Get(kKvCaptionApplication)
         .CreateButton(kKvCaptionApplication, &bar, application, WS_VISIBLE, nullptr, nullptr);
     for (const ButtonLook& look : kWindowButtons) {

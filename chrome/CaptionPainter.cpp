@@ -3,6 +3,7 @@
 #include "chrome/CaptionLayout.h"
 #include "platform/DevicePixels.h"
 #include "platform/SkinColours.h"
+#include "platform/SkinPictures.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -53,10 +54,7 @@ void CaptionPainter::DrawBackground(Graphics& graphics, const CRect& client, con
 
 void CaptionPainter::DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place)
 {
-    if (picture.IsNull() || place.IsRectEmpty())
-        return;
-    const QPixmap pixmap = picture.Pixmap(place.Size(), graphics.deviceTransform().m11());
-    graphics.drawPixmap(DevicePixels(graphics).Snapped(QRect(place)), pixmap, pixmap.rect());
+    DrawSkinPicture(graphics, picture, QRectF(QRect(place)));
 }
 
 void CaptionPainter::DrawTitle(Graphics& graphics, const CRect& place, const QString& text)

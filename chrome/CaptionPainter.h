@@ -19,7 +19,7 @@ public:
     /// The skin changed.
     void Forget() { m_background = {}; }
 
-    /// A picture at its place, sharp at any pixel ratio.
+    /// A picture at its place.
     static void DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place);
     /// A text of one line, centred vertically, cut with an ellipsis at its right, in the painter's pen and
     /// font.

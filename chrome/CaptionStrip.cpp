@@ -1,7 +1,9 @@
 #include "chrome/CaptionStrip.h"
 
 #include "KvGuiRes.h"
+#include "chrome/CaptionAccess.h"
 #include "chrome/CaptionButtons.h"
+#include "chrome/CaptionKeys.h"
 #include "chrome/CaptionPainter.h"
 #include "platform/FrameState.h"
 #include "platform/SkinColours.h"
@@ -32,7 +34,9 @@ struct CaptionStrip::Impl
     CRect staticTitle;
     QString titleTip;
     const SKvGuiBasicSettings* settings = nullptr;
-    QPointer<QWidget> frame; ///< the one that is watched
+    QPointer<QWidget> frame;               ///< the one that is watched
+    std::unique_ptr<CaptionKeys> keys;     ///< from CreateButtons on
+    std::unique_ptr<CaptionAccess> access; ///< likewise
 };
 
 CaptionStrip::CaptionStrip(const CaptionForm& form) : m_form(form), m_impl(std::make_unique<Impl>()) {}
@@ -51,6 +55,8 @@ void CaptionStrip::CreateButtons()
     const CRect band = Band();
     m_impl->buttons.Create(*m_bar, {band.left, band.top, band.left + kFirstApplicationWidth, band.bottom});
     Button(kKvCaptionApplication).setFont(m_impl->settings ? m_impl->settings->font : QFont());
+    m_impl->keys = std::make_unique<CaptionKeys>(*this, [this] { AccessLater(); });
+    m_impl->access = std::make_unique<CaptionAccess>(*this, *m_impl->keys);
     WatchFrame();
     const QWidget& frame = *Frame();
     ShowMaximised(m_form.followsFrame && HasMaximiseBox(frame) && FrameShowState(frame) == kShowMaximised);
@@ -64,8 +70,24 @@ void CaptionStrip::Layout()
     LayoutItems();
     const QPointer<CKvCaptionBar> bar(m_bar);
     LayoutToolWindows(); // they are the host's
-    if (bar)
-        bar->update();
+    if (!bar)
+        return;
+    bar->update();
+    PartsChanged();
+}
+
+void CaptionStrip::PartsChanged()
+{
+    if (!m_impl->access)
+        return;
+    m_impl->keys->PartsChanged();
+    m_impl->access->Update();
+}
+
+void CaptionStrip::AccessLater()
+{
+    if (m_impl->access)
+        m_impl->access->UpdateLater();
 }
 
 void CaptionStrip::LayoutItems()
@@ -131,6 +153,7 @@ QWidget* CaptionStrip::Frame() const
 void CaptionStrip::Invalidate(const CRect& rect)
 {
     m_bar->update(QRect(rect));
+    AccessLater();
 }
 
 // --- Texts and colours ---
@@ -179,6 +202,7 @@ void CaptionStrip::SkinChanged()
     if (!m_impl->buttons.Exist())
         return;
     m_impl->buttons.Renew();
+    m_impl->access->TextsChanged();
     Remeasure();
 }
 
@@ -219,6 +243,8 @@ void CaptionStrip::Paint(Graphics& graphics)
     graphics.setPen(TextColour());
     CaptionPainter::DrawTitle(graphics, m_impl->staticTitle, Title());
     CaptionPainter::DrawPicture(graphics, KvGuiRes::LoadImageW(L"appswitch"), FlagRect());
+    if (m_impl->keys)
+        m_impl->keys->DrawFocus(graphics);
 }
 
 // The text's overhang changes colour, too.

@@ -94,8 +94,11 @@ public:
     /// Maximises or restores the frame.
     void RequestMaximised(bool maximise);
     bool IsButton(const QObject* object) const;
+    /// Parts came, went or moved: the keys' focus and screen readers learn of it. `Layout` does it.
+    void PartsChanged();
 
 private:
+    void AccessLater();
     QString Title() const;
     void LayoutItems();
     void OpenApplicationMenu();

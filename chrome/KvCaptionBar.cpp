@@ -198,6 +198,11 @@ bool CKvCaptionBar::eventFilter(QObject* watched, QEvent* event)
         if (watched->parent() == this)
             OnMouseLeave();
         break;
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+        if (m_strip->IsButton(watched))
+            m_strip->PartsChanged();
+        break;
     case QEvent::ToolTip:
         if (m_strip->Form().coloursTips && m_strip->IsButton(watched))
             kv::CaptionButtons::ColourTip(static_cast<QWidget&>(*watched));

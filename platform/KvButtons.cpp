@@ -3,6 +3,7 @@
 #include "KvGuiRes.h"
 #include "platform/DevicePixels.h"
 #include "platform/SkinColours.h"
+#include "platform/SkinPictures.h"
 #include "platform/VirtualKey.h"
 
 #include <QAccessibleWidget>
@@ -50,15 +51,9 @@ void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& roo
         size.scale(room.size(), Qt::KeepAspectRatio);
     QRect place(QPoint(), size);
     place.moveCenter(room.center());
-    const QRectF target = kv::DevicePixels(painter).Snapped(place);
-    if (opacity == 1) {
-        picture.Draw(painter, target);
-        return;
-    }
     // As a whole: shapes that overlap would shine through one another.
-    const QPixmap pixmap = picture.Pixmap(size, painter.deviceTransform().m11());
     painter.setOpacity(opacity);
-    painter.drawPixmap(target, pixmap, pixmap.rect());
+    kv::DrawSkinPicture(painter, picture, place);
     painter.setOpacity(1);
 }
 
