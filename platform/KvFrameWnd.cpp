@@ -1,4 +1,4 @@
-#include "KvGuiRes.h"
+#include "KvCaptionBar.h"
 #include "KvMenu.h"
 #include "KvWnd.h"
 #include "chrome/FrameEdges.h"
@@ -26,6 +26,12 @@ QPoint PixelOf(QPointF point)
     return {qFloor(point.x()), qFloor(point.y())};
 }
 
+bool IsCaptionButton(QWidget* part)
+{
+    const UINT id = KvGetDlgItemId(part);
+    return id >= kKvCaptionApplication && id <= kKvCaptionMenu;
+}
+
 constexpr int kCaptionBottom = 25; // of the caption band
 constexpr QSize kSmallestFrame{240, 100};
 
@@ -44,7 +50,8 @@ struct CKvFrameWnd::Impl
     void UpdateMinimum(CKvFrameWnd& frame);
 };
 
-// The caption bar decides for its own area: its buttons and items reach into the border.
+// The caption bar decides for its own area: its buttons and items reach into the border. Tool windows that
+// stand in it do not.
 unsigned CKvFrameWnd::Impl::EdgesAt(const CKvFrameWnd& frame, QPoint point) const
 {
     if (!kv::HasResizeBorder(frame))
@@ -52,9 +59,11 @@ unsigned CKvFrameWnd::Impl::EdgesAt(const CKvFrameWnd& frame, QPoint point) cons
     const unsigned edges = kv::FrameEdgesAt(point, frame.rect());
     if (edges == kv::kNoEdge)
         return edges;
-    for (const QWidget* child = frame.childAt(point); child; child = child->parentWidget()) {
-        if (child->inherits("CKvCaptionBar"))
-            return kv::kNoEdge;
+    QWidget* part = nullptr;
+    for (QWidget* child = frame.childAt(point); child; child = child->parentWidget()) {
+        if (qobject_cast<CKvCaptionBar*>(child))
+            return !part || IsCaptionButton(part) ? kv::kNoEdge : edges;
+        part = child;
     }
     return edges;
 }
