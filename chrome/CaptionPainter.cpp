@@ -5,7 +5,6 @@
 #include "platform/SkinColours.h"
 #include "platform/SkinPictures.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 
 namespace kv {
@@ -55,16 +54,6 @@ void CaptionPainter::DrawBackground(Graphics& graphics, const CRect& client, con
 void CaptionPainter::DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place)
 {
     DrawSkinPicture(graphics, picture, QRectF(QRect(place)));
-}
-
-void CaptionPainter::DrawTitle(Graphics& graphics, const CRect& place, const QString& text)
-{
-    if (text.isEmpty() || place.IsRectEmpty())
-        return;
-    const QString shown = graphics.fontMetrics().elidedText(text, Qt::ElideRight, place.Width());
-    graphics.drawText(
-        QRect(place),
-        static_cast<int>(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
 }
 
 } // namespace kv

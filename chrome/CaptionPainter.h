@@ -21,9 +21,6 @@ public:
 
     /// A picture at its place.
     static void DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place);
-    /// A text of one line, centred vertically, cut with an ellipsis at its right, in the painter's pen and
-    /// font.
-    static void DrawTitle(Graphics& graphics, const CRect& place, const QString& text);
 
 private:
     QPixmap m_background; ///< as it was drawn last

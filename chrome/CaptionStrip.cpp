@@ -5,6 +5,7 @@
 #include "chrome/CaptionButtons.h"
 #include "chrome/CaptionKeys.h"
 #include "chrome/CaptionPainter.h"
+#include "chrome/CaptionTexts.h"
 #include "platform/FrameState.h"
 #include "platform/SkinColours.h"
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int kFirstApplicationWidth = 120;
 constexpr UINT kSwitchText = 15040;
+constexpr const wchar_t* kSeparatorPicture = L"ribbontitlebar_seperator";
 
 CSize FlagSize()
 {
@@ -31,7 +33,9 @@ struct CaptionStrip::Impl
 {
     CaptionButtons buttons;
     CaptionPainter painter;
+    CaptionTexts texts;
     CRect staticTitle;
+    AdvancedLayout advanced;
     QString titleTip;
     const SKvGuiBasicSettings* settings = nullptr;
     QPointer<QWidget> frame;               ///< the one that is watched
@@ -68,6 +72,7 @@ void CaptionStrip::Layout()
         return;
     m_impl->buttons.Layout(Band());
     LayoutItems();
+    m_impl->advanced = {};
     const QPointer<CKvCaptionBar> bar(m_bar);
     LayoutToolWindows(); // they are the host's
     if (!bar)
@@ -104,6 +109,32 @@ void CaptionStrip::LayoutItems()
         Item(static_cast<int>(i)).rect = rects[i];
     const int* itemsRight = rects.empty() ? nullptr : &rects.back().right;
     m_impl->staticTitle = StaticTitleRect(Band(), itemsRight, Button(kKvCaptionMenu).x(), m_form);
+}
+
+void CaptionStrip::LayoutAdvanced(const CRect& area)
+{
+    m_impl->advanced = {};
+    const CaptionRecord* active = Active();
+    if (!active)
+        return;
+    CSize sizes[2];
+    const CSize* present[2] = {nullptr, nullptr};
+    QPointer<QWidget> windows[2];
+    for (std::size_t i = 0; i < 2; ++i) {
+        if (HWND handle = active->advanced[i].handle) {
+            sizes[i] = handle->size();
+            present[i] = &sizes[i];
+            windows[i] = handle;
+        }
+    }
+    const AdvancedLayout layout =
+        AdvancedToolRects(area, present, KvGuiRes::LoadImageW(kSeparatorPicture).Size());
+    m_impl->advanced = layout;
+    // What is moved may tell the host, who may do anything.
+    for (std::size_t i = 0; i < 2; ++i) {
+        if (windows[i])
+            windows[i]->move(layout.windows[i].TopLeft());
+    }
 }
 
 CRect CaptionStrip::Band() const
@@ -238,13 +269,27 @@ void CaptionStrip::Paint(Graphics& graphics)
     const QColor below = m_impl->settings ? QColor::fromRgba(m_impl->settings->background)
                                           : SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
     m_impl->painter.DrawBackground(graphics, m_bar->GetClientRect(), below);
+    const KvSkinImage separator = KvGuiRes::LoadImageW(kSeparatorPicture);
+    for (const CRect& place : m_impl->advanced.separators)
+        CaptionPainter::DrawPicture(graphics, separator, place);
     graphics.setFont(Font());
     DrawItems(graphics);
     graphics.setPen(TextColour());
-    CaptionPainter::DrawTitle(graphics, m_impl->staticTitle, Title());
+    m_impl->texts.DrawCut(graphics, m_impl->staticTitle, Title());
     CaptionPainter::DrawPicture(graphics, KvGuiRes::LoadImageW(L"appswitch"), FlagRect());
     if (m_impl->keys)
         m_impl->keys->DrawFocus(graphics);
+}
+
+void CaptionStrip::DrawItems(Graphics& graphics)
+{
+    const int right = m_bar->width();
+    for (int i = 0; i < ItemCount() && Item(i).rect.left < right; ++i) {
+        const CaptionItem& item = Item(i);
+        graphics.setPen(ItemColour(item));
+        m_impl->texts.Draw(graphics, item.rect, KvToQString(item.text), m_form.itemsArePopups);
+    }
+    DrawItemFrame(graphics);
 }
 
 // The text's overhang changes colour, too.

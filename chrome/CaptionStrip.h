@@ -47,8 +47,10 @@ public:
     virtual void PrepareApplicationMenu(CKvMenu& menu) = 0;
     /// A command of that menu which the strip itself does not know.
     virtual void DoApplicationCommand(UINT command) = 0;
-    virtual void DrawItems(Graphics& graphics) = 0;
-    /// Places the tool windows of the active record; called by `Layout`.
+    /// The frame of the selected or open item, over the items' texts.
+    virtual void DrawItemFrame(Graphics& graphics) = 0;
+    /// Places the tool windows of the active record, the last ones by `LayoutAdvanced`; called by `Layout`.
+    /// The bar may be gone afterwards.
     virtual void LayoutToolWindows() = 0;
     /// The font, the skin or the texts changed: measures again what is kept, then `Layout`.
     virtual void Remeasure() { Layout(); }
@@ -59,6 +61,8 @@ public:
     /// Everything again from the client rectangle: buttons, items, static title, tool windows, repaint.
     /// Nothing before `CreateButtons`.
     void Layout();
+    /// Places the advanced tool windows of the active record and their separators.
+    void LayoutAdvanced(const CRect& area);
     CRect Band() const;
     CRect ToolArea() const;
     CRect FlagRect() const;
@@ -101,6 +105,7 @@ private:
     void AccessLater();
     QString Title() const;
     void LayoutItems();
+    void DrawItems(Graphics& graphics);
     void OpenApplicationMenu();
     void Click(UINT number);
 

@@ -1,6 +1,5 @@
 #include "chrome/MenuBarStrip.h"
 
-#include "chrome/CaptionPainter.h"
 #include "chrome/MenuBarEvents.h"
 #include "platform/SkinColours.h"
 
@@ -16,12 +15,9 @@ constexpr int kButtonExtraWidth = 10;
 constexpr int kButtonAbove = 4; // of the application button above the band
 constexpr int kToolGap = 2;
 constexpr int kFrameReach = 3; // of an open item's frame beyond the item, its pen included
-constexpr const wchar_t* kSeparatorPicture = L"ribbontitlebar_seperator";
 constexpr const wchar_t* kFrameKey = L"keRibbonTitleBarTabFrameLightColor";
 constexpr DWORD kDefaultFrameColour = 0xFF686870u;
 constexpr double kFramePen = 1.8;
-constexpr int kItemText = static_cast<int>(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter) |
-                          Qt::TextSingleLine | Qt::TextShowMnemonic | Qt::TextDontClip;
 
 std::vector<MenuEntry> EntriesOf(const QMenu& menu)
 {
@@ -349,7 +345,6 @@ void MenuBarStrip::ShowToolWindows(const MenuBarRecord* leaving)
 // A window that is moved may tell the host, who may do anything.
 void MenuBarStrip::LayoutToolWindows()
 {
-    m_advanced = {};
     const MenuBarRecord* record = m_records.Active();
     if (!record)
         return;
@@ -360,38 +355,14 @@ void MenuBarStrip::LayoutToolWindows()
         area.left = place.x + tool->width() + kToolGap;
         tool->move(place);
     }
-    if (!run.Lives())
-        return;
-    CSize sizes[2];
-    const CSize* present[2] = {nullptr, nullptr};
-    for (int i = 0; i < 2; ++i) {
-        if (const QWidget* handle = record->advanced[i].handle) {
-            sizes[i] = handle->size();
-            present[i] = &sizes[i];
-        }
-    }
-    const AdvancedLayout layout =
-        AdvancedToolRects(area, present, KvGuiRes::LoadImageW(kSeparatorPicture).Size());
-    m_advanced = layout;
-    for (int i = 0; i < 2 && run.Lives(); ++i) {
-        if (QWidget* handle = record->advanced[i].handle)
-            handle->move(layout.windows[i].TopLeft());
-    }
+    if (run.Lives())
+        LayoutAdvanced(area);
 }
 
 // --- Drawing ---
 
-void MenuBarStrip::DrawItems(Graphics& graphics)
+void MenuBarStrip::DrawItemFrame(Graphics& graphics)
 {
-    const KvSkinImage separator = KvGuiRes::LoadImageW(kSeparatorPicture);
-    for (const CRect& rect : m_advanced.separators)
-        CaptionPainter::DrawPicture(graphics, separator, rect);
-    const int width = Bar().width();
-    for (int i = 0; i < ItemCount() && Item(i).rect.left < width; ++i) {
-        const CaptionItem& item = Item(i);
-        graphics.setPen(ItemColour(item));
-        graphics.drawText(QRect(item.rect), kItemText, KvToQString(item.text));
-    }
     if (m_open < 0 || m_open >= ItemCount())
         return;
     // Inflated by one; lines run through pixel centres.

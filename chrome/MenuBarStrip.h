@@ -62,7 +62,7 @@ public:
     void OpenMenuButtonMenu() override;
     void PrepareApplicationMenu(CKvMenu& menu) override;
     void DoApplicationCommand(UINT /*command*/) override {}
-    void DrawItems(Graphics& graphics) override;
+    void DrawItemFrame(Graphics& graphics) override;
     void LayoutToolWindows() override;
     void Remeasure() override;
 
@@ -119,7 +119,6 @@ private:
 
     IKvRibbonMenuBarMgr& m_manager;
     CaptionRecords<MenuBarRecord> m_records;
-    AdvancedLayout m_advanced;
     std::unique_ptr<MenuBarEvents> m_events;
     QPointer<QMenu> m_listened;         ///< whose shortcuts work
     std::unique_ptr<QObject> m_pressed; ///< while a shortcut triggers its entry
