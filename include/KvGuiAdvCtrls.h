@@ -13,6 +13,7 @@
 #include "KvParamBezierWnd.h"
 #include "KvPlatform.h"
 #include "KvRibbonMenuBar.h"
+#include "KvRibbonTitlebar.h"
 #include "KvTypes.h"
 #include "KvUnknown.h"
 #include "KvVideoFormat.h"

@@ -3,10 +3,14 @@
 
 #include "KvCaptionBar.h"
 
+namespace kv {
+class TitleBarStrip;
+}
+
 class IKvRibbonTitleBarMgr;
 
-/// The window buttons that `ShowAppBtn` shows.
-enum EKvRibTitleBarAppBtnShowState
+/// The window buttons that `ShowAppBtn` shows; any other value shows all of them.
+enum EKvRibTitleBarAppBtnShowState : int
 {
     kKvAppBtnAll = 0,
     kKvAppBtnNone = 1,
@@ -137,4 +141,7 @@ signals:
     // By user actions only.
     void TitleBarActivated(quint32 id);
     void RibbonItemSelected(quint32 id, const QString& name);
+
+private:
+    kv::TitleBarStrip& Bars() const;
 };
