@@ -50,7 +50,7 @@ public:
     void OpenMenuButtonMenu() override;
     void PrepareApplicationMenu(CKvMenu& menu) override;
     void DoApplicationCommand(UINT command) override;
-    void DrawItems(Graphics& graphics) override;
+    void DrawItemFrame(Graphics& graphics) override;
     void LayoutToolWindows() override;
     void Remeasure() override;
 
@@ -85,7 +85,6 @@ private:
 
     CKvRibbonTitlebar& m_titleBar;
     TitleBars m_bars;
-    AdvancedLayout m_advanced;
     EKvRibTitleBarAppBtnShowState m_buttons = kKvAppBtnAll;
     QPointer<CKvAppSwitchWnd> m_switch;
     std::unique_ptr<QShortcut> m_shortcut; ///< opens the switch window

@@ -1,5 +1,4 @@
 // The tool windows of a ribbon title bar, and how its tabs are drawn.
-#include "KvGuiRes.h"
 #include "chrome/TitleBarStrip.h"
 #include "platform/DevicePixels.h"
 #include "platform/SkinColours.h"
@@ -14,7 +13,6 @@
 namespace kv {
 namespace {
 
-constexpr const wchar_t* kSeparatorPicture = L"ribbontitlebar_seperator";
 constexpr double kOuterPen = 1.8;
 constexpr int kOuterSide = 1; // of the outer frame beside the tab
 constexpr int kOuterTop = 2;
@@ -178,7 +176,6 @@ void TitleBarStrip::LayoutToolWindows()
 {
     if (!std::exchange(m_buttonsShown, true))
         ShowWindowButtons();
-    m_advanced = {};
     const SKvTitleBarData* bar = m_bars.Active();
     if (!bar)
         return;
@@ -187,47 +184,21 @@ void TitleBarStrip::LayoutToolWindows()
         if (item.tool.window && item.tool.handle)
             places.emplace_back(item.tool.handle, ToolPlace(*item.tool.handle));
     }
-    CSize sizes[2];
-    const CSize* present[2] = {nullptr, nullptr};
-    for (std::size_t i = 0; i < 2; ++i) {
-        if (const QWidget* handle = bar->advanced[i].handle) {
-            sizes[i] = handle->size();
-            present[i] = &sizes[i];
-        }
-    }
-    m_advanced = AdvancedToolRects(ToolArea(), present, KvGuiRes::LoadImageW(kSeparatorPicture).Size());
-    for (std::size_t i = 0; i < 2; ++i) {
-        if (present[i])
-            places.emplace_back(bar->advanced[i].handle, m_advanced.windows[i]);
-    }
+    const QPointer<QWidget> self(&m_titleBar);
     for (const auto& [window, place] : places) {
         if (window)
             window->setGeometry(place);
     }
+    if (self)
+        LayoutAdvanced(ToolArea());
 }
 
 // --- Drawing ---
 
-void TitleBarStrip::DrawItems(Graphics& graphics)
+void TitleBarStrip::DrawItemFrame(Graphics& graphics)
 {
-    const KvSkinImage separator = KvGuiRes::LoadImageW(kSeparatorPicture);
-    for (const CRect& rect : m_advanced.separators) {
-        if (!rect.IsRectEmpty())
-            separator.Draw(graphics, QRectF(QRect(rect)));
-    }
     const SKvTitleBarData* bar = m_bars.Active();
-    if (!bar)
-        return;
-    constexpr int flags = static_cast<int>(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter) |
-                          Qt::TextSingleLine | Qt::TextDontClip;
-    const int right = m_titleBar.GetClientRect().right;
-    for (const SKvRibbonItem& item : bar->items) {
-        if (item.rect.left >= right)
-            break;
-        graphics.setPen(ItemColour(item));
-        graphics.drawText(QRect(item.rect), flags, KvToQString(item.text));
-    }
-    const int selected = bar->SelectedItem();
+    const int selected = bar ? bar->SelectedItem() : -1;
     if (selected >= 0)
         DrawTabFrame(graphics, bar->items[static_cast<std::size_t>(selected)].rect);
 }
