@@ -52,6 +52,12 @@ void CaptionStrip::Attach(CKvCaptionBar& bar)
     m_bar = &bar;
 }
 
+void CaptionStrip::Detach()
+{
+    m_impl->access.reset();
+    m_impl->keys.reset();
+}
+
 // --- Life and layout ---
 
 void CaptionStrip::CreateButtons()

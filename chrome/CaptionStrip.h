@@ -28,6 +28,8 @@ public:
 
     /// Called once by the bar's constructor, before anything else.
     void Attach(CKvCaptionBar& bar);
+    /// Called by the bar's destructor, while the strip is still whole: what hears events lets go.
+    void Detach();
     CKvCaptionBar& Bar() const { return *m_bar; }
     const CaptionForm& Form() const { return m_form; }
 

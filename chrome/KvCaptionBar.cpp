@@ -28,7 +28,10 @@ CKvCaptionBar::CKvCaptionBar(std::unique_ptr<kv::CaptionStrip> strip) : m_strip(
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-CKvCaptionBar::~CKvCaptionBar() = default;
+CKvCaptionBar::~CKvCaptionBar()
+{
+    m_strip->Detach();
+}
 
 int CKvCaptionBar::Create(UINT style, const CRect& rect, CWnd* parent, DWORD id)
 {
