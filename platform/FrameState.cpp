@@ -57,11 +57,6 @@ bool RequestFrameState(QWidget& frame, int showCommand)
     return true;
 }
 
-bool ToggleFrameMaximised(QWidget& frame)
-{
-    return RequestFrameState(frame, IsFrameZoomed(frame) ? kShowNormal : kShowMaximised);
-}
-
 void CloseFrame(QWidget& frame)
 {
     const QPointer<QWidget> alive(&frame);

@@ -31,8 +31,6 @@ bool HasResizeBorder(const QWidget& frame);
 void ShowFrame(QWidget& frame, int showCommand);
 /// Asks a `CKvFrameWnd` and shows it when it agrees; other windows agree. @return false when it refused.
 bool RequestFrameState(QWidget& frame, int showCommand);
-/// Restores a zoomed frame, maximises another one. @return false when it refused.
-bool ToggleFrameMaximised(QWidget& frame);
 /// Sends WM_CLOSE; when nobody answers, closes the frame. The frame may be gone afterwards.
 void CloseFrame(QWidget& frame);
 

@@ -25,8 +25,8 @@ Qt::Edges ToolkitEdges(unsigned edges)
     return result;
 }
 
-// The release of a drag that the window manager makes goes there; without one the toolkit would go on sending
-// all that the pointer does to the pressed widget. Later, since the press may still be on its way.
+// The release of a drag that the window manager makes goes there, and not every platform tells the toolkit:
+// the pressed widget gets one at any rate. Later, since the press may still be on its way.
 void PostRelease(QWindow& window, QPointF screen)
 {
     QCoreApplication::postEvent(&window,
