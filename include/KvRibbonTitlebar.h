@@ -137,7 +137,7 @@ public:
     /// While on (off at first), "NovCG" in the button texts of title bars that are begun becomes "CG ".
     static void SetShortLabels(BOOL on);
 
-signals:
+Q_SIGNALS:
     // By user actions only.
     void TitleBarActivated(quint32 id);
     void RibbonItemSelected(quint32 id, const QString& name);
