@@ -1,10 +1,8 @@
 // Where the focus is in the strip, and what it does there.
 #include "chrome/CaptionKeys.h"
-#include "platform/DevicePixels.h"
-#include "platform/SkinColours.h"
+#include "platform/FocusRing.h"
 
 #include <QApplication>
-#include <QPainterPath>
 
 #include <utility>
 
@@ -14,7 +12,6 @@ namespace {
 
 constexpr int kRingAcross = 4; ///< between a text and its ring
 constexpr int kRingAbove = 2;
-constexpr qreal kRingRadius = 2.5;
 
 CRect RingRect(const CRect& part)
 {
@@ -199,18 +196,8 @@ void CaptionKeys::DrawFocus(Graphics& graphics) const
     if (!m_focus || m_focus->part == CaptionPart::Button || !CanPress(*m_focus))
         return;
     const bool isItem = m_focus->part == CaptionPart::Item;
-    const QRectF ring(QRect(RingRect(isItem ? m_strip.Item(m_focus->index).rect : m_strip.FlagRect())));
-    const DevicePixels pixels(graphics);
-    const QRectF outer = pixels.Snapped(ring);
-    const qreal width = pixels.Hairline();
-    QPainterPath path;
-    path.addRoundedRect(outer, kRingRadius, kRingRadius);
-    path.addRoundedRect(outer.adjusted(width, width, -width, -width), kRingRadius - width,
-                        kRingRadius - width);
-    graphics.save();
-    graphics.setRenderHint(QPainter::Antialiasing);
-    graphics.fillPath(path, FocusColour());
-    graphics.restore();
+    const CRect ring = RingRect(isItem ? m_strip.Item(m_focus->index).rect : m_strip.FlagRect());
+    DrawFocusRing(graphics, QRectF(QRect(ring)));
 }
 
 } // namespace kv

@@ -208,19 +208,18 @@ QFont CaptionStrip::Font() const
 
 QColor CaptionStrip::TextColour() const
 {
-    return m_impl->settings ? QColor::fromRgba(m_impl->settings->textColour)
-                            : SkinColour(L"keWindowTextColor", 0xFFE2E2E4u);
+    return m_impl->settings ? QColor::fromRgba(m_impl->settings->textColour) : kv::TextColour();
 }
 
 QColor CaptionStrip::ItemColour(const CaptionItem& item) const
 {
     if (item.disabled || !m_bar->isEnabled()) {
         return m_impl->settings ? QColor::fromRgba(m_impl->settings->disabledTextColour)
-                                : SkinColour(L"keDisabledTextColor", 0xFF96969Au);
+                                : DisabledTextColour();
     }
     if (item.selected || item.state == kItemPressed)
         return SkinColour(L"keWindowTextSelectedColor", 0xFF7EC4FFu);
-    return item.state == kItemHovered ? SkinColour(L"keWindowTextHoverColor", 0xFFFFFFFFu) : TextColour();
+    return item.state == kItemHovered ? HoverTextColour() : TextColour();
 }
 
 void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)

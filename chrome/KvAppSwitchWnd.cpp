@@ -30,11 +30,9 @@ CKvAppSwitchWnd > QListWidget::item:selected { background: %4; border-color: %5;
 QString Sheet()
 {
     return QString::fromLatin1(kSheet).arg(
-        kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu).name(),
-        kv::SkinColour(L"keRibbonTitleBarTabFrameLightColor", 0xFF686870u).name(),
-        kv::SkinColour(L"keWindowTextColor", 0xFFE2E2E4u).name(),
-        kv::SkinColour(L"keButtonHoverColor", 0x28FFFFFFu).name(QColor::HexArgb), kv::FocusColour().name(),
-        kv::SkinColour(L"keWindowTextHoverColor", 0xFFFFFFFFu).name());
+        kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu).name(), kv::CaptionFrameColour().name(),
+        kv::TextColour().name(), kv::SkinColour(L"keButtonHoverColor", 0x28FFFFFFu).name(QColor::HexArgb),
+        kv::FocusColour().name(), kv::HoverTextColour().name());
 }
 
 // The same picture in every state: the toolkit would tint that of the selected row.

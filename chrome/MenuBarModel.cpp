@@ -52,7 +52,7 @@ SKvMenuBarData::SKvMenuBarData()
     documentLabel = L"Untitled";
 }
 
-void SKvMenuBarData::SetEntries(const std::vector<MenuEntry>& entries)
+void SKvMenuBarData::SetEntries(const std::vector<TopLevelEntry>& entries)
 {
     items.clear();
     for (std::size_t position = 0; position < entries.size(); ++position) {

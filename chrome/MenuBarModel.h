@@ -14,7 +14,7 @@ namespace kv {
 inline constexpr std::size_t kLongestEntry = 1024; ///< characters of an entry's text
 
 /// A top-level entry as the menu holds it.
-struct MenuEntry
+struct TopLevelEntry
 {
     std::wstring text;
     bool isItem = true; ///< false for separators and hidden entries
@@ -35,7 +35,7 @@ struct SKvMenuBarData : CaptionRecord
     std::vector<int> mnemonicItems; ///< the item of each mnemonic
 
     /// Makes the items, and collects their mnemonics.
-    void SetEntries(const std::vector<MenuEntry>& entries);
+    void SetEntries(const std::vector<TopLevelEntry>& entries);
     /// The item of the first mnemonic equal to that one, case counting; -1 when there is none.
     int FindAccelerateIndex(char key) const;
 

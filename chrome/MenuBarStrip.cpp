@@ -15,13 +15,11 @@ constexpr int kButtonExtraWidth = 10;
 constexpr int kButtonAbove = 4; // of the application button above the band
 constexpr int kToolGap = 2;
 constexpr int kFrameReach = 3; // of an open item's frame beyond the item, its pen included
-constexpr const wchar_t* kFrameKey = L"keRibbonTitleBarTabFrameLightColor";
-constexpr DWORD kDefaultFrameColour = 0xFF686870u;
 constexpr double kFramePen = 1.8;
 
-std::vector<MenuEntry> EntriesOf(const QMenu& menu)
+std::vector<TopLevelEntry> EntriesOf(const QMenu& menu)
 {
-    std::vector<MenuEntry> entries;
+    std::vector<TopLevelEntry> entries;
     for (const QAction* action : menu.actions()) {
         const bool isItem = action->isVisible() && !action->isSeparator();
         entries.push_back({isItem ? KvFromQString(action->text()) : std::wstring(), isItem});
@@ -370,7 +368,7 @@ void MenuBarStrip::DrawItemFrame(Graphics& graphics)
     graphics.save();
     graphics.setRenderHint(QPainter::Antialiasing);
     graphics.setBrush(Qt::NoBrush);
-    QPen pen(SkinColour(kFrameKey, kDefaultFrameColour), kFramePen);
+    QPen pen(CaptionFrameColour(), kFramePen);
     pen.setJoinStyle(Qt::MiterJoin);
     graphics.setPen(pen);
     graphics.drawRect(QRectF(rect.left - 1 + 0.5, rect.top - 1 + 0.5, rect.Width() + 2, rect.Height() + 2));

@@ -36,7 +36,7 @@ void DrawTabFrame(Graphics& graphics, const CRect& tab)
     path.lineTo(left, top);
     path.lineTo(right, top);
     path.lineTo(right, bottom);
-    QPen pen(SkinColour(L"keRibbonTitleBarTabFrameLightColor", 0xFF686870u), kOuterPen);
+    QPen pen(CaptionFrameColour(), kOuterPen);
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(Qt::MiterJoin);
     graphics.save();

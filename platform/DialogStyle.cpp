@@ -28,8 +28,8 @@ CKvDialog > QPushButton:disabled { background: @window; color: @disabled; border
 QString DialogStyleSheet(const SKvGuiBasicSettings* settings)
 {
     QColor window = SkinColour(L"keWindowBKColor", 0xFF2B2B2E);
-    QColor text = SkinColour(L"keWindowTextColor", 0xFFE2E2E4);
-    QColor disabled = SkinColour(L"keDisabledTextColor", 0xFF96969A);
+    QColor text = TextColour();
+    QColor disabled = DisabledTextColour();
     if (settings) {
         window = QColor::fromRgba(settings->background);
         text = QColor::fromRgba(settings->textColour);

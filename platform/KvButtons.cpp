@@ -2,6 +2,7 @@
 
 #include "KvGuiRes.h"
 #include "platform/DevicePixels.h"
+#include "platform/FocusRing.h"
 #include "platform/SkinColours.h"
 #include "platform/SkinPictures.h"
 #include "platform/VirtualKey.h"
@@ -10,8 +11,6 @@
 #include <QKeyEvent>
 #include <QPainterPath>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace {
@@ -55,18 +54,6 @@ void DrawPicture(QPainter& painter, const KvSkinImage& picture, const QRect& roo
     painter.setOpacity(opacity);
     kv::DrawSkinPicture(painter, picture, place);
     painter.setOpacity(1);
-}
-
-void DrawFocusRing(QPainter& painter, const QRect& room)
-{
-    const qreal ratio = painter.deviceTransform().m11();
-    const qreal width = std::max(1.0, std::round(ratio)) / ratio;
-    const QRectF outer = kv::DevicePixels(painter).Snapped(room);
-    QPainterPath ring;
-    ring.addRoundedRect(outer, kCornerRadius, kCornerRadius);
-    ring.addRoundedRect(outer.adjusted(width, width, -width, -width), kCornerRadius - width,
-                        kCornerRadius - width);
-    painter.fillPath(ring, kv::FocusColour());
 }
 
 /// What a screen reader learns: the tool tip is the name, and an action is a click that the parent hears.
@@ -277,7 +264,7 @@ void CKvBitmapButton::paintEvent(QPaintEvent*)
     m_impl->DrawBackground(painter, rect());
     m_impl->DrawState(painter, rect(), PictureRoom(), LookOf(*this));
     if (IsFocusShown())
-        DrawFocusRing(painter, rect());
+        kv::DrawFocusRing(painter, rect());
 }
 
 void CKvBitmapButton::keyPressEvent(QKeyEvent* event)

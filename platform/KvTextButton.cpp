@@ -11,13 +11,13 @@ namespace {
 
 constexpr int kGap = 4; ///< between picture and text
 
-QColor TextColour(const QAbstractButton& button)
+QColor ColourOf(const QAbstractButton& button)
 {
     if (!button.isEnabled())
-        return kv::SkinColour(L"keDisabledTextColor", 0xFF96969Au);
+        return kv::DisabledTextColour();
     if (button.underMouse() || button.isDown())
-        return kv::SkinColour(L"keWindowTextHoverColor", 0xFFFFFFFFu);
-    return kv::SkinColour(L"keWindowTextColor", 0xFFE2E2E4u);
+        return kv::HoverTextColour();
+    return kv::TextColour();
 }
 
 } // namespace
@@ -81,7 +81,7 @@ void CKvButton::paintEvent(QPaintEvent* event)
     if (m_text.isEmpty())
         return;
     QPainter painter(this);
-    painter.setPen(TextColour(*this));
+    painter.setPen(ColourOf(*this));
     const QRect room = TextRoom();
     const int across = room.width() == width() ? Qt::AlignHCenter : Qt::AlignLeft | Qt::AlignAbsolute;
     painter.drawText(room, across | Qt::AlignVCenter | Qt::TextSingleLine,

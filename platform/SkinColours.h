@@ -18,6 +18,26 @@ inline QColor SkinColour(const wchar_t* key, DWORD fallback)
     return QColor::fromRgba(colour);
 }
 
+/// The text colours of the theme: normal, under the pointer, disabled.
+inline QColor TextColour()
+{
+    return SkinColour(L"keWindowTextColor", 0xFFE2E2E4u);
+}
+inline QColor HoverTextColour()
+{
+    return SkinColour(L"keWindowTextHoverColor", 0xFFFFFFFFu);
+}
+inline QColor DisabledTextColour()
+{
+    return SkinColour(L"keDisabledTextColor", 0xFF96969Au);
+}
+
+/// The light frame of a caption bar's selected or open item.
+inline QColor CaptionFrameColour()
+{
+    return SkinColour(L"keRibbonTitleBarTabFrameLightColor", 0xFF686870u);
+}
+
 /// What marks the focus in every control that follows the theme.
 inline QColor FocusColour()
 {
