@@ -1,8 +1,8 @@
 // Exporting titler's sample project at 1920 × 1080: whole frames in one and two threads, and what a frame
 // costs: drawing it, and its PNG file beside the toolkit's own writer.
-#include "FrameExport.h"
-#include "FrameSequence.h"
-#include "TitleRenderer.h"
+#include "export/FrameExport.h"
+#include "export/FrameSequence.h"
+#include "title/TitleRenderer.h"
 
 #include <QColorSpace>
 #include <QFileInfo>

@@ -1,12 +1,12 @@
 // Renders the pictures of the documentation: kv_screenshots DIR. Needs no display.
 //
 // A picture at 150 % needs a program that runs at 150 %: for each scale the program starts itself anew.
-#include "CommandLine.h"
 #include "KvGradientCtrl.h"
-#include "MainWindow.h"
-#include "MediaPanel.h"
 #include "Pictures.h"
-#include "Skin.h"
+#include "media/MediaPanel.h"
+#include "window/CommandLine.h"
+#include "window/MainWindow.h"
+#include "window/Skin.h"
 
 #include <QApplication>
 #include <QEventLoop>

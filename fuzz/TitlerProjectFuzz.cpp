@@ -1,6 +1,6 @@
 // Bytes as a project file: whatever is accepted is sound, moves within its limits, and survives being saved
 // and loaded again.
-#include "Project.h"
+#include "project/Project.h"
 
 #include <QByteArray>
 

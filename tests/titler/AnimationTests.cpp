@@ -1,4 +1,4 @@
-#include "Project.h"
+#include "project/Project.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "Document.h"
-#include "EaseOperator.h"
-#include "Transport.h"
+#include "edit/Document.h"
+#include "edit/EaseOperator.h"
+#include "time/Transport.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
-#include "CanvasView.h"
-#include "Document.h"
-#include "GradientInspector.h"
 #include "KvGradientCtrl.h"
-#include "MainWindow.h"
-#include "StopInspector.h"
-#include "TextInspector.h"
-#include "Transport.h"
+#include "edit/Document.h"
+#include "time/Transport.h"
+#include "title/CanvasView.h"
+#include "title/GradientInspector.h"
+#include "title/StopInspector.h"
+#include "title/TextInspector.h"
+#include "window/MainWindow.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

@@ -1,7 +1,7 @@
-#include "ExportDialog.h"
-#include "FrameExport.h"
-#include "FrameSequence.h"
-#include "TitleRenderer.h"
+#include "export/ExportDialog.h"
+#include "export/FrameExport.h"
+#include "export/FrameSequence.h"
+#include "title/TitleRenderer.h"
 
 #include <QColorSpace>
 #include <QDir>

@@ -1,5 +1,5 @@
-#include "MediaPanel.h"
-#include "SiblingFinder.h"
+#include "media/MediaPanel.h"
+#include "media/SiblingFinder.h"
 
 #include <QDir>
 #include <QEventLoop>

@@ -1,5 +1,5 @@
-#include "ProjectJson.h"
-#include "ProjectText.h"
+#include "project/ProjectJson.h"
+#include "project/ProjectText.h"
 
 #include <QDir>
 #include <QFile>

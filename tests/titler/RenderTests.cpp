@@ -1,5 +1,5 @@
-#include "GradientTable.h"
-#include "TitleRenderer.h"
+#include "title/GradientTable.h"
+#include "title/TitleRenderer.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "Document.h"
-#include "TimeCode.h"
-#include "TimeLayout.h"
-#include "Transport.h"
+#include "edit/Document.h"
+#include "project/TimeCode.h"
+#include "time/TimeLayout.h"
+#include "time/Transport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,159 @@
+#include "edit/Document.h"
+
+#include "window/Texts.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace titler {
+namespace {
+
+Project FirstProject()
+{
+    Project project = NewProject();
+    project.title.text = Text(kTextNewTitle);
+    return project;
+}
+
+} // namespace
+
+Document::Document()
+{
+    m_steps.setUndoLimit(1000);
+    m_now.project = FirstProject();
+    connect(&m_steps, &QUndoStack::cleanChanged, this, &Document::FileChanged);
+}
+
+bool Document::IsModified() const
+{
+    return !m_steps.isClean();
+}
+
+void Document::Start(Project project, const QString& file)
+{
+    emit ProjectClosing();
+    m_inRun = false;
+    m_now = {std::move(project), 0};
+    m_fileName = file;
+    EndSession();
+    m_steps.clear();
+    emit ProjectOpened();
+    emit ProjectChanged();
+    emit StopSelected();
+    emit FileChanged();
+}
+
+void Document::New()
+{
+    Start(FirstProject(), {});
+}
+
+bool Document::Open(const QString& file, ProjectError& error)
+{
+    std::optional<Project> project = LoadProject(file, error);
+    if (!project)
+        return false;
+    Start(std::move(*project), file);
+    return true;
+}
+
+QString Document::SaveAs(const QString& file)
+{
+    EndSession();
+    QString fault = SaveProject(file, m_now.project);
+    if (!fault.isEmpty())
+        return fault;
+    m_fileName = file;
+    m_steps.setClean();
+    emit FileChanged();
+    return {};
+}
+
+void Document::Edit(EditKind kind, const QString& name, const Change& change)
+{
+    Edit(kind, name, change, m_now.selectedStop);
+}
+
+void Document::Edit(EditKind kind, const QString& name, const Change& change, int selectedStop)
+{
+    EndRun();
+    ProjectState before = m_now;
+    change(m_now.project);
+    m_now.selectedStop = selectedStop;
+    Push(std::move(before), kind, name);
+}
+
+void Document::Push(ProjectState before, EditKind kind, const QString& name)
+{
+    if (m_now.project == before.project)
+        return;
+    // The push tells everybody, through the command's first `redo`.
+    m_steps.push(new EditCommand(*this, std::move(before), m_now, kind, m_session, name));
+}
+
+int Document::BeginRun(const QString& name)
+{
+    if (m_inRun)
+        return m_run;
+    m_inRun = true;
+    m_runName = name;
+    m_beforeRun = m_now;
+    return ++m_run;
+}
+
+void Document::UpdateRun(const Change& change, int selectedStop)
+{
+    if (!m_inRun)
+        return;
+    change(m_now.project);
+    m_now.selectedStop = selectedStop;
+    emit ProjectChanged();
+    emit StopSelected();
+}
+
+void Document::EndRun()
+{
+    if (!std::exchange(m_inRun, false))
+        return;
+    EndSession();
+    Push(std::exchange(m_beforeRun, {}), EditKind::Single, m_runName);
+    emit ProjectChanged();
+}
+
+void Document::CancelRun()
+{
+    if (std::exchange(m_inRun, false))
+        Restore(std::exchange(m_beforeRun, {}));
+}
+
+void Document::SelectStop(int index)
+{
+    if (m_now.selectedStop == index)
+        return;
+    m_now.selectedStop = index;
+    EndSession();
+    emit StopSelected();
+}
+
+void Document::Undo()
+{
+    EndRun();
+    EndSession();
+    m_steps.undo();
+}
+
+void Document::Redo()
+{
+    EndRun();
+    EndSession();
+    m_steps.redo();
+}
+
+void Document::Restore(const ProjectState& state)
+{
+    m_now = state;
+    emit ProjectChanged();
+    emit StopSelected();
+}
+
+} // namespace titler

@@ -1,0 +1,136 @@
+#include "media/MediaPanel.h"
+
+#include "window/Fields.h"
+#include "window/Texts.h"
+
+#include <QDir>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace titler {
+
+MediaPanel::MediaPanel()
+    : m_filter(new QLineEdit)
+    , m_pages(new QStackedWidget)
+    , m_list(new QTreeView)
+    , m_hint(new QLabel)
+    , m_summary(new QLabel)
+{
+    BuildPanel();
+    connect(&m_scanner, &MediaScanner::ClipsFound, this, &MediaPanel::OnClips);
+    connect(&m_scanner, &MediaScanner::Finished, this, &MediaPanel::OnFinished);
+    connect(m_filter, &QLineEdit::textChanged, this, &MediaPanel::OnFilter);
+    ShowHint(Text(kTextMediaNoFolder));
+}
+
+void MediaPanel::BuildPanel()
+{
+    m_filtered.setSourceModel(&m_model);
+    m_filtered.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_filtered.setRecursiveFilteringEnabled(true);
+    m_filtered.setAutoAcceptChildRows(true);
+
+    auto* open = new QPushButton(Text(kTextMediaOpen));
+    open->setAutoDefault(false);
+    open->setAccessibleName(Text(kTextMediaOpen).remove(u'&'));
+    open->setToolTip(Text(kTextMediaOpenTip));
+    connect(open, &QPushButton::clicked, this, &MediaPanel::FolderWanted);
+
+    NameField(*m_filter, kTextMediaFilter);
+    m_filter->setObjectName(QStringLiteral("filter"));
+    m_filter->setPlaceholderText(Text(kTextMediaFilter));
+    m_filter->setClearButtonEnabled(true);
+
+    m_list->setModel(&m_filtered);
+    m_list->setObjectName(QStringLiteral("media"));
+    m_list->setAccessibleName(Text(kTextMediaList));
+    m_list->setHeaderHidden(true);
+    m_list->setUniformRowHeights(true);
+    m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setMinimumSectionSize(40);
+    m_list->header()->setSectionResizeMode(MediaModel::NameColumn, QHeaderView::Stretch);
+    m_list->header()->setSectionResizeMode(MediaModel::CountColumn, QHeaderView::ResizeToContents);
+    m_hint->setWordWrap(true);
+    m_hint->setAlignment(Qt::AlignCenter);
+    m_hint->setProperty("role", "hint");
+    m_hint->setMargin(16);
+    m_summary->setProperty("role", "hint");
+    m_summary->setWordWrap(true);
+    m_pages->addWidget(m_hint);
+    m_pages->addWidget(m_list);
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(Heading(kTextMedia));
+    top->addStretch();
+    top->addWidget(open);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(top);
+    column->addWidget(m_filter);
+    column->addWidget(m_pages);
+    column->addWidget(m_summary);
+}
+
+void MediaPanel::OpenFolder(const QString& folder)
+{
+    m_folder = folder;
+    m_total = 0;
+    m_filter->clear();
+    m_model.Start(folder);
+    m_summary->setText(Text(kTextMediaScanning, {QDir(folder).dirName(), QStringLiteral("0")}));
+    m_scanner.Scan(folder);
+}
+
+void MediaPanel::OnClips(const QVector<MediaClip>& clips, int done, int total)
+{
+    m_total = total;
+    m_model.Append(clips);
+    ShowList();
+    const int percent = total == 0 ? 100 : static_cast<int>(qint64(done) * 100 / total);
+    m_summary->setText(Text(kTextMediaScanning, {QDir(m_folder).dirName(), QString::number(percent)}));
+}
+
+void MediaPanel::OnFinished(bool readable)
+{
+    m_summary->setToolTip(QDir::toNativeSeparators(m_folder));
+    if (!readable) {
+        m_summary->clear();
+        ShowHint(Text(kTextMediaUnreadable, {QDir::toNativeSeparators(m_folder)}));
+    } else {
+        m_summary->setText(
+            Text(kTextMediaSummary, {QDir(m_folder).dirName(), QString::number(m_model.ClipsWithSiblings()),
+                                     QString::number(m_total)}));
+        ShowList();
+    }
+    emit Ready();
+}
+
+void MediaPanel::OnFilter(const QString& text)
+{
+    m_filtered.setFilterFixedString(text);
+    ShowList();
+}
+
+void MediaPanel::ShowHint(const QString& text)
+{
+    m_hint->setText(text);
+    m_pages->setCurrentWidget(m_hint);
+}
+
+void MediaPanel::ShowList()
+{
+    if (m_filtered.rowCount() > 0)
+        m_pages->setCurrentWidget(m_list);
+    else if (m_model.ClipCount() > 0)
+        ShowHint(Text(kTextMediaNoMatch, {m_filter->text()}));
+    else if (!m_folder.isEmpty())
+        ShowHint(Text(kTextMediaEmptyFolder, {QDir(m_folder).dirName()}));
+}
+
+} // namespace titler

@@ -1,0 +1,53 @@
+// The media panel: the files of a folder, grouped into clips by the naming rules.
+#pragma once
+
+#include "media/MediaModel.h"
+
+#include <QSortFilterProxyModel>
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QStackedWidget;
+class QTreeView;
+
+namespace titler {
+
+class MediaPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    MediaPanel();
+
+    void OpenFolder(const QString& folder);
+    bool IsBusy() const { return m_scanner.IsScanning(); }
+    const MediaModel& Model() const { return m_model; }
+
+signals:
+    /// The panel's own button was pressed.
+    void FolderWanted();
+    /// The list is complete, or the folder cannot be read.
+    void Ready();
+
+private:
+    void BuildPanel();
+    void OnClips(const QVector<MediaClip>& clips, int done, int total);
+    void OnFinished(bool readable);
+    void OnFilter(const QString& text);
+    void ShowHint(const QString& text);
+    void ShowList();
+
+    QString m_folder;
+    int m_total = 0;
+    MediaModel m_model;
+    QSortFilterProxyModel m_filtered;
+    QLineEdit* m_filter;
+    QStackedWidget* m_pages;
+    QTreeView* m_list;
+    QLabel* m_hint;
+    QLabel* m_summary;
+    MediaScanner m_scanner;
+};
+
+} // namespace titler

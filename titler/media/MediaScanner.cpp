@@ -1,0 +1,134 @@
+#include "media/MediaScanner.h"
+
+#include "media/SiblingFinder.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace titler {
+namespace {
+
+constexpr int kLookEvery = 40; // milliseconds
+
+// A clip is listed under its video file, where it has one.
+constexpr std::array kVideoEndings{"avi",  "dv",  "gxf", "lxf", "m2t", "m2ts", "m4v", "mkv",  "mov", "mp4",
+                                   "mpeg", "mpg", "mts", "mxf", "ogv", "ts",   "vob", "webm", "wmv"};
+
+bool IsVideo(const std::wstring& name)
+{
+    const auto dot = name.rfind(L'.');
+    if (dot == std::wstring::npos)
+        return false;
+    const QString ending = QString::fromStdWString(name.substr(dot + 1)).toLower();
+    return std::any_of(kVideoEndings.begin(), kVideoEndings.end(),
+                       [&](const char* known) { return ending == QLatin1String(known); });
+}
+
+// Nothing when the folder cannot be read.
+std::optional<std::vector<std::wstring>> FilesOf(const QString& folder, const std::stop_token& stop)
+{
+    const QFileInfo info(folder);
+    if (!info.isDir() || !info.isReadable())
+        return std::nullopt;
+    std::vector<std::wstring> names;
+    QDirIterator files(folder, QDir::Files);
+    while (files.hasNext() && !stop.stop_requested()) {
+        files.next();
+        names.push_back(files.fileName().toStdWString());
+    }
+    return names;
+}
+
+Ref<IKvFileNamingRuleCollection> BuiltInRules()
+{
+    IKvFileNamingRuleCollection* rules = nullptr;
+    KvLoadFileNamingCollection(L"", &rules, nullptr); // no file: the built-in ones
+    return Ref<IKvFileNamingRuleCollection>(rules);
+}
+
+// The places of the names in the order in which they may become bases: videos first.
+std::vector<std::size_t> BaseOrder(const std::vector<std::wstring>& names)
+{
+    std::vector<std::size_t> order(names.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+    std::stable_partition(order.begin(), order.end(), [&](std::size_t i) { return IsVideo(names[i]); });
+    return order;
+}
+
+} // namespace
+
+MediaScanner::MediaScanner()
+{
+    m_look.setInterval(kLookEvery);
+    connect(&m_look, &QTimer::timeout, this, &MediaScanner::Look);
+}
+
+MediaScanner::~MediaScanner() = default;
+
+void MediaScanner::Scan(const QString& folder)
+{
+    m_thread = {}; // asks the old scan to stop, and waits
+    m_box = {};
+    m_thread = std::jthread([this, folder](const std::stop_token& stop) { Run(stop, folder); });
+    m_look.start();
+}
+
+void MediaScanner::Look()
+{
+    Box box;
+    {
+        const std::lock_guard lock(m_mutex);
+        box = m_box;
+        m_box.clips.clear();
+    }
+    if (!box.clips.isEmpty())
+        emit ClipsFound(box.clips, box.done, box.total);
+    if (box.finished) {
+        m_look.stop();
+        emit Finished(box.readable);
+    }
+}
+
+void MediaScanner::Run(const std::stop_token& stop, const QString& folder)
+{
+    std::optional<std::vector<std::wstring>> names = FilesOf(folder, stop);
+    const bool readable = names.has_value();
+    if (readable)
+        Group(stop, std::move(*names));
+    const std::lock_guard lock(m_mutex);
+    m_box.readable = readable;
+    m_box.finished = true;
+}
+
+void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> files)
+{
+    SiblingFinder finder(*BuiltInRules(), std::move(files));
+    const std::vector<std::wstring>& names = finder.Names();
+    std::vector<bool> claimed(names.size());
+    int done = 0;
+    for (const std::size_t base : BaseOrder(names)) {
+        if (stop.stop_requested())
+            return;
+        ++done;
+        if (claimed[base])
+            continue;
+        MediaClip clip{QString::fromStdWString(names[base]), {}};
+        for (const std::size_t sibling : finder.SiblingsOf(base, stop)) {
+            claimed[sibling] = true;
+            clip.siblings << QString::fromStdWString(names[sibling]);
+        }
+        const std::lock_guard lock(m_mutex);
+        m_box.clips << std::move(clip);
+        m_box.done = done;
+        m_box.total = static_cast<int>(names.size());
+    }
+}
+
+} // namespace titler

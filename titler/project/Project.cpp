@@ -1,0 +1,197 @@
+#include "project/Project.h"
+
+#include "project/ProjectJson.h"
+#include "project/TimeCode.h"
+#include "project/WholeFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace titler {
+namespace {
+
+float Fraction(float value)
+{
+    return std::isnan(value) ? 0.0f : std::clamp(value, 0.0f, 1.0f);
+}
+
+using IsSameStop = bool (*)(const SKvCGGradientKey&, const SKvCGGradientKey&);
+
+bool HasSameColour(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return a.colour == b.colour;
+}
+
+bool HasSamePlace(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return a.position == b.position;
+}
+
+bool HasSameColourAndPlace(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return HasSameColour(a, b) && HasSamePlace(a, b);
+}
+
+bool IsEqual(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
+{
+    return HasSameColourAndPlace(a, b) && a.midPoint == b.midPoint;
+}
+
+int LastKeyFrame(const Title& title)
+{
+    int last = 0;
+    for (const Animated& animated : title.properties)
+        if (animated.IsAnimated())
+            last = std::max(last, animated.keys.back().frame);
+    return last;
+}
+
+// Where there are not frames enough, everything moves closer together: keys that pile up at the last possible
+// frame would be lost.
+Retiming RetimingOf(const Project& project, double factor)
+{
+    const int duration = project.duration;
+    const int last = std::max(duration, LastKeyFrame(project.title));
+    if (duration * factor > kLongestDuration)
+        factor = static_cast<double>(kLongestDuration) / last;
+    const int newDuration = std::max(1, static_cast<int>(std::lround(duration * factor)));
+    double behind = factor;
+    if (last > duration)
+        behind = std::min(factor, static_cast<double>(kLongestDuration - newDuration) / (last - duration));
+    return {duration, newDuration, factor, behind};
+}
+
+} // namespace
+
+Project NewProject()
+{
+    Project project;
+    project.title.stops = {{0xFFFFF3D6, 0.0f, 0.5f}, {0xFFFFB347, 0.45f, 0.5f}, {0xFFE8505B, 1.0f, 0.5f}};
+    return project;
+}
+
+int MiddleFrame(const Project& project)
+{
+    return (project.duration - 1) / 2;
+}
+
+QSizeF DisplaySize(const SKvVideoResolution& video)
+{
+    const double height = video.height;
+    switch (video.aspectRatio) {
+    case kKvAspect4x3:
+    case kKvAspect4x3Alt:
+        return {height * 4 / 3, height};
+    case kKvAspect16x9:
+    case kKvAspect16x9Alt:
+        return {height * 16 / 9, height};
+    case kKvAspectSquarePixel:
+        break;
+    }
+    return {static_cast<double>(video.width), height};
+}
+
+void SetVideoFormat(Project& project, const SKvVideoResolution& format)
+{
+    const EKvFrameRate before = std::exchange(project.video, format).frameRate;
+    if (format.frameRate == before)
+        return;
+    const Retiming retiming =
+        RetimingOf(project, FrameRateOf(format.frameRate).PerSecond() / FrameRateOf(before).PerSecond());
+    project.duration = retiming.newDuration;
+    for (Animated& animated : project.title.properties)
+        Retime(animated, retiming);
+}
+
+GradientStops NormalisedStops(GradientStops stops)
+{
+    if (stops.size() > kMostStops)
+        stops.resize(kMostStops);
+    for (SKvCGGradientKey& stop : stops) {
+        stop.position = Fraction(stop.position);
+        stop.midPoint = Fraction(stop.midPoint);
+    }
+    std::stable_sort(stops.begin(), stops.end(),
+                     [](const auto& a, const auto& b) { return a.position < b.position; });
+    return stops;
+}
+
+// A stop is known again by all it has, or else by what one edit leaves as it was.
+void SetStops(Title& title, GradientStops stops)
+{
+    constexpr IsSameStop tests[] = {IsEqual, HasSameColourAndPlace, HasSameColour, HasSamePlace};
+    std::vector<QJsonObject> sources(stops.size());
+    std::vector<bool> found(stops.size());
+    std::vector<bool> gone(title.stops.size());
+    title.stopSources.resize(title.stops.size());
+    for (const IsSameStop isSame : tests)
+        for (std::size_t to = 0; to < stops.size(); ++to)
+            for (std::size_t from = 0; from < gone.size() && !found[to]; ++from)
+                if (!gone[from] && isSame(title.stops[from], stops[to])) {
+                    sources[to] = std::move(title.stopSources[from]);
+                    found[to] = gone[from] = true;
+                }
+    title.stops = std::move(stops);
+    title.stopSources = std::move(sources);
+}
+
+std::optional<Project> LoadProject(const QString& name, ProjectError& error)
+{
+    error = {};
+    const QFileInfo info(name);
+    if (info.exists() && !info.isFile()) {
+        error.fault = ProjectFault::NoFile; // to open a pipe would wait for somebody who writes
+        return std::nullopt;
+    }
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error.detail = file.errorString();
+        return std::nullopt;
+    }
+    // One byte more than allowed tells a file that is too large, also where the system reports no size.
+    const QByteArray json = file.read(kLargestFile + 1);
+    if (file.error() != QFileDevice::NoError) {
+        error.detail = file.errorString();
+        return std::nullopt;
+    }
+    if (json.size() > kLargestFile) {
+        error.fault = ProjectFault::TooLarge;
+        return std::nullopt;
+    }
+    return ParseProject(json, error);
+}
+
+QString SaveProject(const QString& file, const Project& project)
+{
+    return WriteWhole(file, SerialiseProject(project));
+}
+
+bool operator==(const Project& a, const Project& b)
+{
+    // Projects are compared at every step of undo, and keys may be many.
+    return a.title.properties == b.title.properties && StillToJson(a) == StillToJson(b);
+}
+
+QString ColourText(DWORD colour)
+{
+    return QStringLiteral("#%1").arg(colour, 8, 16, QLatin1Char('0')).toUpper();
+}
+
+std::optional<DWORD> ParseColour(const QString& text)
+{
+    const auto isHex = [](QChar c) {
+        return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+    };
+    if ((text.size() != 7 && text.size() != 9) || text.front() != u'#' ||
+        !std::all_of(text.begin() + 1, text.end(), isHex))
+        return std::nullopt;
+    const DWORD value = text.mid(1).toUInt(nullptr, 16);
+    return text.size() == 7 ? 0xFF000000u | value : value;
+}
+
+} // namespace titler

@@ -1,0 +1,148 @@
+// A titler project: a plain value, and its file.
+//
+// The file is JSON, "*.ktitle"; README.md beside this header lists the fields. Fields that we do not know
+// survive a load, an edit and a save.
+#pragma once
+
+#include "KvTypes.h"
+#include "KvVideoFormat.h"
+#include "project/Animation.h"
+
+#include <QJsonObject>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace titler {
+
+inline constexpr int kProjectVersion = 1;
+inline constexpr int kFewestStops = 2;
+inline constexpr int kMostStops = 255;
+inline constexpr int kLongestText = 4000;
+inline constexpr int kSmallestFrame = 16;
+inline constexpr int kLargestFrame = 8192;
+inline constexpr double kSmallestFont = 1.0;
+inline constexpr double kLargestFont = 100.0;
+inline constexpr qint64 kLargestMegabytes = 16;
+inline constexpr qint64 kLargestFile = kLargestMegabytes << 20; ///< bytes
+
+using GradientStops = std::vector<SKvCGGradientKey>;
+
+enum class TextAlign
+{
+    Left,
+    Centre,
+    Right
+};
+
+/// What the canvas shows.
+struct Title
+{
+    QString text;
+    QString fontFamily;   ///< empty: the first good one that is installed
+    double fontSize = 14; ///< percent of the frame's height
+    bool bold = true;
+    bool italic = false;
+    TextAlign align = TextAlign::Centre;
+    double gradientAngle = 0; ///< degrees clockwise, 0 from left to right, 90 downwards; -360 to 360
+    Properties properties = StillProperties();
+    GradientStops stops; ///< kFewestStops to kMostStops, sorted, positions and mid points from 0 to 1
+    Animated& operator[](Property property) { return properties[static_cast<std::size_t>(property)]; }
+    const Animated& operator[](Property property) const
+    {
+        return properties[static_cast<std::size_t>(property)];
+    }
+    /// Beside `stops`: each as it was loaded, for the fields that we do not know. `SetStops` keeps them in
+    /// step.
+    std::vector<QJsonObject> stopSources = {};
+};
+
+struct Project
+{
+    SKvVideoResolution video{kKvAspect16x9, kKvFrameRate29_97, kKvScanUpperFirst, 1920, 1080};
+    SKvWaveFormatInfo audio{2, 48000, 16};
+    int duration = 150; ///< frames, 1 to kLongestDuration
+    Title title;
+    QJsonObject source; ///< the file's content as it was loaded, for the fields that we do not know
+};
+
+/// A project with a first gradient and no text yet.
+Project NewProject();
+
+/// The frame at which an opened project stands: by the middle a title has come in and has not gone yet.
+int MiddleFrame(const Project& project);
+
+/// The frame in square pixels: its height, and the width that its aspect ratio asks for.
+QSizeF DisplaySize(const SKvVideoResolution& video);
+
+/// Gives the project another video format; duration and keys keep their times at another frame rate. A
+/// project that would get too long runs faster instead, and so do keys behind the end that would get too far
+/// away.
+void SetVideoFormat(Project& project, const SKvVideoResolution& format);
+
+/// Sorts stops and brings positions and mid points into 0 to 1; more than kMostStops are cut.
+GradientStops NormalisedStops(GradientStops stops);
+
+/// Gives the title other stops. The fields that we do not know go with a stop that was moved or recoloured,
+/// and go away with one that was deleted.
+void SetStops(Title& title, GradientStops stops);
+
+enum class ProjectFault
+{
+    NoFile,       ///< a folder, a pipe or a device
+    Empty,        ///< nothing but blanks
+    CannotRead,   ///< `detail` is the system's reason
+    TooLarge,     ///< larger than kLargestFile
+    BadJson,      ///< at `line` and `column`; `detail` is the parser's reason
+    NewerVersion, ///< `detail` is the file's version
+    BadField,     ///< `path` holds `detail` where `expected` should stand
+};
+
+enum class Expected
+{
+    Object,
+    List,
+    Text,
+    Colour,
+    Flag,
+    Number,
+    WholeNumber,
+    Name
+};
+
+/// Why a project could not be loaded.
+struct ProjectError
+{
+    ProjectFault fault = ProjectFault::CannotRead;
+    int line = 0;   ///< from 1
+    int column = 0; ///< from 1, in characters
+    QString path;   ///< for example "title.gradient.stops[2].position"
+    Expected expected = Expected::Object;
+    double least = 0; ///< for numbers; for lists and texts the smallest and largest length
+    double most = 0;
+    qsizetype length = -1; ///< of the list or text that was found, where the length is the fault
+    QStringList names;     ///< for Expected::Name: what is known
+    QString detail;
+};
+
+/// @return the project, or nothing and the reason in `error`. Fields that are missing get their defaults.
+std::optional<Project> ParseProject(const QByteArray& json, ProjectError& error);
+/// @return UTF-8 text with the fields of `source` that we do not know in their places.
+QByteArray SerialiseProject(const Project& project);
+
+std::optional<Project> LoadProject(const QString& file, ProjectError& error);
+/// Writes a project whole, or leaves the old file as it is. @return an empty text, or the system's reason.
+QString SaveProject(const QString& file, const Project& project);
+
+/// True when both would be saved as the same text.
+bool operator==(const Project& a, const Project& b);
+
+/// "#AARRGGBB".
+QString ColourText(DWORD colour);
+/// Reads "#AARRGGBB", or "#RRGGBB" as opaque.
+std::optional<DWORD> ParseColour(const QString& text);
+
+} // namespace titler

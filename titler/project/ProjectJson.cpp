@@ -1,0 +1,238 @@
+#include "project/ProjectJson.h"
+
+#include "project/AnimationJson.h"
+#include "project/JsonReader.h"
+
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+namespace titler {
+namespace {
+
+constexpr Names<EKvAspectRatio, 3> kAspects{
+    {{kKvAspect4x3, "4:3"}, {kKvAspect16x9, "16:9"}, {kKvAspectSquarePixel, "square"}}};
+constexpr Names<EKvFrameRate, 8> kRates{{{kKvFrameRate23_976, "23.976"},
+                                         {kKvFrameRate24, "24"},
+                                         {kKvFrameRate25, "25"},
+                                         {kKvFrameRate29_97, "29.97"},
+                                         {kKvFrameRate30, "30"},
+                                         {kKvFrameRate50, "50"},
+                                         {kKvFrameRate59_94, "59.94"},
+                                         {kKvFrameRate60, "60"}}};
+constexpr Names<EKvScanMode, 4> kScans{{{kKvScanUpperFirst, "upper first"},
+                                        {kKvScanLowerFirst, "lower first"},
+                                        {kKvScanProgressive, "progressive"},
+                                        {kKvScanProgressiveSegmented, "progressive segmented"}}};
+constexpr Names<TextAlign, 3> kAligns{
+    {{TextAlign::Left, "left"}, {TextAlign::Centre, "centre"}, {TextAlign::Right, "right"}}};
+
+constexpr QLatin1String kTitle("title");
+
+// The shortest decimal that reads back as the same float: 0.3, not 0.30000001192092896.
+double ShortDouble(float value)
+{
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    double result = 0;
+    std::from_chars(text.data(), end, result);
+    return result;
+}
+
+void ReadVideo(JsonReader reader, SKvVideoResolution& video)
+{
+    reader.ReadWhole("width", video.width, kSmallestFrame, kLargestFrame);
+    reader.ReadWhole("height", video.height, kSmallestFrame, kLargestFrame);
+    reader.Read("frameRate", kRates, video.frameRate);
+    reader.Read("scan", kScans, video.scanMode);
+    reader.Read("aspect", kAspects, video.aspectRatio);
+}
+
+void ReadAudio(JsonReader reader, SKvWaveFormatInfo& audio)
+{
+    reader.ReadWhole("channels", audio.channels, 0, 256);
+    reader.ReadWhole("sampleRate", audio.sampleRate, 1000, 1000000);
+    reader.ReadWhole("bitsPerSample", audio.bitsPerSample, 1, 64);
+}
+
+void ReadGradient(JsonReader reader, Title& title)
+{
+    reader.Read("angle", title.gradientAngle, -360, 360);
+    reader.Read("offset", title[Property::GradientOffset].value, -1, 1);
+    Title read;
+    for (JsonReader& element : reader.Objects("stops", kFewestStops, kMostStops)) {
+        SKvCGGradientKey& stop = read.stops.emplace_back(SKvCGGradientKey{0xFFFFFFFF, 0.0f, 0.5f});
+        read.stopSources.push_back(element.All());
+        element.ReadColour("colour", stop.colour);
+        element.Read("position", stop.position, 0, 1);
+        element.Read("midPoint", stop.midPoint, 0, 1);
+    }
+    if (read.stops.empty())
+        return;
+    SetStops(read, NormalisedStops(read.stops));
+    title.stops = std::move(read.stops);
+    title.stopSources = std::move(read.stopSources);
+}
+
+void ReadTitle(JsonReader reader, Title& title)
+{
+    reader.Read("text", title.text, kLongestText);
+    reader.Read("align", kAligns, title.align);
+    JsonReader font = reader.Object("font");
+    font.Read("family", title.fontFamily, 200);
+    font.Read("size", title.fontSize, kSmallestFont, kLargestFont);
+    font.Read("bold", title.bold);
+    font.Read("italic", title.italic);
+    ReadGradient(reader.Object("gradient"), title);
+    ReadProperties(reader, title.properties);
+}
+
+// The file's content without the keys: these carry their unknown fields themselves.
+QJsonObject SourceOf(QJsonObject file)
+{
+    if (!file.value(kTitle).isObject())
+        return file;
+    QJsonObject title = file.value(kTitle).toObject();
+    DropKeys(title);
+    file[kTitle] = title;
+    return file;
+}
+
+bool ReadVersion(JsonReader& root, ProjectError& error)
+{
+    const QJsonValue value = root.All().value(QLatin1String("version"));
+    const double version = value.toDouble();
+    if (!value.isDouble() || version < 1 || version != std::floor(version)) {
+        root.Fail(QStringLiteral("version"), value, Expected::WholeNumber, 1, kProjectVersion);
+    } else if (version > kProjectVersion) {
+        error.fault = ProjectFault::NewerVersion;
+        error.detail = QString::number(version, 'g', 15);
+        return false;
+    }
+    return error.path.isEmpty();
+}
+
+void SetPlace(ProjectError& error, const QByteArray& json, qsizetype offset)
+{
+    const QByteArray before = json.left(std::clamp<qsizetype>(offset, 0, json.size()));
+    const qsizetype lineStart = before.lastIndexOf('\n') + 1;
+    error.line = static_cast<int>(before.count('\n')) + 1;
+    error.column = static_cast<int>(QString::fromUtf8(before.mid(lineStart)).toUcs4().size()) + 1;
+}
+
+QJsonObject TitleToJson(const Title& title)
+{
+    QJsonArray stops;
+    for (std::size_t i = 0; i < title.stops.size(); ++i) {
+        const SKvCGGradientKey& stop = title.stops[i];
+        const QJsonObject known{{QStringLiteral("colour"), ColourText(stop.colour)},
+                                {QStringLiteral("position"), ShortDouble(stop.position)},
+                                {QStringLiteral("midPoint"), ShortDouble(stop.midPoint)}};
+        stops.append(i < title.stopSources.size() ? Overlay(title.stopSources[i], known) : known);
+    }
+    QJsonObject json{{QStringLiteral("text"), title.text},
+                     {QStringLiteral("align"), NameOf(kAligns, title.align)},
+                     {QStringLiteral("font"), QJsonObject{{QStringLiteral("family"), title.fontFamily},
+                                                          {QStringLiteral("size"), title.fontSize},
+                                                          {QStringLiteral("bold"), title.bold},
+                                                          {QStringLiteral("italic"), title.italic}}},
+                     {QStringLiteral("gradient"),
+                      QJsonObject{{QStringLiteral("angle"), title.gradientAngle},
+                                  {QStringLiteral("offset"), title[Property::GradientOffset].value},
+                                  {QStringLiteral("stops"), stops}}}};
+    return Overlay(json, StillValuesToJson(title.properties));
+}
+
+} // namespace
+
+QJsonObject Overlay(const QJsonObject& old, const QJsonObject& known)
+{
+    QJsonObject result = old;
+    for (auto field = known.begin(); field != known.end(); ++field) {
+        const QJsonValue before = old.value(field.key());
+        if (field->isObject())
+            result[field.key()] = Overlay(before.toObject(), field->toObject());
+        else
+            result[field.key()] = *field;
+    }
+    return result;
+}
+
+QJsonObject StillToJson(const Project& project)
+{
+    const SKvVideoResolution& video = project.video;
+    const SKvWaveFormatInfo& audio = project.audio;
+    const QJsonObject known{
+        {QStringLiteral("version"), kProjectVersion},
+        {QStringLiteral("video"),
+         QJsonObject{{QStringLiteral("width"), video.width},
+                     {QStringLiteral("height"), video.height},
+                     {QStringLiteral("frameRate"), NameOf(kRates, video.frameRate)},
+                     {QStringLiteral("scan"), NameOf(kScans, video.scanMode)},
+                     {QStringLiteral("aspect"), NameOf(kAspects, video.aspectRatio)}}},
+        {QStringLiteral("audio"), QJsonObject{{QStringLiteral("channels"), qint64(audio.channels)},
+                                              {QStringLiteral("sampleRate"), qint64(audio.sampleRate)},
+                                              {QStringLiteral("bitsPerSample"), audio.bitsPerSample}}},
+        {QStringLiteral("duration"), project.duration},
+        {kTitle, TitleToJson(project.title)}};
+    return Overlay(project.source, known);
+}
+
+QJsonObject ProjectToJson(const Project& project)
+{
+    QJsonObject json = StillToJson(project);
+    const QJsonObject keys = KeysToJson(project.title.properties);
+    if (keys.isEmpty())
+        return json;
+    return Overlay(json, {{kTitle, QJsonObject{{QStringLiteral("animation"), keys}}}});
+}
+
+QByteArray SerialiseProject(const Project& project)
+{
+    return QJsonDocument(ProjectToJson(project)).toJson(QJsonDocument::Indented);
+}
+
+std::optional<Project> ParseProject(const QByteArray& bytes, ProjectError& error)
+{
+    error = {};
+    const QByteArray json = bytes.startsWith("\xEF\xBB\xBF") ? bytes.mid(3) : bytes;
+    if (json.trimmed().isEmpty()) {
+        error.fault = ProjectFault::Empty;
+        return std::nullopt;
+    }
+    QJsonParseError fault;
+    QJsonDocument document = QJsonDocument::fromJson(json, &fault);
+    if (fault.error != QJsonParseError::NoError) {
+        error.fault = ProjectFault::BadJson;
+        error.detail = fault.errorString();
+        SetPlace(error, json, fault.offset);
+        return std::nullopt;
+    }
+    // Unescaped, a byte order mark at the begin of a name or text would get lost.
+    if (json.contains("\xEF\xBB\xBF"))
+        document = QJsonDocument::fromJson(QByteArray(json).replace("\xEF\xBB\xBF", "\\ufeff"));
+    if (!document.isObject()) {
+        error.fault = ProjectFault::BadField;
+        error.expected = Expected::Object;
+        error.detail = Shortened(document.array());
+        return std::nullopt;
+    }
+    JsonReader root({}, document.object(), error);
+    if (!ReadVersion(root, error))
+        return std::nullopt;
+    Project project = NewProject();
+    project.source = SourceOf(document.object());
+    root.ReadWhole("duration", project.duration, 1, kLongestDuration);
+    ReadVideo(root.Object("video"), project.video);
+    ReadAudio(root.Object("audio"), project.audio);
+    ReadTitle(root.Object("title"), project.title);
+    return error.path.isEmpty() ? std::optional(std::move(project)) : std::nullopt;
+}
+
+} // namespace titler

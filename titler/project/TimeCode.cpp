@@ -1,0 +1,118 @@
+#include "project/TimeCode.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace titler {
+namespace {
+
+constexpr qint64 kSecond = 1000000000; // nanoseconds
+constexpr int kFields = 4;             // hours, minutes, seconds, frames
+constexpr int kLongestText = 16;       // its numbers do not overflow
+
+// How many numbers a minute leaves out at its begin, unless it is a tenth one.
+qint64 Dropped(const FrameRate& rate)
+{
+    return rate.dropFrame ? rate.nominal / 15 : 0;
+}
+
+qint64 LabelOfFrame(qint64 frame, const FrameRate& rate)
+{
+    const qint64 dropped = Dropped(rate);
+    const qint64 minute = 60 * rate.nominal - dropped;
+    const qint64 tenMinutes = 10 * minute + dropped;
+    const qint64 rest = frame % tenMinutes;
+    const qint64 minutes = rest < dropped ? 0 : (rest - dropped) / minute;
+    return frame + dropped * (9 * (frame / tenMinutes) + minutes);
+}
+
+QString TwoDigits(qint64 number)
+{
+    return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+}
+
+// Hours, minutes, seconds and frames as they were typed; fewer are the last ones.
+std::optional<QStringList> FieldsOf(const QString& text)
+{
+    static const QRegularExpression separator(QStringLiteral("[:;.,]"));
+    static const QRegularExpression digits(QStringLiteral("^[0-9]+$"));
+    QStringList fields = text.split(separator);
+    if (fields.size() == 1) {
+        QString rest = fields.takeFirst();
+        for (int i = 1; i < kFields && rest.size() > 2; ++i, rest.chop(2))
+            fields.prepend(rest.right(2));
+        fields.prepend(rest);
+    }
+    const bool isSound = text.size() <= kLongestText && fields.size() <= kFields &&
+                         std::all_of(fields.begin(), fields.end(),
+                                     [](const QString& f) { return digits.match(f).hasMatch(); });
+    while (fields.size() < kFields)
+        fields.prepend(QStringLiteral("0"));
+    return isSound ? std::optional(fields) : std::nullopt;
+}
+
+} // namespace
+
+FrameRate FrameRateOf(EKvFrameRate rate)
+{
+    constexpr FrameRate rates[] = {
+        {24000, 1001, 24, false}, {24, 1, 24, false}, {25, 1, 25, false},      {30000, 1001, 30, true},
+        {30, 1, 30, false},       {50, 1, 50, false}, {60000, 1001, 60, true}, {60, 1, 60, false},
+    };
+    return rate >= 0 && static_cast<std::size_t>(rate) < std::size(rates) ? rates[rate] : rates[2];
+}
+
+// Seconds and the rest are counted apart: their product with the rate stays small.
+qint64 FrameAtTime(qint64 nanoseconds, const FrameRate& rate)
+{
+    const qint64 time = std::max<qint64>(0, nanoseconds);
+    return (time / kSecond * rate.numerator + time % kSecond * rate.numerator / kSecond) / rate.denominator;
+}
+
+qint64 TimeOfFrame(qint64 frame, const FrameRate& rate)
+{
+    const qint64 ticks = frame * rate.denominator; // of 1 / numerator of a second
+    const qint64 rest = ticks % rate.numerator * kSecond;
+    return ticks / rate.numerator * kSecond + (rest + rate.numerator - 1) / rate.numerator;
+}
+
+QString TimeCode(int frame, const FrameRate& rate)
+{
+    const qint64 label = LabelOfFrame(std::max(0, frame), rate);
+    const qint64 seconds = label / rate.nominal;
+    return TwoDigits(seconds / 3600) + u':' + TwoDigits(seconds / 60 % 60) + u':' + TwoDigits(seconds % 60) +
+           (rate.dropFrame ? u';' : u':') + TwoDigits(label % rate.nominal);
+}
+
+std::optional<int> ParseTimeCode(const QString& text, const FrameRate& rate)
+{
+    const std::optional<QStringList> fields = FieldsOf(text.trimmed());
+    if (!fields)
+        return std::nullopt;
+    std::array<qint64, kFields> numbers{};
+    for (int i = 0; i < kFields; ++i)
+        numbers[static_cast<std::size_t>(i)] = fields->at(i).toLongLong();
+    const auto [hours, minutes, seconds, frames] = numbers;
+    constexpr int mostHours = 100000;
+    if (hours > mostHours || minutes > 59 || seconds > 59 || frames >= rate.nominal)
+        return std::nullopt;
+    const qint64 label = ((hours * 60 + minutes) * 60 + seconds) * rate.nominal + frames;
+    const qint64 frame = FrameOfLabel(label, rate);
+    return frame <= std::numeric_limits<int>::max() ? std::optional(static_cast<int>(frame)) : std::nullopt;
+}
+
+qint64 FrameOfLabel(qint64 label, const FrameRate& rate)
+{
+    const qint64 dropped = Dropped(rate);
+    const qint64 minute = 60 * rate.nominal;
+    const qint64 minutes = label / minute;
+    const bool isLeftOut = minutes % 10 != 0 && label % minute < dropped;
+    const qint64 labelled = isLeftOut ? minutes * minute + dropped : label;
+    return labelled - dropped * (minutes - minutes / 10);
+}
+
+} // namespace titler

@@ -1,0 +1,279 @@
+#include "title/CanvasView.h"
+
+#include "edit/Document.h"
+#include "time/Transport.h"
+#include "window/Texts.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace titler {
+namespace {
+
+constexpr double kLeastZoom = 0.05;
+constexpr double kMostZoom = 8.0;
+constexpr double kZoomStep = 1.25;
+constexpr int kMargin = 24;
+constexpr int kCheck = 8;
+// The parts of the frame that stay visible on every screen, and where text may stand.
+constexpr double kActionSafe = 0.93;
+constexpr double kTitleSafe = 0.90;
+
+QRectF Shrunk(const QRectF& frame, double part)
+{
+    const double dx = frame.width() * (1 - part) / 2;
+    const double dy = frame.height() * (1 - part) / 2;
+    return frame.adjusted(dx, dy, -dx, -dy);
+}
+
+QBrush Checkerboard(const QColor& light, const QColor& dark)
+{
+    QPixmap tile(2 * kCheck, 2 * kCheck);
+    tile.fill(dark);
+    QPainter painter(&tile);
+    painter.fillRect(0, 0, kCheck, kCheck, light);
+    painter.fillRect(kCheck, kCheck, kCheck, kCheck, light);
+    return tile;
+}
+
+} // namespace
+
+CanvasView::CanvasView(const Document& document, const Transport& transport)
+    : m_document(document)
+    , m_transport(transport)
+    , m_skin(LoadSkin())
+    , m_checkerboard(Checkerboard(m_skin.checkLight, m_skin.checkDark))
+    , m_displaySize(DisplaySize(document.Current().video))
+{
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(120, 120);
+    setAccessibleName(Text(kTextCanvas));
+    setAccessibleDescription(Text(kTextCanvasTip));
+    viewport()->setAccessibleName(Text(kTextCanvas));
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(&document, &Document::ProjectChanged, this, &CanvasView::OnProjectChanged);
+    connect(&transport, &Transport::FrameChanged, this, &CanvasView::OnFrameChanged);
+}
+
+void CanvasView::OnProjectChanged()
+{
+    m_image = {};
+    const QSizeF size = DisplaySize(m_document.Current().video);
+    if (size != m_displaySize) {
+        m_displaySize = size;
+        UpdateScrollBars();
+        emit ZoomChanged();
+    }
+    viewport()->update();
+}
+
+// Where nothing moves, the picture stays.
+void CanvasView::OnFrameChanged()
+{
+    if (ValuesAt(m_document.Current().title.properties, m_transport.Frame()) == m_values)
+        return;
+    m_image = {};
+    viewport()->update();
+}
+
+void CanvasView::ShowSafeAreas(bool show)
+{
+    m_safeAreas = show;
+    viewport()->update();
+}
+
+void CanvasView::FitToWindow()
+{
+    m_fitted = true;
+    UpdateScrollBars();
+    viewport()->update();
+    emit ZoomChanged();
+}
+
+double CanvasView::Zoom() const
+{
+    if (!m_fitted)
+        return m_zoom;
+    const QSizeF room(std::max(1, width() - 2 * kMargin), std::max(1, height() - 2 * kMargin));
+    const double fit = std::min(room.width() / m_displaySize.width(), room.height() / m_displaySize.height());
+    return std::clamp(fit * devicePixelRatioF(), kLeastZoom, kMostZoom);
+}
+
+void CanvasView::SetZoom(double zoom)
+{
+    ZoomAround(zoom, QRectF(viewport()->rect()).center());
+}
+
+void CanvasView::ZoomIn()
+{
+    SetZoom(Zoom() * kZoomStep);
+}
+
+void CanvasView::ZoomOut()
+{
+    SetZoom(Zoom() / kZoomStep);
+}
+
+void CanvasView::ZoomAround(double zoom, QPointF anchor)
+{
+    const QRectF before = FrameRect();
+    const QPointF part((anchor.x() - before.left()) / before.width(),
+                       (anchor.y() - before.top()) / before.height());
+    m_zoom = std::clamp(zoom, kLeastZoom, kMostZoom);
+    m_fitted = false;
+    UpdateScrollBars();
+    const QRectF after = FrameRect();
+    const QPointF shift(after.left() + part.x() * after.width() - anchor.x(),
+                        after.top() + part.y() * after.height() - anchor.y());
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() +
+                                    static_cast<int>(std::lround(shift.x())));
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + static_cast<int>(std::lround(shift.y())));
+    viewport()->update();
+    emit ZoomChanged();
+}
+
+QSizeF CanvasView::FrameSize() const
+{
+    return m_displaySize * (Zoom() / devicePixelRatioF());
+}
+
+QRectF CanvasView::FrameRect() const
+{
+    const double ratio = devicePixelRatioF();
+    const QSizeF size = FrameSize();
+    const auto start = [&](int room, double length, const QScrollBar* bar) {
+        const double at =
+            length + 2 * kMargin > room && !m_fitted ? kMargin - bar->value() : (room - length) / 2;
+        return std::round(at * ratio) / ratio; // whole pixels of the display keep the edges sharp
+    };
+    return {start(viewport()->width(), size.width(), horizontalScrollBar()),
+            start(viewport()->height(), size.height(), verticalScrollBar()),
+            std::max(1.0, std::round(size.width() * ratio)) / ratio,
+            std::max(1.0, std::round(size.height() * ratio)) / ratio};
+}
+
+void CanvasView::UpdateScrollBars()
+{
+    const QSizeF size = FrameSize();
+    const auto update = [&](QScrollBar* bar, double length, int room) {
+        const int beyond = static_cast<int>(std::ceil(length)) + 2 * kMargin - room;
+        bar->setRange(0, m_fitted ? 0 : std::max(0, beyond));
+        bar->setPageStep(room);
+        bar->setSingleStep(20);
+    };
+    update(horizontalScrollBar(), size.width(), viewport()->width());
+    update(verticalScrollBar(), size.height(), viewport()->height());
+}
+
+bool CanvasView::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::Paint) {
+        Paint();
+        return true;
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+void CanvasView::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    UpdateScrollBars();
+    if (m_fitted)
+        emit ZoomChanged();
+}
+
+void CanvasView::scrollContentsBy(int, int)
+{
+    viewport()->update();
+}
+
+void CanvasView::wheelEvent(QWheelEvent* event)
+{
+    if (!(event->modifiers() & Qt::ControlModifier)) {
+        QAbstractScrollArea::wheelEvent(event);
+        return;
+    }
+    ZoomAround(Zoom() * std::pow(kZoomStep, event->angleDelta().y() / 120.0), event->position());
+    event->accept();
+}
+
+void CanvasView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Plus)
+        ZoomIn();
+    else if (event->key() == Qt::Key_Minus)
+        ZoomOut();
+    else
+        QAbstractScrollArea::keyPressEvent(event);
+}
+
+void CanvasView::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+void CanvasView::focusOutEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
+}
+
+void CanvasView::Paint()
+{
+    QPainter painter(viewport());
+    painter.fillRect(viewport()->rect(), m_skin.canvas);
+    const QRectF frame = FrameRect();
+    DrawFrame(painter, frame);
+    if (m_safeAreas)
+        DrawSafeAreas(painter, frame);
+    if (hasFocus()) {
+        painter.setPen(m_skin.accent);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+    }
+}
+
+void CanvasView::DrawFrame(QPainter& painter, const QRectF& frame)
+{
+    painter.save();
+    painter.setClipRect(frame);
+    painter.setBrushOrigin(frame.topLeft());
+    painter.fillRect(frame.intersected(viewport()->rect()), m_checkerboard);
+
+    // Beyond its own size the frame's pixels are shown as they are exported.
+    const SKvVideoResolution& video = m_document.Current().video;
+    const QSize shown = (frame.size() * devicePixelRatioF()).toSize();
+    const QSize size = Zoom() > 1 ? QSize(video.width, video.height) : shown;
+    if (m_image.size() != size) {
+        m_values = ValuesAt(m_document.Current().title.properties, m_transport.Frame());
+        m_image = m_renderer.Render(m_document.Current(), m_transport.Frame(), size);
+    }
+    painter.drawImage(frame, m_image);
+    painter.restore();
+}
+
+void CanvasView::DrawSafeAreas(QPainter& painter, const QRectF& frame) const
+{
+    painter.save();
+    const double pixel = 1 / devicePixelRatioF();
+    const auto outline = [&](double part, const QColor& colour, Qt::PenStyle style) {
+        QPen pen(colour, pixel, style);
+        painter.setPen(pen);
+        const QRectF area = Shrunk(frame, part);
+        const auto onPixel = [&](double at) { return (std::floor(at / pixel) + 0.5) * pixel; };
+        painter.drawRect(QRectF(QPointF(onPixel(area.left()), onPixel(area.top())),
+                                QPointF(onPixel(area.right()), onPixel(area.bottom()))));
+    };
+    outline(kActionSafe, m_skin.actionSafe, Qt::SolidLine);
+    outline(kTitleSafe, m_skin.titleSafe, Qt::DashLine);
+    painter.restore();
+}
+
+} // namespace titler

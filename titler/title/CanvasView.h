@@ -1,0 +1,72 @@
+// The canvas: the title at the current time over a checkerboard, with safe-area lines, fitted to the window
+// or zoomed.
+#pragma once
+
+#include "title/TitleRenderer.h"
+#include "window/Skin.h"
+
+#include <QAbstractScrollArea>
+#include <QBrush>
+
+namespace titler {
+
+class Document;
+class Transport;
+
+class CanvasView : public QAbstractScrollArea
+{
+    Q_OBJECT
+
+public:
+    CanvasView(const Document& document, const Transport& transport);
+
+    bool ShowsSafeAreas() const { return m_safeAreas; }
+    void ShowSafeAreas(bool show);
+    /// The zoom follows the window's size.
+    void FitToWindow();
+    bool IsFitted() const { return m_fitted; }
+    /// Screen pixels for a pixel of the frame, at the display's own pixels; 0.05 to 8.
+    double Zoom() const;
+    void SetZoom(double zoom);
+    void ZoomIn();
+    void ZoomOut();
+
+    /// Where the frame stands, in coordinates of the viewport.
+    QRectF FrameRect() const;
+
+signals:
+    void ZoomChanged();
+
+protected:
+    bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void Paint();
+    void DrawFrame(QPainter& painter, const QRectF& frame);
+    void DrawSafeAreas(QPainter& painter, const QRectF& frame) const;
+    void OnProjectChanged();
+    void OnFrameChanged();
+    void UpdateScrollBars();
+    void ZoomAround(double zoom, QPointF anchor);
+    QSizeF FrameSize() const;
+
+    const Document& m_document;
+    const Transport& m_transport;
+    Skin m_skin;
+    QBrush m_checkerboard;
+    TitleRenderer m_renderer;
+    QImage m_image; ///< the title at the size at which it is shown; null: to be rendered
+    std::array<double, kProperties> m_values{}; ///< by Property, of that picture
+    QSizeF m_displaySize;
+    double m_zoom = 1.0;
+    bool m_fitted = true;
+    bool m_safeAreas = true;
+};
+
+} // namespace titler

@@ -1,0 +1,105 @@
+#include "title/TitleWorkspace.h"
+
+#include "media/MediaPanel.h"
+#include "time/TimeRuler.h"
+#include "time/TransportBar.h"
+#include "title/AnimationInspector.h"
+#include "title/CanvasView.h"
+#include "title/GradientInspector.h"
+#include "title/TextInspector.h"
+#include "window/Texts.h"
+
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace titler {
+namespace {
+
+constexpr int kMediaWidth = 290;
+constexpr int kNarrowestPanel = 90; // in a small window the panels give way before the canvas is gone
+
+// What an area needs to show all its content beside its scroll bar.
+int WholeWidth(const QScrollArea& area)
+{
+    return area.widget()->minimumSizeHint().width() + area.verticalScrollBar()->sizeHint().width();
+}
+
+QSplitter* Splitter(Qt::Orientation orientation, std::initializer_list<QWidget*> panels, int growing)
+{
+    auto* splitter = new QSplitter(orientation);
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(1);
+    for (QWidget* panel : panels)
+        splitter->addWidget(panel);
+    splitter->setStretchFactor(growing, 1);
+    return splitter;
+}
+
+} // namespace
+
+TitleWorkspace::TitleWorkspace(Document& document, Transport& transport)
+    : m_canvas(new CanvasView(document, transport))
+    , m_media(new MediaPanel)
+    , m_playback(new TransportBar(document, transport))
+{
+    m_media->setProperty("role", "panel");
+    m_media->setAttribute(Qt::WA_StyledBackground);
+    m_media->setMinimumWidth(kNarrowestPanel);
+    QScrollArea* inspector = BuildInspector(document, transport);
+    QWidget* time = BuildTime(document, transport);
+    QSplitter* pictures = Splitter(Qt::Horizontal, {m_media, m_canvas}, 1);
+    pictures->setSizes({kMediaWidth, 4 * kMediaWidth});
+    QSplitter* stage = Splitter(Qt::Vertical, {pictures, time}, 0);
+    stage->setSizes({8 * time->sizeHint().height(), time->sizeHint().height()});
+    QSplitter* whole = Splitter(Qt::Horizontal, {stage, inspector}, 0);
+    whole->setSizes({5 * kMediaWidth, WholeWidth(*inspector)});
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(whole);
+}
+
+QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
+{
+    auto* panel = new QWidget;
+    panel->setProperty("role", "panel");
+    panel->setAttribute(Qt::WA_StyledBackground);
+    auto* column = new QVBoxLayout(panel);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_playback);
+    column->addWidget(new TimeRuler(document, transport), 1);
+    return panel;
+}
+
+QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& transport)
+{
+    auto* sections = new QWidget;
+    sections->setProperty("role", "panel");
+    auto* column = new QVBoxLayout(sections);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+    auto* gradient = new GradientInspector(document);
+    auto* text = new TextInspector(document);
+    m_animation = new AnimationInspector(document, transport, *m_canvas);
+    setFocusProxy(gradient);
+    for (QWidget* section : std::initializer_list<QWidget*>{gradient, text, m_animation}) {
+        section->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+        column->addWidget(section);
+    }
+    column->addStretch();
+
+    auto* area = new QScrollArea;
+    area->setProperty("role", "panel");
+    area->setAccessibleName(Text(kTextInspector));
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(sections);
+    area->setMinimumWidth(kNarrowestPanel);
+    return area;
+}
+
+} // namespace titler

@@ -1,0 +1,179 @@
+#include "window/CommandLine.h"
+
+#include "window/Texts.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace titler {
+namespace {
+
+// Narrower or lower than this the panels do not give way.
+constexpr QSize kSmallestWindow(320, 320);
+constexpr QSize kLargestWindow(16384, 16384);
+
+// Digits alone: no sign, no blank.
+std::optional<int> WholeNumber(const QString& text, int least, int most)
+{
+    static const QRegularExpression form(QStringLiteral("^\\d{1,9}$"));
+    const int number = text.toInt();
+    const bool isGood = form.match(text).hasMatch() && number >= least && number <= most;
+    return isGood ? std::optional(number) : std::nullopt;
+}
+
+struct Parser
+{
+    QCommandLineParser parser;
+    QCommandLineOption media{QStringLiteral("media"), Text(kTextOptionMedia), QStringLiteral("DIR")};
+    QCommandLineOption screenshot{QStringLiteral("screenshot"), Text(kTextOptionScreenshot),
+                                  QStringLiteral("OUT.png")};
+    QCommandLineOption exportFrame{QStringLiteral("export-frame"), Text(kTextOptionExport),
+                                   QStringLiteral("OUT.png")};
+    QCommandLineOption exportFrames{QStringLiteral("export-frames"), Text(kTextOptionFrames),
+                                    QStringLiteral("DIR")};
+    QCommandLineOption range{QStringLiteral("range"), Text(kTextOptionRange), QStringLiteral("A-B")};
+    QCommandLineOption threads{QStringLiteral("threads"), Text(kTextOptionThreads), QStringLiteral("N")};
+    QCommandLineOption frame{QStringLiteral("frame"), Text(kTextOptionFrame), QStringLiteral("N")};
+    QCommandLineOption size{QStringLiteral("size"), Text(kTextOptionSize), QStringLiteral("WxH")};
+    QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
+    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
+
+    Parser()
+    {
+        parser.setApplicationDescription(Text(kTextUsage));
+        parser.addOptions(
+            {media, screenshot, exportFrame, exportFrames, range, threads, frame, size, play, help});
+        parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
+                                     QStringLiteral("[project]"));
+    }
+
+    // An empty text, or what makes no sense.
+    QString Read(Options& options) const;
+    QString ReadPicture(const QCommandLineOption& option, QString& file) const;
+    QString ReadValue(const QCommandLineOption& option, QString& value) const;
+    QString ReadRange(std::optional<FrameRange>& frames) const;
+    QString ReadThreads(int& count) const;
+    QString ReadFrame(std::optional<int>& number) const;
+    QString ReadSize(QSize& window) const;
+    QString ReadProject(QString& project) const;
+};
+
+QString Parser::ReadValue(const QCommandLineOption& option, QString& value) const
+{
+    value = parser.value(option);
+    const bool isGiven = !value.isEmpty() || !parser.isSet(option);
+    return isGiven ? QString() : Text(kTextEmptyValue, {option.names().constFirst()});
+}
+
+QString Parser::ReadPicture(const QCommandLineOption& option, QString& file) const
+{
+    const QString fault = ReadValue(option, file);
+    const bool isPng = file.isEmpty() || file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive);
+    return isPng ? fault : Text(kTextNotPng, {file});
+}
+
+QString Parser::ReadRange(std::optional<FrameRange>& frames) const
+{
+    if (!parser.isSet(range))
+        return {};
+    if (!parser.isSet(exportFrames))
+        return Text(kTextNeedsFrames, {QStringLiteral("range")});
+    const QString text = parser.value(range);
+    static const QRegularExpression form(QStringLiteral("^(\\d{1,6})-(\\d{1,6})$"));
+    const QRegularExpressionMatch match = form.match(text);
+    if (!match.hasMatch())
+        return Text(kTextBadRange, {text, QString::number(kLongestDuration - 1)});
+    frames = FrameRange{match.captured(1).toInt(), match.captured(2).toInt()};
+    return frames->Count() > 0 ? QString() : Text(kTextReversedRange, {text});
+}
+
+QString Parser::ReadThreads(int& count) const
+{
+    if (!parser.isSet(threads))
+        return {};
+    if (!parser.isSet(exportFrames))
+        return Text(kTextNeedsFrames, {QStringLiteral("threads")});
+    const std::optional<int> number = WholeNumber(parser.value(threads), 1, kMostThreads);
+    count = number.value_or(0);
+    return number ? QString() : Text(kTextBadThreads, {parser.value(threads), QString::number(kMostThreads)});
+}
+
+QString Parser::ReadFrame(std::optional<int>& number) const
+{
+    if (!parser.isSet(frame))
+        return {};
+    if (!parser.isSet(exportFrame) && !parser.isSet(screenshot))
+        return Text(kTextNeedsPicture);
+    number = WholeNumber(parser.value(frame), 0, kLongestDuration - 1);
+    return number ? QString()
+                  : Text(kTextBadFrame, {parser.value(frame), QString::number(kLongestDuration - 1)});
+}
+
+QString Parser::ReadSize(QSize& window) const
+{
+    if (!parser.isSet(size))
+        return {};
+    static const QRegularExpression form(QStringLiteral("^(\\d{1,5})[xX](\\d{1,5})$"));
+    const QString text = parser.value(size);
+    const QRegularExpressionMatch match = form.match(text);
+    window = {match.captured(1).toInt(), match.captured(2).toInt()};
+    if (window == window.expandedTo(kSmallestWindow).boundedTo(kLargestWindow))
+        return {};
+    const auto asText = [](QSize s) { return QStringLiteral("%1x%2").arg(s.width()).arg(s.height()); };
+    return Text(kTextBadSize, {text, asText(kSmallestWindow), asText(kLargestWindow)});
+}
+
+QString Parser::ReadProject(QString& project) const
+{
+    const QStringList projects = parser.positionalArguments();
+    project = projects.value(0);
+    if (projects.size() > 1)
+        return Text(kTextTooManyProjects, {projects[1]});
+    return projects.isEmpty() || !project.isEmpty() ? QString() : Text(kTextNoProjectName);
+}
+
+QString Parser::Read(Options& options) const
+{
+    options.help = parser.isSet(help);
+    options.play = parser.isSet(play);
+    for (const QString& fault :
+         {ReadProject(options.project), ReadValue(media, options.media),
+          ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
+          ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
+          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize)})
+        if (!fault.isEmpty())
+            return fault;
+    return {};
+}
+
+} // namespace
+
+int Options::LastFrame() const
+{
+    return std::max(frame.value_or(-1), range ? range->last : -1);
+}
+
+QString FrameFault(const Options& options, const Project& project)
+{
+    const int last = options.LastFrame();
+    return last < project.duration
+               ? QString()
+               : Text(kTextNoSuchFrame, {QString::number(last), QString::number(project.duration - 1)});
+}
+
+std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& fault)
+{
+    Parser p;
+    Options options;
+    fault = p.parser.parse(arguments) ? p.Read(options) : p.parser.errorText();
+    return fault.isEmpty() ? std::optional(options) : std::nullopt;
+}
+
+QString HelpText()
+{
+    return Parser().parser.helpText();
+}
+
+} // namespace titler

@@ -1,0 +1,47 @@
+// What the command line asks for.
+#pragma once
+
+#include "export/FrameSequence.h"
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace titler {
+
+struct Options
+{
+    QString project;
+    QString media;
+    QString screenshot;
+    QString exportFrame;
+    QString exportFrames;            ///< a folder
+    std::optional<FrameRange> range; ///< of `exportFrames`; nothing: the whole project
+    int threads = 0;                 ///< of `exportFrames`; 0: as `FrameTarget` has it
+    std::optional<int> frame;        ///< of `screenshot` and `exportFrame`; nothing: the middle one
+    QSize windowSize{1440, 800};
+    bool play = false; ///< the window plays the title from the begin, over and over
+    bool help = false;
+
+    /// True when nothing is shown, so that no display is needed.
+    bool OnlyPictures() const
+    {
+        return !screenshot.isEmpty() || !exportFrame.isEmpty() || !exportFrames.isEmpty();
+    }
+    /// The last frame that is asked for; -1 for none.
+    int LastFrame() const;
+};
+
+/// @param arguments with the program's name first. @return nothing, and the reason in `fault`, when they make
+/// no sense.
+std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& fault);
+
+/// Why the project does not have the frames that are asked for; empty when it has.
+QString FrameFault(const Options& options, const Project& project);
+
+/// The text for "--help"; needs a QCoreApplication.
+QString HelpText();
+
+} // namespace titler

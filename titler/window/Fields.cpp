@@ -1,0 +1,139 @@
+#include "window/Fields.h"
+
+#include "window/Texts.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+#include <QSpinBox>
+
+namespace titler {
+namespace {
+
+// Shows a field's value instead of what is typed. @return false when there is no such text.
+bool DropTyped(QWidget& field)
+{
+    const auto* edit = qobject_cast<QLineEdit*>(&field);
+    if (edit == nullptr)
+        edit = field.findChild<QLineEdit*>();
+    if (edit == nullptr)
+        return false;
+    const QString typed = edit->text();
+    if (auto* whole = qobject_cast<QSpinBox*>(&field))
+        whole->setSuffix(whole->suffix()); // shows the value anew
+    else if (auto* real = qobject_cast<QDoubleSpinBox*>(&field))
+        real->setSuffix(real->suffix());
+    else if (auto* text = qobject_cast<QLineEdit*>(&field))
+        while (text->isUndoAvailable())
+            text->undo();
+    return edit->text() != typed;
+}
+
+class FieldEvents : public QObject
+{
+public:
+    explicit FieldEvents(QWidget& field)
+        : QObject(&field)
+        , m_field(field)
+        , m_number(qobject_cast<QAbstractSpinBox*>(&field))
+        , m_hasWheel(m_number != nullptr || qobject_cast<QComboBox*>(&field) != nullptr ||
+                     qobject_cast<QAbstractSlider*>(&field) != nullptr)
+    {
+    }
+
+    bool HasWheel() const { return m_hasWheel; }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::ShortcutOverride:
+            return OnShortcut(static_cast<QKeyEvent&>(*event));
+        case QEvent::KeyPress: // a shortcut that was ours, or that the window refuses while a key is held
+            return IsWindows(static_cast<QKeyEvent&>(*event));
+        case QEvent::Wheel:
+            event->ignore();
+            return m_hasWheel && !m_field.hasFocus();
+        default:
+            return false;
+        }
+    }
+
+private:
+    bool IsWindows(const QKeyEvent& key) const
+    {
+        return key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo) || IsBlank(key);
+    }
+    bool IsBlank(const QKeyEvent& key) const
+    {
+        return m_number != nullptr && key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier;
+    }
+    // Swallowed and not accepted, a key goes on to the window's actions.
+    bool OnShortcut(QKeyEvent& key)
+    {
+        key.ignore();
+        if (IsBlank(key))
+            m_number->interpretText(); // before playback moves the time
+        if (key.matches(QKeySequence::Undo) && DropTyped(m_field))
+            key.accept();
+        return IsWindows(key);
+    }
+
+    QWidget& m_field;
+    QAbstractSpinBox* m_number;
+    bool m_hasWheel;
+};
+
+} // namespace
+
+void NameField(QWidget& field, UINT nameId)
+{
+    field.setAccessibleName(Text(nameId).remove(u'&'));
+    field.setToolTip(Text(nameId + 1));
+}
+
+QLabel* FieldLabel(UINT nameId, QWidget& field)
+{
+    auto* label = new QLabel(Text(nameId));
+    label->setBuddy(&field);
+    label->setToolTip(Text(nameId + 1));
+    return label;
+}
+
+QLabel* RowLabel(UINT nameId, QWidget& field)
+{
+    QLabel* label = FieldLabel(nameId, field);
+    label->setMinimumWidth(label->fontMetrics().averageCharWidth() * 11);
+    return label;
+}
+
+QLabel* Heading(UINT textId)
+{
+    auto* label = new QLabel(Text(textId));
+    label->setProperty("role", "heading");
+    return label;
+}
+
+void JoinProject(QWidget& field)
+{
+    auto* events = new FieldEvents(field);
+    field.installEventFilter(events);
+    if (auto* edit = field.findChild<QLineEdit*>())
+        edit->installEventFilter(events);
+    if (events->HasWheel())
+        field.setFocusPolicy(Qt::StrongFocus);
+}
+
+void CommitFields(QWidget& window)
+{
+    for (QAbstractSpinBox* number : window.findChildren<QAbstractSpinBox*>())
+        number->interpretText();
+    for (QLineEdit* edit : window.findChildren<QLineEdit*>())
+        if (edit->isModified())
+            emit edit->editingFinished();
+}
+
+} // namespace titler

@@ -1,0 +1,268 @@
+#include "window/MainWindow.h"
+
+#include "KvVideoFormat.h"
+#include "export/ExportDialog.h"
+#include "export/FrameExport.h"
+#include "media/MediaPanel.h"
+#include "project/ProjectText.h"
+#include "title/AnimationInspector.h"
+#include "title/CanvasView.h"
+#include "title/TitleWorkspace.h"
+#include "window/Fields.h"
+#include "window/Texts.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QStatusBar>
+
+#include <cmath>
+
+namespace titler {
+namespace {
+
+constexpr int kMessageTime = 6000; // milliseconds
+
+QString FileNameOf(const QString& path)
+{
+    return QFileInfo(path).fileName();
+}
+
+// A name to write to; the dialog itself adds the ending and asks before it lets a file be replaced.
+QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString& ending,
+                     const QString& proposal)
+{
+    QFileDialog dialog(&parent, Text(titleId).remove(u'&'), proposal, Text(filterId));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(ending);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+} // namespace
+
+MainWindow::MainWindow()
+    : m_workspace(new TitleWorkspace(m_document, m_transport))
+    , m_video(new QLabel)
+    , m_audio(new QLabel)
+    , m_zoom(new QLabel)
+{
+    setCentralWidget(m_workspace);
+    m_workspace->setFocus();
+    BuildMenus();
+    BuildStatusLine();
+    connect(&m_document, &Document::FileChanged, this, &MainWindow::ShowFile);
+    connect(&m_document, &Document::ProjectChanged, this, &MainWindow::ShowFormat);
+    connect(&m_document.Steps(), &QUndoStack::indexChanged, this, &MainWindow::ShowSteps);
+    connect(&m_workspace->Animation(), &AnimationInspector::Refused, this, &MainWindow::Say);
+    connect(&m_workspace->Canvas(), &CanvasView::ZoomChanged, this, &MainWindow::ShowZoom);
+    connect(&m_workspace->Media(), &MediaPanel::FolderWanted, this, &MainWindow::ChooseMedia);
+    ShowFile();
+    ShowFormat();
+    ShowZoom();
+    ShowSteps();
+}
+
+// The views go before the document: a drag that is under way ends with them and still tells the document.
+MainWindow::~MainWindow()
+{
+    delete m_workspace;
+}
+
+MediaPanel& MainWindow::Media()
+{
+    return m_workspace->Media();
+}
+
+void MainWindow::BuildStatusLine()
+{
+    m_video->setToolTip(Text(kTextVideoFormatTip));
+    m_audio->setToolTip(Text(kTextAudioFormatTip));
+    m_zoom->setToolTip(Text(kTextZoomTip));
+    for (QLabel* label : {m_zoom, m_video, m_audio}) {
+        label->setAccessibleDescription(label->toolTip());
+        label->setMinimumWidth(1); // cut in a small window
+        statusBar()->addPermanentWidget(label);
+    }
+    statusBar()->setSizeGripEnabled(false);
+}
+
+void MainWindow::ShowFile()
+{
+    const QString& file = m_document.FileName();
+    const QString name = file.isEmpty() ? Text(kTextUntitled) : FileNameOf(file);
+    setWindowTitle(Text(kTextWindowTitle, {name, Text(kTextTitler)}));
+    setWindowModified(m_document.IsModified());
+}
+
+void MainWindow::ShowFormat()
+{
+    std::wstring text;
+    KvGetResolutionString(m_document.Current().video, 0, text);
+    m_video->setText(QString::fromStdWString(text));
+    KvGetAudioFormatString(m_document.Current().audio, text);
+    m_audio->setText(QString::fromStdWString(text));
+    ShowSteps();
+}
+
+void MainWindow::ShowZoom()
+{
+    const double percent = m_workspace->Canvas().Zoom() * 100;
+    m_zoom->setText(Text(kTextZoom, {QString::number(std::lround(percent))}));
+}
+
+void MainWindow::Say(const QString& text)
+{
+    statusBar()->showMessage(text, kMessageTime);
+}
+
+void MainWindow::ShowError(const QString& text)
+{
+    KvMessageBox(this, text.toStdWString(), MB_OK | MB_ICONERROR);
+}
+
+void MainWindow::Settle()
+{
+    CommitFields(*this);
+    m_document.EndRun();
+}
+
+bool MainWindow::MayLeave()
+{
+    Settle();
+    if (!m_document.IsModified())
+        return true;
+    const QString& file = m_document.FileName();
+    const QString name = file.isEmpty() ? Text(kTextUntitled) : FileNameOf(file);
+    switch (
+        KvMessageBox(this, Text(kTextSaveChanges, {name}).toStdWString(), MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    case IDYES:
+        return Save();
+    case IDNO:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Space plays, except where the focus has its own use for it: a text field has kept it for itself already.
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        const QWidget* focus = focusWidget();
+        const bool isWanted = qobject_cast<const QAbstractButton*>(focus) != nullptr ||
+                              qobject_cast<const QComboBox*>(focus) != nullptr ||
+                              qobject_cast<const QAbstractItemView*>(focus) != nullptr;
+        if (key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier && isWanted) {
+            event->accept();
+            return true;
+        }
+    }
+    return QMainWindow::event(event);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->setAccepted(MayLeave());
+}
+
+void MainWindow::New()
+{
+    if (MayLeave())
+        m_document.New();
+}
+
+bool MainWindow::OpenProject(const QString& file)
+{
+    ProjectError error;
+    if (!m_document.Open(file, error)) {
+        ShowError(ErrorText(file, error));
+        return false;
+    }
+    m_transport.Seek(MiddleFrame(m_document.Current()));
+    Say(Text(kTextOpened, {FileNameOf(file)}));
+    return true;
+}
+
+void MainWindow::ChooseProject()
+{
+    if (!MayLeave())
+        return;
+    const QString file = QFileDialog::getOpenFileName(this, Text(kTextOpen).remove(u'&'),
+                                                      m_document.FileName(), Text(kTextProjectFiles));
+    if (!file.isEmpty())
+        OpenProject(file);
+}
+
+bool MainWindow::Save()
+{
+    Settle();
+    const QString file = m_document.FileName();
+    return file.isEmpty() ? SaveAs() : SaveTo(file);
+}
+
+bool MainWindow::SaveAs()
+{
+    Settle();
+    const QString file =
+        AskForTarget(*this, kTextSaveAs, kTextProjectFiles, QStringLiteral("ktitle"), m_document.FileName());
+    return !file.isEmpty() && SaveTo(file);
+}
+
+bool MainWindow::SaveTo(const QString& file)
+{
+    const QString fault = m_document.SaveAs(file);
+    if (fault.isEmpty()) {
+        Say(Text(kTextSaved, {FileNameOf(file)}));
+        return true;
+    }
+    ShowError(Text(kTextCannotSave, {QDir::toNativeSeparators(file), fault}));
+    return false;
+}
+
+void MainWindow::ChooseExport()
+{
+    Settle();
+    m_transport.Pause();
+    const QFileInfo project(m_document.FileName());
+    const QString proposal = project.fileName().isEmpty()
+                                 ? QString()
+                                 : project.dir().filePath(project.completeBaseName() + ".png");
+    const QString file =
+        AskForTarget(*this, kTextExportFrame, kTextPngFiles, QStringLiteral("png"), proposal);
+    if (file.isEmpty())
+        return;
+    const QString fault = ExportFrame(m_document.Current(), file, m_transport.Frame());
+    if (fault.isEmpty())
+        Say(Text(kTextExported, {QDir::toNativeSeparators(file)}));
+    else
+        ShowError(Text(kTextCannotExport, {QDir::toNativeSeparators(file), fault}));
+}
+
+void MainWindow::ChooseAnimationExport()
+{
+    Settle();
+    m_transport.Pause();
+    const QString report = ExportFrames(*this, m_document.Current(), m_document.FileName());
+    if (!report.isEmpty())
+        Say(report);
+}
+
+void MainWindow::ChooseMedia()
+{
+    const QString folder = QFileDialog::getExistingDirectory(this, Text(kTextMediaChooseFolder));
+    if (!folder.isEmpty())
+        Media().OpenFolder(folder);
+}
+
+void MainWindow::About()
+{
+    KvMessageBox(this, Text(kTextAboutText).toStdWString(), MB_OK | MB_ICONINFORMATION);
+}
+
+} // namespace titler

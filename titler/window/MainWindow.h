@@ -1,0 +1,81 @@
+// The main window: files, menus and the status line around a workspace.
+#pragma once
+
+#include "edit/Document.h"
+#include "time/Transport.h"
+
+#include <QKeySequence>
+#include <QMainWindow>
+
+#include <functional>
+
+class QAction;
+class QActionGroup;
+class QLabel;
+
+namespace titler {
+
+class MediaPanel;
+class TitleWorkspace;
+
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+    Document& Project() { return m_document; }
+    Transport& Time() { return m_transport; }
+    MediaPanel& Media();
+    /// Says what is wrong in a message box. @return false when the file could not be opened.
+    bool OpenProject(const QString& file);
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void BuildMenus();
+    void BuildFileMenu();
+    void BuildEditMenu();
+    void BuildViewMenu();
+    void BuildProjectMenu();
+    void BuildPlaybackMenu();
+    QMenu* AddMenu(UINT nameId);
+    QAction* AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys, std::function<void()> run);
+    void BuildStatusLine();
+    void ShowFile();
+    void ShowFormat();
+    void ShowZoom();
+    void ShowSteps();
+    void Say(const QString& text);
+    void ShowError(const QString& text);
+
+    /// Takes what is typed or dragged right now: what follows is about the whole project.
+    void Settle();
+    /// Asks when there are unsaved changes. @return false when the user wants to stay.
+    bool MayLeave();
+    void New();
+    void ChooseProject();
+    bool Save();
+    bool SaveAs();
+    bool SaveTo(const QString& file);
+    void ChooseExport();
+    void ChooseAnimationExport();
+    void ChooseMedia();
+    void About();
+
+    Document m_document;
+    Transport m_transport{m_document};
+    TitleWorkspace* m_workspace;
+    QAction* m_undo = nullptr;
+    QAction* m_redo = nullptr;
+    QActionGroup* m_formats = nullptr;
+    QLabel* m_video;
+    QLabel* m_audio;
+    QLabel* m_zoom;
+};
+
+} // namespace titler

@@ -1,0 +1,164 @@
+#include "KvVideoFormat.h"
+#include "media/MediaPanel.h"
+#include "time/TransportBar.h"
+#include "title/CanvasView.h"
+#include "title/TitleWorkspace.h"
+#include "window/Fields.h"
+#include "window/MainWindow.h"
+#include "window/Texts.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <tuple>
+
+namespace titler {
+namespace {
+
+constexpr SKvVideoResolution kFormats[] = {
+    {kKvAspect16x9, kKvFrameRate29_97, kKvScanUpperFirst, 1920, 1080},
+    {kKvAspect16x9, kKvFrameRate25, kKvScanUpperFirst, 1920, 1080},
+    {kKvAspect16x9, kKvFrameRate25, kKvScanProgressive, 1920, 1080},
+    {kKvAspect16x9, kKvFrameRate23_976, kKvScanProgressive, 1920, 1080},
+    {kKvAspect16x9, kKvFrameRate50, kKvScanProgressive, 1280, 720},
+    {kKvAspect16x9, kKvFrameRate59_94, kKvScanProgressive, 1280, 720},
+    {kKvAspect16x9, kKvFrameRate50, kKvScanProgressive, 3840, 2160},
+    {kKvAspect16x9, kKvFrameRate59_94, kKvScanProgressive, 3840, 2160},
+    {kKvAspect4x3, kKvFrameRate25, kKvScanUpperFirst, 720, 576},
+    {kKvAspect4x3, kKvFrameRate29_97, kKvScanLowerFirst, 720, 480},
+    {kKvAspectSquarePixel, kKvFrameRate30, kKvScanProgressive, 1080, 1920},
+};
+
+bool IsSame(const SKvVideoResolution& a, const SKvVideoResolution& b)
+{
+    const auto fields = [](const SKvVideoResolution& v) {
+        return std::tie(v.aspectRatio, v.frameRate, v.scanMode, v.width, v.height);
+    };
+    return fields(a) == fields(b);
+}
+
+} // namespace
+
+QMenu* MainWindow::AddMenu(UINT nameId)
+{
+    QMenu* menu = menuBar()->addMenu(Text(nameId));
+    menu->setToolTipsVisible(true);
+    return menu;
+}
+
+QAction* MainWindow::AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys,
+                             std::function<void()> run)
+{
+    QAction* action = menu.addAction(Text(nameId));
+    action->setToolTip(Text(nameId + 1));
+    action->setStatusTip(Text(nameId + 1));
+    action->setShortcuts(keys);
+    connect(action, &QAction::triggered, this, std::move(run));
+    return action;
+}
+
+void MainWindow::BuildMenus()
+{
+    menuBar()->setNativeMenuBar(false);
+    BuildFileMenu();
+    BuildEditMenu();
+    BuildViewMenu();
+    BuildProjectMenu();
+    BuildPlaybackMenu();
+    AddItem(*AddMenu(kTextHelpMenu), kTextAbout, {QKeySequence::HelpContents}, [this] { About(); });
+}
+
+void MainWindow::BuildFileMenu()
+{
+    QMenu& menu = *AddMenu(kTextFileMenu);
+    AddItem(menu, kTextNew, {QKeySequence::New}, [this] { New(); });
+    AddItem(menu, kTextOpen, {QKeySequence::Open}, [this] { ChooseProject(); });
+    menu.addSeparator();
+    AddItem(menu, kTextSave, {QKeySequence::Save}, [this] { Save(); });
+    AddItem(menu, kTextSaveAs, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)}, [this] { SaveAs(); });
+    menu.addSeparator();
+    AddItem(menu, kTextExportFrame, {QKeySequence(Qt::CTRL | Qt::Key_E)}, [this] { ChooseExport(); });
+    AddItem(menu, kTextExportFrames, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+            [this] { ChooseAnimationExport(); });
+    AddItem(menu, kTextOpenMedia, {QKeySequence(Qt::CTRL | Qt::Key_M)}, [this] { ChooseMedia(); });
+    menu.addSeparator();
+    AddItem(menu, kTextQuit, {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); });
+}
+
+void MainWindow::BuildEditMenu()
+{
+    QMenu& menu = *AddMenu(kTextEditMenu);
+    m_undo = AddItem(menu, kTextUndo, QKeySequence::keyBindings(QKeySequence::Undo), [this] {
+        CommitFields(*this);
+        m_document.Undo();
+    });
+    m_redo = AddItem(menu, kTextRedo,
+                     {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
+                     [this] { m_document.Redo(); });
+}
+
+void MainWindow::BuildViewMenu()
+{
+    CanvasView& canvas = m_workspace->Canvas();
+    QMenu& menu = *AddMenu(kTextViewMenu);
+    QAction* safeAreas = AddItem(menu, kTextSafeAreas, {QKeySequence(Qt::CTRL | Qt::Key_G)}, [] {});
+    safeAreas->setCheckable(true);
+    safeAreas->setChecked(canvas.ShowsSafeAreas());
+    connect(safeAreas, &QAction::toggled, &canvas, &CanvasView::ShowSafeAreas);
+    menu.addSeparator();
+    AddItem(menu, kTextFit, {QKeySequence(Qt::CTRL | Qt::Key_0)}, [&canvas] { canvas.FitToWindow(); });
+    AddItem(menu, kTextFullSize, {QKeySequence(Qt::CTRL | Qt::Key_1)}, [&canvas] { canvas.SetZoom(1); });
+    AddItem(menu, kTextZoomIn,
+            {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
+            [&canvas] { canvas.ZoomIn(); });
+    AddItem(menu, kTextZoomOut, {QKeySequence(Qt::CTRL | Qt::Key_Minus)}, [&canvas] { canvas.ZoomOut(); });
+}
+
+void MainWindow::BuildProjectMenu()
+{
+    QMenu& menu = *AddMenu(kTextProjectMenu);
+    m_formats = new QActionGroup(this);
+    m_formats->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    for (const SKvVideoResolution& format : kFormats) {
+        std::wstring text;
+        KvGetResolutionString(format, 0, text);
+        QAction* action = menu.addAction(QString::fromStdWString(text));
+        action->setToolTip(Text(kTextFormatTip));
+        action->setStatusTip(Text(kTextFormatTip));
+        action->setCheckable(true);
+        m_formats->addAction(action);
+        connect(action, &QAction::triggered, this, [this, format] {
+            m_document.Edit(EditKind::Single, Text(kStepFormat),
+                            [&](auto& project) { SetVideoFormat(project, format); });
+            ShowSteps();
+        });
+    }
+}
+
+void MainWindow::BuildPlaybackMenu()
+{
+    QMenu& menu = *AddMenu(kTextPlaybackMenu);
+    for (QAction* command : m_workspace->Playback().Commands())
+        command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
+}
+
+void MainWindow::ShowSteps()
+{
+    const QUndoStack& steps = m_document.Steps();
+    const auto show = [](QAction& action, bool possible, UINT nameId, UINT namedId, const QString& step) {
+        action.setEnabled(possible);
+        action.setText(possible ? Text(namedId, {step}) : Text(nameId));
+    };
+    // A gesture that is under way is the step to undo, and nothing can be redone in it.
+    const bool inRun = m_document.IsInRun();
+    show(*m_undo, inRun || steps.canUndo(), kTextUndo, kTextUndoNamed,
+         inRun ? m_document.RunName() : steps.undoText());
+    show(*m_redo, !inRun && steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
+    const QList<QAction*> formats = m_formats->actions();
+    for (qsizetype i = 0; i < formats.size(); ++i)
+        formats[i]->setChecked(IsSame(kFormats[i], m_document.Current().video));
+}
+
+} // namespace titler
