@@ -2,7 +2,7 @@
 # The shared library exports its public names and nothing else.
 set -euo pipefail
 library=$1
-names=$(nm -DC --defined-only "$library" | cut -d' ' -f3-)
+names=$(nm -DCg --defined-only "$library" | cut -d' ' -f3-)
 ours='^((typeinfo (name )?|vtable )for |non-virtual thunk to )?(CKv|IKv|SKv|Kv|CreateFileNamingRule|CheckRuleLabels)'
 strangers=$(grep -vE "$ours" <<<"$names" || true)
 if [ -n "$strangers" ]; then
