@@ -12,6 +12,7 @@
 #include "KvParamBezierCtrlDlg.h"
 #include "KvParamBezierWnd.h"
 #include "KvPlatform.h"
+#include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"
 #include "KvTypes.h"

@@ -6,8 +6,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <memory>
-#include <span>
 #include <string_view>
 
 /// What changed, as `_OnNotifyItemModify` is told.
@@ -156,7 +156,7 @@ protected:
     void SetDefaultItemHeight(int height);
     /// Inserts a line before `line`. @param line 0 … count, or -1 for the end. @param texts one a column;
     /// missing ones are empty. @param height 0 takes the default. @return its index; -1 out of range.
-    int InsertRow(int line, std::span<const std::wstring_view> texts, int height = 0);
+    int InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height = 0);
     /// Inserts several at once. @return the first one's index; -1 out of range or when there is none.
     int InsertRows(int line, const std::vector<CStringArray>& rows, int height = 0);
     /// Removes `count` lines from `line` on; those beyond the end do not count. An open editor in one of
@@ -178,7 +178,7 @@ protected:
     int ClearCellColors(int line, int column);
     /// 64 bits of the derived list's own, 0 at first.
     std::uint64_t GetItemData(int line) const;
-    int SetItemData(int line, std::uint64_t data);
+    int SetItemData(int line, std::uint64_t value);
     /// The line's number: above 0, never used again; 0 out of range.
     std::uint64_t GetRowId(int line) const;
     /// Where the line with that number is; -1 when it is gone. Quick while the lines stand as they were
@@ -325,6 +325,7 @@ protected:
     void OnCaptureChanged() override;
     void OnSkinChanged() override;
     QString ToolTipAt(CPoint point, CRect& area) const override;
+    void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:

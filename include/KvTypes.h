@@ -181,6 +181,7 @@ inline constexpr UINT VK_RIGHT = 0x27;
 inline constexpr UINT VK_DOWN = 0x28;
 inline constexpr UINT VK_INSERT = 0x2D;
 inline constexpr UINT VK_DELETE = 0x2E;
+inline constexpr UINT VK_F2 = 0x71;
 inline constexpr UINT VK_LCONTROL = 0xA2;
 inline constexpr UINT VK_RCONTROL = 0xA3;
 

@@ -48,6 +48,8 @@ UINT VirtualKey(const QKeyEvent& event)
         return VK_INSERT;
     case Qt::Key_Delete:
         return VK_DELETE;
+    case Qt::Key_F2:
+        return VK_F2;
     default:
         return 0;
     }

@@ -1,0 +1,400 @@
+// The report list: its lines, columns, selection and view as hosts and derived lists ask for them.
+#include "platform/KvReportListImpl.h"
+
+#include <algorithm>
+#include <numeric>
+#include <span>
+#include <utility>
+
+std::wstring_view KvReportRow::Text(int column) const
+{
+    return static_cast<const kv::ReportRow*>(m_row)->Text(column);
+}
+
+std::uint64_t KvReportRow::Data() const
+{
+    return static_cast<const kv::ReportRow*>(m_row)->data;
+}
+
+int KvReportRow::Height() const
+{
+    return static_cast<const kv::ReportRow*>(m_row)->height;
+}
+
+CKvReportListCtrl::CKvReportListCtrl() : m_impl(std::make_unique<Impl>(*this))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    m_impl->LayOut();
+}
+
+CKvReportListCtrl::~CKvReportListCtrl()
+{
+    m_impl->CloseEditor(); // else it would tell of its focus going
+}
+
+int CKvReportListCtrl::Create(const CRect& rect, UINT style, CWnd* parent, DWORD id)
+{
+    if (!CreateWnd(style | WS_TABSTOP, rect, parent, id))
+        return 0;
+    m_impl->LayOut();
+    return 1;
+}
+
+int CKvReportListCtrl::GetItemCount() const
+{
+    return m_impl->rows.Count();
+}
+
+int CKvReportListCtrl::GetColumnCount() const
+{
+    return m_impl->layout.ColumnCount();
+}
+
+CString CKvReportListCtrl::GetHeaderText(int column) const
+{
+    return m_impl->IsColumn(column) ? m_impl->columns.columns[static_cast<std::size_t>(column)].header
+                                    : CString();
+}
+
+CString CKvReportListCtrl::GetItemText(int line, int column) const
+{
+    return m_impl->IsLine(line) ? CString(m_impl->rows.Row(line).Text(column)) : CString();
+}
+
+int CKvReportListCtrl::GetItemHeight(int line) const
+{
+    return m_impl->IsLine(line) ? m_impl->rows.Row(line).height : 0;
+}
+
+int CKvReportListCtrl::GetColumnWidth(int column) const
+{
+    return m_impl->IsColumn(column) ? m_impl->layout.Right(column) - m_impl->layout.Left(column) : 0;
+}
+
+int CKvReportListCtrl::SetColumnWidth(int column, int width)
+{
+    if (!m_impl->IsColumn(column))
+        return 0;
+    if (m_impl->columns.autoColumn == column)
+        m_impl->columns.autoColumn = -1;
+    m_impl->columns.columns[static_cast<std::size_t>(column)].width = std::max(width, kv::kReportMinColumn);
+    m_impl->LayOut();
+    return 1;
+}
+
+BOOL CKvReportListCtrl::GetCellColors(int line, int column, DWORD* back, DWORD* text) const
+{
+    if (!m_impl->IsCell(line, column))
+        return 0;
+    const kv::ReportCellColours colours = m_impl->rows.Row(line).Colours(column);
+    if (back && colours.hasBack)
+        *back = colours.back;
+    if (text && colours.hasText)
+        *text = colours.text;
+    return colours.hasBack || colours.hasText ? 1 : 0;
+}
+
+int CKvReportListCtrl::FindItem(const wchar_t* text, int column, int from) const
+{
+    const std::wstring_view wanted = text ? text : L"";
+    int found = -1;
+    if (!m_impl->IsColumn(column))
+        return found;
+    m_impl->rows.Visit(std::max(from, 0), [&](int line, const kv::ReportRow& row) {
+        found = row.Text(column) == wanted ? line : -1;
+        return found < 0;
+    });
+    return found;
+}
+
+int CKvReportListCtrl::FindItem(const CString& text, int column, int from) const
+{
+    return FindItem(text.c_str(), column, from);
+}
+
+int CKvReportListCtrl::GetSelItems(CArray<int, int>& lines) const
+{
+    m_impl->rows.SelectedLines(lines);
+    return static_cast<int>(lines.size());
+}
+
+int CKvReportListCtrl::GetAllSelItems(CArray<int, int>& lines) const
+{
+    return GetSelItems(lines);
+}
+
+BOOL CKvReportListCtrl::IsItemSelected(int line) const
+{
+    return m_impl->IsLine(line) && m_impl->rows.Row(line).selected ? 1 : 0;
+}
+
+int CKvReportListCtrl::GetSelCount() const
+{
+    return m_impl->rows.SelectedCount();
+}
+
+int CKvReportListCtrl::GetLastSelItem() const
+{
+    return m_impl->rows.LastSelected();
+}
+
+void CKvReportListCtrl::SetSelItem(int line)
+{
+    if (line != -1 && !m_impl->IsLine(line))
+        return;
+    m_impl->rows.ClearSelection();
+    if (line >= 0) {
+        m_impl->rows.Select(line, line, true);
+        SetCurrentItem(line);
+    }
+    m_impl->RequestFrame();
+}
+
+void CKvReportListCtrl::SetSelItem(const CArray<int, int>& lines)
+{
+    m_impl->rows.ClearSelection();
+    int last = -1;
+    for (const int line : lines) {
+        if (!m_impl->IsLine(line))
+            continue;
+        m_impl->rows.Select(line, line, true);
+        last = line;
+    }
+    if (last >= 0)
+        SetCurrentItem(last);
+    m_impl->RequestFrame();
+}
+
+int CKvReportListCtrl::GetTopIndex() const
+{
+    return std::max(0, m_impl->TopLine());
+}
+
+int CKvReportListCtrl::GetVisibleCount() const
+{
+    const kv::ReportRows& rows = m_impl->rows;
+    const int height = m_impl->layout.cells.Height();
+    if (rows.ShownCount() == 0 || height <= 0)
+        return 0;
+    const int top = m_impl->TopLine();
+    const int bottom = rows.LineAt(m_impl->scrollY + height - 1);
+    int count = rows.ShownBefore(bottom) - rows.ShownBefore(top) + 1;
+    const bool cutBelow = rows.TopOf(bottom) + rows.Row(bottom).height > m_impl->scrollY + height;
+    const bool cutAbove = rows.TopOf(top) < m_impl->scrollY;
+    count -= cutAbove ? 1 : 0;
+    count -= cutBelow && (bottom != top || !cutAbove) ? 1 : 0;
+    return count;
+}
+
+void CKvReportListCtrl::ShowGridLines(BOOL show)
+{
+    m_impl->hasGrid = show != 0;
+    m_impl->RequestFrame();
+}
+
+QSize CKvReportListCtrl::sizeHint() const
+{
+    return {480, 240};
+}
+
+QSize CKvReportListCtrl::minimumSizeHint() const
+{
+    return {80, 72};
+}
+
+int CKvReportListCtrl::InsertColumn(const wchar_t* header, int width)
+{
+    m_impl->columns.columns.push_back({header ? header : L"", std::max(width, kv::kReportMinColumn)});
+    m_impl->LayOut();
+    return GetColumnCount() - 1;
+}
+
+void CKvReportListCtrl::SetHeaderText(int column, const wchar_t* header)
+{
+    if (!m_impl->IsColumn(column))
+        return;
+    m_impl->columns.columns[static_cast<std::size_t>(column)].header = header ? header : L"";
+    m_impl->RequestFrame();
+}
+
+void CKvReportListCtrl::SetAutoSizeColumn(int column, int minimum)
+{
+    if (column != -1 && !m_impl->IsColumn(column))
+        return;
+    const int before = m_impl->columns.autoColumn;
+    if (before >= 0) // goes on with the width that it has
+        m_impl->columns.columns[static_cast<std::size_t>(before)].width = GetColumnWidth(before);
+    m_impl->columns.autoColumn = column;
+    m_impl->columns.autoMinimum = std::max(minimum, kv::kReportMinColumn);
+    m_impl->LayOut();
+}
+
+void CKvReportListCtrl::ShowHeader(BOOL show)
+{
+    m_impl->hasHeader = show != 0;
+    m_impl->LayOut();
+}
+
+void CKvReportListCtrl::SetDefaultItemHeight(int height)
+{
+    m_impl->defaultHeight = std::max(1, height);
+}
+
+int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height)
+{
+    const int count = GetItemCount();
+    if (line < -1 || line > count)
+        return -1;
+    const int at = line == -1 ? count : line;
+    m_impl->rows.Insert(at, kv::ReportRow(std::span(texts.begin(), texts.size()),
+                                          height > 0 ? height : m_impl->defaultHeight));
+    m_impl->Inserted(at, 1);
+    return at;
+}
+
+int CKvReportListCtrl::InsertRows(int line, const std::vector<CStringArray>& rows, int height)
+{
+    const int count = GetItemCount();
+    if (line < -1 || line > count || rows.empty())
+        return -1;
+    const int at = line == -1 ? count : line;
+    std::vector<kv::ReportRow> added;
+    added.reserve(rows.size());
+    std::vector<std::wstring_view> texts;
+    for (const CStringArray& row : rows) {
+        texts.assign(row.begin(), row.end());
+        added.emplace_back(texts, height > 0 ? height : m_impl->defaultHeight);
+    }
+    m_impl->rows.Insert(at, std::move(added));
+    m_impl->Inserted(at, static_cast<int>(rows.size()));
+    return at;
+}
+
+int CKvReportListCtrl::RemoveRows(int line, int count)
+{
+    if (!m_impl->IsLine(line) || count <= 0)
+        return 0;
+    count = std::min(count, GetItemCount() - line);
+    m_impl->Remove(line, count);
+    m_impl->RowsResized();
+    CArray<int, int> lines(static_cast<std::size_t>(count));
+    std::iota(lines.begin(), lines.end(), line);
+    m_impl->Notify(kKvReportRemoved, std::move(lines));
+    return count;
+}
+
+int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
+{
+    CArray<int, int> gone = lines;
+    std::erase_if(gone, [this](int line) { return !m_impl->IsLine(line); });
+    std::sort(gone.begin(), gone.end());
+    gone.erase(std::unique(gone.begin(), gone.end()), gone.end());
+    if (gone.empty())
+        return 0;
+    // From the end, run by run, so that the lines before keep their indices.
+    for (std::size_t end = gone.size(); end > 0;) {
+        std::size_t begin = end - 1;
+        while (begin > 0 && gone[begin - 1] == gone[begin] - 1)
+            --begin;
+        m_impl->Remove(gone[begin], static_cast<int>(end - begin));
+        end = begin;
+    }
+    m_impl->RowsResized();
+    const int count = static_cast<int>(gone.size());
+    m_impl->Notify(kKvReportRemoved, std::move(gone));
+    return count;
+}
+
+void CKvReportListCtrl::RemoveAllRows()
+{
+    if (GetItemCount() > 0)
+        m_impl->Remove(0, GetItemCount());
+    m_impl->RowsResized();
+    m_impl->Notify(kKvReportAllRemoved, {});
+}
+
+int CKvReportListCtrl::SortRows(const CArray<int, int>& order)
+{
+    if (!m_impl->rows.Sort(order))
+        return 0;
+    std::vector<int> placeOf(order.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        placeOf[static_cast<std::size_t>(order[i])] = static_cast<int>(i);
+    for (int* line : {&m_impl->current, &m_impl->anchor, &m_impl->editLine, &m_impl->dragLine})
+        *line = *line < 0 ? -1 : placeOf[static_cast<std::size_t>(*line)];
+    m_impl->RowsResized();
+    m_impl->Notify(kKvReportOrderChanged, order);
+    return 1;
+}
+
+int CKvReportListCtrl::SetItemText(int line, int column, const CString& text)
+{
+    if (!m_impl->IsCell(line, column))
+        return 0;
+    if (m_impl->rows.Row(line).Text(column) == text)
+        return 1;
+    m_impl->rows.SetText(line, column, text);
+    const bool wasShown = m_impl->rows.Row(line).shown;
+    m_impl->Filter(line);
+    if (wasShown != m_impl->rows.Row(line).shown)
+        m_impl->RowsResized();
+    else
+        m_impl->RepaintRow(line);
+    m_impl->Notify(kKvReportTextChanged, {line}, column);
+    return 1;
+}
+
+int CKvReportListCtrl::SetItemHeight(int line, int height)
+{
+    if (!m_impl->IsLine(line) || height <= 0)
+        return 0;
+    const int top = m_impl->TopLine();
+    if (line < top && m_impl->rows.Row(line).shown)
+        m_impl->scrollY += height - m_impl->rows.Row(line).height;
+    m_impl->rows.SetHeight(line, height);
+    m_impl->RowsResized();
+    return 1;
+}
+
+int CKvReportListCtrl::SetCellColors(int line, int column, const DWORD* back, const DWORD* text)
+{
+    if (!m_impl->IsCell(line, column))
+        return 0;
+    m_impl->rows.SetColours(line, column, back, text);
+    m_impl->RepaintRow(line);
+    return 1;
+}
+
+int CKvReportListCtrl::ClearCellColors(int line, int column)
+{
+    if (!m_impl->IsCell(line, column))
+        return 0;
+    m_impl->rows.ClearColours(line, column);
+    m_impl->RepaintRow(line);
+    return 1;
+}
+
+std::uint64_t CKvReportListCtrl::GetItemData(int line) const
+{
+    return m_impl->IsLine(line) ? m_impl->rows.Row(line).data : 0;
+}
+
+int CKvReportListCtrl::SetItemData(int line, std::uint64_t value)
+{
+    if (!m_impl->IsLine(line))
+        return 0;
+    m_impl->rows.SetData(line, value);
+    return 1;
+}
+
+std::uint64_t CKvReportListCtrl::GetRowId(int line) const
+{
+    return m_impl->IsLine(line) ? m_impl->rows.Row(line).id : 0;
+}
+
+int CKvReportListCtrl::FindRow(std::uint64_t id) const
+{
+    return m_impl->rows.Find(id);
+}
+
+void CKvReportListCtrl::_OnNotifyItemModify(int, const CArray<int, int>&, int) {}

@@ -1,0 +1,272 @@
+#include "platform/KvReportListImpl.h"
+
+#include "platform/SkinColours.h"
+
+#include <QStyle>
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+void CKvReportListCtrl::Impl::Theme::Load()
+{
+    back = kv::SkinColour(L"keReportListBKColor", 0xFF1F1F22u);
+    text = kv::TextColour();
+    disabledText = kv::DisabledTextColour();
+    selectedBack = kv::SkinColour(L"keReportListSelectedBKColor", 0xFF4A5568u);
+    selectedText = kv::SkinColour(L"keReportListSelectedTextColor", 0xFFFFFFFFu);
+    header = kv::SkinColour(L"keReportListHeaderBKColor", 0xFF323236u);
+    grid = kv::SkinColour(L"keReportListGridColor", 0xFF333337u);
+}
+
+CKvReportListCtrl::Impl::Impl(CKvReportListCtrl& control)
+    : kv::AccessibleParts(control, QAccessible::List)
+    , list(control)
+    , verticalBar(new QScrollBar(Qt::Vertical, &control))
+    , horizontalBar(new QScrollBar(Qt::Horizontal, &control))
+{
+    theme.Load();
+    for (QScrollBar* bar : {verticalBar, horizontalBar}) {
+        bar->hide();
+        bar->setFocusPolicy(Qt::NoFocus);
+    }
+    const auto scrolled = [this] {
+        if (!isSyncing)
+            ScrollByUser(horizontalBar->value(), verticalBar->value());
+    };
+    QObject::connect(verticalBar, &QScrollBar::valueChanged, &list, scrolled);
+    QObject::connect(horizontalBar, &QScrollBar::valueChanged, &list, scrolled);
+}
+
+QRect CKvReportListCtrl::Impl::RowRect(int line) const
+{
+    const kv::ReportRow& row = rows.Row(line);
+    const std::int64_t y = layout.cells.top + rows.TopOf(line) - scrollY;
+    // Far outside of the view the exact place does not count, but must not wrap around.
+    const auto top = static_cast<int>(std::clamp<std::int64_t>(y, -100'000'000, 100'000'000));
+    return {layout.cells.left, top, layout.cells.Width(), row.shown ? row.height : 0};
+}
+
+QRect CKvReportListCtrl::Impl::CellRect(int line, int column) const
+{
+    const QRect row = RowRect(line);
+    return {layout.cells.left + layout.Left(column) - scrollX, row.top(),
+            layout.Right(column) - layout.Left(column), row.height()};
+}
+
+void CKvReportListCtrl::Impl::LayOut()
+{
+    kv::ReportExtent extent;
+    extent.client = list.size();
+    extent.header = hasHeader;
+    barExtent = list.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &list);
+    extent.bar = barExtent;
+    extent.rowsHeight = rows.Height();
+    if (editor && IsLine(editLine)) {
+        extent.editorRight = layout.Left(editColumn) + editor->width() + 5;
+        extent.editorBottom = rows.TopOf(editLine) + editor->height();
+    }
+    layout = kv::LayOutReport(extent, columns);
+    ScrollTo(scrollX, scrollY);
+    RequestFrame();
+}
+
+void CKvReportListCtrl::Impl::RowsResized()
+{
+    // Whether a bar is needed depends on the height only through these comparisons.
+    const auto needs = [this](std::int64_t height) {
+        const int room = list.height() - layout.cells.top;
+        return (height > room ? 1 : 0) + (height > room - barExtent ? 1 : 0);
+    };
+    if (editor || layout.contentHeight == 0 || layout.verticalBar.IsRectEmpty() ||
+        needs(rows.Height()) != needs(layout.contentHeight)) {
+        LayOut();
+        return;
+    }
+    layout.contentHeight = rows.Height();
+    ScrollTo(scrollX, scrollY);
+    RequestFrame();
+}
+
+void CKvReportListCtrl::Impl::ScrollTo(int x, std::int64_t y)
+{
+    x = std::clamp(x, 0, layout.MaxScrollX());
+    y = std::clamp<std::int64_t>(y, 0, layout.MaxScrollY());
+    if (x == scrollX && y == scrollY)
+        return;
+    scrollX = x;
+    scrollY = y;
+    RequestFrame();
+}
+
+void CKvReportListCtrl::Impl::Show(int line)
+{
+    if (!IsLine(line) || !rows.Row(line).shown)
+        return;
+    const std::int64_t top = rows.TopOf(line);
+    ScrollTo(scrollX, kv::OffsetToShow(scrollY, layout.cells.Height(), top, top + rows.Row(line).height));
+}
+
+void CKvReportListCtrl::Impl::ScrollByUser(int x, std::int64_t y)
+{
+    ScrollTo(x, y);
+    list._OnUserScroll();
+}
+
+void CKvReportListCtrl::Impl::RequestFrame()
+{
+    if (suspended > 0) {
+        frameDue = true;
+        return;
+    }
+    if (frameAsked)
+        return;
+    frameAsked = true;
+    QMetaObject::invokeMethod(
+        &list, [this] { Frame(); }, Qt::QueuedConnection);
+}
+
+void CKvReportListCtrl::Impl::Frame()
+{
+    frameAsked = false;
+    if (suspended > 0) {
+        frameDue = true;
+        return;
+    }
+    SyncBars();
+    PlaceEditor();
+    list.update();
+    if (rowsChanged && QAccessible::isActive())
+        PartsChanged();
+    rowsChanged = false;
+    UpdateFocus();
+}
+
+void CKvReportListCtrl::Impl::SyncBars()
+{
+    const std::int64_t kLimit = std::numeric_limits<int>::max();
+    isSyncing = true;
+    const auto sync = [kLimit](QScrollBar* bar, const CRect& rect, std::int64_t maximum, std::int64_t value,
+                               int page) {
+        if (!rect.IsRectEmpty() && bar->geometry() != QRect(rect))
+            bar->setGeometry(rect);
+        bar->setRange(0, static_cast<int>(std::min(maximum, kLimit)));
+        bar->setPageStep(std::max(1, page));
+        bar->setSingleStep(24);
+        bar->setValue(static_cast<int>(std::min(value, kLimit)));
+        bar->setVisible(!rect.IsRectEmpty());
+    };
+    sync(verticalBar, layout.verticalBar, layout.MaxScrollY(), scrollY, layout.cells.Height());
+    sync(horizontalBar, layout.horizontalBar, layout.MaxScrollX(), scrollX, layout.cells.Width());
+    isSyncing = false;
+}
+
+void CKvReportListCtrl::Impl::RepaintRow(int line)
+{
+    if (!IsLine(line))
+        return;
+    if (suspended > 0)
+        frameDue = true;
+    else if (!frameAsked)
+        list.update(RowRect(line) & QRect(layout.cells));
+}
+
+void CKvReportListCtrl::Impl::Notify(int kind, CArray<int, int> lines, int column)
+{
+    rowsChanged = rowsChanged || kind != kKvReportTextChanged;
+    list._OnNotifyItemModify(kind, lines, column);
+}
+
+// Whether a new or changed line is shown; false when it had to be hidden or shown anew.
+void CKvReportListCtrl::Impl::Filter(int line)
+{
+    if (!filter)
+        return;
+    const kv::ReportRow& row = rows.Row(line);
+    const bool accepts = filter(KvReportRow(&row));
+    if (accepts != row.shown)
+        rows.SetShown(line, accepts);
+}
+
+void CKvReportListCtrl::Impl::Inserted(int line, int count)
+{
+    for (int i = 0; filter && i < count; ++i)
+        Filter(line + i);
+    // At the very top new lines come into view.
+    if (scrollY > 0 && line + count < rows.Count() && rows.TopOf(line) <= scrollY)
+        scrollY += rows.TopOf(line + count) - rows.TopOf(line);
+    for (int* place : {&current, &anchor, &editLine, &dragLine})
+        *place = kv::LineAfterInsert(*place, line, count);
+    RowsResized();
+    CArray<int, int> lines(static_cast<std::size_t>(count));
+    std::iota(lines.begin(), lines.end(), line);
+    Notify(kKvReportInserted, std::move(lines));
+}
+
+// Without the notification.
+void CKvReportListCtrl::Impl::Remove(int line, int count)
+{
+    const int top = TopLine();
+    if (top >= line + count)
+        scrollY -= rows.TopOf(line + count) - rows.TopOf(line);
+    else if (top >= line)
+        scrollY = rows.TopOf(line);
+    rows.Remove(line, count);
+    for (int* place : {&current, &anchor, &dragLine})
+        *place = kv::LineAfterRemove(*place, line, count);
+    const bool wasEditing = editLine >= 0;
+    editLine = kv::LineAfterRemove(editLine, line, count);
+    if (current < 0 && drag == Drag::kNone && rows.Count() == 0)
+        anchor = -1;
+    if (wasEditing && editLine < 0) {
+        const int column = editColumn;
+        CloseEditor();
+        list._CancelEdit(-1, column);
+    }
+}
+
+void CKvReportListCtrl::Impl::TellSelection()
+{
+    RequestFrame();
+    Q_EMIT list.SelectionEdited();
+}
+
+kv::AccessiblePart CKvReportListCtrl::Impl::Describe(Key key) const
+{
+    const int line = rows.Find(key);
+    kv::AccessiblePart part;
+    part.role = QAccessible::ListItem;
+    if (line < 0)
+        return part;
+    QStringList texts;
+    for (int column = 0; column < layout.ColumnCount(); ++column) {
+        const std::wstring_view text = rows.Row(line).Text(column);
+        const std::wstring& header = columns.columns[static_cast<std::size_t>(column)].header;
+        if (!text.empty())
+            texts +=
+                (header.empty() ? QString() : KvToQString(header) + QStringLiteral(": ")) + KvToQString(text);
+    }
+    part.name = texts.join(QStringLiteral(", "));
+    part.rect = RowRect(line) & QRect(layout.cells);
+    part.selectable = true;
+    part.selected = rows.Row(line).selected;
+    part.actions = {QAccessibleActionInterface::setFocusAction(), QAccessibleActionInterface::pressAction()};
+    return part;
+}
+
+std::optional<kv::AccessibleParts::Key> CKvReportListCtrl::Impl::FocusedPart() const
+{
+    return IsLine(current) ? std::optional<Key>(rows.Row(current).id) : std::nullopt;
+}
+
+void CKvReportListCtrl::Impl::DoAction(Key key, const QString& action)
+{
+    const int line = rows.Find(key);
+    list.setFocus();
+    if (action == QAccessibleActionInterface::setFocusAction()) {
+        list.SetCurrentItem(line);
+        Show(line);
+        return;
+    }
+    ClickLine(line, Qt::NoModifier);
+}

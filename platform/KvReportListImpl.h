@@ -1,0 +1,135 @@
+// The report list's private part: what the handlers, the drawing and the editing share.
+#pragma once
+
+#include "KvReportListCtrl.h"
+#include "platform/AccessibleParts.h"
+#include "platform/ReportEditor.h"
+#include "platform/ReportLayout.h"
+#include "platform/ReportRows.h"
+
+#include <QFontMetricsF>
+#include <QPointer>
+#include <QRegion>
+#include <QScrollBar>
+
+#include <optional>
+
+struct CKvReportListCtrl::Impl : kv::AccessibleParts
+{
+    /// What the pointer is dragging.
+    enum class Drag
+    {
+        kNone,
+        kEdge,   ///< a column's right edge
+        kHeader, ///< pressed on a header, to be clicked
+        kSelect, ///< the selection
+        kRow,    ///< a selected line: becomes a drag and drop, or a plain click
+    };
+    struct Theme
+    {
+        QColor back, text, disabledText, selectedBack, selectedText, header, grid;
+        void Load();
+    };
+
+    explicit Impl(CKvReportListCtrl& control);
+
+    // Places.
+    bool IsLine(int line) const { return line >= 0 && line < rows.Count(); }
+    bool IsColumn(int column) const { return column >= 0 && column < layout.ColumnCount(); }
+    bool IsCell(int line, int column) const { return IsLine(line) && IsColumn(column); }
+    int TopLine() const { return rows.LineAt(scrollY); }
+    QRect RowRect(int line) const; ///< over the width of the cells; may lie outside of them
+    QRect CellRect(int line, int column) const;
+    /// After a change of columns, size or the editor.
+    void LayOut();
+    /// After a change of the rows' heights or number: keeps scroll limits and bars up to date.
+    void RowsResized();
+    void ScrollTo(int x, std::int64_t y);
+    void Show(int line);
+    void ScrollByUser(int x, std::int64_t y);
+
+    // The frame.
+    void RequestFrame();
+    void Frame();
+    void SyncBars();
+    void RepaintRow(int line);
+
+    // Rows.
+    void Inserted(int line, int count);
+    void Remove(int line, int count);
+    void Filter(int line);
+    void Notify(int kind, CArray<int, int> lines, int column = -1);
+
+    // Selection by the user.
+    void MoveCurrent(int line, Qt::KeyboardModifiers modifiers);
+    void ClickLine(int line, Qt::KeyboardModifiers modifiers);
+    void DragSelectionTo(CPoint point);
+    void SelectFromAnchor(int line);
+    void TellSelection();
+    int PageFrom(int line, int direction) const;
+
+    // Editing.
+    void OpenEditor(int line, int column);
+    QRect EditorRect() const;
+    void PlaceEditor();
+    void ShowCaret();
+    void CloseEditor();
+    void EditorEnded(int key, bool shift);
+    void EditNext(int line, int column, int step);
+
+    // Drawing.
+    void DrawHeader(QPainter& painter);
+    void DrawRow(QPainter& painter, int line);
+    int State(int line) const;
+    QColor Colour(int line, int column, bool isBack) const;
+
+    // kv::AccessibleParts: the lines, by their numbers.
+    int Count() const override { return rows.Count(); }
+    Key KeyAt(int index) const override { return rows.Row(index).id; }
+    int IndexOf(Key key) const override { return rows.Find(key); }
+    kv::AccessiblePart Describe(Key key) const override;
+    std::optional<Key> FocusedPart() const override;
+    void DoAction(Key key, const QString& action) override;
+
+    CKvReportListCtrl& list;
+    kv::ReportRows rows;
+    kv::ReportColumns columns;
+    kv::ReportLayout layout;
+    bool hasHeader = true;
+    bool hasGrid = true;
+    int textStyle = kKvReportLeft;
+    int defaultHeight = 24;
+    int barExtent = 0; ///< how thick a scroll bar is
+    std::function<bool(const KvReportRow&)> filter;
+    Theme theme;
+
+    int scrollX = 0;
+    std::int64_t scrollY = 0;
+    int current = -1; ///< the line with the keyboard's focus
+    int anchor = -1;  ///< where Shift selects from
+    int currentColumn = 0;
+
+    Drag drag = Drag::kNone;
+    CPoint dragStart;
+    int dragLine = -1;
+    int dragColumn = -1;
+    int dragWidth = 0;        ///< the column's before
+    bool dragWasAuto = false; ///< whether it was the auto-sized one
+    int wheelRest = 0;
+
+    QScrollBar* verticalBar;
+    QScrollBar* horizontalBar;
+    QPointer<QWidget> port; ///< shows the part of the editor that is in view
+    QPointer<kv::ReportEditor> editor;
+    int editLine = -1;
+    int editColumn = -1;
+    CString editBegin;
+    bool isEndingEdit = false;
+
+    int suspended = 0;
+    bool frameAsked = false;
+    bool frameDue = false; ///< something changed while suspended
+    bool rowsChanged = false;
+    bool isSyncing = false;
+    QRegion dirty; ///< what is being painted
+};

@@ -1,0 +1,171 @@
+// The report list's drawing.
+#include "platform/FocusRing.h"
+#include "platform/KvReportListImpl.h"
+
+#include <QPaintEvent>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kTextMargin = 4;
+
+// One line of text for a cell: a mark stands for each line break, and no more than can ever be seen.
+QString OneLine(std::wstring_view text, int width)
+{
+    const std::size_t most =
+        static_cast<std::size_t>(std::max(0, width)) + 16; // a pixel a character at least
+    QString line = KvToQString(text.substr(0, std::min(text.size(), most)));
+    line.replace(QStringLiteral("\r\n"), QStringLiteral("\u21B5"));
+    line.replace(QLatin1Char('\n'), QChar(0x21B5)).replace(QLatin1Char('\r'), QChar(0x21B5));
+    return line;
+}
+
+Qt::Alignment Alignment(int style)
+{
+    const Qt::Alignment across = style == kKvReportCentre  ? Qt::AlignHCenter
+                                 : style == kKvReportRight ? Qt::AlignRight
+                                                           : Qt::AlignLeft;
+    return across | Qt::AlignVCenter;
+}
+
+} // namespace
+
+int CKvReportListCtrl::Impl::State(int line) const
+{
+    if (!list.isEnabled())
+        return kKvReportDisabled;
+    return rows.Row(line).selected ? kKvReportSelected : kKvReportNormal;
+}
+
+QColor CKvReportListCtrl::Impl::Colour(int line, int column, bool isBack) const
+{
+    const int state = State(line);
+    DWORD colour = 0;
+    if (isBack ? list._GetItemBKColor(line, column, state, colour)
+               : list._GetItemTextColor(line, column, state, colour))
+        return QColor::fromRgba(colour);
+    if (state == kKvReportSelected)
+        return isBack ? theme.selectedBack : theme.selectedText;
+    if (isBack)
+        return rows.Row(line).selected ? theme.grid : theme.back;
+    return state == kKvReportDisabled ? theme.disabledText : theme.text;
+}
+
+void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
+{
+    if (layout.header.IsRectEmpty())
+        return;
+    const QRect header(0, 0, list.width(), layout.header.bottom);
+    painter.setClipRect(header);
+    painter.fillRect(header, theme.header);
+    const kv::DevicePixels pixels(painter);
+    painter.setPen(list.isEnabled() ? theme.text : theme.disabledText);
+    const QFontMetrics metrics(list.font());
+    for (int column = 0; column < layout.ColumnCount(); ++column) {
+        const int left = layout.Left(column) - scrollX;
+        const int width = layout.Right(column) - layout.Left(column);
+        const QRect room(left + kTextMargin, 0, width - 2 * kTextMargin, header.height());
+        const std::wstring& text = columns.columns[static_cast<std::size_t>(column)].header;
+        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                         metrics.elidedText(KvToQString(text), Qt::ElideRight, room.width()));
+        painter.fillRect(pixels.Column(left + width - 1, 4, header.height() - 4), theme.disabledText);
+    }
+}
+
+void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line)
+{
+    const QRect cells = layout.cells;
+    const QRect row = RowRect(line);
+    const kv::DevicePixels pixels(painter);
+    for (int column = 0; column < layout.ColumnCount(); ++column) {
+        const QRect cell = CellRect(line, column);
+        if (!cell.intersects(cells))
+            continue;
+        painter.setClipRect(cell & cells);
+        painter.fillRect(cell, Colour(line, column, true));
+        list.DrawItem(&painter, line, column);
+        if (!hasGrid)
+            continue;
+        painter.fillRect(pixels.Column(cell.right(), cell.top(), cell.bottom() + 1), theme.grid);
+        painter.fillRect(pixels.Row(cell.left(), cell.right() + 1, cell.bottom()), theme.grid);
+    }
+    painter.setClipRect(row & cells);
+    const int end = layout.contentWidth - scrollX;
+    const int columnsEnd = layout.edges.back() - scrollX;
+    if (columnsEnd < cells.right() + 1 && rows.Row(line).selected)
+        painter.fillRect(
+            QRect(columnsEnd, row.top(), std::max(end, cells.right() + 1) - columnsEnd, row.height()),
+            list.isEnabled() ? theme.selectedBack : theme.grid);
+    if (line == current && list.hasFocus()) {
+        const bool isCell = IsColumn(currentColumn) && list._CanEditCell(line, currentColumn);
+        kv::DrawFocusRing(painter, isCell ? CellRect(line, currentColumn) : row);
+    }
+}
+
+void CKvReportListCtrl::OnPaint(Graphics& graphics)
+{
+    Impl& impl = *m_impl;
+    impl.SyncBars();
+    graphics.setFont(font());
+    graphics.fillRect(rect(), impl.theme.back);
+    impl.DrawHeader(graphics);
+    const kv::ReportRows& rows = impl.rows;
+    const std::int64_t end = impl.scrollY + impl.layout.cells.Height();
+    std::int64_t top = 0;
+    for (int line = impl.TopLine(); line >= 0; line = NextShownRow(line, 1)) {
+        top = rows.TopOf(line);
+        if (top >= end)
+            break;
+        if (impl.dirty.intersects(impl.RowRect(line)))
+            impl.DrawRow(graphics, line);
+    }
+    graphics.setClipping(false);
+}
+
+void CKvReportListCtrl::paintEvent(QPaintEvent* event)
+{
+    m_impl->dirty = event->region();
+    CKvWnd::paintEvent(event);
+}
+
+void CKvReportListCtrl::DrawItem(Graphics* graphics, int line, int column)
+{
+    if (graphics)
+        DrawCellText(graphics, GetCellRect(line, column), line, column, font());
+}
+
+void CKvReportListCtrl::DrawCellText(Graphics* graphics, const CRect& rect, int line, int column,
+                                     const QFont& textFont)
+{
+    if (!graphics || !m_impl->IsCell(line, column))
+        return;
+    const std::wstring_view text = m_impl->rows.Row(line).Text(column);
+    const QRect room = QRect(rect).adjusted(kTextMargin, 0, -kTextMargin, 0);
+    if (text.empty() || room.width() <= 0)
+        return;
+    if (graphics->font() != textFont)
+        graphics->setFont(textFont);
+    const QFontMetrics metrics(textFont);
+    QString shown = OneLine(text, room.width());
+    if (metrics.horizontalAdvance(shown) > room.width())
+        shown = metrics.elidedText(shown, Qt::ElideRight, room.width());
+    graphics->setPen(m_impl->Colour(line, column, false));
+    graphics->drawText(
+        room, static_cast<int>(Alignment(_GetColumnTextStyle(line, column))) | Qt::TextSingleLine, shown);
+}
+
+QString CKvReportListCtrl::ToolTipAt(CPoint point, CRect& area) const
+{
+    int line = -1;
+    int column = -1;
+    if (!HitTest(point, line, column) || column < 0)
+        return {};
+    const CRect cell = GetCellRect(line, column);
+    const QString text = KvToQString(GetItemText(line, column));
+    const int room = cell.Width() - 2 * kTextMargin;
+    const bool isCut =
+        text.contains(QLatin1Char('\n')) || QFontMetrics(font()).horizontalAdvance(text) > room;
+    area = cell;
+    return isCut ? text.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>")) : QString();
+}

@@ -1,0 +1,119 @@
+#include "platform/ReportEditor.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace kv {
+
+namespace {
+
+constexpr int kMargin = 3;
+
+} // namespace
+
+ReportEditor::ReportEditor(QWidget* port, bool isMultiLine, ReportEditorHooks hooks)
+    : QPlainTextEdit(port)
+    , m_isMultiLine(isMultiLine)
+    , m_hooks(std::move(hooks))
+{
+    setFrameShape(QFrame::NoFrame);
+    setLineWrapMode(NoWrap);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabChangesFocus(false);
+    document()->setDocumentMargin(kMargin);
+    const auto changed = [this] { m_hooks.changed(); };
+    connect(this, &QPlainTextEdit::textChanged, this, changed);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, changed);
+}
+
+QSize ReportEditor::NaturalSize() const
+{
+    const QFontMetricsF metrics(font());
+    qreal width = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+        width = std::max(width, metrics.horizontalAdvance(block.text()));
+    return {static_cast<int>(std::ceil(width)) + 2 * kMargin + cursorWidth() + 1,
+            static_cast<int>(std::ceil(metrics.lineSpacing() * blockCount())) + 2 * kMargin};
+}
+
+bool ReportEditor::IsEndingKey(const QKeyEvent& event) const
+{
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return !(m_isMultiLine && event.modifiers().testFlag(Qt::ShiftModifier));
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Escape:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ReportEditor::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && IsEndingKey(static_cast<QKeyEvent&>(*event))) {
+        event->accept(); // before a dialog closes by it
+        return true;
+    }
+    // Tab would go to the next control before the key gets here.
+    if (event->type() == QEvent::KeyPress && IsEndingKey(static_cast<QKeyEvent&>(*event))) {
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return true;
+    }
+    return QPlainTextEdit::event(event);
+}
+
+void ReportEditor::keyPressEvent(QKeyEvent* event)
+{
+    if (!IsEndingKey(*event)) {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            insertPlainText(QStringLiteral("\n")); // a paragraph, not a line separator
+        else
+            QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    const bool shift = event->modifiers().testFlag(Qt::ShiftModifier) || event->key() == Qt::Key_Backtab;
+    const int key = event->key() == Qt::Key_Backtab ? Qt::Key_Tab
+                    : event->key() == Qt::Key_Enter ? Qt::Key_Return
+                                                    : event->key();
+    const auto ended = m_hooks.ended; // may delete this editor
+    ended(key, shift);
+}
+
+void ReportEditor::focusOutEvent(QFocusEvent* event)
+{
+    QPlainTextEdit::focusOutEvent(event);
+    const auto left = m_hooks.left;
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+        left();
+}
+
+void ReportEditor::wheelEvent(QWheelEvent* event)
+{
+    event->ignore(); // the list scrolls
+}
+
+void ReportEditor::insertFromMimeData(const QMimeData* source)
+{
+    QString text = source->text();
+    if (!m_isMultiLine) {
+        text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+        text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
+    }
+    if (m_hooks.replaces(text))
+        selectAll();
+    insertPlainText(text);
+}
+
+} // namespace kv

@@ -1,0 +1,81 @@
+#include "platform/ReportLayout.h"
+
+#include <cstdlib>
+
+namespace kv {
+
+namespace {
+
+constexpr int kEdgeReach = 4;
+
+// Where the columns end when the cells have that width.
+std::vector<int> Edges(const ReportColumns& columns, int width)
+{
+    int others = 0;
+    const int count = static_cast<int>(columns.columns.size());
+    for (int i = 0; i < count; ++i)
+        others += i == columns.autoColumn ? 0 : columns.columns[static_cast<std::size_t>(i)].width;
+    std::vector<int> edges{0};
+    for (int i = 0; i < count; ++i) {
+        const int own = i == columns.autoColumn ? std::max(columns.autoMinimum, width - others)
+                                                : columns.columns[static_cast<std::size_t>(i)].width;
+        edges.push_back(edges.back() + own);
+    }
+    return edges;
+}
+
+} // namespace
+
+ReportLayout LayOutReport(const ReportExtent& extent, const ReportColumns& columns)
+{
+    ReportLayout layout;
+    const int top = extent.header ? std::min(kReportHeaderHeight, extent.client.cy) : 0;
+    const int room = extent.client.cy - top;
+    layout.contentHeight = std::max(extent.rowsHeight, extent.editorBottom);
+    bool vertical = layout.contentHeight > room;
+    bool horizontal = false;
+    int width = 0;
+    // A bar takes room from the other axis, which may need its own then; it never gives room back.
+    for (int pass = 0; pass < 3; ++pass) {
+        width = std::max(0, extent.client.cx - (vertical ? extent.bar : 0));
+        layout.edges = Edges(columns, width);
+        layout.contentWidth = std::max(layout.edges.back(), extent.editorRight);
+        horizontal = horizontal || layout.contentWidth > width;
+        vertical = vertical || layout.contentHeight > room - (horizontal ? extent.bar : 0);
+    }
+    const int height = std::max(0, room - (horizontal ? extent.bar : 0));
+    layout.header = {0, 0, width, top};
+    layout.cells = {0, top, width, top + height};
+    if (vertical)
+        layout.verticalBar = {width, 0, extent.client.cx, top + height};
+    if (horizontal)
+        layout.horizontalBar = {0, top + height, width, extent.client.cy};
+    return layout;
+}
+
+int ReportLayout::ColumnAt(int x) const
+{
+    if (x < 0 || x >= edges.back())
+        return -1;
+    return static_cast<int>(std::upper_bound(edges.begin(), edges.end(), x) - edges.begin()) - 1;
+}
+
+int ReportLayout::EdgeAt(int x) const
+{
+    int best = -1;
+    for (int column = 0; column < ColumnCount(); ++column) {
+        const int distance = std::abs(Right(column) - x);
+        if (distance <= kEdgeReach && (best < 0 || distance <= std::abs(Right(best) - x)))
+            best = column;
+    }
+    return best;
+}
+
+std::int64_t OffsetToShow(std::int64_t offset, std::int64_t size, std::int64_t begin, std::int64_t end)
+{
+    if (end > offset + size)
+        offset = end - size;
+    return std::min(offset, begin);
+}
+
+} // namespace kv

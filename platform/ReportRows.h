@@ -1,0 +1,173 @@
+// The rows of a report list: cells, heights, selection and what a filter shows, found by line, by place and
+// by number. Pure.
+//
+// The rows stand in chunks of some hundred, and sums over the chunks are kept up to date lazily: an append
+// touches the last chunk alone, a row in the middle its own chunk and a pass over the sums.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kv {
+
+/// A cell's own colours, 0xAARRGGBB.
+struct ReportCellColours
+{
+    std::uint16_t column = 0;
+    bool hasBack = false;
+    bool hasText = false;
+    std::uint32_t back = 0;
+    std::uint32_t text = 0;
+};
+
+/// One row. Its texts and colours share one block of memory, so that a row costs little over its text.
+class ReportRow
+{
+public:
+    ReportRow() = default;
+    /// @param texts one a column, at most 65,535.
+    ReportRow(std::span<const std::wstring_view> texts, int height);
+
+    /// Empty for a column that the row does not have.
+    std::wstring_view Text(int column) const;
+    void SetText(int column, std::wstring_view text);
+    /// All zero where the cell has none of its own.
+    ReportCellColours Colours(int column) const;
+    /// Null leaves a colour.
+    void SetColours(int column, const std::uint32_t* back, const std::uint32_t* text);
+    void ClearColours(int column);
+
+    std::uint64_t id = 0;
+    std::uint64_t data = 0;
+    int height = 0;
+    bool selected = false;
+    bool shown = true;
+
+private:
+    // The block: how many texts and colours, where each text ends, the colours, the texts one after another.
+    struct Head
+    {
+        std::uint16_t texts;
+        std::uint16_t colours;
+    };
+    Head ReadHead() const;
+    std::uint32_t End(int column) const;
+    void Pack(std::span<const std::wstring_view> texts, std::span<const ReportCellColours> colours);
+    std::vector<std::wstring_view> Texts() const;
+    std::vector<ReportCellColours> AllColours() const;
+
+    std::unique_ptr<std::byte[]> m_block;
+};
+
+/// All rows. A line is an index from 0; callers pass lines in range. Places are sums of the heights of the
+/// rows that are shown.
+class ReportRows
+{
+public:
+    int Count() const { return m_total.count; }
+    int ShownCount() const { return m_total.shown; }
+    int SelectedCount() const { return m_total.selected; }
+    /// The height of all rows shown.
+    std::int64_t Height() const { return m_total.height; }
+
+    /// Inserts before `line` (0 … count) and gives each row the next number.
+    void Insert(int line, ReportRow row);
+    void Insert(int line, std::vector<ReportRow> rows);
+    void Remove(int line, int count);
+    void Clear();
+    /// The row that is to come to place i stands at order[i]. @return false, with nothing changed, when it is
+    /// no permutation.
+    bool Sort(std::span<const int> order);
+
+    const ReportRow& Row(int line) const;
+    /// Where the row with that number is; -1 when it is gone.
+    int Find(std::uint64_t id) const;
+    /// Calls with every row from `line` on until `visit` gives false.
+    void Visit(int line, const std::function<bool(int line, const ReportRow& row)>& visit) const;
+
+    void SetText(int line, int column, std::wstring_view text) { At(line).SetText(column, text); }
+    void SetColours(int line, int column, const std::uint32_t* back, const std::uint32_t* text)
+    {
+        At(line).SetColours(column, back, text);
+    }
+    void ClearColours(int line, int column) { At(line).ClearColours(column); }
+    void SetData(int line, std::uint64_t data) { At(line).data = data; }
+    void SetHeight(int line, int height);
+    void SetShown(int line, bool shown);
+    /// Asks for every row whether it is shown.
+    void ShowWhere(const std::function<bool(const ReportRow& row)>& accepts);
+
+    void Select(int first, int last, bool select);
+    void ClearSelection();
+    /// Of the lines first … last, selects exactly those that are shown.
+    void SelectShown(int first, int last);
+    void SelectedLines(std::vector<int>& lines) const;
+    /// -1 when none is.
+    int LastSelected() const;
+
+    /// Where the line begins; of a hidden one, where the next one shown does.
+    std::int64_t TopOf(int line) const;
+    /// The line shown that covers a place; beyond the end the last one, -1 when none is shown.
+    int LineAt(std::int64_t place) const;
+    /// How many lines before that one are shown.
+    int ShownBefore(int line) const;
+    /// The line that is the n-th shown (from 0); -1 when there are fewer.
+    int ShownLine(int index) const;
+
+private:
+    struct Sums
+    {
+        int count = 0;
+        int shown = 0;
+        int selected = 0;
+        std::int64_t height = 0;
+
+        void Add(const ReportRow& row, int sign);
+        void Add(const Sums& other, int sign);
+    };
+    struct Chunk
+    {
+        std::vector<ReportRow> rows;
+        Sums sums;
+        std::uint64_t lowestId = UINT64_MAX; ///< of all rows that came in, also those that left
+        std::uint64_t highestId = 0;
+
+        void Take(ReportRow row, std::size_t at);
+    };
+    struct Place
+    {
+        std::size_t chunk;
+        std::size_t row;
+    };
+
+    ReportRow& At(int line);
+    Place PlaceOf(int line) const;
+    const Sums& Before(std::size_t chunk) const;
+    void SumUpTo(std::size_t chunk) const;
+    void ForgetSumsAfter(std::size_t chunk);
+    template <typename Change>
+    void ChangeRow(Chunk& chunk, ReportRow& row, Change change);
+    template <typename Change>
+    void ChangeRows(int first, int last, Change change);
+    void Append(ReportRow row);
+    void Split(int line);
+    void MergeAround(std::size_t chunk);
+
+    std::vector<std::unique_ptr<Chunk>> m_chunks;
+    Sums m_total;
+    std::uint64_t m_lastId = 0;
+    mutable std::vector<Sums> m_before; ///< the sums of all chunks before a chunk, as far as known
+};
+
+/// Where a line is after `count` lines were inserted before `at`.
+int LineAfterInsert(int line, int at, int count);
+/// Where it is after `count` lines from `at` on went; -1 when it is one of them.
+int LineAfterRemove(int line, int at, int count);
+
+} // namespace kv
