@@ -326,6 +326,16 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21875, L"move key of %1"},
         {0, 21876, L"ease %1"},
         {0, 21877, L"change duration"},
+        {0, 21880, L"Titles"},
+        {0, 21881, L"Design"},
+        {0, 21882, L"Animate"},
+        {0, 21883, L"Clips"},
+        {0, 21884, L"titler – "},
+        {0, 21885, L"%1*"},
+        {0, 21886, L"%1"},
+        {0, 21887, L"Goes to the workspace “%1”."},
+        {0, 21888, L"&Scan Folder Again"},
+        {0, 21889, L"Reads the media folder again."},
     };
     return strings;
 }

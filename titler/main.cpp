@@ -125,6 +125,7 @@ int RunWindow(const Options& options)
             window.OpenProject(options.project);
         window.Time().SetLoop(options.play);
         if (options.play) {
+            window.Show(Workspace::Animate);
             window.Time().Seek(0);
             window.Time().Play();
         }

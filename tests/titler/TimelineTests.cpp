@@ -21,7 +21,6 @@
 #include <QDoubleSpinBox>
 #include <QHelpEvent>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
@@ -42,6 +41,7 @@ struct Timeline : testing::Test
     Timeline()
     {
         window.resize(1440, 800);
+        window.Show(Workspace::Animate);
         window.show();
         document.Edit(EditKind::Single, "", [](Project& project) {
             project.video.frameRate = kKvFrameRate25;
@@ -85,7 +85,7 @@ struct Timeline : testing::Test
     }
     QAction& Command(const QKeySequence& key)
     {
-        const QList<QAction*> actions = window.findChildren<QAction*>();
+        const QList<QAction*> actions = window.actions();
         return **std::find_if(actions.begin(), actions.end(), [&](auto* a) { return a->shortcut() == key; });
     }
     // Without Return, and without the focus going elsewhere.
@@ -606,7 +606,7 @@ TEST_F(Timeline, AnotherFrameRateKeepsTheTimesInOneStep)
 {
     transport.Seek(40);
     QAction* format = nullptr;
-    for (QAction* action : window.findChildren<QAction*>())
+    for (QAction* action : window.actions())
         if (action->isCheckable() && action->text().contains("1280 * 720 50p"))
             format = action;
     ASSERT_NE(format, nullptr);

@@ -87,6 +87,12 @@ void MediaPanel::OpenFolder(const QString& folder)
     m_scanner.Scan(folder);
 }
 
+void MediaPanel::ScanAgain()
+{
+    if (!m_folder.isEmpty())
+        OpenFolder(QString(m_folder));
+}
+
 void MediaPanel::OnClips(const QVector<MediaClip>& clips, int done, int total)
 {
     m_total = total;

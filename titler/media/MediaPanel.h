@@ -21,6 +21,8 @@ public:
     MediaPanel();
 
     void OpenFolder(const QString& folder);
+    /// Reads the open folder again; without one nothing happens.
+    void ScanAgain();
     bool IsBusy() const { return m_scanner.IsScanning(); }
     const MediaModel& Model() const { return m_model; }
 

@@ -1,6 +1,5 @@
 #include "title/TitleWorkspace.h"
 
-#include "media/MediaPanel.h"
 #include "time/TimeRuler.h"
 #include "time/TransportBar.h"
 #include "title/AnimationInspector.h"
@@ -18,7 +17,6 @@
 namespace titler {
 namespace {
 
-constexpr int kMediaWidth = 290;
 constexpr int kNarrowestPanel = 90; // in a small window the panels give way before the canvas is gone
 
 // What an area needs to show all its content beside its scroll bar.
@@ -42,23 +40,27 @@ QSplitter* Splitter(Qt::Orientation orientation, std::initializer_list<QWidget*>
 
 TitleWorkspace::TitleWorkspace(Document& document, Transport& transport)
     : m_canvas(new CanvasView(document, transport))
-    , m_media(new MediaPanel)
     , m_playback(new TransportBar(document, transport))
 {
-    m_media->setProperty("role", "panel");
-    m_media->setAttribute(Qt::WA_StyledBackground);
-    m_media->setMinimumWidth(kNarrowestPanel);
     QScrollArea* inspector = BuildInspector(document, transport);
     QWidget* time = BuildTime(document, transport);
-    QSplitter* pictures = Splitter(Qt::Horizontal, {m_media, m_canvas}, 1);
-    pictures->setSizes({kMediaWidth, 4 * kMediaWidth});
-    QSplitter* stage = Splitter(Qt::Vertical, {pictures, time}, 0);
+    QSplitter* stage = Splitter(Qt::Vertical, {m_canvas, time}, 0);
     stage->setSizes({8 * time->sizeHint().height(), time->sizeHint().height()});
     QSplitter* whole = Splitter(Qt::Horizontal, {stage, inspector}, 0);
-    whole->setSizes({5 * kMediaWidth, WholeWidth(*inspector)});
+    whole->setSizes({4 * WholeWidth(*inspector), WholeWidth(*inspector)});
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(whole);
+    Show(TitleTask::Design);
+}
+
+void TitleWorkspace::Show(TitleTask task)
+{
+    for (QWidget* widget : m_design)
+        widget->setVisible(task == TitleTask::Design);
+    for (QWidget* widget : m_animate)
+        widget->setVisible(task == TitleTask::Animate);
+    setFocusProxy(task == TitleTask::Design ? m_design.first() : m_canvas);
 }
 
 QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
@@ -66,6 +68,7 @@ QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
     auto* panel = new QWidget;
     panel->setProperty("role", "panel");
     panel->setAttribute(Qt::WA_StyledBackground);
+    m_animate << panel;
     auto* column = new QVBoxLayout(panel);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -89,6 +92,8 @@ QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& trans
         section->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
         column->addWidget(section);
     }
+    m_design = {gradient, text};
+    m_animate << m_animation;
     column->addStretch();
 
     auto* area = new QScrollArea;

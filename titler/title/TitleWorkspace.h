@@ -1,7 +1,7 @@
-// The workspace in which a title is designed: media, canvas and inspector side by side, time below the
-// canvas.
+// The workspace in which a title is made: canvas and inspector side by side, time below the canvas.
 #pragma once
 
+#include <QList>
 #include <QWidget>
 
 class QScrollArea;
@@ -11,9 +11,15 @@ namespace titler {
 class AnimationInspector;
 class CanvasView;
 class Document;
-class MediaPanel;
 class Transport;
 class TransportBar;
+
+/// What the workspace shows beside the canvas.
+enum class TitleTask
+{
+    Design,  ///< gradient and text
+    Animate, ///< values with their keys, time and playback
+};
 
 class TitleWorkspace : public QWidget
 {
@@ -24,7 +30,8 @@ public:
 
     AnimationInspector& Animation() { return *m_animation; }
     CanvasView& Canvas() { return *m_canvas; }
-    MediaPanel& Media() { return *m_media; }
+    void Show(TitleTask task);
+
     TransportBar& Playback() { return *m_playback; }
 
 private:
@@ -33,7 +40,8 @@ private:
 
     CanvasView* m_canvas;
     AnimationInspector* m_animation = nullptr;
-    MediaPanel* m_media;
+    QList<QWidget*> m_design;  ///< only there while a title is designed
+    QList<QWidget*> m_animate; ///< and while it is animated
     TransportBar* m_playback;
 };
 

@@ -19,6 +19,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 #include <cmath>
@@ -47,35 +48,59 @@ QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString
 
 MainWindow::MainWindow()
     : m_workspace(new TitleWorkspace(m_document, m_transport))
+    , m_media(new MediaPanel)
+    , m_pages(new QStackedWidget)
     , m_video(new QLabel)
     , m_audio(new QLabel)
     , m_zoom(new QLabel)
 {
-    setCentralWidget(m_workspace);
+    m_media->setProperty("role", "panel");
+    m_media->setAttribute(Qt::WA_StyledBackground);
+    m_pages->addWidget(m_workspace);
+    m_pages->addWidget(m_media);
+    setCentralWidget(m_pages);
     m_workspace->setFocus();
     BuildMenus();
+    BuildBar();
     BuildStatusLine();
     connect(&m_document, &Document::FileChanged, this, &MainWindow::ShowFile);
     connect(&m_document, &Document::ProjectChanged, this, &MainWindow::ShowFormat);
     connect(&m_document.Steps(), &QUndoStack::indexChanged, this, &MainWindow::ShowSteps);
     connect(&m_workspace->Animation(), &AnimationInspector::Refused, this, &MainWindow::Say);
     connect(&m_workspace->Canvas(), &CanvasView::ZoomChanged, this, &MainWindow::ShowZoom);
-    connect(&m_workspace->Media(), &MediaPanel::FolderWanted, this, &MainWindow::ChooseMedia);
+    connect(m_media, &MediaPanel::FolderWanted, this, &MainWindow::ChooseMedia);
     ShowFile();
     ShowFormat();
     ShowZoom();
     ShowSteps();
 }
 
-// The views go before the document: a drag that is under way ends with them and still tells the document.
+// The views go before the document: a drag that is under way ends with them and still tells the document. The
+// bar goes before the commands of its menu.
 MainWindow::~MainWindow()
 {
+    delete m_bar;
     delete m_workspace;
 }
 
-MediaPanel& MainWindow::Media()
+void MainWindow::BuildBar()
 {
-    return m_workspace->Media();
+    m_bar = new ApplicationBar(*this, m_commands, m_tools);
+    setMenuWidget(m_bar);
+    connect(m_bar, &ApplicationBar::WorkspaceChanged, this, [this](Workspace workspace) {
+        Settle();
+        if (workspace == Workspace::Clips) {
+            m_pages->setCurrentWidget(m_media);
+            return;
+        }
+        m_workspace->Show(workspace == Workspace::Design ? TitleTask::Design : TitleTask::Animate);
+        m_pages->setCurrentWidget(m_workspace);
+    });
+}
+
+void MainWindow::Show(Workspace workspace)
+{
+    m_bar->Select(workspace);
 }
 
 void MainWindow::BuildStatusLine()
@@ -97,6 +122,7 @@ void MainWindow::ShowFile()
     const QString name = file.isEmpty() ? Text(kTextUntitled) : FileNameOf(file);
     setWindowTitle(Text(kTextWindowTitle, {name, Text(kTextTitler)}));
     setWindowModified(m_document.IsModified());
+    m_bar->ShowDocument(m_document.IsModified() ? Text(kTextCaptionModified, {name}) : name);
 }
 
 void MainWindow::ShowFormat()
@@ -163,7 +189,7 @@ bool MainWindow::event(QEvent* event)
             return true;
         }
     }
-    return QMainWindow::event(event);
+    return CKvFrameWnd::event(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -1,24 +1,27 @@
 // The main window: files, menus and the status line around a workspace.
 #pragma once
 
+#include "KvWnd.h"
 #include "edit/Document.h"
 #include "time/Transport.h"
+#include "window/ApplicationBar.h"
+#include "window/Commands.h"
 
 #include <QKeySequence>
-#include <QMainWindow>
 
 #include <functional>
 
 class QAction;
 class QActionGroup;
 class QLabel;
+class QStackedWidget;
 
 namespace titler {
 
 class MediaPanel;
 class TitleWorkspace;
 
-class MainWindow : public QMainWindow
+class MainWindow : public CKvFrameWnd
 {
     Q_OBJECT
 
@@ -28,7 +31,10 @@ public:
 
     Document& Project() { return m_document; }
     Transport& Time() { return m_transport; }
-    MediaPanel& Media();
+    MediaPanel& Media() { return *m_media; }
+    const Commands& AllCommands() const { return m_commands; }
+    ApplicationBar& Bar() { return *m_bar; }
+    void Show(Workspace workspace);
     /// Says what is wrong in a message box. @return false when the file could not be opened.
     bool OpenProject(const QString& file);
 
@@ -43,8 +49,12 @@ private:
     void BuildViewMenu();
     void BuildProjectMenu();
     void BuildPlaybackMenu();
-    QMenu* AddMenu(UINT nameId);
-    QAction* AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys, std::function<void()> run);
+    void BuildWorkspaceItems(QMenu& menu);
+    void BuildBar();
+    QList<QAction*>& ToolsOf(Workspace workspace) { return m_tools[static_cast<std::size_t>(workspace)]; }
+    QMenu& AddMenu(UINT nameId);
+    QAction* AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys, std::function<void()> run,
+                     const wchar_t* icon = nullptr);
     void BuildStatusLine();
     void ShowFile();
     void ShowFormat();
@@ -70,6 +80,11 @@ private:
     Document m_document;
     Transport m_transport{m_document};
     TitleWorkspace* m_workspace;
+    MediaPanel* m_media;
+    QStackedWidget* m_pages;
+    Commands m_commands{*this};
+    ApplicationBar* m_bar = nullptr;
+    ApplicationBar::Tools m_tools;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QActionGroup* m_formats = nullptr;

@@ -10,7 +10,6 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QMenu>
-#include <QMenuBar>
 
 #include <tuple>
 
@@ -41,84 +40,129 @@ bool IsSame(const SKvVideoResolution& a, const SKvVideoResolution& b)
 
 } // namespace
 
-QMenu* MainWindow::AddMenu(UINT nameId)
+QMenu& MainWindow::AddMenu(UINT nameId)
 {
-    QMenu* menu = menuBar()->addMenu(Text(nameId));
-    menu->setToolTipsVisible(true);
-    return menu;
+    return m_commands.AddMenu(nameId);
 }
 
 QAction* MainWindow::AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys,
-                             std::function<void()> run)
+                             std::function<void()> run, const wchar_t* icon)
 {
     QAction* action = menu.addAction(Text(nameId));
     action->setToolTip(Text(nameId + 1));
     action->setStatusTip(Text(nameId + 1));
     action->setShortcuts(keys);
+    if (icon != nullptr)
+        action->setIcon(SkinIcon(icon));
     connect(action, &QAction::triggered, this, std::move(run));
     return action;
 }
 
 void MainWindow::BuildMenus()
 {
-    menuBar()->setNativeMenuBar(false);
     BuildFileMenu();
     BuildEditMenu();
     BuildViewMenu();
     BuildProjectMenu();
     BuildPlaybackMenu();
-    AddItem(*AddMenu(kTextHelpMenu), kTextAbout, {QKeySequence::HelpContents}, [this] { About(); });
+    AddItem(AddMenu(kTextHelpMenu), kTextAbout, {QKeySequence::HelpContents}, [this] { About(); });
+    for (const std::unique_ptr<QMenu>& menu : m_commands.Menus())
+        m_commands.Number(*menu);
 }
 
 void MainWindow::BuildFileMenu()
 {
-    QMenu& menu = *AddMenu(kTextFileMenu);
-    AddItem(menu, kTextNew, {QKeySequence::New}, [this] { New(); });
-    AddItem(menu, kTextOpen, {QKeySequence::Open}, [this] { ChooseProject(); });
+    QMenu& menu = AddMenu(kTextFileMenu);
+    QAction* create = AddItem(
+        menu, kTextNew, {QKeySequence::New}, [this] { New(); }, L"titler_tool_new");
+    QAction* open = AddItem(
+        menu, kTextOpen, {QKeySequence::Open}, [this] { ChooseProject(); }, L"titler_tool_open");
     menu.addSeparator();
-    AddItem(menu, kTextSave, {QKeySequence::Save}, [this] { Save(); });
+    QAction* save = AddItem(
+        menu, kTextSave, {QKeySequence::Save}, [this] { Save(); }, L"titler_tool_save");
     AddItem(menu, kTextSaveAs, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)}, [this] { SaveAs(); });
     menu.addSeparator();
-    AddItem(menu, kTextExportFrame, {QKeySequence(Qt::CTRL | Qt::Key_E)}, [this] { ChooseExport(); });
-    AddItem(menu, kTextExportFrames, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
-            [this] { ChooseAnimationExport(); });
-    AddItem(menu, kTextOpenMedia, {QKeySequence(Qt::CTRL | Qt::Key_M)}, [this] { ChooseMedia(); });
+    QAction* picture = AddItem(
+        menu, kTextExportFrame, {QKeySequence(Qt::CTRL | Qt::Key_E)}, [this] { ChooseExport(); },
+        L"titler_tool_export");
+    QAction* pictures = AddItem(
+        menu, kTextExportFrames, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E)},
+        [this] { ChooseAnimationExport(); }, L"titler_tool_exportframes");
+    QAction* folder = AddItem(
+        menu, kTextOpenMedia, {QKeySequence(Qt::CTRL | Qt::Key_M)}, [this] { ChooseMedia(); },
+        L"titler_tool_folder");
+    QAction* rescan = AddItem(
+        menu, kTextRescan, {QKeySequence(Qt::Key_F5)}, [this] { m_media->ScanAgain(); },
+        L"titler_tool_rescan");
     menu.addSeparator();
     AddItem(menu, kTextQuit, {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); });
+
+    ToolsOf(Workspace::Design) << create << open << save << nullptr << picture << nullptr;
+    ToolsOf(Workspace::Animate) << open << save << nullptr << pictures << nullptr;
+    ToolsOf(Workspace::Clips) << folder << rescan;
 }
 
 void MainWindow::BuildEditMenu()
 {
-    QMenu& menu = *AddMenu(kTextEditMenu);
-    m_undo = AddItem(menu, kTextUndo, QKeySequence::keyBindings(QKeySequence::Undo), [this] {
+    QMenu& menu = AddMenu(kTextEditMenu);
+    const auto undo = [this] {
         CommitFields(*this);
         m_document.Undo();
-    });
-    m_redo = AddItem(menu, kTextRedo,
-                     {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
-                     [this] { m_document.Redo(); });
+    };
+    m_undo =
+        AddItem(menu, kTextUndo, QKeySequence::keyBindings(QKeySequence::Undo), undo, L"titler_tool_undo");
+    m_redo = AddItem(
+        menu, kTextRedo, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
+        [this] { m_document.Redo(); }, L"titler_tool_redo");
+    for (const Workspace workspace : {Workspace::Design, Workspace::Animate})
+        ToolsOf(workspace) << m_undo << m_redo << nullptr;
 }
 
 void MainWindow::BuildViewMenu()
 {
     CanvasView& canvas = m_workspace->Canvas();
-    QMenu& menu = *AddMenu(kTextViewMenu);
-    QAction* safeAreas = AddItem(menu, kTextSafeAreas, {QKeySequence(Qt::CTRL | Qt::Key_G)}, [] {});
+    QMenu& menu = AddMenu(kTextViewMenu);
+    QAction* safeAreas = AddItem(
+        menu, kTextSafeAreas, {QKeySequence(Qt::CTRL | Qt::Key_G)}, [] {}, L"titler_tool_safeareas");
     safeAreas->setCheckable(true);
     safeAreas->setChecked(canvas.ShowsSafeAreas());
     connect(safeAreas, &QAction::toggled, &canvas, &CanvasView::ShowSafeAreas);
     menu.addSeparator();
-    AddItem(menu, kTextFit, {QKeySequence(Qt::CTRL | Qt::Key_0)}, [&canvas] { canvas.FitToWindow(); });
-    AddItem(menu, kTextFullSize, {QKeySequence(Qt::CTRL | Qt::Key_1)}, [&canvas] { canvas.SetZoom(1); });
-    AddItem(menu, kTextZoomIn,
-            {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
-            [&canvas] { canvas.ZoomIn(); });
-    AddItem(menu, kTextZoomOut, {QKeySequence(Qt::CTRL | Qt::Key_Minus)}, [&canvas] { canvas.ZoomOut(); });
+    QAction* fit = AddItem(
+        menu, kTextFit, {QKeySequence(Qt::CTRL | Qt::Key_0)}, [&canvas] { canvas.FitToWindow(); },
+        L"titler_tool_fit");
+    QAction* fullSize = AddItem(
+        menu, kTextFullSize, {QKeySequence(Qt::CTRL | Qt::Key_1)}, [&canvas] { canvas.SetZoom(1); },
+        L"titler_tool_fullsize");
+    QAction* zoomIn = AddItem(
+        menu, kTextZoomIn, {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
+        [&canvas] { canvas.ZoomIn(); }, L"titler_tool_zoomin");
+    QAction* zoomOut = AddItem(
+        menu, kTextZoomOut, {QKeySequence(Qt::CTRL | Qt::Key_Minus)}, [&canvas] { canvas.ZoomOut(); },
+        L"titler_tool_zoomout");
+    menu.addSeparator();
+    BuildWorkspaceItems(menu);
+    for (const Workspace workspace : {Workspace::Design, Workspace::Animate})
+        ToolsOf(workspace) << fit << fullSize << zoomIn << zoomOut << nullptr << safeAreas;
+}
+
+void MainWindow::BuildWorkspaceItems(QMenu& menu)
+{
+    constexpr std::pair<UINT, Qt::Key> items[kWorkspaces] = {
+        {kTextTabDesign, Qt::Key_F6}, {kTextTabAnimate, Qt::Key_F7}, {kTextTabClips, Qt::Key_F8}};
+    for (int i = 0; i < kWorkspaces; ++i) {
+        const QString name = Text(items[i].first);
+        QAction* action = AddItem(menu, kTextWorkspace, {QKeySequence(items[i].second)},
+                                  [this, i] { Show(static_cast<Workspace>(i)); });
+        action->setText(Text(kTextWorkspace, {name}));
+        action->setToolTip(Text(kTextWorkspace + 1, {name}));
+        action->setStatusTip(action->toolTip());
+    }
 }
 
 void MainWindow::BuildProjectMenu()
 {
-    QMenu& menu = *AddMenu(kTextProjectMenu);
+    QMenu& menu = AddMenu(kTextProjectMenu);
     m_formats = new QActionGroup(this);
     m_formats->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const SKvVideoResolution& format : kFormats) {
@@ -139,7 +183,7 @@ void MainWindow::BuildProjectMenu()
 
 void MainWindow::BuildPlaybackMenu()
 {
-    QMenu& menu = *AddMenu(kTextPlaybackMenu);
+    QMenu& menu = AddMenu(kTextPlaybackMenu);
     for (QAction* command : m_workspace->Playback().Commands())
         command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
 }

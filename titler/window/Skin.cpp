@@ -46,9 +46,6 @@ QPalette PaletteOf(const Skin& skin)
 constexpr const char* kStyle = R"(
 * { dialogbuttonbox-buttons-have-icons: 0; }
 QToolTip { color: @text; background: @field; border: 1px solid @border; padding: 3px; }
-QMenuBar { background: @window; }
-QMenuBar::item { padding: 5px 10px; background: transparent; }
-QMenuBar::item:selected { background: @selection; }
 QMenu { background: @panel; border: 1px solid @border; padding: 4px 0; }
 QMenu::item { padding: 5px 28px 5px 24px; }
 QMenu::item:selected { background: @selection; }
@@ -77,6 +74,9 @@ QPushButton:hover, QToolButton:hover { background: @selection; }
 QPushButton:pressed, QToolButton:pressed, QToolButton:checked { background: @selection;
     border-color: @dimText; }
 QPushButton:focus, QToolButton:focus { border-color: @accent; }
+QToolButton[role="tool"] { background: transparent; border-color: transparent; padding: 3px; }
+QToolButton[role="tool"]:hover, QToolButton[role="tool"]:checked { background: @selection; }
+QToolButton[role="tool"]:focus { border-color: @accent; }
 QToolButton[role="small"] { padding: 2px 4px; }
 QToolButton[role="deck"] { padding: 3px 5px; }
 )";

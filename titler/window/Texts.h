@@ -235,6 +235,16 @@ enum TextId : UINT
     kTextExportFrames = 21857,
     kTextOptionPlay = 21860,
 
+    // The caption.
+    kTextTitles = 21880,
+    kTextTabDesign = 21881,
+    kTextTabAnimate = 21882,
+    kTextTabClips = 21883,
+    kTextCaptionProduct = 21884,
+    kTextCaptionModified = 21885,
+    kTextWorkspace = 21886, ///< a menu entry; its tip's number is plus 1
+    kTextRescan = 21888,
+
     // Steps of undo.
     kStepValue = 21870,
     kStepAnimate = 21871,

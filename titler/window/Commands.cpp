@@ -1,0 +1,63 @@
+#include "window/Commands.h"
+
+#include "window/Texts.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace titler {
+
+Commands::Commands(QWidget& window) : m_window(window) {}
+
+Commands::~Commands() = default;
+
+QMenu& Commands::AddMenu(UINT nameId)
+{
+    return *m_menus.emplace_back(std::make_unique<QMenu>(Text(nameId)));
+}
+
+void Commands::Number(const QMenu& menu)
+{
+    for (QAction* command : menu.actions()) {
+        if (command->isSeparator())
+            continue;
+        m_commands << command;
+        m_window.addAction(command);
+    }
+}
+
+std::unique_ptr<QMenu> Commands::MakeApplicationMenu() const
+{
+    auto whole = std::make_unique<QMenu>();
+    for (const std::unique_ptr<QMenu>& menu : m_menus) {
+        QMenu& part = *whole->addMenu(menu->title());
+        part.setToolTipsVisible(true);
+        for (const QAction* command : menu->actions())
+            Copy(part, *command);
+    }
+    return whole;
+}
+
+// The window's own command answers the shortcut: a copy only shows it.
+void Commands::Copy(QMenu& to, const QAction& command) const
+{
+    if (command.isSeparator()) {
+        to.addSeparator();
+        return;
+    }
+    QAction* entry = to.addAction(command.text());
+    entry->setData(static_cast<UINT>(m_commands.indexOf(&command) + 1));
+    entry->setToolTip(command.toolTip());
+    entry->setShortcut(command.shortcut());
+    entry->setCheckable(command.isCheckable());
+    entry->setChecked(command.isChecked());
+    entry->setEnabled(command.isEnabled());
+}
+
+void Commands::Trigger(UINT number)
+{
+    if (number > 0 && number <= static_cast<UINT>(m_commands.size()))
+        m_commands[static_cast<qsizetype>(number) - 1]->trigger();
+}
+
+} // namespace titler
