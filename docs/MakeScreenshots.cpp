@@ -15,8 +15,10 @@
 #include <QTimer>
 #include <QTreeView>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <utility>
 #include <vector>
 
 using namespace titler;
@@ -46,7 +48,13 @@ bool SaveTitler(const Pictures& pictures)
     window.Time().Seek(kTitlerFrame);
     auto& list = *window.findChild<QTreeView*>(QStringLiteral("media"));
     list.expand(list.model()->index(0, 0));
-    return pictures.Save(window, "titler");
+    const std::pair<Workspace, const char*> workspaces[] = {{Workspace::Design, "titler-design"},
+                                                            {Workspace::Clips, "titler-clips"},
+                                                            {Workspace::Animate, "titler"}};
+    return std::all_of(std::begin(workspaces), std::end(workspaces), [&](const auto& picture) {
+        window.Show(picture.first);
+        return pictures.Save(window, picture.second);
+    });
 }
 
 /// A gradient control on a dark ground, and the mouse that works on it.

@@ -94,6 +94,15 @@ bool WaitForMedia(MediaPanel& media)
     return !media.IsBusy();
 }
 
+// The workspace that was asked for; to play is to animate.
+void ShowWorkspace(MainWindow& window, const Options& options)
+{
+    if (options.workspace)
+        window.Show(static_cast<Workspace>(WorkspaceNames().indexOf(*options.workspace)));
+    else if (options.play)
+        window.Show(Workspace::Animate);
+}
+
 int TakeScreenshot(const Options& options)
 {
     MainWindow window;
@@ -104,6 +113,7 @@ int TakeScreenshot(const Options& options)
         window.Media().OpenFolder(options.media);
     window.Time().Seek(FrameOf(options, window.Project().Current()));
     window.setAttribute(Qt::WA_DontShowOnScreen);
+    ShowWorkspace(window, options);
     window.resize(options.windowSize);
     window.show();
     if (!WaitForMedia(window.Media()))
@@ -116,6 +126,7 @@ int TakeScreenshot(const Options& options)
 int RunWindow(const Options& options)
 {
     MainWindow window;
+    ShowWorkspace(window, options);
     window.resize(options.windowSize);
     window.show();
     const auto openArguments = [&] {
@@ -125,7 +136,6 @@ int RunWindow(const Options& options)
             window.OpenProject(options.project);
         window.Time().SetLoop(options.play);
         if (options.play) {
-            window.Show(Workspace::Animate);
             window.Time().Seek(0);
             window.Time().Play();
         }

@@ -37,14 +37,16 @@ struct Parser
     QCommandLineOption threads{QStringLiteral("threads"), Text(kTextOptionThreads), QStringLiteral("N")};
     QCommandLineOption frame{QStringLiteral("frame"), Text(kTextOptionFrame), QStringLiteral("N")};
     QCommandLineOption size{QStringLiteral("size"), Text(kTextOptionSize), QStringLiteral("WxH")};
+    QCommandLineOption workspace{QStringLiteral("workspace"), Text(kTextOptionWorkspace),
+                                 QStringLiteral("NAME")};
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
 
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions(
-            {media, screenshot, exportFrame, exportFrames, range, threads, frame, size, play, help});
+        parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, size,
+                           workspace, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -57,6 +59,7 @@ struct Parser
     QString ReadThreads(int& count) const;
     QString ReadFrame(std::optional<int>& number) const;
     QString ReadSize(QSize& window) const;
+    QString ReadWorkspace(std::optional<QString>& name) const;
     QString ReadProject(QString& project) const;
 };
 
@@ -125,6 +128,16 @@ QString Parser::ReadSize(QSize& window) const
     return Text(kTextBadSize, {text, asText(kSmallestWindow), asText(kLargestWindow)});
 }
 
+QString Parser::ReadWorkspace(std::optional<QString>& name) const
+{
+    if (!parser.isSet(workspace))
+        return {};
+    name = parser.value(workspace);
+    const QStringList names = WorkspaceNames();
+    return names.contains(*name) ? QString()
+                                 : Text(kTextBadWorkspace, {*name, names.join(QStringLiteral(", "))});
+}
+
 QString Parser::ReadProject(QString& project) const
 {
     const QStringList projects = parser.positionalArguments();
@@ -142,7 +155,8 @@ QString Parser::Read(Options& options) const
          {ReadProject(options.project), ReadValue(media, options.media),
           ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
           ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
-          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize)})
+          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize),
+          ReadWorkspace(options.workspace)})
         if (!fault.isEmpty())
             return fault;
     return {};
@@ -169,6 +183,11 @@ std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& f
     Options options;
     fault = p.parser.parse(arguments) ? p.Read(options) : p.parser.errorText();
     return fault.isEmpty() ? std::optional(options) : std::nullopt;
+}
+
+QStringList WorkspaceNames()
+{
+    return {QStringLiteral("design"), QStringLiteral("animate"), QStringLiteral("clips")};
 }
 
 QString HelpText()

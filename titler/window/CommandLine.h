@@ -22,7 +22,8 @@ struct Options
     int threads = 0;                 ///< of `exportFrames`; 0: as `FrameTarget` has it
     std::optional<int> frame;        ///< of `screenshot` and `exportFrame`; nothing: the middle one
     QSize windowSize{1440, 800};
-    bool play = false; ///< the window plays the title from the begin, over and over
+    std::optional<QString> workspace; ///< one of `WorkspaceNames()`
+    bool play = false;                ///< the window plays the title from the begin, over and over
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.
@@ -40,6 +41,9 @@ std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& f
 
 /// Why the project does not have the frames that are asked for; empty when it has.
 QString FrameFault(const Options& options, const Project& project);
+
+/// What `workspace` can be, by Workspace.
+QStringList WorkspaceNames();
 
 /// The text for "--help"; needs a QCoreApplication.
 QString HelpText();

@@ -76,9 +76,11 @@ MainWindow::MainWindow()
 }
 
 // The views go before the document: a drag that is under way ends with them and still tells the document. The
-// bar goes before the commands of its menu.
+// bar goes before the commands of its menu; what the document says of its own end is for nobody.
 MainWindow::~MainWindow()
 {
+    m_document.disconnect(this);
+    m_document.Steps().disconnect(this);
     delete m_bar;
     delete m_workspace;
 }

@@ -32,7 +32,7 @@ public:
     Document& Project() { return m_document; }
     Transport& Time() { return m_transport; }
     MediaPanel& Media() { return *m_media; }
-    const Commands& AllCommands() const { return m_commands; }
+    Commands& AllCommands() { return m_commands; }
     ApplicationBar& Bar() { return *m_bar; }
     void Show(Workspace workspace);
     /// Says what is wrong in a message box. @return false when the file could not be opened.

@@ -244,6 +244,8 @@ enum TextId : UINT
     kTextCaptionModified = 21885,
     kTextWorkspace = 21886, ///< a menu entry; its tip's number is plus 1
     kTextRescan = 21888,
+    kTextOptionWorkspace = 21890,
+    kTextBadWorkspace = 21891,
 
     // Steps of undo.
     kStepValue = 21870,

@@ -1,0 +1,114 @@
+// The main window's caption: workspaces, commands and what it says of the document.
+#include "KvGuiRes.h"
+#include "edit/Document.h"
+#include "media/MediaPanel.h"
+#include "time/TransportBar.h"
+#include "title/CanvasView.h"
+#include "window/MainWindow.h"
+
+#include <QMenu>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+using namespace titler;
+
+namespace {
+
+struct Window : testing::Test
+{
+    Window()
+    {
+        window.resize(1200, 700);
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+    template <typename View>
+    bool Shows()
+    {
+        return window.findChild<View*>()->isVisible();
+    }
+    QStringList ShownTools()
+    {
+        QStringList names;
+        for (const QToolButton* button : window.Bar().findChildren<QToolButton*>())
+            if (button->isVisible())
+                names << button->accessibleName();
+        return names;
+    }
+
+    MainWindow window;
+};
+
+TEST_F(Window, EachWorkspaceShowsItsViewsAndTools)
+{
+    struct Row
+    {
+        Qt::Key key;
+        Workspace workspace;
+        bool canvas;
+        bool playback;
+        bool media;
+        const char* tool;
+    };
+    const Row rows[] = {{Qt::Key_F7, Workspace::Animate, true, true, false, "Undo"},
+                        {Qt::Key_F8, Workspace::Clips, false, false, true, "Scan Folder Again"},
+                        {Qt::Key_F6, Workspace::Design, true, false, false, "Undo"}};
+    for (const Row& row : rows) {
+        QTest::keyClick(&window, row.key);
+        EXPECT_EQ(window.Bar().Current(), row.workspace);
+        EXPECT_EQ(Shows<CanvasView>(), row.canvas) << row.key;
+        EXPECT_EQ(Shows<TransportBar>(), row.playback) << row.key;
+        EXPECT_EQ(Shows<MediaPanel>(), row.media) << row.key;
+        EXPECT_TRUE(ShownTools().contains(row.tool)) << ShownTools().join(',').toStdString();
+    }
+}
+
+TEST_F(Window, AnApplicationComesBackWithItsTab)
+{
+    window.Show(Workspace::Animate);
+    window.Show(Workspace::Clips);
+    emit window.Bar().TitleBarActivated(1); // as a choice in the switch window is told
+    EXPECT_EQ(window.Bar().Current(), Workspace::Animate);
+    EXPECT_TRUE(Shows<TransportBar>());
+}
+
+TEST_F(Window, TheApplicationMenuDoesWhatTheShortcutsDo)
+{
+    const auto undo = [&](bool enabled) -> UINT {
+        const std::unique_ptr<QMenu> menu = KvGuiRes::CreateMenuByName(L"titler");
+        for (const QAction* part : menu->actions())
+            for (const QAction* entry : part->menu()->actions())
+                if (entry->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_Z)) {
+                    EXPECT_EQ(entry->isEnabled(), enabled);
+                    return entry->data().toUInt();
+                }
+        return 0;
+    };
+    const bool bold = window.Project().Current().title.bold;
+    const auto change = [&] {
+        window.Project().Edit(EditKind::Single, "bold", [&](auto& project) { project.title.bold = !bold; });
+    };
+    ASSERT_NE(undo(false), 0u);
+    change();
+    window.AllCommands().Trigger(undo(true));
+    EXPECT_EQ(window.Project().Current().title.bold, bold);
+    change();
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(window.Project().Current().title.bold, bold);
+    EXPECT_FALSE(window.Project().Steps().canUndo());
+    window.AllCommands().Trigger(0);
+    window.AllCommands().Trigger(100000);
+}
+
+TEST_F(Window, ATabThatIsPressedOpensItsWorkspace)
+{
+    window.Bar().ActiveRibbonItem(1, L"Animate"); // by a program: silent
+    EXPECT_EQ(window.Bar().Current(), Workspace::Design);
+    emit window.Bar().RibbonItemSelected(1, QStringLiteral("Animate"));
+    EXPECT_EQ(window.Bar().Current(), Workspace::Animate);
+}
+
+} // namespace
