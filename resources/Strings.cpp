@@ -338,6 +338,10 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21889, L"Reads the media folder again."},
         {0, 21890, L"Open the window with that workspace: design, animate or clips."},
         {0, 21891, L"There is no workspace “%1”; it can be one of: %2."},
+        {0, 21892, L"The settings in %1 cannot be read; what was there is kept in %2."},
+        {0, 21893, L"Remember window, workspace and projects in that file."},
+        {0, 21894, L"&%1 %2"},
+        {0, 21895, L"Opens %1."},
     };
     return strings;
 }

@@ -7,6 +7,7 @@
 #include "time/Transport.h"
 #include "window/CommandLine.h"
 #include "window/MainWindow.h"
+#include "window/Settings.h"
 #include "window/Skin.h"
 #include "window/Texts.h"
 
@@ -125,9 +126,14 @@ int TakeScreenshot(const Options& options)
 
 int RunWindow(const Options& options)
 {
+    Settings settings(options.settings.isEmpty() ? Settings::DefaultFile() : options.settings);
+    const QString fault = settings.Load();
     MainWindow window;
-    ShowWorkspace(window, options);
     window.resize(options.windowSize);
+    window.Remember(settings);
+    if (options.isSized)
+        window.resize(options.windowSize);
+    ShowWorkspace(window, options);
     window.show();
     const auto openArguments = [&] {
         if (!options.media.isEmpty())
@@ -140,6 +146,8 @@ int RunWindow(const Options& options)
             window.Time().Play();
         }
     };
+    if (!fault.isEmpty())
+        window.Say(fault);
     // Once the window is in its place: a broken project brings up a message over it.
     QTimer::singleShot(0, &window, openArguments);
     return QApplication::exec();

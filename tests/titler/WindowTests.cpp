@@ -5,8 +5,11 @@
 #include "time/TransportBar.h"
 #include "title/CanvasView.h"
 #include "window/MainWindow.h"
+#include "window/Settings.h"
 
+#include <QFile>
 #include <QMenu>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
@@ -109,6 +112,90 @@ TEST_F(Window, ATabThatIsPressedOpensItsWorkspace)
     EXPECT_EQ(window.Bar().Current(), Workspace::Design);
     emit window.Bar().RibbonItemSelected(1, QStringLiteral("Animate"));
     EXPECT_EQ(window.Bar().Current(), Workspace::Animate);
+}
+
+struct Remembered : testing::Test
+{
+    QString Path(const char* name) { return folder.filePath(QLatin1String(name)); }
+    void Write(const char* name, const QByteArray& bytes)
+    {
+        QFile file(Path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    QByteArray Read(const char* name)
+    {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(Remembered, TheNextWindowIsWhereTheLastOneWas)
+{
+    Write("s.json", R"({"future": [1], "workspace": "nowhere", "projects": ["", 3, "/a", "/a"]})");
+    QSize size;
+    {
+        Settings settings(Path("s.json"));
+        EXPECT_EQ(settings.Load(), "");
+        EXPECT_EQ(settings.projects, QStringList("/a"));
+        MainWindow window;
+        window.resize(780, 560); // fits the offscreen platform's screen
+        window.Remember(settings);
+        EXPECT_EQ(window.Bar().Current(), Workspace::Design);
+        window.show();
+        window.Show(Workspace::Clips);
+        EXPECT_TRUE(window.OpenProject(QStringLiteral(TITLER_SAMPLES "/sample.ktitle")));
+        size = window.size();
+        EXPECT_TRUE(window.close());
+    }
+    Settings settings(Path("s.json"));
+    EXPECT_EQ(settings.Load(), "");
+    EXPECT_TRUE(Read("s.json").contains("future"));
+    EXPECT_EQ(settings.projects.size(), 2);
+    MainWindow window;
+    window.Remember(settings);
+    EXPECT_EQ(window.Bar().Current(), Workspace::Clips);
+    EXPECT_EQ(window.size(), size);
+}
+
+TEST_F(Remembered, ABrokenFileIsKeptAside)
+{
+    Write("s.json", "{broken");
+    Settings settings(Path("s.json"));
+    EXPECT_TRUE(settings.Load().contains("s.json.bak"));
+    EXPECT_EQ(settings.Save(), "");
+    EXPECT_EQ(Read("s.json.bak"), "{broken");
+    EXPECT_EQ(Settings(Path("s.json")).Load(), "");
+    EXPECT_EQ(Settings(Path("missing.json")).Load(), "");
+    Write("file", "");
+    EXPECT_NE(Settings(Path("file/s.json")).Save(), "");
+}
+
+TEST_F(Remembered, RecentProjectsStandInTheMenuLatestFirst)
+{
+    Settings settings(Path("s.json"));
+    for (int i = 0; i < 12; ++i)
+        settings.AddProject(Path(QByteArray::number(i).constData()));
+    settings.AddProject(Path("7"));
+    EXPECT_EQ(settings.projects.size(), kMostRecentProjects);
+    MainWindow window;
+    window.Remember(settings);
+    const auto entries = [] {
+        QStringList texts;
+        const std::unique_ptr<QMenu> menu = KvGuiRes::CreateMenuByName(L"titler");
+        for (const QAction* entry : menu->actions().first()->menu()->actions())
+            if (entry->text().size() > 1 && entry->text()[0] == '&' && entry->text()[1].isDigit())
+                texts << entry->text();
+        return texts;
+    };
+    EXPECT_EQ(entries().size(), kMostRecentProjects);
+    EXPECT_EQ(entries().first(), "&1 7");
+    KvSetMessageBoxHandler([](HWND, const std::wstring&, UINT) { return IDOK; });
+    EXPECT_FALSE(window.OpenProject(Path("7"))); // is not there any more
+    KvSetMessageBoxHandler({});
+    EXPECT_EQ(entries().first(), "&1 11");
 }
 
 } // namespace

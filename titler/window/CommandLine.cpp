@@ -37,6 +37,8 @@ struct Parser
     QCommandLineOption threads{QStringLiteral("threads"), Text(kTextOptionThreads), QStringLiteral("N")};
     QCommandLineOption frame{QStringLiteral("frame"), Text(kTextOptionFrame), QStringLiteral("N")};
     QCommandLineOption size{QStringLiteral("size"), Text(kTextOptionSize), QStringLiteral("WxH")};
+    QCommandLineOption settings{QStringLiteral("settings"), Text(kTextOptionSettings),
+                                QStringLiteral("FILE")};
     QCommandLineOption workspace{QStringLiteral("workspace"), Text(kTextOptionWorkspace),
                                  QStringLiteral("NAME")};
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
@@ -46,7 +48,7 @@ struct Parser
     {
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, size,
-                           workspace, play, help});
+                           settings, workspace, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -151,12 +153,13 @@ QString Parser::Read(Options& options) const
 {
     options.help = parser.isSet(help);
     options.play = parser.isSet(play);
+    options.isSized = parser.isSet(size);
     for (const QString& fault :
          {ReadProject(options.project), ReadValue(media, options.media),
-          ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
-          ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
-          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize),
-          ReadWorkspace(options.workspace)})
+          ReadValue(settings, options.settings), ReadPicture(screenshot, options.screenshot),
+          ReadPicture(exportFrame, options.exportFrame), ReadValue(exportFrames, options.exportFrames),
+          ReadRange(options.range), ReadThreads(options.threads), ReadFrame(options.frame),
+          ReadSize(options.windowSize), ReadWorkspace(options.workspace)})
         if (!fault.isEmpty())
             return fault;
     return {};

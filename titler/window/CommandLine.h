@@ -22,6 +22,8 @@ struct Options
     int threads = 0;                 ///< of `exportFrames`; 0: as `FrameTarget` has it
     std::optional<int> frame;        ///< of `screenshot` and `exportFrame`; nothing: the middle one
     QSize windowSize{1440, 800};
+    bool isSized = false;             ///< `windowSize` was asked for
+    QString settings;                 ///< a file; empty: the user's own
     std::optional<QString> workspace; ///< one of `WorkspaceNames()`
     bool play = false;                ///< the window plays the title from the begin, over and over
     bool help = false;

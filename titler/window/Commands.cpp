@@ -41,6 +41,8 @@ std::unique_ptr<QMenu> Commands::MakeApplicationMenu() const
 // The window's own command answers the shortcut: a copy only shows it.
 void Commands::Copy(QMenu& to, const QAction& command) const
 {
+    if (!command.isVisible())
+        return;
     if (command.isSeparator()) {
         to.addSeparator();
         return;

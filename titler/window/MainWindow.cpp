@@ -8,7 +8,9 @@
 #include "title/AnimationInspector.h"
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
+#include "window/CommandLine.h"
 #include "window/Fields.h"
+#include "window/Settings.h"
 #include "window/Texts.h"
 
 #include <QAbstractButton>
@@ -197,6 +199,12 @@ bool MainWindow::event(QEvent* event)
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(MayLeave());
+    if (!event->isAccepted() || m_settings == nullptr)
+        return;
+    m_settings->geometry = saveGeometry();
+    m_settings->workspace = WorkspaceNames().value(static_cast<int>(m_bar->Current()));
+    if (const QString fault = m_settings->Save(); !fault.isEmpty())
+        ShowError(fault);
 }
 
 void MainWindow::New()
@@ -210,11 +218,58 @@ bool MainWindow::OpenProject(const QString& file)
     ProjectError error;
     if (!m_document.Open(file, error)) {
         ShowError(ErrorText(file, error));
+        KeepProject(file, QFileInfo::exists(file));
         return false;
     }
+    KeepProject(file, true);
     m_transport.Seek(MiddleFrame(m_document.Current()));
     Say(Text(kTextOpened, {FileNameOf(file)}));
     return true;
+}
+
+void MainWindow::Remember(Settings& settings)
+{
+    m_settings = &settings;
+    restoreGeometry(settings.geometry); // nothing happens where it is none
+    const qsizetype workspace = WorkspaceNames().indexOf(settings.workspace);
+    if (workspace >= 0)
+        Show(static_cast<Workspace>(workspace));
+    ShowRecent();
+}
+
+// A file that is broken stays in the list, so that it can be opened again when it is mended.
+void MainWindow::KeepProject(const QString& file, bool isThere)
+{
+    if (m_settings == nullptr)
+        return;
+    const QString name = QFileInfo(file).absoluteFilePath();
+    if (isThere)
+        m_settings->AddProject(name);
+    else
+        m_settings->DropProject(name);
+    ShowRecent();
+    if (const QString fault = m_settings->Save(); !fault.isEmpty())
+        Say(fault);
+}
+
+void MainWindow::ShowRecent()
+{
+    const QStringList projects = m_settings != nullptr ? m_settings->projects : QStringList();
+    for (qsizetype i = 0; i < m_recent.size(); ++i) {
+        QAction& entry = *m_recent[i];
+        entry.setVisible(i < projects.size());
+        const QString name = FileNameOf(projects.value(i)).replace(u'&', QLatin1String("&&"));
+        entry.setText(Text(kTextRecent, {QString::number(i + 1), name}));
+        entry.setToolTip(Text(kTextRecent + 1, {QDir::toNativeSeparators(projects.value(i))}));
+        entry.setStatusTip(entry.toolTip());
+    }
+}
+
+void MainWindow::OpenRecent(int index)
+{
+    const QString file = m_settings != nullptr ? m_settings->projects.value(index) : QString();
+    if (!file.isEmpty() && MayLeave())
+        OpenProject(file);
 }
 
 void MainWindow::ChooseProject()
@@ -246,6 +301,7 @@ bool MainWindow::SaveTo(const QString& file)
 {
     const QString fault = m_document.SaveAs(file);
     if (fault.isEmpty()) {
+        KeepProject(file, true);
         Say(Text(kTextSaved, {FileNameOf(file)}));
         return true;
     }

@@ -19,6 +19,7 @@ class QStackedWidget;
 namespace titler {
 
 class MediaPanel;
+class Settings;
 class TitleWorkspace;
 
 class MainWindow : public CKvFrameWnd
@@ -35,6 +36,11 @@ public:
     Commands& AllCommands() { return m_commands; }
     ApplicationBar& Bar() { return *m_bar; }
     void Show(Workspace workspace);
+    /// Takes place, state, workspace and recent projects from the settings, and keeps them there from now on.
+    /// @param settings must outlive the window.
+    void Remember(Settings& settings);
+    /// Says something in the status line.
+    void Say(const QString& text);
     /// Says what is wrong in a message box. @return false when the file could not be opened.
     bool OpenProject(const QString& file);
 
@@ -50,6 +56,10 @@ private:
     void BuildProjectMenu();
     void BuildPlaybackMenu();
     void BuildWorkspaceItems(QMenu& menu);
+    void BuildRecentItems(QMenu& menu);
+    void ShowRecent();
+    void OpenRecent(int index);
+    void KeepProject(const QString& file, bool isThere);
     void BuildBar();
     QList<QAction*>& ToolsOf(Workspace workspace) { return m_tools[static_cast<std::size_t>(workspace)]; }
     QMenu& AddMenu(UINT nameId);
@@ -60,7 +70,6 @@ private:
     void ShowFormat();
     void ShowZoom();
     void ShowSteps();
-    void Say(const QString& text);
     void ShowError(const QString& text);
 
     /// Takes what is typed or dragged right now: what follows is about the whole project.
@@ -88,6 +97,8 @@ private:
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QActionGroup* m_formats = nullptr;
+    QList<QAction*> m_recent; ///< hidden where the list is shorter
+    Settings* m_settings = nullptr;
     QLabel* m_video;
     QLabel* m_audio;
     QLabel* m_zoom;

@@ -5,6 +5,7 @@
 #include "title/TitleWorkspace.h"
 #include "window/Fields.h"
 #include "window/MainWindow.h"
+#include "window/Settings.h"
 #include "window/Texts.h"
 
 #include <QActionGroup>
@@ -95,11 +96,20 @@ void MainWindow::BuildFileMenu()
         menu, kTextRescan, {QKeySequence(Qt::Key_F5)}, [this] { m_media->ScanAgain(); },
         L"titler_tool_rescan");
     menu.addSeparator();
+    BuildRecentItems(menu);
+    menu.addSeparator();
     AddItem(menu, kTextQuit, {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); });
 
     ToolsOf(Workspace::Design) << create << open << save << nullptr << picture << nullptr;
     ToolsOf(Workspace::Animate) << open << save << nullptr << pictures << nullptr;
     ToolsOf(Workspace::Clips) << folder << rescan;
+}
+
+void MainWindow::BuildRecentItems(QMenu& menu)
+{
+    for (int i = 0; i < kMostRecentProjects; ++i)
+        m_recent << AddItem(menu, kTextRecent, {}, [this, i] { OpenRecent(i); });
+    ShowRecent();
 }
 
 void MainWindow::BuildEditMenu()

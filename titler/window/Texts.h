@@ -246,6 +246,9 @@ enum TextId : UINT
     kTextRescan = 21888,
     kTextOptionWorkspace = 21890,
     kTextBadWorkspace = 21891,
+    kTextBadSettings = 21892,
+    kTextOptionSettings = 21893,
+    kTextRecent = 21894, ///< a menu entry; its tip's number is plus 1
 
     // Steps of undo.
     kStepValue = 21870,

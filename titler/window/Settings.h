@@ -1,0 +1,42 @@
+// What titler remembers from one start to the next.
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+namespace titler {
+
+inline constexpr int kMostRecentProjects = 9;
+
+/// One file, JSON, written whole. Fields that we do not know survive.
+class Settings
+{
+public:
+    /// @param fileName empty: nothing is read or written.
+    explicit Settings(QString fileName) : m_file(std::move(fileName)) {}
+
+    /// The user's own file.
+    static QString DefaultFile();
+
+    /// A missing file is no fault. A broken one is copied beside itself, with ".bak" behind its name.
+    /// @return an empty text, or a sentence for the user.
+    QString Load();
+    /// @return an empty text, or a sentence for the user; the file is then as it was.
+    QString Save();
+
+    /// Puts a project first in the list, which holds kMostRecentProjects.
+    void AddProject(const QString& name);
+    void DropProject(const QString& name);
+
+    QByteArray geometry;  ///< the window's, with its state, as QWidget gives it; may be empty
+    QString workspace;    ///< its name on the command line; may be empty
+    QStringList projects; ///< absolute paths, the latest first
+
+private:
+    QString m_file;
+    QJsonObject m_source;
+};
+
+} // namespace titler
