@@ -148,9 +148,7 @@ protected:
     /// Shows or hides the header (24 high); shown at first.
     void ShowHeader(BOOL show);
 
-    // Lines. Each operation changes the lines, then calls `_OnNotifyItemModify` once, then returns. All work
-    // in little time at 1,000,000 lines: a line at either end in constant time, one in the middle in some
-    // microseconds; a sort and a filter look at each line once.
+    // Lines. Each operation changes the lines, then calls `_OnNotifyItemModify` once, then returns.
 
     /// The height of a line for which none is given; 24 at first. Lines that are there keep theirs.
     void SetDefaultItemHeight(int height);

@@ -342,6 +342,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21893, L"Remember window, workspace and projects in that file."},
         {0, 21894, L"&%1 %2"},
         {0, 21895, L"Opens %1."},
+        {0, 21896, L"Give the window a caption with menus instead of tabs."},
     };
     return strings;
 }

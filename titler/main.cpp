@@ -106,7 +106,7 @@ void ShowWorkspace(MainWindow& window, const Options& options)
 
 int TakeScreenshot(const Options& options)
 {
-    MainWindow window;
+    MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs);
     ProjectError error;
     if (!options.project.isEmpty() && !window.Project().Open(options.project, error))
         return Fail(kFailed, ErrorText(options.project, error));
@@ -128,7 +128,7 @@ int RunWindow(const Options& options)
 {
     Settings settings(options.settings.isEmpty() ? Settings::DefaultFile() : options.settings);
     const QString fault = settings.Load();
-    MainWindow window;
+    MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs);
     window.resize(options.windowSize);
     window.Remember(settings);
     if (options.isSized)

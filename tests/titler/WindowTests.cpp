@@ -36,7 +36,7 @@ struct Window : testing::Test
     QStringList ShownTools()
     {
         QStringList names;
-        for (const QToolButton* button : window.Bar().findChildren<QToolButton*>())
+        for (const QToolButton* button : window.Bar()->findChildren<QToolButton*>())
             if (button->isVisible())
                 names << button->accessibleName();
         return names;
@@ -61,7 +61,7 @@ TEST_F(Window, EachWorkspaceShowsItsViewsAndTools)
                         {Qt::Key_F6, Workspace::Design, true, false, false, "Undo"}};
     for (const Row& row : rows) {
         QTest::keyClick(&window, row.key);
-        EXPECT_EQ(window.Bar().Current(), row.workspace);
+        EXPECT_EQ(window.Current(), row.workspace);
         EXPECT_EQ(Shows<CanvasView>(), row.canvas) << row.key;
         EXPECT_EQ(Shows<TransportBar>(), row.playback) << row.key;
         EXPECT_EQ(Shows<MediaPanel>(), row.media) << row.key;
@@ -73,8 +73,8 @@ TEST_F(Window, AnApplicationComesBackWithItsTab)
 {
     window.Show(Workspace::Animate);
     window.Show(Workspace::Clips);
-    emit window.Bar().TitleBarActivated(1); // as a choice in the switch window is told
-    EXPECT_EQ(window.Bar().Current(), Workspace::Animate);
+    emit window.Bar()->TitleBarActivated(1); // as a choice in the switch window is told
+    EXPECT_EQ(window.Current(), Workspace::Animate);
     EXPECT_TRUE(Shows<TransportBar>());
 }
 
@@ -108,10 +108,31 @@ TEST_F(Window, TheApplicationMenuDoesWhatTheShortcutsDo)
 
 TEST_F(Window, ATabThatIsPressedOpensItsWorkspace)
 {
-    window.Bar().ActiveRibbonItem(1, L"Animate"); // by a program: silent
-    EXPECT_EQ(window.Bar().Current(), Workspace::Design);
-    emit window.Bar().RibbonItemSelected(1, QStringLiteral("Animate"));
-    EXPECT_EQ(window.Bar().Current(), Workspace::Animate);
+    window.Bar()->ActiveRibbonItem(1, L"Animate"); // by a program: silent
+    EXPECT_EQ(window.Current(), Workspace::Design);
+    emit window.Bar()->RibbonItemSelected(1, QStringLiteral("Animate"));
+    EXPECT_EQ(window.Current(), Workspace::Animate);
+}
+
+TEST(MenuBarWindow, ItsMenusAndShortcutsDoTheSame)
+{
+    MainWindow window(MainWindow::Caption::Menus);
+    window.resize(780, 560);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_F7);
+    EXPECT_EQ(window.Current(), Workspace::Animate);
+    EXPECT_TRUE(window.findChild<TransportBar*>()->isVisible());
+    const bool bold = window.Project().Current().title.bold;
+    for (const bool value : {!bold, bold, !bold})
+        window.Project().Edit(EditKind::Single, "bold", [&](auto& project) { project.title.bold = value; });
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(window.Project().Steps().index(), 2); // once
+    QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(window.Project().Steps().index(), 3);
+    QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier); // nothing to redo
+    EXPECT_EQ(window.Project().Steps().index(), 3);
 }
 
 struct Remembered : testing::Test
@@ -143,7 +164,7 @@ TEST_F(Remembered, TheNextWindowIsWhereTheLastOneWas)
         MainWindow window;
         window.resize(780, 560); // fits the offscreen platform's screen
         window.Remember(settings);
-        EXPECT_EQ(window.Bar().Current(), Workspace::Design);
+        EXPECT_EQ(window.Current(), Workspace::Design);
         window.show();
         window.Show(Workspace::Clips);
         EXPECT_TRUE(window.OpenProject(QStringLiteral(TITLER_SAMPLES "/sample.ktitle")));
@@ -156,7 +177,7 @@ TEST_F(Remembered, TheNextWindowIsWhereTheLastOneWas)
     EXPECT_EQ(settings.projects.size(), 2);
     MainWindow window;
     window.Remember(settings);
-    EXPECT_EQ(window.Bar().Current(), Workspace::Clips);
+    EXPECT_EQ(window.Current(), Workspace::Clips);
     EXPECT_EQ(window.size(), size);
 }
 

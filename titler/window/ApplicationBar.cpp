@@ -2,11 +2,10 @@
 
 #include "KvGuiRes.h"
 #include "window/Texts.h"
+#include "window/ToolStrip.h"
 
 #include <QAction>
-#include <QHBoxLayout>
 #include <QMenu>
-#include <QToolButton>
 
 #include <algorithm>
 #include <cwchar>
@@ -17,8 +16,6 @@ namespace {
 constexpr const wchar_t* kMenuName = L"titler";
 constexpr unsigned kTitles = 1;
 constexpr unsigned kMedia = 2;
-constexpr int kToolPicture = 20;
-constexpr int kToolGap = 2;
 
 struct Tab
 {
@@ -37,34 +34,6 @@ std::wstring NameOf(Workspace workspace)
 {
     return KvGuiRes::LoadStringW(TabOf(workspace).nameId);
 }
-
-/// The commands of a workspace as a row of buttons.
-class ToolStrip : public QWidget, public IKvGuiWnd
-{
-public:
-    ToolStrip(QWidget& bar, const QList<QAction*>& tools) : QWidget(&bar)
-    {
-        auto* row = new QHBoxLayout(this);
-        row->setContentsMargins(4 * kToolGap, 0, 0, 0);
-        row->setSpacing(kToolGap);
-        for (QAction* tool : tools)
-            tool != nullptr ? AddButton(*row, *tool) : row->addSpacing(6 * kToolGap);
-        resize(sizeHint());
-    }
-
-private:
-    static void AddButton(QHBoxLayout& row, QAction& tool)
-    {
-        auto* button = new QToolButton;
-        button->setDefaultAction(&tool);
-        button->setAccessibleName(tool.text().remove(u'&'));
-        button->setIconSize({kToolPicture, kToolPicture});
-        button->setToolButtonStyle(Qt::ToolButtonIconOnly);
-        button->setProperty("role", "tool");
-        button->setFocusPolicy(Qt::TabFocus);
-        row.addWidget(button);
-    }
-};
 
 } // namespace
 

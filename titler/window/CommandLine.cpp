@@ -39,6 +39,7 @@ struct Parser
     QCommandLineOption size{QStringLiteral("size"), Text(kTextOptionSize), QStringLiteral("WxH")};
     QCommandLineOption settings{QStringLiteral("settings"), Text(kTextOptionSettings),
                                 QStringLiteral("FILE")};
+    QCommandLineOption menuBar{QStringLiteral("menubar"), Text(kTextOptionMenuBar)};
     QCommandLineOption workspace{QStringLiteral("workspace"), Text(kTextOptionWorkspace),
                                  QStringLiteral("NAME")};
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
@@ -48,7 +49,7 @@ struct Parser
     {
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, size,
-                           settings, workspace, play, help});
+                           settings, menuBar, workspace, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -153,6 +154,7 @@ QString Parser::Read(Options& options) const
 {
     options.help = parser.isSet(help);
     options.play = parser.isSet(play);
+    options.menuBar = parser.isSet(menuBar);
     options.isSized = parser.isSet(size);
     for (const QString& fault :
          {ReadProject(options.project), ReadValue(media, options.media),

@@ -25,6 +25,7 @@ struct Options
     bool isSized = false;             ///< `windowSize` was asked for
     QString settings;                 ///< a file; empty: the user's own
     std::optional<QString> workspace; ///< one of `WorkspaceNames()`
+    bool menuBar = false;             ///< the caption has menus instead of tabs
     bool play = false;                ///< the window plays the title from the begin, over and over
     bool help = false;
 

@@ -41,19 +41,35 @@ std::unique_ptr<QMenu> Commands::MakeApplicationMenu() const
 // The window's own command answers the shortcut: a copy only shows it.
 void Commands::Copy(QMenu& to, const QAction& command) const
 {
-    if (!command.isVisible())
-        return;
     if (command.isSeparator()) {
         to.addSeparator();
         return;
     }
     QAction* entry = to.addAction(command.text());
     entry->setData(static_cast<UINT>(m_commands.indexOf(&command) + 1));
-    entry->setToolTip(command.toolTip());
-    entry->setShortcut(command.shortcut());
+    entry->setShortcuts(command.shortcuts());
     entry->setCheckable(command.isCheckable());
-    entry->setChecked(command.isChecked());
-    entry->setEnabled(command.isEnabled());
+    Show(*entry);
+}
+
+void Commands::Show(QAction& entry) const
+{
+    const UINT number = entry.data().toUInt();
+    if (number == 0 || number > static_cast<UINT>(m_commands.size()))
+        return;
+    const QAction& command = *m_commands[static_cast<qsizetype>(number) - 1];
+    entry.setText(command.text());
+    entry.setToolTip(command.toolTip());
+    entry.setChecked(command.isChecked());
+    entry.setEnabled(command.isEnabled());
+    entry.setVisible(command.isVisible());
+}
+
+// Tool buttons have the commands, too: it is not enough that the window lets go of them.
+void Commands::GiveShortcutsAway()
+{
+    for (QAction* command : m_commands)
+        command->setShortcuts(QList<QKeySequence>());
 }
 
 void Commands::Trigger(UINT number)

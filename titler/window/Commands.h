@@ -29,6 +29,10 @@ public:
     void Number(const QMenu& menu);
     /// The application menu as it is now, each entry with its number.
     std::unique_ptr<QMenu> MakeApplicationMenu() const;
+    /// Makes an entry of that menu look like its command: text, state and whether it is there.
+    void Show(QAction& entry) const;
+    /// The commands lose their shortcuts: whoever has the application menu answers them.
+    void GiveShortcutsAway();
     /// Does what a command does, unless it is disabled. Numbers that are none do nothing.
     void Trigger(UINT number);
     const std::vector<std::unique_ptr<QMenu>>& Menus() const { return m_menus; }

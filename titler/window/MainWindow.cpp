@@ -48,7 +48,7 @@ QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString
 
 } // namespace
 
-MainWindow::MainWindow()
+MainWindow::MainWindow(Caption caption)
     : m_workspace(new TitleWorkspace(m_document, m_transport))
     , m_media(new MediaPanel)
     , m_pages(new QStackedWidget)
@@ -63,7 +63,7 @@ MainWindow::MainWindow()
     setCentralWidget(m_pages);
     m_workspace->setFocus();
     BuildMenus();
-    BuildBar();
+    BuildBar(caption);
     BuildStatusLine();
     connect(&m_document, &Document::FileChanged, this, &MainWindow::ShowFile);
     connect(&m_document, &Document::ProjectChanged, this, &MainWindow::ShowFormat);
@@ -84,27 +84,40 @@ MainWindow::~MainWindow()
     m_document.disconnect(this);
     m_document.Steps().disconnect(this);
     delete m_bar;
+    delete m_menuBar;
     delete m_workspace;
 }
 
-void MainWindow::BuildBar()
+void MainWindow::BuildBar(Caption caption)
 {
+    if (caption == Caption::Menus) {
+        m_menuBar = new ApplicationMenuBar(*this, m_commands, ToolsOf(Workspace::Design));
+        setMenuWidget(m_menuBar);
+        return;
+    }
     m_bar = new ApplicationBar(*this, m_commands, m_tools);
     setMenuWidget(m_bar);
-    connect(m_bar, &ApplicationBar::WorkspaceChanged, this, [this](Workspace workspace) {
-        Settle();
-        if (workspace == Workspace::Clips) {
-            m_pages->setCurrentWidget(m_media);
-            return;
-        }
-        m_workspace->Show(workspace == Workspace::Design ? TitleTask::Design : TitleTask::Animate);
-        m_pages->setCurrentWidget(m_workspace);
-    });
+    connect(m_bar, &ApplicationBar::WorkspaceChanged, this, &MainWindow::ShowPage);
 }
 
 void MainWindow::Show(Workspace workspace)
 {
-    m_bar->Select(workspace);
+    if (m_bar != nullptr)
+        m_bar->Select(workspace);
+    else
+        ShowPage(workspace);
+}
+
+void MainWindow::ShowPage(Workspace workspace)
+{
+    Settle();
+    m_current = workspace;
+    if (workspace == Workspace::Clips) {
+        m_pages->setCurrentWidget(m_media);
+        return;
+    }
+    m_workspace->Show(workspace == Workspace::Design ? TitleTask::Design : TitleTask::Animate);
+    m_pages->setCurrentWidget(m_workspace);
 }
 
 void MainWindow::BuildStatusLine()
@@ -126,7 +139,11 @@ void MainWindow::ShowFile()
     const QString name = file.isEmpty() ? Text(kTextUntitled) : FileNameOf(file);
     setWindowTitle(Text(kTextWindowTitle, {name, Text(kTextTitler)}));
     setWindowModified(m_document.IsModified());
-    m_bar->ShowDocument(m_document.IsModified() ? Text(kTextCaptionModified, {name}) : name);
+    const QString shown = m_document.IsModified() ? Text(kTextCaptionModified, {name}) : name;
+    if (m_bar != nullptr)
+        m_bar->ShowDocument(shown);
+    if (m_menuBar != nullptr)
+        m_menuBar->ShowDocument(shown);
 }
 
 void MainWindow::ShowFormat()
@@ -202,7 +219,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (!event->isAccepted() || m_settings == nullptr)
         return;
     m_settings->geometry = saveGeometry();
-    m_settings->workspace = WorkspaceNames().value(static_cast<int>(m_bar->Current()));
+    m_settings->workspace = WorkspaceNames().value(static_cast<int>(m_current));
     if (const QString fault = m_settings->Save(); !fault.isEmpty())
         ShowError(fault);
 }

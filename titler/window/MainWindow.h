@@ -5,6 +5,7 @@
 #include "edit/Document.h"
 #include "time/Transport.h"
 #include "window/ApplicationBar.h"
+#include "window/ApplicationMenuBar.h"
 #include "window/Commands.h"
 
 #include <QKeySequence>
@@ -27,14 +28,22 @@ class MainWindow : public CKvFrameWnd
     Q_OBJECT
 
 public:
-    MainWindow();
+    /// The two forms of its caption.
+    enum class Caption
+    {
+        Tabs,  ///< a ribbon title bar
+        Menus, ///< a ribbon menu bar
+    };
+    explicit MainWindow(Caption caption = Caption::Tabs);
     ~MainWindow() override;
 
     Document& Project() { return m_document; }
     Transport& Time() { return m_transport; }
     MediaPanel& Media() { return *m_media; }
     Commands& AllCommands() { return m_commands; }
-    ApplicationBar& Bar() { return *m_bar; }
+    Workspace Current() const { return m_current; }
+    /// Null in the other form.
+    ApplicationBar* Bar() { return m_bar; }
     void Show(Workspace workspace);
     /// Takes place, state, workspace and recent projects from the settings, and keeps them there from now on.
     /// @param settings must outlive the window.
@@ -60,7 +69,8 @@ private:
     void ShowRecent();
     void OpenRecent(int index);
     void KeepProject(const QString& file, bool isThere);
-    void BuildBar();
+    void BuildBar(Caption caption);
+    void ShowPage(Workspace workspace);
     QList<QAction*>& ToolsOf(Workspace workspace) { return m_tools[static_cast<std::size_t>(workspace)]; }
     QMenu& AddMenu(UINT nameId);
     QAction* AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys, std::function<void()> run,
@@ -92,7 +102,9 @@ private:
     MediaPanel* m_media;
     QStackedWidget* m_pages;
     Commands m_commands{*this};
-    ApplicationBar* m_bar = nullptr;
+    ApplicationBar* m_bar = nullptr; ///< one of the two
+    ApplicationMenuBar* m_menuBar = nullptr;
+    Workspace m_current = Workspace::Design;
     ApplicationBar::Tools m_tools;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

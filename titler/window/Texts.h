@@ -248,6 +248,7 @@ enum TextId : UINT
     kTextBadWorkspace = 21891,
     kTextBadSettings = 21892,
     kTextOptionSettings = 21893,
+    kTextOptionMenuBar = 21896,
     kTextRecent = 21894, ///< a menu entry; its tip's number is plus 1
 
     // Steps of undo.
