@@ -334,7 +334,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21885, L"%1*"},
         {0, 21886, L"%1"},
         {0, 21887, L"Goes to the workspace “%1”."},
-        {0, 21888, L"&Scan Folder Again"},
+        {0, 21888, L"Scan folder a&gain"},
         {0, 21889, L"Reads the media folder again."},
         {0, 21890, L"Open the window with that workspace: design, animate or clips."},
         {0, 21891, L"There is no workspace “%1”; it can be one of: %2."},

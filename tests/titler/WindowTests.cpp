@@ -57,7 +57,7 @@ TEST_F(Window, EachWorkspaceShowsItsViewsAndTools)
         const char* tool;
     };
     const Row rows[] = {{Qt::Key_F7, Workspace::Animate, true, true, false, "Undo"},
-                        {Qt::Key_F8, Workspace::Clips, false, false, true, "Scan Folder Again"},
+                        {Qt::Key_F8, Workspace::Clips, false, false, true, "Scan folder again"},
                         {Qt::Key_F6, Workspace::Design, true, false, false, "Undo"}};
     for (const Row& row : rows) {
         QTest::keyClick(&window, row.key);
