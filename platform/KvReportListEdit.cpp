@@ -88,6 +88,8 @@ void CKvReportListCtrl::Impl::CloseEditor()
     const bool hadFocus = editor && editor->hasFocus();
     editLine = -1;
     editColumn = -1;
+    if (editor)
+        editor->LetGo();
     QWidget* old = port;
     port = nullptr;
     editor = nullptr;
@@ -182,9 +184,11 @@ void CKvReportListCtrl::_UpdateTextWidth()
 int CKvReportListCtrl::EditCell(int line, int column)
 {
     const QPointer<CKvReportListCtrl> self(this);
-    if (!m_impl->IsCell(line, column) || !IsRowShown(line) || !isEnabled() || !_CanEditCell(line, column))
+    if (!m_impl->IsCell(line, column) || !IsRowShown(line) || !isEnabled())
         return 0;
     const std::uint64_t id = GetRowId(line);
+    if (!_CanEditCell(line, column) || !self)
+        return 0;
     if (IsEditing() && (!EndEdit(1) || !self))
         return 0;
     line = FindRow(id);
@@ -211,7 +215,13 @@ int CKvReportListCtrl::EndEdit(BOOL commit)
     const CString text = GetOpenText();
     CString why;
     const bool isChanged = text != impl.editBegin;
-    if (commit && isChanged && !_ValidateEdit(line, column, text, why)) {
+    const QPointer<CKvReportListCtrl> self(this);
+    const bool isRefused = commit && isChanged && !_ValidateEdit(line, column, text, why);
+    if (!self)
+        return 0;
+    if (!impl.editor)
+        return 1; // the check itself has ended it
+    if (isRefused) {
         QToolTip::showText(mapToGlobal(impl.EditorRect().bottomLeft()), KvToQString(why), this);
         return 0;
     }

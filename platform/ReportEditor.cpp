@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -29,9 +30,17 @@ ReportEditor::ReportEditor(QWidget* port, bool isMultiLine, ReportEditorHooks ho
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTabChangesFocus(false);
     document()->setDocumentMargin(kMargin);
-    const auto changed = [this] { m_hooks.changed(); };
+    const auto changed = [this] {
+        const auto tell = m_hooks.changed; // may let go of this editor
+        tell();
+    };
     connect(this, &QPlainTextEdit::textChanged, this, changed);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, changed);
+}
+
+void ReportEditor::LetGo()
+{
+    m_hooks = {[] {}, [](int, bool) {}, [] {}, [](const QString&) { return false; }};
 }
 
 QSize ReportEditor::NaturalSize() const
@@ -111,7 +120,12 @@ void ReportEditor::insertFromMimeData(const QMimeData* source)
         text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
         text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
     }
-    if (m_hooks.replaces(text))
+    const QPointer<ReportEditor> self(this);
+    const auto replaces = m_hooks.replaces; // may delete this editor
+    const bool isWhole = replaces(text);
+    if (!self)
+        return;
+    if (isWhole)
         selectAll();
     insertPlainText(text);
 }

@@ -22,6 +22,9 @@ public:
     /// Its parent shows the part of it that is in view.
     ReportEditor(QWidget* port, bool isMultiLine, ReportEditorHooks hooks);
 
+    /// Asks nothing any more: the list is done with it, and it only waits for its end.
+    void LetGo();
+
     /// The size that shows the whole text and the caret behind it.
     QSize NaturalSize() const;
 
@@ -36,7 +39,7 @@ private:
     bool IsEndingKey(const QKeyEvent& event) const;
 
     const bool m_isMultiLine;
-    const ReportEditorHooks m_hooks;
+    ReportEditorHooks m_hooks;
 };
 
 } // namespace kv
