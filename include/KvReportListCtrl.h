@@ -62,6 +62,8 @@ private:
 /// A line keeps its height, texts, colours, data, selection and number (`GetRowId`) wherever it moves. Lines
 /// that are inserted or removed above the view leave what is in view where it is.
 ///
+/// A right press selects the line under it, unless it is selected, before the context menu opens.
+///
 /// Keyboard: arrows, Page Up, Page Down, Home and End move the current line and select it; with Shift they
 /// select from the anchor, with Ctrl they move alone. Ctrl+A selects all, Space the current line
 /// (Ctrl+Space turns it over). F2 or a double click edits where the list lets it: Enter commits and goes to
@@ -309,9 +311,6 @@ protected:
     void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
     void OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point) override;
     void OnMouseLeave() override;
-    /// A context menu opens: nothing unless overridden. A right press has selected the line under the point
-    /// by then, unless it was selected.
-    void OnContextMenu(CPoint point) override;
     CPoint ContextMenuPoint() const override;
     BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
     BOOL OnChar(UINT character) override;

@@ -96,20 +96,19 @@ BOOL CKvReportListCtrl::GetCellColors(int line, int column, DWORD* back, DWORD* 
 
 int CKvReportListCtrl::FindItem(const wchar_t* text, int column, int from) const
 {
-    const std::wstring_view wanted = text ? text : L"";
-    int found = -1;
-    if (!m_impl->IsColumn(column))
-        return found;
-    m_impl->rows.Visit(std::max(from, 0), [&](int line, const kv::ReportRow& row) {
-        found = row.Text(column) == wanted ? line : -1;
-        return found < 0;
-    });
-    return found;
+    return FindItem(CString(text ? text : L""), column, from);
 }
 
 int CKvReportListCtrl::FindItem(const CString& text, int column, int from) const
 {
-    return FindItem(text.c_str(), column, from);
+    int found = -1;
+    if (!m_impl->IsColumn(column))
+        return found;
+    m_impl->rows.Visit(std::max(from, 0), [&](int line, const kv::ReportRow& row) {
+        found = row.Text(column) == text ? line : -1;
+        return found < 0;
+    });
+    return found;
 }
 
 int CKvReportListCtrl::GetSelItems(CArray<int, int>& lines) const
@@ -172,18 +171,7 @@ int CKvReportListCtrl::GetTopIndex() const
 
 int CKvReportListCtrl::GetVisibleCount() const
 {
-    const kv::ReportRows& rows = m_impl->rows;
-    const int height = m_impl->layout.cells.Height();
-    if (rows.ShownCount() == 0 || height <= 0)
-        return 0;
-    const int top = m_impl->TopLine();
-    const int bottom = rows.LineAt(m_impl->scrollY + height - 1);
-    int count = rows.ShownBefore(bottom) - rows.ShownBefore(top) + 1;
-    const bool cutBelow = rows.TopOf(bottom) + rows.Row(bottom).height > m_impl->scrollY + height;
-    const bool cutAbove = rows.TopOf(top) < m_impl->scrollY;
-    count -= cutAbove ? 1 : 0;
-    count -= cutBelow && (bottom != top || !cutAbove) ? 1 : 0;
-    return count;
+    return m_impl->rows.CountWithin(m_impl->scrollY, m_impl->layout.cells.Height());
 }
 
 void CKvReportListCtrl::ShowGridLines(BOOL show)

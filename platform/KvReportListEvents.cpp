@@ -241,11 +241,6 @@ void CKvReportListCtrl::OnMouseLeave()
         unsetCursor();
 }
 
-void CKvReportListCtrl::OnContextMenu(CPoint point)
-{
-    CKvWnd::OnContextMenu(point);
-}
-
 CPoint CKvReportListCtrl::ContextMenuPoint() const
 {
     const QRect cells = m_impl->layout.cells;

@@ -49,7 +49,11 @@ QRect CKvReportListCtrl::Impl::RowRect(int line) const
 
 QRect CKvReportListCtrl::Impl::CellRect(int line, int column) const
 {
-    const QRect row = RowRect(line);
+    return CellRect(RowRect(line), column);
+}
+
+QRect CKvReportListCtrl::Impl::CellRect(const QRect& row, int column) const
+{
     return {layout.cells.left + layout.Left(column) - scrollX, row.top(),
             layout.Right(column) - layout.Left(column), row.height()};
 }
@@ -177,7 +181,7 @@ void CKvReportListCtrl::Impl::Notify(int kind, CArray<int, int> lines, int colum
     list._OnNotifyItemModify(kind, lines, column);
 }
 
-// Whether a new or changed line is shown; false when it had to be hidden or shown anew.
+// Shows or hides a new or changed line.
 void CKvReportListCtrl::Impl::Filter(int line)
 {
     if (!filter)

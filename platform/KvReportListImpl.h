@@ -40,6 +40,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
     int TopLine() const { return rows.LineAt(scrollY); }
     QRect RowRect(int line) const; ///< over the width of the cells; may lie outside of them
     QRect CellRect(int line, int column) const;
+    QRect CellRect(const QRect& row, int column) const;
     /// After a change of columns, size or the editor.
     void LayOut();
     /// After a change of the rows' heights or number: keeps scroll limits and bars up to date.
@@ -79,7 +80,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
 
     // Drawing.
     void DrawHeader(QPainter& painter);
-    void DrawRow(QPainter& painter, int line);
+    void DrawRow(QPainter& painter, int line, const QRect& row);
     int State(int line) const;
     QColor Colour(int line, int column, bool isBack) const;
 

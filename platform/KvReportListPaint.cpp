@@ -73,13 +73,12 @@ void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
     }
 }
 
-void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line)
+void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line, const QRect& row)
 {
     const QRect cells = layout.cells;
-    const QRect row = RowRect(line);
     const kv::DevicePixels pixels(painter);
     for (int column = 0; column < layout.ColumnCount(); ++column) {
-        const QRect cell = CellRect(line, column);
+        const QRect cell = CellRect(row, column);
         if (!cell.intersects(cells))
             continue;
         painter.setClipRect(cell & cells);
@@ -99,7 +98,7 @@ void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line)
             list.isEnabled() ? theme.selectedBack : theme.grid);
     if (line == current && list.hasFocus()) {
         const bool isCell = IsColumn(currentColumn) && list._CanEditCell(line, currentColumn);
-        kv::DrawFocusRing(painter, isCell ? CellRect(line, currentColumn) : row);
+        kv::DrawFocusRing(painter, isCell ? CellRect(row, currentColumn) : row);
     }
 }
 
@@ -110,15 +109,12 @@ void CKvReportListCtrl::OnPaint(Graphics& graphics)
     graphics.setFont(font());
     graphics.fillRect(rect(), impl.theme.back);
     impl.DrawHeader(graphics);
-    const kv::ReportRows& rows = impl.rows;
-    const std::int64_t end = impl.scrollY + impl.layout.cells.Height();
-    std::int64_t top = 0;
     for (int line = impl.TopLine(); line >= 0; line = NextShownRow(line, 1)) {
-        top = rows.TopOf(line);
-        if (top >= end)
+        const QRect row = impl.RowRect(line);
+        if (row.top() >= impl.layout.cells.bottom)
             break;
-        if (impl.dirty.intersects(impl.RowRect(line)))
-            impl.DrawRow(graphics, line);
+        if (impl.dirty.intersects(row))
+            impl.DrawRow(graphics, line, row);
     }
     graphics.setClipping(false);
 }

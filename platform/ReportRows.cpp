@@ -382,6 +382,18 @@ int ReportRows::LineAt(std::int64_t place) const
     return line;
 }
 
+int ReportRows::CountWithin(std::int64_t place, int height) const
+{
+    if (ShownCount() == 0 || height <= 0)
+        return 0;
+    const int top = LineAt(place);
+    const int bottom = LineAt(place + height - 1);
+    const bool cutAbove = TopOf(top) < place;
+    const bool cutBelow = TopOf(bottom) + Row(bottom).height > place + height;
+    const int count = ShownBefore(bottom) - ShownBefore(top) + 1;
+    return count - (cutAbove ? 1 : 0) - (cutBelow && (bottom != top || !cutAbove) ? 1 : 0);
+}
+
 int ReportRows::ShownBefore(int line) const
 {
     if (line >= Count())

@@ -115,6 +115,8 @@ public:
     std::int64_t TopOf(int line) const;
     /// The line shown that covers a place; beyond the end the last one, -1 when none is shown.
     int LineAt(std::int64_t place) const;
+    /// How many shown rows lie wholly between `place` and `place` + `height`.
+    int CountWithin(std::int64_t place, int height) const;
     /// How many lines before that one are shown.
     int ShownBefore(int line) const;
     /// The line that is the n-th shown (from 0); -1 when there are fewer.

@@ -332,7 +332,6 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21883, L"Clips"},
         {0, 21884, L"titler – "},
         {0, 21885, L"%1*"},
-        {0, 21886, L"%1"},
         {0, 21887, L"Goes to the workspace “%1”."},
         {0, 21888, L"Scan folder a&gain"},
         {0, 21889, L"Reads the media folder again."},
@@ -343,6 +342,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21894, L"&%1 %2"},
         {0, 21895, L"Opens %1."},
         {0, 21896, L"Give the window a caption with menus instead of tabs."},
+        {0, 21897, L"The settings in %1 cannot be read, nor kept aside; nothing is remembered this time."},
     };
     return strings;
 }

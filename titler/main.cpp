@@ -99,7 +99,7 @@ bool WaitForMedia(MediaPanel& media)
 void ShowWorkspace(MainWindow& window, const Options& options)
 {
     if (options.workspace)
-        window.Show(static_cast<Workspace>(WorkspaceNames().indexOf(*options.workspace)));
+        window.Show(*options.workspace);
     else if (options.play)
         window.Show(Workspace::Animate);
 }
@@ -131,8 +131,10 @@ int RunWindow(const Options& options)
     MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs);
     window.resize(options.windowSize);
     window.Remember(settings);
-    if (options.isSized)
+    if (options.isSized) {
+        window.setWindowState(Qt::WindowNoState); // a remembered one may be maximised
         window.resize(options.windowSize);
+    }
     ShowWorkspace(window, options);
     window.show();
     const auto openArguments = [&] {

@@ -108,6 +108,8 @@ protected:
 void Rows::Compare()
 {
     ASSERT_EQ(rows.Count(), Count());
+    const std::int64_t place = Random(static_cast<int>(std::max<std::int64_t>(1, rows.Height() - 499)));
+    int within = 0;
     std::int64_t top = 0;
     int shown = 0;
     std::vector<int> selected;
@@ -126,12 +128,14 @@ void Rows::Compare()
             selected.push_back(line);
         if (!expected.shown)
             continue;
+        within += top >= place && top + expected.height <= place + 500 ? 1 : 0;
         ASSERT_EQ(rows.ShownLine(shown), line);
         ASSERT_EQ(rows.LineAt(top), line);
         ASSERT_EQ(rows.LineAt(top + expected.height - 1), line);
         top += expected.height;
         ++shown;
     }
+    ASSERT_EQ(rows.CountWithin(place, 500), within);
     ASSERT_EQ(rows.Height(), top);
     ASSERT_EQ(rows.ShownCount(), shown);
     std::vector<int> lines;

@@ -57,6 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
     Titler, Program,
     testing::Values(
         Invocation{"Help", {"--help"}, 0, "--export-frame <OUT.png>"},
+        Invocation{"UnknownWorkspace", {"--workspace", "nowhere"}, 2, "design, animate, clips"},
         Invocation{"HelpWithADeadDisplay", {"--help"}, 0, "--export-frame <OUT.png>", ":987"},
         Invocation{"NoDisplay", {kSample}, 2, "there is no display"},
         Invocation{"UnknownOptionWithoutADisplay", {"--nope"}, 2, "nope"},

@@ -7,6 +7,7 @@
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 
+#include <QDir>
 #include <QFile>
 #include <QMenu>
 #include <QTemporaryDir>
@@ -190,6 +191,15 @@ TEST_F(Remembered, ABrokenFileIsKeptAside)
     EXPECT_EQ(Read("s.json.bak"), "{broken");
     EXPECT_EQ(Settings(Path("s.json")).Load(), "");
     EXPECT_EQ(Settings(Path("missing.json")).Load(), "");
+    Settings folderOnly(folder.path()); // cannot be read, so it must not be replaced either
+    EXPECT_FALSE(folderOnly.Load().isEmpty());
+    EXPECT_EQ(folderOnly.Save(), "");
+    ASSERT_TRUE(QDir(folder.path()).mkpath("t.json.bak/full")); // what is broken cannot be kept here
+    Write("t.json", "{broken");
+    Settings unkept(Path("t.json"));
+    EXPECT_FALSE(unkept.Load().isEmpty());
+    EXPECT_EQ(unkept.Save(), "");
+    EXPECT_EQ(Read("t.json"), "{broken");
     Write("file", "");
     EXPECT_NE(Settings(Path("file/s.json")).Save(), "");
 }

@@ -4,35 +4,18 @@
 #include "window/Texts.h"
 #include "window/ToolStrip.h"
 
-#include <QAction>
 #include <QMenu>
 
-#include <algorithm>
 #include <cwchar>
 
 namespace titler {
 namespace {
 
 constexpr const wchar_t* kMenuName = L"titler";
-constexpr unsigned kTitles = 1;
-constexpr unsigned kMedia = 2;
-
-struct Tab
-{
-    unsigned application;
-    UINT nameId;
-};
-constexpr Tab kTabs[kWorkspaces] = {
-    {kTitles, kTextTabDesign}, {kTitles, kTextTabAnimate}, {kMedia, kTextTabClips}};
-
-const Tab& TabOf(Workspace workspace)
-{
-    return kTabs[static_cast<int>(workspace)];
-}
 
 std::wstring NameOf(Workspace workspace)
 {
-    return KvGuiRes::LoadStringW(TabOf(workspace).nameId);
+    return KvGuiRes::LoadStringW(TraitsOf(workspace).textId);
 }
 
 } // namespace
@@ -53,67 +36,62 @@ ApplicationBar::ApplicationBar(QWidget& frame, Commands& commands, const Tools& 
 {
     KvGuiRes::RegisterMenu(kMenuName, [&commands] { return commands.MakeApplicationMenu(); });
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
-    AddApplication(kTitles, L"titler_titles", kTextTitles, {Workspace::Design, Workspace::Animate}, tools);
-    AddApplication(kMedia, L"titler_media", kTextMedia, {Workspace::Clips}, tools);
+    AddApplication(kTitles, L"titler_titles", kTextTitles, tools);
+    AddApplication(kMedia, L"titler_media", kTextMedia, tools);
     ActiveTitleBar(kTitles, 1);
-    connect(this, &CKvRibbonTitlebar::TitleBarActivated, this, &ApplicationBar::OnActivated);
-    connect(this, &CKvRibbonTitlebar::RibbonItemSelected, this,
-            [this](quint32, const QString& name) { OnTab(name); });
+    // Each application comes back with the tab in which it was left.
+    connect(this, &CKvRibbonTitlebar::TitleBarActivated, this,
+            [this](quint32 application) { emit WorkspaceChosen(LastOf(application)); });
+    connect(this, &CKvRibbonTitlebar::RibbonItemSelected, this, &ApplicationBar::OnTab);
 }
 
+// The title bars release their menu when they go: before the menu itself does.
 ApplicationBar::~ApplicationBar()
 {
+    for (const unsigned application : {kTitles, kMedia})
+        RemoveTitleBar(application);
     KvGuiRes::RegisterMenu(kMenuName, {});
 }
 
-void ApplicationBar::AddApplication(unsigned id, const wchar_t* pictures, UINT nameId,
-                                    std::initializer_list<Workspace> workspaces, const Tools& tools)
+void ApplicationBar::AddApplication(Application application, const wchar_t* pictures, UINT nameId,
+                                    const Tools& tools)
 {
-    BeginAddTitleBar(pictures, KvGuiRes::LoadStringW(nameId).c_str(), nullptr, id, &m_menu);
-    for (const Workspace workspace : workspaces) {
+    BeginAddTitleBar(pictures, KvGuiRes::LoadStringW(nameId).c_str(), nullptr, application, &m_menu);
+    for (const Workspace workspace : kWorkspaces) {
+        if (TraitsOf(workspace).application != application)
+            continue;
         auto* strip = new ToolStrip(*this, tools[static_cast<std::size_t>(workspace)]);
         AddRibbonItem(NameOf(workspace).c_str(), strip, strip, 0);
     }
     EndAddTitleBar();
-    SetSysTitle(id, KvGuiRes::LoadStringW(kTextCaptionProduct).c_str());
+    SetSysTitle(application, KvGuiRes::LoadStringW(kTextCaptionProduct).c_str());
 }
 
+// The tab first: an application that becomes active then shows it at once.
 void ApplicationBar::Select(Workspace workspace)
 {
-    const unsigned application = TabOf(workspace).application;
-    if (application != TabOf(m_current).application)
-        ActiveTitleBar(application, 1);
+    const unsigned application = TraitsOf(workspace).application;
+    LastOf(application) = workspace;
     ActiveRibbonItem(application, NameOf(workspace).c_str());
-    SetCurrent(workspace);
+    ActiveTitleBar(application, 1);
 }
 
 void ApplicationBar::ShowDocument(const QString& name)
 {
-    for (const unsigned id : {kTitles, kMedia})
-        SetDocTitle(id, name.toStdWString().c_str());
+    for (const unsigned application : {kTitles, kMedia})
+        SetDocTitle(application, name.toStdWString().c_str());
 }
 
-// Each application comes back with the tab in which it was left.
-void ApplicationBar::OnActivated(unsigned id)
+void ApplicationBar::OnTab(unsigned application, const QString& name)
 {
-    SetCurrent(m_lastOf[id - kTitles]);
-}
-
-void ApplicationBar::OnTab(const QString& name)
-{
-    for (int i = 0; i < kWorkspaces; ++i) {
-        if (Text(kTabs[i].nameId) == name)
-            SetCurrent(static_cast<Workspace>(i));
-    }
-}
-
-void ApplicationBar::SetCurrent(Workspace workspace)
-{
-    m_lastOf[TabOf(workspace).application - kTitles] = workspace;
-    if (workspace == m_current)
+    for (const Workspace workspace : kWorkspaces) {
+        if (TraitsOf(workspace).application != application ||
+            QString::fromStdWString(NameOf(workspace)) != name)
+            continue;
+        LastOf(application) = workspace;
+        emit WorkspaceChosen(workspace);
         return;
-    m_current = workspace;
-    emit WorkspaceChanged(workspace);
+    }
 }
 
 } // namespace titler

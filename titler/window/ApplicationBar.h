@@ -3,6 +3,7 @@
 
 #include "KvRibbonTitlebar.h"
 #include "window/Commands.h"
+#include "window/Workspaces.h"
 
 #include <QList>
 
@@ -12,33 +13,26 @@ class QAction;
 
 namespace titler {
 
-/// What the middle of the window is for.
-enum class Workspace
-{
-    Design,  ///< of "Titles": text and gradient
-    Animate, ///< of "Titles": keys and playback
-    Clips,   ///< of "Media"
-};
-inline constexpr int kWorkspaces = 3;
-
 class ApplicationBar : public CKvRibbonTitlebar
 {
     Q_OBJECT
 
 public:
-    using Tools = std::array<QList<QAction*>, kWorkspaces>; ///< by Workspace; null stands for a separator
+    using Tools =
+        std::array<QList<QAction*>, kWorkspaces.size()>; ///< by Workspace; null stands for a separator
 
     /// @param commands and the tools must outlive the bar.
     ApplicationBar(QWidget& frame, Commands& commands, const Tools& tools);
     ~ApplicationBar() override;
 
-    Workspace Current() const { return m_current; }
+    /// Silent.
     void Select(Workspace workspace);
     /// The name of what is open, as the caption shows it.
     void ShowDocument(const QString& name);
 
 signals:
-    void WorkspaceChanged(titler::Workspace workspace);
+    /// The user went to an application or a tab.
+    void WorkspaceChosen(titler::Workspace workspace);
 
 private:
     class Menu : public IKvRibbonTitleBarSmartMenu
@@ -52,14 +46,11 @@ private:
         Commands& m_commands;
     };
 
-    void AddApplication(unsigned id, const wchar_t* pictures, UINT nameId,
-                        std::initializer_list<Workspace> workspaces, const Tools& tools);
-    void OnActivated(unsigned id);
-    void OnTab(const QString& name);
-    void SetCurrent(Workspace workspace);
+    void AddApplication(Application application, const wchar_t* pictures, UINT nameId, const Tools& tools);
+    void OnTab(unsigned application, const QString& name);
+    Workspace& LastOf(unsigned application) { return m_lastOf[application - kTitles]; }
 
     Menu m_menu;
-    Workspace m_current = Workspace::Design;
     std::array<Workspace, 2> m_lastOf{Workspace::Design, Workspace::Clips}; ///< by application
 };
 

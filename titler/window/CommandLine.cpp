@@ -62,7 +62,7 @@ struct Parser
     QString ReadThreads(int& count) const;
     QString ReadFrame(std::optional<int>& number) const;
     QString ReadSize(QSize& window) const;
-    QString ReadWorkspace(std::optional<QString>& name) const;
+    QString ReadWorkspace(std::optional<Workspace>& wanted) const;
     QString ReadProject(QString& project) const;
 };
 
@@ -131,14 +131,16 @@ QString Parser::ReadSize(QSize& window) const
     return Text(kTextBadSize, {text, asText(kSmallestWindow), asText(kLargestWindow)});
 }
 
-QString Parser::ReadWorkspace(std::optional<QString>& name) const
+QString Parser::ReadWorkspace(std::optional<Workspace>& wanted) const
 {
     if (!parser.isSet(workspace))
         return {};
-    name = parser.value(workspace);
-    const QStringList names = WorkspaceNames();
-    return names.contains(*name) ? QString()
-                                 : Text(kTextBadWorkspace, {*name, names.join(QStringLiteral(", "))});
+    wanted = WorkspaceOf(parser.value(workspace));
+    QStringList names;
+    for (const Workspace one : kWorkspaces)
+        names << QLatin1String(TraitsOf(one).name);
+    return wanted ? QString()
+                  : Text(kTextBadWorkspace, {parser.value(workspace), names.join(QStringLiteral(", "))});
 }
 
 QString Parser::ReadProject(QString& project) const
@@ -188,11 +190,6 @@ std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& f
     Options options;
     fault = p.parser.parse(arguments) ? p.Read(options) : p.parser.errorText();
     return fault.isEmpty() ? std::optional(options) : std::nullopt;
-}
-
-QStringList WorkspaceNames()
-{
-    return {QStringLiteral("design"), QStringLiteral("animate"), QStringLiteral("clips")};
 }
 
 QString HelpText()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export/FrameSequence.h"
+#include "window/Workspaces.h"
 
 #include <QSize>
 #include <QString>
@@ -22,11 +23,11 @@ struct Options
     int threads = 0;                 ///< of `exportFrames`; 0: as `FrameTarget` has it
     std::optional<int> frame;        ///< of `screenshot` and `exportFrame`; nothing: the middle one
     QSize windowSize{1440, 800};
-    bool isSized = false;             ///< `windowSize` was asked for
-    QString settings;                 ///< a file; empty: the user's own
-    std::optional<QString> workspace; ///< one of `WorkspaceNames()`
-    bool menuBar = false;             ///< the caption has menus instead of tabs
-    bool play = false;                ///< the window plays the title from the begin, over and over
+    bool isSized = false; ///< `windowSize` was asked for
+    QString settings;     ///< a file; empty: the user's own
+    std::optional<Workspace> workspace;
+    bool menuBar = false; ///< the caption has menus instead of tabs
+    bool play = false;    ///< the window plays the title from the begin, over and over
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.
@@ -44,9 +45,6 @@ std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& f
 
 /// Why the project does not have the frames that are asked for; empty when it has.
 QString FrameFault(const Options& options, const Project& project);
-
-/// What `workspace` can be, by Workspace.
-QStringList WorkspaceNames();
 
 /// The text for "--help"; needs a QCoreApplication.
 QString HelpText();

@@ -8,7 +8,6 @@
 #include "title/AnimationInspector.h"
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
-#include "window/CommandLine.h"
 #include "window/Fields.h"
 #include "window/Settings.h"
 #include "window/Texts.h"
@@ -97,19 +96,20 @@ void MainWindow::BuildBar(Caption caption)
     }
     m_bar = new ApplicationBar(*this, m_commands, m_tools);
     setMenuWidget(m_bar);
-    connect(m_bar, &ApplicationBar::WorkspaceChanged, this, &MainWindow::ShowPage);
+    connect(m_bar, &ApplicationBar::WorkspaceChosen, this, &MainWindow::ShowPage);
 }
 
 void MainWindow::Show(Workspace workspace)
 {
     if (m_bar != nullptr)
         m_bar->Select(workspace);
-    else
-        ShowPage(workspace);
+    ShowPage(workspace);
 }
 
 void MainWindow::ShowPage(Workspace workspace)
 {
+    if (workspace == m_current)
+        return;
     Settle();
     m_current = workspace;
     if (workspace == Workspace::Clips) {
@@ -219,7 +219,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (!event->isAccepted() || m_settings == nullptr)
         return;
     m_settings->geometry = saveGeometry();
-    m_settings->workspace = WorkspaceNames().value(static_cast<int>(m_current));
+    m_settings->workspace = QLatin1String(TraitsOf(m_current).name);
     if (const QString fault = m_settings->Save(); !fault.isEmpty())
         ShowError(fault);
 }
@@ -248,9 +248,8 @@ void MainWindow::Remember(Settings& settings)
 {
     m_settings = &settings;
     restoreGeometry(settings.geometry); // nothing happens where it is none
-    const qsizetype workspace = WorkspaceNames().indexOf(settings.workspace);
-    if (workspace >= 0)
-        Show(static_cast<Workspace>(workspace));
+    if (const std::optional<Workspace> workspace = WorkspaceOf(settings.workspace))
+        Show(*workspace);
     ShowRecent();
 }
 

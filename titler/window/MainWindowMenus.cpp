@@ -158,14 +158,11 @@ void MainWindow::BuildViewMenu()
 
 void MainWindow::BuildWorkspaceItems(QMenu& menu)
 {
-    constexpr std::pair<UINT, Qt::Key> items[kWorkspaces] = {
-        {kTextTabDesign, Qt::Key_F6}, {kTextTabAnimate, Qt::Key_F7}, {kTextTabClips, Qt::Key_F8}};
-    for (int i = 0; i < kWorkspaces; ++i) {
-        const QString name = Text(items[i].first);
-        QAction* action = AddItem(menu, kTextWorkspace, {QKeySequence(items[i].second)},
-                                  [this, i] { Show(static_cast<Workspace>(i)); });
-        action->setText(Text(kTextWorkspace, {name}));
-        action->setToolTip(Text(kTextWorkspace + 1, {name}));
+    for (const Workspace workspace : kWorkspaces) {
+        const WorkspaceTraits& traits = TraitsOf(workspace);
+        QAction* action =
+            AddItem(menu, traits.textId, {QKeySequence(traits.key)}, [this, workspace] { Show(workspace); });
+        action->setToolTip(Text(kTextWorkspaceTip, {action->text()}));
         action->setStatusTip(action->toolTip());
     }
 }

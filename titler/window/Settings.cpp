@@ -28,13 +28,16 @@ QString Settings::Load()
     QFile file(m_file);
     if (m_file.isEmpty() || !file.exists())
         return {};
-    const bool isOpen = file.open(QIODevice::ReadOnly);
-    const QJsonDocument document = QJsonDocument::fromJson(isOpen ? file.read(kLargestFile) : QByteArray());
+    const bool isRead = file.open(QIODevice::ReadOnly);
+    const QJsonDocument document = QJsonDocument::fromJson(isRead ? file.read(kLargestFile) : QByteArray());
     if (!document.isObject()) {
         const QString copy = m_file + QStringLiteral(".bak");
         QFile::remove(copy);
-        QFile::copy(m_file, copy);
-        return Text(kTextBadSettings, {QDir::toNativeSeparators(m_file), QFileInfo(copy).fileName()});
+        const QString name = QDir::toNativeSeparators(m_file);
+        if (isRead && QFile::copy(m_file, copy))
+            return Text(kTextBadSettings, {name, QFileInfo(copy).fileName()});
+        m_file.clear(); // a save would lose what is there
+        return Text(kTextLostSettings, {name});
     }
     m_source = document.object();
     geometry = QByteArray::fromBase64(m_source.value(QLatin1String("geometry")).toString().toLatin1());

@@ -20,7 +20,8 @@ public:
     /// The user's own file.
     static QString DefaultFile();
 
-    /// A missing file is no fault. A broken one is copied beside itself, with ".bak" behind its name.
+    /// A missing file is no fault. A broken one is copied beside itself, with ".bak" behind its name;
+    /// where even that fails nothing is written any more.
     /// @return an empty text, or a sentence for the user.
     QString Load();
     /// @return an empty text, or a sentence for the user; the file is then as it was.

@@ -242,13 +242,14 @@ enum TextId : UINT
     kTextTabClips = 21883,
     kTextCaptionProduct = 21884,
     kTextCaptionModified = 21885,
-    kTextWorkspace = 21886, ///< a menu entry; its tip's number is plus 1
+    kTextWorkspaceTip = 21887,
     kTextRescan = 21888,
     kTextOptionWorkspace = 21890,
     kTextBadWorkspace = 21891,
     kTextBadSettings = 21892,
     kTextOptionSettings = 21893,
     kTextOptionMenuBar = 21896,
+    kTextLostSettings = 21897,
     kTextRecent = 21894, ///< a menu entry; its tip's number is plus 1
 
     // Steps of undo.
