@@ -50,6 +50,7 @@ bool SaveTitler(const Pictures& pictures)
     list.expand(list.model()->index(0, 0));
     const std::pair<Workspace, const char*> workspaces[] = {{Workspace::Design, "titler-design"},
                                                             {Workspace::Clips, "titler-clips"},
+                                                            {Workspace::Rules, "titler-rules"},
                                                             {Workspace::Animate, "titler"}};
     return std::all_of(std::begin(workspaces), std::end(workspaces), [&](const auto& picture) {
         window.Show(picture.first);

@@ -17,6 +17,8 @@
 
 #include "KvUnknown.h"
 
+#include <string>
+
 /// Buffers that receive a pattern or a derived specification hold this many characters with the terminator.
 inline constexpr unsigned int kKvNamingTextSize = 128;
 /// The buffer that receives a group's name holds this many characters with the terminator.
@@ -129,6 +131,13 @@ KV_API int KvLoadFileNamingCollection(const wchar_t* file, IKvFileNamingRuleColl
 ///         rules or addition patterns than are loaded, or the file cannot be read or written.
 KV_API int KvSaveFileNamingCollection(const wchar_t* file, IKvFileNamingRuleCollection* collection,
                                       unsigned int* reserved);
+
+/// Says what is wrong with a pattern, as an editor of rules accepts it: it is empty (string 7016), holds a
+/// character that a file name may not hold (7018), or a label that stands there twice (7022) or does not
+/// exist (7021). Shows nothing.
+/// @param pattern null counts as empty. @param fault the first fault; empty for a sound pattern.
+/// @return true for a sound pattern.
+KV_API bool KvCheckRule(const wchar_t* pattern, std::wstring& fault);
 
 /// Checks a pattern's labels and shows the first fault in a message box (string 7021 or 7022).
 /// @return true for a sound, an empty or a null pattern.

@@ -70,6 +70,12 @@ std::optional<std::wstring> RuleFault(std::wstring_view pattern)
 
 } // namespace kv
 
+bool KvCheckRule(const wchar_t* pattern, std::wstring& fault)
+{
+    fault = kv::RuleFault(pattern ? pattern : L"").value_or(std::wstring());
+    return fault.empty();
+}
+
 bool CheckRuleLabels(const wchar_t* pattern)
 {
     const std::optional<std::wstring> fault = kv::LabelFault(pattern ? pattern : L"");

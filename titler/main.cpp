@@ -110,6 +110,10 @@ int TakeScreenshot(const Options& options)
     ProjectError error;
     if (!options.project.isEmpty() && !window.Project().Open(options.project, error))
         return Fail(kFailed, ErrorText(options.project, error));
+    if (!options.rules.isEmpty()) {
+        if (const QString fault = window.Rules().Load(options.rules); !fault.isEmpty())
+            return Fail(kFailed, fault);
+    }
     if (!options.media.isEmpty())
         window.Media().OpenFolder(options.media);
     window.Time().Seek(FrameOf(options, window.Project().Current()));
@@ -127,10 +131,13 @@ int TakeScreenshot(const Options& options)
 int RunWindow(const Options& options)
 {
     Settings settings(options.settings.isEmpty() ? Settings::DefaultFile() : options.settings);
-    const QString fault = settings.Load();
+    QString fault = settings.Load();
     MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs);
     window.resize(options.windowSize);
     window.Remember(settings);
+    const QString rules = options.rules.isEmpty() ? NamingRules::DefaultFile() : options.rules;
+    if (const QString unread = window.Rules().Load(rules); fault.isEmpty())
+        fault = unread;
     if (options.isSized) {
         window.setWindowState(Qt::WindowNoState); // a remembered one may be maximised
         window.resize(options.windowSize);

@@ -1,4 +1,5 @@
 #include "media/MediaPanel.h"
+#include "media/NamingRules.h"
 #include "media/SiblingFinder.h"
 
 #include <QDir>
@@ -48,7 +49,8 @@ std::map<QString, QStringList> Tree(const QAbstractItemModel& model)
 
 TEST(MediaPanel, GroupsTheSampleFolder)
 {
-    MediaPanel panel;
+    NamingRules rules;
+    MediaPanel panel(rules);
     Open(panel, QStringLiteral(TITLER_SAMPLES "/media"));
     const std::map<QString, QStringList> tree = Tree(panel.Model());
     EXPECT_EQ(tree.at("aurora_01.mxf").size(), 8);
@@ -67,7 +69,8 @@ TEST(MediaPanel, AnotherFolderReplacesTheFirst)
 {
     QTemporaryDir folder;
     QFile(folder.filePath("one.mov")).open(QIODevice::WriteOnly);
-    MediaPanel panel;
+    NamingRules rules;
+    MediaPanel panel(rules);
     panel.OpenFolder(QStringLiteral(TITLER_SAMPLES "/media")); // still under way
     Open(panel, folder.path());
     EXPECT_EQ(Tree(panel.Model()), (std::map<QString, QStringList>{{"one.mov", {}}}));

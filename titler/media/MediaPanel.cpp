@@ -1,5 +1,6 @@
 #include "media/MediaPanel.h"
 
+#include "media/NamingRules.h"
 #include "window/Fields.h"
 #include "window/Texts.h"
 
@@ -15,8 +16,9 @@
 
 namespace titler {
 
-MediaPanel::MediaPanel()
-    : m_filter(new QLineEdit)
+MediaPanel::MediaPanel(NamingRules& rules)
+    : m_rules(rules)
+    , m_filter(new QLineEdit)
     , m_pages(new QStackedWidget)
     , m_list(new QTreeView)
     , m_hint(new QLabel)
@@ -25,6 +27,7 @@ MediaPanel::MediaPanel()
     BuildPanel();
     connect(&m_scanner, &MediaScanner::ClipsFound, this, &MediaPanel::OnClips);
     connect(&m_scanner, &MediaScanner::Finished, this, &MediaPanel::OnFinished);
+    connect(&rules, &NamingRules::Changed, this, [this] { m_isStale = true; });
     connect(m_filter, &QLineEdit::textChanged, this, &MediaPanel::OnFilter);
     ShowHint(Text(kTextMediaNoFolder));
 }
@@ -84,7 +87,15 @@ void MediaPanel::OpenFolder(const QString& folder)
     m_filter->clear();
     m_model.Start(folder);
     m_summary->setText(Text(kTextMediaScanning, {QDir(folder).dirName(), QStringLiteral("0")}));
-    m_scanner.Scan(folder);
+    m_isStale = false;
+    m_scanner.Scan(folder, m_rules.MakeCollection());
+}
+
+void MediaPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (m_isStale)
+        ScanAgain();
 }
 
 void MediaPanel::ScanAgain()

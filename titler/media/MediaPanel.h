@@ -13,12 +13,15 @@ class QTreeView;
 
 namespace titler {
 
+class NamingRules;
+
 class MediaPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    MediaPanel();
+    /// @param rules must outlive the panel. When they change the folder is read again, once it is shown.
+    explicit MediaPanel(NamingRules& rules);
 
     void OpenFolder(const QString& folder);
     /// Reads the open folder again; without one nothing happens.
@@ -32,6 +35,9 @@ signals:
     /// The list is complete, or the folder cannot be read.
     void Ready();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void BuildPanel();
     void OnClips(const QVector<MediaClip>& clips, int done, int total);
@@ -40,6 +46,8 @@ private:
     void ShowHint(const QString& text);
     void ShowList();
 
+    NamingRules& m_rules;
+    bool m_isStale = false; ///< grouped by rules that have changed
     QString m_folder;
     int m_total = 0;
     MediaModel m_model;

@@ -45,13 +45,6 @@ std::optional<std::vector<std::wstring>> FilesOf(const QString& folder, const st
     return names;
 }
 
-Ref<IKvFileNamingRuleCollection> BuiltInRules()
-{
-    IKvFileNamingRuleCollection* rules = nullptr;
-    KvLoadFileNamingCollection(L"", &rules, nullptr); // no file: the built-in ones
-    return Ref<IKvFileNamingRuleCollection>(rules);
-}
-
 // The places of the names in the order in which they may become bases: videos first.
 std::vector<std::size_t> BaseOrder(const std::vector<std::wstring>& names)
 {
@@ -72,11 +65,12 @@ MediaScanner::MediaScanner()
 
 MediaScanner::~MediaScanner() = default;
 
-void MediaScanner::Scan(const QString& folder)
+void MediaScanner::Scan(const QString& folder, Ref<IKvFileNamingRuleCollection> rules)
 {
     m_thread = {}; // asks the old scan to stop, and waits
     m_box = {};
-    m_thread = std::jthread([this, folder](const std::stop_token& stop) { Run(stop, folder); });
+    m_thread = std::jthread(
+        [this, folder, rules = std::move(rules)](const std::stop_token& stop) { Run(stop, folder, *rules); });
     m_look.start();
 }
 
@@ -96,20 +90,21 @@ void MediaScanner::Look()
     }
 }
 
-void MediaScanner::Run(const std::stop_token& stop, const QString& folder)
+void MediaScanner::Run(const std::stop_token& stop, const QString& folder, IKvFileNamingRuleCollection& rules)
 {
     std::optional<std::vector<std::wstring>> names = FilesOf(folder, stop);
     const bool readable = names.has_value();
     if (readable)
-        Group(stop, std::move(*names));
+        Group(stop, std::move(*names), rules);
     const std::lock_guard lock(m_mutex);
     m_box.readable = readable;
     m_box.finished = true;
 }
 
-void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> files)
+void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> files,
+                         IKvFileNamingRuleCollection& rules)
 {
-    SiblingFinder finder(*BuiltInRules(), std::move(files));
+    SiblingFinder finder(rules, std::move(files));
     const std::vector<std::wstring>& names = finder.Names();
     std::vector<bool> claimed(names.size());
     int done = 0;

@@ -2,6 +2,9 @@
 // holds the window up.
 #pragma once
 
+#include "KvFileNaming.h"
+#include "media/Ref.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -32,7 +35,8 @@ public:
     ~MediaScanner() override;
 
     /// Starts anew with a folder; what is under way ends without a further signal.
-    void Scan(const QString& folder);
+    /// @param rules nobody else's.
+    void Scan(const QString& folder, Ref<IKvFileNamingRuleCollection> rules);
     bool IsScanning() const { return m_look.isActive(); }
 
 signals:
@@ -53,8 +57,9 @@ private:
     };
 
     void Look();
-    void Run(const std::stop_token& stop, const QString& folder);
-    void Group(const std::stop_token& stop, std::vector<std::wstring> files);
+    void Run(const std::stop_token& stop, const QString& folder, IKvFileNamingRuleCollection& rules);
+    void Group(const std::stop_token& stop, std::vector<std::wstring> files,
+               IKvFileNamingRuleCollection& rules);
 
     QTimer m_look;      ///< runs while a scan is under way
     std::mutex m_mutex; ///< guards m_box

@@ -2,21 +2,13 @@
 #pragma once
 
 #include "KvFileNaming.h"
+#include "media/Ref.h"
 
-#include <memory>
 #include <stop_token>
 #include <string>
 #include <vector>
 
 namespace titler {
-
-struct Releaser
-{
-    void operator()(IKvUnknown* object) const { object->Release(); }
-};
-/// Owns one reference.
-template <typename T>
-using Ref = std::unique_ptr<T, Releaser>;
 
 /// Finds siblings by the rules of class kKvNamingClassVideoAudio. One caller at a time.
 ///

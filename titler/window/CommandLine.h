@@ -25,6 +25,7 @@ struct Options
     QSize windowSize{1440, 800};
     bool isSized = false; ///< `windowSize` was asked for
     QString settings;     ///< a file; empty: the user's own
+    QString rules;        ///< a file; empty: the user's own, the built-in ones for pictures
     std::optional<Workspace> workspace;
     bool menuBar = false; ///< the caption has menus instead of tabs
     bool play = false;    ///< the window plays the title from the begin, over and over

@@ -4,6 +4,7 @@
 #include "export/ExportDialog.h"
 #include "export/FrameExport.h"
 #include "media/MediaPanel.h"
+#include "media/RulesPanel.h"
 #include "project/ProjectText.h"
 #include "title/AnimationInspector.h"
 #include "title/CanvasView.h"
@@ -49,16 +50,19 @@ QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString
 
 MainWindow::MainWindow(Caption caption)
     : m_workspace(new TitleWorkspace(m_document, m_transport))
-    , m_media(new MediaPanel)
+    , m_media(new MediaPanel(m_rules))
+    , m_rulesPanel(new RulesPanel(m_rules))
     , m_pages(new QStackedWidget)
     , m_video(new QLabel)
     , m_audio(new QLabel)
     , m_zoom(new QLabel)
 {
-    m_media->setProperty("role", "panel");
-    m_media->setAttribute(Qt::WA_StyledBackground);
     m_pages->addWidget(m_workspace);
-    m_pages->addWidget(m_media);
+    for (QWidget* page : {static_cast<QWidget*>(m_media), static_cast<QWidget*>(m_rulesPanel)}) {
+        page->setProperty("role", "panel");
+        page->setAttribute(Qt::WA_StyledBackground);
+        m_pages->addWidget(page);
+    }
     setCentralWidget(m_pages);
     m_workspace->setFocus();
     BuildMenus();
@@ -70,6 +74,8 @@ MainWindow::MainWindow(Caption caption)
     connect(&m_workspace->Animation(), &AnimationInspector::Refused, this, &MainWindow::Say);
     connect(&m_workspace->Canvas(), &CanvasView::ZoomChanged, this, &MainWindow::ShowZoom);
     connect(m_media, &MediaPanel::FolderWanted, this, &MainWindow::ChooseMedia);
+    connect(&m_rules, &NamingRules::SaveFailed, this, &MainWindow::Say);
+    connect(m_rulesPanel, &RulesPanel::UndoChanged, this, &MainWindow::ShowSteps);
     ShowFile();
     ShowFormat();
     ShowZoom();
@@ -85,6 +91,7 @@ MainWindow::~MainWindow()
     delete m_bar;
     delete m_menuBar;
     delete m_workspace;
+    delete m_rulesPanel;
 }
 
 void MainWindow::BuildBar(Caption caption)
@@ -112,12 +119,20 @@ void MainWindow::ShowPage(Workspace workspace)
         return;
     Settle();
     m_current = workspace;
-    if (workspace == Workspace::Clips) {
+    switch (workspace) {
+    case Workspace::Design:
+    case Workspace::Animate:
+        m_workspace->Show(workspace == Workspace::Design ? TitleTask::Design : TitleTask::Animate);
+        m_pages->setCurrentWidget(m_workspace);
+        break;
+    case Workspace::Clips:
         m_pages->setCurrentWidget(m_media);
-        return;
+        break;
+    case Workspace::Rules:
+        m_pages->setCurrentWidget(m_rulesPanel);
+        break;
     }
-    m_workspace->Show(workspace == Workspace::Design ? TitleTask::Design : TitleTask::Animate);
-    m_pages->setCurrentWidget(m_workspace);
+    ShowSteps();
 }
 
 void MainWindow::BuildStatusLine()
@@ -216,7 +231,11 @@ bool MainWindow::event(QEvent* event)
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(MayLeave());
-    if (!event->isAccepted() || m_settings == nullptr)
+    if (!event->isAccepted())
+        return;
+    if (const QString fault = m_rules.Save(); !fault.isEmpty())
+        ShowError(fault);
+    if (m_settings == nullptr)
         return;
     m_settings->geometry = saveGeometry();
     m_settings->workspace = QLatin1String(TraitsOf(m_current).name);

@@ -3,6 +3,7 @@
 
 #include "KvWnd.h"
 #include "edit/Document.h"
+#include "media/NamingRules.h"
 #include "time/Transport.h"
 #include "window/ApplicationBar.h"
 #include "window/ApplicationMenuBar.h"
@@ -20,6 +21,7 @@ class QStackedWidget;
 namespace titler {
 
 class MediaPanel;
+class RulesPanel;
 class Settings;
 class TitleWorkspace;
 
@@ -40,6 +42,7 @@ public:
     Document& Project() { return m_document; }
     Transport& Time() { return m_transport; }
     MediaPanel& Media() { return *m_media; }
+    NamingRules& Rules() { return m_rules; }
     Commands& AllCommands() { return m_commands; }
     Workspace Current() const { return m_current; }
     /// Null in the other form.
@@ -64,6 +67,7 @@ private:
     void BuildViewMenu();
     void BuildProjectMenu();
     void BuildPlaybackMenu();
+    void BuildRulesMenu();
     void BuildWorkspaceItems(QMenu& menu);
     void BuildRecentItems(QMenu& menu);
     void ShowRecent();
@@ -80,6 +84,9 @@ private:
     void ShowFormat();
     void ShowZoom();
     void ShowSteps();
+    void ShowFormats();
+    void Undo();
+    void Redo();
     void ShowError(const QString& text);
 
     /// Takes what is typed or dragged right now: what follows is about the whole project.
@@ -98,8 +105,10 @@ private:
 
     Document m_document;
     Transport m_transport{m_document};
+    NamingRules m_rules;
     TitleWorkspace* m_workspace;
     MediaPanel* m_media;
+    RulesPanel* m_rulesPanel;
     QStackedWidget* m_pages;
     Commands m_commands{*this};
     ApplicationBar* m_bar = nullptr; ///< one of the two

@@ -1,5 +1,6 @@
 #include "KvVideoFormat.h"
 #include "media/MediaPanel.h"
+#include "media/RulesPanel.h"
 #include "time/TransportBar.h"
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
@@ -66,6 +67,7 @@ void MainWindow::BuildMenus()
     BuildViewMenu();
     BuildProjectMenu();
     BuildPlaybackMenu();
+    BuildRulesMenu();
     AddItem(AddMenu(kTextHelpMenu), kTextAbout, {QKeySequence::HelpContents}, [this] { About(); });
     for (const std::unique_ptr<QMenu>& menu : m_commands.Menus())
         m_commands.Number(*menu);
@@ -115,16 +117,13 @@ void MainWindow::BuildRecentItems(QMenu& menu)
 void MainWindow::BuildEditMenu()
 {
     QMenu& menu = AddMenu(kTextEditMenu);
-    const auto undo = [this] {
-        CommitFields(*this);
-        m_document.Undo();
-    };
-    m_undo =
-        AddItem(menu, kTextUndo, QKeySequence::keyBindings(QKeySequence::Undo), undo, L"titler_tool_undo");
+    m_undo = AddItem(
+        menu, kTextUndo, QKeySequence::keyBindings(QKeySequence::Undo), [this] { Undo(); },
+        L"titler_tool_undo");
     m_redo = AddItem(
         menu, kTextRedo, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
-        [this] { m_document.Redo(); }, L"titler_tool_redo");
-    for (const Workspace workspace : {Workspace::Design, Workspace::Animate})
+        [this] { Redo(); }, L"titler_tool_redo");
+    for (const Workspace workspace : {Workspace::Design, Workspace::Animate, Workspace::Rules})
         ToolsOf(workspace) << m_undo << m_redo << nullptr;
 }
 
@@ -195,18 +194,57 @@ void MainWindow::BuildPlaybackMenu()
         command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
 }
 
+void MainWindow::BuildRulesMenu()
+{
+    QMenu& menu = AddMenu(kTextRulesMenu);
+    for (QAction* command : m_rulesPanel->Commands()) {
+        command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
+        if (command == nullptr || !command->icon().isNull()) // a tool shows its picture alone
+            ToolsOf(Workspace::Rules) << command;
+    }
+}
+
+// The rules have their own steps: what is undone is what the user sees.
+void MainWindow::Undo()
+{
+    CommitFields(*this);
+    if (m_current == Workspace::Rules)
+        m_rulesPanel->Undo();
+    else
+        m_document.Undo();
+}
+
+void MainWindow::Redo()
+{
+    if (m_current == Workspace::Rules)
+        m_rules.Steps().redo();
+    else
+        m_document.Redo();
+}
+
 void MainWindow::ShowSteps()
 {
-    const QUndoStack& steps = m_document.Steps();
     const auto show = [](QAction& action, bool possible, UINT nameId, UINT namedId, const QString& step) {
         action.setEnabled(possible);
-        action.setText(possible ? Text(namedId, {step}) : Text(nameId));
+        action.setText(possible && !step.isEmpty() ? Text(namedId, {step}) : Text(nameId));
     };
+    if (m_current == Workspace::Rules) {
+        const QUndoStack& steps = m_rules.Steps();
+        show(*m_undo, m_rulesPanel->CanUndo(), kTextUndo, kTextUndoNamed, steps.undoText());
+        show(*m_redo, steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
+        return;
+    }
+    const QUndoStack& steps = m_document.Steps();
     // A gesture that is under way is the step to undo, and nothing can be redone in it.
     const bool inRun = m_document.IsInRun();
     show(*m_undo, inRun || steps.canUndo(), kTextUndo, kTextUndoNamed,
          inRun ? m_document.RunName() : steps.undoText());
     show(*m_redo, !inRun && steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
+    ShowFormats();
+}
+
+void MainWindow::ShowFormats()
+{
     const QList<QAction*> formats = m_formats->actions();
     for (qsizetype i = 0; i < formats.size(); ++i)
         formats[i]->setChecked(IsSame(kFormats[i], m_document.Current().video));

@@ -62,11 +62,14 @@ QLineEdit:focus, QPlainTextEdit:focus { border: 1px solid @accent; }
 QAbstractSpinBox QLineEdit, QComboBox QLineEdit { border: none; padding: 0; background: transparent; }
 QTreeView { border: 1px solid @border; background: @field; }
 QTreeView:focus { border: 1px solid @accent; }
-QTreeView::item { padding: 3px 6px 3px 2px; }
+QTreeView::item { border: none; padding: 3px 6px 3px 2px; }
 QTreeView::item:selected { background: @selection; color: @text; }
 QTreeView::item:hover:!selected { background: @panel; }
 QLabel[role="heading"] { color: @text; font-weight: bold; }
 QLabel[role="hint"] { color: @dimText; }
+QLabel[role="fault"] { color: @fault; }
+QHeaderView::section { background: @panel; color: @dimText; border: none; padding: 3px 4px;
+    border-right: 1px solid @border; border-bottom: 1px solid @border; }
 QWidget[role="panel"] { background: @panel; }
 QPushButton, QToolButton { background: @button; border: 1px solid @border; border-radius: 3px;
     padding: 4px 8px; }
@@ -85,11 +88,17 @@ QString StyleSheet(const Skin& skin)
 {
     QString sheet = QString::fromLatin1(kStyle);
     const std::pair<const char*, QColor> names[] = {
-        {"@text", skin.text},       {"@field", skin.field},
-        {"@border", skin.border},   {"@window", skin.window},
-        {"@panel", skin.panel},     {"@selection", skin.selection},
-        {"@dimText", skin.dimText}, {"@disabledText", skin.disabledText},
-        {"@accent", skin.accent},   {"@button", ButtonColour(skin)},
+        {"@text", skin.text},
+        {"@field", skin.field},
+        {"@border", skin.border},
+        {"@window", skin.window},
+        {"@panel", skin.panel},
+        {"@selection", skin.selection},
+        {"@dimText", skin.dimText},
+        {"@disabledText", skin.disabledText},
+        {"@accent", skin.accent},
+        {"@fault", skin.fault},
+        {"@button", ButtonColour(skin)},
     };
     for (const auto& [name, colour] : names)
         sheet.replace(QLatin1String(name), colour.name());
@@ -116,6 +125,7 @@ Skin LoadSkin()
     skin.actionSafe = Colour(L"keTitlerActionSafeColor", 0xA0C8C8D0);
     skin.titleSafe = Colour(L"keTitlerTitleSafeColor", 0xC0FFB347);
     skin.playhead = Colour(L"keTitlerPlayheadColor", 0xFFFF6B5E);
+    skin.fault = Colour(L"keTitlerFaultColor", 0xFFFF7B6E);
     skin.key = Colour(L"keTitlerKeyColor", 0xFF9DB4D6);
     return skin;
 }

@@ -24,6 +24,7 @@ struct Skin
     QColor actionSafe;
     QColor titleSafe;
     QColor playhead;
+    QColor fault; ///< what is wrong, in words
     QColor key; ///< in the time ruler; one at the current time is in the accent
 };
 

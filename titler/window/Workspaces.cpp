@@ -11,6 +11,7 @@ constexpr WorkspaceTraits kTraits[kWorkspaces.size()] = {
     {"design", kTitles, kTextTabDesign, Qt::Key_F6},
     {"animate", kTitles, kTextTabAnimate, Qt::Key_F7},
     {"clips", kMedia, kTextTabClips, Qt::Key_F8},
+    {"rules", kMedia, kTextTabRules, Qt::Key_F9},
 };
 
 } // namespace

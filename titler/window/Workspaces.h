@@ -17,8 +17,10 @@ enum class Workspace
     Design,  ///< text and gradient
     Animate, ///< keys and playback
     Clips,   ///< the media of a folder
+    Rules,   ///< what makes media belong together
 };
-inline constexpr std::array kWorkspaces{Workspace::Design, Workspace::Animate, Workspace::Clips};
+inline constexpr std::array kWorkspaces{Workspace::Design, Workspace::Animate, Workspace::Clips,
+                                        Workspace::Rules};
 
 /// Each has its tabs in the title bar, under this number.
 enum Application : unsigned
