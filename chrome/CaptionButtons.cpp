@@ -25,6 +25,18 @@ constexpr ButtonLook kWindowButtons[] = {{kKvCaptionClose, L"wndclose", 12035},
 constexpr ButtonLook kRestore = {kKvCaptionMaximise, L"wndrestore", 12060};
 constexpr QSize kFallbackSize{34, 22};
 
+// Its letters are level with those of the items beside it, wherever the button stands.
+class ApplicationButton : public CKvButton
+{
+protected:
+    QRect TextRoom() const override
+    {
+        const CRect room = CKvButton::TextRoom().translated(pos());
+        const CRect band = CaptionBand(parentWidget()->rect());
+        return QRect(LevelWithItems(band, room, fontMetrics().height())).translated(-pos());
+    }
+};
+
 QSize PictureSize(const wchar_t* picture)
 {
     const QSize size = KvGuiRes::LoadImageW(picture).Size();
@@ -36,7 +48,7 @@ QSize PictureSize(const wchar_t* picture)
 void CaptionButtons::Create(QWidget& bar, const CRect& application)
 {
     for (CKvButton*& button : m_buttons)
-        button = new CKvButton;
+        button = &button == &m_buttons.front() ? new ApplicationButton : new CKvButton;
     Get(kKvCaptionApplication)
         .CreateButton(kKvCaptionApplication, &bar, application, WS_VISIBLE, nullptr, nullptr);
     for (const ButtonLook& look : kWindowButtons) {

@@ -19,6 +19,7 @@ constexpr int kItemGap = 10;
 constexpr int kStaticTitleAboveBand = 2;
 constexpr int kStaticTitleBeforeButtons = 50;
 constexpr int kFlagAboveBand = 2;
+constexpr int kTitleFromFlag = 8;
 constexpr int kAdvancedGap = 2;
 
 int IndexOfRectAt(CPoint point, const std::vector<CRect>& rects)
@@ -93,6 +94,23 @@ CRect SwitchFlagRect(const CRect& band, const CSize& picture)
     const int left = (band.left + band.right) / 2 - picture.cx / 2;
     const int top = band.top - kFlagAboveBand;
     return {left, top, left + picture.cx, top + picture.cy};
+}
+
+CRect LevelWithItems(const CRect& band, const CRect& room, int textHeight)
+{
+    const int bottom = band.bottom - kItemsAboveBand;
+    return {room.left, bottom - textHeight, room.right, bottom};
+}
+
+CRect TitleTextRoom(const CRect& title, const CRect& flag, int textWidth)
+{
+    CRect before = title;
+    before.right = std::min(title.right, flag.left - kTitleFromFlag);
+    CRect behind = title;
+    behind.left = std::max(title.left, flag.right + kTitleFromFlag);
+    if (flag.IsRectEmpty() || before.right == title.right || behind.left == title.left)
+        return title;
+    return textWidth <= before.Width() || before.Width() >= behind.Width() ? before : behind;
 }
 
 AdvancedLayout AdvancedToolRects(const CRect& area, const CSize* const sizes[2], const CSize& separator)

@@ -44,8 +44,16 @@ std::vector<CRect> ItemRects(const CRect& row, const std::vector<CSize>& texts);
 /// @param itemsRight right edge of the last item; null without items. @param menuButtonLeft of button 10004.
 CRect StaticTitleRect(const CRect& band, const int* itemsRight, int menuButtonLeft, const CaptionForm& form);
 
+/// Where a text stands whose letters are to be level with those of the items.
+/// @param room that of the text across. @param textHeight as that of the items.
+CRect LevelWithItems(const CRect& band, const CRect& room, int textHeight);
+
 /// The application-switch flag; empty for an empty picture.
 CRect SwitchFlagRect(const CRect& band, const CSize& picture);
+
+/// The room of the static title's text: its rectangle, but for what the flag covers. The text stands before
+/// the flag where it fits there, else in the wider part.
+CRect TitleTextRoom(const CRect& title, const CRect& flag, int textWidth);
 
 /// The advanced tool windows at the right end of the tool-window area, each behind its separator.
 struct AdvancedLayout

@@ -163,6 +163,11 @@ CRect CaptionStrip::StaticTitle() const
     return m_impl->staticTitle;
 }
 
+CRect CaptionStrip::TitleText() const
+{
+    return TitleTextRoom(m_impl->staticTitle, FlagRect(), TextSize(Title()).cx);
+}
+
 CaptionParts CaptionStrip::Parts() const
 {
     CaptionParts parts;
@@ -261,7 +266,7 @@ QString CaptionStrip::TipAt(CPoint point, CRect& area) const
         return KvToQString(KvGuiRes::LoadStringW(kSwitchText));
     }
     const CRect& title = m_impl->staticTitle;
-    if (!title.PtInRect(point) || TextSize(Title()).cx <= title.Width())
+    if (!title.PtInRect(point) || TextSize(Title()).cx <= TitleText().Width())
         return {};
     area = title;
     return m_impl->titleTip;
@@ -280,7 +285,8 @@ void CaptionStrip::Paint(Graphics& graphics)
     graphics.setFont(Font());
     DrawItems(graphics);
     graphics.setPen(TextColour());
-    m_impl->texts.DrawCut(graphics, m_impl->staticTitle, Title());
+    const CRect title = LevelWithItems(Band(), TitleText(), graphics.fontMetrics().height());
+    m_impl->texts.DrawCut(graphics, title, Title());
     CaptionPainter::DrawPicture(graphics, KvGuiRes::LoadImageW(L"appswitch"), FlagRect());
     if (m_impl->keys)
         m_impl->keys->DrawFocus(graphics);

@@ -69,6 +69,7 @@ public:
     CRect ToolArea() const;
     CRect FlagRect() const;
     CRect StaticTitle() const;
+    CRect TitleText() const;                   ///< the part of it that the flag leaves to the text
     CaptionParts Parts() const;                ///< for the hit test
     CSize TextSize(const QString& text) const; ///< in the window font, as drawn
     QFont Font() const;                        ///< the window font: the host's, else the bar's

@@ -108,13 +108,13 @@ void CKvAppSwitchWnd::FitRows(const QWidget& frame)
 {
     ensurePolished();
     m_list->ensurePolished();
-    const int spacing = 2 * m_list->spacing();
-    int height = 0;
+    const int gap = m_list->spacing();
+    QSize rows(m_list->sizeHintForColumn(0) + 2 * gap, gap);
     for (int row = 0; row < m_list->count(); ++row)
-        height += m_list->sizeHintForRow(row) + spacing;
+        rows.rheight() += m_list->sizeHintForRow(row) + gap;
+    const QSize whole = rows.grownBy(layout()->contentsMargins()).grownBy(contentsMargins());
     const QRect room = frame.screen()->availableGeometry();
-    QRect place(0, 0, std::max(kLeastWidth, m_list->sizeHintForColumn(0) + spacing + 2 * kMargin),
-                height + spacing + 2 * kMargin);
+    QRect place(QPoint(), whole.expandedTo({kLeastWidth, 0}));
     place.setSize(place.size().boundedTo(room.size()));
     const QPoint centre = frame.mapToGlobal(QPoint(frame.width() / 2, frame.height() / 2));
     place.moveTopLeft(centre - QPoint(place.width() / 2, place.height() / 2));

@@ -89,10 +89,10 @@ public:
 
 protected:
     QRect PictureRoom() const override;
+    /// Where the text stands, centred vertically: beside the picture unless overridden.
+    virtual QRect TextRoom() const;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QRect TextRoom() const;
-
     QString m_text;
 };

@@ -358,6 +358,38 @@ TEST_P(CaptionBar, TheTitlesTipTellsWhatIsCut)
     EXPECT_EQ(TipAt(*bar, point + QPoint(0, 40)), "");
 }
 
+TEST_P(CaptionBar, AllLabelsStandOnOneLine)
+{
+    for (const int size : {9, 12, 14}) { // pixels
+        SKvGuiBasicSettings settings{0xFF000000, 0xFFFFFFFF, 0xFFFFFFFF, bar->font()};
+        settings.font.setPixelSize(size);
+        bar->SetGuiBasicSettings(&settings);
+        SetSysTitle(L"One");
+        SetDocTitle(L"");
+        frame.resize(901 + size, 300); // lays out
+        const QImage picture = bar->grab().toImage();
+        const auto lowest = [&](const QRect& room) {
+            int y = room.bottom();
+            const auto isDark = [&](int x) { return qGray(picture.pixel(x, y)) < 128; };
+            for (; y > room.top(); --y) {
+                int x = room.left();
+                while (x <= room.right() && isDark(x))
+                    ++x;
+                if (x <= room.right())
+                    break;
+            }
+            return y;
+        };
+        const QFontMetrics metrics(settings.font);
+        const QRect last = ItemRect(2, metrics);
+        const int titleLeft = last.right() + 1 + (IsTitleBar() ? 100 : 150);
+        const int line = lowest(ItemRect(0, metrics));
+        EXPECT_EQ(lowest(Button(kKvCaptionApplication).geometry()), line) << size;
+        EXPECT_EQ(lowest({titleLeft, 2, metrics.horizontalAdvance("One"), 21}), line) << size;
+        bar->SetGuiBasicSettings(nullptr);
+    }
+}
+
 TEST_P(CaptionBar, OnlyTheTitleBarColoursItsTips)
 {
     CKvButton& button = Button(kKvCaptionClose);

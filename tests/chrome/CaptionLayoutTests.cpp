@@ -57,6 +57,32 @@ TEST(CaptionLayout, PlacesTheStaticTitleBetweenItemsAndButtons)
     EXPECT_TRUE(StaticTitleRect(band, &tooFar, 676, kTitleBarForm).IsRectEmpty());
 }
 
+TEST(CaptionLayout, KeepsTheTitlesTextClearOfTheFlag)
+{
+    const CRect title(300, 22, 600, 43);
+    struct Case
+    {
+        int flagLeft;
+        int textWidth;
+        CRect room;
+    };
+    const Case cases[] = {
+        {276, 400, title},              // beside it on either side
+        {608, 400, title},              //
+        {500, 192, {300, 22, 492, 43}}, // fits before it
+        {500, 193, {300, 22, 492, 43}}, // fits nowhere: the wider part
+        {400, 92, {300, 22, 392, 43}},  //
+        {400, 93, {424, 22, 600, 43}},  // fits behind it
+        {290, 20, {314, 22, 600, 43}},  // no room before it
+        {595, 400, {300, 22, 587, 43}}, // none behind it
+    };
+    for (const Case& c : cases) {
+        const CRect flag(c.flagLeft, 22, c.flagLeft + 16, 38);
+        EXPECT_EQ(TitleTextRoom(title, flag, c.textWidth), c.room) << c.flagLeft << ' ' << c.textWidth;
+    }
+    EXPECT_EQ(TitleTextRoom(title, {}, 400), title);
+}
+
 TEST(CaptionLayout, HalvesTowardsZeroForTheFlag)
 {
     EXPECT_EQ(SwitchFlagRect({0, 4, 801, 25}, {17, 16}), CRect(392, 2, 409, 18));

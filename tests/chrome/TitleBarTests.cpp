@@ -357,7 +357,7 @@ TEST_F(TitleBar, TheSwitchWindowChoosesAnApplication)
     QTest::keyClick(&top, Qt::Key_F1, Qt::AltModifier);
     EXPECT_FALSE(SwitchList()) << "one application";
     Add(2, L"Media");
-    Add(3, L"Third");
+    Add(3, L"An application that needs more than the least width");
     QTest::keyClick(&top, Qt::Key_F1, Qt::AltModifier);
     ASSERT_TRUE(SwitchList());
     QWidget& popup = *SwitchList()->window();
@@ -367,6 +367,8 @@ TEST_F(TitleBar, TheSwitchWindowChoosesAnApplication)
     EXPECT_EQ(popup.pos() + QPoint(popup.width() / 2, popup.height() / 2), top.mapToGlobal(QPoint(350, 200)));
     EXPECT_EQ(SwitchList()->currentRow(), 0);
     EXPECT_EQ(SwitchList()->item(1)->text(), "Media");
+    EXPECT_GE(SwitchList()->visualItemRect(SwitchList()->item(2)).width(), SwitchList()->sizeHintForColumn(0))
+        << "cut";
     QTest::keyClick(SwitchList(), Qt::Key_End);
     QTest::keyClick(SwitchList(), Qt::Key_Up);
     QTest::keyClick(SwitchList(), Qt::Key_Return);
