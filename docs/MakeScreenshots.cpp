@@ -9,8 +9,10 @@
 #include "window/Skin.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEventLoop>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QProcess>
 #include <QTimer>
 #include <QTreeView>
@@ -120,7 +122,10 @@ bool SaveGradients(const Pictures& pictures)
 int RenderAtOneScale(const QString& folder, const QString& scale)
 {
     const Pictures pictures(folder, scale);
-    return SaveTitler(pictures) && SaveGradients(pictures) && SaveCurves(pictures) ? 0 : 1;
+    QCursor::setPos(0, 0); // over no button of a window that stands in the corner
+    return SaveTitler(pictures) && SaveGradients(pictures) && SaveCurves(pictures) && SaveCaptions(pictures)
+               ? 0
+               : 1;
 }
 
 } // namespace
@@ -133,9 +138,14 @@ Pictures::Pictures(const QString& folder, const QString& scale)
 
 bool Pictures::Save(QWidget& widget, const char* name) const
 {
+    return Save(widget.grab(), name);
+}
+
+bool Pictures::Save(const QPixmap& picture, const char* name) const
+{
     const QString file = m_folder.filePath(QLatin1String(name) + m_ending + QStringLiteral(".png"));
     // Opaque and as small as it gets: the pictures are kept with the sources.
-    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);
     const bool saved = image.save(file, "PNG", 0);
     std::fprintf(saved ? stdout : stderr, "%s%s\n", qPrintable(file), saved ? "" : " cannot be written");
     return saved;

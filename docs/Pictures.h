@@ -6,6 +6,7 @@
 #include <QPointF>
 #include <QString>
 
+class QPixmap;
 class QWidget;
 
 class Pictures
@@ -16,6 +17,7 @@ public:
 
     /// Renders a widget into `<name>.png`; the outcome is printed. @return false when it cannot be written.
     bool Save(QWidget& widget, const char* name) const;
+    bool Save(const QPixmap& picture, const char* name) const;
 
 private:
     QDir m_folder;
@@ -27,3 +29,6 @@ void SendMouse(QWidget& widget, QEvent::Type type, QPointF at);
 
 /// The ease window, the ease dialog and the keyframe strip.
 bool SaveCurves(const Pictures& pictures);
+
+/// The ribbon title bar with its key tips and switch window, and the ribbon menu bar.
+bool SaveCaptions(const Pictures& pictures);
