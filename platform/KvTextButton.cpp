@@ -82,8 +82,10 @@ void CKvButton::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(this);
     painter.setPen(ColourOf(*this));
-    const QRect room = TextRoom();
+    QRect room = TextRoom();
+    // The toolkit would centre by fractions: beside painted labels it is seen where it rounds otherwise.
+    room.translate(0, (room.height() - fontMetrics().height()) / 2);
     const int across = room.width() == width() ? Qt::AlignHCenter : Qt::AlignLeft | Qt::AlignAbsolute;
-    painter.drawText(room, across | Qt::AlignVCenter | Qt::TextSingleLine,
+    painter.drawText(room, across | Qt::AlignTop | Qt::TextSingleLine | Qt::TextDontClip,
                      fontMetrics().elidedText(m_text, Qt::ElideRight, room.width()));
 }
