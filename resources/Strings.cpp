@@ -343,6 +343,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21895, L"Opens %1."},
         {0, 21896, L"Give the window a caption with menus instead of tabs."},
         {0, 21897, L"The settings in %1 cannot be read, nor kept aside; nothing is remembered this time."},
+        {0, 21898, L"Recent &projects"},
         {0, 21900, L"&Rules"},
         {0, 21901, L"&Add a rule"},
         {0, 21902, L"Adds a rule behind the selected one."},
@@ -397,6 +398,8 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21946, L"move a rule"},
         {0, 21947, L"built-in rules"},
         {0, 21948, L"A pattern has at most 127 characters."},
+        {0, 21970, L"No projects yet"},
+        {0, 21971, L"Projects that are opened or saved stand here."},
     };
     return strings;
 }

@@ -20,6 +20,15 @@ using namespace titler;
 
 namespace {
 
+QStringList ShownTools(const MainWindow& window)
+{
+    QStringList names;
+    for (const QToolButton* button : window.menuWidget()->findChildren<QToolButton*>())
+        if (button->isVisible())
+            names << button->accessibleName();
+    return names;
+}
+
 struct Window : testing::Test
 {
     Window()
@@ -34,15 +43,6 @@ struct Window : testing::Test
     {
         return window.findChild<View*>()->isVisible();
     }
-    QStringList ShownTools()
-    {
-        QStringList names;
-        for (const QToolButton* button : window.Bar()->findChildren<QToolButton*>())
-            if (button->isVisible())
-                names << button->accessibleName();
-        return names;
-    }
-
     MainWindow window;
 };
 
@@ -59,6 +59,7 @@ TEST_F(Window, EachWorkspaceShowsItsViewsAndTools)
     };
     const Row rows[] = {{Qt::Key_F7, Workspace::Animate, true, true, false, "Undo"},
                         {Qt::Key_F8, Workspace::Clips, false, false, true, "Scan folder again"},
+                        {Qt::Key_F9, Workspace::Rules, false, false, false, "Add a rule"},
                         {Qt::Key_F6, Workspace::Design, true, false, false, "Undo"}};
     for (const Row& row : rows) {
         QTest::keyClick(&window, row.key);
@@ -66,7 +67,7 @@ TEST_F(Window, EachWorkspaceShowsItsViewsAndTools)
         EXPECT_EQ(Shows<CanvasView>(), row.canvas) << row.key;
         EXPECT_EQ(Shows<TransportBar>(), row.playback) << row.key;
         EXPECT_EQ(Shows<MediaPanel>(), row.media) << row.key;
-        EXPECT_TRUE(ShownTools().contains(row.tool)) << ShownTools().join(',').toStdString();
+        EXPECT_TRUE(ShownTools(window).contains(row.tool)) << ShownTools(window).join(',').toStdString();
     }
 }
 
@@ -125,6 +126,8 @@ TEST(MenuBarWindow, ItsMenusAndShortcutsDoTheSame)
     QTest::keyClick(&window, Qt::Key_F7);
     EXPECT_EQ(window.Current(), Workspace::Animate);
     EXPECT_TRUE(window.findChild<TransportBar*>()->isVisible());
+    EXPECT_TRUE(ShownTools(window).contains("Export frames…"));
+    EXPECT_FALSE(ShownTools(window).contains("New"));
     const bool bold = window.Project().Current().title.bold;
     for (const bool value : {!bold, bold, !bold})
         window.Project().Edit(EditKind::Single, "bold", [&](auto& project) { project.title.bold = value; });
@@ -212,15 +215,17 @@ TEST_F(Remembered, RecentProjectsStandInTheMenuLatestFirst)
     settings.AddProject(Path("7"));
     EXPECT_EQ(settings.projects.size(), kMostRecentProjects);
     MainWindow window;
-    window.Remember(settings);
     const auto entries = [] {
         QStringList texts;
         const std::unique_ptr<QMenu> menu = KvGuiRes::CreateMenuByName(L"titler");
-        for (const QAction* entry : menu->actions().first()->menu()->actions())
-            if (entry->text().size() > 1 && entry->text()[0] == '&' && entry->text()[1].isDigit())
-                texts << entry->text();
+        for (const QAction* part : menu->actions().first()->menu()->actions())
+            for (const QAction* entry : part->menu() != nullptr ? part->menu()->actions() : QList<QAction*>())
+                if (entry->isVisible())
+                    texts << entry->text();
         return texts;
     };
+    EXPECT_EQ(entries(), QStringList("No projects yet"));
+    window.Remember(settings);
     EXPECT_EQ(entries().size(), kMostRecentProjects);
     EXPECT_EQ(entries().first(), "&1 7");
     KvSetMessageBoxHandler([](HWND, const std::wstring&, UINT) { return IDOK; });

@@ -2,7 +2,6 @@
 
 #include "KvGuiRes.h"
 #include "window/Texts.h"
-#include "window/ToolStrip.h"
 
 #include <QMenu>
 
@@ -32,7 +31,8 @@ int ApplicationBar::Menu::OnCommand(unsigned command)
     return 1;
 }
 
-ApplicationBar::ApplicationBar(QWidget& frame, Commands& commands, const Tools& tools) : m_menu(commands)
+ApplicationBar::ApplicationBar(QWidget& frame, Commands& commands, const WorkspaceTools& tools)
+    : m_menu(commands)
 {
     KvGuiRes::RegisterMenu(kMenuName, [&commands] { return commands.MakeApplicationMenu(); });
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
@@ -54,7 +54,7 @@ ApplicationBar::~ApplicationBar()
 }
 
 void ApplicationBar::AddApplication(Application application, const wchar_t* pictures, UINT nameId,
-                                    const Tools& tools)
+                                    const WorkspaceTools& tools)
 {
     BeginAddTitleBar(pictures, KvGuiRes::LoadStringW(nameId).c_str(), nullptr, application, &m_menu);
     for (const Workspace workspace : kWorkspaces) {

@@ -3,13 +3,9 @@
 
 #include "KvRibbonTitlebar.h"
 #include "window/Commands.h"
-#include "window/Workspaces.h"
-
-#include <QList>
+#include "window/ToolStrip.h"
 
 #include <array>
-
-class QAction;
 
 namespace titler {
 
@@ -18,11 +14,8 @@ class ApplicationBar : public CKvRibbonTitlebar
     Q_OBJECT
 
 public:
-    using Tools =
-        std::array<QList<QAction*>, kWorkspaces.size()>; ///< by Workspace; null stands for a separator
-
     /// @param commands and the tools must outlive the bar.
-    ApplicationBar(QWidget& frame, Commands& commands, const Tools& tools);
+    ApplicationBar(QWidget& frame, Commands& commands, const WorkspaceTools& tools);
     ~ApplicationBar() override;
 
     /// Silent.
@@ -46,7 +39,8 @@ private:
         Commands& m_commands;
     };
 
-    void AddApplication(Application application, const wchar_t* pictures, UINT nameId, const Tools& tools);
+    void AddApplication(Application application, const wchar_t* pictures, UINT nameId,
+                        const WorkspaceTools& tools);
     void OnTab(unsigned application, const QString& name);
     Workspace& LastOf(unsigned application) { return m_lastOf[application - kTitles]; }
 

@@ -2,14 +2,26 @@
 
 #include "KvGuiRes.h"
 #include "window/Texts.h"
-#include "window/ToolStrip.h"
 
 #include <QMenu>
+#include <QStackedWidget>
 
 namespace titler {
 namespace {
 
 constexpr unsigned kTitler = 1;
+
+/// One window for the bar, whatever workspace is shown.
+class Tools : public QStackedWidget, public IKvGuiWnd
+{
+public:
+    Tools(QWidget& bar, const WorkspaceTools& tools) : QStackedWidget(&bar)
+    {
+        for (const QList<QAction*>& strip : tools)
+            addWidget(new ToolStrip(*this, strip));
+        resize(sizeHint());
+    }
+};
 
 } // namespace
 
@@ -28,7 +40,7 @@ int ApplicationMenuBar::Menu::OnCommand(HMENU, unsigned command)
     return 1;
 }
 
-ApplicationMenuBar::ApplicationMenuBar(QWidget& frame, Commands& commands, const QList<QAction*>& tools)
+ApplicationMenuBar::ApplicationMenuBar(QWidget& frame, Commands& commands, const WorkspaceTools& tools)
     : m_menu(commands)
     , m_items(commands.MakeApplicationMenu())
 {
@@ -36,18 +48,24 @@ ApplicationMenuBar::ApplicationMenuBar(QWidget& frame, Commands& commands, const
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
     BeginAddMenuBar(L"titler_icon", KvGuiRes::LoadStringW(kTextTitler).c_str(), kTitler, m_items.get(),
                     &m_menu);
-    auto* strip = new ToolStrip(*this, tools);
-    AddMenuBarToolWnd(strip, strip);
+    auto* strips = new Tools(*this, tools);
+    m_tools = strips;
+    AddMenuBarToolWnd(strips, strips);
     EndAddMenuBar();
     SetSysTitle(kTitler, KvGuiRes::LoadStringW(kTextCaptionProduct).c_str());
     ActiveMenuBar(kTitler);
-    strip->resize(strip->width(), height() - strip->y());
+    m_tools->resize(m_tools->width(), height() - m_tools->y());
     ShowAppMenuBtn(0); // it has no menu of its own
 }
 
 ApplicationMenuBar::~ApplicationMenuBar()
 {
     RemoveMenuBar(kTitler); // lets go of the menu while it is there
+}
+
+void ApplicationMenuBar::ShowTools(Workspace workspace)
+{
+    m_tools->setCurrentIndex(static_cast<int>(workspace));
 }
 
 void ApplicationMenuBar::ShowDocument(const QString& name)

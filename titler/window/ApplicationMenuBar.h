@@ -3,10 +3,11 @@
 
 #include "KvRibbonMenuBar.h"
 #include "window/Commands.h"
+#include "window/ToolStrip.h"
 
 #include <memory>
 
-class QAction;
+class QStackedWidget;
 
 namespace titler {
 
@@ -14,10 +15,11 @@ class ApplicationMenuBar : public CKvRibbonMenuBar
 {
 public:
     /// @param commands must outlive the bar; their shortcuts are the bar's from now on.
-    /// @param tools what stands below the menus; null is a separator.
-    ApplicationMenuBar(QWidget& frame, Commands& commands, const QList<QAction*>& tools);
+    /// @param tools what stands below the menus.
+    ApplicationMenuBar(QWidget& frame, Commands& commands, const WorkspaceTools& tools);
     ~ApplicationMenuBar() override;
 
+    void ShowTools(Workspace workspace);
     /// The name of what is open, as the caption shows it.
     void ShowDocument(const QString& name);
 
@@ -35,6 +37,7 @@ private:
 
     Menu m_menu;
     std::unique_ptr<QMenu> m_items;
+    QStackedWidget* m_tools; ///< a strip for each workspace
 };
 
 } // namespace titler

@@ -21,6 +21,10 @@ void Commands::Number(const QMenu& menu)
     for (QAction* command : menu.actions()) {
         if (command->isSeparator())
             continue;
+        if (command->menu() != nullptr) {
+            Number(*command->menu());
+            continue;
+        }
         m_commands << command;
         m_window.addAction(command);
     }
@@ -29,13 +33,21 @@ void Commands::Number(const QMenu& menu)
 std::unique_ptr<QMenu> Commands::MakeApplicationMenu() const
 {
     auto whole = std::make_unique<QMenu>();
-    for (const std::unique_ptr<QMenu>& menu : m_menus) {
-        QMenu& part = *whole->addMenu(menu->title());
-        part.setToolTipsVisible(true);
-        for (const QAction* command : menu->actions())
+    for (const std::unique_ptr<QMenu>& menu : m_menus)
+        Copy(*whole, *menu);
+    return whole;
+}
+
+void Commands::Copy(QMenu& to, const QMenu& menu) const
+{
+    QMenu& part = *to.addMenu(menu.title());
+    part.setToolTipsVisible(true);
+    for (const QAction* command : menu.actions()) {
+        if (const QMenu* inner = command->menu())
+            Copy(part, *inner);
+        else
             Copy(part, *command);
     }
-    return whole;
 }
 
 // The window's own command answers the shortcut: a copy only shows it.

@@ -25,7 +25,8 @@ public:
 
     /// A further menu; it only holds its commands, nobody opens it.
     QMenu& AddMenu(UINT nameId);
-    /// Gives a menu's entries their numbers and the window their shortcuts; call it once a menu is complete.
+    /// Gives a menu's entries, also those of menus in it, their numbers and the window their shortcuts; call
+    /// it once a menu is complete.
     void Number(const QMenu& menu);
     /// The application menu as it is now, each entry with its number.
     std::unique_ptr<QMenu> MakeApplicationMenu() const;
@@ -38,6 +39,7 @@ public:
     const std::vector<std::unique_ptr<QMenu>>& Menus() const { return m_menus; }
 
 private:
+    void Copy(QMenu& to, const QMenu& menu) const;
     void Copy(QMenu& to, const QAction& command) const;
 
     QWidget& m_window;

@@ -97,7 +97,7 @@ MainWindow::~MainWindow()
 void MainWindow::BuildBar(Caption caption)
 {
     if (caption == Caption::Menus) {
-        m_menuBar = new ApplicationMenuBar(*this, m_commands, ToolsOf(Workspace::Design));
+        m_menuBar = new ApplicationMenuBar(*this, m_commands, m_tools);
         setMenuWidget(m_menuBar);
         return;
     }
@@ -119,6 +119,8 @@ void MainWindow::ShowPage(Workspace workspace)
         return;
     Settle();
     m_current = workspace;
+    if (m_menuBar != nullptr)
+        m_menuBar->ShowTools(workspace);
     switch (workspace) {
     case Workspace::Design:
     case Workspace::Animate:
@@ -298,6 +300,7 @@ void MainWindow::ShowRecent()
         entry.setToolTip(Text(kTextRecent + 1, {QDir::toNativeSeparators(projects.value(i))}));
         entry.setStatusTip(entry.toolTip());
     }
+    m_noRecent->setVisible(projects.isEmpty());
 }
 
 void MainWindow::OpenRecent(int index)

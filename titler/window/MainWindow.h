@@ -114,11 +114,12 @@ private:
     ApplicationBar* m_bar = nullptr; ///< one of the two
     ApplicationMenuBar* m_menuBar = nullptr;
     Workspace m_current = Workspace::Design;
-    ApplicationBar::Tools m_tools;
+    WorkspaceTools m_tools;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QActionGroup* m_formats = nullptr;
-    QList<QAction*> m_recent; ///< hidden where the list is shorter
+    QList<QAction*> m_recent;      ///< hidden where the list is shorter
+    QAction* m_noRecent = nullptr; ///< stands in an empty list
     Settings* m_settings = nullptr;
     QLabel* m_video;
     QLabel* m_audio;

@@ -109,8 +109,11 @@ void MainWindow::BuildFileMenu()
 
 void MainWindow::BuildRecentItems(QMenu& menu)
 {
+    QMenu& recent = *menu.addMenu(Text(kTextRecentMenu));
     for (int i = 0; i < kMostRecentProjects; ++i)
-        m_recent << AddItem(menu, kTextRecent, {}, [this, i] { OpenRecent(i); });
+        m_recent << AddItem(recent, kTextRecent, {}, [this, i] { OpenRecent(i); });
+    m_noRecent = AddItem(recent, kTextNoRecent, {}, [] {});
+    m_noRecent->setEnabled(false);
     ShowRecent();
 }
 

@@ -25,7 +25,7 @@ struct Skin
     QColor titleSafe;
     QColor playhead;
     QColor fault; ///< what is wrong, in words
-    QColor key; ///< in the time ruler; one at the current time is in the accent
+    QColor key;   ///< in the time ruler; one at the current time is in the accent
 };
 
 /// The colours of the present skin; keys that it lacks have the colours of the built-in look.

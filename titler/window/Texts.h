@@ -251,6 +251,8 @@ enum TextId : UINT
     kTextOptionMenuBar = 21896,
     kTextLostSettings = 21897,
     kTextRecent = 21894, ///< a menu entry; its tip's number is plus 1
+    kTextRecentMenu = 21898,
+    kTextNoRecent = 21970, ///< as kTextRecent
 
     // Naming rules: a tip's number is its item's plus 1.
     kTextRulesMenu = 21900,

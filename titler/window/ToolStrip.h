@@ -2,13 +2,19 @@
 #pragma once
 
 #include "KvPlatform.h"
+#include "window/Workspaces.h"
 
 #include <QList>
 #include <QWidget>
 
+#include <array>
+
 class QAction;
 
 namespace titler {
+
+/// The commands under the caption, by Workspace; null stands for a separator.
+using WorkspaceTools = std::array<QList<QAction*>, kWorkspaces.size()>;
 
 class ToolStrip : public QWidget, public IKvGuiWnd
 {
