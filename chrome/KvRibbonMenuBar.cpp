@@ -6,8 +6,6 @@ namespace {
 
 constexpr EKvCaptionButton kWindowButtons[] = {kKvCaptionClose, kKvCaptionMaximise, kKvCaptionMinimise,
                                                kKvCaptionMenu};
-constexpr unsigned kSizeRestored = 0;
-constexpr unsigned kSizeMaximised = 2;
 
 kv::MenuBarStrip& MenuBars(kv::CaptionStrip& strip)
 {
@@ -103,8 +101,8 @@ int CKvRibbonMenuBar::ShowAllAppBtn(int show)
 
 int CKvRibbonMenuBar::UpdateRestoreMaxStatus(unsigned sizeType)
 {
-    if (!IsCreated() || (sizeType != kSizeRestored && sizeType != kSizeMaximised))
+    if (!IsCreated() || (sizeType != SIZE_RESTORED && sizeType != SIZE_MAXIMIZED))
         return 0;
-    Strip().ShowMaximised(sizeType == kSizeMaximised);
+    Strip().ShowMaximised(sizeType == SIZE_MAXIMIZED);
     return 1;
 }

@@ -77,8 +77,8 @@ public:
     virtual int ShowAppMenuBtn(int /*show*/) { return 0; }
     /// Shows or hides the four window buttons. @return 1.
     virtual int ShowAllAppBtn(int /*show*/) { return 0; }
-    /// Tells button 10002 of the frame's state. @param sizeType that of WM_SIZE: 2 maximised, 0 restored;
-    /// others change nothing. @return 1 when the button was told.
+    /// Tells button 10002 of the frame's state. @param sizeType that of WM_SIZE: SIZE_MAXIMIZED or
+    /// SIZE_RESTORED; others change nothing. @return 1 when the button was told.
     virtual int UpdateRestoreMaxStatus(unsigned /*sizeType*/) { return 0; }
 };
 

@@ -286,7 +286,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21822, L"An ease leads from one key to the next: this needs two keys"},
         {0, 21823, L"Keys: %1"},
         {0, 21824, L"No key was added: of one property there can be %1, and %2 has as many."},
-        {0, 21830, L"Play&back"},
+        {0, 21830, L"&Transport"},
         {0, 21831, L"Go to &start"},
         {0, 21832, L"Go to the first frame"},
         {0, 21833, L"&Back one frame"},

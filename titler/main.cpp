@@ -154,9 +154,11 @@ int RunWindow(const Options& options)
             window.Time().Seek(0);
             window.Time().Play();
         }
+        if (!fault.isEmpty())
+            window.Say(fault);
     };
     if (!fault.isEmpty())
-        window.Say(fault);
+        std::fprintf(stderr, "titler: %s\n", qUtf8Printable(fault));
     // Once the window is in its place: a broken project brings up a message over it.
     QTimer::singleShot(0, &window, openArguments);
     return QApplication::exec();

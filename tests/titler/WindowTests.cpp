@@ -1,4 +1,5 @@
 // The main window's caption: workspaces, commands and what it says of the document.
+#include "KvButtons.h"
 #include "KvGuiRes.h"
 #include "edit/Document.h"
 #include "media/MediaPanel.h"
@@ -27,6 +28,11 @@ QStringList ShownTools(const MainWindow& window)
         if (button->isVisible())
             names << button->accessibleName();
     return names;
+}
+
+std::wstring MaximizePicture(const MainWindow& window)
+{
+    return static_cast<CKvButton*>(KvGetDlgItem(window.menuWidget(), kKvCaptionMaximise))->GetBitmapName();
 }
 
 struct Window : testing::Test
@@ -83,7 +89,7 @@ TEST_F(Window, AnApplicationComesBackWithItsTab)
 TEST_F(Window, TheApplicationMenuDoesWhatTheShortcutsDo)
 {
     const auto undo = [&](bool enabled) -> UINT {
-        const std::unique_ptr<QMenu> menu = KvGuiRes::CreateMenuByName(L"titler");
+        const std::unique_ptr<QMenu> menu = KvGuiRes::CreateMenuByName(window.Bar()->MenuName().c_str());
         for (const QAction* part : menu->actions())
             for (const QAction* entry : part->menu()->actions())
                 if (entry->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_Z)) {
@@ -137,6 +143,10 @@ TEST(MenuBarWindow, ItsMenusAndShortcutsDoTheSame)
     EXPECT_EQ(window.Project().Steps().index(), 3);
     QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier); // nothing to redo
     EXPECT_EQ(window.Project().Steps().index(), 3);
+    window.showMaximized();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return MaximizePicture(window) == L"wndrestore"; }));
+    window.showNormal();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return MaximizePicture(window) == L"wndmaxmize"; }));
 }
 
 struct Remembered : testing::Test
@@ -185,6 +195,22 @@ TEST_F(Remembered, TheNextWindowIsWhereTheLastOneWas)
     EXPECT_EQ(window.size(), size);
 }
 
+TEST_F(Remembered, TwoProgramsLoseNoProjectOfEachOther)
+{
+    Settings first(Path("s.json"));
+    Settings second(Path("s.json"));
+    for (Settings* settings : {&first, &second})
+        EXPECT_EQ(settings->Load(), "");
+    first.AddProject("/a");
+    EXPECT_EQ(first.Save(), "");
+    second.AddProject("/b");
+    EXPECT_EQ(second.Save(), "");
+    EXPECT_EQ(second.projects, (QStringList{"/b", "/a"}));
+    second.DropProject("/a");
+    EXPECT_EQ(second.Save(), "");
+    EXPECT_EQ(second.projects, QStringList("/b"));
+}
+
 TEST_F(Remembered, ABrokenFileIsKeptAside)
 {
     Write("s.json", "{broken");
@@ -215,9 +241,9 @@ TEST_F(Remembered, RecentProjectsStandInTheMenuLatestFirst)
     settings.AddProject(Path("7"));
     EXPECT_EQ(settings.projects.size(), kMostRecentProjects);
     MainWindow window;
-    const auto entries = [] {
+    const auto entries = [&] {
         QStringList texts;
-        const std::unique_ptr<QMenu> menu = KvGuiRes::CreateMenuByName(L"titler");
+        const std::unique_ptr<QMenu> menu = KvGuiRes::CreateMenuByName(window.Bar()->MenuName().c_str());
         for (const QAction* part : menu->actions().first()->menu()->actions())
             for (const QAction* entry : part->menu() != nullptr ? part->menu()->actions() : QList<QAction*>())
                 if (entry->isVisible())

@@ -8,7 +8,10 @@
 
 #include <algorithm>
 #include <array>
+#include <mutex>
 #include <optional>
+#include <stop_token>
+#include <thread>
 #include <utility>
 
 namespace titler {
@@ -55,42 +58,48 @@ std::vector<std::size_t> BaseOrder(const std::vector<std::wstring>& names)
     return order;
 }
 
+/// What a thread has found and its owner has not taken yet.
+struct Box
+{
+    QVector<MediaClip> clips;
+    int done = 0;
+    int total = 0;
+    bool readable = true;
+    bool finished = false;
+};
+
 } // namespace
 
-MediaScanner::MediaScanner()
+struct MediaScanner::Job
 {
-    m_look.setInterval(kLookEvery);
-    connect(&m_look, &QTimer::timeout, this, &MediaScanner::Look);
-}
+    Job(const QString& folder, Ref<IKvFileNamingRuleCollection> rules)
+        : m_thread([this, folder, owned = std::move(rules)](const std::stop_token& stop) {
+            Run(stop, folder, *owned);
+        })
+    {
+    }
 
-MediaScanner::~MediaScanner() = default;
-
-void MediaScanner::Scan(const QString& folder, Ref<IKvFileNamingRuleCollection> rules)
-{
-    m_thread = {}; // asks the old scan to stop, and waits
-    m_box = {};
-    m_thread = std::jthread(
-        [this, folder, rules = std::move(rules)](const std::stop_token& stop) { Run(stop, folder, *rules); });
-    m_look.start();
-}
-
-void MediaScanner::Look()
-{
-    Box box;
+    void Stop() { m_thread.request_stop(); }
+    Box Take()
     {
         const std::lock_guard lock(m_mutex);
-        box = m_box;
+        Box taken = m_box;
         m_box.clips.clear();
+        return taken;
     }
-    if (!box.clips.isEmpty())
-        emit ClipsFound(box.clips, box.done, box.total);
-    if (box.finished) {
-        m_look.stop();
-        emit Finished(box.readable);
-    }
-}
 
-void MediaScanner::Run(const std::stop_token& stop, const QString& folder, IKvFileNamingRuleCollection& rules)
+private:
+    void Run(const std::stop_token& stop, const QString& folder, IKvFileNamingRuleCollection& rules);
+    void Group(const std::stop_token& stop, std::vector<std::wstring> files,
+               IKvFileNamingRuleCollection& rules);
+
+    std::mutex m_mutex; ///< guards m_box
+    Box m_box;
+    std::jthread m_thread; ///< last: it must end before what it uses
+};
+
+void MediaScanner::Job::Run(const std::stop_token& stop, const QString& folder,
+                            IKvFileNamingRuleCollection& rules)
 {
     std::optional<std::vector<std::wstring>> names = FilesOf(folder, stop);
     const bool readable = names.has_value();
@@ -101,8 +110,8 @@ void MediaScanner::Run(const std::stop_token& stop, const QString& folder, IKvFi
     m_box.finished = true;
 }
 
-void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> files,
-                         IKvFileNamingRuleCollection& rules)
+void MediaScanner::Job::Group(const std::stop_token& stop, std::vector<std::wstring> files,
+                              IKvFileNamingRuleCollection& rules)
 {
     SiblingFinder finder(rules, std::move(files));
     const std::vector<std::wstring>& names = finder.Names();
@@ -124,6 +133,41 @@ void MediaScanner::Group(const std::stop_token& stop, std::vector<std::wstring> 
         m_box.done = done;
         m_box.total = static_cast<int>(names.size());
     }
+}
+
+MediaScanner::MediaScanner()
+{
+    m_look.setInterval(kLookEvery);
+    connect(&m_look, &QTimer::timeout, this, &MediaScanner::Look);
+}
+
+MediaScanner::~MediaScanner()
+{
+    if (m_job != nullptr)
+        m_job->Stop(); // all at once, then each is waited for
+}
+
+void MediaScanner::Scan(const QString& folder, Ref<IKvFileNamingRuleCollection> rules)
+{
+    if (m_job != nullptr) {
+        m_job->Stop();
+        m_given.push_back(std::move(m_job));
+    }
+    m_job = std::make_unique<Job>(folder, std::move(rules));
+    m_look.start();
+}
+
+void MediaScanner::Look()
+{
+    std::erase_if(m_given, [](const auto& job) { return job->Take().finished; });
+    const Job* looked = m_job.get();
+    const Box box = m_job->Take();
+    if (!box.clips.isEmpty())
+        emit ClipsFound(box.clips, box.done, box.total);
+    if (!box.finished || m_job.get() != looked) // a handler may have begun anew
+        return;
+    m_look.stop();
+    emit Finished(box.readable);
 }
 
 } // namespace titler

@@ -11,10 +11,7 @@
 #include <QTimer>
 #include <QVector>
 
-#include <mutex>
-#include <stop_token>
-#include <string>
-#include <thread>
+#include <memory>
 #include <vector>
 
 namespace titler {
@@ -46,25 +43,13 @@ signals:
     void Finished(bool readable);
 
 private:
-    /// What the thread has found and its owner has not taken yet.
-    struct Box
-    {
-        QVector<MediaClip> clips;
-        int done = 0;
-        int total = 0;
-        bool readable = true;
-        bool finished = false;
-    };
+    struct Job;
 
     void Look();
-    void Run(const std::stop_token& stop, const QString& folder, IKvFileNamingRuleCollection& rules);
-    void Group(const std::stop_token& stop, std::vector<std::wstring> files,
-               IKvFileNamingRuleCollection& rules);
 
-    QTimer m_look;      ///< runs while a scan is under way
-    std::mutex m_mutex; ///< guards m_box
-    Box m_box;
-    std::jthread m_thread; ///< last: it must end before what it uses
+    QTimer m_look; ///< runs while a scan is under way
+    std::unique_ptr<Job> m_job;
+    std::vector<std::unique_ptr<Job>> m_given; ///< asked to stop: a slow folder may hold them for long
 };
 
 } // namespace titler

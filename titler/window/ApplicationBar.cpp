@@ -10,8 +10,6 @@
 namespace titler {
 namespace {
 
-constexpr const wchar_t* kMenuName = L"titler";
-
 std::wstring NameOf(Workspace workspace)
 {
     return KvGuiRes::LoadStringW(TraitsOf(workspace).textId);
@@ -19,9 +17,16 @@ std::wstring NameOf(Workspace workspace)
 
 } // namespace
 
+// Each window has commands, and so a menu, of its own.
+ApplicationBar::Menu::Menu(Commands& commands) : m_commands(commands)
+{
+    static int bars = 0;
+    m_name = L"titler" + std::to_wstring(++bars);
+}
+
 int ApplicationBar::Menu::GetMenuName(wchar_t name[260])
 {
-    std::wcscpy(name, kMenuName);
+    std::wcscpy(name, m_name.c_str());
     return 1;
 }
 
@@ -34,7 +39,7 @@ int ApplicationBar::Menu::OnCommand(unsigned command)
 ApplicationBar::ApplicationBar(QWidget& frame, Commands& commands, const WorkspaceTools& tools)
     : m_menu(commands)
 {
-    KvGuiRes::RegisterMenu(kMenuName, [&commands] { return commands.MakeApplicationMenu(); });
+    KvGuiRes::RegisterMenu(MenuName().c_str(), [&commands] { return commands.MakeApplicationMenu(); });
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
     AddApplication(kTitles, L"titler_titles", kTextTitles, tools);
     AddApplication(kMedia, L"titler_media", kTextMedia, tools);
@@ -50,7 +55,7 @@ ApplicationBar::~ApplicationBar()
 {
     for (const unsigned application : {kTitles, kMedia})
         RemoveTitleBar(application);
-    KvGuiRes::RegisterMenu(kMenuName, {});
+    KvGuiRes::RegisterMenu(MenuName().c_str(), {});
 }
 
 void ApplicationBar::AddApplication(Application application, const wchar_t* pictures, UINT nameId,

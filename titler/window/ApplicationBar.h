@@ -20,6 +20,8 @@ public:
 
     /// Silent.
     void Select(Workspace workspace);
+    /// The name under which the application menu can be made.
+    const std::wstring& MenuName() const { return m_menu.Name(); }
     /// The name of what is open, as the caption shows it.
     void ShowDocument(const QString& name);
 
@@ -31,12 +33,14 @@ private:
     class Menu : public IKvRibbonTitleBarSmartMenu
     {
     public:
-        explicit Menu(Commands& commands) : m_commands(commands) {}
+        explicit Menu(Commands& commands);
+        const std::wstring& Name() const { return m_name; }
         int GetMenuName(wchar_t name[260]) override;
         int OnCommand(unsigned command) override;
 
     private:
         Commands& m_commands;
+        std::wstring m_name; ///< in this process
     };
 
     void AddApplication(Application application, const wchar_t* pictures, UINT nameId,

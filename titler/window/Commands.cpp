@@ -61,6 +61,7 @@ void Commands::Copy(QMenu& to, const QAction& command) const
     entry->setData(static_cast<UINT>(m_commands.indexOf(&command) + 1));
     entry->setShortcuts(command.shortcuts());
     entry->setCheckable(command.isCheckable());
+    entry->setAutoRepeat(command.autoRepeat());
     Show(*entry);
 }
 

@@ -15,6 +15,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QActionGroup>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
@@ -119,6 +120,7 @@ void MainWindow::ShowPage(Workspace workspace)
         return;
     Settle();
     m_current = workspace;
+    m_workspaces->actions()[static_cast<int>(workspace)]->setChecked(true);
     if (m_menuBar != nullptr)
         m_menuBar->ShowTools(workspace);
     switch (workspace) {
@@ -230,6 +232,14 @@ bool MainWindow::event(QEvent* event)
     return CKvFrameWnd::event(event);
 }
 
+// The title bar sees for itself; the menu bar is told.
+void MainWindow::changeEvent(QEvent* event)
+{
+    CKvFrameWnd::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && m_menuBar != nullptr)
+        m_menuBar->UpdateRestoreMaxStatus(isMaximized() ? SIZE_MAXIMIZED : SIZE_RESTORED);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(MayLeave());
@@ -259,9 +269,9 @@ bool MainWindow::OpenProject(const QString& file)
         KeepProject(file, QFileInfo::exists(file));
         return false;
     }
-    KeepProject(file, true);
     m_transport.Seek(MiddleFrame(m_document.Current()));
     Say(Text(kTextOpened, {FileNameOf(file)}));
+    KeepProject(file, true); // what goes wrong there is said last
     return true;
 }
 
@@ -339,8 +349,8 @@ bool MainWindow::SaveTo(const QString& file)
 {
     const QString fault = m_document.SaveAs(file);
     if (fault.isEmpty()) {
-        KeepProject(file, true);
         Say(Text(kTextSaved, {FileNameOf(file)}));
+        KeepProject(file, true);
         return true;
     }
     ShowError(Text(kTextCannotSave, {QDir::toNativeSeparators(file), fault}));

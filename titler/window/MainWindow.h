@@ -58,6 +58,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -118,6 +119,7 @@ private:
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QActionGroup* m_formats = nullptr;
+    QActionGroup* m_workspaces = nullptr;
     QList<QAction*> m_recent;      ///< hidden where the list is shorter
     QAction* m_noRecent = nullptr; ///< stands in an empty list
     Settings* m_settings = nullptr;

@@ -160,10 +160,14 @@ void MainWindow::BuildViewMenu()
 
 void MainWindow::BuildWorkspaceItems(QMenu& menu)
 {
+    m_workspaces = new QActionGroup(this);
     for (const Workspace workspace : kWorkspaces) {
         const WorkspaceTraits& traits = TraitsOf(workspace);
         QAction* action =
             AddItem(menu, traits.textId, {QKeySequence(traits.key)}, [this, workspace] { Show(workspace); });
+        action->setCheckable(true);
+        action->setChecked(workspace == m_current);
+        m_workspaces->addAction(action);
         action->setToolTip(Text(kTextWorkspaceTip, {action->text()}));
         action->setStatusTip(action->toolTip());
     }

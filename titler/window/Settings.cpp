@@ -15,6 +15,11 @@ namespace {
 
 constexpr qint64 kLargestFile = 1 << 20; // bytes; ours has a few hundred
 
+QJsonDocument Parse(QFile& file)
+{
+    return QJsonDocument::fromJson(file.isOpen() ? file.read(kLargestFile) : QByteArray());
+}
+
 } // namespace
 
 QString Settings::DefaultFile()
@@ -29,7 +34,7 @@ QString Settings::Load()
     if (m_file.isEmpty() || !file.exists())
         return {};
     const bool isRead = file.open(QIODevice::ReadOnly);
-    const QJsonDocument document = QJsonDocument::fromJson(isRead ? file.read(kLargestFile) : QByteArray());
+    const QJsonDocument document = Parse(file);
     if (!document.isObject()) {
         const QString copy = m_file + QStringLiteral(".bak");
         QFile::remove(copy);
@@ -42,18 +47,31 @@ QString Settings::Load()
     m_source = document.object();
     geometry = QByteArray::fromBase64(m_source.value(QLatin1String("geometry")).toString().toLatin1());
     workspace = m_source.value(QLatin1String("workspace")).toString();
-    for (const QJsonValue project : m_source.value(QLatin1String("projects")).toArray()) {
+    AddTheirs(m_source);
+    return {};
+}
+
+void Settings::AddTheirs(const QJsonObject& source)
+{
+    for (const QJsonValue project : source.value(QLatin1String("projects")).toArray()) {
         const QString name = project.toString();
-        if (!name.isEmpty() && !projects.contains(name) && projects.size() < kMostRecentProjects)
+        if (!name.isEmpty() && !projects.contains(name) && !m_dropped.contains(name) &&
+            projects.size() < kMostRecentProjects)
             projects << name;
     }
-    return {};
 }
 
 QString Settings::Save()
 {
     if (m_file.isEmpty())
         return {};
+    QFile file(m_file);
+    file.open(QIODevice::ReadOnly);
+    if (const QJsonDocument now = Parse(file); now.isObject()) {
+        m_source = now.object();
+        AddTheirs(m_source);
+    }
+    file.close();
     m_source.insert(QLatin1String("geometry"), QString::fromLatin1(geometry.toBase64()));
     m_source.insert(QLatin1String("workspace"), workspace);
     m_source.insert(QLatin1String("projects"), QJsonArray::fromStringList(projects));
@@ -64,7 +82,8 @@ QString Settings::Save()
 
 void Settings::AddProject(const QString& name)
 {
-    DropProject(name);
+    projects.removeAll(name);
+    m_dropped.removeAll(name);
     projects.prepend(name);
     if (projects.size() > kMostRecentProjects)
         projects.removeLast();
@@ -73,6 +92,8 @@ void Settings::AddProject(const QString& name)
 void Settings::DropProject(const QString& name)
 {
     projects.removeAll(name);
+    if (!m_dropped.contains(name))
+        m_dropped << name;
 }
 
 } // namespace titler

@@ -24,6 +24,7 @@ public:
     /// where even that fails nothing is written any more.
     /// @return an empty text, or a sentence for the user.
     QString Load();
+    /// Projects that another titler has added meanwhile stay, behind ours.
     /// @return an empty text, or a sentence for the user; the file is then as it was.
     QString Save();
 
@@ -36,8 +37,11 @@ public:
     QStringList projects; ///< absolute paths, the latest first
 
 private:
+    void AddTheirs(const QJsonObject& source);
+
     QString m_file;
     QJsonObject m_source;
+    QStringList m_dropped; ///< they do not come back from the file
 };
 
 } // namespace titler

@@ -31,6 +31,7 @@ ToolStrip::ToolStrip(QWidget& bar, const QList<QAction*>& tools) : QWidget(&bar)
     row->setSpacing(kGap);
     for (QAction* tool : tools)
         tool != nullptr ? AddButton(*row, *tool) : row->addSpacing(6 * kGap);
+    row->addStretch();
     resize(sizeHint());
 }
 
