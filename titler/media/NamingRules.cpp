@@ -146,19 +146,19 @@ QString NamingRules::Load(const QString& file)
     EndSession();
     const QVector<NamingRule> rules = isReadable ? ReadRules(file) : QVector<NamingRule>();
     Restore({rules, rules.isEmpty() ? -1 : 0});
-    m_save.stop();
+    m_isUnsaved = false;
     return isReadable ? QString() : Text(kTextCannotLoadRules, {QDir::toNativeSeparators(file)});
 }
 
 QString NamingRules::Save()
 {
-    if (!m_save.isActive() && !m_isLate)
-        return {};
     m_save.stop();
+    if (!m_isUnsaved)
+        return {};
     QDir().mkpath(QFileInfo(m_file).path());
     const Ref<IKvFileNamingRuleCollection> rules = MakeCollection();
-    m_isLate = !KvSaveFileNamingCollection(m_file.toStdWString().c_str(), rules.get(), nullptr);
-    return m_isLate ? Text(kTextCannotSaveRules, {QDir::toNativeSeparators(m_file)}) : QString();
+    m_isUnsaved = !KvSaveFileNamingCollection(m_file.toStdWString().c_str(), rules.get(), nullptr);
+    return m_isUnsaved ? Text(kTextCannotSaveRules, {QDir::toNativeSeparators(m_file)}) : QString();
 }
 
 void NamingRules::Select(int index)
@@ -188,7 +188,8 @@ void NamingRules::Reset(const QString& name)
 void NamingRules::Restore(const RuleList& list)
 {
     m_now = list;
-    if (!m_file.isEmpty())
+    m_isUnsaved = !m_file.isEmpty();
+    if (m_isUnsaved)
         m_save.start();
     emit Changed();
 }

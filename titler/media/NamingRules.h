@@ -90,8 +90,8 @@ private:
     QString m_file;
     RuleList m_now;
     QUndoStack m_steps;
-    QTimer m_save;         ///< runs from a change until it is written
-    bool m_isLate = false; ///< the last save failed
+    QTimer m_save;
+    bool m_isUnsaved = false; ///< the file is older than the rules
     int m_session = 0;
 };
 
