@@ -15,6 +15,7 @@
 #include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"
+#include "KvTimecode.h"
 #include "KvTypes.h"
 #include "KvUnknown.h"
 #include "KvVideoFormat.h"

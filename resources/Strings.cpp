@@ -59,6 +59,11 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20044, L"End key"},
         {0, 20045, L"Time %s, value %s"},
         {0, 20046, L"%s: time %s, value %s"},
+        // Why a typed time code is refused.
+        {0, 20150, L"This is no time code."},
+        {0, 20151, L"There is no such time code: a field is too large."},
+        {0, 20152, L"Drop frame leaves this time code out."},
+        {0, 20153, L"The step leads out of the range of time codes."},
         // titler's own texts.
         {0, 21001, L"titler"},
         {0, 21010, L"&File"},

@@ -10,7 +10,7 @@ if [ -n "$strangers" ]; then
   exit 1
 fi
 for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetData(' 'KvGuiRes::LoadColor(' \
-  'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent' \
+  'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'KvTimecode::ToText(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent' \
   'CreateFileNamingRule(' 'CreateFileNamingRuleCollection(' 'CheckRuleLabels(' 'KvLoadFileNamingCollection(' \
   'KvSaveFileNamingCollection(' 'KvCreateBezierCurve2D(' 'KvBezierEase::Value(' \
   'CKvBitmapButton::CreateButton(' 'CKvButton::SetWindowText(' 'CKvCaptionBar::Create(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
