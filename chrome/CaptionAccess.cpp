@@ -1,6 +1,5 @@
 #include "chrome/CaptionAccess.h"
 
-#include "KvGuiRes.h"
 #include "chrome/CaptionKeys.h"
 
 #include <algorithm>
@@ -15,7 +14,6 @@ using Key = AccessibleParts::Key;
 constexpr Key kFlagKey = 1;
 constexpr Key kTitleKey = 2;
 constexpr unsigned kGenerationShift = 32;
-constexpr UINT kSwitchText = 15040;
 
 } // namespace
 
@@ -52,7 +50,7 @@ void CaptionAccess::Update()
     const std::vector<Seen> before = std::exchange(m_seen, Look());
     if (!areOthers)
         TellDifferences(before);
-    const QString title = Title();
+    const QString title = m_strip.Title();
     if (std::exchange(m_title, title) != title)
         NameChanged(kTitleKey);
     UpdateFocus();
@@ -92,15 +90,9 @@ QString CaptionAccess::ControlName() const
     return record ? KvToQString(record->buttonText) : QString();
 }
 
-QString CaptionAccess::Title() const
-{
-    const CaptionRecord* record = m_strip.Active();
-    return record ? KvToQString(record->productLabel + record->documentLabel) : QString();
-}
-
 bool CaptionAccess::HasTitle() const
 {
-    return !Title().isEmpty() && !m_strip.StaticTitle().IsRectEmpty();
+    return !m_strip.Title().isEmpty() && !m_strip.StaticTitle().IsRectEmpty();
 }
 
 // Items, flag, title.
@@ -159,12 +151,12 @@ AccessiblePart CaptionAccess::Describe(Key key) const
     AccessiblePart part;
     if (key == kTitleKey) {
         part.role = QAccessible::StaticText;
-        part.name = Title();
+        part.name = m_strip.Title();
         part.rect = m_strip.StaticTitle();
         return part;
     }
     if (key == kFlagKey) {
-        part.name = KvToQString(KvGuiRes::LoadStringW(kSwitchText));
+        part.name = KvToQString(SwitchText());
         part.rect = m_strip.FlagRect();
         part.opensPopup = true;
     } else {

@@ -43,7 +43,6 @@ private:
     };
 
     bool HasTitle() const;
-    QString Title() const;
     CaptionHit PartOf(Key key) const;
     Key ItemKey(int index) const;
     AccessiblePart DescribeItem(int index) const;

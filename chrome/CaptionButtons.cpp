@@ -18,10 +18,10 @@ struct ButtonLook
 };
 
 // In the order in which they stand, from right to left.
-constexpr ButtonLook kWindowButtons[] = {{kKvCaptionClose, L"wndclose", 12035},
-                                         {kKvCaptionMaximise, L"wndmaxmize", 12034},
-                                         {kKvCaptionMinimise, L"wndminmize", 12033},
-                                         {kKvCaptionMenu, L"wndappmenu", 12032}};
+constexpr ButtonLook kWindowLooks[] = {{kKvCaptionClose, L"wndclose", 12035},
+                                       {kKvCaptionMaximise, L"wndmaxmize", 12034},
+                                       {kKvCaptionMinimise, L"wndminmize", 12033},
+                                       {kKvCaptionMenu, L"wndappmenu", 12032}};
 constexpr ButtonLook kRestore = {kKvCaptionMaximise, L"wndrestore", 12060};
 constexpr QSize kFallbackSize{34, 22};
 
@@ -51,11 +51,20 @@ void CaptionButtons::Create(QWidget& bar, const CRect& application)
         button = &button == &m_buttons.front() ? new ApplicationButton : new CKvButton;
     Get(kKvCaptionApplication)
         .CreateButton(kKvCaptionApplication, &bar, application, WS_VISIBLE, nullptr, nullptr);
-    for (const ButtonLook& look : kWindowButtons) {
+    for (const ButtonLook& look : kWindowLooks) {
         const QRect place(QPoint(), PictureSize(look.picture));
         Get(look.number).CreateButton(look.number, &bar, place, WS_VISIBLE, look.picture, nullptr);
     }
+    for (std::size_t i = 0; i < m_buttons.size(); ++i)
+        m_buttons[i]->setVisible(!m_hidden[i]);
     Renew();
+}
+
+void CaptionButtons::Show(UINT number, bool visible)
+{
+    m_hidden[number - kKvCaptionApplication] = !visible;
+    if (Exist())
+        Get(number).setVisible(visible);
 }
 
 bool CaptionButtons::Contain(const QObject* object) const
@@ -67,10 +76,10 @@ void CaptionButtons::Layout(const CRect& band)
 {
     std::array<int, 4> widths{};
     for (std::size_t i = 0; i < widths.size(); ++i)
-        widths[i] = Get(kWindowButtons[i].number).width();
+        widths[i] = Get(kWindowLooks[i].number).width();
     const std::array<int, 4> lefts = WindowButtonLefts(band, widths);
     for (std::size_t i = 0; i < lefts.size(); ++i)
-        Get(kWindowButtons[i].number).move(lefts[i], 0);
+        Get(kWindowLooks[i].number).move(lefts[i], 0);
 }
 
 void CaptionButtons::ShowMaximised(bool maximised)
@@ -81,7 +90,7 @@ void CaptionButtons::ShowMaximised(bool maximised)
 
 void CaptionButtons::Renew()
 {
-    for (const ButtonLook& common : kWindowButtons) {
+    for (const ButtonLook& common : kWindowLooks) {
         const ButtonLook& look = common.number == kKvCaptionMaximise && m_maximised ? kRestore : common;
         CKvButton& button = Get(look.number);
         button.UpdateBitmap(look.picture);

@@ -18,6 +18,8 @@ public:
     CKvButton& Get(UINT number) const { return *m_buttons[number - kKvCaptionApplication]; }
     bool Contain(const QObject* object) const;
 
+    /// Shows or hides one of them, or will once they are created.
+    void Show(UINT number, bool visible);
     /// Places the four window buttons.
     void Layout(const CRect& band);
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
@@ -29,6 +31,7 @@ public:
 
 private:
     std::array<CKvButton*, 5> m_buttons{}; ///< children of the bar
+    std::array<bool, 5> m_hidden{};
     bool m_maximised = false;
 };
 

@@ -1,6 +1,5 @@
 #include "chrome/CaptionKeys.h"
 
-#include "KvGuiRes.h"
 #include "chrome/KeyTipOverlay.h"
 #include "chrome/MenuBarModel.h"
 #include "platform/VirtualKey.h"
@@ -18,8 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kTipDelay = 400ms; ///< a quick Alt with a letter shows no tips
-constexpr UINT kSwitchText = 15040;
+constexpr auto kTipDelay = 400ms;   ///< a quick Alt with a letter shows no tips
 constexpr int kLabelsBelowBand = 4; ///< the labels' middle, clear of the items' letters
 
 /// Keys that the bar takes while it has the focus.
@@ -238,7 +236,7 @@ std::vector<CaptionKeys::Tip> CaptionKeys::Tips() const
         const int index = stop.hit.index;
         KeyTipPart part;
         if (stop.hit.part == CaptionPart::Flag) {
-            part.label = KvGuiRes::LoadStringW(kSwitchText);
+            part.label = SwitchText();
         } else if (stop.hit.part == CaptionPart::Button) {
             const CKvButton& button = m_strip.Button(static_cast<UINT>(index));
             part.label = button.GetWindowText();

@@ -21,9 +21,6 @@ namespace kv {
 
 class KeyTipOverlay;
 
-inline constexpr UINT kCaptionButtons[] = {kKvCaptionApplication, kKvCaptionClose, kKvCaptionMaximise,
-                                           kKvCaptionMinimise, kKvCaptionMenu};
-
 /// Hears every key of the frame before the widget that has the focus, but after the host's shortcuts and
 /// never while a popup or another modal window is open. A part that is pressed gives the focus back first, so
 /// that the command works on what the user worked on; when its popup is dismissed with Escape, the focus

@@ -13,6 +13,7 @@ constexpr int kBandBottom = 25;
 constexpr int kToolTop = 27;
 constexpr int kButtonsFromRight = 4;
 constexpr int kTitleFromLeft = 4;
+constexpr int kEmptyButtonWidth = 120;
 constexpr int kItemsBehindTitle = 30;
 constexpr int kItemsAboveBand = 4;
 constexpr int kItemGap = 10;
@@ -61,6 +62,17 @@ CRect ApplicationTitleRect(const CRect& band, int textWidth)
 {
     const int left = band.left + kTitleFromLeft;
     return {left, band.top, left + textWidth, band.bottom};
+}
+
+CRect ApplicationButtonRect(const CRect& titleRect, const CaptionForm& form)
+{
+    return {titleRect.left, titleRect.top - form.buttonTop, titleRect.right + form.buttonRight,
+            titleRect.bottom + form.buttonBottom};
+}
+
+CRect EmptyButtonRect(const CRect& band)
+{
+    return {band.left, band.top, band.left + kEmptyButtonWidth, band.bottom};
 }
 
 CRect ItemRow(const CRect& band, const CRect& titleRect)

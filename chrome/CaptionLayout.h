@@ -8,8 +8,6 @@
 
 namespace kv {
 
-inline constexpr int kFallbackHeight = 96; ///< where the skin has no background
-
 /// What differs between the two bars.
 struct CaptionForm
 {
@@ -18,9 +16,13 @@ struct CaptionForm
     bool itemsArePopups; ///< menu entries with mnemonics, else tabs
     bool followsFrame;   ///< button 10002 shows the frame's state, else what was done and told
     bool coloursTips;    ///< the buttons' tool tips wear colours of their own
+    // The application button beyond its text box.
+    int buttonTop;
+    int buttonRight;
+    int buttonBottom;
 };
-inline constexpr CaptionForm kTitleBarForm{100, 0, false, true, true};
-inline constexpr CaptionForm kMenuBarForm{150, 5, true, false, false};
+inline constexpr CaptionForm kTitleBarForm{100, 0, false, true, true, 2, 20, -2};
+inline constexpr CaptionForm kMenuBarForm{150, 5, true, false, false, 4, 10, 0};
 
 /// The caption band: L, T + 4, R, T + 25.
 CRect CaptionBand(const CRect& client);
@@ -35,6 +37,10 @@ std::array<int, 4> WindowButtonLefts(const CRect& band, const std::array<int, 4>
 
 /// The application button's text box: 4 pixels inside the band's left edge.
 CRect ApplicationTitleRect(const CRect& band, int textWidth);
+/// The application button round its text box.
+CRect ApplicationButtonRect(const CRect& titleRect, const CaptionForm& form);
+/// Where it stands while no application is active: 120 pixels at the band's left edge.
+CRect EmptyButtonRect(const CRect& band);
 /// The row of items: 30 pixels behind the text box, 4 pixels above the band, its height.
 CRect ItemRow(const CRect& band, const CRect& titleRect);
 /// The text boxes of the items: bottom-aligned in the row, 10 pixels apart, never clipped.

@@ -3,7 +3,6 @@
 #include "chrome/CaptionLayout.h"
 #include "platform/DevicePixels.h"
 #include "platform/SkinColours.h"
-#include "platform/SkinPictures.h"
 
 #include <QPainter>
 
@@ -49,11 +48,6 @@ void CaptionPainter::DrawBackground(Graphics& graphics, const CRect& client, con
         m_below = below;
     }
     graphics.drawPixmap(DevicePixels(graphics).Snapped(QRect(client)), m_background, m_background.rect());
-}
-
-void CaptionPainter::DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place)
-{
-    DrawSkinPicture(graphics, picture, QRectF(QRect(place)));
 }
 
 } // namespace kv

@@ -19,9 +19,6 @@ public:
     /// The skin changed.
     void Forget() { m_background = {}; }
 
-    /// A picture at its place.
-    static void DrawPicture(Graphics& graphics, const KvSkinImage& picture, const CRect& place);
-
 private:
     QPixmap m_background; ///< as it was drawn last
     QColor m_below;

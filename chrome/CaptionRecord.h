@@ -1,12 +1,12 @@
-// What a title bar's and a menu bar's record have in common, and the list that keeps such records.
+// What a title bar's and a menu bar's record have in common, and the list that keeps such records. Pure.
 #pragma once
 
 #include "KvTypes.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 class IKvGuiWnd;
@@ -43,8 +43,35 @@ struct ToolWindow
     HWND handle = nullptr;
 };
 
+/// What one application put into a bar.
 struct CaptionRecord
 {
+    CaptionRecord() = default;
+    virtual ~CaptionRecord();
+    CaptionRecord(const CaptionRecord&) = delete;
+    CaptionRecord& operator=(const CaptionRecord&) = delete;
+
+    virtual int ItemCount() const = 0;
+    virtual CaptionItem& ItemAt(int index) = 0;
+    /// Every place for a tool window.
+    virtual std::vector<ToolWindow*> Tools();
+    /// The windows that are seen while the record is active; some may be null.
+    virtual std::vector<HWND> Seen() const;
+    /// Forgets a tool window that was destroyed. @return true when it was known.
+    bool Forget(HWND handle);
+
+    /// Its smart menu, which may be null, is held from now on: `letGo` will tell it.
+    template <typename SmartMenu>
+    void Hold(SmartMenu* menu)
+    {
+        if (!menu)
+            return;
+        letGo = [menu] {
+            menu->OnDetach();
+            menu->Release();
+        };
+    }
+
     std::wstring imageKey;
     std::wstring buttonText;
     std::wstring productLabel;
@@ -52,58 +79,50 @@ struct CaptionRecord
     std::uint32_t id = 0;
     CRect titleRect; ///< the application button's text box
     ToolWindow advanced[2];
+    std::function<void()> letGo; ///< tells its smart menu that it is held no longer; empty without one
+    /// Expires with the record, for whoever called the host meanwhile.
+    std::shared_ptr<const int> life = std::make_shared<const int>(0);
 };
 
 /// The records of one bar in registration order, at most one of them active, at most one under construction.
-template <typename Record>
 class CaptionRecords
 {
 public:
     int Count() const { return static_cast<int>(m_records.size()); }
-    Record& At(int index) { return *m_records[static_cast<std::size_t>(index)]; }
-    const Record& At(int index) const { return *m_records[static_cast<std::size_t>(index)]; }
-
-    /// The first record with that identifier; -1 when there is none.
-    int Find(std::uint32_t id) const
-    {
-        for (int i = 0; i < Count(); ++i) {
-            if (At(i).id == id)
-                return i;
-        }
-        return -1;
-    }
+    CaptionRecord& At(int index) const { return *m_records[static_cast<std::size_t>(index)]; }
+    /// The first record with that identifier; null when there is none.
+    CaptionRecord* Find(std::uint32_t id) const;
+    /// @return -1 for a record that is not in the list.
+    int IndexOf(const CaptionRecord& record) const;
 
     int ActiveIndex() const { return m_active; }
-    Record* Active() const
-    {
-        return m_active < 0 ? nullptr : m_records[static_cast<std::size_t>(m_active)].get();
-    }
+    CaptionRecord* Active() const { return m_active < 0 ? nullptr : &At(m_active); }
     void Activate(int index) { m_active = index; }
 
-    Record* UnderConstruction() const { return m_begun.get(); }
+    CaptionRecord* UnderConstruction() const { return m_begun.get(); }
     /// @return the record that was begun before and never ended; null without one.
-    std::unique_ptr<Record> Begin(std::unique_ptr<Record> record)
-    {
-        return std::exchange(m_begun, std::move(record));
-    }
-    std::unique_ptr<Record> TakeBegun() { return std::exchange(m_begun, nullptr); }
-    Record& Add(std::unique_ptr<Record> record) { return *m_records.emplace_back(std::move(record)); }
+    std::unique_ptr<CaptionRecord> Begin(std::unique_ptr<CaptionRecord> record);
+    std::unique_ptr<CaptionRecord> TakeBegun();
+    void Add(std::unique_ptr<CaptionRecord> record) { m_records.push_back(std::move(record)); }
 
     /// Takes a record out. When it stood at or before the active one, `ActiveIndex` is that of the record
     /// before the previously active position, counted after the removal (0 at least, -1 when none is left);
     /// the caller activates it.
-    std::unique_ptr<Record> Remove(int index)
+    std::unique_ptr<CaptionRecord> Remove(int index);
+
+    /// Those of the list and the one under construction.
+    template <typename Visit>
+    void ForEach(Visit visit) const
     {
-        std::unique_ptr<Record> removed = std::move(m_records[static_cast<std::size_t>(index)]);
-        m_records.erase(m_records.begin() + index);
-        if (m_active >= 0 && index <= m_active)
-            m_active = Count() == 0 ? -1 : (m_active > 0 ? m_active - 1 : 0);
-        return removed;
+        for (const std::unique_ptr<CaptionRecord>& record : m_records)
+            visit(*record);
+        if (m_begun)
+            visit(*m_begun);
     }
 
 private:
-    std::vector<std::unique_ptr<Record>> m_records; // records stay where they are while callbacks run
-    std::unique_ptr<Record> m_begun;
+    std::vector<std::unique_ptr<CaptionRecord>> m_records; // they stay where they are while callbacks run
+    std::unique_ptr<CaptionRecord> m_begun;
     int m_active = -1;
 };
 

@@ -8,6 +8,7 @@
 #include "chrome/CaptionTexts.h"
 #include "platform/FrameState.h"
 #include "platform/SkinColours.h"
+#include "platform/SkinPictures.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -18,8 +19,6 @@ namespace kv {
 
 namespace {
 
-constexpr int kFirstApplicationWidth = 120;
-constexpr UINT kSwitchText = 15040;
 constexpr const wchar_t* kSeparatorPicture = L"ribbontitlebar_seperator";
 
 CSize FlagSize()
@@ -28,6 +27,11 @@ CSize FlagSize()
 }
 
 } // namespace
+
+std::wstring SwitchText()
+{
+    return KvGuiRes::LoadStringW(15040);
+}
 
 struct CaptionStrip::Impl
 {
@@ -62,8 +66,7 @@ void CaptionStrip::Detach()
 
 void CaptionStrip::CreateButtons()
 {
-    const CRect band = Band();
-    m_impl->buttons.Create(*m_bar, {band.left, band.top, band.left + kFirstApplicationWidth, band.bottom});
+    m_impl->buttons.Create(*m_bar, EmptyButtonRect(Band()));
     Button(kKvCaptionApplication).setFont(m_impl->settings ? m_impl->settings->font : QFont());
     m_impl->keys = std::make_unique<CaptionKeys>(*this, [this] { AccessLater(); });
     m_impl->access = std::make_unique<CaptionAccess>(*this, *m_impl->keys);
@@ -72,9 +75,14 @@ void CaptionStrip::CreateButtons()
     ShowMaximised(m_form.followsFrame && HasMaximiseBox(frame) && FrameShowState(frame) == kShowMaximised);
 }
 
+bool CaptionStrip::HasButtons() const
+{
+    return m_impl->buttons.Exist();
+}
+
 void CaptionStrip::Layout()
 {
-    if (!m_impl->buttons.Exist())
+    if (!HasButtons())
         return;
     m_impl->buttons.Layout(Band());
     LayoutItems();
@@ -175,7 +183,7 @@ CaptionParts CaptionStrip::Parts() const
     for (int i = 0; i < ItemCount(); ++i)
         parts.items.push_back(Item(i).rect);
     parts.flag = FlagRect();
-    if (m_impl->buttons.Exist()) {
+    if (HasButtons()) {
         for (UINT number = kKvCaptionApplication; number <= kKvCaptionMenu; ++number) {
             if (!Button(number).isHidden())
                 parts.buttons.emplace_back(number, CRect(Button(number).geometry()));
@@ -230,7 +238,7 @@ QColor CaptionStrip::ItemColour(const CaptionItem& item) const
 void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
 {
     m_impl->settings = settings;
-    if (!m_impl->buttons.Exist())
+    if (!HasButtons())
         return;
     // Of the button alone: the bar's own font would become that of the tool windows in it.
     Button(kKvCaptionApplication).setFont(settings ? settings->font : QFont());
@@ -240,7 +248,7 @@ void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
 void CaptionStrip::SkinChanged()
 {
     m_impl->painter.Forget();
-    if (!m_impl->buttons.Exist())
+    if (!HasButtons())
         return;
     m_impl->buttons.Renew();
     m_impl->access->TextsChanged();
@@ -263,7 +271,7 @@ QString CaptionStrip::TipAt(CPoint point, CRect& area) const
     const CRect flag = FlagRect();
     if (flag.PtInRect(point)) {
         area = flag;
-        return KvToQString(KvGuiRes::LoadStringW(kSwitchText));
+        return KvToQString(SwitchText());
     }
     const CRect& title = m_impl->staticTitle;
     if (!title.PtInRect(point) || TextSize(Title()).cx <= TitleText().Width())
@@ -281,13 +289,13 @@ void CaptionStrip::Paint(Graphics& graphics)
     m_impl->painter.DrawBackground(graphics, m_bar->GetClientRect(), below);
     const KvSkinImage separator = KvGuiRes::LoadImageW(kSeparatorPicture);
     for (const CRect& place : m_impl->advanced.separators)
-        CaptionPainter::DrawPicture(graphics, separator, place);
+        DrawSkinPicture(graphics, separator, QRectF(QRect(place)));
     graphics.setFont(Font());
     DrawItems(graphics);
     graphics.setPen(TextColour());
     const CRect title = LevelWithItems(Band(), TitleText(), graphics.fontMetrics().height());
     m_impl->texts.DrawCut(graphics, title, Title());
-    CaptionPainter::DrawPicture(graphics, KvGuiRes::LoadImageW(L"appswitch"), FlagRect());
+    DrawSkinPicture(graphics, KvGuiRes::LoadImageW(L"appswitch"), QRectF(QRect(FlagRect())));
     if (m_impl->keys)
         m_impl->keys->DrawFocus(graphics);
 }
@@ -310,7 +318,11 @@ void CaptionStrip::Hover(std::optional<CPoint> point)
     for (int i = 0; i < ItemCount(); ++i) {
         CaptionItem& item = Item(i);
         const std::uint32_t state = point && item.rect.PtInRect(*point) ? kItemHovered : kItemNormal;
-        if (std::exchange(item.state, state) == state)
+        if (item.state == state)
+            continue;
+        const QColor before = ItemColour(item);
+        item.state = state;
+        if (ItemColour(item) == before)
             continue;
         Invalidate({item.rect.left - overhang, item.rect.top, item.rect.right + overhang, item.rect.bottom});
     }
@@ -328,12 +340,29 @@ bool CaptionStrip::IsButton(const QObject* object) const
     return m_impl->buttons.Contain(object);
 }
 
-void CaptionStrip::ShowApplication(const CaptionRecord& record, const CRect& place)
+void CaptionStrip::SetApplication(const std::wstring& picture, const std::wstring& text, const CRect& place)
 {
+    if (!HasButtons())
+        return;
     CKvButton& button = Button(kKvCaptionApplication);
-    button.UpdateBitmap(record.imageKey.c_str());
-    button.SetWindowText(record.buttonText.c_str());
+    button.UpdateBitmap(picture.c_str());
+    button.SetWindowText(text.c_str());
     button.setGeometry(place);
+}
+
+void CaptionStrip::ShowApplication(const CaptionRecord& record)
+{
+    SetApplication(record.imageKey, record.buttonText, ApplicationButtonRect(record.titleRect, m_form));
+}
+
+void CaptionStrip::ShowNoApplication()
+{
+    SetApplication({}, {}, EmptyButtonRect(Band()));
+}
+
+void CaptionStrip::ShowButton(UINT number, bool visible)
+{
+    m_impl->buttons.Show(number, visible);
 }
 
 void CaptionStrip::ShowMaximised(bool maximised)
@@ -355,7 +384,7 @@ void CaptionStrip::WatchFrame()
 
 void CaptionStrip::FrameStateChanged()
 {
-    if (m_form.followsFrame && m_impl->buttons.Exist())
+    if (m_form.followsFrame && HasButtons())
         ShowMaximised(IsFrameZoomed(*Frame()));
 }
 
@@ -369,7 +398,7 @@ void CaptionStrip::RequestMaximised(bool maximise)
 
 bool CaptionStrip::Command(UINT number)
 {
-    if (!m_impl->buttons.Exist())
+    if (!HasButtons())
         return false;
     switch (number) {
     case kKvCaptionApplication:

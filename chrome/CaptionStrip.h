@@ -2,11 +2,11 @@
 // does differently is in the virtual functions. Callbacks into the host may delete the bar.
 #pragma once
 
-#include "CaptionLayout.h"
-#include "CaptionRecord.h"
 #include "KvButtons.h"
 #include "KvCaptionBar.h"
 #include "KvMenu.h"
+#include "chrome/CaptionLayout.h"
+#include "chrome/CaptionRecord.h"
 
 #include <QColor>
 #include <QFont>
@@ -15,8 +15,17 @@
 
 #include <memory>
 #include <optional>
+#include <span>
+#include <string>
 
 namespace kv {
+
+inline constexpr EKvCaptionButton kCaptionButtons[] = {
+    kKvCaptionApplication, kKvCaptionClose, kKvCaptionMaximise, kKvCaptionMinimise, kKvCaptionMenu};
+inline constexpr auto kWindowButtons = std::span(kCaptionButtons).subspan<1>();
+
+/// Of the flag and of the window that it opens.
+std::wstring SwitchText();
 
 class CaptionStrip
 {
@@ -54,15 +63,17 @@ public:
     /// Places the tool windows of the active record, the last ones by `LayoutAdvanced`; called by `Layout`.
     /// The bar may be gone afterwards.
     virtual void LayoutToolWindows() = 0;
-    /// The font, the skin or the texts changed: measures again what is kept, then `Layout`.
-    virtual void Remeasure() { Layout(); }
+    /// The font, the skin or the texts changed: measures again what is kept, then `Layout`. The bar may be
+    /// gone afterwards.
+    virtual void Remeasure() = 0;
 
     // --- What they share.
     /// The buttons, the bar's height; from `Create`.
     void CreateButtons();
     /// Everything again from the client rectangle: buttons, items, static title, tool windows, repaint.
-    /// Nothing before `CreateButtons`.
+    /// Nothing before `CreateButtons`. The bar may be gone afterwards.
     void Layout();
+    bool HasButtons() const;
     /// Places the advanced tool windows of the active record and their separators.
     void LayoutAdvanced(const CRect& area);
     CRect Band() const;
@@ -76,9 +87,13 @@ public:
     QColor TextColour() const;                 ///< the normal one
     /// By its state: disabled, selected or pressed, hovered, normal.
     QColor ItemColour(const CaptionItem& item) const;
-    /// Picture, text and place of button 10000 for a record.
-    void ShowApplication(const CaptionRecord& record, const CRect& place);
+    QString Title() const; ///< both labels of the active record
+    /// Picture, text and place of button 10000 for a record; nothing before `CreateButtons`.
+    void ShowApplication(const CaptionRecord& record);
+    void ShowNoApplication();
     CKvButton& Button(UINT number) const; ///< 10000 … 10004, from `CreateButtons` on
+    /// Shows or hides one of them; kept before `CreateButtons`.
+    void ShowButton(UINT number, bool visible);
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
     void ShowMaximised(bool maximised);
     void UpdateTitleTip(); ///< the static title's tool tip becomes the labels of now
@@ -106,7 +121,7 @@ public:
 
 private:
     void AccessLater();
-    QString Title() const;
+    void SetApplication(const std::wstring& picture, const std::wstring& text, const CRect& place);
     void LayoutItems();
     void DrawItems(Graphics& graphics);
     void OpenApplicationMenu();

@@ -1,6 +1,7 @@
 #include "chrome/KvAppSwitchWnd.h"
 
 #include "KvGuiRes.h"
+#include "chrome/CaptionStrip.h"
 #include "platform/SkinColours.h"
 
 #include <QKeyEvent>
@@ -12,7 +13,6 @@
 
 namespace {
 
-constexpr UINT kTitle = 15040;
 constexpr int kPictureRole = Qt::UserRole;
 constexpr int kMargin = 6;
 constexpr int kLeastWidth = 240;
@@ -88,7 +88,7 @@ void CKvAppSwitchWnd::Open(QWidget& frame, int current)
 // Skin and texts may have changed since it was open.
 void CKvAppSwitchWnd::Renew()
 {
-    const QString title = KvToQString(KvGuiRes::LoadStringW(kTitle));
+    const QString title = KvToQString(kv::SwitchText());
     setWindowTitle(title);
     setAccessibleName(title);
     m_list->setAccessibleName(title);

@@ -8,15 +8,17 @@
 #include "platform/WindowDrag.h"
 
 #include <QMouseEvent>
+#include <QPointer>
 
 namespace {
 
-constexpr int kLeastWidth = 240; ///< that a layout is asked for
+constexpr int kFallbackHeight = 96; ///< where the skin has no background
+constexpr int kLeastWidth = 240;    ///< that a layout is asked for
 
 int SkinHeight()
 {
     const int height = KvGuiRes::LoadImageW(L"ribbontitlebar_bk").Size().height();
-    return height > 0 ? height : kv::kFallbackHeight;
+    return height > 0 ? height : kFallbackHeight;
 }
 
 } // namespace
@@ -42,15 +44,16 @@ int CKvCaptionBar::Create(UINT style, const CRect& rect, CWnd* parent, DWORD id)
                       id);
     resize(width(), m_height);
     m_strip->CreateButtons();
-    m_strip->Layout();
-    setVisible((style & WS_VISIBLE) != 0);
+    const QPointer<CKvCaptionBar> self(this); // what is laid out is the host's, too
+    m_strip->Remeasure();
+    if (self)
+        setVisible((style & WS_VISIBLE) != 0);
     return 1;
 }
 
 void CKvCaptionBar::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
 {
-    m_strip->SetSettings(settings);
-    update();
+    m_strip->SetSettings(settings); // the bar may be gone
 }
 
 QSize CKvCaptionBar::sizeHint() const

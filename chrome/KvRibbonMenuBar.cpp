@@ -4,9 +4,6 @@
 
 namespace {
 
-constexpr EKvCaptionButton kWindowButtons[] = {kKvCaptionClose, kKvCaptionMaximise, kKvCaptionMinimise,
-                                               kKvCaptionMenu};
-
 kv::MenuBarStrip& MenuBars(kv::CaptionStrip& strip)
 {
     return static_cast<kv::MenuBarStrip&>(strip);
@@ -32,7 +29,7 @@ HWND CKvRibbonMenuBar::GetToolWndParent()
 int CKvRibbonMenuBar::BeginAddMenuBar(const wchar_t* imageKey, const wchar_t* buttonText, unsigned id,
                                       HMENU menu, IKvRibbonMenuBarSmartMenu* smartMenu)
 {
-    return MenuBars(Strip()).Begin(imageKey, buttonText, id, menu, smartMenu) ? 1 : 0;
+    return MenuBars(Strip()).BeginMenu(imageKey, buttonText, id, menu, smartMenu) ? 1 : 0;
 }
 
 int CKvRibbonMenuBar::AddMenuBarToolWnd(IKvGuiWnd* toolWindow, HWND handle)
@@ -78,24 +75,20 @@ int CKvRibbonMenuBar::SetDocTitle(unsigned id, const wchar_t* title)
 
 int CKvRibbonMenuBar::UpdateMenuBarWindow()
 {
-    if (IsCreated())
-        Strip().Layout();
+    Strip().Remeasure();
     return 1;
 }
 
 int CKvRibbonMenuBar::ShowAppMenuBtn(int show)
 {
-    if (IsCreated())
-        Strip().Button(kKvCaptionMenu).setVisible(show != 0);
+    Strip().ShowButton(kKvCaptionMenu, show != 0);
     return 1;
 }
 
 int CKvRibbonMenuBar::ShowAllAppBtn(int show)
 {
-    if (!IsCreated())
-        return 1;
-    for (const EKvCaptionButton button : kWindowButtons)
-        Strip().Button(button).setVisible(show != 0);
+    for (const EKvCaptionButton button : kv::kWindowButtons)
+        Strip().ShowButton(button, show != 0);
     return 1;
 }
 

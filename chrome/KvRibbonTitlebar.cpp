@@ -39,9 +39,10 @@ int CKvRibbonTitlebar::BeginAddTitleBar(const wchar_t* imageKey, const wchar_t* 
                                         const wchar_t* switchName, unsigned id,
                                         IKvRibbonTitleBarSmartMenu* menu)
 {
-    auto bar =
+    auto record =
         std::make_unique<kv::SKvTitleBarData>(imageKey, buttonText, switchName, id, menu, g_shortLabels);
-    return Bars().Begin(std::move(bar)) ? 1 : 0;
+    record->Hold(menu);
+    return Bars().Begin(std::move(record)) ? 1 : 0;
 }
 
 int CKvRibbonTitlebar::AddRibbonItem(const wchar_t* name, IKvGuiWnd* toolWindow, HWND handle, int flag)

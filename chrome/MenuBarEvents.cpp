@@ -100,7 +100,7 @@ void MenuBarEvents::HearKey(QWidget& receiver, const QKeyEvent& event)
 
 void MenuBarEvents::PressMnemonic(UINT key)
 {
-    const MenuBarRecord* record = m_strip.m_records.Active();
+    const MenuBarRecord* record = m_strip.ActiveMenu();
     if (record && key != 0)
         m_strip.PopupMenu(record->FindAccelerateIndex(static_cast<char>(key)));
 }
@@ -152,7 +152,7 @@ bool MenuBarEvents::HearPopupMove(const QMouseEvent& event)
     if (QApplication::activePopupWidget() && QApplication::activePopupWidget()->geometry().contains(screen))
         return false;
     const int item = ItemAt(screen);
-    const MenuBarRecord* record = m_strip.m_records.Active();
+    const MenuBarRecord* record = m_strip.ActiveMenu();
     if (item < 0 || item == m_strip.m_open || !record->SubMenu(item))
         return false;
     m_strip.GoTo(item);

@@ -52,6 +52,16 @@ SKvMenuBarData::SKvMenuBarData()
     documentLabel = L"Untitled";
 }
 
+std::vector<ToolWindow*> SKvMenuBarData::Tools()
+{
+    return {&toolWindow, &advanced[0], &advanced[1]};
+}
+
+std::vector<HWND> SKvMenuBarData::Seen() const
+{
+    return {toolWindow.handle, advanced[0].handle, advanced[1].handle};
+}
+
 void SKvMenuBarData::SetEntries(const std::vector<TopLevelEntry>& entries)
 {
     items.clear();

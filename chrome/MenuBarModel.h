@@ -29,6 +29,11 @@ struct SKvMenuBarData : CaptionRecord
 {
     SKvMenuBarData();
 
+    int ItemCount() const override { return static_cast<int>(items.size()); }
+    SKvMenuItem& ItemAt(int index) override { return items[static_cast<std::size_t>(index)]; }
+    std::vector<ToolWindow*> Tools() override;
+    std::vector<HWND> Seen() const override;
+
     std::vector<SKvMenuItem> items;
     ToolWindow toolWindow;
     std::vector<char> mnemonics;

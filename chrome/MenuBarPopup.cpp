@@ -57,7 +57,7 @@ void MenuBarStrip::PopupMenu(int index)
 
 int MenuBarStrip::RunPopup(int index)
 {
-    MenuBarRecord* record = m_records.Active();
+    MenuBarRecord* record = ActiveMenu();
     QPointer<QMenu> popup = record ? record->SubMenu(index) : nullptr;
     if (!popup || !Bar().IsCreated())
         return -1;
@@ -74,7 +74,7 @@ int MenuBarStrip::RunPopup(int index)
         std::vector<const QMenu*> path;
         const bool lives = !popup || !smartMenu || UpdateMenuState(run, *smartMenu, *popup, path);
         // The host may have activated another menu bar meanwhile, or a user have led to another item.
-        if (lives && m_records.Active() == record && m_next < 0)
+        if (lives && Active() == record && m_next < 0)
             command = TrackPopup(run, popup, {rect.left, rect.bottom + 1});
     }
     if (!run.bar)
@@ -87,7 +87,7 @@ int MenuBarStrip::RunPopup(int index)
         smartMenu->OnPopupClosed(popup);
     if (run.Lives() && smartMenu && command != 0)
         smartMenu->OnCommand(popup, command);
-    return run.Lives() && m_records.Active() == record ? next : -1;
+    return run.Lives() && Active() == record ? next : -1;
 }
 
 UINT MenuBarStrip::TrackPopup(const Run& run, const QPointer<QMenu>& popup, CPoint point)
@@ -135,12 +135,15 @@ void MenuBarStrip::GoTo(int index)
         m_popup->close();
 }
 
-void MenuBarStrip::ClosePopup()
+void MenuBarStrip::ClosePopups()
 {
+    const QPointer<CKvCaptionBar> bar(&Bar());
     if (m_buttonPopup)
-        m_buttonPopup->close();
-    GoTo(-1);
-    MarkOpen(-1);
+        m_buttonPopup->close(); // the host hears of it
+    if (bar)
+        GoTo(-1);
+    if (bar)
+        MarkOpen(-1);
 }
 
 void MenuBarStrip::MarkOpen(int index)
@@ -153,7 +156,7 @@ void MenuBarStrip::MarkOpen(int index)
 std::vector<bool> MenuBarStrip::OpeningItems() const
 {
     std::vector<bool> opens;
-    const MenuBarRecord* record = m_records.Active();
+    const MenuBarRecord* record = ActiveMenu();
     for (int i = 0; i < ItemCount(); ++i)
         opens.push_back(record->SubMenu(i) != nullptr);
     return opens;
@@ -161,7 +164,7 @@ std::vector<bool> MenuBarStrip::OpeningItems() const
 
 void MenuBarStrip::OpenMenuButtonMenu()
 {
-    const MenuBarRecord* record = m_records.Active();
+    const MenuBarRecord* record = ActiveMenu();
     if (!record || !record->buttonMenu)
         return;
     const AppButtonCallback callback = record->buttonCallback;
@@ -182,20 +185,15 @@ void MenuBarStrip::PrepareApplicationMenu(CKvMenu& menu)
     QMenu* handle = menu.GetHandle();
     if (!handle)
         return;
-    constexpr UINT firstApplication = 32813;
-    constexpr UINT lastApplication = 32816;
     constexpr int separatorPlace = 4;
     const QList<QAction*> actions = handle->actions();
     if (actions.size() > separatorPlace && actions[separatorPlace]->isSeparator())
         delete actions[separatorPlace];
     for (QAction* action : handle->actions()) {
-        const UINT command = KvGetMenuCommand(action);
-        if (command >= firstApplication && command <= lastApplication)
+        if (IsApplicationCommand(KvGetMenuCommand(action)))
             delete action;
     }
-    const bool zoomed = IsFrameZoomed(*Frame());
-    menu.EnableMenuItem(kCommandMaximise, zoomed ? 0 : 1);
-    menu.EnableMenuItem(kCommandRestore, zoomed ? 1 : 0);
+    EnableFrameEntries(menu, *Frame());
 }
 
 // --- Shortcuts ---
@@ -203,7 +201,7 @@ void MenuBarStrip::PrepareApplicationMenu(CKvMenu& menu)
 // The toolkit finds the shortcuts of a menu's entries where the menu's own action belongs to a widget.
 void MenuBarStrip::ListenToShortcuts()
 {
-    const MenuBarRecord* record = m_records.Active();
+    const MenuBarRecord* record = ActiveMenu();
     QMenu* menu = record ? record->menu.data() : nullptr;
     if (m_listened && m_listened != menu)
         Bar().removeAction(m_listened->menuAction());
@@ -229,7 +227,7 @@ std::vector<MenuBarStrip::Entry> MenuBarStrip::FindEntries(Predicate matches) co
         }
         path.pop_back();
     };
-    const MenuBarRecord* record = m_records.Active();
+    const MenuBarRecord* record = ActiveMenu();
     for (int i = 0; i < ItemCount(); ++i) {
         if (QMenu* popup = record->SubMenu(i))
             search(*popup, *popup, search);
@@ -240,7 +238,7 @@ std::vector<MenuBarStrip::Entry> MenuBarStrip::FindEntries(Predicate matches) co
 // Before the toolkit looks for the key: what the last update disabled is found only if this one enables it.
 void MenuBarStrip::UpdateShortcuts(int key, Qt::KeyboardModifiers modifiers)
 {
-    const MenuBarRecord* record = m_records.Active();
+    const MenuBarRecord* record = ActiveMenu();
     if (!record || !record->smartMenu)
         return;
     const auto withKey = [key, modifiers](Qt::KeyboardModifiers heeded) {
@@ -270,7 +268,7 @@ void MenuBarStrip::UpdateShortcuts(int key, Qt::KeyboardModifiers modifiers)
 void MenuBarStrip::HearShortcut(QAction& action)
 {
     m_pressed.reset();
-    const MenuBarRecord* record = m_records.Active();
+    const MenuBarRecord* record = ActiveMenu();
     if (m_open >= 0 || !record || !record->smartMenu)
         return;
     const std::vector<Entry> entries =

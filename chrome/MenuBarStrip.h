@@ -1,17 +1,11 @@
-// The strip of a ribbon menu bar: menu bars, their items and tool windows, the popups and their keys.
+// The strip of a ribbon menu bar: items, the tool window, the popups and their keys.
 #pragma once
 
 #include "KvRibbonMenuBar.h"
-#include "chrome/CaptionStrip.h"
 #include "chrome/MenuBarModel.h"
+#include "chrome/RecordStrip.h"
 
 #include <QMenu>
-#include <QPointer>
-
-#include <memory>
-#include <vector>
-
-class QKeyEvent;
 
 namespace kv {
 
@@ -27,36 +21,22 @@ struct MenuBarRecord : SKvMenuBarData
     QPointer<QMenu> buttonMenu;
     AppButtonCallback buttonCallback = nullptr;
     void* buttonContext = nullptr;
-    /// Expires with the record, for whoever called the host meanwhile.
-    std::shared_ptr<const int> life = std::make_shared<const int>(0);
 
     /// The sub-menu of an item as the menu has it now; null when there is none.
     QMenu* SubMenu(int item) const;
 };
 
-class MenuBarStrip : public CaptionStrip
+class MenuBarStrip : public RecordStrip
 {
 public:
     explicit MenuBarStrip(IKvRibbonMenuBarMgr& manager);
     ~MenuBarStrip() override;
 
-    /// Lets go of everything that the host gave; from the bar's destructor.
-    void Close();
-
-    bool Begin(const wchar_t* imageKey, const wchar_t* buttonText, std::uint32_t id, QMenu* menu,
-               IKvRibbonMenuBarSmartMenu* smartMenu);
+    bool BeginMenu(const wchar_t* imageKey, const wchar_t* buttonText, std::uint32_t id, QMenu* menu,
+                   IKvRibbonMenuBarSmartMenu* smartMenu);
     bool SetToolWindow(const ToolWindow& tool);
-    bool SetAdvanced(const ToolWindow& first, const ToolWindow& second);
     bool SetButtonMenu(QMenu* menu, AppButtonCallback callback, void* context);
-    bool End();
-    bool Activate(std::uint32_t id);
-    bool Remove(std::uint32_t id);
-    bool SetProductLabel(std::uint32_t id, const wchar_t* text);
-    bool SetDocumentLabel(std::uint32_t id, const wchar_t* text);
 
-    CaptionRecord* Active() const override { return m_records.Active(); }
-    int ItemCount() const override;
-    CaptionItem& Item(int index) const override;
     QString ItemLabel(int index) const override;
     void PressItem(int index) override { PopupMenu(index); }
     void OpenMenuButtonMenu() override;
@@ -64,43 +44,28 @@ public:
     void DoApplicationCommand(UINT /*command*/) override {}
     void DrawItemFrame(Graphics& graphics) override;
     void LayoutToolWindows() override;
-    void Remeasure() override;
+
+protected:
+    void TellAttached(CaptionRecord& record) override;
+    void ClosePopups() override;
+    void OnActivated() override { ListenToShortcuts(); }
+    void OnClose() override;
 
 private:
     friend class MenuBarEvents;
 
-    /// Notices whether the bar and the menu bar outlived a call of the host.
-    struct Run
-    {
-        Run(CKvCaptionBar& owner, const MenuBarRecord& record) : bar(&owner), life(record.life) {}
-        bool Lives() const { return bar && !life.expired(); }
-
-        QPointer<CKvCaptionBar> bar;
-        std::weak_ptr<const int> life;
-    };
-
-    // Menu bars.
-    CRect ButtonPlace(const MenuBarRecord& record) const;
-    void Measure(MenuBarRecord& record);
-    void ActivateAt(int index);
-    void ShowNone();
+    MenuBarRecord* ActiveMenu() const { return static_cast<MenuBarRecord*>(Active()); }
+    MenuBarRecord* Begun() { return static_cast<MenuBarRecord*>(Records().UnderConstruction()); }
     void ListenToShortcuts();
-    static void Release(std::unique_ptr<MenuBarRecord> record);
-
-    // Tool windows.
-    void Adopt(const std::vector<ToolWindow>& tools);
-    void Forget(const QObject* handle);
-    void ShowToolWindows(const MenuBarRecord* leaving = nullptr);
 
     // Popups: while one is open, `PopupMenu` and `GoTo` make its loop go on to another item.
     void PopupMenu(int index);
     int RunPopup(int index); ///< @return the item to go on to; -1 for none
-    UINT TrackPopup(const Run& run, const QPointer<QMenu>& popup, CPoint screen);
+    /// @param point client coordinates.
+    UINT TrackPopup(const Run& run, const QPointer<QMenu>& popup, CPoint point);
     bool UpdateMenuState(const Run& run, IKvRibbonMenuBarSmartMenu& smartMenu, QMenu& menu,
                          std::vector<const QMenu*>& path);
     void GoTo(int index);
-    /// Also that of button 10004.
-    void ClosePopup();
     void MarkOpen(int index);
     void InvalidateItem(int index);
     std::vector<bool> OpeningItems() const;
@@ -118,7 +83,6 @@ private:
     void HearShortcut(QAction& action);
 
     IKvRibbonMenuBarMgr& m_manager;
-    CaptionRecords<MenuBarRecord> m_records;
     std::unique_ptr<MenuBarEvents> m_events;
     QPointer<QMenu> m_listened;         ///< whose shortcuts work
     std::unique_ptr<QObject> m_pressed; ///< while a shortcut triggers its entry

@@ -14,8 +14,6 @@
 namespace kv {
 namespace {
 
-constexpr UINT kFirstApplication = 32813;
-
 // A name is no text with mnemonics.
 QString MenuText(const std::wstring& name)
 {
@@ -40,13 +38,16 @@ void FitApplication(QAction& action, const ApplicationEntry* entry, qreal ratio)
 
 void TitleBarStrip::PrepareApplicationMenu(CKvMenu& menu)
 {
-    const std::vector<ApplicationEntry> entries = MenuApplications(m_bars);
+    const std::vector<ApplicationEntry> entries = MenuApplications(Records());
+    m_offered.clear();
+    for (int i = 0; i < static_cast<int>(entries.size()); ++i)
+        m_offered.emplace_back(m_titleBar, Records().At(i));
     const QList<QAction*> actions = menu.GetHandle()->actions();
     bool isSection = false; // of the applications
     for (QAction* action : actions) {
         const UINT command = KvGetMenuCommand(action);
-        if (command >= kFirstApplication && command < kFirstApplication + kMostMenuApplications) {
-            const std::size_t index = command - kFirstApplication;
+        if (IsApplicationCommand(command)) {
+            const std::size_t index = command - kCommandFirstApplication;
             FitApplication(*action, index < entries.size() ? &entries[index] : nullptr,
                            m_titleBar.devicePixelRatioF());
             isSection = true;
@@ -57,35 +58,59 @@ void TitleBarStrip::PrepareApplicationMenu(CKvMenu& menu)
     FitFrameEntries(menu, *Frame());
 }
 
+// While the menu was open the host may have removed some of the applications.
 void TitleBarStrip::DoApplicationCommand(UINT command)
 {
-    if (command >= kFirstApplication && command < kFirstApplication + kMostMenuApplications)
-        ChooseApplication(static_cast<int>(command - kFirstApplication));
+    const std::size_t index = command - kCommandFirstApplication;
+    if (IsApplicationCommand(command) && index < m_offered.size() && m_offered[index].Lives())
+        ChooseApplication(Records().IndexOf(*m_offered[index].record));
 }
 
 void TitleBarStrip::ChooseApplication(int index)
 {
-    if (index >= m_bars.Count() || index == m_bars.ActiveIndex())
+    if (index < 0 || index >= Records().Count() || index == Records().ActiveIndex())
         return;
-    const std::uint32_t id = m_bars.At(index).id;
-    const QPointer<QWidget> self(&m_titleBar);
+    const std::uint32_t id = Records().At(index).id;
+    const QPointer<QWidget> bar(&m_titleBar);
     ActivateAt(index);
-    if (self)
+    if (bar)
         emit m_titleBar.TitleBarActivated(id);
+}
+
+void TitleBarStrip::OnAdded()
+{
+    if (m_switch)
+        AddToSwitchWindow(Records().Count() - 1);
+    else
+        EnsureSwitchWindow();
+    Layout(); // the flag may be new
+}
+
+void TitleBarStrip::OnRemoved(int index)
+{
+    if (Records().Count() < 2)
+        DropSwitchWindow();
+    else if (m_switch)
+        m_switch->RemoveApplication(index);
+}
+
+void TitleBarStrip::AddToSwitchWindow(int index)
+{
+    const SKvTitleBarData& record = TitleBarAt(Records(), index);
+    m_switch->AddApplication(record.imageKey + L"_s", record.switchName);
 }
 
 void TitleBarStrip::EnsureSwitchWindow()
 {
-    if (m_switch || m_bars.Count() < 2)
+    if (m_switch || Records().Count() < 2)
         return;
     m_switch = new CKvAppSwitchWnd;
-    for (int i = 0; i < m_bars.Count(); ++i)
-        m_switch->AddApplication(m_bars.At(i).imageKey + L"_s", m_bars.At(i).switchName);
-    QObject::connect(m_switch, &CKvAppSwitchWnd::Chosen, m_watcher.get(),
+    for (int i = 0; i < Records().Count(); ++i)
+        AddToSwitchWindow(i);
+    QObject::connect(m_switch, &CKvAppSwitchWnd::Chosen, &m_titleBar,
                      [this](int row) { ChooseApplication(row); });
     m_shortcut = std::make_unique<QShortcut>(QKeySequence(Qt::ALT | Qt::Key_F1), &m_titleBar);
-    QObject::connect(m_shortcut.get(), &QShortcut::activated, m_watcher.get(),
-                     [this] { OpenSwitchWindow(); });
+    QObject::connect(m_shortcut.get(), &QShortcut::activated, &m_titleBar, [this] { OpenSwitchWindow(); });
 }
 
 void TitleBarStrip::DropSwitchWindow()
@@ -104,10 +129,10 @@ void TitleBarStrip::DropSwitchWindow()
 
 bool TitleBarStrip::OpenSwitchWindow()
 {
-    if (m_bars.Count() < 2)
+    if (Records().Count() < 2)
         return false;
     EnsureSwitchWindow(); // the frame that it belonged to may be gone
-    m_switch->Open(*Frame(), m_bars.ActiveIndex());
+    m_switch->Open(*Frame(), Records().ActiveIndex());
     return true;
 }
 

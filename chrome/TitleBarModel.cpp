@@ -7,10 +7,10 @@ namespace kv {
 namespace {
 
 template <typename Predicate>
-int FirstItem(const SKvTitleBarData& bar, Predicate predicate)
+int FirstItem(const SKvTitleBarData& record, Predicate predicate)
 {
-    const auto found = std::find_if(bar.items.begin(), bar.items.end(), predicate);
-    return found == bar.items.end() ? -1 : static_cast<int>(found - bar.items.begin());
+    const auto found = std::find_if(record.items.begin(), record.items.end(), predicate);
+    return found == record.items.end() ? -1 : static_cast<int>(found - record.items.begin());
 }
 
 } // namespace
@@ -42,8 +42,12 @@ int SKvTitleBarData::SelectedItem() const
 
 void SKvTitleBarData::SelectItem(int index)
 {
-    for (int i = 0; i < static_cast<int>(items.size()); ++i)
-        items[static_cast<std::size_t>(i)].selected = i == index;
+    for (int i = 0; i < ItemCount(); ++i) {
+        SKvRibbonItem& item = ItemAt(i);
+        item.selected = i == index;
+        if (!item.selected && item.state == kItemPressed)
+            item.state = kItemNormal;
+    }
 }
 
 int SKvTitleBarData::ItemToActivate() const
@@ -59,20 +63,20 @@ int SKvTitleBarData::ItemToActivate() const
     return enabled >= 0 ? enabled : selected;
 }
 
-bool SKvTitleBarData::Forget(HWND handle)
+std::vector<ToolWindow*> SKvTitleBarData::Tools()
 {
-    bool known = false;
-    const auto forget = [&](ToolWindow& tool) {
-        if (tool.handle != handle)
-            return;
-        tool = {};
-        known = true;
-    };
+    std::vector<ToolWindow*> tools = CaptionRecord::Tools();
     for (SKvRibbonItem& item : items)
-        forget(item.tool);
-    for (ToolWindow& tool : advanced)
-        forget(tool);
-    return known;
+        tools.push_back(&item.tool);
+    return tools;
+}
+
+std::vector<HWND> SKvTitleBarData::Seen() const
+{
+    std::vector<HWND> seen = CaptionRecord::Seen();
+    if (const int selected = SelectedItem(); selected >= 0)
+        seen.push_back(items[static_cast<std::size_t>(selected)].tool.handle);
+    return seen;
 }
 
 std::wstring ShortLabel(std::wstring_view text)
@@ -89,14 +93,19 @@ std::wstring ShortLabel(std::wstring_view text)
     }
 }
 
-std::vector<ApplicationEntry> MenuApplications(const TitleBars& bars)
+SKvTitleBarData& TitleBarAt(const CaptionRecords& records, int index)
+{
+    return static_cast<SKvTitleBarData&>(records.At(index));
+}
+
+std::vector<ApplicationEntry> MenuApplications(const CaptionRecords& records)
 {
     std::vector<ApplicationEntry> entries;
-    if (bars.Count() < 2)
+    if (records.Count() < 2)
         return entries;
-    for (int i = 0; i < std::min(bars.Count(), kMostMenuApplications); ++i) {
-        const SKvTitleBarData& bar = bars.At(i);
-        entries.push_back({bar.switchName, bar.imageKey + L"_n", i == bars.ActiveIndex()});
+    for (int i = 0; i < std::min(records.Count(), kMostMenuApplications); ++i) {
+        const SKvTitleBarData& record = TitleBarAt(records, i);
+        entries.push_back({record.switchName, record.imageKey + L"_n", i == records.ActiveIndex()});
     }
     return entries;
 }

@@ -89,6 +89,13 @@ void RemoveMaximiseEntries(QMenu& menu)
 
 } // namespace
 
+void EnableFrameEntries(CKvMenu& menu, const QWidget& frame)
+{
+    const bool zoomed = IsFrameZoomed(frame);
+    menu.EnableMenuItem(kCommandRestore, zoomed ? 1 : 0);
+    menu.EnableMenuItem(kCommandMaximise, zoomed ? 0 : 1);
+}
+
 void FitFrameEntries(CKvMenu& menu, const QWidget& frame)
 {
     if (!menu.GetHandle())
@@ -97,9 +104,7 @@ void FitFrameEntries(CKvMenu& menu, const QWidget& frame)
         RemoveMaximiseEntries(*menu.GetHandle());
         return;
     }
-    const bool zoomed = IsFrameZoomed(frame);
-    menu.EnableMenuItem(kCommandRestore, zoomed ? 1 : 0);
-    menu.EnableMenuItem(kCommandMaximise, zoomed ? 0 : 1);
+    EnableFrameEntries(menu, frame);
 }
 
 bool DoFrameCommand(QWidget& frame, UINT command)

@@ -13,8 +13,10 @@ inline constexpr int kShowNormal = 1;
 inline constexpr int kShowMinimised = 2;
 inline constexpr int kShowMaximised = 3;
 
-/// Commands of menu 12027 that act on the frame.
+/// Menu 12027: entries for applications, and commands that act on the frame.
 inline constexpr UINT kFrameMenu = 12027;
+inline constexpr UINT kCommandFirstApplication = 32813;
+inline constexpr UINT kCommandLastApplication = 32816;
 inline constexpr UINT kCommandRestore = 32822;
 inline constexpr UINT kCommandMinimise = 32823;
 inline constexpr UINT kCommandMaximise = 32824;
@@ -34,6 +36,13 @@ bool RequestFrameState(QWidget& frame, int showCommand);
 /// Sends WM_CLOSE; when nobody answers, closes the frame. The frame may be gone afterwards.
 void CloseFrame(QWidget& frame);
 
+inline bool IsApplicationCommand(UINT command)
+{
+    return command >= kCommandFirstApplication && command <= kCommandLastApplication;
+}
+
+/// Enables "Restore" or "Maximize" of a menu 12027 by the frame's state.
+void EnableFrameEntries(CKvMenu& menu, const QWidget& frame);
 /// Makes "Restore", "Minimize", "Maximize" and "Close" of a menu 12027 fit for the frame: enables them, or
 /// takes the first three and the separator before "Close" out where there is no maximise box.
 void FitFrameEntries(CKvMenu& menu, const QWidget& frame);

@@ -5,8 +5,8 @@
 
 namespace {
 
+using kv::CaptionRecords;
 using kv::SKvTitleBarData;
-using kv::TitleBars;
 
 SKvTitleBarData Bar(const wchar_t* text = L"Titles", bool shortLabels = false)
 {
@@ -103,7 +103,7 @@ TEST(TitleBarModel, RemovalCountsPositionsAfterwards)
         {"nothing was active", 2, -1, 0, -1, 0},
     };
     for (const Removal& row : rows) {
-        TitleBars bars;
+        CaptionRecords bars;
         for (std::uint32_t id = 0; id < static_cast<std::uint32_t>(row.count); ++id)
             bars.Add(std::make_unique<SKvTitleBarData>(nullptr, nullptr, nullptr, id, nullptr, false));
         bars.Activate(row.active);
@@ -117,10 +117,10 @@ TEST(TitleBarModel, RemovalCountsPositionsAfterwards)
 
 TEST(TitleBarModel, TheMenuNamesTheFirstFourApplicationsFromTwoOn)
 {
-    TitleBars bars;
+    CaptionRecords bars;
     for (const std::size_t entries : {0u, 0u, 2u, 3u, 4u, 4u}) {
         EXPECT_EQ(kv::MenuApplications(bars).size(), entries);
-        bars.Add(std::make_unique<SKvTitleBarData>(Bar()));
+        bars.Add(std::make_unique<SKvTitleBarData>(L"", L"", nullptr, 1, nullptr, false));
     }
 }
 
