@@ -212,9 +212,8 @@ bool CaptionKeys::OnFocusKey(const QKeyEvent& event)
 
 bool CaptionKeys::PressTip(const QKeyEvent& event)
 {
-    // With the keypad's digits some systems compose characters.
-    const UINT key = VirtualKey(event);
-    if (key == 0 || (event.modifiers() & ~Qt::GroupSwitchModifier) != Qt::AltModifier)
+    const UINT key = MnemonicKey(event);
+    if (key == 0 || HeldModifiers(event.modifiers()) != Qt::AltModifier)
         return false;
     for (const Tip& tip : Tips()) {
         if (static_cast<UINT>(tip.key) != key)

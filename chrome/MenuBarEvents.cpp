@@ -14,6 +14,17 @@
 
 namespace kv {
 
+namespace {
+
+// A floating tool window leaves shortcuts to the window that it belongs to.
+const QWidget* ShortcutWindow(const QWidget* window)
+{
+    const bool isTool = window && window->windowType() == Qt::Tool && window->parentWidget();
+    return isTool ? window->parentWidget()->window() : window;
+}
+
+} // namespace
+
 MenuBarEvents::MenuBarEvents(MenuBarStrip& strip) : m_strip(strip)
 {
     // Of the application: a key may go to any widget of the window, and the frame may be another one soon.
@@ -42,7 +53,9 @@ bool MenuBarEvents::eventFilter(QObject* watched, QEvent* event)
     }
     case QEvent::Shortcut:
         if (auto* action = qobject_cast<QAction*>(watched)) {
-            if (!static_cast<QShortcutEvent*>(event)->isAmbiguous())
+            // Other windows' bars may show the same menu.
+            const bool isOurs = ShortcutWindow(QApplication::activeWindow()) == m_strip.Bar().window();
+            if (isOurs && !static_cast<QShortcutEvent*>(event)->isAmbiguous())
                 m_strip.HearShortcut(*action);
         }
         return false;
@@ -76,20 +89,20 @@ bool MenuBarEvents::IsPassedOn(QWidget& receiver, const QKeyEvent& event)
 void MenuBarEvents::HearKey(QWidget& receiver, const QKeyEvent& event)
 {
     const CKvCaptionBar& bar = m_strip.Bar();
-    if (receiver.window() != bar.window() || m_strip.m_open >= 0 || !bar.IsCreated() || !bar.isEnabled() ||
-        IsPassedOn(receiver, event))
+    if (ShortcutWindow(receiver.window()) != bar.window() || m_strip.m_open >= 0 || !bar.IsCreated() ||
+        !bar.isVisible() || !bar.isEnabled() || IsPassedOn(receiver, event))
         return;
     const bool isOverride = event.type() == QEvent::ShortcutOverride;
     const int key = event.key();
-    const UINT virtualKey = VirtualKey(event);
     const Qt::KeyboardModifiers held = HeldModifiers(event.modifiers());
     if (std::exchange(m_answeredKey, 0) == key && !isOverride)
         return;
     const QPointer<MenuBarEvents> self(this);
     const QPointer<QWidget> first(&receiver);
     // Ctrl+Alt types characters on many keyboards.
-    if (held.testFlag(Qt::AltModifier) && !held.testFlag(Qt::ControlModifier))
-        PressMnemonic(virtualKey);
+    const bool isMnemonic = held.testFlag(Qt::AltModifier) && !held.testFlag(Qt::ControlModifier);
+    if (isMnemonic && receiver.window() == bar.window())
+        PressMnemonic(MnemonicKey(event));
     if (!self || !isOverride)
         return;
     m_answeredKey = key;

@@ -229,8 +229,13 @@ std::vector<MenuBarStrip::Entry> MenuBarStrip::FindEntries(Predicate matches) co
     };
     const MenuBarRecord* record = ActiveMenu();
     for (int i = 0; i < ItemCount(); ++i) {
-        if (QMenu* popup = record->SubMenu(i))
+        QAction* item = record->Entry(i);
+        if (!item)
+            continue;
+        if (QMenu* popup = item->menu())
             search(*popup, *popup, search);
+        else if (KvGetMenuCommand(item) != 0 && matches(*item))
+            found.push_back({record->menu, record->menu, item});
     }
     return found;
 }

@@ -24,11 +24,17 @@ std::vector<TopLevelEntry> EntriesOf(const QMenu& menu)
 
 QMenu* MenuBarRecord::SubMenu(int item) const
 {
+    const QAction* entry = Entry(item);
+    return entry ? entry->menu() : nullptr;
+}
+
+QAction* MenuBarRecord::Entry(int item) const
+{
     if (!menu || item < 0 || item >= static_cast<int>(items.size()))
         return nullptr;
     const QList<QAction*> actions = menu->actions();
     const int position = items[static_cast<std::size_t>(item)].position;
-    return position < actions.size() ? actions[position]->menu() : nullptr;
+    return position < actions.size() ? actions[position] : nullptr;
 }
 
 MenuBarStrip::MenuBarStrip(IKvRibbonMenuBarMgr& manager)

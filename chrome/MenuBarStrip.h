@@ -24,6 +24,8 @@ struct MenuBarRecord : SKvMenuBarData
 
     /// The sub-menu of an item as the menu has it now; null when there is none.
     QMenu* SubMenu(int item) const;
+    /// Likewise its entry.
+    QAction* Entry(int item) const;
 };
 
 class MenuBarStrip : public RecordStrip
@@ -73,7 +75,7 @@ private:
     // Shortcuts.
     struct Entry
     {
-        QPointer<QMenu> popup; ///< of the top level
+        QPointer<QMenu> popup; ///< of the top level; the menu itself for an entry of the top level
         QPointer<QMenu> menu;  ///< that holds the entry
         QPointer<QAction> action;
     };

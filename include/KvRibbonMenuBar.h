@@ -18,7 +18,8 @@ public:
     virtual int OnDetach() { return 0; }
     /// Brings one entry up to date (enabled, checked, text). @param popup the menu that holds it.
     virtual int OnUpdateCommand(HMENU /*popup*/, unsigned /*command*/) { return 0; }
-    /// @param popup the top-level entry's sub-menu; null when it was destroyed meanwhile.
+    /// @param popup the top-level entry's sub-menu, the bar's menu for a top-level entry that has a command
+    ///        of its own; null when it was destroyed meanwhile.
     /// @param command the chosen one, never 0.
     virtual int OnCommand(HMENU /*popup*/, unsigned /*command*/) { return 0; }
     /// After the popup closed, before `OnCommand`. @param popup null when it was destroyed meanwhile.

@@ -2,12 +2,52 @@
 
 #include <QKeyEvent>
 
+#include <string_view>
+
 namespace kv {
+
+namespace {
+
+constexpr bool IsDigit(UINT key)
+{
+    return key >= '0' && key <= '9';
+}
+
+constexpr bool IsLetterOrDigit(UINT key)
+{
+    return (key >= 'A' && key <= 'Z') || IsDigit(key);
+}
+
+// As an English keyboard has it there; 0 for other keys.
+UINT KeyAtPlace([[maybe_unused]] const QKeyEvent& event)
+{
+#if defined(Q_OS_WIN)
+    const UINT key = event.nativeVirtualKey();
+    return IsLetterOrDigit(key) ? key : 0;
+#elif defined(Q_OS_MACOS)
+    return 0; // Alt types characters
+#else
+    struct Row
+    {
+        UINT first; // key code of X11 and Wayland
+        std::string_view keys;
+    };
+    constexpr Row rows[] = {{10, "1234567890"}, {24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+    const UINT code = event.nativeScanCode();
+    for (const Row& row : rows) {
+        if (code >= row.first && code - row.first < row.keys.size())
+            return static_cast<unsigned char>(row.keys[code - row.first]);
+    }
+    return 0;
+#endif
+}
+
+} // namespace
 
 UINT VirtualKey(const QKeyEvent& event)
 {
     const int key = event.key();
-    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
+    if (IsLetterOrDigit(static_cast<UINT>(key)))
         return static_cast<UINT>(key);
     switch (key) {
     case Qt::Key_Backspace:
@@ -53,6 +93,19 @@ UINT VirtualKey(const QKeyEvent& event)
     default:
         return 0;
     }
+}
+
+UINT MnemonicKey(const QKeyEvent& event)
+{
+    constexpr UINT lastLatin = 0xFF;
+    const auto key = static_cast<UINT>(event.key());
+    if (event.modifiers().testFlag(Qt::KeypadModifier))
+        return 0;
+    if (IsLetterOrDigit(key))
+        return key;
+    const UINT place = KeyAtPlace(event);
+    const bool isForeignLetter = key > lastLatin && key < Qt::Key_Escape;
+    return isForeignLetter || IsDigit(place) ? place : 0;
 }
 
 UINT KeyCharacter(const QKeyEvent& event)

@@ -90,8 +90,8 @@ protected:
         file->addSeparator();
         AddEntry(*file->addMenu("Recent"), "a", 2)->setShortcut(QKeySequence("Ctrl+K, Ctrl+A"));
         menu.addSeparator();
-        menu.addAction("&Plain");
-        AddEntry(*menu.addMenu("&edit"), "Undo", 3);
+        AddEntry(menu, "&Plain", 9)->setShortcut(QKeySequence("Ctrl+P"));
+        AddEntry(*menu.addMenu("&quit"), "Now", 3);
         menu.addMenu("Hidden")->menuAction()->setVisible(false);
         AddEntry(*menu.addMenu("&View"), "Zoom", 4);
         bar = new CKvRibbonMenuBar;
@@ -193,7 +193,7 @@ TEST_F(MenuBar, ItemsStandInTheirRow)
     // Hidden entries and separators take no room, entries without a sub-menu do.
     const QFontMetrics metrics(bar->font());
     const int between = metrics.horizontalAdvance("File") + metrics.horizontalAdvance("Plain") +
-                        metrics.horizontalAdvance("edit") + 3 * 10;
+                        metrics.horizontalAdvance("quit") + 3 * 10;
     EXPECT_NEAR(last.x() - first.x(), between, 3) << "a text's width may be rounded up";
     const QRect button = Button(kKvCaptionApplication)->geometry();
     EXPECT_EQ(button.left(), 4);
@@ -210,14 +210,20 @@ TEST_F(MenuBar, KeysThatOpenPopups)
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;
         const char* opened;
+        quint32 place = 0; // of the key "F" on a keyboard of X11: 41
     } rows[] = {
         {"Alt and the letter", Qt::Key_F, Qt::AltModifier, "File: File?1 Recent?2 File."},
         {"with Shift, too", Qt::Key_V, Qt::AltModifier | Qt::ShiftModifier, "View: View?4 View."},
         {"no Alt", Qt::Key_F, {}, ""},
         {"Ctrl+Alt types", Qt::Key_F, Qt::AltModifier | Qt::ControlModifier, ""},
-        {"a lower-case mnemonic", Qt::Key_E, Qt::AltModifier, ""},
+        {"a lower-case mnemonic", Qt::Key_Q, Qt::AltModifier, ""},
+        {"F2 has that letter's number", Qt::Key_F2, Qt::AltModifier, ""},
         {"an entry without a sub-menu", Qt::Key_P, Qt::AltModifier, ""},
-        {"a function key with a letter's number", Qt::Key_F7, Qt::AltModifier, ""},
+        {"the keypad types", Qt::Key_V, Qt::AltModifier | Qt::KeypadModifier, ""},
+#ifdef Q_OS_LINUX
+        {"a Russian keyboard", Qt::Key(0x410), Qt::AltModifier, "File: File?1 Recent?2 File.", 41},
+        {"a Latin letter at another place", Qt::Key_U, Qt::AltModifier, "", 41},
+#endif
     };
     for (const auto& row : rows) {
         struct Counter : QObject // the message goes on to whoever has the focus
@@ -234,10 +240,18 @@ TEST_F(MenuBar, KeysThatOpenPopups)
         edit.installEventFilter(&counter);
         if (*row.opened)
             Dismiss();
-        QTest::keyClick(&edit, row.key, row.modifiers);
+        // The override that the test library sends knows no place.
+        QKeyEvent override(QEvent::ShortcutOverride, row.key, row.modifiers, row.place, 0, 0);
+        if (row.place != 0)
+            QApplication::sendEvent(&edit, &override);
+        QTest::simulateEvent(&edit, true, row.key, row.modifiers, {}, false);
         EXPECT_EQ(smart.Heard(), row.opened) << row.what;
         EXPECT_EQ(counter.presses, 1) << row.what;
     }
+    bar->hide();
+    QTest::keyClick(&edit, Qt::Key_F, Qt::AltModifier);
+    EXPECT_EQ(smart.Heard(), "") << "a hidden bar";
+    bar->show();
     bar->RemoveMenuBar(7);
     smart.Heard();
     QTest::keyClick(&edit, Qt::Key_F, Qt::AltModifier);
@@ -283,6 +297,23 @@ TEST_F(MenuBar, ShortcutsOfEntries)
     QTest::keyClick(&edit, Qt::Key_K, Qt::ControlModifier);
     QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(smart.Heard(), "Recent?2 File!2");
+    QTest::keyClick(&edit, Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(smart.Heard(), "?9 !9") << "an entry of the top level";
+    {
+        QWidget frame; // with the same menu
+        CKvRibbonMenuBar second;
+        second.Create(WS_CHILD | WS_VISIBLE, {0, 0, 700, 30}, &frame, 78);
+        second.BeginAddMenuBar(L"app", L"Titles", 1, &menu, &other);
+        second.EndAddMenuBar();
+        second.ActiveMenuBar(1);
+        frame.show();
+        QApplication::setActiveWindow(&top);
+        press();
+        EXPECT_EQ(smart.Heard(), "File?1 File!1");
+        EXPECT_EQ(other.Heard(), "attach1") << "the key was another window's";
+        second.setParent(nullptr);
+    }
+    other.Heard();
     open->trigger();
     EXPECT_EQ(smart.Heard(), "") << "the host's own doing";
     top.addAction(open); // the host knows the entry elsewhere, too
