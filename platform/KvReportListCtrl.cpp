@@ -24,6 +24,7 @@ int KvReportRow::Height() const
 CKvReportListCtrl::CKvReportListCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent); // lets the picture be moved when the list is scrolled
     m_impl->LayOut();
 }
 
@@ -177,7 +178,7 @@ int CKvReportListCtrl::GetVisibleCount() const
 void CKvReportListCtrl::ShowGridLines(BOOL show)
 {
     m_impl->hasGrid = show != 0;
-    m_impl->RequestFrame();
+    m_impl->RequestWholeFrame();
 }
 
 QSize CKvReportListCtrl::sizeHint() const
@@ -202,7 +203,7 @@ void CKvReportListCtrl::SetHeaderText(int column, const wchar_t* header)
     if (!m_impl->IsColumn(column))
         return;
     m_impl->columns.columns[static_cast<std::size_t>(column)].header = header ? header : L"";
-    m_impl->RequestFrame();
+    m_impl->RequestWholeFrame();
 }
 
 void CKvReportListCtrl::SetAutoSizeColumn(int column, int minimum)
@@ -234,8 +235,8 @@ int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_vi
     if (line < -1 || line > count)
         return -1;
     const int at = line == -1 ? count : line;
-    m_impl->rows.Insert(at, kv::ReportRow(std::span(texts.begin(), texts.size()),
-                                          height > 0 ? height : m_impl->defaultHeight));
+    m_impl->InsertRow(at, kv::ReportRow(std::span(texts.begin(), texts.size()),
+                                        height > 0 ? height : m_impl->defaultHeight));
     m_impl->Inserted(at, 1);
     return at;
 }
@@ -253,7 +254,7 @@ int CKvReportListCtrl::InsertRows(int line, const std::vector<CStringArray>& row
         texts.assign(row.begin(), row.end());
         added.emplace_back(texts, height > 0 ? height : m_impl->defaultHeight);
     }
-    m_impl->rows.Insert(at, std::move(added));
+    m_impl->InsertRows(at, std::move(added));
     m_impl->Inserted(at, static_cast<int>(rows.size()));
     return at;
 }
@@ -263,11 +264,10 @@ int CKvReportListCtrl::RemoveRows(int line, int count)
     if (!m_impl->IsLine(line) || count <= 0)
         return 0;
     count = std::min(count, GetItemCount() - line);
-    m_impl->Remove(line, count);
-    m_impl->RowsResized();
+    m_impl->RemoveRows(line, count);
     CArray<int, int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
-    m_impl->Notify(kKvReportRemoved, std::move(lines));
+    m_impl->Removed(std::move(lines), kKvReportRemoved);
     return count;
 }
 
@@ -279,37 +279,23 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
     gone.erase(std::unique(gone.begin(), gone.end()), gone.end());
     if (gone.empty())
         return 0;
-    // From the end, run by run, so that the lines before keep their indices.
-    for (std::size_t end = gone.size(); end > 0;) {
-        std::size_t begin = end - 1;
-        while (begin > 0 && gone[begin - 1] == gone[begin] - 1)
-            --begin;
-        m_impl->Remove(gone[begin], static_cast<int>(end - begin));
-        end = begin;
-    }
-    m_impl->RowsResized();
+    m_impl->RemoveRows(gone);
     const int count = static_cast<int>(gone.size());
-    m_impl->Notify(kKvReportRemoved, std::move(gone));
+    m_impl->Removed(std::move(gone), kKvReportRemoved);
     return count;
 }
 
 void CKvReportListCtrl::RemoveAllRows()
 {
     if (GetItemCount() > 0)
-        m_impl->Remove(0, GetItemCount());
-    m_impl->RowsResized();
-    m_impl->Notify(kKvReportAllRemoved, {});
+        m_impl->RemoveRows(0, GetItemCount());
+    m_impl->Removed({}, kKvReportAllRemoved);
 }
 
 int CKvReportListCtrl::SortRows(const CArray<int, int>& order)
 {
-    if (!m_impl->rows.Sort(order))
+    if (!m_impl->SortRows(order))
         return 0;
-    std::vector<int> placeOf(order.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        placeOf[static_cast<std::size_t>(order[i])] = static_cast<int>(i);
-    for (int* line : {&m_impl->current, &m_impl->anchor, &m_impl->editLine, &m_impl->dragLine})
-        *line = *line < 0 ? -1 : placeOf[static_cast<std::size_t>(*line)];
     m_impl->RowsResized();
     m_impl->Notify(kKvReportOrderChanged, order);
     return 1;
@@ -321,13 +307,9 @@ int CKvReportListCtrl::SetItemText(int line, int column, const CString& text)
         return 0;
     if (m_impl->rows.Row(line).Text(column) == text)
         return 1;
-    m_impl->rows.SetText(line, column, text);
-    const bool wasShown = m_impl->rows.Row(line).shown;
-    m_impl->Filter(line);
-    if (wasShown != m_impl->rows.Row(line).shown)
-        m_impl->RowsResized();
-    else
-        m_impl->RepaintRow(line);
+    m_impl->SetText(line, column, text);
+    m_impl->RepaintRow(line);
+    m_impl->RowsResized();
     m_impl->Notify(kKvReportTextChanged, {line}, column);
     return 1;
 }
@@ -336,10 +318,7 @@ int CKvReportListCtrl::SetItemHeight(int line, int height)
 {
     if (!m_impl->IsLine(line) || height <= 0)
         return 0;
-    const int top = m_impl->TopLine();
-    if (line < top && m_impl->rows.Row(line).shown)
-        m_impl->scrollY += height - m_impl->rows.Row(line).height;
-    m_impl->rows.SetHeight(line, height);
+    m_impl->SetHeight(line, height);
     m_impl->RowsResized();
     return 1;
 }
@@ -371,7 +350,9 @@ int CKvReportListCtrl::SetItemData(int line, std::uint64_t value)
 {
     if (!m_impl->IsLine(line))
         return 0;
-    m_impl->rows.SetData(line, value);
+    m_impl->SetData(line, value);
+    m_impl->RepaintRow(line);
+    m_impl->RowsResized();
     return 1;
 }
 

@@ -50,6 +50,17 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
     editor->setFocus();
 }
 
+// To its text, and to its cell at least. @return whether its size changed.
+bool CKvReportListCtrl::Impl::FitEditor()
+{
+    if (!editor || !IsLine(editLine))
+        return false;
+    const QSize size = editor->NaturalSize().expandedTo(CellRect(editLine, editColumn).size());
+    const bool isChanged = size != editor->size();
+    editor->resize(size);
+    return isChanged;
+}
+
 void CKvReportListCtrl::Impl::PlaceEditor()
 {
     if (!editor || !IsLine(editLine))
@@ -174,8 +185,6 @@ void CKvReportListCtrl::_UpdateTextWidth()
     Impl& impl = *m_impl;
     if (!impl.editor || !impl.IsLine(impl.editLine))
         return;
-    const QRect cell = impl.CellRect(impl.editLine, impl.editColumn);
-    impl.editor->resize(impl.editor->NaturalSize().expandedTo(cell.size()));
     impl.LayOut();
     impl.ShowCaret();
     impl.PlaceEditor();

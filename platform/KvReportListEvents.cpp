@@ -313,11 +313,11 @@ BOOL CKvReportListCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
         if (!impl.IsColumn(column))
             return 1;
         impl.currentColumn = column;
+        impl.RequestFrame();
         impl.ScrollByUser(
             static_cast<int>(kv::OffsetToShow(impl.scrollX, impl.layout.cells.Width(),
                                               impl.layout.Left(column), impl.layout.Right(column))),
             impl.scrollY);
-        impl.RequestFrame();
         return 1;
     }
     case VK_SPACE:
@@ -367,7 +367,7 @@ void CKvReportListCtrl::OnEnable(BOOL enabled)
 {
     if (!enabled)
         EndEdit(0);
-    m_impl->RequestFrame();
+    m_impl->RequestWholeFrame();
 }
 
 void CKvReportListCtrl::OnSize(int, int)
@@ -378,7 +378,7 @@ void CKvReportListCtrl::OnSize(int, int)
 void CKvReportListCtrl::OnSkinChanged()
 {
     m_impl->theme.Load();
-    m_impl->RequestFrame();
+    m_impl->RequestWholeFrame();
 }
 
 void CKvReportListCtrl::changeEvent(QEvent* event)

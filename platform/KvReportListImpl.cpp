@@ -5,8 +5,14 @@
 #include <QStyle>
 
 #include <algorithm>
-#include <limits>
 #include <numeric>
+#include <utility>
+
+namespace {
+
+constexpr int kBarStep = 24; // pixels of a click on a scroll bar's arrow
+
+} // namespace
 
 void CKvReportListCtrl::Impl::Theme::Load()
 {
@@ -30,12 +36,14 @@ CKvReportListCtrl::Impl::Impl(CKvReportListCtrl& control)
         bar->hide();
         bar->setFocusPolicy(Qt::NoFocus);
     }
-    const auto scrolled = [this] {
+    QObject::connect(verticalBar, &QScrollBar::valueChanged, &list, [this](int value) {
         if (!isSyncing)
-            ScrollByUser(horizontalBar->value(), verticalBar->value());
-    };
-    QObject::connect(verticalBar, &QScrollBar::valueChanged, &list, scrolled);
-    QObject::connect(horizontalBar, &QScrollBar::valueChanged, &list, scrolled);
+            ScrollByUser(scrollX, kv::ReportBarScale(layout.MaxScrollY()).ToOffset(value));
+    });
+    QObject::connect(horizontalBar, &QScrollBar::valueChanged, &list, [this](int value) {
+        if (!isSyncing)
+            ScrollByUser(value, scrollY);
+    });
 }
 
 QRect CKvReportListCtrl::Impl::RowRect(int line) const
@@ -58,21 +66,31 @@ QRect CKvReportListCtrl::Impl::CellRect(const QRect& row, int column) const
             layout.Right(column) - layout.Left(column), row.height()};
 }
 
-void CKvReportListCtrl::Impl::LayOut()
+kv::ReportLayout CKvReportListCtrl::Impl::LaidOut() const
 {
     kv::ReportExtent extent;
     extent.client = list.size();
     extent.header = hasHeader;
-    barExtent = list.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &list);
     extent.bar = barExtent;
     extent.rowsHeight = rows.Height();
     if (editor && IsLine(editLine)) {
         extent.editorRight = layout.Left(editColumn) + editor->width() + 5;
         extent.editorBottom = rows.TopOf(editLine) + editor->height();
     }
-    layout = kv::LayOutReport(extent, columns);
+    return kv::LayOutReport(extent, columns);
+}
+
+void CKvReportListCtrl::Impl::LayOut()
+{
+    barExtent = list.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &list);
+    const kv::ReportLayout before = std::exchange(layout, LaidOut());
+    if (FitEditor())
+        layout = LaidOut();
     ScrollTo(scrollX, scrollY);
-    RequestFrame();
+    if (layout.cells == before.cells && layout.edges == before.edges)
+        RequestFrame();
+    else
+        RequestWholeFrame();
 }
 
 void CKvReportListCtrl::Impl::RowsResized()
@@ -98,6 +116,8 @@ void CKvReportListCtrl::Impl::ScrollTo(int x, std::int64_t y)
     y = std::clamp<std::int64_t>(y, 0, layout.MaxScrollY());
     if (x == scrollX && y == scrollY)
         return;
+    if (x != scrollX)
+        screen.Forget();
     scrollX = x;
     scrollY = y;
     RequestFrame();
@@ -130,6 +150,12 @@ void CKvReportListCtrl::Impl::RequestFrame()
         &list, [this] { Frame(); }, Qt::QueuedConnection);
 }
 
+void CKvReportListCtrl::Impl::RequestWholeFrame()
+{
+    screen.Forget();
+    RequestFrame();
+}
+
 void CKvReportListCtrl::Impl::Frame()
 {
     frameAsked = false;
@@ -139,7 +165,7 @@ void CKvReportListCtrl::Impl::Frame()
     }
     SyncBars();
     PlaceEditor();
-    list.update();
+    UpdateScreen();
     if (rowsChanged && QAccessible::isActive())
         PartsChanged();
     rowsChanged = false;
@@ -148,16 +174,16 @@ void CKvReportListCtrl::Impl::Frame()
 
 void CKvReportListCtrl::Impl::SyncBars()
 {
-    const std::int64_t kLimit = std::numeric_limits<int>::max();
     isSyncing = true;
-    const auto sync = [kLimit](QScrollBar* bar, const CRect& rect, std::int64_t maximum, std::int64_t value,
-                               int page) {
+    const auto sync = [](QScrollBar* bar, const CRect& rect, std::int64_t most, std::int64_t value,
+                         int page) {
+        const kv::ReportBarScale scale(most);
         if (!rect.IsRectEmpty() && bar->geometry() != QRect(rect))
             bar->setGeometry(rect);
-        bar->setRange(0, static_cast<int>(std::min(maximum, kLimit)));
-        bar->setPageStep(std::max(1, page));
-        bar->setSingleStep(24);
-        bar->setValue(static_cast<int>(std::min(value, kLimit)));
+        bar->setRange(0, scale.Range());
+        bar->setPageStep(scale.Length(page));
+        bar->setSingleStep(scale.Length(kBarStep));
+        bar->setValue(scale.ToBar(value));
         bar->setVisible(!rect.IsRectEmpty());
     };
     sync(verticalBar, layout.verticalBar, layout.MaxScrollY(), scrollY, layout.cells.Height());
@@ -165,14 +191,13 @@ void CKvReportListCtrl::Impl::SyncBars()
     isSyncing = false;
 }
 
+// In the next frame.
 void CKvReportListCtrl::Impl::RepaintRow(int line)
 {
     if (!IsLine(line))
         return;
-    if (suspended > 0)
-        frameDue = true;
-    else if (!frameAsked)
-        list.update(RowRect(line) & QRect(layout.cells));
+    screen.Touch(rows.Row(line).id);
+    RequestFrame();
 }
 
 void CKvReportListCtrl::Impl::Notify(int kind, CArray<int, int> lines, int column)
@@ -181,52 +206,26 @@ void CKvReportListCtrl::Impl::Notify(int kind, CArray<int, int> lines, int colum
     list._OnNotifyItemModify(kind, lines, column);
 }
 
-// Shows or hides a new or changed line.
-void CKvReportListCtrl::Impl::Filter(int line)
-{
-    if (!filter)
-        return;
-    const kv::ReportRow& row = rows.Row(line);
-    const bool accepts = filter(KvReportRow(&row));
-    if (accepts != row.shown)
-        rows.SetShown(line, accepts);
-}
-
 void CKvReportListCtrl::Impl::Inserted(int line, int count)
 {
-    for (int i = 0; filter && i < count; ++i)
-        Filter(line + i);
-    // At the very top new lines come into view.
-    if (scrollY > 0 && line + count < rows.Count() && rows.TopOf(line) <= scrollY)
-        scrollY += rows.TopOf(line + count) - rows.TopOf(line);
-    for (int* place : {&current, &anchor, &editLine, &dragLine})
-        *place = kv::LineAfterInsert(*place, line, count);
     RowsResized();
     CArray<int, int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
     Notify(kKvReportInserted, std::move(lines));
 }
 
-// Without the notification.
-void CKvReportListCtrl::Impl::Remove(int line, int count)
+// After rows went; an editor that was open in one of them goes, too.
+void CKvReportListCtrl::Impl::Removed(CArray<int, int> lines, int kind)
 {
-    const int top = TopLine();
-    if (top >= line + count)
-        scrollY -= rows.TopOf(line + count) - rows.TopOf(line);
-    else if (top >= line)
-        scrollY = rows.TopOf(line);
-    rows.Remove(line, count);
-    for (int* place : {&current, &anchor, &dragLine})
-        *place = kv::LineAfterRemove(*place, line, count);
-    const bool wasEditing = editLine >= 0;
-    editLine = kv::LineAfterRemove(editLine, line, count);
-    if (current < 0 && drag == Drag::kNone && rows.Count() == 0)
-        anchor = -1;
-    if (wasEditing && editLine < 0) {
-        const int column = editColumn;
+    const bool isEditLost = editor && editLine < 0;
+    const int column = editColumn;
+    if (isEditLost)
         CloseEditor();
+    RowsResized();
+    const QPointer<CKvReportListCtrl> self(&list);
+    Notify(kind, std::move(lines));
+    if (isEditLost && self)
         list._CancelEdit(-1, column);
-    }
 }
 
 void CKvReportListCtrl::Impl::TellSelection()

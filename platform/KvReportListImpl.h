@@ -5,7 +5,8 @@
 #include "platform/AccessibleParts.h"
 #include "platform/ReportEditor.h"
 #include "platform/ReportLayout.h"
-#include "platform/ReportRows.h"
+#include "platform/ReportScreen.h"
+#include "platform/ReportView.h"
 
 #include <QFontMetricsF>
 #include <QPointer>
@@ -14,7 +15,7 @@
 
 #include <optional>
 
-struct CKvReportListCtrl::Impl : kv::AccessibleParts
+struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::ReportView
 {
     /// What the pointer is dragging.
     enum class Drag
@@ -37,12 +38,12 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
     bool IsLine(int line) const { return line >= 0 && line < rows.Count(); }
     bool IsColumn(int column) const { return column >= 0 && column < layout.ColumnCount(); }
     bool IsCell(int line, int column) const { return IsLine(line) && IsColumn(column); }
-    int TopLine() const { return rows.LineAt(scrollY); }
     QRect RowRect(int line) const; ///< over the width of the cells; may lie outside of them
     QRect CellRect(int line, int column) const;
     QRect CellRect(const QRect& row, int column) const;
     /// After a change of columns, size or the editor.
     void LayOut();
+    kv::ReportLayout LaidOut() const;
     /// After a change of the rows' heights or number: keeps scroll limits and bars up to date.
     void RowsResized();
     void ScrollTo(int x, std::int64_t y);
@@ -51,14 +52,19 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
 
     // The frame.
     void RequestFrame();
+    void RequestWholeFrame();
     void Frame();
     void SyncBars();
+    /// Moves and invalidates on the screen what differs from the picture of the last frame.
+    void UpdateScreen();
+    int ScreenUnit() const;
+    std::vector<kv::ReportScreenLine> LinesInView() const;
+    int Look(int line) const;
     void RepaintRow(int line);
 
     // Rows.
     void Inserted(int line, int count);
-    void Remove(int line, int count);
-    void Filter(int line);
+    void Removed(CArray<int, int> lines, int kind);
     void Notify(int kind, CArray<int, int> lines, int column = -1);
 
     // Selection by the user.
@@ -72,6 +78,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
     // Editing.
     void OpenEditor(int line, int column);
     QRect EditorRect() const;
+    bool FitEditor();
     void PlaceEditor();
     void ShowCaret();
     void CloseEditor();
@@ -93,7 +100,6 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
     void DoAction(Key key, const QString& action) override;
 
     CKvReportListCtrl& list;
-    kv::ReportRows rows;
     kv::ReportColumns columns;
     kv::ReportLayout layout;
     bool hasHeader = true;
@@ -101,18 +107,13 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
     int textStyle = kKvReportLeft;
     int defaultHeight = 24;
     int barExtent = 0; ///< how thick a scroll bar is
-    std::function<bool(const KvReportRow&)> filter;
     Theme theme;
 
     int scrollX = 0;
-    std::int64_t scrollY = 0;
-    int current = -1; ///< the line with the keyboard's focus
-    int anchor = -1;  ///< where Shift selects from
     int currentColumn = 0;
 
     Drag drag = Drag::kNone;
     CPoint dragStart;
-    int dragLine = -1;
     int dragColumn = -1;
     int dragWidth = 0;        ///< the column's before
     bool dragWasAuto = false; ///< whether it was the auto-sized one
@@ -122,7 +123,6 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
     QScrollBar* horizontalBar;
     QPointer<QWidget> port; ///< shows the part of the editor that is in view
     QPointer<kv::ReportEditor> editor;
-    int editLine = -1;
     int editColumn = -1;
     CString editBegin;
     bool isEndingEdit = false;
@@ -133,4 +133,12 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts
     bool rowsChanged = false;
     bool isSyncing = false;
     QRegion dirty; ///< what is being painted
+    kv::ReportScreen screen;
+    /// The cell that is being drawn, and its place.
+    struct
+    {
+        int line = -1;
+        int column = -1;
+        QRect rect;
+    } drawn;
 };

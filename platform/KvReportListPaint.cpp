@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -54,9 +55,9 @@ QColor CKvReportListCtrl::Impl::Colour(int line, int column, bool isBack) const
 
 void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
 {
-    if (layout.header.IsRectEmpty())
-        return;
     const QRect header(0, 0, list.width(), layout.header.bottom);
+    if (header.isEmpty() || !dirty.intersects(header))
+        return;
     painter.setClipRect(header);
     painter.fillRect(header, theme.header);
     const kv::DevicePixels pixels(painter);
@@ -83,7 +84,9 @@ void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line, const QRect& 
             continue;
         painter.setClipRect(cell & cells);
         painter.fillRect(cell, Colour(line, column, true));
+        drawn = {line, column, cell};
         list.DrawItem(&painter, line, column);
+        drawn = {};
         if (!hasGrid)
             continue;
         painter.fillRect(pixels.Column(cell.right(), cell.top(), cell.bottom() + 1), theme.grid);
@@ -102,19 +105,73 @@ void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line, const QRect& 
     }
 }
 
+// From above; the last one may be cut.
+std::vector<kv::ReportScreenLine> CKvReportListCtrl::Impl::LinesInView() const
+{
+    std::vector<kv::ReportScreenLine> lines;
+    const int first = TopLine();
+    if (first < 0)
+        return lines;
+    int top = RowRect(first).top();
+    rows.VisitShown(first, [&](int line, const kv::ReportRow& row) {
+        if (top >= layout.cells.bottom)
+            return false;
+        lines.push_back({row.id, line, top, row.height, Look(line)});
+        top += row.height;
+        return true;
+    });
+    return lines;
+}
+
+// What, besides what it holds, makes a line look as it does.
+int CKvReportListCtrl::Impl::Look(int line) const
+{
+    const int ring = line == current && list.hasFocus() ? currentColumn + 1 : 0;
+    return 2 * ring + (rows.Row(line).selected ? 1 : 0);
+}
+
+// Logical pixels that are whole device pixels: a picture moved by less would be blurred. 0 for none.
+int CKvReportListCtrl::Impl::ScreenUnit() const
+{
+    if (editor) // its picture would be moved with the lines
+        return 0;
+    const double ratio = list.devicePixelRatioF();
+    for (int unit = 1; unit <= 8; ++unit) {
+        if (unit * ratio == std::floor(unit * ratio))
+            return unit;
+    }
+    return 0;
+}
+
+void CKvReportListCtrl::Impl::UpdateScreen()
+{
+    const CRect& cells = layout.cells;
+    const bool isWhole = !screen.IsKnown();
+    const kv::ReportScreenStep step = screen.Show(LinesInView(), cells.top, cells.bottom, ScreenUnit());
+    if (isWhole) {
+        list.update();
+        return;
+    }
+    if (step.shift != 0)
+        list.scroll(0, step.shift, cells);
+    for (const auto& [top, bottom] : step.bands)
+        list.update(cells.left, top, cells.Width(), bottom - top);
+}
+
 void CKvReportListCtrl::OnPaint(Graphics& graphics)
 {
     Impl& impl = *m_impl;
+    // What is painted ahead of its frame is not what the last frame noted.
+    if (impl.frameAsked || impl.frameDue)
+        impl.screen.Forget();
     impl.SyncBars();
     graphics.setFont(font());
     graphics.fillRect(rect(), impl.theme.back);
     impl.DrawHeader(graphics);
-    for (int line = impl.TopLine(); line >= 0; line = NextShownRow(line, 1)) {
-        const QRect row = impl.RowRect(line);
-        if (row.top() >= impl.layout.cells.bottom)
-            break;
+    for (const kv::ReportScreenLine& line : impl.LinesInView()) {
+        const QRect row(impl.layout.cells.left, line.top, impl.layout.cells.Width(), line.height);
         if (impl.dirty.intersects(row))
-            impl.DrawRow(graphics, line, row);
+            impl.DrawRow(graphics, line.line, row);
     }
     graphics.setClipping(false);
 }

@@ -75,7 +75,7 @@ void CKvReportListCtrl::_PrivateEnableUpdate(int enable)
 
 void CKvReportListCtrl::UpdateCells()
 {
-    m_impl->RequestFrame();
+    m_impl->RequestWholeFrame();
 }
 
 void CKvReportListCtrl::UpdateLine(int line)
@@ -85,13 +85,11 @@ void CKvReportListCtrl::UpdateLine(int line)
 
 void CKvReportListCtrl::SetRowFilter(std::function<bool(const KvReportRow&)> accepts)
 {
-    m_impl->filter = std::move(accepts);
-    const int top = m_impl->TopLine();
-    const std::int64_t into = top < 0 ? 0 : m_impl->scrollY - m_impl->rows.TopOf(top);
-    m_impl->rows.ShowWhere(
-        [&](const kv::ReportRow& row) { return !m_impl->filter || m_impl->filter(KvReportRow(&row)); });
-    if (top >= 0)
-        m_impl->scrollY = m_impl->rows.TopOf(top) + (m_impl->rows.Row(top).shown ? into : 0);
+    if (accepts)
+        m_impl->SetFilter(
+            [accepts = std::move(accepts)](const kv::ReportRow& row) { return accepts(KvReportRow(&row)); });
+    else
+        m_impl->SetFilter({});
     m_impl->RowsResized();
 }
 
@@ -120,6 +118,8 @@ CRect CKvReportListCtrl::GetCellRect(int line, int column) const
 {
     if (!m_impl->IsCell(line, column) || !m_impl->rows.Row(line).shown)
         return {};
+    if (m_impl->drawn.line == line && m_impl->drawn.column == column)
+        return m_impl->drawn.rect;
     return m_impl->CellRect(line, column);
 }
 
@@ -144,7 +144,7 @@ CRect CKvReportListCtrl::GetCellsRect() const
 void CKvReportListCtrl::SetTextStyle(int style)
 {
     m_impl->textStyle = style;
-    m_impl->RequestFrame();
+    m_impl->RequestWholeFrame();
 }
 
 int CKvReportListCtrl::_GetColumnTextStyle(int, int)

@@ -1,5 +1,6 @@
 #include "platform/ReportLayout.h"
 
+#include <cmath>
 #include <cstdlib>
 
 namespace kv {
@@ -7,6 +8,7 @@ namespace kv {
 namespace {
 
 constexpr int kEdgeReach = 4;
+constexpr std::int64_t kLongestBar = 1 << 30; // room for a page behind the end
 
 // Where the columns end when the cells have that width.
 std::vector<int> Edges(const ReportColumns& columns, int width)
@@ -69,6 +71,34 @@ int ReportLayout::EdgeAt(int x) const
             best = column;
     }
     return best;
+}
+
+ReportBarScale::ReportBarScale(std::int64_t most)
+    : m_most(most)
+    , m_range(static_cast<int>(std::min(most, kLongestBar)))
+{
+}
+
+int ReportBarScale::ToBar(std::int64_t offset) const
+{
+    if (m_most == m_range)
+        return static_cast<int>(offset);
+    return static_cast<int>(
+        std::llround(static_cast<double>(offset) / static_cast<double>(m_most) * m_range));
+}
+
+std::int64_t ReportBarScale::ToOffset(int value) const
+{
+    if (m_most == m_range)
+        return value;
+    if (value == m_range)
+        return m_most;
+    return std::llround(static_cast<double>(m_most) / m_range * value);
+}
+
+int ReportBarScale::Length(int pixels) const
+{
+    return std::max(1, ToBar(pixels));
 }
 
 std::int64_t OffsetToShow(std::int64_t offset, std::int64_t size, std::int64_t begin, std::int64_t end)

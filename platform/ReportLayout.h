@@ -62,6 +62,24 @@ struct ReportLayout
 
 ReportLayout LayOutReport(const ReportExtent& extent, const ReportColumns& columns);
 
+/// A scroll bar has 31 bits: where the way is longer, a step of the bar is several pixels.
+class ReportBarScale
+{
+public:
+    /// @param most the largest offset.
+    explicit ReportBarScale(std::int64_t most);
+    int Range() const { return m_range; }
+    int ToBar(std::int64_t offset) const;
+    /// The end of the bar gives the largest offset.
+    std::int64_t ToOffset(int value) const;
+    /// For a page or a line: at least 1.
+    int Length(int pixels) const;
+
+private:
+    std::int64_t m_most;
+    int m_range;
+};
+
 /// The offset nearest to `offset` that brings begin … end into a view `size` long; the beginning where it is
 /// longer than the view.
 std::int64_t OffsetToShow(std::int64_t offset, std::int64_t size, std::int64_t begin, std::int64_t end);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kChunkRows = 256;
 
-std::size_t Index(int value)
+std::size_t ToSize(int value)
 {
     return static_cast<std::size_t>(value);
 }
@@ -33,12 +33,19 @@ void ReportRows::Sums::Add(const Sums& other, int sign)
     height += other.height * sign;
 }
 
-void ReportRows::Chunk::Take(ReportRow row, std::size_t at)
+void ReportRows::Take(Chunk& chunk, ReportRow row, std::size_t at)
 {
-    sums.Add(row, 1);
-    lowestId = std::min(lowestId, row.id);
-    highestId = std::max(highestId, row.id);
-    rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(at), std::move(row));
+    chunk.sums.Add(row, 1);
+    if (m_chunkOf)
+        (*m_chunkOf)[row.id] = &chunk;
+    chunk.rows.insert(chunk.rows.begin() + static_cast<std::ptrdiff_t>(at), std::move(row));
+}
+
+// The row is about to go for good.
+void ReportRows::Lose(const ReportRow& row)
+{
+    if (m_chunkOf)
+        m_chunkOf->erase(row.id);
 }
 
 // Makes the sums before that chunk known.
@@ -51,14 +58,10 @@ void ReportRows::SumUpTo(std::size_t chunk) const
             sums = m_before[next - 1];
             sums.Add(m_chunks[next - 1]->sums, 1);
         }
+        if (next < m_chunks.size())
+            m_chunks[next]->place = next;
         m_before.push_back(sums);
     }
-}
-
-const ReportRows::Sums& ReportRows::Before(std::size_t chunk) const
-{
-    SumUpTo(chunk);
-    return m_before[chunk];
 }
 
 void ReportRows::ForgetSumsAfter(std::size_t chunk)
@@ -73,7 +76,7 @@ ReportRows::Place ReportRows::PlaceOf(int line) const
     const auto next = std::upper_bound(m_before.begin(), m_before.end(), line,
                                        [](int value, const Sums& sums) { return value < sums.count; });
     const auto chunk = static_cast<std::size_t>(next - m_before.begin()) - 1;
-    return {chunk, Index(line - m_before[chunk].count)};
+    return {chunk, ToSize(line - m_before[chunk].count)};
 }
 
 const ReportRow& ReportRows::Row(int line) const
@@ -92,7 +95,7 @@ void ReportRows::Append(ReportRow row)
     if (m_chunks.empty() || m_chunks.back()->rows.size() >= kChunkRows)
         m_chunks.push_back(std::make_unique<Chunk>());
     m_total.Add(row, 1);
-    m_chunks.back()->Take(std::move(row), m_chunks.back()->rows.size());
+    Take(*m_chunks.back(), std::move(row), m_chunks.back()->rows.size());
 }
 
 void ReportRows::Insert(int line, ReportRow row)
@@ -108,7 +111,7 @@ void ReportRows::Insert(int line, ReportRow row)
         place = PlaceOf(line);
     }
     m_total.Add(row, 1);
-    m_chunks[place.chunk]->Take(std::move(row), place.row);
+    Take(*m_chunks[place.chunk], std::move(row), place.row);
     ForgetSumsAfter(place.chunk);
 }
 
@@ -126,7 +129,7 @@ void ReportRows::Split(int line)
     tail->rows.reserve(kChunkRows);
     for (auto row = from; row != old.end(); ++row) {
         m_chunks[place.chunk]->sums.Add(*row, -1);
-        tail->Take(std::move(*row), tail->rows.size());
+        Take(*tail, std::move(*row), tail->rows.size());
     }
     old.erase(from, old.end());
     m_chunks.insert(m_chunks.begin() + static_cast<std::ptrdiff_t>(place.chunk) + 1, std::move(tail));
@@ -164,6 +167,8 @@ void ReportRows::Remove(int line, int count)
     while (count > 0) {
         count -= m_chunks[last]->sums.count;
         m_total.Add(m_chunks[last]->sums, -1);
+        for (std::size_t row = 0; m_chunkOf && row < m_chunks[last]->rows.size(); ++row)
+            Lose(m_chunks[last]->rows[row]);
         ++last;
     }
     m_chunks.erase(m_chunks.begin() + static_cast<std::ptrdiff_t>(first),
@@ -173,37 +178,85 @@ void ReportRows::Remove(int line, int count)
     MergeAround(first);
 }
 
+void ReportRows::Remove(std::span<const int> lines)
+{
+    auto next = lines.begin();
+    int line = 0;
+    for (const auto& chunk : m_chunks) {
+        const int end = line + chunk->sums.count;
+        if (next == lines.end())
+            break;
+        if (*next >= end) {
+            line = end;
+            continue;
+        }
+        std::erase_if(chunk->rows, [&](const ReportRow& row) {
+            if (next == lines.end() || *next != line++)
+                return false;
+            ++next;
+            chunk->sums.Add(row, -1);
+            m_total.Add(row, -1);
+            Lose(row);
+            return true;
+        });
+        line = end;
+    }
+    MergeAll();
+}
+
+bool ReportRows::CanMerge(const Chunk& left, const Chunk& right) const
+{
+    return left.rows.size() + right.rows.size() <= kChunkRows / 2;
+}
+
+void ReportRows::Merge(Chunk& left, Chunk& right)
+{
+    for (ReportRow& row : right.rows)
+        Take(left, std::move(row), left.rows.size());
+}
+
 // Small neighbours become one, so that removals leave no crowd of tiny chunks.
 void ReportRows::MergeAround(std::size_t chunk)
 {
     for (std::size_t right : {chunk + 1, chunk}) {
-        if (right == 0 || right >= m_chunks.size() ||
-            m_chunks[right - 1]->rows.size() + m_chunks[right]->rows.size() > kChunkRows / 2)
+        if (right == 0 || right >= m_chunks.size() || !CanMerge(*m_chunks[right - 1], *m_chunks[right]))
             continue;
-        Chunk& left = *m_chunks[right - 1];
-        for (ReportRow& row : m_chunks[right]->rows)
-            left.Take(std::move(row), left.rows.size());
+        Merge(*m_chunks[right - 1], *m_chunks[right]);
         m_chunks.erase(m_chunks.begin() + static_cast<std::ptrdiff_t>(right));
         ForgetSumsAfter(right - 1);
     }
+}
+
+void ReportRows::MergeAll()
+{
+    std::vector<std::unique_ptr<Chunk>> merged;
+    for (auto& chunk : m_chunks) {
+        if (!merged.empty() && CanMerge(*merged.back(), *chunk))
+            Merge(*merged.back(), *chunk);
+        else if (!chunk->rows.empty())
+            merged.push_back(std::move(chunk));
+    }
+    m_chunks = std::move(merged);
+    m_before.clear();
 }
 
 void ReportRows::Clear()
 {
     m_chunks.clear();
     m_before.clear();
+    m_chunkOf.reset();
     m_total = {};
 }
 
 bool ReportRows::Sort(std::span<const int> order)
 {
-    if (order.size() != Index(Count()))
+    if (order.size() != ToSize(Count()))
         return false;
     std::vector<bool> seen(order.size());
     for (const int line : order) {
-        if (line < 0 || line >= Count() || seen[Index(line)])
+        if (line < 0 || line >= Count() || seen[ToSize(line)])
             return false;
-        seen[Index(line)] = true;
+        seen[ToSize(line)] = true;
     }
     std::vector<ReportRow> old;
     old.reserve(order.size());
@@ -212,46 +265,8 @@ bool ReportRows::Sort(std::span<const int> order)
                    std::make_move_iterator(chunk->rows.end()));
     Clear();
     for (const int line : order)
-        Append(std::move(old[Index(line)]));
+        Append(std::move(old[ToSize(line)]));
     return true;
-}
-
-int ReportRows::Find(std::uint64_t id) const
-{
-    for (std::size_t i = 0; i < m_chunks.size(); ++i) {
-        const Chunk& chunk = *m_chunks[i];
-        if (id < chunk.lowestId || id > chunk.highestId)
-            continue;
-        const auto row = std::find_if(chunk.rows.begin(), chunk.rows.end(),
-                                      [&](const ReportRow& one) { return one.id == id; });
-        if (row != chunk.rows.end())
-            return Before(i).count + static_cast<int>(row - chunk.rows.begin());
-    }
-    return -1;
-}
-
-void ReportRows::Visit(int line, const std::function<bool(int line, const ReportRow& row)>& visit) const
-{
-    if (line >= Count())
-        return;
-    for (Place place = PlaceOf(line); place.chunk < m_chunks.size(); place = {place.chunk + 1, 0}) {
-        for (; place.row < m_chunks[place.chunk]->rows.size(); ++place.row, ++line) {
-            if (!visit(line, m_chunks[place.chunk]->rows[place.row]))
-                return;
-        }
-    }
-}
-
-int LineAfterInsert(int line, int at, int count)
-{
-    return line >= at ? line + count : line;
-}
-
-int LineAfterRemove(int line, int at, int count)
-{
-    if (line < at)
-        return line;
-    return line < at + count ? -1 : line - count;
 }
 
 template <typename Change>
@@ -292,7 +307,20 @@ void ReportRows::SetShown(int line, bool shown)
 
 void ReportRows::ShowWhere(const std::function<bool(const ReportRow& row)>& accepts)
 {
-    ChangeRows(0, Count() - 1, [&](ReportRow& row) { row.shown = accepts(row); });
+    m_total.shown = 0;
+    m_total.height = 0;
+    for (const auto& chunk : m_chunks) {
+        chunk->sums.shown = 0;
+        chunk->sums.height = 0;
+        for (ReportRow& row : chunk->rows) {
+            row.shown = accepts(row);
+            chunk->sums.shown += row.shown ? 1 : 0;
+            chunk->sums.height += row.shown ? row.height : 0;
+        }
+        m_total.shown += chunk->sums.shown;
+        m_total.height += chunk->sums.height;
+    }
+    m_before.clear();
 }
 
 void ReportRows::Select(int first, int last, bool select)
@@ -322,7 +350,7 @@ void ReportRows::SelectShown(int first, int last)
 void ReportRows::SelectedLines(std::vector<int>& lines) const
 {
     lines.clear();
-    lines.reserve(Index(m_total.selected));
+    lines.reserve(ToSize(m_total.selected));
     int first = 0;
     for (const auto& chunk : m_chunks) {
         for (std::size_t i = 0; chunk->sums.selected > 0 && i < chunk->rows.size(); ++i) {
@@ -344,83 +372,6 @@ int ReportRows::LastSelected() const
         }
     }
     return -1;
-}
-
-std::int64_t ReportRows::TopOf(int line) const
-{
-    if (line >= Count())
-        return Height();
-    const Place place = PlaceOf(line);
-    std::int64_t top = m_before[place.chunk].height;
-    for (std::size_t i = 0; i < place.row; ++i) {
-        const ReportRow& row = m_chunks[place.chunk]->rows[i];
-        top += row.shown ? row.height : 0;
-    }
-    return top;
-}
-
-int ReportRows::LineAt(std::int64_t place) const
-{
-    if (ShownCount() == 0)
-        return -1;
-    if (place >= Height())
-        return ShownLine(ShownCount() - 1);
-    place = std::max<std::int64_t>(place, 0);
-    SumUpTo(m_chunks.size() - 1);
-    const auto next =
-        std::upper_bound(m_before.begin(), m_before.end(), place,
-                         [](std::int64_t value, const Sums& sums) { return value < sums.height; });
-    const auto chunk = static_cast<std::size_t>(next - m_before.begin()) - 1;
-    std::int64_t bottom = m_before[chunk].height;
-    int line = m_before[chunk].count;
-    for (const ReportRow& row : m_chunks[chunk]->rows) {
-        bottom += row.shown ? row.height : 0;
-        if (bottom > place)
-            break;
-        ++line;
-    }
-    return line;
-}
-
-int ReportRows::CountWithin(std::int64_t place, int height) const
-{
-    if (ShownCount() == 0 || height <= 0)
-        return 0;
-    const int top = LineAt(place);
-    const int bottom = LineAt(place + height - 1);
-    const bool cutAbove = TopOf(top) < place;
-    const bool cutBelow = TopOf(bottom) + Row(bottom).height > place + height;
-    const int count = ShownBefore(bottom) - ShownBefore(top) + 1;
-    return count - (cutAbove ? 1 : 0) - (cutBelow && (bottom != top || !cutAbove) ? 1 : 0);
-}
-
-int ReportRows::ShownBefore(int line) const
-{
-    if (line >= Count())
-        return ShownCount();
-    const Place place = PlaceOf(line);
-    const std::vector<ReportRow>& rows = m_chunks[place.chunk]->rows;
-    return m_before[place.chunk].shown +
-           static_cast<int>(std::count_if(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(place.row),
-                                          [](const ReportRow& row) { return row.shown; }));
-}
-
-int ReportRows::ShownLine(int index) const
-{
-    if (index < 0 || index >= ShownCount())
-        return -1;
-    SumUpTo(m_chunks.size() - 1);
-    const auto next = std::upper_bound(m_before.begin(), m_before.end(), index,
-                                       [](int value, const Sums& sums) { return value < sums.shown; });
-    const auto chunk = static_cast<std::size_t>(next - m_before.begin()) - 1;
-    int line = m_before[chunk].count;
-    int left = index - m_before[chunk].shown;
-    for (const ReportRow& row : m_chunks[chunk]->rows) {
-        if (row.shown && left-- == 0)
-            break;
-        ++line;
-    }
-    return line;
 }
 
 } // namespace kv

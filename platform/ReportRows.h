@@ -12,6 +12,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace kv {
@@ -80,16 +81,21 @@ public:
     void Insert(int line, ReportRow row);
     void Insert(int line, std::vector<ReportRow> rows);
     void Remove(int line, int count);
+    /// @param lines ascending, each once. One pass, whatever their number.
+    void Remove(std::span<const int> lines);
     void Clear();
     /// The row that is to come to place i stands at order[i]. @return false, with nothing changed, when it is
     /// no permutation.
     bool Sort(std::span<const int> order);
 
     const ReportRow& Row(int line) const;
-    /// Where the row with that number is; -1 when it is gone.
+    /// Where the row with that number is; -1 when it is gone. The first call after a sort is a pass over all
+    /// rows, and some 40 bytes a row are spent from then on.
     int Find(std::uint64_t id) const;
     /// Calls with every row from `line` on until `visit` gives false.
     void Visit(int line, const std::function<bool(int line, const ReportRow& row)>& visit) const;
+    /// The same with the rows shown only; passes quickly over many that are hidden.
+    void VisitShown(int line, const std::function<bool(int line, const ReportRow& row)>& visit) const;
 
     void SetText(int line, int column, std::wstring_view text) { At(line).SetText(column, text); }
     void SetColours(int line, int column, const std::uint32_t* back, const std::uint32_t* text)
@@ -137,10 +143,7 @@ private:
     {
         std::vector<ReportRow> rows;
         Sums sums;
-        std::uint64_t lowestId = UINT64_MAX; ///< of all rows that came in, also those that left
-        std::uint64_t highestId = 0;
-
-        void Take(ReportRow row, std::size_t at);
+        mutable std::size_t place = 0; ///< in m_chunks, as far as the sums before are known
     };
     struct Place
     {
@@ -150,26 +153,28 @@ private:
 
     ReportRow& At(int line);
     Place PlaceOf(int line) const;
-    const Sums& Before(std::size_t chunk) const;
     void SumUpTo(std::size_t chunk) const;
     void ForgetSumsAfter(std::size_t chunk);
     template <typename Change>
     void ChangeRow(Chunk& chunk, ReportRow& row, Change change);
     template <typename Change>
     void ChangeRows(int first, int last, Change change);
+    void Take(Chunk& chunk, ReportRow row, std::size_t at);
+    void Lose(const ReportRow& row);
     void Append(ReportRow row);
     void Split(int line);
+    bool CanMerge(const Chunk& left, const Chunk& right) const;
+    void Merge(Chunk& left, Chunk& right);
     void MergeAround(std::size_t chunk);
+    void MergeAll();
 
     std::vector<std::unique_ptr<Chunk>> m_chunks;
     Sums m_total;
     std::uint64_t m_lastId = 0;
     mutable std::vector<Sums> m_before; ///< the sums of all chunks before a chunk, as far as known
-};
 
-/// Where a line is after `count` lines were inserted before `at`.
-int LineAfterInsert(int line, int at, int count);
-/// Where it is after `count` lines from `at` on went; -1 when it is one of them.
-int LineAfterRemove(int line, int at, int count);
+    using Index = std::unordered_map<std::uint64_t, Chunk*>;
+    mutable std::unique_ptr<Index> m_chunkOf; ///< where each row is; made when it is asked for
+};
 
 } // namespace kv

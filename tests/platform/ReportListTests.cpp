@@ -3,12 +3,15 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QPaintEvent>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -32,10 +35,12 @@ public:
     using CKvReportListCtrl::RemoveRows;
     using CKvReportListCtrl::SetAutoSizeColumn;
     using CKvReportListCtrl::SetCellColors;
+    using CKvReportListCtrl::SetItemHeight;
     using CKvReportListCtrl::SetItemText;
     using CKvReportListCtrl::SetRowFilter;
     using CKvReportListCtrl::SetScrollOffset;
     using CKvReportListCtrl::SortRows;
+    using CKvReportListCtrl::UpdateLine;
 
     int Add(const std::wstring& text, int line = -1, int height = 0)
     {
@@ -66,6 +71,22 @@ protected:
         return text != L"bad";
     }
     void _CancelEdit(int line, int) override { cancelled = line; }
+};
+
+/// Gathers what a widget is asked to paint.
+class PaintWatch : public QObject
+{
+public:
+    PaintWatch(QWidget& widget, QRegion& region) : m_region(region) { widget.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            m_region += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+
+private:
+    QRegion& m_region;
 };
 
 class ReportList : public testing::Test
@@ -316,6 +337,104 @@ TEST_F(ReportList, CaretStaysFivePixelsInside)
     EXPECT_GE(caret() - 5, 0);
     list.EndEdit(0);
     EXPECT_EQ(list.GetScrollOffset().x, 0) << "without the editor everything fits again";
+}
+
+TEST_F(ReportList, OpenEditorFillsItsCellAsThatChanges)
+{
+    Fill(3);
+    list.EditCell(1, 0);
+    EXPECT_EQ(Editor()->size(), QSize(100, 24));
+    list.SetItemHeight(1, 60);
+    EXPECT_EQ(Editor()->height(), 60);
+    list.SetColumnWidth(0, 150);
+    EXPECT_EQ(Editor()->width(), 150);
+    list.SetItemHeight(1, 12);
+    EXPECT_LT(Editor()->height(), 60);
+    EXPECT_GE(Editor()->height(), QFontMetrics(list.font()).height()) << "its text needs more than its cell";
+    list.SetAutoSizeColumn(0);
+    EXPECT_EQ(Editor()->width(), 220);
+    list.resize(200, 144);
+    EXPECT_EQ(Editor()->width(), 120);
+}
+
+TEST_F(ReportList, HostMayDeleteTheListInAnySelectionSignal)
+{
+    using List = TestList;
+    const auto at = [](List& one, int line) { return QRect(one.GetCellRect(line, 0)).center(); };
+    const auto key = [](int code, Qt::KeyboardModifiers modifiers = {}) {
+        return [=](List& one) { QTest::keyClick(&one, static_cast<Qt::Key>(code), modifiers); };
+    };
+    const auto typed = [](int code) {
+        return [=](List& one) {
+            one.EditCell(1, 0);
+            QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(code));
+        };
+    };
+    const std::pair<const char*, std::function<void(List&)>> cases[] = {
+        {"press", [&](List& one) { QTest::mousePress(&one, Qt::LeftButton, {}, at(one, 2)); }},
+        {"click on a selected line",
+         [&](List& one) { QTest::mouseClick(&one, Qt::LeftButton, {}, at(one, 0)); }},
+        {"press beside the lines",
+         [&](List& one) {
+             QTest::mousePress(&one, Qt::LeftButton, {}, {20, 140});
+         }},
+        {"right press", [&](List& one) { QTest::mousePress(&one, Qt::RightButton, {}, at(one, 2)); }},
+        {"down", key(Qt::Key_Down)},
+        {"page down", key(Qt::Key_PageDown)},
+        {"end", key(Qt::Key_End, Qt::ShiftModifier)},
+        {"space", key(Qt::Key_Space, Qt::ControlModifier)},
+        {"select all", key(Qt::Key_A, Qt::ControlModifier)},
+        {"Tab in the editor", typed(Qt::Key_Tab)},
+        {"Enter in the editor", typed(Qt::Key_Return)},
+    };
+    for (const auto& [name, act] : cases) {
+        SCOPED_TRACE(name);
+        auto* doomed = new List;
+        doomed->Create({0, 0, 300, 144}, WS_CHILD | WS_VISIBLE, &parent, 6);
+        doomed->InsertColumn(L"First", 100);
+        doomed->InsertColumn(L"Second", 100);
+        for (int i = 0; i < 3; ++i)
+            doomed->Add(L"row");
+        doomed->SetSelItem(0);
+        doomed->raise();
+        doomed->setFocus();
+        const QPointer<List> guard(doomed);
+        QObject::connect(doomed, &List::SelectionEdited, &parent, [doomed] { delete doomed; });
+        act(*doomed);
+        EXPECT_FALSE(guard);
+        delete guard;
+    }
+}
+
+TEST_F(ReportList, PaintsWhatChangedAlone)
+{
+    Fill(30);
+    QApplication::processEvents(); // a window paints only once it is exposed
+    const auto painted = [this] {
+        QRegion region;
+        PaintWatch watch(list, region);
+        QApplication::sendPostedEvents();
+        QEvent now(QEvent::UpdateRequest); // the toolkit would wait for some milliseconds
+        QApplication::sendEvent(&parent, &now);
+        return (region & QRect(list.GetCellsRect())).boundingRect();
+    };
+    painted();
+    EXPECT_TRUE(painted().isEmpty());
+    const CRect cells = list.GetCellsRect();
+    const auto row = [&](int line) { return QRect(0, list.GetCellRect(line, 0).top, cells.Width(), 24); };
+    list.UpdateLine(2);
+    EXPECT_EQ(painted(), row(2));
+    list.SetItemText(3, 1, L"new");
+    list.SetItemText(20, 1, L"out of view");
+    EXPECT_EQ(painted(), row(3));
+    Key(Qt::Key_Down);
+    EXPECT_EQ(painted(), row(0)) << "the first line is selected and has the focus";
+    list.Add(L"at the end");
+    EXPECT_TRUE(painted().isEmpty());
+    list.SetScrollOffset({0, 24});
+    EXPECT_EQ(painted(), row(5)) << "the rest is moved";
+    list.SetColumnWidth(0, 50);
+    EXPECT_EQ(painted(), QRect(cells));
 }
 
 TEST_F(ReportList, PaintsTheCellsOwnColours)
