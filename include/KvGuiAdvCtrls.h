@@ -15,6 +15,8 @@
 #include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"
+#include "KvTextEditListCtrl.h"
+#include "KvTextListBase.h"
 #include "KvTimecode.h"
 #include "KvTypes.h"
 #include "KvUnknown.h"

@@ -259,7 +259,12 @@ int CKvReportListCtrl::GetEditColumn() const
 
 CString CKvReportListCtrl::GetOpenText() const
 {
-    return m_impl->editor ? KvFromQString(m_impl->editor->toPlainText()) : CString();
+    if (!m_impl->editor)
+        return {};
+    // Not as plain text, which turns no-break spaces into blanks.
+    QString text = m_impl->editor->document()->toRawText();
+    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    return KvFromQString(text);
 }
 
 CString CKvReportListCtrl::GetOpenSelection() const

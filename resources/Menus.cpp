@@ -25,6 +25,14 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12027, 32823, L"Minimize"},
         {12027, 32824, L"Maximize"},
         {12027, 32826, L"Close\tAlt + F4"},
+        // 20100: lists of texts
+        {20100, 33001, L"Cu&t\tCtrl+X"},
+        {20100, 33002, L"&Copy\tCtrl+C"},
+        {20100, 33003, L"&Paste\tCtrl+V"},
+        {20100, 33004, L"&Delete\tDel"},
+        {20100, 33005, L"Select &All\tCtrl+A"},
+        {20100, 33006, L"Insert A&bove\tCtrl+Shift+Enter"},
+        {20100, 33007, L"&Insert Below\tCtrl+Enter"},
     };
     return texts;
 }
@@ -37,7 +45,9 @@ std::span<const MenuEntry> BuiltInMenus()
         {12002, 32780},          {12002, 32785}, {12002, 32787},          {12002, 32784},
         {12027, 32813},          {12027, 32814}, {12027, 32815},          {12027, 32816},
         {12027, kMenuSeparator}, {12027, 32822}, {12027, 32823},          {12027, 32824},
-        {12027, kMenuSeparator}, {12027, 32826},
+        {12027, kMenuSeparator}, {12027, 32826}, {20100, 33001},          {20100, 33002},
+        {20100, 33003},          {20100, 33004}, {20100, kMenuSeparator}, {20100, 33005},
+        {20100, kMenuSeparator}, {20100, 33006}, {20100, 33007},
     };
     return menus;
 }

@@ -1,0 +1,130 @@
+// What the subtitle list and the text list share: rows of texts that the user edits, with colours of their
+// own, undo, clipboard, and drag and drop.
+#pragma once
+
+#include "KvReportListCtrl.h"
+
+#include <memory>
+
+class QUndoStack;
+
+/// A list whose column 0 holds a text a row. A text may have several lines; the list shows a mark for each
+/// line break, and Shift+Enter breaks a line while a cell is open.
+///
+/// What the host does is silent and not undone. What the user does is one step of the undo stack: editing a
+/// cell (edits of the same cell after one another are one step), cut, paste, delete, insert, move by drag or
+/// key. A step knows its rows, not their indices: it finds them where the host has moved them meanwhile; once
+/// they are gone it does nothing, and leaves the stack. Undo and redo bring selection and scroll position
+/// back. `Ctrl+Z` and `Ctrl+Y` (`Ctrl+Shift+Z`) reach the stack while the list has the focus.
+///
+/// Further keys: Ctrl+X, C, V and Delete; Ctrl+Enter (Ctrl+Shift+Enter, Insert) inserts a row below (above)
+/// and opens it; Alt+Up and Alt+Down move the selected rows. Paste puts the rows, one a line, below the
+/// selection.
+///
+/// Selected rows can be dragged: within the list they move (with Ctrl they are copied), into another list of
+/// the same class they move with all that belongs to them, anywhere else their texts are copied.
+class KV_API CKvTextListBase : public CKvReportListCtrl
+{
+    Q_OBJECT
+
+public:
+    ~CKvTextListBase() override;
+
+    /// The row's text. @return 1; 0 out of range, `text` unchanged.
+    int GetString(int line, CString& text) const;
+    /// The first line of each selected row's text, ascending; while a cell is open, of the text that is
+    /// selected in it. @param texts is emptied first. @return how many.
+    int GetFirstLineTxtFocus(CStringArray& texts) const;
+
+    /// The row's own background, 0xAARRGGBB: while it is not selected, and while it is. A null pointer leaves
+    /// that colour. @return 1; 0 out of range.
+    int SetItemBkColor(int line, const DWORD* normal, const DWORD* selected);
+    /// The same colours; those that the row has not of its own are the theme's. @param normal, selected may
+    /// be null. @return 1; 0 out of range, both unchanged.
+    int GetItemBkColor(int line, DWORD* normal, DWORD* selected) const;
+    /// The row's own colours while it is neither selected nor disabled, whatever it is now.
+    /// @return 1; 0 when it has none of its own, or out of range.
+    BOOL GetCellColors(int line, int column, DWORD* back, DWORD* text) const override;
+
+    /// Sorts by a column, stably: rows that are equal stay in their order, also when it descends. Texts
+    /// compare without regard to case; rows keep all that is theirs. @return 1; 0 for a column out of range.
+    int SortItems(int column, BOOL ascending);
+
+    /// The stack that the user's steps go to.
+    QUndoStack* GetUndoStack() const;
+    /// Uses a host's stack from now on; null brings the list's own one back. Steps that were done stay where
+    /// they are. The stack may die before the list, and the list before the stack.
+    void SetUndoStack(QUndoStack* stack);
+
+Q_SIGNALS:
+    /// The user changed a text, also by undo. After the change, once.
+    void TextEdited(int row);
+    /// The user inserted, removed or moved rows, or changed several at once by undo. After the change, once.
+    void RowsEdited();
+
+protected:
+    CKvTextListBase();
+
+    // What the list keeps for a row's cells, for undo, clipboard and drag. Column 0 is the text.
+
+    /// The name under which rows are put on the clipboard and dragged with all that is theirs.
+    virtual const char* _GetRowFormat() const = 0;
+    /// What undo keeps of a cell; the stored text unless overridden.
+    virtual CString _GetCellValue(int line, int column) const;
+    virtual void _SetCellValue(int line, int column, const CString& value);
+    /// The value that a committed text gives the cell; the text itself unless overridden.
+    virtual CString _ReadCellValue(int line, int column, const CString& text) const;
+    /// Tells the host that the user changed a cell; `TextEdited` unless overridden.
+    virtual void _TellCellEdited(int line, int column);
+    /// A row came back with its texts and data; texts that depend on more than that are made anew here.
+    virtual void _UpdateRowTexts(int line);
+    /// What a column is sorted by, compared character by character; the text in lower case unless overridden.
+    virtual CString _GetSortKey(int line, int column) const;
+    /// The step's name for `GetUndoStack()`, as the number of a text.
+    virtual UINT _GetEditStepText(int column) const;
+    /// The accessible name, as the number of a text.
+    virtual UINT _GetNameText() const = 0;
+
+    // For operations of the host. Silent.
+
+    /// Removes rows for good; a step of the user can not bring them back.
+    void RemoveLines(const CArray<int, int>& lines);
+    void RemoveAllLines();
+    /// The row's name: above 0, never used again, and its own again after undo. 0 out of range.
+    std::uint64_t GetRowKey(int line) const;
+    /// -1 when the row is gone.
+    int FindRowKey(std::uint64_t key) const;
+    /// The selected text of the open cell, or the texts of the selected rows.
+    CStringArray GetFocusTexts() const;
+    CStringArray GetSelectedTexts() const;
+    /// Text colours, as `SetItemBkColor` has the backgrounds.
+    void SetRowTextColors(int line, const DWORD* normal, const DWORD* selected, const DWORD* disabled);
+    void GetRowTextColors(int line, DWORD* normal, DWORD* selected, DWORD* disabled) const;
+    /// Whether the user changed anything since `SetUserModified(false)`. Undo of all of it is no change.
+    bool IsUserModified() const;
+    void SetUserModified(bool modified);
+
+    BOOL _GetItemBKColor(int line, int column, int state, DWORD& colour) override;
+    BOOL _GetItemTextColor(int line, int column, int state, DWORD& colour) override;
+    BOOL _CanEditCell(int line, int column) override;
+    BOOL _IsMultiLineCell(int line, int column) override;
+    CString _GetEditText(int line, int column) override;
+    void _CommitEdit(int line, int column, const CString& text) override;
+    BOOL _BeginRowDrag(int line) override;
+
+    void OnPaint(Graphics& graphics) override;
+    void OnContextMenu(CPoint point) override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    BOOL OnChar(UINT character) override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnTimer(UINT id) override;
+    void OnSkinChanged() override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,241 @@
+// The private part of the lists of texts: rows by key, undo steps, clipboard and drag.
+#pragma once
+
+#include "KvTextListBase.h"
+#include "text/RowColours.h"
+#include "text/RowKeys.h"
+#include "text/RowOrder.h"
+
+#include <QMimeData>
+#include <QPointer>
+#include <QUndoCommand>
+#include <QUndoStack>
+
+#include <optional>
+#include <span>
+#include <unordered_map>
+
+struct CKvTextListBase::Impl
+{
+    using Key = std::uint64_t;
+
+    struct Theme
+    {
+        std::array<DWORD, kv::kRowColourCount> colours{};
+        QColor drop;
+        void Load();
+    };
+    /// A row apart from the list.
+    struct Row
+    {
+        Key key = 0; ///< 0: a new one
+        CStringArray texts;
+        std::uint64_t data = 0;
+        int height = 0; ///< 0: the list's own
+        kv::RowColours colours;
+    };
+    /// Where a row stands, for when it is to stand there again.
+    struct Place
+    {
+        Key before = 0; ///< the next row that stays; 0: the end
+        int line = 0;   ///< where that row is gone
+    };
+    /// What a step restores beside the rows.
+    struct View
+    {
+        std::vector<Key> selected;
+        Key current = 0;
+        CPoint scroll;
+    };
+    /// What the host is told of a step.
+    struct Notice
+    {
+        enum class Kind
+        {
+            None,
+            Cell,
+            Rows
+        } kind = Kind::None;
+        Key key = 0;
+        int column = 0;
+    };
+    /// A cell of a step, with its values before and after.
+    struct CellChange
+    {
+        Key key;
+        int column;
+        CString before;
+        CString after;
+    };
+    /// Whether the user did it himself, cell by cell.
+    enum class CellsKind
+    {
+        Commit,
+        Replacement
+    };
+
+    class Step;
+    class CellsStep;
+    class RowsStep;
+    class MoveStep;
+
+    explicit Impl(CKvTextListBase& control);
+    ~Impl();
+
+    // Rows.
+    Key KeyAt(int line) const { return keys.KeyOf(list.GetRowId(line)); }
+    int LineOf(Key key) const { return key == 0 ? -1 : list.FindRow(keys.NumberOf(key)); }
+    std::vector<int> LinesOf(std::span<const Key> wanted) const;
+    Row Snapshot(int line) const;
+    std::vector<Place> PlacesOf(const CArray<int, int>& lines) const;
+    /// Takes the rows out, whose colours and keys the list forgets.
+    void Remove(const CArray<int, int>& lines);
+    void PutIn(int line, std::span<Row> rows);
+    const kv::RowColours* ColoursOf(int line) const;
+    std::optional<DWORD> OwnColour(int line, kv::RowColour which) const;
+    DWORD ColourOf(int line, kv::RowColour which) const;
+    void SetColours(int line, std::initializer_list<std::pair<kv::RowColour, const DWORD*>> changes);
+
+    // View.
+    View Remember() const;
+    void Restore(const View& view);
+    void SelectLines(const std::vector<int>& lines);
+
+    // Steps.
+    QUndoStack& Stack() { return hostStack ? *hostStack : *ownStack; }
+    void Push(std::unique_ptr<QUndoCommand> step);
+    void Tell(const Notice& notice);
+    void Run(void (QUndoStack::*step)(), bool (QUndoStack::*isPossible)() const);
+    void InsertRows(int line, std::vector<Row> rows, UINT text);
+    void RemoveSelected(UINT text);
+    void MoveSelected(int before, UINT text);
+    void MoveSelectedBy(int step);
+    void InsertEmpty(bool below);
+    int LineBelowSelection() const;
+
+    // Clipboard and drag.
+    std::unique_ptr<QMimeData> SelectionAsMime() const;
+    std::vector<Row> RowsOf(const QMimeData& data) const;
+    bool IsOwnFormat(const QMimeData& data) const;
+    bool CanTake(const QMimeData* data) const;
+    void Copy();
+    void Cut();
+    void Paste();
+    void RunCommand(UINT command);
+    bool IsCommandEnabled(UINT command) const;
+    Qt::DropAction ActionFor(const QDropEvent& event) const;
+    void DragTo(QDragMoveEvent& event);
+    void ShowDropLine(int line);
+    int DropLineAt(int y) const;
+    int DropLineY(int line) const;
+
+    CKvTextListBase& list;
+    kv::RowKeys keys;
+    std::unordered_map<Key, kv::RowColours> colours;
+    Theme theme;
+
+    QUndoStack* ownStack;
+    QPointer<QUndoStack> hostStack;
+    unsigned content = 0; ///< counts the removals of everything: steps before the latest one are void
+    int running = 0;      ///< steps that are being done or undone
+    bool isPushing = false;
+    Notice pending; ///< of the step that is being pushed
+    bool isModified = false;
+    unsigned saves = 0; ///< how often the flag was set by the host
+
+    int dropLine = -1; ///< before which the dragged rows would come; -1 for no drag
+    int dropScroll = 0;
+    bool movedInside = false; ///< the drag ended in the list itself
+};
+
+/// One step of the user's. It is done when it is pushed.
+class CKvTextListBase::Impl::Step : public QUndoCommand
+{
+public:
+    Step(Impl& impl, UINT text);
+    void undo() final;
+    void redo() final;
+
+protected:
+    /// Does or undoes it. @return false when nothing of it is left to do.
+    virtual bool Do(Impl& impl) = 0;
+    virtual bool Undo(Impl& impl) = 0;
+    virtual Notice NoticeOf() const = 0;
+    /// The host hears nothing of the first time.
+    virtual bool IsSilentAtFirst() const { return false; }
+    bool Continues(const Step& other) const;
+    void TakeEndOf(const Step& other) { m_after = other.m_after; }
+
+private:
+    void Run(bool forward);
+
+    QPointer<CKvTextListBase> m_list;
+    unsigned m_content;
+    View m_before;
+    std::optional<View> m_after; ///< once it was done
+    bool m_wasModified;
+    unsigned m_saves;
+};
+
+/// Cells get other values.
+class CKvTextListBase::Impl::CellsStep : public Step
+{
+public:
+    CellsStep(Impl& impl, std::vector<CellChange> changes, CellsKind kind, UINT text);
+    int id() const override;
+    bool mergeWith(const QUndoCommand* other) override;
+
+protected:
+    bool Do(Impl& impl) override { return Apply(impl, &CellChange::after); }
+    bool Undo(Impl& impl) override { return Apply(impl, &CellChange::before); }
+    Notice NoticeOf() const override;
+    bool IsSilentAtFirst() const override { return m_kind == CellsKind::Replacement; }
+
+private:
+    bool Apply(Impl& impl, CString CellChange::*value);
+
+    std::vector<CellChange> m_changes;
+    CellsKind m_kind;
+};
+
+/// Rows come or go.
+class CKvTextListBase::Impl::RowsStep : public Step
+{
+public:
+    /// New rows before a line.
+    RowsStep(Impl& impl, int line, std::vector<Row> rows, UINT text);
+    /// Removes the rows of these lines, ascending.
+    RowsStep(Impl& impl, const CArray<int, int>& lines, UINT text);
+
+protected:
+    bool Do(Impl& impl) override { return m_inserts ? PutIn(impl) : TakeOut(impl); }
+    bool Undo(Impl& impl) override { return m_inserts ? TakeOut(impl) : PutIn(impl); }
+    Notice NoticeOf() const override { return {Notice::Kind::Rows}; }
+
+private:
+    bool PutIn(Impl& impl);
+    bool TakeOut(Impl& impl);
+
+    bool m_inserts;
+    std::vector<Row> m_rows; ///< as they were when they last went
+    std::vector<Place> m_places;
+};
+
+/// Rows go to another place.
+class CKvTextListBase::Impl::MoveStep : public Step
+{
+public:
+    MoveStep(Impl& impl, const CArray<int, int>& lines, int before, UINT text);
+
+protected:
+    bool Do(Impl& impl) override;
+    bool Undo(Impl& impl) override { return Arrange(impl, m_from); }
+    Notice NoticeOf() const override { return {Notice::Kind::Rows}; }
+
+private:
+    bool Arrange(Impl& impl, const std::vector<Place>& places);
+
+    std::vector<Key> m_keys;
+    std::vector<Place> m_from;
+    std::vector<Place> m_to;
+};

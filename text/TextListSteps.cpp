@@ -1,0 +1,238 @@
+// The steps of undo.
+#include "KvGuiRes.h"
+#include "text/TextListImpl.h"
+
+#include <algorithm>
+#include <utility>
+
+CKvTextListBase::Impl::Step::Step(Impl& impl, UINT text)
+    : QUndoCommand(KvToQString(KvGuiRes::LoadStringW(text)))
+    , m_list(&impl.list)
+    , m_content(impl.content)
+    , m_before(impl.Remember())
+    , m_wasModified(impl.isModified)
+    , m_saves(impl.saves)
+{
+}
+
+void CKvTextListBase::Impl::Step::undo()
+{
+    Run(false);
+}
+
+void CKvTextListBase::Impl::Step::redo()
+{
+    Run(true);
+}
+
+void CKvTextListBase::Impl::Step::Run(bool forward)
+{
+    const QPointer<CKvTextListBase> list = m_list;
+    if (!list || list->m_impl->content != m_content) {
+        setObsolete(true);
+        return;
+    }
+    Impl& impl = *list->m_impl;
+    const bool isFirst = !m_after;
+    ++impl.running;
+    list->_PrivateEnableUpdate(0);
+    const bool isDone = forward ? Do(impl) : Undo(impl);
+    if (isDone && isFirst)
+        m_after = impl.Remember();
+    else if (isDone)
+        impl.Restore(forward ? *m_after : m_before);
+    if (isDone)
+        impl.isModified = forward || m_wasModified || impl.saves != m_saves;
+    list->_PrivateEnableUpdate(1);
+    setObsolete(!isDone);
+    if (isDone && !(isFirst && IsSilentAtFirst()))
+        impl.Tell(NoticeOf());
+    if (list)
+        --impl.running;
+}
+
+// Whether this step may become part of the other one, which came before.
+bool CKvTextListBase::Impl::Step::Continues(const Step& other) const
+{
+    return m_list == other.m_list && m_content == other.m_content && m_saves == other.m_saves;
+}
+
+CKvTextListBase::Impl::CellsStep::CellsStep(Impl& impl, std::vector<CellChange> changes, CellsKind kind,
+                                            UINT text)
+    : Step(impl, text)
+    , m_changes(std::move(changes))
+    , m_kind(kind)
+{
+}
+
+int CKvTextListBase::Impl::CellsStep::id() const
+{
+    constexpr int kCommit = 0x4B7654; // no other program's, most likely
+    return m_kind == CellsKind::Commit ? kCommit : -1;
+}
+
+bool CKvTextListBase::Impl::CellsStep::mergeWith(const QUndoCommand* other)
+{
+    const auto* later = dynamic_cast<const CellsStep*>(other);
+    if (!later || !later->Continues(*this))
+        return false;
+    CellChange& cell = m_changes.front();
+    const CellChange& next = later->m_changes.front();
+    if (cell.key != next.key || cell.column != next.column || cell.after != next.before)
+        return false;
+    cell.after = next.after;
+    TakeEndOf(*later);
+    setObsolete(cell.before == cell.after);
+    return true;
+}
+
+CKvTextListBase::Impl::Notice CKvTextListBase::Impl::CellsStep::NoticeOf() const
+{
+    if (m_changes.size() > 1)
+        return {Notice::Kind::Rows};
+    return {Notice::Kind::Cell, m_changes.front().key, m_changes.front().column};
+}
+
+bool CKvTextListBase::Impl::CellsStep::Apply(Impl& impl, CString CellChange::*value)
+{
+    std::vector<Key> keys;
+    keys.reserve(m_changes.size());
+    for (const CellChange& change : m_changes)
+        keys.push_back(change.key);
+    const std::vector<int> lines = impl.LinesOf(keys);
+    bool isAny = false;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i] < 0)
+            continue;
+        impl.list._SetCellValue(lines[i], m_changes[i].column, m_changes[i].*value);
+        isAny = true;
+    }
+    return isAny;
+}
+
+CKvTextListBase::Impl::RowsStep::RowsStep(Impl& impl, int line, std::vector<Row> rows, UINT text)
+    : Step(impl, text)
+    , m_inserts(true)
+    , m_rows(std::move(rows))
+{
+    const Key before = line < impl.list.GetItemCount() ? impl.KeyAt(line) : 0;
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        m_places.push_back({before, line + static_cast<int>(i)});
+}
+
+CKvTextListBase::Impl::RowsStep::RowsStep(Impl& impl, const CArray<int, int>& lines, UINT text)
+    : Step(impl, text)
+    , m_inserts(false)
+    , m_rows(lines.size())
+{
+    std::transform(lines.begin(), lines.end(), m_rows.begin(), [&](int line) {
+        Row row;
+        row.key = impl.KeyAt(line);
+        return row;
+    });
+}
+
+bool CKvTextListBase::Impl::RowsStep::TakeOut(Impl& impl)
+{
+    std::vector<Key> keys;
+    for (const Row& row : m_rows)
+        keys.push_back(row.key);
+    std::vector<int> lines = impl.LinesOf(keys);
+    std::erase(lines, -1);
+    if (lines.empty())
+        return false;
+    std::sort(lines.begin(), lines.end());
+    m_rows.clear();
+    m_places = impl.PlacesOf(lines);
+    for (const int line : lines)
+        m_rows.push_back(impl.Snapshot(line));
+    impl.Remove(lines);
+    const int next = std::min(lines.front(), impl.list.GetItemCount() - 1);
+    impl.list.SetSelItem(next);
+    impl.list.EnsureVisible(next);
+    return true;
+}
+
+bool CKvTextListBase::Impl::RowsStep::PutIn(Impl& impl)
+{
+    CKvTextListBase& list = impl.list;
+    std::vector<Key> keys;
+    for (const Place& place : m_places)
+        keys.push_back(place.before);
+    std::vector<int> lines = impl.LinesOf(keys);
+    const int count = list.GetItemCount();
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (keys[i] == 0)
+            lines[i] = count;
+        else if (lines[i] < 0)
+            lines[i] = std::min(m_places[i].line, count);
+    }
+    // From the last row's place to the first one's, run by run, so that the places before stay true.
+    std::vector<std::size_t> order(lines.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return lines[a] < lines[b]; });
+    std::vector<Row> rows;
+    for (const std::size_t i : order)
+        rows.push_back(std::move(m_rows[i]));
+    for (std::size_t end = rows.size(); end > 0;) {
+        std::size_t begin = end - 1;
+        while (begin > 0 && lines[order[begin - 1]] == lines[order[begin]])
+            --begin;
+        impl.PutIn(lines[order[begin]], std::span(rows).subspan(begin, end - begin));
+        end = begin;
+    }
+    m_rows.assign(rows.size(), {}); // only the keys are needed until the rows go again
+    keys.clear();
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        keys.push_back(m_rows[i].key = rows[i].key);
+    lines = impl.LinesOf(keys);
+    impl.SelectLines(lines);
+    list.EnsureVisible(lines.back());
+    list.EnsureVisible(lines.front());
+    return true;
+}
+
+CKvTextListBase::Impl::MoveStep::MoveStep(Impl& impl, const CArray<int, int>& lines, int before, UINT text)
+    : Step(impl, text)
+    , m_from(impl.PlacesOf(lines))
+{
+    for (const int line : lines)
+        m_keys.push_back(impl.KeyAt(line));
+    // A row that moves itself is no mark.
+    while (std::binary_search(lines.begin(), lines.end(), before))
+        ++before;
+    const Key mark = before < impl.list.GetItemCount() ? impl.KeyAt(before) : 0;
+    m_to.assign(lines.size(), {mark, before});
+}
+
+bool CKvTextListBase::Impl::MoveStep::Do(Impl& impl)
+{
+    if (!Arrange(impl, m_to))
+        return false;
+    const std::vector<int> lines = impl.LinesOf(m_keys);
+    impl.list.EnsureVisible(lines.back());
+    impl.list.EnsureVisible(lines.front());
+    return true;
+}
+
+bool CKvTextListBase::Impl::MoveStep::Arrange(Impl& impl, const std::vector<Place>& places)
+{
+    std::vector<Key> marks;
+    for (const Place& place : places)
+        marks.push_back(place.before);
+    const std::vector<int> lines = impl.LinesOf(m_keys);
+    const std::vector<int> before = impl.LinesOf(marks);
+    const int count = impl.list.GetItemCount();
+    std::vector<kv::RowPlacing> placings;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i] >= 0)
+            placings.push_back({lines[i], marks[i] == 0    ? count
+                                          : before[i] >= 0 ? before[i]
+                                                           : std::min(places[i].line, count)});
+    }
+    if (placings.empty())
+        return false;
+    impl.list.SortRows(kv::ArrangedOrder(count, placings));
+    return true;
+}
