@@ -15,6 +15,7 @@
 #include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"
+#include "KvSubTitleTxtListEditor.h"
 #include "KvTextEditListCtrl.h"
 #include "KvTextListBase.h"
 #include "KvTimecode.h"

@@ -8,6 +8,17 @@
 
 class QUndoStack;
 
+/// Options of `CKvTextListBase::SetFindOptions`, to be joined by |.
+enum EKvFindOption : UINT
+{
+    kKvFindWholeWords = 1,
+    kKvFindSelectedRows = 2, ///< hits leave the selection as it is and become the current row
+    kKvFindBackwards = 4,
+    /// The text to find is a pattern in Perl's syntax; in the one to replace with, \0 … \9 stand for the
+    /// match and its groups, \n for a line break, \\ for a backslash.
+    kKvFindRegularExpression = 8,
+};
+
 /// A list whose column 0 holds a text a row. A text may have several lines; the list shows a mark for each
 /// line break, and Shift+Enter breaks a line while a cell is open.
 ///
@@ -49,6 +60,25 @@ public:
     /// Sorts by a column, stably: rows that are equal stay in their order, also when it descends. Texts
     /// compare without regard to case; rows keep all that is theirs. @return 1; 0 for a column out of range.
     int SortItems(int column, BOOL ascending);
+
+    /// Finds, or replaces, in the rows' texts. Starts in `startRow`, behind the current match when that
+    /// stands there, and goes on round the end of the list up to the current match itself. A hit is selected
+    /// and shown. What one call replaces is one step of undo and counts as a modification; no signal tells of
+    /// it.
+    /// @param startRow -1 or out of range: row 0.
+    /// @param mode 0 finds the next match; 1 replaces the current match and finds the next one, without a
+    ///        valid match as 0; 2 replaces all in all rows. A replacement is not searched again.
+    /// @param matchCase 0: case does not count (simple folding, character by character).
+    /// @return 0 done; 1 done, beyond the end of the list; 2 nothing found and nothing replaced, also for an
+    ///         empty text to find and another mode.
+    int FindReplace(int startRow, int mode, const CString& find, const CString& replace, int matchCase);
+    /// How many matches there are. The current match stays.
+    int CountMatches(const CString& find, int matchCase);
+    /// For the searches to come; none at first. @param options EKvFindOption.
+    void SetFindOptions(UINT options);
+    UINT GetFindOptions() const;
+    /// Why the last search could not use its regular expression, in words for the user; empty when it could.
+    CString GetFindError() const;
 
     /// The stack that the user's steps go to.
     QUndoStack* GetUndoStack() const;

@@ -78,6 +78,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20117, L"move"},
         {0, 20118, L"drop"},
         {0, 20119, L"replace"},
+        {0, 20120, L"The regular expression takes too long."},
         // Why a typed time code is refused.
         {0, 20150, L"This is no time code."},
         {0, 20151, L"There is no such time code: a field is too large."},

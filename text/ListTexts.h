@@ -21,6 +21,9 @@ inline constexpr UINT kMoveStep = 20117;
 inline constexpr UINT kDropStep = 20118;
 inline constexpr UINT kReplaceStep = 20119;
 
+/// Why a search found nothing.
+inline constexpr UINT kCostlyPattern = 20120;
+
 inline constexpr UINT kListMenu = 20100;
 inline constexpr UINT kListCut = 33001;
 inline constexpr UINT kListCopy = 33002;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvTextListBase.h"
+#include "text/RegexMatcher.h"
 #include "text/RowColours.h"
 #include "text/RowKeys.h"
 #include "text/RowOrder.h"
@@ -78,6 +79,7 @@ struct CKvTextListBase::Impl
     class CellsStep;
     class RowsStep;
     class MoveStep;
+    class FindTexts;
 
     explicit Impl(CKvTextListBase& control);
     ~Impl();
@@ -113,6 +115,9 @@ struct CKvTextListBase::Impl
     void InsertEmpty(bool below);
     int LineBelowSelection() const;
 
+    kv::FindQuery QueryOf(const CString& find, bool matchCase,
+                          std::optional<kv::RegexMatcher>& matcher) const;
+
     // Clipboard and drag.
     std::unique_ptr<QMimeData> SelectionAsMime() const;
     std::vector<Row> RowsOf(const QMimeData& data) const;
@@ -142,6 +147,11 @@ struct CKvTextListBase::Impl
     Notice pending; ///< of the step that is being pushed
     bool isModified = false;
     unsigned saves = 0; ///< how often the flag was set by the host
+
+    UINT findOptions = 0;
+    CString findError;
+    Key matchKey = 0; ///< of the row where the current match stands; 0 for none
+    kv::TextSpan matchSpan;
 
     int dropLine = -1; ///< before which the dragged rows would come; -1 for no drag
     int dropScroll = 0;

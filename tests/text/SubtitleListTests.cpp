@@ -1,0 +1,375 @@
+// The subtitle list as its host and its user see it.
+#include "KvSubTitleTxtListEditor.h"
+#include "KvTextEditListCtrl.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QPlainTextEdit>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUndoStack>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr DWORD kNone = 0xFFFFFFFFu;
+constexpr DWORD kDay25 = 24u * 60 * 60 * 25;
+
+using Lines = CArray<int, int>;
+
+class TestList : public CKvSubTitleTxtListEditor
+{
+public:
+    using CKvSubTitleTxtListEditor::EditCell;
+    using CKvSubTitleTxtListEditor::EndEdit;
+    using CKvSubTitleTxtListEditor::GetCellRect;
+    using CKvSubTitleTxtListEditor::GetEditColumn;
+    using CKvSubTitleTxtListEditor::GetEditLine;
+    using CKvSubTitleTxtListEditor::IsEditing;
+};
+
+class SubtitleList : public testing::Test
+{
+protected:
+    SubtitleList()
+    {
+        parent.resize(600, 200);
+        list.Create({0, 0, 500, 144}, WS_CHILD | WS_VISIBLE, &parent, 5); // five rows
+        parent.show();
+        QApplication::setActiveWindow(&parent);
+        list.setFocus();
+    }
+    using Times = std::pair<DWORD, DWORD>;
+    Times TimesOf(int line) const
+    {
+        Times times{1, 2};
+        list.GetTimeCode(line, times.first, times.second);
+        return times;
+    }
+    QPlainTextEdit* Editor() const { return qobject_cast<QPlainTextEdit*>(QApplication::focusWidget()); }
+    void Type(int line, int column, const char* text, Qt::Key end = Qt::Key_Return)
+    {
+        list.EditCell(line, column);
+        QTest::keyClicks(Editor(), QLatin1String(text));
+        QTest::keyClick(Editor(), end);
+    }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&list, key, modifiers);
+    }
+    void Undo() { Key(Qt::Key_Z, Qt::ControlModifier); }
+
+    QWidget parent;
+    TestList list;
+};
+
+TEST_F(SubtitleList, ColumnsAndName)
+{
+    EXPECT_EQ(list.objectName(), "KVSUBTITLEEDITOR");
+    EXPECT_EQ(list.GetWindowClass(), L"KVSUBTITLEEDITOR");
+    ASSERT_EQ(list.GetColumnCount(), 4);
+    const wchar_t* headers[] = {L"SubTitle Text", L"In Time Code", L"Out Time Code", L"Template"};
+    const int widths[] = {220, 100, 100, 80};
+    for (int column = 0; column < 4; ++column) {
+        EXPECT_EQ(list.GetHeaderText(column), headers[column]);
+        EXPECT_EQ(list.GetColumnWidth(column), widths[column]);
+    }
+    list.SetColumnWidth(3, 180);
+    EXPECT_EQ(list.GetColumnWidth(0), 120);
+    list.resize(100, 144);
+    EXPECT_EQ(list.GetColumnWidth(0), 40) << "at least";
+    list.SetColumnWidth(0, 90);
+    list.resize(600, 144);
+    EXPECT_EQ(list.GetColumnWidth(0), 90) << "once set it stays";
+}
+
+TEST_F(SubtitleList, RowsByTheHost)
+{
+    EXPECT_EQ(list.InserItem(0, L"a", 25, kNone, nullptr), 0);
+    EXPECT_EQ(list.InserItem(-1, L"c", kNone, kNone, L"Title"), 1);
+    EXPECT_EQ(list.InserItem(1, L"b", 0, 0xFFFFFFFEu, L""), 1);
+    EXPECT_EQ(list.InserItem(3, L"end", kNone, 50, nullptr), 3) << "at the count";
+    EXPECT_EQ(list.InserItem(5, L"x", 0, 0, nullptr), -1);
+    EXPECT_EQ(list.InserItem(-2, L"x", 0, 0, nullptr), -1);
+    EXPECT_EQ(TimesOf(0), Times(25, kNone));
+    EXPECT_EQ(TimesOf(1), Times(0, 0xFFFFFFFEu));
+    EXPECT_EQ(TimesOf(2), Times(kNone, kNone));
+    EXPECT_EQ(TimesOf(4), Times(1, 2)) << "out of range leaves both";
+    EXPECT_EQ(list.GetItemText(2, 3), L"Title");
+    const DWORD in = 75;
+    const DWORD none = kNone;
+    EXPECT_EQ(list.ModifyItem(0, nullptr, &in, &in, nullptr), 1);
+    EXPECT_EQ(list.GetItemText(0, 0), L"a");
+    EXPECT_EQ(TimesOf(0), Times(75, 75));
+    EXPECT_EQ(list.ModifyItem(0, L"new", &in, nullptr, L"Sub"), 1);
+    EXPECT_EQ(TimesOf(0), Times(75, kNone)) << "null empties";
+    list.ModifyItem(0, nullptr, &none, &in, nullptr);
+    EXPECT_EQ(TimesOf(0), Times(kNone, 75));
+    EXPECT_EQ(list.GetItemText(0, 0), L"new");
+    EXPECT_EQ(list.ModifyItem(4, L"x", nullptr, nullptr, nullptr), 0);
+    list.SetTimeCode(0, 5, 1);
+    list.SetTimeCode(9, 5, 1);
+    EXPECT_EQ(TimesOf(0), Times(5, 75));
+    list.UpdateAllTemplateName(L"All");
+    EXPECT_EQ(list.GetItemText(3, 3), L"All");
+    list.EmptyAllTimeCode();
+    EXPECT_EQ(TimesOf(0), Times(kNone, kNone));
+    EXPECT_EQ(list.GetItemText(0, 1), L"");
+    EXPECT_EQ(list.DeleteItem(0), 1);
+    EXPECT_EQ(list.DeleteItem(3), 0);
+    EXPECT_EQ(list.GetItemText(0, 0), L"b");
+    list.EmptyAll();
+    EXPECT_EQ(list.GetItemCount(), 0);
+    EXPECT_FALSE(list.GetUndoStack()->canUndo());
+}
+
+TEST_F(SubtitleList, TimeCodesAreShownInFormatAndOffset)
+{
+    list.InserItem(-1, L"a", 25 * 61 + 3, kDay25 + 1, nullptr);
+    EXPECT_EQ(list.GetItemText(0, 1), L"00:01:01:03");
+    EXPECT_EQ(list.GetItemText(0, 2), L"00:00:00:01") << "a new day begins again";
+    list.SetTimecodeOffset(kDay25 - 3);
+    EXPECT_EQ(list.GetItemText(0, 1), L"00:01:01:00");
+    list.SetTimecodeOffset(0xFFFFFFFFu);
+    EXPECT_EQ(TimesOf(0), Times(25 * 61 + 3, kDay25 + 1)) << "for display only";
+    list.SetTimecodeOffset(25);
+    list.InserItem(-1, L"b", 0, kNone, nullptr);
+    EXPECT_EQ(list.GetItemText(1, 1), L"00:00:01:00");
+    list.SetTimecodeOffset(0);
+    EXPECT_EQ(list.SetTimecodeFormat(kKvFrameRate29_97, 1), 1);
+    list.SetTimeCode(1, 1800, 1);
+    EXPECT_EQ(list.GetItemText(1, 1), L"00:01:00;02");
+    EXPECT_EQ(list.SetTimecodeFormat(static_cast<EKvFrameRate>(8), 0), 0);
+    EXPECT_EQ(list.GetItemText(1, 1), L"00:01:00;02");
+}
+
+TEST_F(SubtitleList, TypedTimeCodes)
+{
+    list.InserItem(-1, L"a", 100, kNone, nullptr);
+    list.SetTimecodeOffset(25);
+    const struct
+    {
+        const char* text;
+        DWORD frame;
+        bool isRefused;
+    } cases[] = {{"00:00:02:00", 25, false},  {"0", kDay25 - 25, false}, {"+10", 110, false},
+                 {"-1:00", 75, false},        {"-5:00", 100, true},      {"25:00:00:00", 100, true},
+                 {"24:00:00:00", 100, true},  {"text", 100, true},       {"", kNone, false},
+                 {"1;00;00;00", 89975, false}};
+    for (const auto& one : cases) {
+        list.SetTimeCode(0, 100, 1);
+        list.EditCell(0, 1);
+        Editor()->clear();
+        QTest::keyClicks(Editor(), QLatin1String(one.text));
+        QTest::keyClick(Editor(), Qt::Key_Return);
+        EXPECT_EQ(list.IsEditing() != 0, one.isRefused) << one.text;
+        list.EndEdit(0);
+        EXPECT_EQ(TimesOf(0).first, one.frame) << one.text;
+    }
+    list.SetTimeCode(0, kDay25 + 7, 0);
+    Type(0, 2, "", Qt::Key_Return);
+    EXPECT_EQ(TimesOf(0).second, kDay25 + 7) << "an unchanged text changes nothing";
+    QApplication::clipboard()->setText(QStringLiteral("00:00:03:00"));
+    list.EditCell(0, 1);
+    QTest::keyClick(Editor(), Qt::Key_End);
+    Editor()->paste();
+    EXPECT_EQ(Editor()->toPlainText(), "00:00:03:00") << "a whole one replaces";
+}
+
+TEST_F(SubtitleList, SignalsTellOfTheUserOnly)
+{
+    list.InserItem(-1, L"a", 100, kNone, nullptr);
+    list.InserItem(-1, L"b", 200, kNone, nullptr);
+    QSignalSpy texts(&list, &CKvTextListBase::TextEdited);
+    QSignalSpy times(&list, &CKvSubTitleTxtListEditor::TimeCodeEdited);
+    QSignalSpy rows(&list, &CKvTextListBase::RowsEdited);
+    QSignalSpy selections(&list, &CKvReportListCtrl::SelectionEdited);
+    list.SetTimeCode(0, 7, 1);
+    list.SetPlayIndex(1);
+    list.SetSelItem(1);
+    list.SortItems(1, 0);
+    list.FindReplace(0, 2, L"a", L"z", 1);
+    EXPECT_EQ(texts.size() + times.size() + rows.size() + selections.size(), 0);
+    Type(0, 2, "10:00", Qt::Key_Tab);
+    ASSERT_EQ(times.size(), 1);
+    EXPECT_EQ(times[0][0].toInt(), 0);
+    EXPECT_FALSE(times[0][1].toBool());
+    EXPECT_EQ(list.GetEditColumn(), 3) << "Tab opens the next cell";
+    QTest::keyClicks(Editor(), "Title");
+    QTest::keyClick(Editor(), Qt::Key_Return);
+    EXPECT_EQ(texts.size(), 1) << "a template is a text";
+    Undo();
+    Undo();
+    EXPECT_EQ(times.size(), 2);
+    EXPECT_EQ(texts.size(), 2);
+    EXPECT_EQ(TimesOf(0), Times(200, kNone));
+    Undo();
+    EXPECT_EQ(list.GetItemText(1, 0), L"a") << "the replacement is a step, too";
+}
+
+TEST_F(SubtitleList, PlayRowFollowsItsRowAndStandsApart)
+{
+    for (int i = 0; i < 4; ++i)
+        list.InserItem(-1, std::wstring(1, static_cast<wchar_t>(L'd' - i)), static_cast<DWORD>(i * 10), kNone,
+                       nullptr);
+    const DWORD own = 0xFF402020u;
+    list.SetItemBkColor(1, &own, nullptr);
+    const auto back = [&](int line) {
+        const QPoint inside = QRect(list.GetCellRect(line, 3)).topRight() - QPoint(8, -4);
+        return list.grab().toImage().pixel(inside);
+    };
+    EXPECT_EQ(back(1), own);
+    list.SetPlayIndex(1);
+    const QRgb played = back(1);
+    EXPECT_NE(played, own) << "beats the row's own colour";
+    list.SetSelItem(Lines{1, 2});
+    EXPECT_NE(back(1), played) << "selection still shows";
+    EXPECT_NE(back(1), back(2));
+    DWORD normal = 0;
+    list.GetItemBkColor(1, &normal, nullptr);
+    EXPECT_EQ(normal, own);
+    list.InserItem(0, L"x", kNone, kNone, nullptr);
+    EXPECT_EQ(list.GetPlayIndex(), 2);
+    list.SortItems(0, 1); // a b c d x
+    EXPECT_EQ(list.GetPlayIndex(), 2);
+    list.SortItems(1, 1);
+    EXPECT_EQ(list.GetPlayIndex(), 1) << "none stands last";
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(list.GetPlayIndex(), -1);
+    Undo();
+    EXPECT_EQ(list.GetPlayIndex(), 1);
+    EXPECT_EQ(TimesOf(1), Times(10, kNone));
+    list.GetItemBkColor(1, &normal, nullptr);
+    EXPECT_EQ(normal, own);
+    list.SetPlayIndex(99);
+    EXPECT_EQ(list.GetPlayIndex(), -1);
+    list.SetPlayIndex(0);
+    list.DeleteItem(0);
+    EXPECT_EQ(list.GetPlayIndex(), -1);
+}
+
+TEST_F(SubtitleList, FollowsPlaybackUntilTheUserScrolls)
+{
+    for (int i = 0; i < 50; ++i)
+        list.InserItem(-1, L"row", static_cast<DWORD>(i * 10), kNone, nullptr);
+    list.SetPlayIndex(20);
+    EXPECT_EQ(list.GetTopIndex(), 0) << "off at first";
+    list.SetFollowPlayback(1);
+    EXPECT_EQ(list.GetTopIndex(), 16);
+    list.SetPlayIndex(30);
+    EXPECT_EQ(list.GetTopIndex(), 26);
+    QWheelEvent wheel({50, 50}, list.mapToGlobal(QPointF(50, 50)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&list, &wheel);
+    const int scrolled = list.GetTopIndex();
+    list.SetPlayIndex(40);
+    EXPECT_EQ(list.GetTopIndex(), scrolled);
+    list.SetFollowPlayback(1);
+    EXPECT_EQ(list.GetTopIndex(), 36);
+    list.SetFollowPlayback(0);
+    list.SetPlayIndex(0);
+    EXPECT_EQ(list.GetTopIndex(), 36);
+    EXPECT_EQ(list.FindPlayIndex(305), 30);
+    list.SetTimeCode(30, 302, 0);
+    EXPECT_EQ(list.FindPlayIndex(305), -1) << "known after a change";
+    list.DeleteItem(0);
+    EXPECT_EQ(list.FindPlayIndex(301), 29);
+}
+
+TEST_F(SubtitleList, OnlyTheRowsThatChangeAreRepainted)
+{
+    for (int i = 0; i < 5; ++i)
+        list.InserItem(-1, L"row", kNone, kNone, nullptr);
+    class Painted : public QObject
+    {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() == QEvent::Paint)
+                region += static_cast<QPaintEvent*>(event)->region();
+            return false;
+        }
+        QRegion region;
+    } painted;
+    QApplication::processEvents();
+    list.installEventFilter(&painted);
+    list.SetPlayIndex(1);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.region.boundingRect(), QRect(0, 48, 500, 24));
+    painted.region = {};
+    list.SetPlayIndex(3);
+    QApplication::processEvents();
+    EXPECT_EQ(painted.region, QRegion(0, 48, 500, 24) + QRegion(0, 96, 500, 24));
+}
+
+TEST_F(SubtitleList, RowsKeepAllThatIsTheirsOnTheClipboard)
+{
+    list.InserItem(-1, L"two\nlines", 25, 50, L"Title");
+    const DWORD own = 0xFF402020u;
+    list.SetItemBkColor(0, &own, nullptr);
+    list.SetSelItem(0);
+    Key(Qt::Key_C, Qt::ControlModifier);
+    list.SetTimecodeOffset(25);
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(list.GetItemText(1, 0), L"two\nlines");
+    EXPECT_EQ(TimesOf(1), Times(25, 50));
+    EXPECT_EQ(list.GetItemText(1, 1), L"00:00:02:00") << "shown as of now";
+    EXPECT_EQ(list.GetItemText(1, 3), L"Title");
+    DWORD normal = 0;
+    list.GetItemBkColor(1, &normal, nullptr);
+    EXPECT_EQ(normal, own);
+    CKvTextEditListCtrl other;
+    other.Create({0, 0, 100, 100}, WS_CHILD | WS_VISIBLE, &parent, 6);
+    other.setFocus();
+    QTest::keyClick(&other, Qt::Key_V, Qt::ControlModifier);
+    CStringArray texts;
+    other.GetString(texts);
+    EXPECT_EQ(texts, (CStringArray{L"two", L"lines"})) << "another class takes the text alone";
+}
+
+TEST_F(SubtitleList, FindsAndReplaces)
+{
+    for (const wchar_t* text : {L"Cat and cat", L"dog", L"CAT", L"concatenate"})
+        list.InserItem(-1, text, kNone, kNone, nullptr);
+    const auto find = [&](int start, int mode, const wchar_t* what, bool matchCase = false) {
+        const int result = list.FindReplace(start, mode, what, L"<\\0>", matchCase);
+        return std::pair(result, list.GetLastSelItem());
+    };
+    EXPECT_EQ(find(0, 0, L""), std::pair(2, -1));
+    EXPECT_EQ(find(0, 5, L"cat"), std::pair(2, -1));
+    EXPECT_EQ(find(-1, 0, L"cat"), std::pair(0, 0));
+    EXPECT_EQ(find(0, 0, L"cat"), std::pair(0, 0)) << "the second one in the row";
+    EXPECT_EQ(find(0, 0, L"cat"), std::pair(0, 2));
+    list.InserItem(0, L"above", kNone, kNone, nullptr);
+    EXPECT_EQ(find(3, 0, L"cat"), std::pair(0, 4)) << "the match has followed its row";
+    EXPECT_EQ(find(4, 0, L"cat"), std::pair(1, 1)) << "round the end";
+    list.SetFindOptions(kKvFindWholeWords);
+    EXPECT_EQ(list.CountMatches(L"cat", 0), 3);
+    EXPECT_EQ(list.CountMatches(L"cat", 1), 1);
+    EXPECT_EQ(list.FindReplace(0, 2, L"cat", L"catcat", 0), 0);
+    EXPECT_EQ(list.GetItemText(1, 0), L"catcat and catcat");
+    EXPECT_EQ(list.GetUndoStack()->count(), 1);
+    Undo();
+    EXPECT_EQ(list.GetItemText(1, 0), L"Cat and cat");
+    list.SetFindOptions(kKvFindRegularExpression);
+    EXPECT_EQ(find(0, 2, L"(?<=c)at\\b", true).first, 0);
+    EXPECT_EQ(list.GetItemText(1, 0), L"Cat and c<at>");
+    EXPECT_EQ(list.GetItemText(4, 0), L"concatenate");
+    EXPECT_EQ(list.GetFindError(), L"");
+    EXPECT_EQ(find(0, 0, L"(").first, 2);
+    EXPECT_NE(list.GetFindError(), L"") << "a bad pattern says so";
+    list.InserItem(0, std::wstring(40, L'a') + L"b", kNone, kNone, nullptr);
+    EXPECT_EQ(find(0, 0, L"^(a+)+$").first, 2);
+    EXPECT_NE(list.GetFindError(), L"") << "so does a costly one";
+    list.ModifyItem(0, L"\U0001F600x\U0001F600y", nullptr, nullptr, nullptr);
+    EXPECT_EQ(find(0, 2, L"[xy]").first, 0);
+    EXPECT_EQ(list.GetItemText(0, 0), L"\U0001F600<x>\U0001F600<y>") << "behind characters of two units";
+    list.SetFindOptions(kKvFindSelectedRows);
+    list.SetSelItem(Lines{3, 4});
+    EXPECT_EQ(list.CountMatches(L"cat", 0), 1);
+    EXPECT_EQ(list.FindReplace(0, 0, L"CAT", L"", 1), 0);
+    EXPECT_TRUE(list.IsItemSelected(3)) << "the searched selection stays";
+}
+
+} // namespace
