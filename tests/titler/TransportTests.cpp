@@ -4,6 +4,7 @@
 #include "time/Transport.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace titler {
 namespace {
@@ -88,6 +89,35 @@ TEST(TimeCode, FramesAndTimesAreInverses)
             EXPECT_EQ(ParseTimeCode(TimeCode(int(frame), rate), rate), frame);
         }
     }
+}
+
+TEST(TimeCode, FramesGoThroughMilliseconds)
+{
+    for (int i = 0; i <= kKvFrameRate60; ++i) {
+        const FrameRate rate = FrameRateOf(static_cast<EKvFrameRate>(i));
+        for (qint64 frame = 0; frame < 0xFFFFFFFF; frame = frame * 9 / 8 + 1) {
+            const qint64 time = MillisecondsOfFrame(static_cast<quint32>(frame), rate);
+            EXPECT_EQ(FrameAtMilliseconds(time, rate), frame) << i;
+            EXPECT_LE(time * kMillisecond, TimeOfFrame(frame, rate)) << i; // not one frame late
+        }
+    }
+    const struct
+    {
+        EKvFrameRate rate;
+        qint64 milliseconds;
+        quint32 frame;
+    } rows[] = {
+        {kKvFrameRate25, 19, 0},
+        {kKvFrameRate25, 20, 1},
+        {kKvFrameRate25, -5, 0},
+        {kKvFrameRate23_976, 3600000, 86314}, // by the clock, not by labels
+        {kKvFrameRate29_97, 60000, 1798},
+        {kKvFrameRate60, std::numeric_limits<qint64>::max(), 0xFFFFFFFE},
+        {kKvFrameRate25, 999999999ll * 3600000, 0xFFFFFFFE},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(FrameAtMilliseconds(row.milliseconds, FrameRateOf(row.rate)), row.frame)
+            << row.milliseconds;
 }
 
 struct Playing : testing::Test

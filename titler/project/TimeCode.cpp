@@ -80,6 +80,23 @@ qint64 TimeOfFrame(qint64 frame, const FrameRate& rate)
     return ticks / rate.numerator * kSecond + (rest + rate.numerator - 1) / rate.numerator;
 }
 
+quint32 FrameAtMilliseconds(qint64 milliseconds, const FrameRate& rate)
+{
+    constexpr qint64 lastFrame = 0xFFFFFFFE;
+    const qint64 time = std::max<qint64>(0, milliseconds);
+    const qint64 ticks = 1000 * rate.denominator; // of 1 / numerator of a frame
+    const qint64 whole = time / ticks;
+    if (whole > lastFrame / rate.numerator)
+        return lastFrame;
+    const qint64 rest = (time % ticks * rate.numerator + ticks / 2) / ticks;
+    return static_cast<quint32>(std::min(whole * rate.numerator + rest, lastFrame));
+}
+
+qint64 MillisecondsOfFrame(quint32 frame, const FrameRate& rate)
+{
+    return qint64{frame} * 1000 * rate.denominator / rate.numerator;
+}
+
 QString TimeCode(int frame, const FrameRate& rate)
 {
     const qint64 label = LabelOfFrame(std::max(0, frame), rate);

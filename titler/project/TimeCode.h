@@ -27,6 +27,12 @@ qint64 FrameAtTime(qint64 nanoseconds, const FrameRate& rate);
 /// The first time at which that frame is shown.
 qint64 TimeOfFrame(qint64 frame, const FrameRate& rate);
 
+/// The frame that begins nearest to that time, 0 … 2^32 − 2: what a file's times mean. Negative times are 0.
+quint32 FrameAtMilliseconds(qint64 milliseconds, const FrameRate& rate);
+/// A time for a file, rounded down: a player that shows the file changes with this very frame, not with the
+/// next. FrameAtMilliseconds gives the frame again.
+qint64 MillisecondsOfFrame(quint32 frame, const FrameRate& rate);
+
 /// "00:00:01:12"; with drop frame "00:00:01;12". Hours go on beyond 99.
 QString TimeCode(int frame, const FrameRate& rate);
 

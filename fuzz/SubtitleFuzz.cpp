@@ -1,0 +1,46 @@
+// A subtitle file of the format FUZZ_FORMAT. Whatever was read and loses nothing when it is written comes
+// back.
+#include "subtitles/Subtitles.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void Require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    constexpr auto format = titler::SubtitleFormat::FUZZ_FORMAT;
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const titler::SubtitleFile file = titler::ReadSubtitles(bytes, format);
+    const auto lines = static_cast<std::size_t>(
+        std::count_if(bytes.begin(), bytes.end(), [](char c) { return c == '\n' || c == '\r'; }));
+    std::vector<titler::SubtitleRow> rows;
+    std::size_t before = 0;
+    for (const titler::Cue& cue : file.cues) {
+        Require(cue.line > before && cue.line <= lines + 1 && cue.in >= 0 && cue.out >= 0);
+        before = cue.line;
+        rows.push_back({cue.in, cue.out, cue.text, false});
+    }
+    before = 0;
+    for (const titler::CueFault& fault : file.faults) {
+        Require(fault.line >= before && fault.line <= lines + 1);
+        before = fault.line;
+    }
+    const bool losesNothing = titler::SubtitleLosses(rows, format).empty();
+    const titler::SubtitleFile again = titler::ReadSubtitles(titler::WriteSubtitles(rows, format), format);
+    Require(again.cues.size() == rows.size() && again.faults.empty());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        Require(again.cues[i].in == rows[i].in && again.cues[i].out == rows[i].out);
+        Require(!losesNothing || again.cues[i].text == rows[i].text);
+    }
+    return 0;
+}

@@ -1,0 +1,363 @@
+#include "subtitles/Subtitles.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <random>
+
+namespace titler {
+namespace {
+
+struct ExpectedCue
+{
+    std::int64_t in;
+    std::int64_t out;
+    const char* text;
+    std::size_t line;
+    const char* settings = "";
+    const char* identifier = "";
+};
+
+struct ReadCase
+{
+    const char* name;
+    const char* bytes;
+    std::vector<ExpectedCue> cues;
+    std::vector<CueFault> faults;
+    int skippedBlocks = 0;
+};
+
+void Expect(const SubtitleFile& file, const ReadCase& row)
+{
+    ASSERT_EQ(file.cues.size(), row.cues.size()) << row.name;
+    for (std::size_t i = 0; i < file.cues.size(); ++i) {
+        const Cue& cue = file.cues[i];
+        const ExpectedCue& expected = row.cues[i];
+        EXPECT_EQ(cue.in, expected.in) << row.name << i;
+        EXPECT_EQ(cue.out, expected.out) << row.name << i;
+        EXPECT_EQ(cue.text, expected.text) << row.name << i;
+        EXPECT_EQ(cue.line, expected.line) << row.name << i;
+        EXPECT_EQ(cue.settings, expected.settings) << row.name << i;
+        EXPECT_EQ(cue.identifier, expected.identifier) << row.name << i;
+    }
+    EXPECT_EQ(file.faults, row.faults) << row.name;
+    EXPECT_EQ(file.skippedBlocks, row.skippedBlocks) << row.name;
+}
+
+constexpr auto NoHeader = CueFaultKind::NoHeader;
+constexpr auto NoTimes = CueFaultKind::NoTimes;
+constexpr auto BadTimes = CueFaultKind::BadTimes;
+
+TEST(SubRip, IsReadAsItIsMet)
+{
+    const ReadCase rows[] = {
+        {"two cues ",
+         "1\n00:00:01,000 --> 00:00:02,500\nHello\n\n2\n00:00:03,000 --> 00:00:04,000\nTwo\nlines\n",
+         {{1000, 2500, "Hello", 2}, {3000, 4000, "Two\nlines", 6}},
+         {}},
+        {"CRLF and a mark ",
+         "\xEF\xBB\xBF"
+         "1\r\n00:00:01,000 --> 00:00:02,000\r\nA\r\nB\r\n\r\n2\r\n00:00:03,000 --> 00:00:04,000\r\nC\r\n",
+         {{1000, 2000, "A\nB", 2}, {3000, 4000, "C", 7}},
+         {}},
+        {"CR ",
+         "1\r00:00:01,000 --> 00:00:02,000\rA\r\r2\r00:00:03,000 --> 00:00:04,000\rB",
+         {{1000, 2000, "A", 2}, {3000, 4000, "B", 6}},
+         {}},
+        {"mixed ends ", "1\n00:00:01,000 --> 00:00:02,000\r\nA\rB\n", {{1000, 2000, "A\nB", 2}}, {}},
+        {"empty ", "", {}, {}},
+        {"a mark alone ", "\xEF\xBB\xBF", {}, {}},
+        {"blank lines alone ", "\n \n\t\r\n", {}, {}},
+        {"no numbers ",
+         "00:00:01,000 --> 00:00:02,000\nA\n\n00:00:03,000 --> 00:00:04,000\n42\n\n00:00:05,000 --> "
+         "00:00:06,000\nC",
+         {{1000, 2000, "A", 1}, {3000, 4000, "42", 4}, {5000, 6000, "C", 7}},
+         {}},
+        {"no blank lines ",
+         "1\n00:00:01,000 --> 00:00:02,000\nA\n2\n00:00:03,000 --> 00:00:04,000\nB\n00:00:05,000 --> "
+         "00:00:06,000\nC",
+         {{1000, 2000, "A", 2}, {3000, 4000, "B", 5}, {5000, 6000, "C", 7}},
+         {}},
+        {"many blank lines ",
+         "\n\n1\n00:00:01,000 --> 00:00:02,000\nA\n\n\n \n\n2\n00:00:03,000 --> 00:00:04,000\nB\n\n\n",
+         {{1000, 2000, "A", 4}, {3000, 4000, "B", 11}},
+         {}},
+        {"every line doubled ",
+         "1\n\n00:00:01,000 --> 00:00:02,000\n\nA\n\nB\n\n\n\n2\n\n00:00:03,000 --> 00:00:04,000\n\nC\n\n",
+         {{1000, 2000, "A\n\nB", 3}, {3000, 4000, "C", 13}},
+         {}},
+        {"a blank line in a text ",
+         "1\n00:00:01,000 --> 00:00:02,000\nA\n\nB\n\n2\n00:00:03,000 --> 00:00:04,000\nC",
+         {{1000, 2000, "A\n\nB", 2}, {3000, 4000, "C", 8}},
+         {}},
+        {"a text that is a number ",
+         "1\n00:00:01,000 --> 00:00:02,000\n1984\n\n2\n00:00:03,000 --> 00:00:04,000\n2001\n",
+         {{1000, 2000, "1984", 2}, {3000, 4000, "2001", 6}},
+         {}},
+        {"no text ",
+         "1\n00:00:01,000 --> 00:00:02,000\n\n2\n00:00:03,000 --> 00:00:04,000\nB",
+         {{1000, 2000, "", 2}, {3000, 4000, "B", 5}},
+         {}},
+        {"points, no hours, short fractions ",
+         "1\n01:02.5 --> 1:1:4\nA\n\n2\n00:00:05.1234 --> 00:00:06,07\nB",
+         {{62500, 3664000, "A", 2}, {5123, 6070, "B", 6}},
+         {}},
+        {"no spaces around the arrow ", "1\n00:00:01,000-->00:00:02,000\nA", {{1000, 2000, "A", 2}}, {}},
+        {"positions ",
+         "1\n  00:00:01,000 --> 00:00:02,000  X1:40 X2:600 Y1:20 Y2:50 \n{\\an8}<i>A</i>",
+         {{1000, 2000, "{\\an8}<i>A</i>", 2, "X1:40 X2:600 Y1:20 Y2:50"}},
+         {}},
+        {"many hours ",
+         "1\n100:00:00,000 --> 999999999:59:59,999\nA",
+         {{360000000, 3600000000000000 - 1, "A", 2}},
+         {}},
+        {"ends before it begins ", "1\n00:00:02,000 --> 00:00:01,000\nA", {{2000, 1000, "A", 2}}, {}},
+        {"an arrow in a text ",
+         "1\n00:00:01,000 --> 00:00:02,000\nA --> B\n5 --> 6\n- 7 --> 8\n",
+         {{1000, 2000, "A --> B\n5 --> 6\n- 7 --> 8", 2}},
+         {}},
+        {"scripts ",
+         "1\n00:00:01,000 --> 00:00:02,000\nمرحبا، كيف حالك؟\n\n2\n00:00:03,000 --> "
+         "00:00:04,000\n你好，世界\n👩‍🚀 🇳🇱\n\n3\n00:00:05,000 --> "
+         "00:00:06,000\nZ\u0351a\u0308\u0301hlen \u202Bעברית\u202C\n",
+         {{1000, 2000, "مرحبا، كيف حالك؟", 2},
+          {3000, 4000, "你好，世界\n👩‍🚀 🇳🇱", 6},
+          {5000, 6000, "Z\u0351a\u0308\u0301hlen \u202Bעברית\u202C", 11}},
+         {}},
+    };
+    for (const ReadCase& row : rows)
+        Expect(ReadSubRip(row.bytes), row);
+}
+
+TEST(SubRip, ReportsWhatIsBrokenAndGoesOn)
+{
+    const char* const good = "9\n00:00:09,000 --> 00:00:10,000\nZ";
+    const struct
+    {
+        const char* name;
+        const char* broken;
+        std::vector<CueFault> faults;
+    } rows[] = {
+        {"letters in a time ", "1\n00:00:0x,000 --> 00:00:02,000\nA\n\n", {{2, BadTimes}}},
+        {"letters in front, below a number ", "1\nab:00:01,000 --> 00:00:02,000\nA\n\n", {{2, BadTimes}}},
+        {"60 seconds ", "1\n00:00:60,000 --> 00:01:02,000\nA\n\n", {{2, BadTimes}}},
+        {"60 minutes ", "1\n60:00 --> 61:00\nA\n\n", {{2, BadTimes}}},
+        {"three digits ", "1\n00:00:001,000 --> 00:00:02,000\nA\n\n", {{2, BadTimes}}},
+        {"ten digits of hours ", "1\n1000000000:00:00,000 --> 00:00:02,000\nA\n\n", {{2, BadTimes}}},
+        {"negative ", "1\n-00:00:01,000 --> 00:00:02,000\nA\n\n", {{2, BadTimes}}},
+        {"no end ", "1\n00:00:01,000 -->\nA\n\n", {{2, BadTimes}}},
+        {"no fraction behind its sign ", "1\n00:00:01, --> 00:00:02,000\nA\n\n", {{2, BadTimes}}},
+        {"text right behind a time ", "1\n00:00:01,000 --> 00:00:02,000A\nA\n\n", {{2, BadTimes}}},
+        {"text before the first times ",
+         "A comment\nof two lines\n\nand another\n\n",
+         {{1, NoTimes}, {4, NoTimes}}},
+        {"two in a row ", "1\n00:00:a --> 1\nA\n\n2\n00:00:b --> 2\nB\n\n", {{2, BadTimes}, {6, BadTimes}}},
+    };
+    for (const auto& row : rows) {
+        const SubtitleFile file = ReadSubRip(std::string(row.broken) + good);
+        EXPECT_EQ(file.faults, row.faults) << row.name;
+        ASSERT_EQ(file.cues.size(), 1u) << row.name;
+        EXPECT_EQ(file.cues[0].text, "Z") << row.name;
+    }
+    const ReadCase behind = {"no times behind a cue ",
+                             "1\n00:00:01,000 --> 00:00:02,000\nA\n\n2\nB\n\n3\n00:00:03,000 -> "
+                             "00:00:04,000\nC\n\n4\n00:00:05,000 --> 00:00:06,000\nD",
+                             {{1000, 2000, "A", 2}, {5000, 6000, "D", 13}},
+                             {{5, NoTimes}, {8, NoTimes}}};
+    Expect(ReadSubRip(behind.bytes), behind);
+}
+
+TEST(WebVtt, IsRead)
+{
+    const ReadCase rows[] = {
+        {"settings and names ",
+         "WEBVTT - a title\nKind: captions\n\nintro\n00:01.000 --> 00:00:02.500 align:start "
+         "line:0%\nHello\n\n00:00:03.000 --> 100:00:04.000\nTwo\nlines\n",
+         {{1000, 2500, "Hello", 5, "align:start line:0%", "intro"}, {3000, 360004000, "Two\nlines", 8}},
+         {}},
+        {"notes, styles, regions ",
+         "\xEF\xBB\xBFWEBVTT\n\nSTYLE\n::cue { color: lime }\n\nREGION\nid:fred\n\nNOTE one "
+         "line\n\nNOTE\nmore\nlines\n\n00:01.000 --> 00:02.000\nA\n\nNOTE\n",
+         {{1000, 2000, "A", 15}},
+         {},
+         5},
+        {"cue right behind the header ", "WEBVTT\n00:01.000 --> 00:02.000\nA", {{1000, 2000, "A", 2}}, {}},
+        {"tags stay, references do not ",
+         "WEBVTT\n\n00:01.000 --> 00:02.000\n<v Anna><i>R&amp;B</i> &lt;3 "
+         "&#233;&#x1F600;&nbsp;&rlm;&unknown; & &#0; &#xD800;</v>",
+         {{1000, 2000, "<v Anna><i>R&B</i> <3 é😀\u00A0\u200F&unknown; & &#0; &#xD800;</v>", 3}},
+         {}},
+        {"commas and CRLF ",
+         "WEBVTT\r\n\r\n1\r\n00:00:01,000 --> 00:00:02,000\r\nمرحبا\r\n\r\n2\r\n00:00:03,000 --> "
+         "00:00:04,000\r\n你好",
+         {{1000, 2000, "مرحبا", 4, "", "1"}, {3000, 4000, "你好", 8, "", "2"}},
+         {}},
+        {"no blank line ",
+         "WEBVTT\n\n1\n00:01.000 --> 00:02.000\nA\n2\n00:03.000 --> 00:04.000\nB\n00:05.000 --> 00:06.000\nC",
+         {{1000, 2000, "A", 4, "", "1"}, {3000, 4000, "B", 7, "", "2"}, {5000, 6000, "C", 9}},
+         {}},
+        {"a line of spaces goes on ",
+         "WEBVTT\n\n00:01.000 --> 00:02.000\nA\n \nB\n\n",
+         {{1000, 2000, "A\n\nB", 3}},
+         {}},
+        {"no header ", "1\n00:01.000 --> 00:02.000\nA", {{1000, 2000, "A", 2, "", "1"}}, {{1, NoHeader}}},
+        {"another word ",
+         "WEBVTTX\n\n00:01.000 --> 00:02.000\nA",
+         {{1000, 2000, "A", 3}},
+         {{1, NoHeader}, {1, NoTimes}}},
+        {"broken ones ",
+         "WEBVTT\n\nstray\ntext\n\n00:61.000 --> 00:62.000\nA\n\nx --> y\nB\n\n00:01.000 --> "
+         "00:02.000\nC\n\nlast",
+         {{1000, 2000, "C", 12}},
+         {{3, NoTimes}, {6, BadTimes}, {9, BadTimes}, {15, NoTimes}}},
+        {"empty ", "", {}, {}},
+        {"header alone ", "WEBVTT", {}, {}},
+    };
+    for (const ReadCase& row : rows)
+        Expect(ReadWebVtt(row.bytes), row);
+}
+
+TEST(Subtitles, AreToldApart)
+{
+    EXPECT_EQ(SubtitleFormatOf("WEBVTT\n"), SubtitleFormat::WebVtt);
+    EXPECT_EQ(SubtitleFormatOf("\xEF\xBB\xBFWEBVTT - title\r\n"), SubtitleFormat::WebVtt);
+    EXPECT_EQ(SubtitleFormatOf("WEBVTTX"), SubtitleFormat::SubRip);
+    EXPECT_EQ(SubtitleFormatOf("1\n00:00:01,000 --> 00:00:02,000\n"), SubtitleFormat::SubRip);
+    EXPECT_EQ(SubtitleFormatOf(""), SubtitleFormat::SubRip);
+}
+
+TEST(SubtitleWriter, WritesBothFormats)
+{
+    const std::vector<SubtitleRow> rows = {{1000, 2500, "R&B <3\n<i>a</i> --> b", false},
+                                           {SubtitleRow::kNoTime, 5, "left out", false},
+                                           {360000000, 360000001, "a\r\n\rb", false}};
+    EXPECT_EQ(WriteSubtitles(rows, SubtitleFormat::SubRip),
+              "1\n00:00:01,000 --> 00:00:02,500\nR&B <3\n<i>a</i> --> b\n\n2\n100:00:00,000 --> "
+              "100:00:00,001\na\n \nb\n\n");
+    EXPECT_EQ(
+        WriteSubtitles(rows, SubtitleFormat::WebVtt),
+        "WEBVTT\n\n00:00:01.000 --> 00:00:02.500\nR&amp;B &lt;3\n<i>a</i> --&gt; b\n\n100:00:00.000 --> "
+        "100:00:00.001\na\n \nb\n\n");
+    EXPECT_EQ(WriteSubtitles({}, SubtitleFormat::SubRip), "");
+    EXPECT_EQ(WriteSubtitles({}, SubtitleFormat::WebVtt), "WEBVTT\n\n");
+}
+
+TEST(SubtitleWriter, ListsWhatIsLost)
+{
+    using Kind = SubtitleLossKind;
+    const struct
+    {
+        const char* name;
+        SubtitleRow row;
+        std::vector<Kind> subRip;
+        std::vector<Kind> webVtt;
+        const char* text; ///< that SubRip gives again
+    } rows[] = {
+        {"nothing", {0, 1, "a\n\nb", false}, {}, {}, "a\n\nb"},
+        {"an empty text", {0, 1, "", false}, {}, {}, ""},
+        {"no out time", {0, -1, "a", false}, {Kind::NoTimes}, {Kind::NoTimes}, nullptr},
+        {"a template", {0, 1, "a", true}, {Kind::Template}, {Kind::Template}, "a"},
+        {"blank lines around it", {0, 1, "\na\n ", false}, {Kind::EdgeLines}, {Kind::EdgeLines}, "a"},
+        {"a blank line alone", {0, 1, "\n", false}, {Kind::EdgeLines}, {Kind::EdgeLines}, ""},
+        {"spaces in a line", {0, 1, "a\n \nb", false}, {Kind::SpacedLines}, {Kind::SpacedLines}, "a\n\nb"},
+        {"times in a text", {0, 1, "0:1 ---> 0:2 --> 3", false}, {Kind::Arrow}, {}, "0:1 -> 0:2 -> 3"},
+        {"a number and an arrow", {0, 1, "x\n\n5\na --> b", false}, {}, {}, "x\n\n5\na --> b"},
+    };
+    for (const auto& row : rows) {
+        for (const SubtitleFormat format : {SubtitleFormat::SubRip, SubtitleFormat::WebVtt}) {
+            const std::vector<SubtitleRow> all = {{0, 1, "fine", false}, row.row};
+            std::vector<Kind> kinds;
+            for (const SubtitleLoss& loss : SubtitleLosses(all, format)) {
+                kinds.push_back(loss.kind);
+                EXPECT_EQ(loss.rows, std::vector<std::size_t>{1}) << row.name;
+            }
+            EXPECT_EQ(kinds, format == SubtitleFormat::SubRip ? row.subRip : row.webVtt) << row.name;
+        }
+        const SubtitleFile file = ReadSubRip(WriteSubtitles({row.row}, SubtitleFormat::SubRip));
+        EXPECT_TRUE(file.faults.empty()) << row.name;
+        ASSERT_EQ(file.cues.size(), row.text ? 1u : 0u) << row.name;
+        EXPECT_STREQ(row.text ? file.cues[0].text.c_str() : nullptr, row.text) << row.name;
+    }
+}
+
+/// A film's length of cues in many scripts goes through both formats unchanged.
+TEST(SubtitleWriter, TheSampleGoesThroughBothFormats)
+{
+    std::ifstream file(TITLER_SAMPLES "/subtitles.srt", std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const SubtitleFile sample = ReadSubRip(bytes);
+    EXPECT_TRUE(sample.faults.empty());
+    ASSERT_EQ(sample.cues.size(), 38u);
+    EXPECT_GT(sample.cues.back().out, 90 * 60000);
+    EXPECT_EQ(sample.cues[36].text, "He is alive.\n\nThey are all alive.");
+    std::vector<SubtitleRow> rows;
+    for (const Cue& cue : sample.cues)
+        rows.push_back({cue.in, cue.out, cue.text, false});
+    for (const SubtitleFormat format : {SubtitleFormat::SubRip, SubtitleFormat::WebVtt}) {
+        EXPECT_TRUE(SubtitleLosses(rows, format).empty());
+        const SubtitleFile again = ReadSubtitles(WriteSubtitles(rows, format), format);
+        ASSERT_EQ(again.cues.size(), rows.size());
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            EXPECT_EQ(again.cues[i].text, rows[i].text);
+            EXPECT_EQ(again.cues[i].in, rows[i].in);
+            EXPECT_EQ(again.cues[i].out, rows[i].out);
+        }
+    }
+}
+
+/// Whatever rows are written, those that are said to lose nothing come back.
+TEST(SubtitleWriter, GivesAgainWhatItDoesNotListAsLost)
+{
+    const std::string pieces[] = {"a",
+                                  "7",
+                                  "\n",
+                                  "\n\n",
+                                  " ",
+                                  "-->",
+                                  "-",
+                                  ">",
+                                  "<",
+                                  "<b>",
+                                  "</b>",
+                                  "&",
+                                  "&lt;",
+                                  "1:2",
+                                  "\xEF\xBB\xBF",
+                                  "مر",
+                                  "😀",
+                                  "WEBVTT",
+                                  "NOTE",
+                                  "\r\n",
+                                  "\r",
+                                  "\t",
+                                  "00:00:01,000 --> 00:00:02,000"};
+    std::mt19937 random(3);
+    for (int round = 0; round < 3000; ++round) {
+        const auto format = random() % 2 ? SubtitleFormat::SubRip : SubtitleFormat::WebVtt;
+        std::vector<SubtitleRow> rows;
+        for (auto row = random() % 4; row > 0; --row) {
+            SubtitleRow& added = rows.emplace_back();
+            added.in = static_cast<std::int64_t>(random());
+            added.out = static_cast<std::int64_t>(random() % 100000);
+            for (auto piece = random() % 7; piece > 0; --piece)
+                added.text += pieces[random() % std::size(pieces)];
+        }
+        if (!SubtitleLosses(rows, format).empty())
+            continue;
+        const std::string bytes = WriteSubtitles(rows, format);
+        const SubtitleFile file = ReadSubtitles(bytes, format);
+        ASSERT_TRUE(file.faults.empty()) << bytes;
+        ASSERT_EQ(file.cues.size(), rows.size()) << bytes;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            std::string text = rows[i].text;
+            for (std::size_t at = 0; (at = text.find('\r', at)) != text.npos;)
+                text.replace(at, text.compare(at, 2, "\r\n") == 0 ? 2 : 1, "\n");
+            ASSERT_EQ(file.cues[i].text, text) << bytes;
+            ASSERT_EQ(file.cues[i].in, rows[i].in) << bytes;
+            ASSERT_EQ(file.cues[i].out, rows[i].out) << bytes;
+        }
+    }
+}
+
+} // namespace
+} // namespace titler

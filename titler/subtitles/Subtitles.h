@@ -1,0 +1,100 @@
+// Subtitle files: SubRip and WebVTT as cues, and cues as files. Pure: the standard library only.
+//
+// Texts are UTF-8 and keep their tags; times are milliseconds from the begin. What is broken costs its own
+// cue and nothing else.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace titler {
+
+enum class SubtitleFormat
+{
+    SubRip,
+    WebVtt
+};
+
+struct Cue
+{
+    std::int64_t in = 0;    ///< milliseconds, 0 or more
+    std::int64_t out = 0;   ///< likewise; may lie before `in`, as the file has it
+    std::string text;       ///< lines parted by "\n", without blank ones at its begin and end; may be empty
+    std::string settings;   ///< what stands behind the times: positions, alignment, regions
+    std::string identifier; ///< WebVTT's name of the cue; SubRip's numbers are not kept
+    std::size_t line = 0;   ///< of its times, from 1
+};
+
+enum class CueFaultKind
+{
+    NoHeader, ///< a WebVTT file does not begin with "WEBVTT"; it is read nevertheless
+    NoTimes,  ///< text without a line of times
+    BadTimes  ///< a line of times that cannot be read
+};
+
+struct CueFault
+{
+    std::size_t line; ///< from 1
+    CueFaultKind kind;
+    friend bool operator==(const CueFault&, const CueFault&) = default;
+};
+
+struct SubtitleFile
+{
+    std::vector<Cue> cues;        ///< in the file's order
+    std::vector<CueFault> faults; ///< what was skipped, by ascending lines
+    int skippedBlocks = 0;        ///< WebVTT's notes, style sheets and regions
+};
+
+/// A file's format by its begin: "WEBVTT", perhaps behind a byte order mark, is WebVTT, all else SubRip.
+SubtitleFormat SubtitleFormatOf(std::string_view utf8);
+
+/// Reads SubRip as it is met: any line ends, missing numbers and blank lines, "." for ",", no hours,
+/// fractions of any length. A blank line inside a text belongs to it, unless a number or times follow.
+SubtitleFile ReadSubRip(std::string_view utf8);
+
+/// Reads WebVTT. Character references are resolved; "," is taken for ".".
+SubtitleFile ReadWebVtt(std::string_view utf8);
+
+inline SubtitleFile ReadSubtitles(std::string_view utf8, SubtitleFormat format)
+{
+    return format == SubtitleFormat::WebVtt ? ReadWebVtt(utf8) : ReadSubRip(utf8);
+}
+
+/// What a file cannot carry.
+enum class SubtitleLossKind
+{
+    NoTimes,     ///< the row has no in or no out time, and is left out
+    Template,    ///< its template's name
+    EdgeLines,   ///< blank lines at the begin or end of its text
+    SpacedLines, ///< a line of spaces becomes an empty one
+    Arrow        ///< "-->" becomes "->" in a line that would be taken for times
+};
+
+struct SubtitleLoss
+{
+    SubtitleLossKind kind;
+    std::vector<std::size_t> rows; ///< ascending
+};
+
+struct SubtitleRow
+{
+    static constexpr std::int64_t kNoTime = -1;
+
+    std::int64_t in = kNoTime; ///< milliseconds; below 0: none
+    std::int64_t out = kNoTime;
+    std::string text; ///< UTF-8; lines parted by "\n", "\r\n" or "\r"
+    bool hasTemplate = false;
+};
+
+/// The losses that writing these rows in that format brings, by kind; none: reading the file gives the rows'
+/// texts and times again.
+std::vector<SubtitleLoss> SubtitleLosses(const std::vector<SubtitleRow>& rows, SubtitleFormat format);
+
+/// The file's bytes, without a byte order mark, with "\n" as line end.
+std::string WriteSubtitles(const std::vector<SubtitleRow>& rows, SubtitleFormat format);
+
+} // namespace titler
