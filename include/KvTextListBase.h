@@ -4,6 +4,7 @@
 
 #include "KvReportListCtrl.h"
 
+#include <functional>
 #include <memory>
 
 class QUndoStack;
@@ -85,6 +86,13 @@ public:
     /// Uses a host's stack from now on; null brings the list's own one back. Steps that were done stay where
     /// they are. The stack may die before the list, and the list before the stack.
     void SetUndoStack(QUndoStack* stack);
+
+    /// Makes one step of undo of what the host does to rows: rows that `change` inserts and removes, and
+    /// cells that it gives other values. Silent, like the operations themselves, until the step is undone;
+    /// counts as a modification. Other orders of rows are no part of the step, and removing everything at
+    /// once voids it.
+    /// @param name what the stack shows. @return 1; 0 when nothing changed.
+    int RunAsStep(const CString& name, const std::function<void()>& change);
 
 Q_SIGNALS:
     /// The user changed a text, also by undo. After the change, once.

@@ -78,6 +78,8 @@ struct CKvTextListBase::Impl
     class Step;
     class CellsStep;
     class RowsStep;
+    class HostStep;
+    struct RowSet;
     class MoveStep;
     class FindTexts;
 
@@ -106,6 +108,8 @@ struct CKvTextListBase::Impl
     // Steps.
     QUndoStack& Stack() { return hostStack ? *hostStack : *ownStack; }
     void Push(std::unique_ptr<QUndoCommand> step);
+    /// @return false when none of the cells' rows is there.
+    bool Apply(const std::vector<CellChange>& changes, CString CellChange::*value);
     void Tell(const Notice& notice);
     void Run(void (QUndoStack::*step)(), bool (QUndoStack::*isPossible)() const);
     void InsertRows(int line, std::vector<Row> rows, UINT text);
@@ -163,6 +167,7 @@ class CKvTextListBase::Impl::Step : public QUndoCommand
 {
 public:
     Step(Impl& impl, UINT text);
+    Step(Impl& impl, const QString& name);
     void undo() final;
     void redo() final;
 
@@ -196,16 +201,25 @@ public:
     bool mergeWith(const QUndoCommand* other) override;
 
 protected:
-    bool Do(Impl& impl) override { return Apply(impl, &CellChange::after); }
-    bool Undo(Impl& impl) override { return Apply(impl, &CellChange::before); }
+    bool Do(Impl& impl) override { return impl.Apply(m_changes, &CellChange::after); }
+    bool Undo(Impl& impl) override { return impl.Apply(m_changes, &CellChange::before); }
     Notice NoticeOf() const override;
     bool IsSilentAtFirst() const override { return m_kind == CellsKind::Replacement; }
 
 private:
-    bool Apply(Impl& impl, CString CellChange::*value);
-
     std::vector<CellChange> m_changes;
     CellsKind m_kind;
+};
+
+/// Rows that come and go together.
+struct CKvTextListBase::Impl::RowSet
+{
+    std::vector<Row> rows; ///< as they were when they last went; while they are there the keys alone count
+    std::vector<Place> places;
+
+    bool PutIn(Impl& impl);
+    /// @return false when none of them is there.
+    bool TakeOut(Impl& impl);
 };
 
 /// Rows come or go.
@@ -218,17 +232,37 @@ public:
     RowsStep(Impl& impl, const CArray<int, int>& lines, UINT text);
 
 protected:
-    bool Do(Impl& impl) override { return m_inserts ? PutIn(impl) : TakeOut(impl); }
-    bool Undo(Impl& impl) override { return m_inserts ? TakeOut(impl) : PutIn(impl); }
+    bool Do(Impl& impl) override { return m_inserts ? m_set.PutIn(impl) : m_set.TakeOut(impl); }
+    bool Undo(Impl& impl) override { return m_inserts ? m_set.TakeOut(impl) : m_set.PutIn(impl); }
     Notice NoticeOf() const override { return {Notice::Kind::Rows}; }
 
 private:
-    bool PutIn(Impl& impl);
-    bool TakeOut(Impl& impl);
-
     bool m_inserts;
-    std::vector<Row> m_rows; ///< as they were when they last went
-    std::vector<Place> m_places;
+    RowSet m_set;
+};
+
+/// What the host did; it is done before it is pushed.
+class CKvTextListBase::Impl::HostStep : public Step
+{
+public:
+    /// Remembers the rows as they are before the host begins.
+    HostStep(Impl& impl, const CString& name);
+    /// Finds out what the host has done. @return false when it is nothing.
+    bool Finish(Impl& impl);
+
+protected:
+    bool Do(Impl& impl) override;
+    bool Undo(Impl& impl) override;
+    Notice NoticeOf() const override { return {Notice::Kind::Rows}; }
+    bool IsSilentAtFirst() const override { return true; }
+
+private:
+    std::vector<Row> m_rows;           ///< until `Finish`
+    std::vector<CStringArray> m_cells; ///< their values, likewise
+    std::vector<CellChange> m_changes;
+    RowSet m_removed;
+    RowSet m_inserted;
+    bool m_isDone = true;
 };
 
 /// Rows go to another place.

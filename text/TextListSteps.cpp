@@ -3,10 +3,17 @@
 #include "text/TextListImpl.h"
 
 #include <algorithm>
+#include <iterator>
+#include <numeric>
 #include <utility>
 
 CKvTextListBase::Impl::Step::Step(Impl& impl, UINT text)
-    : QUndoCommand(KvToQString(KvGuiRes::LoadStringW(text)))
+    : Step(impl, KvToQString(KvGuiRes::LoadStringW(text)))
+{
+}
+
+CKvTextListBase::Impl::Step::Step(Impl& impl, const QString& name)
+    : QUndoCommand(name)
     , m_list(&impl.list)
     , m_content(impl.content)
     , m_before(impl.Remember())
@@ -93,18 +100,18 @@ CKvTextListBase::Impl::Notice CKvTextListBase::Impl::CellsStep::NoticeOf() const
     return {Notice::Kind::Cell, m_changes.front().key, m_changes.front().column};
 }
 
-bool CKvTextListBase::Impl::CellsStep::Apply(Impl& impl, CString CellChange::*value)
+bool CKvTextListBase::Impl::Apply(const std::vector<CellChange>& changes, CString CellChange::*value)
 {
-    std::vector<Key> keys;
-    keys.reserve(m_changes.size());
-    for (const CellChange& change : m_changes)
-        keys.push_back(change.key);
-    const std::vector<int> lines = impl.LinesOf(keys);
+    std::vector<Key> wanted;
+    wanted.reserve(changes.size());
+    for (const CellChange& change : changes)
+        wanted.push_back(change.key);
+    const std::vector<int> lines = LinesOf(wanted);
     bool isAny = false;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (lines[i] < 0)
             continue;
-        impl.list._SetCellValue(lines[i], m_changes[i].column, m_changes[i].*value);
+        list._SetCellValue(lines[i], changes[i].column, changes[i].*value);
         isAny = true;
     }
     return isAny;
@@ -113,39 +120,38 @@ bool CKvTextListBase::Impl::CellsStep::Apply(Impl& impl, CString CellChange::*va
 CKvTextListBase::Impl::RowsStep::RowsStep(Impl& impl, int line, std::vector<Row> rows, UINT text)
     : Step(impl, text)
     , m_inserts(true)
-    , m_rows(std::move(rows))
+    , m_set{std::move(rows), {}}
 {
     const Key before = line < impl.list.GetItemCount() ? impl.KeyAt(line) : 0;
-    for (std::size_t i = 0; i < m_rows.size(); ++i)
-        m_places.push_back({before, line + static_cast<int>(i)});
+    for (std::size_t i = 0; i < m_set.rows.size(); ++i)
+        m_set.places.push_back({before, line + static_cast<int>(i)});
 }
 
 CKvTextListBase::Impl::RowsStep::RowsStep(Impl& impl, const CArray<int, int>& lines, UINT text)
     : Step(impl, text)
     , m_inserts(false)
-    , m_rows(lines.size())
 {
-    std::transform(lines.begin(), lines.end(), m_rows.begin(), [&](int line) {
+    std::transform(lines.begin(), lines.end(), std::back_inserter(m_set.rows), [&](int line) {
         Row row;
         row.key = impl.KeyAt(line);
         return row;
     });
 }
 
-bool CKvTextListBase::Impl::RowsStep::TakeOut(Impl& impl)
+bool CKvTextListBase::Impl::RowSet::TakeOut(Impl& impl)
 {
     std::vector<Key> keys;
-    for (const Row& row : m_rows)
+    for (const Row& row : rows)
         keys.push_back(row.key);
     std::vector<int> lines = impl.LinesOf(keys);
     std::erase(lines, -1);
     if (lines.empty())
         return false;
     std::sort(lines.begin(), lines.end());
-    m_rows.clear();
-    m_places = impl.PlacesOf(lines);
+    rows.clear();
+    places = impl.PlacesOf(lines);
     for (const int line : lines)
-        m_rows.push_back(impl.Snapshot(line));
+        rows.push_back(impl.Snapshot(line));
     impl.Remove(lines);
     const int next = std::min(lines.front(), impl.list.GetItemCount() - 1);
     impl.list.SetSelItem(next);
@@ -153,11 +159,11 @@ bool CKvTextListBase::Impl::RowsStep::TakeOut(Impl& impl)
     return true;
 }
 
-bool CKvTextListBase::Impl::RowsStep::PutIn(Impl& impl)
+bool CKvTextListBase::Impl::RowSet::PutIn(Impl& impl)
 {
     CKvTextListBase& list = impl.list;
     std::vector<Key> keys;
-    for (const Place& place : m_places)
+    for (const Place& place : places)
         keys.push_back(place.before);
     std::vector<int> lines = impl.LinesOf(keys);
     const int count = list.GetItemCount();
@@ -165,32 +171,108 @@ bool CKvTextListBase::Impl::RowsStep::PutIn(Impl& impl)
         if (keys[i] == 0)
             lines[i] = count;
         else if (lines[i] < 0)
-            lines[i] = std::min(m_places[i].line, count);
+            lines[i] = std::min(places[i].line, count);
     }
     // From the last row's place to the first one's, run by run, so that the places before stay true.
     std::vector<std::size_t> order(lines.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return lines[a] < lines[b]; });
-    std::vector<Row> rows;
+    std::vector<Row> sorted;
     for (const std::size_t i : order)
-        rows.push_back(std::move(m_rows[i]));
-    for (std::size_t end = rows.size(); end > 0;) {
+        sorted.push_back(std::move(rows[i]));
+    for (std::size_t end = sorted.size(); end > 0;) {
         std::size_t begin = end - 1;
         while (begin > 0 && lines[order[begin - 1]] == lines[order[begin]])
             --begin;
-        impl.PutIn(lines[order[begin]], std::span(rows).subspan(begin, end - begin));
+        impl.PutIn(lines[order[begin]], std::span(sorted).subspan(begin, end - begin));
         end = begin;
     }
-    m_rows.assign(rows.size(), {}); // only the keys are needed until the rows go again
+    rows.assign(sorted.size(), {}); // only the keys are needed until the rows go again
     keys.clear();
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        keys.push_back(m_rows[i].key = rows[i].key);
+    for (std::size_t i = 0; i < sorted.size(); ++i)
+        keys.push_back(rows[i].key = sorted[i].key);
     lines = impl.LinesOf(keys);
     impl.SelectLines(lines);
     list.EnsureVisible(lines.back());
     list.EnsureVisible(lines.front());
     return true;
+}
+
+CKvTextListBase::Impl::HostStep::HostStep(Impl& impl, const CString& name) : Step(impl, KvToQString(name))
+{
+    const int count = impl.list.GetItemCount();
+    for (int line = 0; line < count; ++line) {
+        m_rows.push_back(impl.Snapshot(line));
+        CStringArray& cells = m_cells.emplace_back();
+        for (int column = 0; column < impl.list.GetColumnCount(); ++column)
+            cells.push_back(impl.list._GetCellValue(line, column));
+    }
+}
+
+bool CKvTextListBase::Impl::HostStep::Finish(Impl& impl)
+{
+    std::unordered_map<Key, std::size_t> before;
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        before.emplace(m_rows[i].key, i);
+    std::vector<bool> stays(m_rows.size());
+    for (int line = 0; line < impl.list.GetItemCount(); ++line) {
+        const Key key = impl.KeyAt(line);
+        const auto old = before.find(key);
+        if (old == before.end()) {
+            m_inserted.rows.emplace_back().key = key;
+            continue;
+        }
+        stays[old->second] = true;
+        const CStringArray& cells = m_cells[old->second];
+        for (int column = 0; column < static_cast<int>(cells.size()); ++column) {
+            const CString& value = cells[static_cast<std::size_t>(column)];
+            CString now = impl.list._GetCellValue(line, column);
+            if (now != value)
+                m_changes.push_back({key, column, value, std::move(now)});
+        }
+    }
+    Key next = 0; // that stays
+    for (std::size_t i = m_rows.size(); i-- > 0;) {
+        if (stays[i]) {
+            next = m_rows[i].key;
+            continue;
+        }
+        m_removed.places.push_back({next, static_cast<int>(i)});
+        m_removed.rows.push_back(std::move(m_rows[i]));
+    }
+    std::reverse(m_removed.places.begin(), m_removed.places.end());
+    std::reverse(m_removed.rows.begin(), m_removed.rows.end());
+    m_rows.clear();
+    m_cells.clear();
+    return !m_changes.empty() || !m_removed.rows.empty() || !m_inserted.rows.empty();
+}
+
+bool CKvTextListBase::Impl::HostStep::Do(Impl& impl)
+{
+    if (std::exchange(m_isDone, false))
+        return true; // by the host himself
+    bool isAny = impl.Apply(m_changes, &CellChange::after);
+    isAny = (!m_removed.rows.empty() && m_removed.TakeOut(impl)) || isAny;
+    return (!m_inserted.rows.empty() && m_inserted.PutIn(impl)) || isAny;
+}
+
+bool CKvTextListBase::Impl::HostStep::Undo(Impl& impl)
+{
+    bool isAny = !m_inserted.rows.empty() && m_inserted.TakeOut(impl);
+    isAny = (!m_removed.rows.empty() && m_removed.PutIn(impl)) || isAny;
+    return impl.Apply(m_changes, &CellChange::before) || isAny;
+}
+
+int CKvTextListBase::RunAsStep(const CString& name, const std::function<void()>& change)
+{
+    auto step = std::make_unique<Impl::HostStep>(*m_impl, name);
+    const QPointer<CKvTextListBase> self(this);
+    change();
+    if (!self || !step->Finish(*m_impl))
+        return 0;
+    m_impl->Push(std::move(step));
+    return 1;
 }
 
 CKvTextListBase::Impl::MoveStep::MoveStep(Impl& impl, const CArray<int, int>& lines, int before, UINT text)

@@ -290,6 +290,35 @@ TEST_F(TextList, StepsKnowTheirRows)
     EXPECT_FALSE(list.IsModified());
 }
 
+TEST_F(TextList, WhatTheHostDoesAsAStepIsUndoneWhole)
+{
+    list.AddString({L"a", L"b", L"c", L"d"});
+    Type(1, "bb");
+    const CStringArray before = Texts();
+    QSignalSpy rows(&list, &CKvTextListBase::RowsEdited);
+    EXPECT_EQ(list.RunAsStep(L"nothing", [] {}), 0);
+    const auto change = [&] {
+        list.DeleteString(1); // the row that the user has edited
+        list.DeleteString(2);
+        list.InsertString(0, L"first");
+        list.InsertString(-1, L"last");
+    };
+    EXPECT_EQ(list.RunAsStep(L"host's", change), 1);
+    EXPECT_EQ(rows.size(), 0);
+    const CStringArray after = Texts();
+    EXPECT_EQ(after, (CStringArray{L"first", L"a", L"c", L"last"}));
+    EXPECT_EQ(list.GetUndoStack()->undoText(), "host's");
+    for (int round = 0; round < 2; ++round) {
+        Undo();
+        EXPECT_EQ(Texts(), before);
+        Undo();
+        EXPECT_EQ(Texts(), (CStringArray{L"a", L"b", L"c", L"d"})) << "the row is still the user's";
+        Redo();
+        Redo();
+        EXPECT_EQ(Texts(), after);
+    }
+}
+
 TEST_F(TextList, HostsStackTakesTheSteps)
 {
     auto stack = std::make_unique<QUndoStack>();
