@@ -15,6 +15,11 @@ constexpr Key kFlagKey = 1;
 constexpr Key kTitleKey = 2;
 constexpr unsigned kGenerationShift = 32;
 
+QStringList Actions()
+{
+    return {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::setFocusAction()};
+}
+
 } // namespace
 
 CaptionAccess::CaptionAccess(CaptionStrip& strip, CaptionKeys& keys)
@@ -59,8 +64,10 @@ void CaptionAccess::Update()
 std::vector<CaptionAccess::Seen> CaptionAccess::Look() const
 {
     std::vector<Seen> seen;
-    for (int i = 0; i < m_strip.ItemCount(); ++i)
-        seen.push_back({m_strip.ItemLabel(i), m_strip.Item(i).selected, m_strip.Item(i).disabled});
+    for (int i = 0; i < m_strip.ItemCount(); ++i) {
+        const CaptionItem& item = m_strip.Item(i);
+        seen.push_back({m_strip.ItemLabel(i), item.selected, item.open, item.disabled});
+    }
     return seen;
 }
 
@@ -71,7 +78,7 @@ void CaptionAccess::TellDifferences(const std::vector<Seen>& before)
         const Key key = ItemKey(static_cast<int>(i));
         if (before[i].name != m_seen[i].name)
             NameChanged(key);
-        if (before[i].selected != m_seen[i].selected)
+        if (before[i].selected != m_seen[i].selected || before[i].open != m_seen[i].open)
             StateChanged(key);
         if (before[i].disabled != m_seen[i].disabled)
             EnabledChanged(key);
@@ -138,11 +145,15 @@ AccessiblePart CaptionAccess::DescribeItem(int index) const
     AccessiblePart part;
     part.name = m_strip.ItemLabel(index);
     part.rect = item.rect;
-    part.opensPopup = m_strip.Form().itemsArePopups;
-    part.role = part.opensPopup ? QAccessible::MenuItem : QAccessible::PageTab;
-    part.selectable = !part.opensPopup;
+    const bool isEntry = m_strip.Form().itemsArePopups;
+    part.role = isEntry ? QAccessible::MenuItem : QAccessible::PageTab;
+    part.opensPopup = item.opensPopup;
+    part.expanded = item.open;
+    part.selectable = !isEntry;
     part.selected = part.selectable && item.selected;
     part.disabled = item.disabled;
+    if (!isEntry || item.opensPopup)
+        part.actions = Actions();
     return part;
 }
 
@@ -159,17 +170,28 @@ AccessiblePart CaptionAccess::Describe(Key key) const
         part.name = KvToQString(SwitchText());
         part.rect = m_strip.FlagRect();
         part.opensPopup = true;
+        part.actions = Actions();
     } else {
         part = DescribeItem(IndexOf(key));
     }
-    part.actions = {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::setFocusAction()};
     return part;
+}
+
+QString CaptionAccess::ShortcutOf(const CaptionHit& part) const
+{
+    const wchar_t tip = m_keys.KeyOf(part);
+    return tip == 0 ? QString() : QStringLiteral("Alt+") + QChar(static_cast<char16_t>(tip));
 }
 
 QString CaptionAccess::Shortcut(Key key) const
 {
-    const wchar_t tip = key == kTitleKey ? wchar_t{0} : m_keys.KeyOf(PartOf(key));
-    return tip == 0 ? QString() : QStringLiteral("Alt+") + QChar(static_cast<char16_t>(tip));
+    return key == kTitleKey ? QString() : ShortcutOf(PartOf(key));
+}
+
+AccessibleButton CaptionAccess::DescribeButton(const QWidget& button) const
+{
+    const std::optional<CaptionHit> part = m_keys.ButtonPart(&button);
+    return part ? AccessibleButton{m_keys.OpensPopup(*part), ShortcutOf(*part)} : AccessibleButton();
 }
 
 std::optional<Key> CaptionAccess::FocusedPart() const
@@ -182,11 +204,16 @@ std::optional<Key> CaptionAccess::FocusedPart() const
 
 void CaptionAccess::DoAction(Key key, const QString& action)
 {
-    const CaptionHit part = PartOf(key);
-    if (action == QAccessibleActionInterface::pressAction())
-        m_keys.Press(part);
-    else
-        m_keys.Focus(part);
+    if (action != QAccessibleActionInterface::pressAction()) {
+        m_keys.Focus(PartOf(key));
+        return;
+    }
+    // Later: a popup waits for the user, and the screen reader for the end of this call.
+    const auto press = [this, key] {
+        if (IndexOf(key) >= 0)
+            m_keys.Press(PartOf(key));
+    };
+    QMetaObject::invokeMethod(&m_later, press, Qt::QueuedConnection);
 }
 
 } // namespace kv

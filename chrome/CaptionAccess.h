@@ -1,5 +1,5 @@
 // The tabs or items, the flag and the title of a caption strip as parts that a screen reader finds; its
-// buttons are widgets and need nothing.
+// buttons are widgets, of which the strip knows what they open and their keys.
 #pragma once
 
 #include "chrome/CaptionStrip.h"
@@ -31,6 +31,7 @@ public:
     int IndexOf(Key key) const override;
     AccessiblePart Describe(Key key) const override;
     QString Shortcut(Key key) const override;
+    AccessibleButton DescribeButton(const QWidget& button) const override;
     std::optional<Key> FocusedPart() const override;
     void DoAction(Key key, const QString& action) override;
 
@@ -39,11 +40,13 @@ private:
     {
         QString name;
         bool selected;
+        bool open;
         bool disabled;
     };
 
     bool HasTitle() const;
     CaptionHit PartOf(Key key) const;
+    QString ShortcutOf(const CaptionHit& part) const;
     Key ItemKey(int index) const;
     AccessiblePart DescribeItem(int index) const;
     std::vector<Seen> Look() const;

@@ -82,7 +82,7 @@ bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
                OnKey(static_cast<const QWidget&>(*watched), static_cast<QKeyEvent&>(*event));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        m_escaped = false;
+        m_escaped.reset();
         EndAlt();
         Leave();
         return false;
@@ -117,8 +117,11 @@ bool CaptionKeys::IsListening(const QWidget& receiver) const
 
 bool CaptionKeys::OnKey(const QWidget& receiver, QKeyEvent& event)
 {
-    if (receiver.windowType() == Qt::Popup && event.type() == QEvent::KeyPress)
-        m_escaped = event.key() == Qt::Key_Escape;
+    if (receiver.windowType() == Qt::Popup && event.type() == QEvent::KeyPress) {
+        m_escaped.reset();
+        if (event.key() == Qt::Key_Escape)
+            m_escaped = OpenPart(m_pressed);
+    }
     if (!IsListening(receiver))
         return false;
     if (event.type() == QEvent::ShortcutOverride)
@@ -266,7 +269,7 @@ wchar_t CaptionKeys::KeyOf(const CaptionHit& part) const
 {
     for (const Tip& tip : Tips()) {
         if (tip.stop.hit == part)
-            return tip.key;
+            return tip.stop.enabled ? tip.key : wchar_t{0};
     }
     return 0;
 }

@@ -41,6 +41,9 @@ public:
     /// Presses a part as a click would; nothing happens to a disabled one. May delete the bar.
     void Press(const CaptionHit& part);
     bool CanPress(const CaptionHit& part) const;
+    bool OpensPopup(const CaptionHit& part) const;
+    /// The part that is this button of the strip.
+    std::optional<CaptionHit> ButtonPart(const QWidget* widget) const;
     /// The key that presses a part together with Alt; 0 for none.
     wchar_t KeyOf(const CaptionHit& part) const;
 
@@ -69,9 +72,9 @@ private:
     void OnFocusChanged(QWidget* old, QWidget* now);
 
     bool IsListening(const QWidget& receiver) const;
-    std::optional<CaptionHit> ButtonPart(const QWidget* widget) const;
     bool IsOurs(const QWidget* widget) const;
-    bool OpensPopup(const CaptionHit& part) const;
+    /// The item whose popup is open, else the part that was pressed.
+    CaptionHit OpenPart(const CaptionHit& pressed) const;
 
     std::vector<CaptionStop> Stops() const;
     std::vector<Tip> Tips() const;
@@ -88,7 +91,9 @@ private:
     std::optional<CaptionHit> m_focus;
     QPointer<QWidget> m_previous; ///< had the focus before
     bool m_altAlone = false;      ///< Alt is down, and nothing else happened since
-    bool m_escaped = false;       ///< the last key that a popup got was Escape
+    CaptionHit m_pressed;         ///< the part that was pressed last
+    /// Whose popup got Escape as its last key; not always that of the part that was pressed.
+    std::optional<CaptionHit> m_escaped;
     std::optional<QKeyCombination> m_unclaimed;
     QTimer m_tipTimer;
     std::unique_ptr<KeyTipOverlay> m_overlay;

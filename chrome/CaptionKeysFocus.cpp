@@ -80,21 +80,31 @@ void CaptionKeys::Press(const CaptionHit& part)
     if (!CanPress(part))
         return;
     const CaptionHit pressed = part;
+    m_pressed = part;
     const bool wasFocused = m_focus.has_value();
     const QPointer<CaptionKeys> self(this);
     EndAlt();
     Leave();
     if (!self)
         return;
-    m_escaped = false;
+    m_escaped.reset();
     if (pressed.part == CaptionPart::Item)
         m_strip.PressItem(pressed.index);
     else if (pressed.part == CaptionPart::Flag)
         m_strip.PressFlag();
     else
         m_strip.Button(static_cast<UINT>(pressed.index)).click();
-    if (self && wasFocused && m_escaped && CanPress(pressed))
-        Focus(pressed);
+    if (self && wasFocused && m_escaped && CanPress(*m_escaped))
+        Focus(CaptionHit(*m_escaped));
+}
+
+CaptionHit CaptionKeys::OpenPart(const CaptionHit& pressed) const
+{
+    for (int i = 0; i < m_strip.ItemCount(); ++i) {
+        if (m_strip.Item(i).open)
+            return {CaptionPart::Item, i};
+    }
+    return pressed;
 }
 
 void CaptionKeys::PartsChanged()
@@ -136,8 +146,12 @@ void CaptionKeys::OnFocusChanged(QWidget* old, QWidget* now)
 bool CaptionKeys::CanPress(const CaptionHit& part) const
 {
     switch (part.part) {
-    case CaptionPart::Item:
-        return part.index >= 0 && part.index < m_strip.ItemCount() && !m_strip.Item(part.index).disabled;
+    case CaptionPart::Item: {
+        if (part.index < 0 || part.index >= m_strip.ItemCount())
+            return false;
+        const CaptionItem& item = m_strip.Item(part.index);
+        return !item.disabled && (item.opensPopup || !m_strip.Form().itemsArePopups);
+    }
     case CaptionPart::Flag:
         return m_strip.ShowsFlag();
     case CaptionPart::Button: {
@@ -153,7 +167,7 @@ bool CaptionKeys::OpensPopup(const CaptionHit& part) const
 {
     switch (part.part) {
     case CaptionPart::Item:
-        return m_strip.Form().itemsArePopups;
+        return m_strip.Item(part.index).opensPopup;
     case CaptionPart::Button:
         return part.index == kKvCaptionApplication || part.index == kKvCaptionMenu;
     default:

@@ -34,6 +34,8 @@ struct CaptionItem
     std::uint32_t state = kItemNormal;
     bool selected = false;
     bool disabled = false;
+    bool opensPopup = false; ///< a menu's entry with a sub-menu
+    bool open = false;       ///< its popup is
 };
 
 /// A tool window and its handle; either may be null.

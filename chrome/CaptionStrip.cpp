@@ -10,6 +10,8 @@
 #include "platform/SkinColours.h"
 #include "platform/SkinPictures.h"
 
+#include <QApplication>
+#include <QCursor>
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -328,6 +330,12 @@ void CaptionStrip::Hover(std::optional<CPoint> point)
     }
 }
 
+void CaptionStrip::HoverAt(const QPoint& screen)
+{
+    const bool isOver = QApplication::widgetAt(screen) == m_bar;
+    Hover(isOver ? std::optional<CPoint>(m_bar->mapFromGlobal(screen)) : std::nullopt);
+}
+
 // --- Buttons and frame ---
 
 CKvButton& CaptionStrip::Button(UINT number) const
@@ -436,7 +444,10 @@ void CaptionStrip::OpenApplicationMenu()
     const CKvButton& button = Button(kKvCaptionApplication);
     const UINT command = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                              button.mapToGlobal(QPoint(0, button.height())), m_bar);
-    if (!bar || command == 0)
+    if (!bar)
+        return;
+    HoverAt(QCursor::pos());
+    if (command == 0)
         return;
     switch (command) {
     case kCommandRestore:

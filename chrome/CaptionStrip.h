@@ -109,6 +109,9 @@ public:
     void FrameStateChanged();
     /// The pointer is at a point; nowhere on the strip without one.
     void Hover(std::optional<CPoint> point);
+    /// Likewise in screen coordinates, where it may be over another window: while a popup is open, the bar
+    /// hears nothing of the pointer.
+    void HoverAt(const QPoint& screen);
     /// The text under a point for the tool tip, and the area for which it holds.
     QString TipAt(CPoint point, CRect& area) const;
     /// A button's command. The bar may be gone afterwards. @return false for another command.

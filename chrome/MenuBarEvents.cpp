@@ -59,6 +59,12 @@ bool MenuBarEvents::eventFilter(QObject* watched, QEvent* event)
                 m_strip.HearShortcut(*action);
         }
         return false;
+    case QEvent::ActionAdded:
+    case QEvent::ActionChanged:
+    case QEvent::ActionRemoved:
+        if (watched == m_strip.m_listened)
+            m_strip.ReadEntries();
+        return false;
     case QEvent::MouseMove:
         if (auto* menu = qobject_cast<QMenu*>(watched))
             return IsOfPopup(*menu) && HearPopupMove(static_cast<QMouseEvent&>(*event));
@@ -139,10 +145,11 @@ bool MenuBarEvents::HearPopupKey(const QMenu& menu, const QKeyEvent& event)
     const QAction* action = menu.activeAction();
     if (isInwards ? action && action->isEnabled() && action->menu() : &menu != m_strip.m_popup)
         return false;
-    const int next = NextOpening(m_strip.OpeningItems(), m_strip.m_open, key == Qt::Key_Left ? -1 : 1);
+    const int step = key == Qt::Key_Left ? -1 : 1;
+    const int next = NextOpening(m_strip.OpeningItems(), m_strip.m_open, step);
     if (next < 0)
         return false;
-    m_strip.GoTo(next);
+    m_strip.GoTo(next, step);
     return true;
 }
 
@@ -162,6 +169,7 @@ bool MenuBarEvents::HearPopupMove(const QMouseEvent& event)
     if (screen == m_pointer) // an opened popup is told where the pointer rests
         return false;
     m_pointer = screen;
+    m_strip.HoverAt(screen);
     if (QApplication::activePopupWidget() && QApplication::activePopupWidget()->geometry().contains(screen))
         return false;
     const int item = ItemAt(screen);

@@ -4,6 +4,7 @@
 #include "platform/FrameState.h"
 
 #include <QAction>
+#include <QCursor>
 #include <QWindow>
 
 #include <algorithm>
@@ -51,7 +52,9 @@ void MenuBarStrip::PopupMenu(int index)
         return;
     }
     const QPointer<CKvCaptionBar> bar(&Bar());
-    for (int next = index; bar && next >= 0;)
+    m_step = 0;
+    m_passed = 0;
+    for (int next = index; bar && next >= 0 && m_passed <= ItemCount();)
         next = RunPopup(next);
 }
 
@@ -69,7 +72,8 @@ int MenuBarStrip::RunPopup(int index)
         smartMenu->OnBeforePopup(popup);
     UINT command = 0;
     if (run.Lives()) {
-        popup = record->SubMenu(index); // the host may have filled in another one
+        const QAction* entry = record->Entry(index);
+        popup = entry ? entry->menu() : nullptr; // the host may have given it another one
         const CRect rect = record->items[static_cast<std::size_t>(index)].rect;
         std::vector<const QMenu*> path;
         const bool lives = !popup || !smartMenu || UpdateMenuState(run, *smartMenu, *popup, path);
@@ -92,15 +96,22 @@ int MenuBarStrip::RunPopup(int index)
 
 UINT MenuBarStrip::TrackPopup(const Run& run, const QPointer<QMenu>& popup, CPoint point)
 {
-    if (!popup || popup->isEmpty())
+    if (!popup || popup->isEmpty()) {
+        ++m_passed;
+        if (m_step != 0)
+            m_next = NextOpening(OpeningItems(), m_open, m_step);
         return 0;
+    }
+    m_passed = 0;
     m_popup = popup;
     m_events->NotePointer();
     const UINT command = Track(*popup, Bar(), Bar().mapToGlobal(QPoint(point)));
     if (popup)
         popup->setAttribute(Qt::WA_NoMouseReplay, false);
-    if (run.bar)
+    if (run.bar) {
         m_popup = nullptr;
+        HoverAt(QCursor::pos());
+    }
     return command;
 }
 
@@ -128,9 +139,10 @@ bool MenuBarStrip::UpdateMenuState(const Run& run, IKvRibbonMenuBarSmartMenu& sm
     return run.Lives();
 }
 
-void MenuBarStrip::GoTo(int index)
+void MenuBarStrip::GoTo(int index, int step)
 {
     m_next = index;
+    m_step = step;
     if (m_popup)
         m_popup->close();
 }
@@ -151,6 +163,8 @@ void MenuBarStrip::MarkOpen(int index)
     InvalidateItem(m_open);
     m_open = index;
     InvalidateItem(m_open);
+    for (int i = 0; i < ItemCount(); ++i)
+        Item(i).open = i == index;
 }
 
 std::vector<bool> MenuBarStrip::OpeningItems() const
@@ -174,8 +188,10 @@ void MenuBarStrip::OpenMenuButtonMenu()
     m_buttonPopup = record->buttonMenu;
     const UINT command =
         Track(*record->buttonMenu, Bar(), button.mapToGlobal(QPoint(0, button.height() + 1)));
-    if (run.bar)
+    if (run.bar) {
         m_buttonPopup = nullptr;
+        HoverAt(QCursor::pos());
+    }
     if (command != 0 && run.Lives())
         callback(command, context);
 }
@@ -199,15 +215,21 @@ void MenuBarStrip::PrepareApplicationMenu(CKvMenu& menu)
 // --- Shortcuts ---
 
 // The toolkit finds the shortcuts of a menu's entries where the menu's own action belongs to a widget.
-void MenuBarStrip::ListenToShortcuts()
+void MenuBarStrip::ListenToMenu()
 {
     const MenuBarRecord* record = ActiveMenu();
     QMenu* menu = record ? record->menu.data() : nullptr;
-    if (m_listened && m_listened != menu)
+    if (m_listened == menu)
+        return;
+    if (m_listened) {
         Bar().removeAction(m_listened->menuAction());
+        m_listened->disconnect(m_events.get());
+    }
     m_listened = menu;
-    if (menu)
-        Bar().addAction(menu->menuAction());
+    if (!menu)
+        return;
+    Bar().addAction(menu->menuAction());
+    QObject::connect(menu, &QObject::destroyed, m_events.get(), [this] { ReadEntries(); });
 }
 
 template <typename Predicate>

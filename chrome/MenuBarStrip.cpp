@@ -25,7 +25,7 @@ std::vector<TopLevelEntry> EntriesOf(const QMenu& menu)
 QMenu* MenuBarRecord::SubMenu(int item) const
 {
     const QAction* entry = Entry(item);
-    return entry ? entry->menu() : nullptr;
+    return entry && entry->isEnabled() ? entry->menu() : nullptr;
 }
 
 QAction* MenuBarRecord::Entry(int item) const
@@ -93,6 +93,32 @@ bool MenuBarStrip::SetButtonMenu(QMenu* menu, AppButtonCallback callback, void* 
 }
 
 // --- Items ---
+
+void MenuBarStrip::OnActivated()
+{
+    ListenToMenu();
+    ReadEntries();
+}
+
+void MenuBarStrip::ReadEntries()
+{
+    const MenuBarRecord* record = ActiveMenu();
+    bool areOthers = false;
+    for (int i = 0; i < ItemCount(); ++i) {
+        const QAction* entry = record->Entry(i);
+        const bool disabled = entry && !entry->isEnabled();
+        const bool opensPopup = entry && entry->menu();
+        CaptionItem& item = Item(i);
+        if (item.disabled == disabled && item.opensPopup == opensPopup)
+            continue;
+        item.disabled = disabled;
+        item.opensPopup = opensPopup;
+        InvalidateItem(i);
+        areOthers = true;
+    }
+    if (areOthers)
+        PartsChanged();
+}
 
 QString MenuBarStrip::ItemLabel(int index) const
 {

@@ -22,10 +22,10 @@ struct MenuBarRecord : SKvMenuBarData
     AppButtonCallback buttonCallback = nullptr;
     void* buttonContext = nullptr;
 
-    /// The sub-menu of an item as the menu has it now; null when there is none.
-    QMenu* SubMenu(int item) const;
-    /// Likewise its entry.
+    /// The entry of an item as the menu has it now; null when it is gone.
     QAction* Entry(int item) const;
+    /// The sub-menu that the item opens; null when there is none, or its entry is disabled.
+    QMenu* SubMenu(int item) const;
 };
 
 class MenuBarStrip : public RecordStrip
@@ -50,7 +50,7 @@ public:
 protected:
     void TellAttached(CaptionRecord& record) override;
     void ClosePopups() override;
-    void OnActivated() override { ListenToShortcuts(); }
+    void OnActivated() override;
     void OnClose() override;
 
 private:
@@ -58,7 +58,9 @@ private:
 
     MenuBarRecord* ActiveMenu() const { return static_cast<MenuBarRecord*>(Active()); }
     MenuBarRecord* Begun() { return static_cast<MenuBarRecord*>(Records().UnderConstruction()); }
-    void ListenToShortcuts();
+    void ListenToMenu();
+    /// The active menu's entries may have been enabled, disabled or given other sub-menus.
+    void ReadEntries();
 
     // Popups: while one is open, `PopupMenu` and `GoTo` make its loop go on to another item.
     void PopupMenu(int index);
@@ -67,7 +69,8 @@ private:
     UINT TrackPopup(const Run& run, const QPointer<QMenu>& popup, CPoint point);
     bool UpdateMenuState(const Run& run, IKvRibbonMenuBarSmartMenu& smartMenu, QMenu& menu,
                          std::vector<const QMenu*>& path);
-    void GoTo(int index);
+    /// @param step the way on, -1 or 1, from an item that has nothing to show; 0 for none.
+    void GoTo(int index, int step = 0);
     void MarkOpen(int index);
     void InvalidateItem(int index);
     std::vector<bool> OpeningItems() const;
@@ -86,10 +89,12 @@ private:
 
     IKvRibbonMenuBarMgr& m_manager;
     std::unique_ptr<MenuBarEvents> m_events;
-    QPointer<QMenu> m_listened;         ///< whose shortcuts work
+    QPointer<QMenu> m_listened;         ///< the menu whose shortcuts work and whose entries are watched
     std::unique_ptr<QObject> m_pressed; ///< while a shortcut triggers its entry
     int m_open = -1;                    ///< the item whose popup is open
     int m_next = -1;                    ///< the item to go on to
+    int m_step = 0;                     ///< the way on behind it
+    int m_passed = 0;                   ///< items in a row that had nothing to show
     QPointer<QMenu> m_popup;            ///< of the open item, while it is being tracked
     QPointer<QMenu> m_buttonPopup;      ///< likewise of button 10004
 };

@@ -19,6 +19,11 @@ constexpr char kPartsProperty[] = "kvAccessibleParts";
 
 using Key = AccessibleParts::Key;
 
+AccessibleParts* PartsOf(const QObject& control)
+{
+    return static_cast<AccessibleParts*>(control.property(kPartsProperty).value<void*>());
+}
+
 } // namespace
 
 /// The control's own interface: its real children first, then its parts. It outlives the parts when the
@@ -154,6 +159,8 @@ QAccessible::State AccessiblePartInterface::state() const
     state.offscreen = !part.rect.intersects(control.rect());
     state.disabled = !control.isEnabled() || part.disabled;
     state.hasPopup = part.opensPopup;
+    state.expandable = part.opensPopup;
+    state.expanded = part.expanded;
     state.focusable = !state.disabled && part.actions.contains(setFocusAction());
     state.focused = control.hasFocus() && parts.FocusedPart() == m_key;
     state.selectable = part.selectable;
@@ -202,7 +209,7 @@ void AccessiblePartInterface::doAction(const QString& action)
 
 QAccessibleInterface* MakeContainer(const QString&, QObject* object)
 {
-    auto* parts = static_cast<AccessibleParts*>(object->property(kPartsProperty).value<void*>());
+    AccessibleParts* parts = PartsOf(*object);
     return parts ? new AccessibleContainer(*parts) : nullptr;
 }
 
@@ -308,6 +315,11 @@ AccessibleParts::~AccessibleParts()
     }
 }
 
+const AccessibleParts* AccessibleParts::Of(const QWidget* control)
+{
+    return control ? PartsOf(*control) : nullptr;
+}
+
 int AccessibleParts::IndexOf(Key key) const
 {
     const int count = Count();
@@ -371,6 +383,7 @@ void AccessibleParts::StateChanged(Key key)
     QAccessible::State changed;
     changed.selected = part.selectable;
     changed.checked = part.checkable;
+    changed.expanded = part.opensPopup;
     TellState(key, changed);
 }
 

@@ -38,8 +38,16 @@ struct AccessiblePart
     bool checked = false;
     bool disabled = false;   ///< on its own, in an enabled control; nothing can be done to it
     bool opensPopup = false; ///< its press action opens a menu
+    bool expanded = false;   ///< the menu is open
     QStringList
         actions; ///< `QAccessibleActionInterface`'s names; with setFocusAction() it can take the focus
+};
+
+/// What a control knows about a button that is its child.
+struct AccessibleButton
+{
+    bool opensPopup = false; ///< a click opens a menu, and comes back when that closed
+    QString shortcut;        ///< the keys that click it, as they are shown; empty for none
 };
 
 /// The parts of one control. A control derives from it, keeps one as long as it lives and tells of changes.
@@ -67,6 +75,7 @@ public:
     virtual AccessiblePart Describe(Key key) const = 0;
     /// The keys that press a part, as they are shown; empty for none.
     virtual QString Shortcut(Key /*key*/) const { return {}; }
+    virtual AccessibleButton DescribeButton(const QWidget& /*button*/) const { return {}; }
     /// The part that has the focus while the control has it.
     virtual std::optional<Key> FocusedPart() const { return std::nullopt; }
     /// @param value within the part's range.
@@ -85,6 +94,9 @@ public:
     /// Compares the focused part with that of the last call and tells when it is another one: both change
     /// their state, and the focus moves.
     void UpdateFocus();
+
+    /// Those of a control; null for one without.
+    static const AccessibleParts* Of(const QWidget* control);
 
     QWidget& Control() const { return m_control; }
     QAccessible::Role Role() const { return m_role; }

@@ -1,6 +1,7 @@
 #include "KvButtons.h"
 
 #include "KvGuiRes.h"
+#include "platform/AccessibleParts.h"
 #include "platform/DevicePixels.h"
 #include "platform/FocusRing.h"
 #include "platform/SkinColours.h"
@@ -73,6 +74,8 @@ public:
 
     QString text(QAccessible::Text text) const override
     {
+        if (text == QAccessible::Accelerator)
+            return Known().shortcut;
         const QString given = QAccessibleWidget::text(text);
         const bool isName = text == QAccessible::Name;
         if (isName && given.isEmpty())
@@ -87,6 +90,7 @@ public:
         state.checkable = m_button.isCheckable();
         state.checked = m_button.isChecked();
         state.pressed = m_button.isDown();
+        state.hasPopup = Known().opensPopup;
         return state;
     }
 
@@ -101,13 +105,28 @@ public:
     {
         if (!m_button.isEnabled() || !m_button.isVisible())
             return;
-        if (action == pressAction() || action == toggleAction())
+        const bool isClick = action == pressAction() || action == toggleAction();
+        if (isClick && Known().opensPopup) // later: the menu waits for the user
+            QMetaObject::invokeMethod(&m_button, &QAbstractButton::click, Qt::QueuedConnection);
+        else if (isClick)
             m_button.click(); // this interface may be gone
         else
             QAccessibleWidget::doAction(action);
     }
 
+    QStringList keyBindingsForAction(const QString& action) const override
+    {
+        const QString shortcut = Known().shortcut;
+        return action == pressAction() && !shortcut.isEmpty() ? QStringList(shortcut) : QStringList();
+    }
+
 private:
+    kv::AccessibleButton Known() const
+    {
+        const auto* parts = kv::AccessibleParts::Of(m_button.parentWidget());
+        return parts ? parts->DescribeButton(m_button) : kv::AccessibleButton();
+    }
+
     QString OwnName() const
     {
         const auto* button = qobject_cast<const CKvButton*>(&m_button);

@@ -231,23 +231,16 @@ TEST_F(TitleBarKeys, ShortcutsOfTheHostComeFirst)
     EXPECT_EQ(escapes, 0) << "the bar has the focus: Escape is its own";
 }
 
-TEST_F(TitleBarKeys, CommandsFindTheFocusWhereItWas)
-{
-    edit.selectAll();
-    PopupWatcher choose([this](QMenu&) { Keys(QStringLiteral("Down Return")); });
-    Keys(QStringLiteral("F10 End Left Left Left Down"));
-    EXPECT_EQ(heard, "command 101 in edit ");
-    EXPECT_EQ(edit.selectedText().toStdString(), "text");
-}
-
 TEST_F(TitleBarKeys, EscapeFromAPopupComesBackToItsButton)
 {
     PopupWatcher dismiss([this](QMenu&) { Keys(QStringLiteral("Escape")); });
+    edit.selectAll();
     Keys(QStringLiteral("F10 End Left Left Left Space"));
     EXPECT_EQ(heard, "command 0 in edit ");
     EXPECT_EQ(FocusName(), "AppMenu");
     Keys(QStringLiteral("Escape"));
     EXPECT_EQ(FocusName(), "edit");
+    EXPECT_EQ(edit.selectedText().toStdString(), "text");
 }
 
 TEST_F(TitleBarKeys, TipsShowWhileAltIsDown)
@@ -312,7 +305,7 @@ TEST_F(TitleBarKeys, ScreenReadersPressAndFocusTabs)
     QAccessibleInterface* rules = Part(QStringLiteral("Rules"));
     ASSERT_TRUE(rules && rules->actionInterface());
     rules->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(heard, "Rules ");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return heard == "Rules "; }));
     EXPECT_TRUE(rules->state().selected);
     rules->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
     EXPECT_TRUE(rules->state().focused);
@@ -335,11 +328,17 @@ protected:
         Show(*menubar);
         menu.addMenu(QStringLiteral("&File"))->addAction(QStringLiteral("Save"))->setData(201);
         menu.addMenu(QStringLiteral("&view"))->addAction(QStringLiteral("Copy"))->setData(202);
-        menubar->BeginAddMenuBar(L"app", L"Titles", 1, &menu, this);
-        menubar->EndAddMenuBar();
-        menubar->ActiveMenuBar(1);
+        Register(1);
     }
     ~MenuBarKeys() override { delete menus; }
+
+    /// The menu as it is now.
+    void Register(unsigned id)
+    {
+        menus->BeginAddMenuBar(L"app", L"Titles", id, &menu, this);
+        menus->EndAddMenuBar();
+        menus->ActiveMenuBar(id);
+    }
 
     int OnCommand(HMENU, unsigned command) override
     {
@@ -347,8 +346,15 @@ protected:
         return 1;
     }
 
+    int OnBeforePopup(HMENU popup) override
+    {
+        opened += popup->title() == QLatin1String("&Off");
+        return 1;
+    }
+
     QMenu menu;
     QPointer<CKvRibbonMenuBar> menus;
+    int opened = 0; ///< how often the popup of "Off" was
 };
 
 TEST_F(MenuBarKeys, KeysOpenTheItems)
@@ -356,43 +362,82 @@ TEST_F(MenuBarKeys, KeysOpenTheItems)
     struct
     {
         const char* keys;
+        const char* inPopups; ///< what each popup gets, "," between two
         const char* heard;
+        const char* focus;
     } const rows[] = {
-        {"F10 Down", "command 201 in edit "},
-        {"Alt Right Return", "command 202 in edit "},
-        {"Alt+F", "command 201 in edit "},
-        {"F10 Right Alt+F", "command 201 in edit "},
-        {"Alt+V", ""},
-        {"F10 Right Escape", ""},
+        {"F10 Down", "Down Return", "command 201 in edit ", "edit"},
+        {"Alt Right Return", "Down Return", "command 202 in edit ", "edit"},
+        {"F10 Right Alt+F", "Down Return", "command 201 in edit ", "edit"},
+        {"F10 Right Escape", "", "", "edit"},
+        {"F10 Left", "", "", "Titles"},
+        {"F10 Right Right Right", "", "", "AppMenu"},
+        {"F10 Right Down", "Escape", "", "view"},
+        {"F10 Down", "Right,Escape", "", "view"},
+        {"F10 Down", "Left,Right,Escape", "", "File"},
     };
-    PopupWatcher choose([this](QMenu&) { Keys(QStringLiteral("Down Return")); });
+    QStringList popups;
+    PopupWatcher choose(
+        [&](QMenu&) { Keys(popups.isEmpty() ? QStringLiteral("Escape") : popups.takeFirst()); });
+    // Passed over: one that opens nothing, one that is disabled, one that has nothing to show.
+    menu.addAction(QStringLiteral("&Plain"));
+    menu.addMenu(QStringLiteral("&Off"))->addAction(QStringLiteral("Not"));
+    menu.actions().back()->setEnabled(false);
+    menu.addMenu(QStringLiteral("&Empty"));
+    Register(2);
     for (const auto& row : rows) {
         heard.clear();
+        popups = QString::fromLatin1(row.inPopups).split(u',', Qt::SkipEmptyParts);
+        edit.setFocus();
         Keys(QString::fromLatin1(row.keys));
         EXPECT_EQ(heard, row.heard) << row.keys;
-        EXPECT_EQ(FocusName(), "edit") << row.keys;
+        EXPECT_EQ(FocusName(), row.focus) << row.keys << " " << row.inPopups;
     }
-}
-
-TEST_F(MenuBarKeys, EscapeFromAPopupComesBackToItsItem)
-{
-    PopupWatcher dismiss([this](QMenu&) { Keys(QStringLiteral("Escape")); });
-    Keys(QStringLiteral("F10 Right Down"));
-    EXPECT_EQ(FocusName(), "view");
+    Keys(QStringLiteral("Alt+O"));
+    EXPECT_EQ(opened, 0) << "disabled";
 }
 
 TEST_F(MenuBarKeys, ScreenReadersFindTheItems)
 {
+    menu.addAction(QStringLiteral("&Plain"));
+    menu.addMenu(QStringLiteral("&Off"))->menuAction()->setEnabled(false);
+    Register(2);
     EXPECT_EQ(Accessible().role(), QAccessible::MenuBar);
+    struct
+    {
+        const char* name;
+        bool opens;
+        bool disabled;
+        const char* key;
+    } const rows[] = {
+        {"File", true, false, "Alt+F"},      {"view", true, false, ""},
+        {"Plain", false, false, ""},         {"Off", true, true, ""},
+        {"Titles", true, false, "Alt+T"},    {"AppMenu", true, false, "Alt+A"},
+        {"Minimize", false, false, "Alt+M"},
+    };
+    const auto check = [this](const auto& row) {
+        QAccessibleInterface* part = Part(QString::fromLatin1(row.name));
+        ASSERT_TRUE(part) << row.name;
+        EXPECT_EQ(part->state().hasPopup, row.opens) << row.name;
+        EXPECT_EQ(part->state().disabled, row.disabled) << row.name;
+        EXPECT_EQ(part->text(QAccessible::Accelerator).toStdString(), row.key) << row.name;
+    };
+    for (const auto& row : rows)
+        check(row);
+    EXPECT_FALSE(Part(QStringLiteral("Plain"))->actionInterface()) << "it does nothing";
+    menu.actions().back()->setEnabled(true);
+    EXPECT_FALSE(Part(QStringLiteral("Off"))->state().disabled) << "at once";
+
     QAccessibleInterface* file = Part(QStringLiteral("File"));
-    ASSERT_TRUE(file);
-    EXPECT_EQ(file->role(), QAccessible::MenuItem);
-    EXPECT_TRUE(file->state().hasPopup);
-    EXPECT_EQ(file->text(QAccessible::Accelerator).toStdString(), "Alt+F");
-    EXPECT_EQ(Part(QStringLiteral("view"))->text(QAccessible::Accelerator).toStdString(), "");
-    PopupWatcher choose([this](QMenu&) { Keys(QStringLiteral("Down Return")); });
+    PopupWatcher choose([this, file](QMenu&) {
+        heard += file->state().expanded ? "expanded " : "collapsed ";
+        Keys(QStringLiteral("Down Return"));
+    });
     file->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(heard, "command 201 in edit ");
+    EXPECT_EQ(heard, "") << "a screen reader does not wait for the user";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return heard == "expanded command 201 in edit "; })) << heard;
+    EXPECT_FALSE(file->state().expanded);
+    EXPECT_EQ(file->role(), QAccessible::MenuItem);
 }
 
 } // namespace

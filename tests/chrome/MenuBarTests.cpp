@@ -281,6 +281,25 @@ TEST_F(MenuBar, AnOpenPopupGivesWayToItsNeighbours)
                              "View: View?4 View.");
 }
 
+TEST_F(MenuBar, ColoursFollowThePointer)
+{
+    Add();
+    const QPoint item = PlaceOf(Qt::Key_F) + QPoint(2, -5);
+    QTest::mouseMove(&top, QPoint(300, 250));
+    const QImage plain = bar->grab().toImage();
+    QMouseEvent move(QEvent::MouseMove, item, bar->mapToGlobal(item), Qt::NoButton, {}, {});
+    QApplication::sendEvent(bar, &move);
+    EXPECT_NE(bar->grab().toImage(), plain);
+    Then([&](QMenu& popup) {
+        QTest::mouseMove(&popup, popup.mapFromGlobal(top.mapToGlobal(QPoint(400, 250))));
+        popup.close();
+    });
+    QTest::mousePress(bar, Qt::LeftButton, {}, item);
+    EXPECT_EQ(bar->grab().toImage(), plain) << "dismissed with the pointer elsewhere";
+    file->menuAction()->setEnabled(false);
+    EXPECT_NE(bar->grab().toImage(), plain) << "a disabled entry looks so";
+}
+
 TEST_F(MenuBar, ShortcutsOfEntries)
 {
     Add();
