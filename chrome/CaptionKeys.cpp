@@ -1,5 +1,6 @@
 #include "chrome/CaptionKeys.h"
 
+#include "chrome/HostMnemonics.h"
 #include "chrome/KeyTipOverlay.h"
 #include "chrome/MenuBarModel.h"
 #include "platform/VirtualKey.h"
@@ -232,7 +233,10 @@ bool CaptionKeys::PressTip(const QKeyEvent& event)
 
 std::vector<CaptionKeys::Tip> CaptionKeys::Tips() const
 {
-    const std::vector<CaptionStop> stops = Stops();
+    std::vector<CaptionStop> stops = Stops();
+    // No letter that another workspace may use for its own closes the window.
+    const CaptionHit close{CaptionPart::Button, kKvCaptionClose};
+    std::erase_if(stops, [&close](const CaptionStop& stop) { return stop.hit == close; });
     std::vector<KeyTipPart> parts;
     for (const CaptionStop& stop : stops) {
         const int index = stop.hit.index;
@@ -256,7 +260,7 @@ std::vector<CaptionKeys::Tip> CaptionKeys::Tips() const
         }
         parts.push_back(std::move(part));
     }
-    const std::vector<wchar_t> keys = AssignKeyTips(parts);
+    const std::vector<wchar_t> keys = AssignKeyTips(parts, HostMnemonics(*m_strip.Frame()));
     std::vector<Tip> tips;
     for (std::size_t i = 0; i < keys.size(); ++i) {
         if (keys[i] != 0)

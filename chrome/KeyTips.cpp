@@ -1,6 +1,5 @@
 #include "chrome/KeyTips.h"
 
-#include <string_view>
 #include <utility>
 
 namespace kv {
@@ -27,6 +26,8 @@ class KeyTips
 {
 public:
     explicit KeyTips(std::size_t count) : m_tips(count) {}
+
+    void Reserve(std::wstring_view keys) { m_taken += keys; }
 
     bool Take(std::size_t part, wchar_t key)
     {
@@ -75,13 +76,14 @@ void ForEach(const std::vector<KeyTipPart>& parts, KeyTipKind kind, Function fun
 
 } // namespace
 
-std::vector<wchar_t> AssignKeyTips(const std::vector<KeyTipPart>& parts)
+std::vector<wchar_t> AssignKeyTips(const std::vector<KeyTipPart>& parts, std::wstring_view held)
 {
     KeyTips tips(parts.size());
     ForEach(parts, KeyTipKind::Mnemonic, [&](std::size_t i) {
         if (kLetters.find(parts[i].mnemonic) != std::wstring_view::npos)
             tips.Take(i, parts[i].mnemonic);
     });
+    tips.Reserve(held);
     int tabs = 0;
     ForEach(parts, KeyTipKind::Tab, [&](std::size_t i) {
         if (tabs++ < kDigits)

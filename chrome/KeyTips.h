@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kv {
@@ -23,6 +24,7 @@ struct KeyTipPart
 
 /// The key of each part, "A" to "Z" or "1" to "9"; 0 for a part that has none. No key twice: of two entries
 /// with the same mnemonic the first has it. What is added at the end takes no key from a tab or an entry.
-std::vector<wchar_t> AssignKeyTips(const std::vector<KeyTipPart>& parts);
+/// @param held keys that tabs and buttons do not get; an entry's mnemonic comes before them.
+std::vector<wchar_t> AssignKeyTips(const std::vector<KeyTipPart>& parts, std::wstring_view held = {});
 
 } // namespace kv

@@ -110,10 +110,10 @@ KeyTipPart Button(const wchar_t* name)
     return {KeyTipKind::Button, name};
 }
 
-std::wstring Tips(const std::vector<KeyTipPart>& parts)
+std::wstring Tips(const std::vector<KeyTipPart>& parts, std::wstring_view held = {})
 {
     std::wstring tips;
-    for (const wchar_t tip : kv::AssignKeyTips(parts))
+    for (const wchar_t tip : kv::AssignKeyTips(parts, held))
         tips += tip == 0 ? L'-' : tip;
     return tips;
 }
@@ -125,6 +125,7 @@ TEST(KeyTips, EveryKindHasItsKeys)
         const char* name;
         std::vector<KeyTipPart> parts;
         const wchar_t* tips;
+        const wchar_t* held = L"";
     } const rows[] = {
         {"window buttons",
          {Button(L"AppMenu"), Button(L"Minimize"), Button(L"Maximize"), Button(L"Close")},
@@ -137,13 +138,14 @@ TEST(KeyTips, EveryKindHasItsKeys)
         {"inner capitals are initials", {Button(L"Ab"), Button(L"aTool")}, L"AT"},
         {"any free letter", {Button(L"Абв"), Button(L""), Button(L"B")}, L"ACB"},
         {"tabs by their place", {Tab(L"Design"), Button(L"Design"), Tab(L"Animate")}, L"1D2"},
+        {"the host's keys", {Button(L"Maximize"), Tab(L"Text"), Entry(L'M')}, L"ATM", L"MX1"},
         {"the tenth tab",
          {Tab(L"a"), Tab(L"a"), Tab(L"a"), Tab(L"a"), Tab(L"a"), Tab(L"a"), Tab(L"a"), Tab(L"a"), Tab(L"a"),
           Tab(L"ab"), Tab(L"ab"), Tab(L"ab"), Button(L"b")},
          L"123456789A--B"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Tips(row.parts), row.tips) << row.name;
+        EXPECT_EQ(Tips(row.parts, row.held), row.tips) << row.name;
 }
 
 TEST(KeyTips, AThousandTabsTakeNoKeyFromAnybody)

@@ -5,9 +5,12 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
+#include <QPushButton>
 #include <QShortcut>
 #include <QTest>
 #include <QVBoxLayout>
@@ -229,6 +232,31 @@ TEST_F(TitleBarKeys, ShortcutsOfTheHostComeFirst)
     Keys(QStringLiteral("Alt Escape"));
     EXPECT_EQ(FocusName(), "edit");
     EXPECT_EQ(escapes, 0) << "the bar has the focus: Escape is its own";
+}
+
+TEST_F(TitleBarKeys, TipsLeaveTheHostItsMnemonics)
+{
+    const auto key = [this](const char* name) {
+        return Part(QString::fromLatin1(name))->text(QAccessible::Accelerator).toStdString();
+    };
+    EXPECT_EQ(key("Maximize"), "Alt+X");
+    EXPECT_EQ(key(kSwitch), "Alt+S");
+    EXPECT_EQ(key("Close"), "") << "a letter that closes the window is missed too easily";
+    QLabel label(QStringLiteral("Te&xt"), &frame);
+    label.setBuddy(&edit);
+    QPushButton button(QStringLiteral("&Size"), &frame);
+    QGroupBox group(QStringLiteral("&Align"), &frame);
+    QAction action(&frame);
+    action.setShortcut(QKeySequence(QStringLiteral("Alt+3")));
+    frame.addAction(&action);
+    EXPECT_EQ(key("Maximize"), "Alt+X") << "not while they are hidden";
+    for (QWidget* widget :
+         {static_cast<QWidget*>(&label), static_cast<QWidget*>(&button), static_cast<QWidget*>(&group)})
+        widget->show();
+    EXPECT_EQ(key("Maximize"), "Alt+Z");
+    EXPECT_EQ(key(kSwitch), "Alt+W");
+    EXPECT_EQ(key("AppMenu"), "Alt+M");
+    EXPECT_EQ(key("Rules"), "Alt+R");
 }
 
 TEST_F(TitleBarKeys, EscapeFromAPopupComesBackToItsButton)
