@@ -1,16 +1,11 @@
 // The report list's in-place editing.
 #include "platform/KvReportListImpl.h"
+#include "platform/SkinColours.h"
 
 #include <QToolTip>
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-constexpr int kCaretMargin = 5;
-
-} // namespace
 
 // In client coordinates, wherever it is.
 QRect CKvReportListCtrl::Impl::EditorRect() const
@@ -38,6 +33,7 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
     editor->setFont(list.font());
     QPalette palette = editor->palette();
     palette.setColor(QPalette::Base, theme.back);
+    palette.setColor(QPalette::WindowText, kv::FocusColour()); // of its frame
     palette.setColor(QPalette::Text, theme.text);
     palette.setColor(QPalette::Highlight, theme.selectedBack);
     palette.setColor(QPalette::HighlightedText, theme.selectedText);
@@ -75,14 +71,14 @@ void CKvReportListCtrl::Impl::PlaceEditor()
 // Scrolls by the overshoot where the caret comes closer than the margin to an edge of the cells' area.
 void CKvReportListCtrl::Impl::ShowCaret()
 {
-    const QRect caret = editor->cursorRect().translated(EditorRect().topLeft());
+    const QRect caret = editor->cursorRect().translated(EditorRect().topLeft() + editor->viewport()->pos());
     const CRect& cells = layout.cells;
     int x = scrollX;
     std::int64_t y = scrollY;
-    if (caret.x() + kCaretMargin > cells.right)
-        x += caret.x() + kCaretMargin - cells.right;
-    else if (caret.x() - kCaretMargin < cells.left)
-        x -= cells.left - (caret.x() - kCaretMargin);
+    if (caret.x() + kReportCaretMargin > cells.right)
+        x += caret.x() + kReportCaretMargin - cells.right;
+    else if (caret.x() - kReportCaretMargin < cells.left)
+        x -= cells.left - (caret.x() - kReportCaretMargin);
     if (caret.bottom() >= cells.bottom)
         y += caret.bottom() + 1 - cells.bottom;
     else if (caret.top() < cells.top)

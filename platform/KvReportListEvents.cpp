@@ -377,7 +377,7 @@ void CKvReportListCtrl::OnSize(int, int)
 
 void CKvReportListCtrl::OnSkinChanged()
 {
-    m_impl->theme.Load();
+    m_impl->LoadTheme();
     m_impl->RequestWholeFrame();
 }
 

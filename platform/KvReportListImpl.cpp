@@ -14,6 +14,13 @@ constexpr int kBarStep = 24; // pixels of a click on a scroll bar's arrow
 
 } // namespace
 
+void CKvReportListCtrl::Impl::LoadTheme()
+{
+    theme.Load();
+    for (QScrollBar* bar : {verticalBar, horizontalBar})
+        bar->setPalette(QPalette(theme.header, theme.back));
+}
+
 void CKvReportListCtrl::Impl::Theme::Load()
 {
     back = kv::SkinColour(L"keReportListBKColor", 0xFF1F1F22u);
@@ -31,7 +38,7 @@ CKvReportListCtrl::Impl::Impl(CKvReportListCtrl& control)
     , verticalBar(new QScrollBar(Qt::Vertical, &control))
     , horizontalBar(new QScrollBar(Qt::Horizontal, &control))
 {
-    theme.Load();
+    LoadTheme();
     for (QScrollBar* bar : {verticalBar, horizontalBar}) {
         bar->hide();
         bar->setFocusPolicy(Qt::NoFocus);
@@ -74,7 +81,7 @@ kv::ReportLayout CKvReportListCtrl::Impl::LaidOut() const
     extent.bar = barExtent;
     extent.rowsHeight = rows.Height();
     if (editor && IsLine(editLine)) {
-        extent.editorRight = layout.Left(editColumn) + editor->width() + 5;
+        extent.editorRight = layout.Left(editColumn) + editor->NaturalSize().width() + kReportCaretMargin;
         extent.editorBottom = rows.TopOf(editLine) + editor->height();
     }
     return kv::LayOutReport(extent, columns);

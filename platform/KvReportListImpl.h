@@ -15,6 +15,8 @@
 
 #include <optional>
 
+inline constexpr int kReportCaretMargin = 5; ///< how far the caret stays from the edges of the cells' area
+
 struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::ReportView
 {
     /// What the pointer is dragging.
@@ -33,6 +35,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::ReportView
     };
 
     explicit Impl(CKvReportListCtrl& control);
+    void LoadTheme();
 
     // Places.
     bool IsLine(int line) const { return line >= 0 && line < rows.Count(); }

@@ -3,6 +3,7 @@
 #include "platform/KvReportListImpl.h"
 
 #include <QPaintEvent>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -17,17 +18,59 @@ QString OneLine(std::wstring_view text, int width)
     const std::size_t most =
         static_cast<std::size_t>(std::max(0, width)) + 16; // a pixel a character at least
     QString line = KvToQString(text.substr(0, std::min(text.size(), most)));
+    const auto isControl = [](QChar c) {
+        return c < u' ' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+    };
+    if (std::none_of(line.cbegin(), line.cend(), isControl))
+        return line;
     line.replace(QStringLiteral("\r\n"), QStringLiteral("\u21B5"));
-    line.replace(QLatin1Char('\n'), QChar(0x21B5)).replace(QLatin1Char('\r'), QChar(0x21B5));
+    for (QChar& c : line) {
+        if (c == u'\n' || c == u'\r')
+            c = QChar(0x21B5);
+        else if (isControl(c))
+            c = u' ';
+    }
     return line;
 }
 
-Qt::Alignment Alignment(int style)
+// A line of text, shaped once for its width and its drawing.
+class ShapedLine
 {
-    const Qt::Alignment across = style == kKvReportCentre  ? Qt::AlignHCenter
-                                 : style == kKvReportRight ? Qt::AlignRight
-                                                           : Qt::AlignLeft;
-    return across | Qt::AlignVCenter;
+public:
+    ShapedLine(const QString& text, const QFont& font) : m_layout(text, font)
+    {
+        m_layout.setCacheEnabled(true);
+        m_layout.setTextOption(QTextOption(Qt::AlignLeft | Qt::AlignAbsolute)); // from right to left, too
+        Shape(text);
+    }
+    void Shape(const QString& text)
+    {
+        m_layout.setText(text);
+        m_layout.beginLayout();
+        m_line = m_layout.createLine();
+        m_line.setLineWidth(kEndless);
+        m_layout.endLayout();
+    }
+    QString Text() const { return m_layout.text(); }
+    int Width() const { return static_cast<int>(std::ceil(m_line.naturalTextWidth())); }
+    void Draw(QPainter& painter, const QPoint& base) const
+    {
+        m_layout.draw(&painter, QPointF(base.x(), base.y() - m_line.ascent()));
+    }
+
+private:
+    static constexpr qreal kEndless = 1 << 20;
+    QTextLayout m_layout;
+    QTextLine m_line;
+};
+
+// The left end of a text's base line in its room; whole pixels.
+QPoint TextPlace(const QRect& room, const QFontMetrics& metrics, int width, int style)
+{
+    const int rest = style == kKvReportCentre  ? (room.width() - width) / 2
+                     : style == kKvReportRight ? room.width() - width
+                                               : 0;
+    return {room.left() + rest, room.top() + (room.height() - metrics.height()) / 2 + metrics.ascent()};
 }
 
 } // namespace
@@ -93,12 +136,12 @@ void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line, const QRect& 
         painter.fillRect(pixels.Row(cell.left(), cell.right() + 1, cell.bottom()), theme.grid);
     }
     painter.setClipRect(row & cells);
-    const int end = layout.contentWidth - scrollX;
-    const int columnsEnd = layout.edges.back() - scrollX;
-    if (columnsEnd < cells.right() + 1 && rows.Row(line).selected)
-        painter.fillRect(
-            QRect(columnsEnd, row.top(), std::max(end, cells.right() + 1) - columnsEnd, row.height()),
-            list.isEnabled() ? theme.selectedBack : theme.grid);
+    const int columnsEnd = std::max(cells.left(), layout.edges.back() - scrollX);
+    const QRect beside(columnsEnd, row.top(), cells.right() + 1 - columnsEnd, row.height());
+    if (!beside.isEmpty()) {
+        const QColor& selected = list.isEnabled() ? theme.selectedBack : theme.grid;
+        painter.fillRect(beside, rows.Row(line).selected ? selected : theme.back);
+    }
     if (line == current && list.hasFocus()) {
         const bool isCell = IsColumn(currentColumn) && list._CanEditCell(line, currentColumn);
         kv::DrawFocusRing(painter, isCell ? CellRect(row, currentColumn) : row);
@@ -166,14 +209,19 @@ void CKvReportListCtrl::OnPaint(Graphics& graphics)
         impl.screen.Forget();
     impl.SyncBars();
     graphics.setFont(font());
-    graphics.fillRect(rect(), impl.theme.back);
     impl.DrawHeader(graphics);
+    const CRect& cells = impl.layout.cells;
+    int end = cells.top;
     for (const kv::ReportScreenLine& line : impl.LinesInView()) {
-        const QRect row(impl.layout.cells.left, line.top, impl.layout.cells.Width(), line.height);
+        const QRect row(cells.left, line.top, cells.Width(), line.height);
         if (impl.dirty.intersects(row))
             impl.DrawRow(graphics, line.line, row);
+        end = row.bottom() + 1;
     }
     graphics.setClipping(false);
+    const QRect painted(0, 0, cells.right, std::min(end, cells.bottom));
+    for (const QRect& rest : QRegion(rect()) - painted - QRect(0, 0, width(), cells.top))
+        graphics.fillRect(rest, impl.theme.back);
 }
 
 void CKvReportListCtrl::paintEvent(QPaintEvent* event)
@@ -188,37 +236,42 @@ void CKvReportListCtrl::DrawItem(Graphics* graphics, int line, int column)
         DrawCellText(graphics, GetCellRect(line, column), line, column, font());
 }
 
-void CKvReportListCtrl::DrawCellText(Graphics* graphics, const CRect& rect, int line, int column,
+void CKvReportListCtrl::DrawCellText(Graphics* graphics, const CRect& rect, int row, int column,
                                      const QFont& textFont)
 {
-    if (!graphics || !m_impl->IsCell(line, column))
+    if (!graphics || !m_impl->IsCell(row, column))
         return;
-    const std::wstring_view text = m_impl->rows.Row(line).Text(column);
+    const std::wstring_view text = m_impl->rows.Row(row).Text(column);
     const QRect room = QRect(rect).adjusted(kTextMargin, 0, -kTextMargin, 0);
     if (text.empty() || room.width() <= 0)
         return;
     if (graphics->font() != textFont)
         graphics->setFont(textFont);
     const QFontMetrics metrics(textFont);
-    QString shown = OneLine(text, room.width());
-    if (metrics.horizontalAdvance(shown) > room.width())
-        shown = metrics.elidedText(shown, Qt::ElideRight, room.width());
-    graphics->setPen(m_impl->Colour(line, column, false));
-    graphics->drawText(
-        room, static_cast<int>(Alignment(_GetColumnTextStyle(line, column))) | Qt::TextSingleLine, shown);
+    ShapedLine line(OneLine(text, room.width()), textFont);
+    if (line.Width() > room.width())
+        line.Shape(metrics.elidedText(line.Text(), Qt::ElideRight, room.width()));
+    graphics->setPen(m_impl->Colour(row, column, false));
+    line.Draw(*graphics, TextPlace(room, metrics, line.Width(), _GetColumnTextStyle(row, column)));
 }
 
 QString CKvReportListCtrl::ToolTipAt(CPoint point, CRect& area) const
 {
+    const kv::ReportLayout& layout = m_impl->layout;
     int line = -1;
     int column = -1;
-    if (!HitTest(point, line, column) || column < 0)
+    QString text;
+    if (layout.header.PtInRect(point)) {
+        column = layout.ColumnAt(point.x + m_impl->scrollX);
+        text = KvToQString(GetHeaderText(column));
+    } else if (HitTest(point, line, column)) {
+        text = KvToQString(GetItemText(line, column));
+    }
+    if (column < 0)
         return {};
-    const CRect cell = GetCellRect(line, column);
-    const QString text = KvToQString(GetItemText(line, column));
-    const int room = cell.Width() - 2 * kTextMargin;
+    area = line < 0 ? m_impl->CellRect(QRect(layout.header), column) : m_impl->CellRect(line, column);
+    const int room = area.Width() - 2 * kTextMargin;
     const bool isCut =
         text.contains(QLatin1Char('\n')) || QFontMetrics(font()).horizontalAdvance(text) > room;
-    area = cell;
     return isCut ? text.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>")) : QString();
 }

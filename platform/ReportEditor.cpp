@@ -15,7 +15,8 @@ namespace kv {
 
 namespace {
 
-constexpr int kMargin = 3;
+constexpr int kFrame = 1;
+constexpr int kMargin = 3; // with the frame
 
 } // namespace
 
@@ -24,12 +25,13 @@ ReportEditor::ReportEditor(QWidget* port, bool isMultiLine, ReportEditorHooks ho
     , m_isMultiLine(isMultiLine)
     , m_hooks(std::move(hooks))
 {
-    setFrameShape(QFrame::NoFrame);
+    setFrameStyle(static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain));
+    setLineWidth(kFrame);
     setLineWrapMode(NoWrap);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTabChangesFocus(false);
-    document()->setDocumentMargin(kMargin);
+    document()->setDocumentMargin(kMargin - kFrame);
     const auto changed = [this] {
         const auto tell = m_hooks.changed; // may let go of this editor
         tell();

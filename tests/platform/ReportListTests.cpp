@@ -331,12 +331,18 @@ TEST_F(ReportList, CaretStaysFivePixelsInside)
     Fill(1);
     list.EditCell(0, 1);
     QTest::keyClicks(Editor(), QString(80, QLatin1Char('W')));
-    const auto caret = [this] { return Editor()->mapTo(&list, Editor()->cursorRect().topLeft()).x(); };
+    const auto caret = [this] {
+        return Editor()->viewport()->mapTo(&list, Editor()->cursorRect().topLeft()).x();
+    };
     EXPECT_EQ(caret() + 5, list.GetCellsRect().right);
     QTest::keyClick(Editor(), Qt::Key_Home);
     EXPECT_GE(caret() - 5, 0);
     list.EndEdit(0);
     EXPECT_EQ(list.GetScrollOffset().x, 0) << "without the editor everything fits again";
+    list.SetAutoSizeColumn(1);
+    const CRect before = list.GetCellsRect();
+    list.EditCell(0, 1);
+    EXPECT_EQ(list.GetCellsRect(), before) << "a short text takes no more room than its cell";
 }
 
 TEST_F(ReportList, OpenEditorFillsItsCellAsThatChanges)
