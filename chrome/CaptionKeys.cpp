@@ -91,11 +91,9 @@ bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
         EndAlt();
         return false;
     case QEvent::Show:
-        // Also one that a menu entry's mnemonic opened: its command, too, finds the focus where it was.
-        if (watched->isWidgetType() && static_cast<const QWidget*>(watched)->windowType() == Qt::Popup) {
-            EndAlt();
-            Leave();
-        }
+    case QEvent::Hide:
+        if (watched->isWidgetType() && static_cast<const QWidget*>(watched)->windowType() == Qt::Popup)
+            OnPopup(event->type() == QEvent::Show);
         return false;
     case QEvent::WindowDeactivate:
         if (watched == m_strip.Frame()) {
@@ -106,6 +104,18 @@ bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
     default:
         return false;
     }
+}
+
+// Also of one that a menu entry's mnemonic opened: its command, too, finds the focus where it was.
+void CaptionKeys::OnPopup(bool opened)
+{
+    const QPointer<CaptionKeys> self(this);
+    if (opened) {
+        EndAlt();
+        Leave();
+    }
+    if (self)
+        m_strip.PopupsChanged();
 }
 
 bool CaptionKeys::IsListening(const QWidget& receiver) const

@@ -69,6 +69,7 @@ private:
     void OnKeyRelease(const QKeyEvent& event);
     bool OnFocusKey(const QKeyEvent& event);
     bool PressTip(const QKeyEvent& event);
+    void OnPopup(bool opened);
     void OnFocusChanged(QWidget* old, QWidget* now);
 
     bool IsListening(const QWidget& receiver) const;

@@ -43,6 +43,7 @@ struct CaptionStrip::Impl
     CRect staticTitle;
     AdvancedLayout advanced;
     QString titleTip;
+    bool flagHovered = false;
     const SKvGuiBasicSettings* settings = nullptr;
     QPointer<QWidget> frame;               ///< the one that is watched
     std::unique_ptr<CaptionKeys> keys;     ///< from CreateButtons on
@@ -270,13 +271,14 @@ void CaptionStrip::UpdateTitleTip()
 
 QString CaptionStrip::TipAt(CPoint point, CRect& area) const
 {
-    const CRect flag = FlagRect();
-    if (flag.PtInRect(point)) {
-        area = flag;
+    const CaptionPart part = HitTestCaption(point, Parts()).part;
+    if (part == CaptionPart::Flag) {
+        area = FlagRect();
         return KvToQString(SwitchText());
     }
     const CRect& title = m_impl->staticTitle;
-    if (!title.PtInRect(point) || TextSize(Title()).cx <= TitleText().Width())
+    const bool isTitle = title.PtInRect(point) && (part == CaptionPart::Caption || part == CaptionPart::Edge);
+    if (!isTitle || TextSize(Title()).cx <= TitleText().Width())
         return {};
     area = title;
     return m_impl->titleTip;
@@ -297,13 +299,36 @@ void CaptionStrip::Paint(Graphics& graphics)
     graphics.setPen(TextColour());
     const CRect title = LevelWithItems(Band(), TitleText(), graphics.fontMetrics().height());
     m_impl->texts.DrawCut(graphics, title, Title());
-    DrawSkinPicture(graphics, KvGuiRes::LoadImageW(L"appswitch"), QRectF(QRect(FlagRect())));
+    DrawFlag(graphics);
     if (m_impl->keys)
         m_impl->keys->DrawFocus(graphics);
 }
 
+void CaptionStrip::DrawFlag(Graphics& graphics) const
+{
+    const CRect place = FlagRect();
+    if (place.IsRectEmpty())
+        return;
+    KvSkinImage picture;
+    if (IsFlagOpen())
+        picture = KvGuiRes::LoadImageW(L"appswitch_pressed");
+    else if (m_impl->flagHovered)
+        picture = KvGuiRes::LoadImageW(L"appswitch_hover");
+    if (picture.IsNull())
+        picture = KvGuiRes::LoadImageW(L"appswitch");
+    DrawSkinPicture(graphics, picture, QRectF(QRect(place)));
+}
+
 void CaptionStrip::DrawItems(Graphics& graphics)
 {
+    graphics.save();
+    if (ItemCount() > 0 && HasButtons() && Item(ItemCount() - 1).rect.right > Button(kKvCaptionMenu).x()) {
+        // Buttons have no ground of their own: texts below them would show through.
+        QRegion uncovered(m_bar->rect());
+        for (const auto& [number, rect] : Parts().buttons)
+            uncovered -= QRect(rect);
+        graphics.setClipRegion(uncovered, Qt::IntersectClip);
+    }
     const int right = m_bar->width();
     for (int i = 0; i < ItemCount() && Item(i).rect.left < right; ++i) {
         const CaptionItem& item = Item(i);
@@ -311,15 +336,20 @@ void CaptionStrip::DrawItems(Graphics& graphics)
         m_impl->texts.Draw(graphics, item.rect, KvToQString(item.text), m_form.itemsArePopups);
     }
     DrawItemFrame(graphics);
+    graphics.restore();
 }
 
 // The text's overhang changes colour, too.
 void CaptionStrip::Hover(std::optional<CPoint> point)
 {
     constexpr int overhang = 2;
+    const CaptionHit hit = point ? HitTestCaption(*point, Parts()) : CaptionHit();
+    const bool onFlag = hit.part == CaptionPart::Flag;
+    if (std::exchange(m_impl->flagHovered, onFlag) != onFlag)
+        Invalidate(FlagRect());
     for (int i = 0; i < ItemCount(); ++i) {
         CaptionItem& item = Item(i);
-        const std::uint32_t state = point && item.rect.PtInRect(*point) ? kItemHovered : kItemNormal;
+        const std::uint32_t state = hit == CaptionHit{CaptionPart::Item, i} ? kItemHovered : kItemNormal;
         if (item.state == state)
             continue;
         const QColor before = ItemColour(item);
@@ -334,6 +364,12 @@ void CaptionStrip::HoverAt(const QPoint& screen)
 {
     const bool isOver = QApplication::widgetAt(screen) == m_bar;
     Hover(isOver ? std::optional<CPoint>(m_bar->mapFromGlobal(screen)) : std::nullopt);
+}
+
+void CaptionStrip::PopupsChanged()
+{
+    HoverAt(QCursor::pos());
+    Invalidate(FlagRect());
 }
 
 // --- Buttons and frame ---
@@ -444,10 +480,7 @@ void CaptionStrip::OpenApplicationMenu()
     const CKvButton& button = Button(kKvCaptionApplication);
     const UINT command = menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON,
                                              button.mapToGlobal(QPoint(0, button.height())), m_bar);
-    if (!bar)
-        return;
-    HoverAt(QCursor::pos());
-    if (command == 0)
+    if (!bar || command == 0)
         return;
     switch (command) {
     case kCommandRestore:

@@ -49,6 +49,8 @@ public:
     /// As drawn and measured: without a menu's "&" marker.
     virtual QString ItemLabel(int index) const = 0;
     virtual bool ShowsFlag() const { return false; }
+    /// What the flag opens is open.
+    virtual bool IsFlagOpen() const { return false; }
     /// The left button went down on an item, or a key or screen reader pressed it.
     virtual void PressItem(int index) = 0;
     virtual void PressFlag() {}
@@ -112,6 +114,8 @@ public:
     /// Likewise in screen coordinates, where it may be over another window: while a popup is open, the bar
     /// hears nothing of the pointer.
     void HoverAt(const QPoint& screen);
+    /// A popup, whosever, opened or closed.
+    void PopupsChanged();
     /// The text under a point for the tool tip, and the area for which it holds.
     QString TipAt(CPoint point, CRect& area) const;
     /// A button's command. The bar may be gone afterwards. @return false for another command.
@@ -127,6 +131,7 @@ private:
     void SetApplication(const std::wstring& picture, const std::wstring& text, const CRect& place);
     void LayoutItems();
     void DrawItems(Graphics& graphics);
+    void DrawFlag(Graphics& graphics) const;
     void OpenApplicationMenu();
     void Click(UINT number);
 

@@ -4,7 +4,6 @@
 #include "platform/FrameState.h"
 
 #include <QAction>
-#include <QCursor>
 #include <QWindow>
 
 #include <algorithm>
@@ -108,10 +107,8 @@ UINT MenuBarStrip::TrackPopup(const Run& run, const QPointer<QMenu>& popup, CPoi
     const UINT command = Track(*popup, Bar(), Bar().mapToGlobal(QPoint(point)));
     if (popup)
         popup->setAttribute(Qt::WA_NoMouseReplay, false);
-    if (run.bar) {
+    if (run.bar)
         m_popup = nullptr;
-        HoverAt(QCursor::pos());
-    }
     return command;
 }
 
@@ -188,10 +185,8 @@ void MenuBarStrip::OpenMenuButtonMenu()
     m_buttonPopup = record->buttonMenu;
     const UINT command =
         Track(*record->buttonMenu, Bar(), button.mapToGlobal(QPoint(0, button.height() + 1)));
-    if (run.bar) {
+    if (run.bar)
         m_buttonPopup = nullptr;
-        HoverAt(QCursor::pos());
-    }
     if (command != 0 && run.Lives())
         callback(command, context);
 }

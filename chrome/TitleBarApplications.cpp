@@ -77,6 +77,11 @@ void TitleBarStrip::ChooseApplication(int index)
         emit m_titleBar.TitleBarActivated(id);
 }
 
+bool TitleBarStrip::IsFlagOpen() const
+{
+    return m_switch && m_switch->isVisible();
+}
+
 void TitleBarStrip::OnAdded()
 {
     if (m_switch)

@@ -28,6 +28,7 @@ public:
     QString ItemLabel(int index) const override { return KvToQString(Item(index).text); }
     bool ShowsFlag() const override { return Active() && Records().Count() > 1; }
     void PressItem(int index) override;
+    bool IsFlagOpen() const override;
     void PressFlag() override { OpenSwitchWindow(); }
     void OpenMenuButtonMenu() override;
     void PrepareApplicationMenu(CKvMenu& menu) override;

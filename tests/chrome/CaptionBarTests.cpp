@@ -344,6 +344,25 @@ TEST_P(CaptionBar, HoverRepaintsOnlyTheItemsThatChange)
     EXPECT_TRUE(leave(true)) << "the pointer went to a button at once";
 }
 
+TEST_P(CaptionBar, NoTextShowsThroughAButton)
+{
+    const auto ground = [this] {
+        QImage image(bar->size(), QImage::Format_RGB32);
+        bar->render(&image, {}, {}, {});
+        return image.copy(Button(kKvCaptionClose).geometry());
+    };
+    bar->resize(ItemRect(1, bar->fontMetrics()).center().x() + 20, bar->height());
+    const QImage below = ground();
+    Button(kKvCaptionClose).hide();
+    EXPECT_NE(ground(), below) << "an item is there";
+    Button(kKvCaptionClose).show();
+    if (IsTitleBar())
+        title->RemoveTitleBar(1);
+    else
+        menuBar->RemoveMenuBar(1);
+    EXPECT_EQ(ground(), below);
+}
+
 TEST_P(CaptionBar, TheTitlesTipTellsWhatIsCut)
 {
     const QPoint point(ItemRect(2, bar->fontMetrics()).right() + 160, 14);

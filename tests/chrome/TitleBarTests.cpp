@@ -7,12 +7,15 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCursor>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QListWidget>
 #include <QMenu>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -396,6 +399,43 @@ TEST_F(TitleBar, TheSwitchWindowChoosesAnApplication)
     EXPECT_EQ(bar->ShowAppSwitchWindow(), 0);
     QTest::keyClick(&top, Qt::Key_F1, Qt::AltModifier);
     EXPECT_FALSE(SwitchList());
+}
+
+TEST_F(TitleBar, TheFlagShowsWhatAPressWouldDo)
+{
+    Add(1);
+    Add(2, L"Media");
+    bar->ActiveTitleBar(1, 1);
+    const QPoint flag(350, 10);
+    const auto look = [this] { return bar->grab(QRect(342, 2, 16, 16)).toImage(); };
+    const auto hover = [&] {
+        QMouseEvent move(QEvent::MouseMove, flag, bar->mapToGlobal(flag), Qt::NoButton, {}, {});
+        QApplication::sendEvent(bar, &move);
+        return look();
+    };
+    QCursor::setPos(top.mapToGlobal(QPoint(20, 390)));
+    const QImage normal = look();
+    const QImage hovered = hover();
+    EXPECT_NE(hovered, normal);
+    QTest::mousePress(bar, Qt::LeftButton, {}, flag);
+    ASSERT_TRUE(SwitchList());
+    EXPECT_NE(look(), normal);
+    EXPECT_NE(look(), hovered);
+    QTest::keyClick(SwitchList(), Qt::Key_Escape);
+    EXPECT_EQ(look(), normal) << "the pointer is elsewhere";
+
+    const auto tip = [&] {
+        QToolTip::hideText();
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+        QHelpEvent help(QEvent::ToolTip, flag, bar->mapToGlobal(flag));
+        QApplication::sendEvent(bar, &help);
+        return QToolTip::text().toStdString();
+    };
+    EXPECT_EQ(tip(), "Switch Application (Alt+F1)");
+    bar->SetRibbonItemName(1, L"a", std::wstring(63, L'm').c_str());
+    const QImage covered = look();
+    EXPECT_EQ(tip(), "") << "a tab covers the flag";
+    EXPECT_NE(hover(), covered) << "and is what the pointer is on";
 }
 
 TEST_F(TitleBar, TheHostMayDoAnythingMeanwhile)
