@@ -1,25 +1,15 @@
 #include "chrome/CaptionKeys.h"
 
-#include "chrome/HostMnemonics.h"
-#include "chrome/KeyTipOverlay.h"
-#include "chrome/MenuBarModel.h"
 #include "platform/VirtualKey.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 
-#include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace kv {
 
 namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto kTipDelay = 400ms;   ///< a quick Alt with a letter shows no tips
-constexpr int kLabelsBelowBand = 4; ///< the labels' middle, clear of the items' letters
 
 /// Keys that the bar takes while it has the focus.
 bool IsFocusKey(const QKeyEvent& event)
@@ -47,31 +37,22 @@ bool IsFocusKey(const QKeyEvent& event)
     }
 }
 
-bool IsAltAlone(Qt::KeyboardModifiers modifiers)
-{
-    return (HeldModifiers(modifiers) & ~Qt::AltModifier) == Qt::NoModifier;
-}
-
 } // namespace
 
 CaptionKeys::CaptionKeys(CaptionStrip& strip, std::function<void()> told)
     : m_strip(strip)
     , m_told(std::move(told))
+    , m_tips(strip, [this] { return Stops(); })
 {
     // A click on a button of a caption leaves the focus where the user works.
     for (const UINT number : kCaptionButtons)
         m_strip.Button(number).setFocusPolicy(Qt::NoFocus);
-    m_tipTimer.setSingleShot(true);
-    m_tipTimer.setInterval(kTipDelay);
-    connect(&m_tipTimer, &QTimer::timeout, this, [this] { ShowTips(); });
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget* old, QWidget* now) { OnFocusChanged(old, now); });
     // Of the application, not of the frame: the bar may move to another frame, and keys of a frame go to its
     // children first.
     qApp->installEventFilter(this);
 }
-
-CaptionKeys::~CaptionKeys() = default;
 
 bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
 {
@@ -84,11 +65,11 @@ bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         m_escaped.reset();
-        EndAlt();
+        m_tips.End();
         Leave();
         return false;
     case QEvent::Wheel:
-        EndAlt();
+        m_tips.End();
         return false;
     case QEvent::Show:
     case QEvent::Hide:
@@ -97,7 +78,7 @@ bool CaptionKeys::eventFilter(QObject* watched, QEvent* event)
         return false;
     case QEvent::WindowDeactivate:
         if (watched == m_strip.Frame()) {
-            EndAlt();
+            m_tips.End();
             Leave();
         }
         return false;
@@ -111,7 +92,7 @@ void CaptionKeys::OnPopup(bool opened)
 {
     const QPointer<CaptionKeys> self(this);
     if (opened) {
-        EndAlt();
+        m_tips.End();
         Leave();
     }
     if (self)
@@ -146,7 +127,7 @@ bool CaptionKeys::OnKey(const QWidget& receiver, QKeyEvent& event)
 bool CaptionKeys::OnKeyOverride(const QWidget& receiver, QKeyEvent& event)
 {
     if (event.key() != Qt::Key_Alt)
-        EndAlt(); // perhaps a shortcut of the host: no press will come
+        m_tips.End(); // perhaps a shortcut of the host: no press will come
     if (m_focus && IsOurs(&receiver) && IsFocusKey(event)) {
         event.accept();
         return true;
@@ -162,10 +143,10 @@ bool CaptionKeys::OnKeyPress(const QWidget& receiver, const QKeyEvent& event)
     const bool isFree = std::exchange(m_unclaimed, std::nullopt) == event.keyCombination();
     if (event.key() == Qt::Key_Alt) {
         if (!event.isAutoRepeat())
-            BeginAlt(event.modifiers());
+            m_tips.Begin(event.modifiers());
         return false;
     }
-    EndAlt();
+    m_tips.End();
     if (m_focus && IsOurs(&receiver) && IsFocusKey(event))
         return OnFocusKey(event);
     if (!isFree || event.isAutoRepeat())
@@ -181,9 +162,7 @@ void CaptionKeys::OnKeyRelease(const QKeyEvent& event)
 {
     if (event.key() != Qt::Key_Alt || event.isAutoRepeat())
         return;
-    const bool wasAlone = m_altAlone;
-    EndAlt();
-    if (!wasAlone)
+    if (!m_tips.End())
         return;
     if (m_focus)
         Leave();
@@ -229,7 +208,7 @@ bool CaptionKeys::PressTip(const QKeyEvent& event)
     const UINT key = MnemonicKey(event);
     if (key == 0 || HeldModifiers(event.modifiers()) != Qt::AltModifier)
         return false;
-    for (const Tip& tip : Tips()) {
+    for (const CaptionTip& tip : m_tips.All()) {
         if (static_cast<UINT>(tip.key) != key)
             continue;
         if (tip.kind == KeyTipKind::Mnemonic)
@@ -239,80 +218,6 @@ bool CaptionKeys::PressTip(const QKeyEvent& event)
         return true; // of a disabled part, too: an editor would type it
     }
     return false;
-}
-
-std::vector<CaptionKeys::Tip> CaptionKeys::Tips() const
-{
-    std::vector<CaptionStop> stops = Stops();
-    // No letter that another workspace may use for its own closes the window.
-    const CaptionHit close{CaptionPart::Button, kKvCaptionClose};
-    std::erase_if(stops, [&close](const CaptionStop& stop) { return stop.hit == close; });
-    std::vector<KeyTipPart> parts;
-    for (const CaptionStop& stop : stops) {
-        const int index = stop.hit.index;
-        KeyTipPart part;
-        if (stop.hit.part == CaptionPart::Flag) {
-            part.label = SwitchText();
-        } else if (stop.hit.part == CaptionPart::Button) {
-            const CKvButton& button = m_strip.Button(static_cast<UINT>(index));
-            part.label = button.GetWindowText();
-            if (part.label.empty())
-                part.label = KvFromQString(button.toolTip());
-        } else if (m_strip.Form().itemsArePopups) {
-            char mnemonic = 0;
-            part.kind = KeyTipKind::Mnemonic;
-            part.mnemonic = FindMnemonic(m_strip.Item(index).text, mnemonic)
-                                ? static_cast<unsigned char>(mnemonic)
-                                : wchar_t{0};
-        } else {
-            part.kind = KeyTipKind::Tab;
-            part.label = m_strip.Item(index).text;
-        }
-        parts.push_back(std::move(part));
-    }
-    const std::vector<wchar_t> keys = AssignKeyTips(parts, HostMnemonics(*m_strip.Frame()));
-    std::vector<Tip> tips;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        if (keys[i] != 0)
-            tips.push_back({stops[i], parts[i].kind, keys[i]});
-    }
-    return tips;
-}
-
-wchar_t CaptionKeys::KeyOf(const CaptionHit& part) const
-{
-    for (const Tip& tip : Tips()) {
-        if (tip.stop.hit == part)
-            return tip.stop.enabled ? tip.key : wchar_t{0};
-    }
-    return 0;
-}
-
-void CaptionKeys::BeginAlt(Qt::KeyboardModifiers modifiers)
-{
-    EndAlt();
-    if (!IsAltAlone(modifiers))
-        return;
-    m_altAlone = true;
-    m_tipTimer.start();
-}
-
-void CaptionKeys::EndAlt()
-{
-    m_altAlone = false;
-    m_tipTimer.stop();
-    m_overlay.reset();
-}
-
-void CaptionKeys::ShowTips()
-{
-    std::vector<KeyTipLabel> labels;
-    for (const Tip& tip : Tips()) {
-        if (tip.stop.enabled)
-            labels.push_back({QString(QChar(static_cast<char16_t>(tip.key))), tip.stop.rect});
-    }
-    m_overlay = std::make_unique<KeyTipOverlay>(m_strip.Bar(), std::move(labels),
-                                                m_strip.Band().bottom + kLabelsBelowBand);
 }
 
 } // namespace kv

@@ -4,22 +4,18 @@
 
 #include "chrome/CaptionFocus.h"
 #include "chrome/CaptionStrip.h"
-#include "chrome/KeyTips.h"
+#include "chrome/CaptionTips.h"
 
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <vector>
 
 class QKeyEvent;
 
 namespace kv {
-
-class KeyTipOverlay;
 
 /// Hears every key of the frame before the widget that has the focus, but after the host's shortcuts and
 /// never while a popup or another modal window is open. A part that is pressed gives the focus back first, so
@@ -30,7 +26,6 @@ class CaptionKeys : public QObject
 public:
     /// @param told called when the focus is on another part, came or went.
     CaptionKeys(CaptionStrip& strip, std::function<void()> told);
-    ~CaptionKeys() override;
 
     /// The part that has the focus, while the bar or one of its buttons has it.
     const std::optional<CaptionHit>& Focused() const { return m_focus; }
@@ -45,7 +40,7 @@ public:
     /// The part that is this button of the strip.
     std::optional<CaptionHit> ButtonPart(const QWidget* widget) const;
     /// The key that presses a part together with Alt; 0 for none.
-    wchar_t KeyOf(const CaptionHit& part) const;
+    wchar_t KeyOf(const CaptionHit& part) const { return m_tips.KeyOf(part); }
 
     /// The ring round the item or flag that has the focus; buttons draw their own.
     void DrawFocus(Graphics& graphics) const;
@@ -56,13 +51,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct Tip
-    {
-        CaptionStop stop;
-        KeyTipKind kind;
-        wchar_t key;
-    };
-
     bool OnKey(const QWidget& receiver, QKeyEvent& event);
     bool OnKeyOverride(const QWidget& receiver, QKeyEvent& event);
     bool OnKeyPress(const QWidget& receiver, const QKeyEvent& event);
@@ -78,26 +66,19 @@ private:
     CaptionHit OpenPart(const CaptionHit& pressed) const;
 
     std::vector<CaptionStop> Stops() const;
-    std::vector<Tip> Tips() const;
     void Enter();
     void Step(CaptionStep step);
     void InvalidateFocus();
-
-    void BeginAlt(Qt::KeyboardModifiers modifiers);
-    void EndAlt();
-    void ShowTips();
 
     CaptionStrip& m_strip;
     std::function<void()> m_told;
     std::optional<CaptionHit> m_focus;
     QPointer<QWidget> m_previous; ///< had the focus before
-    bool m_altAlone = false;      ///< Alt is down, and nothing else happened since
     CaptionHit m_pressed;         ///< the part that was pressed last
     /// Whose popup got Escape as its last key; not always that of the part that was pressed.
     std::optional<CaptionHit> m_escaped;
     std::optional<QKeyCombination> m_unclaimed;
-    QTimer m_tipTimer;
-    std::unique_ptr<KeyTipOverlay> m_overlay;
+    CaptionTips m_tips;
 };
 
 } // namespace kv

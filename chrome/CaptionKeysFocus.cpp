@@ -83,7 +83,7 @@ void CaptionKeys::Press(const CaptionHit& part)
     m_pressed = part;
     const bool wasFocused = m_focus.has_value();
     const QPointer<CaptionKeys> self(this);
-    EndAlt();
+    m_tips.End();
     Leave();
     if (!self)
         return;
@@ -111,8 +111,7 @@ void CaptionKeys::PartsChanged()
 {
     if (m_focus && !CanPress(*m_focus))
         Leave();
-    if (m_overlay)
-        ShowTips();
+    m_tips.PartsChanged();
 }
 
 void CaptionKeys::OnFocusChanged(QWidget* old, QWidget* now)
