@@ -317,3 +317,27 @@ public:
     virtual int GoPrevKey(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
     virtual int GoNextKey(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
 };
+
+/// A point in time, in local or any other time as the host has it. Each field is 16 bits.
+struct SYSTEMTIME
+{
+    WORD wYear;      ///< in full; 0 where there is no time
+    WORD wMonth;     ///< 1 … 12
+    WORD wDayOfWeek; ///< 0 is Sunday; nobody here reads it
+    WORD wDay;       ///< 1 … 31
+    WORD wHour;
+    WORD wMinute;
+    WORD wSecond;
+    WORD wMilliseconds;
+};
+static_assert(sizeof(SYSTEMTIME) == 16);
+
+/// One message of the application's log.
+struct SKvAppLogMsgData
+{
+    std::int32_t type; ///< 0 … 9: 0 plain, 1 important, 2 warning, 3 error, 4 … 9 as the host likes
+    WORD level;
+    SYSTEMTIME time;
+    wchar_t text[512]; ///< ends with a zero, or takes all 512 characters
+};
+static_assert(offsetof(SKvAppLogMsgData, level) == 4 && offsetof(SKvAppLogMsgData, time) == 6);
