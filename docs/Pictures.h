@@ -30,5 +30,8 @@ void SendMouse(QWidget& widget, QEvent::Type type, QPointF at);
 /// The ease window, the ease dialog and the keyframe strip.
 bool SaveCurves(const Pictures& pictures);
 
+/// The log list.
+bool SaveAppLog(const Pictures& pictures);
+
 /// The ribbon title bar with its key tips and switch window, and the ribbon menu bar.
 bool SaveCaptions(const Pictures& pictures);

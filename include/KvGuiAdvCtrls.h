@@ -1,6 +1,7 @@
 // Everything at once.
 #pragma once
 
+#include "KvAppLogListCtrl.h"
 #include "KvButtons.h"
 #include "KvCaptionBar.h"
 #include "KvDialog.h"

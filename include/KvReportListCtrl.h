@@ -149,6 +149,8 @@ protected:
     void SetAutoSizeColumn(int column, int minimum = 40);
     /// Shows or hides the header (24 high); shown at first.
     void ShowHeader(BOOL show);
+    /// Keeps that much free below cells and scroll bars, for a child of the derived list's; 0 at first.
+    void SetFooterHeight(int height);
 
     // Lines. Each operation changes the lines, then calls `_OnNotifyItemModify` once, then returns.
 

@@ -224,6 +224,12 @@ void CKvReportListCtrl::ShowHeader(BOOL show)
     m_impl->LayOut();
 }
 
+void CKvReportListCtrl::SetFooterHeight(int height)
+{
+    m_impl->footer = std::max(0, height);
+    m_impl->LayOut();
+}
+
 void CKvReportListCtrl::SetDefaultItemHeight(int height)
 {
     m_impl->defaultHeight = std::max(1, height);

@@ -76,7 +76,7 @@ QRect CKvReportListCtrl::Impl::CellRect(const QRect& row, int column) const
 kv::ReportLayout CKvReportListCtrl::Impl::LaidOut() const
 {
     kv::ReportExtent extent;
-    extent.client = list.size();
+    extent.client = {list.width(), std::max(0, list.height() - footer)};
     extent.header = hasHeader;
     extent.bar = barExtent;
     extent.rowsHeight = rows.Height();
@@ -104,7 +104,7 @@ void CKvReportListCtrl::Impl::RowsResized()
 {
     // Whether a bar is needed depends on the height only through these comparisons.
     const auto needs = [this](std::int64_t height) {
-        const int room = list.height() - layout.cells.top;
+        const int room = list.height() - footer - layout.cells.top;
         return (height > room ? 1 : 0) + (height > room - barExtent ? 1 : 0);
     };
     if (editor || layout.contentHeight == 0 || layout.verticalBar.IsRectEmpty() ||

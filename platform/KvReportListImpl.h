@@ -109,6 +109,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::ReportView
     bool hasGrid = true;
     int textStyle = kKvReportLeft;
     int defaultHeight = 24;
+    int footer = 0;    ///< free below cells and bars
     int barExtent = 0; ///< how thick a scroll bar is
     Theme theme;
 

@@ -176,8 +176,11 @@ int CKvReportListCtrl::Impl::Look(int line) const
 // Logical pixels that are whole device pixels: a picture moved by less would be blurred. 0 for none.
 int CKvReportListCtrl::Impl::ScreenUnit() const
 {
-    if (editor) // its picture would be moved with the lines
-        return 0;
+    // The picture of a child that stands over the lines would be moved with them.
+    for (const QWidget* child : list.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (child->isVisible() && child->geometry().intersects(layout.cells))
+            return 0;
+    }
     const double ratio = list.devicePixelRatioF();
     for (int unit = 1; unit <= 8; ++unit) {
         if (unit * ratio == std::floor(unit * ratio))

@@ -25,6 +25,16 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12027, 32823, L"Minimize"},
         {12027, 32824, L"Maximize"},
         {12027, 32826, L"Close\tAlt + F4"},
+        // 12071: log list
+        {12071, 32850, L"Displays Up to 1000 lines"},
+        {12071, 32851, L"Displays Up to 2000 lines"},
+        {12071, 32852, L"Displays Up to 3000 lines"},
+        {12071, 32853, L"Displays Up to custom lines"},
+        {12071, 32854, L"Save As Selected Log to Disk File..."},
+        {12071, 32855, L"Save As All Log to Disk File..."},
+        {12071, 32856, L"Copy Selected Log to Clipboard"},
+        {12071, 32857, L"Copy All Log to Clipboard"},
+        {12071, 32858, L"Clear All Log"},
         // 20100: lists of texts
         {20100, 33001, L"Cu&t\tCtrl+X"},
         {20100, 33002, L"&Copy\tCtrl+C"},
@@ -34,20 +44,24 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {20100, 33006, L"Insert A&bove\tCtrl+Shift+Enter"},
         {20100, 33007, L"&Insert Below\tCtrl+Enter"},
     };
+    static_assert(AreSorted(texts));
     return texts;
 }
 
 std::span<const MenuEntry> BuiltInMenus()
 {
     static constexpr MenuEntry menus[] = {
-        {12002, 32772},          {12002, 32774}, {12002, 32775},          {12002, 32776},
-        {12002, kMenuSeparator}, {12002, 32789}, {12002, kMenuSeparator}, {12002, 32778},
-        {12002, 32780},          {12002, 32785}, {12002, 32787},          {12002, 32784},
-        {12027, 32813},          {12027, 32814}, {12027, 32815},          {12027, 32816},
-        {12027, kMenuSeparator}, {12027, 32822}, {12027, 32823},          {12027, 32824},
-        {12027, kMenuSeparator}, {12027, 32826}, {20100, 33001},          {20100, 33002},
-        {20100, 33003},          {20100, 33004}, {20100, kMenuSeparator}, {20100, 33005},
-        {20100, kMenuSeparator}, {20100, 33006}, {20100, 33007},
+        {12002, 32772},          {12002, 32774},          {12002, 32775},          {12002, 32776},
+        {12002, kMenuSeparator}, {12002, 32789},          {12002, kMenuSeparator}, {12002, 32778},
+        {12002, 32780},          {12002, 32785},          {12002, 32787},          {12002, 32784},
+        {12027, 32813},          {12027, 32814},          {12027, 32815},          {12027, 32816},
+        {12027, kMenuSeparator}, {12027, 32822},          {12027, 32823},          {12027, 32824},
+        {12027, kMenuSeparator}, {12027, 32826},          {12071, 32850},          {12071, 32851},
+        {12071, 32852},          {12071, 32853},          {12071, kMenuSeparator}, {12071, 32854},
+        {12071, 32855},          {12071, kMenuSeparator}, {12071, 32856},          {12071, 32857},
+        {12071, kMenuSeparator}, {12071, 32858},          {20100, 33001},          {20100, 33002},
+        {20100, 33003},          {20100, 33004},          {20100, kMenuSeparator}, {20100, 33005},
+        {20100, kMenuSeparator}, {20100, 33006},          {20100, 33007},
     };
     return menus;
 }

@@ -34,6 +34,16 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 12074, L"%d ch"},
         {0, 12075, L"%d KHz, %d bit, %s"},
         {0, 15040, L"Switch Application (Alt+F1)"},
+        // The log list.
+        {0, 15041, L"Type"},
+        {0, 15042, L"Level"},
+        {0, 15043, L"Time"},
+        {0, 15044, L"Content"},
+        {0, 15045, L"Failed to save log information, it is empty or selection is empty."},
+        {0, 15046, L"Failed to copy log information, it is empty or selection is empty."},
+        {0, 15047, L"Log Files (*.log) | *.log ||"},
+        {0, 15048, L"Displays Up to custom(%d) lines"},
+        {0, 15049, L"Are you sure to clear all log ?"},
         {0, 20001, L"3D"},
         {0, 20010, L"%s %%  #%s"},
         {0, 20011, L"Mid point %s %%"},
@@ -84,6 +94,20 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20151, L"There is no such time code: a field is too large."},
         {0, 20152, L"Drop frame leaves this time code out."},
         {0, 20153, L"The step leads out of the range of time codes."},
+        // The log list's find bar, badge and boxes.
+        {0, 20200, L"The log cannot be written to %s."},
+        {0, 20201, L"Untitled"},
+        {0, 20202, L"%d new"},
+        {0, 20203, L"Go to the newest message (End)"},
+        {0, 20204, L"Find"},
+        {0, 20205, L"Match case"},
+        {0, 20206, L"Previous match (Shift+F3)"},
+        {0, 20207, L"Next match (F3)"},
+        {0, 20208, L"Close (Escape)"},
+        {0, 20209, L"%d of %d lines"},
+        {0, 20210, L"%d lines"},
+        {0, 20211, L"Not found"},
+        {0, 20212, L"Aa"},
         // titler's own texts.
         {0, 21001, L"titler"},
         {0, 21010, L"&File"},
@@ -426,6 +450,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21970, L"No projects yet"},
         {0, 21971, L"Projects that are opened or saved stand here."},
     };
+    static_assert(AreSorted(strings));
     return strings;
 }
 

@@ -1,6 +1,7 @@
 // The built-in resources as tables: texts, menus and dialog templates by number.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 
@@ -12,6 +13,14 @@ struct TextEntry
     std::uint32_t number;
     const wchar_t* text;
 };
+
+/// True when a table of texts is as a look-up needs it: in order, and no number twice.
+constexpr bool AreSorted(std::span<const TextEntry> texts)
+{
+    return std::adjacent_find(texts.begin(), texts.end(), [](const TextEntry& a, const TextEntry& b) {
+               return a.group != b.group ? a.group > b.group : a.number >= b.number;
+           }) == texts.end();
+}
 
 /// The command of a separator.
 inline constexpr std::uint32_t kMenuSeparator = 0;

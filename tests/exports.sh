@@ -14,6 +14,6 @@ for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetD
   'CreateFileNamingRule(' 'CreateFileNamingRuleCollection(' 'CheckRuleLabels(' 'KvLoadFileNamingCollection(' \
   'KvSaveFileNamingCollection(' 'KvCreateBezierCurve2D(' 'KvBezierEase::Value(' \
   'CKvBitmapButton::CreateButton(' 'CKvButton::SetWindowText(' 'CKvCaptionBar::Create(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
-  'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
+  'CKvAppLogListCtrl::AddAppLogMsg(' 'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
   grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }
 done

@@ -1,0 +1,73 @@
+// A log list of ten lines' height, and what one needs to fill it.
+#pragma once
+
+#include "KvAppLogListCtrl.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+
+class TestLog : public CKvAppLogListCtrl
+{
+public:
+    using CKvAppLogListCtrl::_FormatLogLine;
+    using CKvReportListCtrl::GetCellRect;
+    using CKvReportListCtrl::GetScrollOffset;
+    using CKvReportListCtrl::IsEndInView;
+    using CKvReportListCtrl::IsRowShown;
+    using CKvReportListCtrl::SetScrollOffset;
+};
+
+inline SKvAppLogMsgData Message(int type, const std::wstring& text, WORD day = 1, WORD level = 5)
+{
+    SKvAppLogMsgData message{};
+    message.type = type;
+    message.level = level;
+    message.time = {2016, 3, 0, day, 9, 5, 7, 42};
+    text.copy(message.text, 511);
+    return message;
+}
+
+class LogFixture : public testing::Test
+{
+protected:
+    LogFixture()
+    {
+        parent.resize(700, 300);
+        log.Create({0, 0, 600, 264}, WS_CHILD | WS_VISIBLE, &parent, 7);
+        log.Initialize(1);
+        parent.show();
+        QApplication::setActiveWindow(&parent);
+        log.setFocus();
+    }
+    void Fill(int count, int type = 0)
+    {
+        for (int i = 0; i < count; ++i)
+            log.AddAppLogMsg(Message(type, L"message " + std::to_wstring(i)));
+    }
+    /// The lines as a person tells them apart: type, "#" or "" and the content.
+    std::vector<std::wstring> Lines() const
+    {
+        std::vector<std::wstring> lines;
+        for (int line = 0; line < log.GetItemCount(); ++line)
+            lines.push_back(log.GetItemText(line, 0) + L":" + log.GetItemText(line, 3));
+        return lines;
+    }
+    CArray<int, int> Selected() const
+    {
+        CArray<int, int> lines{77};
+        log.GetSelItems(lines);
+        return lines;
+    }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&log, key, modifiers);
+    }
+
+    using Selection = CArray<int, int>;
+    QWidget parent;
+    TestLog log; // dies before its parent
+};
