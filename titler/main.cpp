@@ -4,6 +4,7 @@
 #include "export/TerminalExport.h"
 #include "media/MediaPanel.h"
 #include "project/ProjectText.h"
+#include "subtitles/SubtitlePanel.h"
 #include "time/Transport.h"
 #include "window/CommandLine.h"
 #include "window/MainWindow.h"
@@ -106,6 +107,10 @@ void ShowWorkspace(MainWindow& window, const Options& options)
 
 int TakeScreenshot(const Options& options)
 {
+    KvSetMessageBoxHandler([](HWND, const std::wstring& text, UINT) {
+        Fail(kFailed, QString::fromStdWString(text)); // nobody is there to close a box
+        return IDOK;
+    });
     MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs);
     ProjectError error;
     if (!options.project.isEmpty() && !window.Project().Open(options.project, error))
@@ -116,6 +121,8 @@ int TakeScreenshot(const Options& options)
     }
     if (!options.media.isEmpty())
         window.Media().OpenFolder(options.media);
+    if (!options.subtitles.isEmpty() && !window.Subtitles().Import(options.subtitles))
+        return kFailed;
     window.Time().Seek(FrameOf(options, window.Project().Current()));
     window.setAttribute(Qt::WA_DontShowOnScreen);
     ShowWorkspace(window, options);
@@ -149,14 +156,17 @@ int RunWindow(const Options& options)
             window.Media().OpenFolder(options.media);
         if (!options.project.isEmpty())
             window.OpenProject(options.project);
+        if (!options.subtitles.isEmpty())
+            window.Subtitles().Import(options.subtitles);
         window.Time().SetLoop(options.play);
         if (options.play) {
             window.Time().Seek(0);
             window.Time().Play();
         }
         if (!fault.isEmpty())
-            window.Say(fault);
+            window.Say(fault, LogType::Warning);
     };
+    window.Log().TakeToolkitWarnings();
     if (!fault.isEmpty())
         std::fprintf(stderr, "titler: %s\n", qUtf8Printable(fault));
     // Once the window is in its place: a broken project brings up a message over it.

@@ -15,11 +15,19 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace titler;
 
 namespace {
+
+template <typename View>
+bool IsShown(const MainWindow& window)
+{
+    const QList<View*> views = window.findChildren<View*>();
+    return std::any_of(views.begin(), views.end(), [](const View* view) { return view->isVisible(); });
+}
 
 QStringList ShownTools(const MainWindow& window)
 {
@@ -47,7 +55,7 @@ struct Window : testing::Test
     template <typename View>
     bool Shows()
     {
-        return window.findChild<View*>()->isVisible();
+        return IsShown<View>(window);
     }
     MainWindow window;
 };
@@ -66,6 +74,7 @@ TEST_F(Window, EachWorkspaceShowsItsViewsAndTools)
     const Row rows[] = {{Qt::Key_F7, Workspace::Animate, true, true, false, "Undo"},
                         {Qt::Key_F8, Workspace::Clips, false, false, true, "Scan folder again"},
                         {Qt::Key_F9, Workspace::Rules, false, false, false, "Add a rule"},
+                        {Qt::Key_F4, Workspace::Subtitles, true, true, false, "Set in time"},
                         {Qt::Key_F6, Workspace::Design, true, false, false, "Undo"}};
     for (const Row& row : rows) {
         QTest::keyClick(&window, row.key);
@@ -131,7 +140,7 @@ TEST(MenuBarWindow, ItsMenusAndShortcutsDoTheSame)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::keyClick(&window, Qt::Key_F7);
     EXPECT_EQ(window.Current(), Workspace::Animate);
-    EXPECT_TRUE(window.findChild<TransportBar*>()->isVisible());
+    EXPECT_TRUE(IsShown<TransportBar>(window));
     EXPECT_TRUE(ShownTools(window).contains("Export frames…"));
     EXPECT_FALSE(ShownTools(window).contains("New"));
     const bool bold = window.Project().Current().title.bold;

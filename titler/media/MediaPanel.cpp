@@ -134,6 +134,11 @@ void MediaPanel::OnFilter(const QString& text)
     ShowList();
 }
 
+QString MediaPanel::Summary() const
+{
+    return m_summary->text().isEmpty() ? m_hint->text() : m_summary->text();
+}
+
 void MediaPanel::ShowHint(const QString& text)
 {
     m_hint->setText(text);

@@ -28,6 +28,8 @@ public:
     void ScanAgain();
     bool IsBusy() const { return m_scanner.IsScanning(); }
     const MediaModel& Model() const { return m_model; }
+    /// What was found, in words.
+    QString Summary() const;
 
 signals:
     /// The panel's own button was pressed.

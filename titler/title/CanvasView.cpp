@@ -64,6 +64,7 @@ CanvasView::CanvasView(const Document& document, const Transport& transport)
 void CanvasView::OnProjectChanged()
 {
     m_image = {};
+    m_subtitleImage = {};
     const QSizeF size = DisplaySize(m_document.Current().video);
     if (size != m_displaySize) {
         m_displaySize = size;
@@ -79,6 +80,15 @@ void CanvasView::OnFrameChanged()
     if (ValuesAt(m_document.Current().title.properties, m_transport.Frame()) == m_values)
         return;
     m_image = {};
+    viewport()->update();
+}
+
+void CanvasView::ShowSubtitle(const Subtitle& subtitle)
+{
+    if (subtitle == m_subtitle)
+        return;
+    m_subtitle = subtitle;
+    m_subtitleImage = {};
     viewport()->update();
 }
 
@@ -256,7 +266,17 @@ void CanvasView::DrawFrame(QPainter& painter, const QRectF& frame)
         m_image = m_renderer.Render(m_document.Current(), m_transport.Frame(), size);
     }
     painter.drawImage(frame, m_image);
+    if (!m_subtitle.text.isEmpty())
+        DrawSubtitle(painter, frame, size);
     painter.restore();
+}
+
+void CanvasView::DrawSubtitle(QPainter& painter, const QRectF& frame, QSize size)
+{
+    if (m_subtitleImage.size() != size)
+        m_subtitleImage =
+            m_subtitleRenderer.Render(SubtitleProject(m_document.Current(), m_subtitle), 0, size);
+    painter.drawImage(frame, m_subtitleImage);
 }
 
 void CanvasView::DrawSafeAreas(QPainter& painter, const QRectF& frame) const

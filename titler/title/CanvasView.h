@@ -2,6 +2,7 @@
 // or zoomed.
 #pragma once
 
+#include "subtitles/SubtitleStyle.h"
 #include "title/TitleRenderer.h"
 #include "window/Skin.h"
 
@@ -31,6 +32,9 @@ public:
     void ZoomIn();
     void ZoomOut();
 
+    /// What stands over the title; an empty text is none.
+    void ShowSubtitle(const Subtitle& subtitle);
+
     /// Where the frame stands, in coordinates of the viewport.
     QRectF FrameRect() const;
 
@@ -49,6 +53,7 @@ protected:
 private:
     void Paint();
     void DrawFrame(QPainter& painter, const QRectF& frame);
+    void DrawSubtitle(QPainter& painter, const QRectF& frame, QSize size);
     void DrawSafeAreas(QPainter& painter, const QRectF& frame) const;
     void OnProjectChanged();
     void OnFrameChanged();
@@ -62,6 +67,9 @@ private:
     QBrush m_checkerboard;
     TitleRenderer m_renderer;
     QImage m_image; ///< the title at the size at which it is shown; null: to be rendered
+    Subtitle m_subtitle;
+    TitleRenderer m_subtitleRenderer;
+    QImage m_subtitleImage;                     ///< likewise
     std::array<double, kProperties> m_values{}; ///< by Property, of that picture
     QSizeF m_displaySize;
     double m_zoom = 1.0;

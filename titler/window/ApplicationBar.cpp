@@ -42,18 +42,21 @@ ApplicationBar::ApplicationBar(QWidget& frame, Commands& commands, const Workspa
     KvGuiRes::RegisterMenu(MenuName().c_str(), [&commands] { return commands.MakeApplicationMenu(); });
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
     AddApplication(kTitles, L"titler_titles", kTextTitles, tools);
+    AddApplication(kSubtitles, L"titler_subtitles", kTextTabSubtitles, tools);
     AddApplication(kMedia, L"titler_media", kTextMedia, tools);
     ActiveTitleBar(kTitles, 1);
     // Each application comes back with the tab in which it was left.
-    connect(this, &CKvRibbonTitlebar::TitleBarActivated, this,
-            [this](quint32 application) { emit WorkspaceChosen(LastOf(application)); });
+    connect(this, &CKvRibbonTitlebar::TitleBarActivated, this, [this](quint32 application) {
+        m_active = application;
+        emit WorkspaceChosen(LastOf(application));
+    });
     connect(this, &CKvRibbonTitlebar::RibbonItemSelected, this, &ApplicationBar::OnTab);
 }
 
 // The title bars release their menu when they go: before the menu itself does.
 ApplicationBar::~ApplicationBar()
 {
-    for (const unsigned application : {kTitles, kMedia})
+    for (const Application application : kApplications)
         RemoveTitleBar(application);
     KvGuiRes::RegisterMenu(MenuName().c_str(), {});
 }
@@ -63,7 +66,7 @@ void ApplicationBar::AddApplication(Application application, const wchar_t* pict
 {
     BeginAddTitleBar(pictures, KvGuiRes::LoadStringW(nameId).c_str(), nullptr, application, &m_menu);
     for (const Workspace workspace : kWorkspaces) {
-        if (TraitsOf(workspace).application != application)
+        if (!Has(application, workspace))
             continue;
         auto* strip = new ToolStrip(*this, tools[static_cast<std::size_t>(workspace)]);
         AddRibbonItem(NameOf(workspace).c_str(), strip, strip, 0);
@@ -72,10 +75,18 @@ void ApplicationBar::AddApplication(Application application, const wchar_t* pict
     SetSysTitle(application, KvGuiRes::LoadStringW(kTextCaptionProduct).c_str());
 }
 
+bool ApplicationBar::Has(Application application, Workspace workspace)
+{
+    const Application owner = TraitsOf(workspace).application;
+    return owner == application || owner == kEvery;
+}
+
 // The tab first: an application that becomes active then shows it at once.
 void ApplicationBar::Select(Workspace workspace)
 {
-    const unsigned application = TraitsOf(workspace).application;
+    const Application owner = TraitsOf(workspace).application;
+    const unsigned application = owner == kEvery ? m_active : owner;
+    m_active = application;
     LastOf(application) = workspace;
     ActiveRibbonItem(application, NameOf(workspace).c_str());
     ActiveTitleBar(application, 1);
@@ -83,15 +94,14 @@ void ApplicationBar::Select(Workspace workspace)
 
 void ApplicationBar::ShowDocument(const QString& name)
 {
-    for (const unsigned application : {kTitles, kMedia})
+    for (const Application application : kApplications)
         SetDocTitle(application, name.toStdWString().c_str());
 }
 
 void ApplicationBar::OnTab(unsigned application, const QString& name)
 {
     for (const Workspace workspace : kWorkspaces) {
-        if (TraitsOf(workspace).application != application ||
-            QString::fromStdWString(NameOf(workspace)) != name)
+        if (QString::fromStdWString(NameOf(workspace)) != name)
             continue;
         LastOf(application) = workspace;
         emit WorkspaceChosen(workspace);

@@ -47,9 +47,13 @@ private:
                         const WorkspaceTools& tools);
     void OnTab(unsigned application, const QString& name);
     Workspace& LastOf(unsigned application) { return m_lastOf[application - kTitles]; }
+    static bool Has(Application application, Workspace workspace);
 
     Menu m_menu;
-    std::array<Workspace, 2> m_lastOf{Workspace::Design, Workspace::Clips}; ///< by application
+    /// By application.
+    std::array<Workspace, kApplications.size()> m_lastOf{Workspace::Design, Workspace::Clips,
+                                                         Workspace::Subtitles};
+    unsigned m_active = kTitles;
 };
 
 } // namespace titler

@@ -39,6 +39,8 @@ struct Parser
     QCommandLineOption size{QStringLiteral("size"), Text(kTextOptionSize), QStringLiteral("WxH")};
     QCommandLineOption settings{QStringLiteral("settings"), Text(kTextOptionSettings),
                                 QStringLiteral("FILE")};
+    QCommandLineOption subtitles{QStringLiteral("subtitles"), Text(kTextOptionSubtitles),
+                                 QStringLiteral("FILE")};
     QCommandLineOption rules{QStringLiteral("rules"), Text(kTextOptionRules), QStringLiteral("FILE")};
     QCommandLineOption menuBar{QStringLiteral("menubar"), Text(kTextOptionMenuBar)};
     QCommandLineOption workspace{QStringLiteral("workspace"), Text(kTextOptionWorkspace),
@@ -50,7 +52,7 @@ struct Parser
     {
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, size,
-                           settings, rules, menuBar, workspace, play, help});
+                           settings, subtitles, rules, menuBar, workspace, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -162,10 +164,10 @@ QString Parser::Read(Options& options) const
     for (const QString& fault :
          {ReadProject(options.project), ReadValue(media, options.media),
           ReadValue(settings, options.settings), ReadValue(rules, options.rules),
-          ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
-          ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
-          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize),
-          ReadWorkspace(options.workspace)})
+          ReadValue(subtitles, options.subtitles), ReadPicture(screenshot, options.screenshot),
+          ReadPicture(exportFrame, options.exportFrame), ReadValue(exportFrames, options.exportFrames),
+          ReadRange(options.range), ReadThreads(options.threads), ReadFrame(options.frame),
+          ReadSize(options.windowSize), ReadWorkspace(options.workspace)})
         if (!fault.isEmpty())
             return fault;
     return {};

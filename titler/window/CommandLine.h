@@ -25,6 +25,7 @@ struct Options
     QSize windowSize{1440, 800};
     bool isSized = false; ///< `windowSize` was asked for
     QString settings;     ///< a file; empty: the user's own
+    QString subtitles;    ///< a file
     QString rules;        ///< a file; empty: the user's own, the built-in ones for pictures
     std::optional<Workspace> workspace;
     bool menuBar = false; ///< the caption has menus instead of tabs

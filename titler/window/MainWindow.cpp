@@ -6,6 +6,7 @@
 #include "media/MediaPanel.h"
 #include "media/RulesPanel.h"
 #include "project/ProjectText.h"
+#include "subtitles/SubtitlePanel.h"
 #include "title/AnimationInspector.h"
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
@@ -53,13 +54,15 @@ MainWindow::MainWindow(Caption caption)
     : m_workspace(new TitleWorkspace(m_document, m_transport))
     , m_media(new MediaPanel(m_rules))
     , m_rulesPanel(new RulesPanel(m_rules))
+    , m_subtitles(new SubtitlePanel(m_document, m_transport))
+    , m_log(new LogPanel)
     , m_pages(new QStackedWidget)
     , m_video(new QLabel)
     , m_audio(new QLabel)
     , m_zoom(new QLabel)
 {
     m_pages->addWidget(m_workspace);
-    for (QWidget* page : {static_cast<QWidget*>(m_media), static_cast<QWidget*>(m_rulesPanel)}) {
+    for (QWidget* page : std::initializer_list<QWidget*>{m_media, m_rulesPanel, m_subtitles, m_log}) {
         page->setProperty("role", "panel");
         page->setAttribute(Qt::WA_StyledBackground);
         m_pages->addWidget(page);
@@ -72,11 +75,18 @@ MainWindow::MainWindow(Caption caption)
     connect(&m_document, &Document::FileChanged, this, &MainWindow::ShowFile);
     connect(&m_document, &Document::ProjectChanged, this, &MainWindow::ShowFormat);
     connect(&m_document.Steps(), &QUndoStack::indexChanged, this, &MainWindow::ShowSteps);
-    connect(&m_workspace->Animation(), &AnimationInspector::Refused, this, &MainWindow::Say);
+    connect(&m_workspace->Animation(), &AnimationInspector::Refused, this,
+            [this](const QString& reason) { Say(reason, LogType::Warning); });
     connect(&m_workspace->Canvas(), &CanvasView::ZoomChanged, this, &MainWindow::ShowZoom);
     connect(m_media, &MediaPanel::FolderWanted, this, &MainWindow::ChooseMedia);
-    connect(&m_rules, &NamingRules::SaveFailed, this, &MainWindow::Say);
+    connect(&m_rules, &NamingRules::SaveFailed, this,
+            [this](const QString& fault) { Say(fault, LogType::Warning); });
     connect(m_rulesPanel, &RulesPanel::UndoChanged, this, &MainWindow::ShowSteps);
+    connect(m_subtitles, &SubtitlePanel::StepsChanged, this, &MainWindow::ShowSteps);
+    connect(m_subtitles, &SubtitlePanel::Reported, this, &MainWindow::Report);
+    connect(m_subtitles, &SubtitlePanel::SubtitleShown, &m_workspace->Canvas(), &CanvasView::ShowSubtitle);
+    connect(&m_document.Steps(), &QUndoStack::indexChanged, this, &MainWindow::LogStep);
+    connect(m_media, &MediaPanel::Ready, this, [this] { m_log->Add(LogType::Message, m_media->Summary()); });
     ShowFile();
     ShowFormat();
     ShowZoom();
@@ -89,10 +99,13 @@ MainWindow::~MainWindow()
 {
     m_document.disconnect(this);
     m_document.Steps().disconnect(this);
+    m_subtitles->disconnect(this);
     delete m_bar;
     delete m_menuBar;
     delete m_workspace;
     delete m_rulesPanel;
+    delete m_subtitles;
+    delete m_log;
 }
 
 void MainWindow::BuildBar(Caption caption)
@@ -134,6 +147,12 @@ void MainWindow::ShowPage(Workspace workspace)
         break;
     case Workspace::Rules:
         m_pages->setCurrentWidget(m_rulesPanel);
+        break;
+    case Workspace::Subtitles:
+        m_pages->setCurrentWidget(m_subtitles);
+        break;
+    case Workspace::Log:
+        m_pages->setCurrentWidget(m_log);
         break;
     }
     ShowSteps();
@@ -181,13 +200,34 @@ void MainWindow::ShowZoom()
     m_zoom->setText(Text(kTextZoom, {QString::number(std::lround(percent))}));
 }
 
-void MainWindow::Say(const QString& text)
+void MainWindow::Say(const QString& text, LogType type)
 {
     statusBar()->showMessage(text, kMessageTime);
+    m_log->Add(type, text);
+}
+
+void MainWindow::Report(LogType type, const QString& text)
+{
+    if (type == LogType::Error)
+        ShowError(text);
+    else
+        Say(text, type);
+}
+
+// Steps that became part of one another keep the index, and are told once.
+void MainWindow::LogStep(int index)
+{
+    const QUndoStack& steps = m_document.Steps();
+    if (index > m_loggedStep)
+        m_log->Add(LogType::Message, Text(kTextStepDone, {steps.text(index - 1)}));
+    else if (index < m_loggedStep && index < steps.count())
+        m_log->Add(LogType::Message, Text(kTextStepUndone, {steps.text(index)}));
+    m_loggedStep = index;
 }
 
 void MainWindow::ShowError(const QString& text)
 {
+    m_log->Add(LogType::Error, text);
     KvMessageBox(this, text.toStdWString(), MB_OK | MB_ICONERROR);
 }
 
@@ -242,7 +282,7 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(MayLeave());
+    event->setAccepted(MayLeave() && m_subtitles->MayLeave());
     if (!event->isAccepted())
         return;
     if (const QString fault = m_rules.Save(); !fault.isEmpty())
@@ -296,7 +336,7 @@ void MainWindow::KeepProject(const QString& file, bool isThere)
         m_settings->DropProject(name);
     ShowRecent();
     if (const QString fault = m_settings->Save(); !fault.isEmpty())
-        Say(fault);
+        Say(fault, LogType::Warning);
 }
 
 void MainWindow::ShowRecent()

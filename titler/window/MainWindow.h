@@ -3,6 +3,7 @@
 
 #include "KvWnd.h"
 #include "edit/Document.h"
+#include "log/LogPanel.h"
 #include "media/NamingRules.h"
 #include "time/Transport.h"
 #include "window/ApplicationBar.h"
@@ -23,6 +24,7 @@ namespace titler {
 class MediaPanel;
 class RulesPanel;
 class Settings;
+class SubtitlePanel;
 class TitleWorkspace;
 
 class MainWindow : public CKvFrameWnd
@@ -43,6 +45,8 @@ public:
     Transport& Time() { return m_transport; }
     MediaPanel& Media() { return *m_media; }
     NamingRules& Rules() { return m_rules; }
+    SubtitlePanel& Subtitles() { return *m_subtitles; }
+    LogPanel& Log() { return *m_log; }
     Commands& AllCommands() { return m_commands; }
     Workspace Current() const { return m_current; }
     /// Null in the other form.
@@ -51,8 +55,8 @@ public:
     /// Takes place, state, workspace and recent projects from the settings, and keeps them there from now on.
     /// @param settings must outlive the window.
     void Remember(Settings& settings);
-    /// Says something in the status line.
-    void Say(const QString& text);
+    /// Says something in the status line, and in the log.
+    void Say(const QString& text, LogType type = LogType::Message);
     /// Says what is wrong in a message box. @return false when the file could not be opened.
     bool OpenProject(const QString& file);
 
@@ -68,7 +72,9 @@ private:
     void BuildViewMenu();
     void BuildProjectMenu();
     void BuildPlaybackMenu();
+    void BuildSubtitlesMenu();
     void BuildRulesMenu();
+    void AddCommands(UINT menuId, const QList<QAction*>& commands, Workspace workspace);
     void BuildWorkspaceItems(QMenu& menu);
     void BuildRecentItems(QMenu& menu);
     void ShowRecent();
@@ -88,6 +94,8 @@ private:
     void ShowFormats();
     void Undo();
     void Redo();
+    void LogStep(int index);
+    void Report(LogType type, const QString& text);
     void ShowError(const QString& text);
 
     /// Takes what is typed or dragged right now: what follows is about the whole project.
@@ -110,6 +118,8 @@ private:
     TitleWorkspace* m_workspace;
     MediaPanel* m_media;
     RulesPanel* m_rulesPanel;
+    SubtitlePanel* m_subtitles;
+    LogPanel* m_log;
     QStackedWidget* m_pages;
     Commands m_commands{*this};
     ApplicationBar* m_bar = nullptr; ///< one of the two
@@ -120,6 +130,7 @@ private:
     QAction* m_redo = nullptr;
     QActionGroup* m_formats = nullptr;
     QActionGroup* m_workspaces = nullptr;
+    int m_loggedStep = 0;          ///< the index of the document's steps that the log has told of
     QList<QAction*> m_recent;      ///< hidden where the list is shorter
     QAction* m_noRecent = nullptr; ///< stands in an empty list
     Settings* m_settings = nullptr;

@@ -1,6 +1,7 @@
 #include "KvVideoFormat.h"
 #include "media/MediaPanel.h"
 #include "media/RulesPanel.h"
+#include "subtitles/SubtitlePanel.h"
 #include "time/TransportBar.h"
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
@@ -67,6 +68,7 @@ void MainWindow::BuildMenus()
     BuildViewMenu();
     BuildProjectMenu();
     BuildPlaybackMenu();
+    BuildSubtitlesMenu();
     BuildRulesMenu();
     AddItem(AddMenu(kTextHelpMenu), kTextAbout, {QKeySequence::HelpContents}, [this] { About(); });
     for (const std::unique_ptr<QMenu>& menu : m_commands.Menus())
@@ -126,7 +128,8 @@ void MainWindow::BuildEditMenu()
     m_redo = AddItem(
         menu, kTextRedo, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
         [this] { Redo(); }, L"titler_tool_redo");
-    for (const Workspace workspace : {Workspace::Design, Workspace::Animate, Workspace::Rules})
+    for (const Workspace workspace :
+         {Workspace::Design, Workspace::Animate, Workspace::Rules, Workspace::Subtitles})
         ToolsOf(workspace) << m_undo << m_redo << nullptr;
 }
 
@@ -201,22 +204,35 @@ void MainWindow::BuildPlaybackMenu()
         command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
 }
 
+void MainWindow::BuildSubtitlesMenu()
+{
+    AddCommands(kTextSubtitlesMenu, m_subtitles->Commands(), Workspace::Subtitles);
+}
+
 void MainWindow::BuildRulesMenu()
 {
-    QMenu& menu = AddMenu(kTextRulesMenu);
-    for (QAction* command : m_rulesPanel->Commands()) {
+    AddCommands(kTextRulesMenu, m_rulesPanel->Commands(), Workspace::Rules);
+}
+
+// A menu, and those of its commands that have a picture as tools.
+void MainWindow::AddCommands(UINT menuId, const QList<QAction*>& commands, Workspace workspace)
+{
+    QMenu& menu = AddMenu(menuId);
+    for (QAction* command : commands) {
         command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
-        if (command == nullptr || !command->icon().isNull()) // a tool shows its picture alone
-            ToolsOf(Workspace::Rules) << command;
+        if (command == nullptr || !command->icon().isNull())
+            ToolsOf(workspace) << command;
     }
 }
 
-// The rules have their own steps: what is undone is what the user sees.
+// Rules and subtitles have their own steps: what is undone is what the user sees.
 void MainWindow::Undo()
 {
     CommitFields(*this);
     if (m_current == Workspace::Rules)
         m_rulesPanel->Undo();
+    else if (m_current == Workspace::Subtitles)
+        m_subtitles->Steps().undo();
     else
         m_document.Undo();
 }
@@ -225,6 +241,8 @@ void MainWindow::Redo()
 {
     if (m_current == Workspace::Rules)
         m_rules.Steps().redo();
+    else if (m_current == Workspace::Subtitles)
+        m_subtitles->Steps().redo();
     else
         m_document.Redo();
 }
@@ -235,9 +253,11 @@ void MainWindow::ShowSteps()
         action.setEnabled(possible);
         action.setText(possible && !step.isEmpty() ? Text(namedId, {step}) : Text(nameId));
     };
-    if (m_current == Workspace::Rules) {
-        const QUndoStack& steps = m_rules.Steps();
-        show(*m_undo, m_rulesPanel->CanUndo(), kTextUndo, kTextUndoNamed, steps.undoText());
+    if (m_current == Workspace::Rules || m_current == Workspace::Subtitles) {
+        const bool isRules = m_current == Workspace::Rules;
+        const QUndoStack& steps = isRules ? m_rules.Steps() : m_subtitles->Steps();
+        show(*m_undo, isRules ? m_rulesPanel->CanUndo() : steps.canUndo(), kTextUndo, kTextUndoNamed,
+             steps.undoText());
         show(*m_redo, steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
         return;
     }

@@ -12,6 +12,8 @@ constexpr WorkspaceTraits kTraits[kWorkspaces.size()] = {
     {"animate", kTitles, kTextTabAnimate, Qt::Key_F7},
     {"clips", kMedia, kTextTabClips, Qt::Key_F8},
     {"rules", kMedia, kTextTabRules, Qt::Key_F9},
+    {"subtitles", kSubtitles, kTextTabSubtitles, Qt::Key_F4},
+    {"log", kEvery, kTextTabLog, Qt::Key_F12},
 };
 
 } // namespace

@@ -18,16 +18,21 @@ enum class Workspace
     Animate, ///< keys and playback
     Clips,   ///< the media of a folder
     Rules,   ///< what makes media belong together
+    Subtitles,
+    Log, ///< what the program has done
 };
-inline constexpr std::array kWorkspaces{Workspace::Design, Workspace::Animate, Workspace::Clips,
-                                        Workspace::Rules};
+inline constexpr std::array kWorkspaces{Workspace::Design, Workspace::Animate,   Workspace::Clips,
+                                        Workspace::Rules,  Workspace::Subtitles, Workspace::Log};
 
 /// Each has its tabs in the title bar, under this number.
 enum Application : unsigned
 {
+    kEvery = 0, ///< has its tab in each of them
     kTitles = 1,
     kMedia = 2,
+    kSubtitles = 3,
 };
+inline constexpr std::array kApplications{kTitles, kSubtitles, kMedia};
 
 struct WorkspaceTraits
 {

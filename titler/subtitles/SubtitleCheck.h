@@ -1,0 +1,32 @@
+// What is wrong with the times of subtitles.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace titler {
+
+/// One subtitle as the checks see it. Frames; nothing where there is no time code.
+struct TimedText
+{
+    std::int64_t in = -1; ///< -1: none
+    std::int64_t out = -1;
+    int characters = 0; ///< without line breaks and markup
+};
+
+/// What to mark a row with; several may hold.
+enum SubtitleFault : unsigned
+{
+    kSubtitleNegative = 1, ///< it ends before it begins, or when it begins
+    kSubtitleOverlap = 2,  ///< another one begins before it ends
+    kSubtitleFast = 4,     ///< too many characters in a second
+};
+
+/// The most characters that are read in a second.
+inline constexpr double kReadingSpeed = 20;
+
+/// The faults of each row. Rows may stand in any order; of two that overlap the earlier one is marked.
+/// @param framesPerSecond above 0.
+std::vector<unsigned> CheckSubtitles(const std::vector<TimedText>& rows, double framesPerSecond);
+
+} // namespace titler
