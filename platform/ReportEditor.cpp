@@ -49,10 +49,15 @@ QSize ReportEditor::NaturalSize() const
 {
     const QFontMetricsF metrics(font());
     qreal width = 0;
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+    qreal height = 0;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         width = std::max(width, metrics.horizontalAdvance(block.text()));
+        // As it is laid out: a font that stands in for another may be higher, and what has no room would
+        // scroll.
+        height += std::max(metrics.lineSpacing(), blockBoundingRect(block).height());
+    }
     return {static_cast<int>(std::ceil(width)) + 2 * kMargin + cursorWidth() + 1,
-            static_cast<int>(std::ceil(metrics.lineSpacing() * blockCount())) + 2 * kMargin};
+            static_cast<int>(std::ceil(height)) + 2 * kMargin};
 }
 
 bool ReportEditor::IsEndingKey(const QKeyEvent& event) const
