@@ -123,8 +123,8 @@ int RenderAtOneScale(const QString& folder, const QString& scale)
 {
     const Pictures pictures(folder, scale);
     QCursor::setPos(0, 0); // over no button of a window that stands in the corner
-    return SaveTitler(pictures) && SaveGradients(pictures) && SaveCurves(pictures) && SaveCaptions(pictures) &&
-                   SaveAppLog(pictures)
+    return SaveTitler(pictures) && SaveGradients(pictures) && SaveCurves(pictures) &&
+                   SaveCaptions(pictures) && SaveAppLog(pictures) && SaveLists(pictures)
                ? 0
                : 1;
 }

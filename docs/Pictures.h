@@ -35,3 +35,6 @@ bool SaveAppLog(const Pictures& pictures);
 
 /// The ribbon title bar with its key tips and switch window, and the ribbon menu bar.
 bool SaveCaptions(const Pictures& pictures);
+
+/// The subtitle list and the text list.
+bool SaveLists(const Pictures& pictures);
