@@ -173,6 +173,8 @@ protected:
     int SortRows(const CArray<int, int>& order);
     /// @return 1; 0 out of range. Setting the same text tells nothing and gives 1.
     int SetItemText(int line, int column, const CString& text);
+    /// The stored text without a copy; valid until the line's texts or the lines change. Empty out of range.
+    std::wstring_view ViewItemText(int line, int column) const;
     int SetItemHeight(int line, int height);
     /// The cell's own colours; a null one is left as it is. Tells nothing.
     int SetCellColors(int line, int column, const DWORD* back, const DWORD* text);

@@ -59,7 +59,12 @@ CString CKvReportListCtrl::GetHeaderText(int column) const
 
 CString CKvReportListCtrl::GetItemText(int line, int column) const
 {
-    return m_impl->IsLine(line) ? CString(m_impl->rows.Row(line).Text(column)) : CString();
+    return CString(ViewItemText(line, column));
+}
+
+std::wstring_view CKvReportListCtrl::ViewItemText(int line, int column) const
+{
+    return m_impl->IsLine(line) ? m_impl->rows.Row(line).Text(column) : std::wstring_view();
 }
 
 int CKvReportListCtrl::GetItemHeight(int line) const

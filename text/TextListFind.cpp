@@ -18,13 +18,12 @@ public:
     {
         if (row == m_lastChanged)
             return m_changes.back().after;
-        m_text = m_impl.list.GetItemText(row, 0);
-        return m_text;
+        return m_impl.list.ViewItemText(row, 0);
     }
     void SetText(int row, std::wstring text) override
     {
         m_lastChanged = row;
-        m_changes.push_back({m_impl.KeyAt(row), 0, m_impl.list.GetItemText(row, 0), std::move(text)});
+        m_changes.push_back({m_impl.KeyAt(row), 0, {}, std::move(text)});
     }
     bool IsSelected(int row) override { return m_impl.list.IsItemSelected(row) != 0; }
 
@@ -32,7 +31,6 @@ public:
 
 private:
     Impl& m_impl;
-    CString m_text;
     std::vector<CellChange> m_changes;
     int m_lastChanged = -1;
 };

@@ -89,7 +89,7 @@ std::vector<CKvTextListBase::Impl::Place> CKvTextListBase::Impl::PlacesOf(const 
         const int next = lines[i] + 1;
         if (i + 1 == lines.size() || lines[i + 1] != next)
             before = next < list.GetItemCount() ? KeyAt(next) : 0;
-        places[i] = {before, lines[i]};
+        places[i] = {before, lines[i] - static_cast<int>(i)};
     }
     return places;
 }

@@ -39,7 +39,7 @@ struct CKvTextListBase::Impl
     struct Place
     {
         Key before = 0; ///< the next row that stays; 0: the end
-        int line = 0;   ///< where that row is gone
+        int line = 0;   ///< where that row is gone: counted among the rows that stay
     };
     /// What a step restores beside the rows.
     struct View
@@ -60,7 +60,8 @@ struct CKvTextListBase::Impl
         Key key = 0;
         int column = 0;
     };
-    /// A cell of a step, with its values before and after.
+    /// A cell of a step, with its values before and after; of a replacement the one before is read as it
+    /// goes.
     struct CellChange
     {
         Key key;
@@ -90,6 +91,7 @@ struct CKvTextListBase::Impl
     Key KeyAt(int line) const { return keys.KeyOf(list.GetRowId(line)); }
     int LineOf(Key key) const { return key == 0 ? -1 : list.FindRow(keys.NumberOf(key)); }
     std::vector<int> LinesOf(std::span<const Key> wanted) const;
+    std::vector<int> LinesOf(const std::vector<CellChange>& changes) const;
     Row Snapshot(int line) const;
     std::vector<Place> PlacesOf(const CArray<int, int>& lines) const;
     /// Takes the rows out, whose colours and keys the list forgets.
@@ -110,6 +112,7 @@ struct CKvTextListBase::Impl
     void Push(std::unique_ptr<QUndoCommand> step);
     /// @return false when none of the cells' rows is there.
     bool Apply(const std::vector<CellChange>& changes, CString CellChange::*value);
+    bool Replace(std::vector<CellChange>& changes);
     void Tell(const Notice& notice);
     void Run(void (QUndoStack::*step)(), bool (QUndoStack::*isPossible)() const);
     void InsertRows(int line, std::vector<Row> rows, UINT text);
@@ -201,7 +204,11 @@ public:
     bool mergeWith(const QUndoCommand* other) override;
 
 protected:
-    bool Do(Impl& impl) override { return impl.Apply(m_changes, &CellChange::after); }
+    bool Do(Impl& impl) override
+    {
+        return m_kind == CellsKind::Replacement ? impl.Replace(m_changes)
+                                                : impl.Apply(m_changes, &CellChange::after);
+    }
     bool Undo(Impl& impl) override { return impl.Apply(m_changes, &CellChange::before); }
     Notice NoticeOf() const override;
     bool IsSilentAtFirst() const override { return m_kind == CellsKind::Replacement; }

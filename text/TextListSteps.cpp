@@ -100,18 +100,39 @@ CKvTextListBase::Impl::Notice CKvTextListBase::Impl::CellsStep::NoticeOf() const
     return {Notice::Kind::Cell, m_changes.front().key, m_changes.front().column};
 }
 
-bool CKvTextListBase::Impl::Apply(const std::vector<CellChange>& changes, CString CellChange::*value)
+std::vector<int> CKvTextListBase::Impl::LinesOf(const std::vector<CellChange>& changes) const
 {
     std::vector<Key> wanted;
     wanted.reserve(changes.size());
     for (const CellChange& change : changes)
         wanted.push_back(change.key);
-    const std::vector<int> lines = LinesOf(wanted);
+    return LinesOf(wanted);
+}
+
+bool CKvTextListBase::Impl::Apply(const std::vector<CellChange>& changes, CString CellChange::*value)
+{
+    const std::vector<int> lines = LinesOf(changes);
     bool isAny = false;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (lines[i] < 0)
             continue;
         list._SetCellValue(lines[i], changes[i].column, changes[i].*value);
+        isAny = true;
+    }
+    return isAny;
+}
+
+// Each cell is read as it is about to be set: with very many rows a pass over all texts takes most of the
+// time.
+bool CKvTextListBase::Impl::Replace(std::vector<CellChange>& changes)
+{
+    const std::vector<int> lines = LinesOf(changes);
+    bool isAny = false;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i] < 0)
+            continue;
+        changes[i].before = list._GetCellValue(lines[i], changes[i].column);
+        list._SetCellValue(lines[i], changes[i].column, changes[i].after);
         isAny = true;
     }
     return isAny;
@@ -243,6 +264,8 @@ bool CKvTextListBase::Impl::HostStep::Finish(Impl& impl)
     }
     std::reverse(m_removed.places.begin(), m_removed.places.end());
     std::reverse(m_removed.rows.begin(), m_removed.rows.end());
+    for (std::size_t i = 0; i < m_removed.places.size(); ++i)
+        m_removed.places[i].line -= static_cast<int>(i);
     m_rows.clear();
     m_cells.clear();
     return !m_changes.empty() || !m_removed.rows.empty() || !m_inserted.rows.empty();

@@ -379,4 +379,17 @@ TEST_F(SubtitleList, FindsAndReplaces)
     EXPECT_TRUE(list.IsItemSelected(3)) << "the searched selection stays";
 }
 
+TEST_F(SubtitleList, AnOpenCellShowsAllItsLines)
+{
+    list.InserItem(-1, L"first\nsecond", kNone, kNone, nullptr);
+    list.EditCell(0, 0);
+    QTest::keyClick(Editor(), Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClicks(Editor(), " and more");
+    const int second = Editor()->cursorRect().top();
+    QTest::keyClick(Editor(), Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_GE(Editor()->cursorRect().top(), 0);
+    EXPECT_LT(Editor()->cursorRect().top(), second);
+    EXPECT_GE(second, QFontMetrics(list.font()).lineSpacing()) << "below the first line";
+}
+
 } // namespace
