@@ -28,13 +28,25 @@ constexpr QSize kFallbackSize{34, 22};
 // Its letters are level with those of the items beside it, wherever the button stands.
 class ApplicationButton : public CKvButton
 {
+public:
+    explicit ApplicationButton(const ButtonTextColours& colours) : m_colours(colours) {}
+
 protected:
+    QColor TextColour() const override
+    {
+        if (!isEnabled())
+            return m_colours.disabled;
+        return underMouse() || isDown() ? m_colours.hovered : m_colours.normal;
+    }
     QRect TextRoom() const override
     {
         const CRect room = CKvButton::TextRoom().translated(pos());
         const CRect band = CaptionBand(parentWidget()->rect());
         return QRect(LevelWithItems(band, room, fontMetrics().height())).translated(-pos());
     }
+
+private:
+    const ButtonTextColours& m_colours;
 };
 
 QSize PictureSize(const wchar_t* picture)
@@ -48,7 +60,7 @@ QSize PictureSize(const wchar_t* picture)
 void CaptionButtons::Create(QWidget& bar, const CRect& application)
 {
     for (CKvButton*& button : m_buttons)
-        button = &button == &m_buttons.front() ? new ApplicationButton : new CKvButton;
+        button = &button == &m_buttons.front() ? new ApplicationButton(m_colours) : new CKvButton;
     Get(kKvCaptionApplication)
         .CreateButton(kKvCaptionApplication, &bar, application, WS_VISIBLE, nullptr, nullptr);
     for (const ButtonLook& look : kWindowLooks) {
@@ -86,6 +98,12 @@ void CaptionButtons::ShowMaximised(bool maximised)
 {
     m_maximised = maximised;
     Renew();
+}
+
+void CaptionButtons::SetTextColours(const ButtonTextColours& colours)
+{
+    m_colours = colours;
+    Get(kKvCaptionApplication).update();
 }
 
 void CaptionButtons::Renew()

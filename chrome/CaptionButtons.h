@@ -4,9 +4,18 @@
 #include "KvButtons.h"
 #include "KvCaptionBar.h"
 
+#include <QColor>
+
 #include <array>
 
 namespace kv {
+
+struct ButtonTextColours
+{
+    QColor normal;
+    QColor hovered;
+    QColor disabled;
+};
 
 class CaptionButtons
 {
@@ -24,6 +33,8 @@ public:
     void Layout(const CRect& band);
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
     void ShowMaximised(bool maximised);
+    /// Of the application button's text.
+    void SetTextColours(const ButtonTextColours& colours);
     /// The skin or the texts changed.
     void Renew();
     /// Gives a button's tool tip the theme's colours for it; before the tip shows.
@@ -33,6 +44,7 @@ private:
     std::array<CKvButton*, 5> m_buttons{}; ///< children of the bar
     std::array<bool, 5> m_hidden{};
     bool m_maximised = false;
+    ButtonTextColours m_colours;
 };
 
 } // namespace kv

@@ -1,6 +1,6 @@
 #include "chrome/CaptionLayout.h"
 
-#include "chrome/FrameEdges.h"
+#include "platform/FrameEdges.h"
 
 #include <algorithm>
 
@@ -114,15 +114,11 @@ CRect LevelWithItems(const CRect& band, const CRect& room, int textHeight)
     return {room.left, bottom - textHeight, room.right, bottom};
 }
 
-CRect TitleTextRoom(const CRect& title, const CRect& flag, int textWidth)
+CRect TitleTextRoom(const CRect& title, const CRect& flag)
 {
     CRect before = title;
     before.right = std::min(title.right, flag.left - kTitleFromFlag);
-    CRect behind = title;
-    behind.left = std::max(title.left, flag.right + kTitleFromFlag);
-    if (flag.IsRectEmpty() || before.right == title.right || behind.left == title.left)
-        return title;
-    return textWidth <= before.Width() || before.Width() >= behind.Width() ? before : behind;
+    return flag.IsRectEmpty() || 2 * before.Width() < title.Width() ? title : before;
 }
 
 AdvancedLayout AdvancedToolRects(const CRect& area, const CSize* const sizes[2], const CSize& separator)

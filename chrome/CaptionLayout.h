@@ -57,9 +57,9 @@ CRect LevelWithItems(const CRect& band, const CRect& room, int textHeight);
 /// The application-switch flag; empty for an empty picture.
 CRect SwitchFlagRect(const CRect& band, const CSize& picture);
 
-/// The room of the static title's text: its rectangle, but for what the flag covers. The text stands before
-/// the flag where it fits there, else in the wider part.
-CRect TitleTextRoom(const CRect& title, const CRect& flag, int textWidth);
+/// The room of the static title's text: its rectangle up to the flag, or the whole one where the flag would
+/// leave less than half of it.
+CRect TitleTextRoom(const CRect& title, const CRect& flag);
 
 /// The advanced tool windows at the right end of the tool-window area, each behind its separator.
 struct AdvancedLayout

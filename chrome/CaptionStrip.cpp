@@ -15,6 +15,9 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
 #include <vector>
 
 namespace kv {
@@ -22,6 +25,22 @@ namespace kv {
 namespace {
 
 constexpr const wchar_t* kSeparatorPicture = L"ribbontitlebar_seperator";
+
+constexpr double kLegibleContrast = 4.5;
+
+// 1 for equal colours, 21 for black and white.
+double Contrast(const QColor& first, const QColor& second)
+{
+    const auto luminance = [](const QColor& colour) {
+        const auto linear = [](double value) {
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+               0.0722 * linear(colour.blueF());
+    };
+    const auto [darker, lighter] = std::minmax({luminance(first), luminance(second)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
 
 CSize FlagSize()
 {
@@ -70,7 +89,7 @@ void CaptionStrip::Detach()
 void CaptionStrip::CreateButtons()
 {
     m_impl->buttons.Create(*m_bar, EmptyButtonRect(Band()));
-    Button(kKvCaptionApplication).setFont(m_impl->settings ? m_impl->settings->font : QFont());
+    StyleApplication();
     m_impl->keys = std::make_unique<CaptionKeys>(*this, [this] { AccessLater(); });
     m_impl->access = std::make_unique<CaptionAccess>(*this, *m_impl->keys);
     WatchFrame();
@@ -176,7 +195,7 @@ CRect CaptionStrip::StaticTitle() const
 
 CRect CaptionStrip::TitleText() const
 {
-    return TitleTextRoom(m_impl->staticTitle, FlagRect(), TextSize(Title()).cx);
+    return TitleTextRoom(m_impl->staticTitle, FlagRect());
 }
 
 CaptionParts CaptionStrip::Parts() const
@@ -227,15 +246,27 @@ QColor CaptionStrip::TextColour() const
     return m_impl->settings ? QColor::fromRgba(m_impl->settings->textColour) : kv::TextColour();
 }
 
+QColor CaptionStrip::DisabledColour() const
+{
+    return m_impl->settings ? QColor::fromRgba(m_impl->settings->disabledTextColour) : DisabledTextColour();
+}
+
+// The host has no colour for the state, and the theme knows nothing of the host's background.
+QColor CaptionStrip::Legible(const QColor& ofTheme) const
+{
+    const SKvGuiBasicSettings* settings = m_impl->settings;
+    const bool isLegible =
+        !settings || Contrast(ofTheme, QColor::fromRgb(settings->background)) >= kLegibleContrast;
+    return isLegible ? ofTheme : TextColour();
+}
+
 QColor CaptionStrip::ItemColour(const CaptionItem& item) const
 {
-    if (item.disabled || !m_bar->isEnabled()) {
-        return m_impl->settings ? QColor::fromRgba(m_impl->settings->disabledTextColour)
-                                : DisabledTextColour();
-    }
+    if (item.disabled || !m_bar->isEnabled())
+        return DisabledColour();
     if (item.selected || item.state == kItemPressed)
-        return SkinColour(L"keWindowTextSelectedColor", 0xFF7EC4FFu);
-    return item.state == kItemHovered ? HoverTextColour() : TextColour();
+        return Legible(SkinColour(L"keWindowTextSelectedColor", 0xFF7EC4FFu));
+    return item.state == kItemHovered ? Legible(HoverTextColour()) : TextColour();
 }
 
 void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
@@ -243,9 +274,15 @@ void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
     m_impl->settings = settings;
     if (!HasButtons())
         return;
-    // Of the button alone: the bar's own font would become that of the tool windows in it.
-    Button(kKvCaptionApplication).setFont(settings ? settings->font : QFont());
+    StyleApplication();
     Remeasure();
+}
+
+// Of the button alone: the bar's own font would become that of the tool windows in it.
+void CaptionStrip::StyleApplication()
+{
+    Button(kKvCaptionApplication).setFont(m_impl->settings ? m_impl->settings->font : QFont());
+    m_impl->buttons.SetTextColours({TextColour(), Legible(HoverTextColour()), DisabledColour()});
 }
 
 void CaptionStrip::SkinChanged()
@@ -254,6 +291,7 @@ void CaptionStrip::SkinChanged()
     if (!HasButtons())
         return;
     m_impl->buttons.Renew();
+    StyleApplication();
     m_impl->access->TextsChanged();
     Remeasure();
 }
@@ -297,8 +335,7 @@ void CaptionStrip::Paint(Graphics& graphics)
     graphics.setFont(Font());
     DrawItems(graphics);
     graphics.setPen(TextColour());
-    const CRect title = LevelWithItems(Band(), TitleText(), graphics.fontMetrics().height());
-    m_impl->texts.DrawCut(graphics, title, Title());
+    m_impl->texts.DrawCut(graphics, TitleText(), Title());
     DrawFlag(graphics);
     if (m_impl->keys)
         m_impl->keys->DrawFocus(graphics);

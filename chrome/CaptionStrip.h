@@ -129,6 +129,9 @@ public:
 private:
     void AccessLater();
     void SetApplication(const std::wstring& picture, const std::wstring& text, const CRect& place);
+    void StyleApplication();
+    QColor DisabledColour() const;
+    QColor Legible(const QColor& ofTheme) const;
     void LayoutItems();
     void DrawItems(Graphics& graphics);
     void DrawFlag(Graphics& graphics) const;

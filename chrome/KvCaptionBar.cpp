@@ -146,6 +146,20 @@ void CKvCaptionBar::OnMouseLeave()
     ShowEdgeCursor(0);
 }
 
+// Not a tool window, which stands below the strip.
+bool CKvCaptionBar::TakesBorderAt(CPoint point) const
+{
+    const QWidget* part = childAt(point);
+    while (part && part->parentWidget() != this)
+        part = part->parentWidget();
+    return !part || m_strip->IsButton(part);
+}
+
+int CKvCaptionBar::CaptionBottom() const
+{
+    return m_strip->Band().bottom;
+}
+
 void CKvCaptionBar::ShowEdgeCursor(unsigned edges)
 {
     if (edges == m_cursorEdges)

@@ -91,6 +91,8 @@ protected:
     QRect PictureRoom() const override;
     /// Where the text stands, centred vertically: beside the picture unless overridden.
     virtual QRect TextRoom() const;
+    /// The text's colour just now: the theme's for the button's state unless overridden.
+    virtual QColor TextColour() const;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -31,7 +31,7 @@ enum EKvCaptionButton : UINT
 ///
 /// Keyboard: F10 or Alt alone puts the focus on the items, arrows walk them and the buttons, Escape leaves.
 /// Coordinates are client coordinates in logical pixels.
-class KV_API CKvCaptionBar : public CKvWnd, public IKvGuiWnd
+class KV_API CKvCaptionBar : public CKvWnd, public IKvGuiWnd, public IKvFrameCaption
 {
     Q_OBJECT
 
@@ -65,6 +65,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool TakesBorderAt(CPoint point) const override;
+    int CaptionBottom() const override;
     void ShowEdgeCursor(unsigned edges);
 
     std::unique_ptr<kv::CaptionStrip> m_strip;

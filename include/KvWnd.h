@@ -154,6 +154,20 @@ private:
     SKvGuiBasicSettings* m_settings = nullptr;
 };
 
+/// What a child that stands in for a frame's caption tells it. Never deleted through this interface.
+class KV_API IKvFrameCaption
+{
+public:
+    /// Whether a point in the frame's resize border is the caption's all the same; its own hit test then
+    /// decides what happens there. @param point in the caption's client coordinates.
+    virtual bool TakesBorderAt(CPoint point) const = 0;
+    /// Below which the system menu opens, in the caption's client coordinates.
+    virtual int CaptionBottom() const = 0;
+
+protected:
+    ~IKvFrameCaption() = default;
+};
+
 /// A frameless main window whose caption is drawn by its own bar, put at the top by `setMenuWidget` (or by a
 /// layout of the host's): resize borders of 6 pixels, 4 at the top, none while it is maximised; a system menu
 /// on Alt+Space; the right geometry when maximised and restored; a smallest size unless the host sets one.

@@ -1,7 +1,6 @@
-#include "KvCaptionBar.h"
 #include "KvMenu.h"
 #include "KvWnd.h"
-#include "chrome/FrameEdges.h"
+#include "platform/FrameEdges.h"
 #include "platform/FrameState.h"
 #include "platform/MessageDispatch.h"
 #include "platform/SkinColours.h"
@@ -26,13 +25,6 @@ QPoint PixelOf(QPointF point)
     return {qFloor(point.x()), qFloor(point.y())};
 }
 
-bool IsCaptionButton(QWidget* part)
-{
-    const UINT id = KvGetDlgItemId(part);
-    return id >= kKvCaptionApplication && id <= kKvCaptionMenu;
-}
-
-constexpr int kCaptionBottom = 25; // of the caption band
 constexpr QSize kSmallestFrame{240, 100};
 
 } // namespace
@@ -50,8 +42,7 @@ struct CKvFrameWnd::Impl
     void UpdateMinimum(CKvFrameWnd& frame);
 };
 
-// The caption bar decides for its own area: its buttons and items reach into the border. Tool windows that
-// stand in it do not.
+// A caption decides for its own area: its buttons and items reach into the border.
 unsigned CKvFrameWnd::Impl::EdgesAt(const CKvFrameWnd& frame, QPoint point) const
 {
     if (!kv::HasResizeBorder(frame))
@@ -59,11 +50,9 @@ unsigned CKvFrameWnd::Impl::EdgesAt(const CKvFrameWnd& frame, QPoint point) cons
     const unsigned edges = kv::FrameEdgesAt(point, frame.rect());
     if (edges == kv::kNoEdge)
         return edges;
-    QWidget* part = nullptr;
-    for (QWidget* child = frame.childAt(point); child; child = child->parentWidget()) {
-        if (qobject_cast<CKvCaptionBar*>(child))
-            return !part || IsCaptionButton(part) ? kv::kNoEdge : edges;
-        part = child;
+    for (const QWidget* child = frame.childAt(point); child; child = child->parentWidget()) {
+        if (const auto* caption = dynamic_cast<const IKvFrameCaption*>(child))
+            return caption->TakesBorderAt(child->mapFrom(&frame, point)) ? kv::kNoEdge : edges;
     }
     return edges;
 }
@@ -149,8 +138,9 @@ CKvFrameWnd::CKvFrameWnd() : m_impl(std::make_unique<Impl>())
     m_impl->UpdateMinimum(*this);
     auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Space), this);
     QObject::connect(shortcut, &QShortcut::activated, this, [this] {
-        const QPoint corner = contentsRect().topLeft() + QPoint(0, menuWidget() ? kCaptionBottom : 0);
-        OpenSystemMenu(mapToGlobal(corner));
+        const auto* caption = dynamic_cast<const IKvFrameCaption*>(menuWidget());
+        const QPoint below(0, caption ? caption->CaptionBottom() : 0);
+        OpenSystemMenu(mapToGlobal(contentsRect().topLeft() + below));
     });
 }
 

@@ -11,15 +11,6 @@ namespace {
 
 constexpr int kGap = 4; ///< between picture and text
 
-QColor ColourOf(const QAbstractButton& button)
-{
-    if (!button.isEnabled())
-        return kv::DisabledTextColour();
-    if (button.underMouse() || button.isDown())
-        return kv::HoverTextColour();
-    return kv::TextColour();
-}
-
 } // namespace
 
 CKvButton::CKvButton() = default;
@@ -75,13 +66,20 @@ QRect CKvButton::TextRoom() const
     return {left, 0, width() - left, height()};
 }
 
+QColor CKvButton::TextColour() const
+{
+    if (!isEnabled())
+        return kv::DisabledTextColour();
+    return underMouse() || isDown() ? kv::HoverTextColour() : kv::TextColour();
+}
+
 void CKvButton::paintEvent(QPaintEvent* event)
 {
     CKvBitmapButton::paintEvent(event);
     if (m_text.isEmpty())
         return;
     QPainter painter(this);
-    painter.setPen(ColourOf(*this));
+    painter.setPen(TextColour());
     QRect room = TextRoom();
     // The toolkit would centre by fractions: beside painted labels it is seen where it rounds otherwise.
     room.translate(0, (room.height() - fontMetrics().height()) / 2);

@@ -1,7 +1,7 @@
 #include "platform/WindowDrag.h"
 
 #include "KvPlatform.h"
-#include "chrome/FrameEdges.h"
+#include "platform/FrameEdges.h"
 #include "platform/FrameState.h"
 
 #include <QApplication>

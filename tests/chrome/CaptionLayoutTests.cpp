@@ -1,6 +1,6 @@
 // Where the parts of a caption strip stand, and which of them a point hits.
 #include "chrome/CaptionLayout.h"
-#include "chrome/FrameEdges.h"
+#include "platform/FrameEdges.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -23,12 +23,6 @@ TEST(CaptionLayout, PlacesBandToolAreaAndSeparator)
     EXPECT_EQ(ToolWindowArea(kClient, kMenuBarForm), CRect(10, 47, 810, 111));
     EXPECT_EQ(SeparatorLines(kClient)[0], CRect(10, 45, 810, 46));
     EXPECT_EQ(SeparatorLines(kClient)[1], CRect(10, 46, 810, 47));
-}
-
-TEST(CaptionLayout, PlacesWindowButtonsFromTheRight)
-{
-    const std::array<int, 4> lefts{772, 739, 707, 676};
-    EXPECT_EQ(WindowButtonLefts(CaptionBand(kClient), {34, 33, 32, 31}), lefts);
 }
 
 TEST(CaptionLayout, PlacesItemsBehindTheTitleAndNeverCutsThem)
@@ -57,30 +51,19 @@ TEST(CaptionLayout, PlacesTheStaticTitleBetweenItemsAndButtons)
     EXPECT_TRUE(StaticTitleRect(band, &tooFar, 676, kTitleBarForm).IsRectEmpty());
 }
 
-TEST(CaptionLayout, KeepsTheTitlesTextClearOfTheFlag)
+TEST(CaptionLayout, CutsTheTitlesTextBeforeTheFlag)
 {
     const CRect title(300, 22, 600, 43);
-    struct Case
-    {
-        int flagLeft;
-        int textWidth;
-        CRect room;
+    const std::pair<int, int> rows[] = {
+        {500, 492}, // cut before it
+        {458, 450}, // half is left
+        {457, 600}, // less than half: the flag is painted over it
+        {290, 600}, {276, 600}, {595, 587}, {608, 600},
     };
-    const Case cases[] = {
-        {276, 400, title},              // beside it on either side
-        {608, 400, title},              //
-        {500, 192, {300, 22, 492, 43}}, // fits before it
-        {500, 193, {300, 22, 492, 43}}, // fits nowhere: the wider part
-        {400, 92, {300, 22, 392, 43}},  //
-        {400, 93, {424, 22, 600, 43}},  // fits behind it
-        {290, 20, {314, 22, 600, 43}},  // no room before it
-        {595, 400, {300, 22, 587, 43}}, // none behind it
-    };
-    for (const Case& c : cases) {
-        const CRect flag(c.flagLeft, 22, c.flagLeft + 16, 38);
-        EXPECT_EQ(TitleTextRoom(title, flag, c.textWidth), c.room) << c.flagLeft << ' ' << c.textWidth;
-    }
-    EXPECT_EQ(TitleTextRoom(title, {}, 400), title);
+    for (const auto& [flagLeft, right] : rows)
+        EXPECT_EQ(TitleTextRoom(title, {flagLeft, 22, flagLeft + 16, 38}), CRect(300, 22, right, 43))
+            << flagLeft;
+    EXPECT_EQ(TitleTextRoom(title, {}), title);
 }
 
 TEST(CaptionLayout, HalvesTowardsZeroForTheFlag)

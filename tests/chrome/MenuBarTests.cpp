@@ -1,82 +1,11 @@
 // The ribbon menu bar: what its smart menu hears and in what order, where popups and tool windows stand, and
 // what keys reach.
-#include "KvButtons.h"
-#include "KvMenu.h"
-#include "KvRibbonMenuBar.h"
+#include "CaptionFixture.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMenu>
-#include <QPointer>
-#include <QTest>
-
-#include <functional>
-#include <gtest/gtest.h>
-#include <map>
-#include <memory>
 
 namespace {
-
-// "Menu:" before its popup, "Menu?5" update, "Menu." closed, "Menu!5" command.
-class Smart : public IKvRibbonMenuBarSmartMenu
-{
-public:
-    int Release() override { return Note("release"); }
-    int OnAttach(IKvRibbonMenuBarMgr* manager, unsigned id) override
-    {
-        attachedTo = manager;
-        return Note("attach" + QString::number(id));
-    }
-    int OnDetach() override { return Note("detach"); }
-    int OnUpdateCommand(HMENU popup, unsigned command) override
-    {
-        for (QAction* action : popup->actions()) {
-            if (KvGetMenuCommand(action) == command && enable.count(command) != 0)
-                action->setEnabled(enable[command]);
-        }
-        return Note(Title(popup) + '?' + QString::number(command));
-    }
-    int OnCommand(HMENU popup, unsigned command) override
-    {
-        return Note(Title(popup) + '!' + QString::number(command));
-    }
-    int OnPopupClosed(HMENU popup) override { return Note(Title(popup) + '.'); }
-    int OnBeforePopup(HMENU popup) override { return Note(Title(popup) + ':'); }
-
-    std::string Heard() { return std::exchange(heard, {}).trimmed().toStdString(); }
-
-    IKvRibbonMenuBarMgr* attachedTo = nullptr;
-    std::map<unsigned, bool> enable;
-    std::function<void(const QString&)> onCall;
-
-private:
-    static QString Title(const QMenu* popup) { return popup ? popup->title().remove('&') : QString(); }
-    int Note(const QString& what)
-    {
-        heard += what + ' ';
-        const auto call = onCall; // may replace itself
-        if (call)
-            call(what);
-        return 0;
-    }
-    QString heard;
-};
-
-struct Tool : QWidget, IKvGuiWnd
-{
-    explicit Tool(QWidget* parent, QSize size) : QWidget(parent) { resize(size); }
-    void SetToolWndManager(void* told) override { manager = told; }
-    void* manager = nullptr;
-};
-
-QAction* AddEntry(QMenu& menu, const QString& text, unsigned command)
-{
-    QAction* action = menu.addAction(text);
-    action->setData(command);
-    return action;
-}
 
 class MenuBar : public testing::Test
 {
@@ -105,23 +34,7 @@ protected:
         EXPECT_EQ(bar->BeginAddMenuBar(L"app", L"Titles", id, of ? of : &menu, with ? with : &smart), 1);
         EXPECT_EQ(bar->EndAddMenuBar(), 1);
         EXPECT_EQ(bar->ActiveMenuBar(id), 1);
-        smart.Heard();
-    }
-    // Runs within the event loop of the popup that opens next.
-    void Then(std::function<void(QMenu&)> act)
-    {
-        QMetaObject::invokeMethod(
-            &top,
-            [act] {
-                auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-                ASSERT_TRUE(popup) << "no popup opened";
-                act(*popup);
-            },
-            Qt::QueuedConnection);
-    }
-    void Dismiss()
-    {
-        Then([](QMenu& popup) { QTest::keyClick(&popup, Qt::Key_Escape); });
+        host.Heard();
     }
     // Where the popup of Alt+letter stands, in the bar's coordinates.
     QPoint PlaceOf(Qt::Key letter)
@@ -132,13 +45,13 @@ protected:
             popup.close();
         });
         QTest::keyClick(&edit, letter, Qt::AltModifier);
-        smart.Heard();
+        host.Heard();
         return place;
     }
-    CKvBitmapButton* Button(UINT id) { return static_cast<CKvBitmapButton*>(KvGetDlgItem(bar, id)); }
-
-    Smart smart;
-    Smart other;
+    Host host;
+    Host otherHost;
+    MenuSmart smart{host};
+    MenuSmart other{otherHost};
     QMenu menu;
     QMenu* file = nullptr;
     QWidget top;
@@ -148,11 +61,12 @@ protected:
 
 TEST_F(MenuBar, APopupIsAnnouncedUpdatedAndToldOf)
 {
+    EXPECT_EQ(bar->BeginAddMenuBar(L"app", L"Titles", 7, nullptr, &smart), 0) << "without a menu";
     ASSERT_EQ(bar->BeginAddMenuBar(L"app", L"Titles", 7, &menu, &smart), 1);
-    EXPECT_EQ(smart.attachedTo, static_cast<IKvRibbonMenuBarMgr*>(bar.data()));
+    EXPECT_EQ(smart.manager, static_cast<IKvRibbonMenuBarMgr*>(bar.data()));
     bar->EndAddMenuBar();
     bar->ActiveMenuBar(7);
-    EXPECT_EQ(smart.Heard(), "attach7");
+    EXPECT_EQ(host.Heard(), "attach7");
 
     const QPoint place = PlaceOf(Qt::Key_F);
     const QImage closed = bar->grab().toImage();
@@ -164,14 +78,14 @@ TEST_F(MenuBar, APopupIsAnnouncedUpdatedAndToldOf)
     });
     const QPoint item = place + QPoint(2, -5);
     QTest::mousePress(bar, Qt::LeftButton, {}, item);
-    EXPECT_EQ(smart.Heard(), "File: File?1 Recent?2 File. File!1") << "the separator is not passed";
+    EXPECT_EQ(host.Heard(), "File: File?1 Recent?2 File. File!1") << "the separator is not passed";
     for (const QPoint edge : {place + QPoint(-1, -5), place + QPoint(3, 0)})
         EXPECT_NE(open.pixel(edge), closed.pixel(edge)) << "framed while open";
     EXPECT_EQ(bar->grab().toImage(), closed);
 
     Dismiss();
     QTest::mousePress(bar, Qt::LeftButton, {}, item);
-    EXPECT_EQ(smart.Heard(), "File: File?1 Recent?2 File.");
+    EXPECT_EQ(host.Heard(), "File: File?1 Recent?2 File.");
 
     Then([&](QMenu& popup) {
         QAction* recent = popup.actions()[2];
@@ -180,7 +94,7 @@ TEST_F(MenuBar, APopupIsAnnouncedUpdatedAndToldOf)
         QTest::keyClick(recent->menu(), Qt::Key_Return);
     });
     QTest::mousePress(bar, Qt::LeftButton, {}, item);
-    EXPECT_EQ(smart.Heard(), "File: File?1 Recent?2 File. File!2") << "told with the top-level sub-menu";
+    EXPECT_EQ(host.Heard(), "File: File?1 Recent?2 File. File!2") << "told with the top-level sub-menu";
 }
 
 TEST_F(MenuBar, ItemsStandInTheirRow)
@@ -195,7 +109,7 @@ TEST_F(MenuBar, ItemsStandInTheirRow)
     const int between = metrics.horizontalAdvance("File") + metrics.horizontalAdvance("Plain") +
                         metrics.horizontalAdvance("quit") + 3 * 10;
     EXPECT_NEAR(last.x() - first.x(), between, 3) << "a text's width may be rounded up";
-    const QRect button = Button(kKvCaptionApplication)->geometry();
+    const QRect button = Button(bar, kKvCaptionApplication).geometry();
     EXPECT_EQ(button.left(), 4);
     EXPECT_EQ(button.top(), 0) << "4 above the band";
     EXPECT_EQ(first.x(), button.left() + button.width() - 10 + 30);
@@ -245,17 +159,17 @@ TEST_F(MenuBar, KeysThatOpenPopups)
         if (row.place != 0)
             QApplication::sendEvent(&edit, &override);
         QTest::simulateEvent(&edit, true, row.key, row.modifiers, {}, false);
-        EXPECT_EQ(smart.Heard(), row.opened) << row.what;
+        EXPECT_EQ(host.Heard(), row.opened) << row.what;
         EXPECT_EQ(counter.presses, 1) << row.what;
     }
     bar->hide();
     QTest::keyClick(&edit, Qt::Key_F, Qt::AltModifier);
-    EXPECT_EQ(smart.Heard(), "") << "a hidden bar";
+    EXPECT_EQ(host.Heard(), "") << "a hidden bar";
     bar->show();
     bar->RemoveMenuBar(7);
-    smart.Heard();
+    host.Heard();
     QTest::keyClick(&edit, Qt::Key_F, Qt::AltModifier);
-    EXPECT_EQ(smart.Heard(), "");
+    EXPECT_EQ(host.Heard(), "");
 }
 
 TEST_F(MenuBar, AnOpenPopupGivesWayToItsNeighbours)
@@ -277,8 +191,8 @@ TEST_F(MenuBar, AnOpenPopupGivesWayToItsNeighbours)
     });
     QTest::keyClick(&edit, Qt::Key_F, Qt::AltModifier);
     EXPECT_EQ(titles, (std::vector<std::string>{"&View", "&File"}));
-    EXPECT_EQ(smart.Heard(), "File: File?1 Recent?2 File. View: View?4 View. File: File?1 Recent?2 File. "
-                             "View: View?4 View.");
+    EXPECT_EQ(host.Heard(), "File: File?1 Recent?2 File. View: View?4 View. File: File?1 Recent?2 File. "
+                            "View: View?4 View.");
 }
 
 TEST_F(MenuBar, ColoursFollowThePointer)
@@ -306,18 +220,18 @@ TEST_F(MenuBar, ShortcutsOfEntries)
     QAction* open = file->actions().front();
     const auto press = [&] { QTest::keyClick(&edit, Qt::Key_O, Qt::ControlModifier); };
     press();
-    EXPECT_EQ(smart.Heard(), "File?1 File!1");
+    EXPECT_EQ(host.Heard(), "File?1 File!1");
     smart.enable[1] = false;
     press();
-    EXPECT_EQ(smart.Heard(), "File?1") << "the update disabled it";
+    EXPECT_EQ(host.Heard(), "File?1") << "the update disabled it";
     smart.enable[1] = true;
     press();
-    EXPECT_EQ(smart.Heard(), "File?1 File!1") << "the update enabled what the last one had disabled";
+    EXPECT_EQ(host.Heard(), "File?1 File!1") << "the update enabled what the last one had disabled";
     QTest::keyClick(&edit, Qt::Key_K, Qt::ControlModifier);
     QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(smart.Heard(), "Recent?2 File!2");
+    EXPECT_EQ(host.Heard(), "Recent?2 File!2");
     QTest::keyClick(&edit, Qt::Key_P, Qt::ControlModifier);
-    EXPECT_EQ(smart.Heard(), "?9 !9") << "an entry of the top level";
+    EXPECT_EQ(host.Heard(), "?9 !9") << "an entry of the top level";
     {
         QWidget frame; // with the same menu
         CKvRibbonMenuBar second;
@@ -328,98 +242,26 @@ TEST_F(MenuBar, ShortcutsOfEntries)
         frame.show();
         QApplication::setActiveWindow(&top);
         press();
-        EXPECT_EQ(smart.Heard(), "File?1 File!1");
-        EXPECT_EQ(other.Heard(), "attach1") << "the key was another window's";
+        EXPECT_EQ(host.Heard(), "File?1 File!1");
+        EXPECT_EQ(otherHost.Heard(), "attach1") << "the key was another window's";
         second.setParent(nullptr);
     }
-    other.Heard();
+    otherHost.Heard();
     open->trigger();
-    EXPECT_EQ(smart.Heard(), "") << "the host's own doing";
+    EXPECT_EQ(host.Heard(), "") << "the host's own doing";
     top.addAction(open); // the host knows the entry elsewhere, too
     press();
-    EXPECT_EQ(smart.Heard(), "File?1 File!1");
+    EXPECT_EQ(host.Heard(), "File?1 File!1");
     Add(8, &other);
     press();
-    EXPECT_EQ(smart.Heard(), "") << "another menu bar is active";
-    EXPECT_EQ(other.Heard(), "attach8 File?1 File!1");
-}
-
-TEST_F(MenuBar, TheHostMayDoAnythingMeanwhile)
-{
-    const struct
-    {
-        const char* at;
-        const char* doing;
-        const char* heard;
-    } rows[] = {
-        {"File:", "remove", "File: detach release"},
-        {"File:", "delete", "File: detach release"},
-        {"File:", "activate", "File: File?1 Recent?2 File."},
-        {"File:", "menu", "File: . detach release"},
-        {"File?1", "remove", "File: File?1 detach release"},
-        {"File?1", "delete", "File: File?1 detach release"},
-        {"File?1", "menu", "File: File?1 . detach release"},
-        {"popup", "remove", "File: File?1 Recent?2 detach release"},
-        {"popup", "delete", "File: File?1 Recent?2 detach release"},
-        {"popup", "activate", "File: File?1 Recent?2 File."},
-        {"popup", "menu", "File: File?1 Recent?2 . detach release"},
-        {"File.", "remove", "File: File?1 Recent?2 File. detach release"},
-        {"File.", "delete", "File: File?1 Recent?2 File. detach release"},
-        {"detach", "delete", "detach release"},
-        {"detach", "remove", "detach release"},
-    };
-    for (const auto& row : rows) {
-        Smart heard;
-        auto popups = std::make_unique<QMenu>();
-        QMenu* first = popups->addMenu("&File");
-        AddEntry(*first, "Open", 1);
-        AddEntry(*first->addMenu("Recent"), "a", 2);
-        CKvRibbonMenuBar* own = new CKvRibbonMenuBar;
-        own->Create(WS_CHILD | WS_VISIBLE, {0, 0, 700, 30}, &top, 78);
-        bar = own;
-        Add(8, &other);
-        Add(7, &heard, popups.get());
-        heard.Heard();
-        const auto act = [&] {
-            heard.onCall = nullptr;
-            if (row.doing == std::string("remove"))
-                bar->RemoveMenuBar(7);
-            else if (row.doing == std::string("delete"))
-                delete own;
-            else if (row.doing == std::string("activate"))
-                bar->ActiveMenuBar(8);
-            else
-                popups.reset();
-        };
-        heard.onCall = [&](const QString& what) {
-            if (what == row.at)
-                act();
-        };
-        const std::string at = row.at;
-        if (at == "detach") {
-            bar->RemoveMenuBar(7);
-        } else {
-            if (at == "popup")
-                Then([&](QMenu&) { act(); });
-            else if (at == "File.")
-                Dismiss();
-            QTest::keyClick(&edit, Qt::Key_F, Qt::AltModifier);
-        }
-        const bool survives = bar && row.doing != std::string("remove");
-        std::string all = heard.Heard();
-        delete bar.data();
-        all += survives ? ' ' + heard.Heard() : std::string();
-        if (row.doing != std::string("activate"))
-            EXPECT_EQ(all, row.heard) << row.at << ' ' << row.doing;
-        else
-            EXPECT_EQ(all, row.heard + std::string(" detach release")) << row.at << ' ' << row.doing;
-    }
+    EXPECT_EQ(host.Heard(), "") << "another menu bar is active";
+    EXPECT_EQ(otherHost.Heard(), "attach8 File?1 File!1");
 }
 
 TEST_F(MenuBar, ToolWindowsStandBesideEachOther)
 {
-    auto* tool = new Tool(bar, {100, 40});
-    auto* right = new Tool(bar, {50, 30});
+    auto* tool = new Tool(bar, host, "t", {100, 40});
+    auto* right = new Tool(bar, host, "x", {50, 30});
     EXPECT_EQ(bar->AddMenuBarToolWnd(tool, tool), 0) << "none is under construction";
     bar->BeginAddMenuBar(L"app", L"Titles", 7, &menu, &smart);
     EXPECT_EQ(bar->AddMenuBarToolWnd(nullptr, tool), 0);
@@ -447,11 +289,11 @@ TEST_F(MenuBar, ToolWindowsStandBesideEachOther)
 TEST_F(MenuBar, WindowButtonsAndTheirMenus)
 {
     EXPECT_EQ(bar->UpdateRestoreMaxStatus(2), 1);
-    EXPECT_EQ(Button(kKvCaptionMaximise)->GetBitmapName(), L"wndrestore");
+    EXPECT_EQ(Button(bar, kKvCaptionMaximise).GetBitmapName(), L"wndrestore");
     EXPECT_EQ(bar->UpdateRestoreMaxStatus(1), 0);
-    EXPECT_EQ(Button(kKvCaptionMaximise)->GetBitmapName(), L"wndrestore");
+    EXPECT_EQ(Button(bar, kKvCaptionMaximise).GetBitmapName(), L"wndrestore");
     EXPECT_EQ(bar->UpdateRestoreMaxStatus(0), 1);
-    EXPECT_EQ(Button(kKvCaptionMaximise)->GetBitmapName(), L"wndmaxmize");
+    EXPECT_EQ(Button(bar, kKvCaptionMaximise).GetBitmapName(), L"wndmaxmize");
 
     QMenu system;
     AddEntry(system, "About", 40);
@@ -469,95 +311,30 @@ TEST_F(MenuBar, WindowButtonsAndTheirMenus)
     QPoint place;
     Then([&](QMenu& popup) {
         place = popup.pos();
-        QTest::keyClick(&popup, Qt::Key_Down);
-        QTest::keyClick(&popup, Qt::Key_Return);
+        Choose(popup, 40);
     });
-    Button(kKvCaptionMenu)->click();
+    Button(bar, kKvCaptionMenu).click();
     EXPECT_EQ(told, std::vector<unsigned>{40});
-    const CKvBitmapButton* button = Button(kKvCaptionMenu);
-    EXPECT_EQ(place, button->mapToGlobal(QPoint(0, button->height() + 1)));
+    const CKvButton& button = Button(bar, kKvCaptionMenu);
+    EXPECT_EQ(place, button.mapToGlobal(QPoint(0, button.height() + 1)));
     Dismiss();
-    Button(kKvCaptionMenu)->click();
+    Button(bar, kKvCaptionMenu).click();
     EXPECT_EQ(told.size(), 1u) << "nothing for a dismissed menu";
 
     QStringList entries;
     Then([&](QMenu& popup) {
         for (const QAction* action : popup.actions())
             entries << action->data().toString() + (action->isEnabled() ? "" : "-");
-        popup.close();
     });
-    Button(kKvCaptionApplication)->click();
+    Button(bar, kKvCaptionApplication).click();
     EXPECT_EQ(entries.join(' ').toStdString(), "32822- 32823 32824  32826");
 
     bar->ShowAppMenuBtn(0);
-    EXPECT_TRUE(Button(kKvCaptionMenu)->isHidden() && !Button(kKvCaptionClose)->isHidden());
+    EXPECT_TRUE(Button(bar, kKvCaptionMenu).isHidden() && !Button(bar, kKvCaptionClose).isHidden());
     bar->ShowAllAppBtn(0);
-    EXPECT_TRUE(Button(kKvCaptionClose)->isHidden());
+    EXPECT_TRUE(Button(bar, kKvCaptionClose).isHidden());
     bar->ShowAllAppBtn(1);
-    EXPECT_FALSE(Button(kKvCaptionMenu)->isHidden());
-}
-
-TEST_F(MenuBar, RegisteringAndRemoving)
-{
-    EXPECT_EQ(bar->BeginAddMenuBar(L"app", L"x", 7, nullptr, &smart), 0);
-    EXPECT_EQ(smart.Heard(), "") << "nothing was begun";
-    EXPECT_EQ(bar->EndAddMenuBar(), 0);
-    QMenu empty;
-    bar->BeginAddMenuBar(nullptr, nullptr, 7, &empty, &smart);
-    EXPECT_EQ(bar->EndAddMenuBar(), 0);
-    EXPECT_EQ(smart.Heard(), "attach7 detach release");
-    bar->BeginAddMenuBar(L"app", L"x", 1, &menu, &smart);
-    bar->BeginAddMenuBar(L"app", L"x", 2, &menu, nullptr);
-    EXPECT_EQ(smart.Heard(), "attach1 detach release") << "the unfinished one is dropped";
-    for (const int result :
-         {bar->ActiveMenuBar(2), bar->RemoveMenuBar(2), bar->SetSysTitle(2, L"x"), bar->SetDocTitle(2, L"x")})
-        EXPECT_EQ(result, 0) << "not ended yet";
-    bar->EndAddMenuBar();
-    EXPECT_EQ(bar->SetDocTitle(2, std::wstring(5000, L'x').c_str()), 1);
-    EXPECT_EQ(bar->SetSysTitle(2, nullptr), 1);
-    EXPECT_EQ(bar->RemoveMenuBar(2), 1);
-    EXPECT_EQ(bar->RemoveMenuBar(2), 0);
-
-    // Each menu bar's popups tell its own smart menu; that of the active one tells which is active.
-    const auto active = [&] {
-        Dismiss();
-        QTest::keyClick(&edit, Qt::Key_F, Qt::AltModifier);
-        return smart.Heard().empty() ? (other.Heard().empty() ? "third" : "second") : "first";
-    };
-    Smart third;
-    Add(1);
-    Add(2, &other);
-    Add(3, &third);
-    bar->ActiveMenuBar(2);
-    other.Heard();
-    bar->RemoveMenuBar(3);
-    EXPECT_EQ(active(), std::string("second")) << "one behind the active one";
-    Add(3, &third);
-    bar->RemoveMenuBar(3);
-    other.Heard();
-    EXPECT_EQ(active(), std::string("second")) << "the one before the active one follows it";
-    bar->RemoveMenuBar(1);
-    EXPECT_EQ(smart.Heard(), "detach release");
-    other.Heard();
-    EXPECT_EQ(active(), std::string("second")) << "an earlier one";
-    bar->RemoveMenuBar(2);
-    EXPECT_EQ(bar->GetToolWndParent(), bar.data());
-}
-
-TEST_F(MenuBar, AThousandItemsAndAMenuThatGoes)
-{
-    auto many = std::make_unique<QMenu>();
-    for (int i = 0; i < 1000; ++i)
-        AddEntry(*many->addMenu(QString(200, 'x') + "&" + QChar('A' + i % 26)), "x", 1);
-    Add(7, &smart, many.get());
-    bar->grab();
-    Dismiss();
-    QTest::keyClick(&edit, Qt::Key_Z, Qt::AltModifier);
-    EXPECT_NE(smart.Heard(), "");
-    many.reset();
-    bar->grab();
-    QTest::keyClick(&edit, Qt::Key_Z, Qt::AltModifier);
-    EXPECT_EQ(smart.Heard(), "") << "its items open nothing";
+    EXPECT_FALSE(Button(bar, kKvCaptionMenu).isHidden());
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // The resize border of a frame.
-#include "chrome/FrameEdges.h"
+#include "platform/FrameEdges.h"
 
 #include <gtest/gtest.h>
 

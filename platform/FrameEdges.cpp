@@ -1,4 +1,4 @@
-#include "chrome/FrameEdges.h"
+#include "platform/FrameEdges.h"
 
 #include <algorithm>
 
