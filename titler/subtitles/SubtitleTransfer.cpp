@@ -24,7 +24,7 @@ namespace {
 
 constexpr DWORD kNoTime = 0xFFFFFFFF;
 constexpr qint64 kLargestSubtitleFile = qint64(1) << 30; // bytes
-constexpr std::size_t kMostFaults = 500;         // in the log; the rest is counted
+constexpr std::size_t kMostFaults = 500;                 // in the log; the rest is counted
 
 constexpr std::pair<CueFaultKind, UINT> kFaultTexts[] = {{CueFaultKind::NoHeader, kTextCueNoHeader},
                                                          {CueFaultKind::NoTimes, kTextCueNoTimes},
