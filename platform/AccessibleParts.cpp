@@ -1,4 +1,4 @@
-#include "platform/AccessibleParts.h"
+#include "platform/AccessibleTable.h"
 
 #include <QAccessibleWidget>
 #include <QPointer>
@@ -40,7 +40,11 @@ public:
     ~AccessibleContainer() override;
 
     AccessibleParts* Parts() const { return m_parts; }
-    void Detach() { m_parts = nullptr; }
+    void Detach()
+    {
+        m_parts = nullptr;
+        m_table.reset();
+    }
     /// The interface of a part, made on first use. Its id stays the same as long as the part is there.
     QAccessibleInterface* Part(Key key) const;
     /// The interface where somebody has asked for it before, else null.
@@ -54,6 +58,7 @@ public:
     QAccessibleInterface* child(int index) const override;
     int indexOfChild(const QAccessibleInterface* child) const override;
     QAccessibleInterface* focusChild() const override;
+    void* interface_cast(QAccessible::InterfaceType type) override;
 
 private:
     int PartCount() const { return m_parts ? m_parts->Count() : 0; }
@@ -61,6 +66,7 @@ private:
 
     AccessibleParts* m_parts;
     mutable std::map<Key, QAccessible::Id> m_ids;
+    std::optional<AccessibleTableAdapter> m_table;
 };
 
 namespace {
@@ -120,6 +126,7 @@ private:
 
     const AccessibleContainer& m_container;
     const Key m_key;
+    std::optional<AccessibleCellAdapter> m_cell;
 };
 
 QString AccessiblePartInterface::text(QAccessible::Text text) const
@@ -177,7 +184,14 @@ void* AccessiblePartInterface::interface_cast(QAccessible::InterfaceType type)
         return static_cast<QAccessibleValueInterface*>(this);
     if (type == QAccessible::ActionInterface && !part.actions.isEmpty())
         return static_cast<QAccessibleActionInterface*>(this);
-    return nullptr;
+    AccessibleTable* table = isValid() ? m_container.Parts()->Table() : nullptr;
+    if (type != QAccessible::TableCellInterface || !table)
+        return nullptr;
+    if (!m_cell) {
+        const auto part = [this](Key key) { return m_container.Part(key); };
+        m_cell.emplace(*table, m_key, part, *parent());
+    }
+    return static_cast<QAccessibleTableCellInterface*>(&*m_cell);
 }
 
 void AccessiblePartInterface::setCurrentValue(const QVariant& value)
@@ -292,6 +306,16 @@ QAccessible::State AccessibleContainer::state() const
     if (FocusedPart())
         state.focused = false; // only one says so, else a reader hears the container again and again
     return state;
+}
+
+void* AccessibleContainer::interface_cast(QAccessible::InterfaceType type)
+{
+    AccessibleTable* table = m_parts ? m_parts->Table() : nullptr;
+    if (type != QAccessible::TableInterface || !table)
+        return QAccessibleWidget::interface_cast(type);
+    if (!m_table)
+        m_table.emplace(*table, [this](Key key) { return Part(key); });
+    return static_cast<QAccessibleTableInterface*>(&*m_table);
 }
 
 QAccessibleInterface* AccessibleContainer::focusChild() const

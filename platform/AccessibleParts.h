@@ -14,6 +14,7 @@ class QWidget;
 namespace kv {
 
 class AccessibleContainer;
+class AccessibleTable;
 
 /// The value of a part that has one.
 struct AccessibleValue
@@ -76,6 +77,8 @@ public:
     /// The keys that press a part, as they are shown; empty for none.
     virtual QString Shortcut(Key /*key*/) const { return {}; }
     virtual AccessibleButton DescribeButton(const QWidget& /*button*/) const { return {}; }
+    /// Where the parts are the cells of a table.
+    virtual AccessibleTable* Table() { return nullptr; }
     /// The part that has the focus while the control has it.
     virtual std::optional<Key> FocusedPart() const { return std::nullopt; }
     /// @param value within the part's range.

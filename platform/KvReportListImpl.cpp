@@ -33,7 +33,7 @@ void CKvReportListCtrl::Impl::Theme::Load()
 }
 
 CKvReportListCtrl::Impl::Impl(CKvReportListCtrl& control)
-    : kv::AccessibleParts(control, QAccessible::List)
+    : kv::AccessibleParts(control, QAccessible::Table)
     , list(control)
     , verticalBar(new QScrollBar(Qt::Vertical, &control))
     , horizontalBar(new QScrollBar(Qt::Horizontal, &control))
@@ -173,9 +173,9 @@ void CKvReportListCtrl::Impl::Frame()
     SyncBars();
     PlaceEditor();
     UpdateScreen();
-    if (rowsChanged && QAccessible::isActive())
+    const bool areOthersShown = std::exchange(shownTold, rows.ShownCount()) != rows.ShownCount();
+    if (std::exchange(rowsChanged, false) || areOthersShown)
         PartsChanged();
-    rowsChanged = false;
     UpdateFocus();
 }
 
@@ -239,44 +239,4 @@ void CKvReportListCtrl::Impl::TellSelection()
 {
     RequestFrame();
     Q_EMIT list.SelectionEdited();
-}
-
-kv::AccessiblePart CKvReportListCtrl::Impl::Describe(Key key) const
-{
-    const int line = rows.Find(key);
-    kv::AccessiblePart part;
-    part.role = QAccessible::ListItem;
-    if (line < 0)
-        return part;
-    QStringList texts;
-    for (int column = 0; column < layout.ColumnCount(); ++column) {
-        const std::wstring_view text = rows.Row(line).Text(column);
-        const std::wstring& header = columns.columns[static_cast<std::size_t>(column)].header;
-        if (!text.empty())
-            texts +=
-                (header.empty() ? QString() : KvToQString(header) + QStringLiteral(": ")) + KvToQString(text);
-    }
-    part.name = texts.join(QStringLiteral(", "));
-    part.rect = RowRect(line) & QRect(layout.cells);
-    part.selectable = true;
-    part.selected = rows.Row(line).selected;
-    part.actions = {QAccessibleActionInterface::setFocusAction(), QAccessibleActionInterface::pressAction()};
-    return part;
-}
-
-std::optional<kv::AccessibleParts::Key> CKvReportListCtrl::Impl::FocusedPart() const
-{
-    return IsLine(current) ? std::optional<Key>(rows.Row(current).id) : std::nullopt;
-}
-
-void CKvReportListCtrl::Impl::DoAction(Key key, const QString& action)
-{
-    const int line = rows.Find(key);
-    list.setFocus();
-    if (action == QAccessibleActionInterface::setFocusAction()) {
-        list.SetCurrentItem(line);
-        Show(line);
-        return;
-    }
-    ClickLine(line, Qt::NoModifier);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "KvReportListCtrl.h"
-#include "platform/AccessibleParts.h"
+#include "platform/AccessibleTable.h"
 #include "platform/ReportEditor.h"
 #include "platform/ReportLayout.h"
 #include "platform/ReportScreen.h"
@@ -17,8 +17,9 @@
 
 inline constexpr int kReportCaretMargin = 5; ///< how far the caret stays from the edges of the cells' area
 
-struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::ReportView
+struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::ReportView
 {
+    using Key = kv::AccessibleParts::Key;
     /// What the pointer is dragging.
     enum class Drag
     {
@@ -94,13 +95,23 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::ReportView
     int State(int line) const;
     QColor Colour(int line, int column, bool isBack) const;
 
-    // kv::AccessibleParts: the lines, by their numbers.
-    int Count() const override { return rows.Count(); }
-    Key KeyAt(int index) const override { return rows.Row(index).id; }
-    int IndexOf(Key key) const override { return rows.Find(key); }
+    // The cells as a screen reader finds them: those of the header, then the lines that are shown.
+    int Count() const override;
+    Key KeyAt(int index) const override;
+    int IndexOf(Key key) const override;
     kv::AccessiblePart Describe(Key key) const override;
     std::optional<Key> FocusedPart() const override;
     void DoAction(Key key, const QString& action) override;
+    kv::AccessibleTable* Table() override { return this; }
+    int RowCount() const override { return rows.ShownCount(); }
+    int ColumnCount() const override { return layout.ColumnCount(); }
+    std::optional<Key> CellKey(Cell cell) const override;
+    std::optional<Cell> FindCell(Key key) const override;
+    bool IsSelected(int row) const override { return rows.Row(rows.ShownLine(row)).selected; }
+    std::vector<int> SelectedRows() const override;
+    std::vector<int> RowsInView() const override;
+    void SelectRow(int row, bool select) override;
+    QString RestOfLine(int line, int column) const;
 
     CKvReportListCtrl& list;
     kv::ReportColumns columns;
@@ -133,8 +144,9 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::ReportView
 
     int suspended = 0;
     bool frameAsked = false;
-    bool frameDue = false; ///< something changed while suspended
-    bool rowsChanged = false;
+    bool frameDue = false;    ///< something changed while suspended
+    bool rowsChanged = false; ///< since a screen reader was told
+    int shownTold = 0;        ///< how many lines it was told of
     bool isSyncing = false;
     QRegion dirty; ///< what is being painted
     kv::ReportScreen screen;

@@ -454,19 +454,47 @@ TEST_F(ReportList, PaintsTheCellsOwnColours)
     EXPECT_NE(list.grab().toImage().pixelColor(inside), QColor::fromRgba(back));
 }
 
-TEST_F(ReportList, LinesAreFoundByAScreenReader)
+TEST_F(ReportList, IsATableToAScreenReader)
 {
     Fill(10);
-    list.SetSelItem(1);
+    list.SetSelItem(3);
+    list.SetRowFilter([](const KvReportRow& row) { return row.Text(0) != L"row 0"; });
     QAccessibleInterface* container = QAccessible::queryAccessibleInterface(&list);
-    const int first = container->childCount() - 10;
-    QAccessibleInterface* line = container->child(first + 1);
-    EXPECT_EQ(line->text(QAccessible::Name), "First: row 1, Second: second");
-    EXPECT_TRUE(line->state().selected);
-    EXPECT_EQ(container->indexOfChild(line), first + 1);
-    EXPECT_EQ(container->focusChild(), line);
+    QAccessibleTableInterface* table = container->tableInterface();
+    ASSERT_TRUE(table);
+    EXPECT_EQ(std::pair(table->rowCount(), table->columnCount()), std::pair(9, 2));
+    EXPECT_EQ(table->columnDescription(1), "Second");
+    EXPECT_EQ(table->selectedRows(), QList<int>{2});
+    EXPECT_EQ(table->selectedCellCount(), 2);
+    EXPECT_EQ(table->cellAt(9, 0), nullptr);
+    EXPECT_EQ(table->cellAt(0, 2), nullptr);
+    QAccessibleInterface* cell = table->cellAt(2, 0);
+    EXPECT_EQ(table->selectedCells().first(), cell);
+    EXPECT_EQ(cell->text(QAccessible::Name), "row 3");
+    EXPECT_EQ(cell->text(QAccessible::Description), "Second: second");
+    EXPECT_EQ(container->focusChild(), cell);
+    EXPECT_EQ(cell->rect().size(), QRect(list.GetCellRect(3, 0)).size());
+    EXPECT_EQ(container->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
+    const auto expectAt = [&](int row, int column) {
+        QAccessibleTableCellInterface* place = cell->tableCellInterface();
+        EXPECT_EQ(std::pair(place->rowIndex(), place->columnIndex()), std::pair(row, column));
+        const int before = container->childCount() - (table->rowCount() + 1) * 2; // the scroll bars
+        EXPECT_EQ(container->indexOfChild(cell), before + (row + 1) * 2 + column);
+        EXPECT_EQ(container->child(container->indexOfChild(cell)), cell);
+    };
+    expectAt(2, 0);
     list.Add(L"above", 0);
-    EXPECT_EQ(container->indexOfChild(line), first + 2);
+    expectAt(3, 0);
+    QAccessibleInterface* header = cell->tableCellInterface()->columnHeaderCells().value(0);
+    ASSERT_TRUE(header);
+    EXPECT_EQ(header->role(), QAccessible::ColumnHeader);
+    EXPECT_EQ(header->text(QAccessible::Name), "First");
+    EXPECT_TRUE(table->selectRow(0));
+    EXPECT_EQ(Selected(), (Lines{0, 4}));
+    EXPECT_TRUE(table->unselectRow(3));
+    EXPECT_EQ(Selected(), (Lines{0}));
+    list.RemoveRows(4, 1);
+    EXPECT_FALSE(cell->isValid());
 }
 
 } // namespace
