@@ -188,8 +188,8 @@ void* AccessiblePartInterface::interface_cast(QAccessible::InterfaceType type)
     if (type != QAccessible::TableCellInterface || !table)
         return nullptr;
     if (!m_cell) {
-        const auto part = [this](Key key) { return m_container.Part(key); };
-        m_cell.emplace(*table, m_key, part, *parent());
+        const auto partOf = [this](Key key) { return m_container.Part(key); };
+        m_cell.emplace(*table, m_key, partOf, *parent());
     }
     return static_cast<QAccessibleTableCellInterface*>(&*m_cell);
 }
