@@ -62,7 +62,7 @@ bool MenuBarEvents::eventFilter(QObject* watched, QEvent* event)
     case QEvent::ActionAdded:
     case QEvent::ActionChanged:
     case QEvent::ActionRemoved:
-        if (watched == m_strip.m_listened)
+        if (watched == m_strip.m_listened && qobject_cast<QMenu*>(watched)) // it may be going
             m_strip.ReadEntries();
         return false;
     case QEvent::MouseMove:

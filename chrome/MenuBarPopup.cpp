@@ -216,15 +216,17 @@ void MenuBarStrip::ListenToMenu()
     QMenu* menu = record ? record->menu.data() : nullptr;
     if (m_listened == menu)
         return;
-    if (m_listened) {
-        Bar().removeAction(m_listened->menuAction());
-        m_listened->disconnect(m_events.get());
+    if (auto* before = qobject_cast<QMenu*>(m_listened.data())) {
+        Bar().removeAction(before->menuAction());
+        before->disconnect(m_events.get());
     }
     m_listened = menu;
     if (!menu)
         return;
     Bar().addAction(menu->menuAction());
-    QObject::connect(menu, &QObject::destroyed, m_events.get(), [this] { ReadEntries(); });
+    // Queued: a widget says so before pointers to it are cleared.
+    QObject::connect(
+        menu, &QObject::destroyed, m_events.get(), [this] { ReadEntries(); }, Qt::QueuedConnection);
 }
 
 template <typename Predicate>

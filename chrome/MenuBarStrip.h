@@ -89,7 +89,7 @@ private:
 
     IKvRibbonMenuBarMgr& m_manager;
     std::unique_ptr<MenuBarEvents> m_events;
-    QPointer<QMenu> m_listened;         ///< the menu whose shortcuts work and whose entries are watched
+    QPointer<QObject> m_listened;       ///< the menu whose shortcuts work and whose entries are watched
     std::unique_ptr<QObject> m_pressed; ///< while a shortcut triggers its entry
     int m_open = -1;                    ///< the item whose popup is open
     int m_next = -1;                    ///< the item to go on to
