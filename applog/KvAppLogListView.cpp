@@ -31,6 +31,17 @@ QFont DateFont(const QFont& listFont)
     return font;
 }
 
+// The list's font, narrower where a time does not fit its column: its end tells lines apart.
+QFont TimeFont(const QFont& listFont, int width)
+{
+    constexpr int kNarrowest = 80; // percent
+    QFont font(listFont);
+    const int needed = QFontMetrics(font).horizontalAdvance(QStringLiteral("0000/00/00-00:00:00.000"));
+    if (needed > width && needed > 0)
+        font.setStretch(std::max(kNarrowest, 100 * width / needed));
+    return font;
+}
+
 bool IsDate(std::wstring_view typeText)
 {
     return typeText == kv::kAppLogDateMark;
@@ -84,6 +95,9 @@ void CKvAppLogListCtrl::DrawItem(Graphics* graphics, int line, int column)
         // The column is narrow: its digits take all of it.
         const QRect cell = GetCellRect(line, column);
         DrawCellText(graphics, cell.adjusted(-kTextMargin, 0, kTextMargin, 0), line, column, font());
+    } else if (column == kv::kAppLogTime) {
+        const CRect cell = GetCellRect(line, column);
+        DrawCellText(graphics, cell, line, column, TimeFont(font(), cell.Width() - 2 * kTextMargin));
     } else if (column == kv::kAppLogContent && IsDate(typeText)) {
         m_impl->DrawDate(*graphics, line);
     } else if (column != kv::kAppLogContent || !m_impl->DrawFound(*graphics, line)) {
