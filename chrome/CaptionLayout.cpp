@@ -21,6 +21,7 @@ constexpr int kStaticTitleAboveBand = 2;
 constexpr int kStaticTitleBeforeButtons = 50;
 constexpr int kFlagAboveBand = 2;
 constexpr int kTitleFromFlag = 8;
+constexpr int kLeastTitleRoom = 120; // in less a name cannot be told from others
 constexpr int kAdvancedGap = 2;
 
 int IndexOfRectAt(CPoint point, const std::vector<CRect>& rects)
@@ -118,7 +119,7 @@ CRect TitleTextRoom(const CRect& title, const CRect& flag)
 {
     CRect before = title;
     before.right = std::min(title.right, flag.left - kTitleFromFlag);
-    return flag.IsRectEmpty() || 2 * before.Width() < title.Width() ? title : before;
+    return flag.IsRectEmpty() || before.Width() < kLeastTitleRoom ? title : before;
 }
 
 AdvancedLayout AdvancedToolRects(const CRect& area, const CSize* const sizes[2], const CSize& separator)

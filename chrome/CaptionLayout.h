@@ -58,7 +58,7 @@ CRect LevelWithItems(const CRect& band, const CRect& room, int textHeight);
 CRect SwitchFlagRect(const CRect& band, const CSize& picture);
 
 /// The room of the static title's text: its rectangle up to the flag, or the whole one where the flag would
-/// leave less than half of it.
+/// leave less than 120 pixels of it.
 CRect TitleTextRoom(const CRect& title, const CRect& flag);
 
 /// The advanced tool windows at the right end of the tool-window area, each behind its separator.

@@ -23,9 +23,9 @@
 
 namespace {
 
-constexpr QSize kBarSize(880, 98);     // with the frame's line
-constexpr QSize kWindowSize(880, 320); // with what stands below the bar
-constexpr int kPointSize = 20;         // of the title in the window
+constexpr QSize kBarSize(1060, 98);     // with the frame's line
+constexpr QSize kWindowSize(1060, 320); // with what stands below the bar
+constexpr int kPointSize = 20;          // of the title in the window
 
 QAction* MakeTool(QWidget& owner, const wchar_t* picture, const char* name)
 {

@@ -84,6 +84,7 @@ RulesPanel::RulesPanel(NamingRules& rules)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(parts);
+    setFocusProxy(m_list);
     Connect();
     ShowRules();
     ShowTrial();

@@ -155,6 +155,7 @@ void MainWindow::ShowPage(Workspace workspace)
         m_pages->setCurrentWidget(m_log);
         break;
     }
+    m_pages->currentWidget()->setFocus(); // its proxy: what the workspace is about
     ShowSteps();
 }
 
