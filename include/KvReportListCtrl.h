@@ -185,8 +185,8 @@ protected:
     int SetItemData(int line, std::uint64_t value);
     /// The line's number: above 0, never used again; 0 out of range.
     std::uint64_t GetRowId(int line) const;
-    /// Where the line with that number is; -1 when it is gone. Quick while the lines stand as they were
-    /// inserted, a pass over all of them after a sort.
+    /// Where the line with that number is; -1 when it is gone. Quick; the first call after a sort makes an
+    /// index in one pass over the lines.
     int FindRow(std::uint64_t id) const;
 
     /// Rows changed. @param kind an EKvReportModify. @param rows ascending: 1 where the new ones are now; 2
