@@ -35,7 +35,7 @@ public:
         : QAccessibleWidget(&parts.Control(), parts.Role())
         , m_parts(&parts)
     {
-        parts.m_container = this;
+        parts.m_containers.push_back(this);
     }
     ~AccessibleContainer() override;
 
@@ -232,7 +232,7 @@ QAccessibleInterface* MakeContainer(const QString&, QObject* object)
 AccessibleContainer::~AccessibleContainer()
 {
     if (m_parts)
-        m_parts->m_container = nullptr;
+        std::erase(m_parts->m_containers, this);
     for (const auto& [key, id] : m_ids)
         QAccessible::deleteAccessibleInterface(id);
 }
@@ -333,9 +333,9 @@ AccessibleParts::AccessibleParts(QWidget& control, QAccessible::Role role) : m_c
 AccessibleParts::~AccessibleParts()
 {
     m_control.setProperty(kPartsProperty, {});
-    if (m_container) {
-        m_container->Detach();
-        m_container->DropGone();
+    for (AccessibleContainer* container : std::exchange(m_containers, {})) {
+        container->Detach();
+        container->DropGone();
     }
 }
 
@@ -361,7 +361,7 @@ AccessibleContainer* AccessibleParts::Container() const
 {
     if (QAccessible::isActive())
         QAccessible::queryAccessibleInterface(&m_control);
-    return m_container;
+    return m_containers.empty() ? nullptr : m_containers.back();
 }
 
 void AccessibleParts::Tell(Key key, QAccessible::Event event)

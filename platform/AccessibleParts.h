@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 class QWidget;
 
@@ -112,7 +113,8 @@ private:
 
     QWidget& m_control;
     QAccessible::Role m_role;
-    AccessibleContainer* m_container = nullptr;
+    std::vector<AccessibleContainer*>
+        m_containers; ///< the toolkit may make a second before it keeps the first
     std::optional<Key> m_seenFocus;
 };
 
