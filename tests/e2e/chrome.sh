@@ -126,12 +126,14 @@ changed_by "and goes on" "$before" 30 20 0 0
 xdotool mouseup 1
 
 # --- Edges: inside the frame, and across the caption bar.
+# What the pointer travels before the window manager has taken it over is seen with its next step only.
+geometry_after_a_step() { travel 1 1 && travel -1 -1 && geometry_is "$1"; }
 resize() { # resize WHAT X Y DX DY -> DX DY DW DH
-  local before
-  before=$(geometry)
+  local x y w h
+  read -r x y w h <<<"$(geometry)"
   xdotool mousemove --window "$window" "$2" "$3" mousedown 1
   travel "$4" "$5"
-  changed_by "$1" "$before" "${@:6}"
+  wait_until "$1" geometry_after_a_step "$((x + $6)) $((y + $7)) $((w + $8)) $((h + $9))"
   xdotool mouseup 1
 }
 read -r _ _ width height <<<"$(geometry)"
