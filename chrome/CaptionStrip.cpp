@@ -1,11 +1,7 @@
 #include "chrome/CaptionStrip.h"
 
 #include "KvGuiRes.h"
-#include "chrome/CaptionAccess.h"
-#include "chrome/CaptionButtons.h"
-#include "chrome/CaptionKeys.h"
-#include "chrome/CaptionPainter.h"
-#include "chrome/CaptionTexts.h"
+#include "chrome/CaptionStripImpl.h"
 #include "platform/FrameState.h"
 #include "platform/SkinColours.h"
 #include "platform/SkinPictures.h"
@@ -24,24 +20,6 @@ namespace kv {
 
 namespace {
 
-constexpr const wchar_t* kSeparatorPicture = L"ribbontitlebar_seperator";
-
-constexpr double kLegibleContrast = 4.5;
-
-// 1 for equal colours, 21 for black and white.
-double Contrast(const QColor& first, const QColor& second)
-{
-    const auto luminance = [](const QColor& colour) {
-        const auto linear = [](double value) {
-            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-               0.0722 * linear(colour.blueF());
-    };
-    const auto [darker, lighter] = std::minmax({luminance(first), luminance(second)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
 CSize FlagSize()
 {
     return KvGuiRes::LoadImageW(L"appswitch").Size();
@@ -53,21 +31,6 @@ std::wstring SwitchText()
 {
     return KvGuiRes::LoadStringW(15040);
 }
-
-struct CaptionStrip::Impl
-{
-    CaptionButtons buttons;
-    CaptionPainter painter;
-    CaptionTexts texts;
-    CRect staticTitle;
-    AdvancedLayout advanced;
-    QString titleTip;
-    bool flagHovered = false;
-    const SKvGuiBasicSettings* settings = nullptr;
-    QPointer<QWidget> frame;               ///< the one that is watched
-    std::unique_ptr<CaptionKeys> keys;     ///< from CreateButtons on
-    std::unique_ptr<CaptionAccess> access; ///< likewise
-};
 
 CaptionStrip::CaptionStrip(const CaptionForm& form) : m_form(form), m_impl(std::make_unique<Impl>()) {}
 
@@ -164,7 +127,7 @@ void CaptionStrip::LayoutAdvanced(const CRect& area)
         }
     }
     const AdvancedLayout layout =
-        AdvancedToolRects(area, present, KvGuiRes::LoadImageW(kSeparatorPicture).Size());
+        AdvancedToolRects(area, present, KvGuiRes::LoadImageW(kCaptionSeparatorPicture).Size());
     m_impl->advanced = layout;
     // What is moved may tell the host, who may do anything.
     for (std::size_t i = 0; i < 2; ++i) {
@@ -228,7 +191,7 @@ void CaptionStrip::Invalidate(const CRect& rect)
     AccessLater();
 }
 
-// --- Texts and colours ---
+// --- Texts and look ---
 
 CSize CaptionStrip::TextSize(const QString& text) const
 {
@@ -239,34 +202,6 @@ CSize CaptionStrip::TextSize(const QString& text) const
 QFont CaptionStrip::Font() const
 {
     return m_impl->settings ? m_impl->settings->font : m_bar->font();
-}
-
-QColor CaptionStrip::TextColour() const
-{
-    return m_impl->settings ? QColor::fromRgba(m_impl->settings->textColour) : kv::TextColour();
-}
-
-QColor CaptionStrip::DisabledColour() const
-{
-    return m_impl->settings ? QColor::fromRgba(m_impl->settings->disabledTextColour) : DisabledTextColour();
-}
-
-// The host has no colour for the state, and the theme knows nothing of the host's background.
-QColor CaptionStrip::Legible(const QColor& ofTheme) const
-{
-    const SKvGuiBasicSettings* settings = m_impl->settings;
-    const bool isLegible =
-        !settings || Contrast(ofTheme, QColor::fromRgb(settings->background)) >= kLegibleContrast;
-    return isLegible ? ofTheme : TextColour();
-}
-
-QColor CaptionStrip::ItemColour(const CaptionItem& item) const
-{
-    if (item.disabled || !m_bar->isEnabled())
-        return DisabledColour();
-    if (item.selected || item.state == kItemPressed)
-        return Legible(SkinColour(L"keWindowTextSelectedColor", 0xFF7EC4FFu));
-    return item.state == kItemHovered ? Legible(HoverTextColour()) : TextColour();
 }
 
 void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
@@ -322,59 +257,7 @@ QString CaptionStrip::TipAt(CPoint point, CRect& area) const
     return m_impl->titleTip;
 }
 
-// --- Drawing ---
-
-void CaptionStrip::Paint(Graphics& graphics)
-{
-    const QColor below = m_impl->settings ? QColor::fromRgba(m_impl->settings->background)
-                                          : SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
-    m_impl->painter.DrawBackground(graphics, m_bar->GetClientRect(), below);
-    const KvSkinImage separator = KvGuiRes::LoadImageW(kSeparatorPicture);
-    for (const CRect& place : m_impl->advanced.separators)
-        DrawSkinPicture(graphics, separator, QRectF(QRect(place)));
-    graphics.setFont(Font());
-    DrawItems(graphics);
-    graphics.setPen(TextColour());
-    m_impl->texts.DrawCut(graphics, TitleText(), Title());
-    DrawFlag(graphics);
-    if (m_impl->keys)
-        m_impl->keys->DrawFocus(graphics);
-}
-
-void CaptionStrip::DrawFlag(Graphics& graphics) const
-{
-    const CRect place = FlagRect();
-    if (place.IsRectEmpty())
-        return;
-    KvSkinImage picture;
-    if (IsFlagOpen())
-        picture = KvGuiRes::LoadImageW(L"appswitch_pressed");
-    else if (m_impl->flagHovered)
-        picture = KvGuiRes::LoadImageW(L"appswitch_hover");
-    if (picture.IsNull())
-        picture = KvGuiRes::LoadImageW(L"appswitch");
-    DrawSkinPicture(graphics, picture, QRectF(QRect(place)));
-}
-
-void CaptionStrip::DrawItems(Graphics& graphics)
-{
-    graphics.save();
-    if (ItemCount() > 0 && HasButtons() && Item(ItemCount() - 1).rect.right > Button(kKvCaptionMenu).x()) {
-        // Buttons have no ground of their own: texts below them would show through.
-        QRegion uncovered(m_bar->rect());
-        for (const auto& [number, rect] : Parts().buttons)
-            uncovered -= QRect(rect);
-        graphics.setClipRegion(uncovered, Qt::IntersectClip);
-    }
-    const int right = m_bar->width();
-    for (int i = 0; i < ItemCount() && Item(i).rect.left < right; ++i) {
-        const CaptionItem& item = Item(i);
-        graphics.setPen(ItemColour(item));
-        m_impl->texts.Draw(graphics, item.rect, KvToQString(item.text), m_form.itemsArePopups);
-    }
-    DrawItemFrame(graphics);
-    graphics.restore();
-}
+// --- Hover ---
 
 // The text's overhang changes colour, too.
 void CaptionStrip::Hover(std::optional<CPoint> point)
