@@ -20,8 +20,6 @@ using namespace titler;
 
 namespace {
 
-constexpr DWORD kNoTime = 0xFFFFFFFF;
-
 TEST(SubtitleCheck, FindsNegativeOverlappingAndFastRows)
 {
     const std::vector<TimedText> rows = {
@@ -51,6 +49,15 @@ TEST(SubtitleText, SplitsAtTheNearestBreakAndReadsSteps)
     EXPECT_EQ(ShiftOf(" -1:00 ", kKvFrameRate25), -25);
     EXPECT_EQ(ShiftOf("00:00:02:05", kKvFrameRate25), 55);
     EXPECT_EQ(ShiftOf("soon", kKvFrameRate25), std::nullopt);
+    EXPECT_EQ(CutOf({10, 20}, 12), 12u);
+    EXPECT_EQ(CutOf({10, 20}, 20), 15u) << "out is exclusive";
+    EXPECT_EQ(CutOf({10, 11}, 10), kNoTime);
+    EXPECT_EQ(CutOf({kNoTime, 20}, 12), kNoTime);
+    EXPECT_EQ(MergedTimes({{kNoTime, 5}, {10, kNoTime}, {7, 9}}), (SubtitleTimes{7, 9}));
+    EXPECT_EQ(MergedTimes({{}, {}}), SubtitleTimes());
+    EXPECT_EQ(Shifted({10, kNoTime}, -10), (SubtitleTimes{0, kNoTime}));
+    EXPECT_EQ(Shifted({10, 30}, -11), std::nullopt);
+    EXPECT_EQ(Shifted({10, kNoTime - 1}, 1), std::nullopt);
     EXPECT_EQ(FrameAtRate(100, FrameRateOf(kKvFrameRate25), FrameRateOf(kKvFrameRate50)), 200u);
 }
 

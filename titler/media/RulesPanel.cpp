@@ -1,6 +1,6 @@
 #include "media/RulesPanel.h"
 
-#include "media/RuleTrial.h"
+#include "media/RuleTrialBox.h"
 #include "time/TransportBar.h"
 #include "window/Fields.h"
 #include "window/Texts.h"
@@ -70,9 +70,6 @@ RulesPanel::RulesPanel(NamingRules& rules)
     , m_additions(new QPlainTextEdit)
     , m_fault(Note())
     , m_note(Note())
-    , m_tryMain(new QLineEdit)
-    , m_tryOther(new QLineEdit)
-    , m_tryResult(Note())
 {
     BuildCommands();
     auto* parts = new QSplitter;
@@ -87,7 +84,6 @@ RulesPanel::RulesPanel(NamingRules& rules)
     setFocusProxy(m_list);
     Connect();
     ShowRules();
-    ShowTrial();
 }
 
 void RulesPanel::BuildCommands()
@@ -183,13 +179,11 @@ QWidget* RulesPanel::BuildFields()
     rows->addWidget(m_note, 5, 0, 1, 2);
     rows->setColumnStretch(1, 1);
 
-    auto* trial = new QGridLayout;
-    BuildTrial(*trial);
     auto* side = new QWidget;
     auto* column = new QVBoxLayout(side);
     column->addWidget(m_fields, 1);
     column->addWidget(Heading(kTextRuleTry));
-    column->addLayout(trial);
+    column->addWidget(new RuleTrialBox(m_rules));
     auto* area = new QScrollArea; // in a small window
     area->setWidget(side);
     area->setWidgetResizable(true);
@@ -198,23 +192,6 @@ QWidget* RulesPanel::BuildFields()
     area->setProperty("role", "panel");
     side->setProperty("role", "panel");
     return area;
-}
-
-void RulesPanel::BuildTrial(QGridLayout& rows)
-{
-    NameField(*m_tryMain, kTextRuleTryMain);
-    NameField(*m_tryOther, kTextRuleTryOther);
-    m_tryMain->setObjectName(QStringLiteral("tryMain"));
-    m_tryOther->setObjectName(QStringLiteral("tryOther"));
-    m_tryResult->setObjectName(QStringLiteral("tryResult"));
-    m_tryMain->setPlaceholderText(QStringLiteral("harbour.mxf"));
-    m_tryOther->setPlaceholderText(QStringLiteral("harbour_A1.wav"));
-    rows.addWidget(RowLabel(kTextRuleTryMain, *m_tryMain), 0, 0);
-    rows.addWidget(m_tryMain, 0, 1);
-    rows.addWidget(RowLabel(kTextRuleTryOther, *m_tryOther), 1, 0);
-    rows.addWidget(m_tryOther, 1, 1);
-    rows.addWidget(m_tryResult, 2, 0, 1, 2);
-    rows.setColumnStretch(1, 1);
 }
 
 void RulesPanel::Connect()
@@ -227,8 +204,6 @@ void RulesPanel::Connect()
     connect(m_main, &QLineEdit::textEdited, this, &RulesPanel::OnMain);
     connect(m_main, &QLineEdit::editingFinished, this, [this] { m_rules.EndSession(); });
     connect(m_additions, &QPlainTextEdit::textChanged, this, &RulesPanel::OnAdditions);
-    connect(m_tryMain, &QLineEdit::textChanged, this, &RulesPanel::ShowTrial);
-    connect(m_tryOther, &QLineEdit::textChanged, this, &RulesPanel::ShowTrial);
 }
 
 void RulesPanel::showEvent(QShowEvent* event)
@@ -269,7 +244,6 @@ void RulesPanel::ShowRules()
     }
     m_hint->setVisible(rules.isEmpty());
     ShowRule();
-    ShowTrial();
 }
 
 void RulesPanel::ShowRule()
@@ -343,29 +317,6 @@ void RulesPanel::ShowFaults()
     m_main->setAccessibleDescription(m_mainFault);
     m_additions->setAccessibleDescription(m_additionsFault);
     emit UndoChanged();
-}
-
-void RulesPanel::ShowTrial()
-{
-    const QString main = m_tryMain->text();
-    const QString other = m_tryOther->text();
-    if (main.isEmpty() || other.isEmpty()) {
-        m_tryResult->setText(Text(kTextRuleTryHint));
-        return;
-    }
-    const TrialResult result = TryRules(m_rules.All(), main, other);
-    switch (result.trial) {
-    case Trial::Together:
-        m_tryResult->setText(
-            Text(kTextRuleBelongs, {main, other, QString::number(result.rule + 1), result.addition}));
-        break;
-    case Trial::NotTogether:
-        m_tryResult->setText(Text(kTextRuleNotTogether, {main, other}));
-        break;
-    case Trial::NoMainFile:
-        m_tryResult->setText(Text(kTextRuleNoMain, {main}));
-        break;
-    }
 }
 
 void RulesPanel::EditRule(RuleEdit kind, UINT stepId, const std::function<void(NamingRule&)>& change)

@@ -1,4 +1,4 @@
-// The editor of the naming rules: the list, the selected rule, and a place to try them.
+// The editor of the naming rules: the list and the selected rule, and a place to try them.
 #pragma once
 
 #include "media/NamingRules.h"
@@ -7,7 +7,6 @@
 
 class QAction;
 class QComboBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -42,7 +41,6 @@ private:
                         void (RulesPanel::*run)());
     QWidget* BuildList();
     QWidget* BuildFields();
-    void BuildTrial(QGridLayout& rows);
     void Connect();
 
     void ShowRules();
@@ -52,7 +50,6 @@ private:
     void ShowMain(const QString& main);
     void ShowAdditions(const QStringList& additions);
     void ShowFaults();
-    void ShowTrial();
 
     void OnClass();
     void OnMain();
@@ -82,9 +79,6 @@ private:
     QPlainTextEdit* m_additions;
     QLabel* m_fault;
     QLabel* m_note;
-    QLineEdit* m_tryMain;
-    QLineEdit* m_tryOther;
-    QLabel* m_tryResult;
     int m_shown = -1;    ///< the rule in the fields
     QString m_mainFault; ///< why a field holds what the rule does not
     QString m_additionsFault;

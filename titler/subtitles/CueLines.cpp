@@ -1,5 +1,7 @@
 #include "subtitles/CueLines.h"
 
+#include "subtitles/Subtitles.h"
+
 #include <algorithm>
 
 namespace titler {
@@ -121,6 +123,21 @@ std::optional<CueTimes> ParseCueTimes(std::string_view line)
     if (!out || (!scanner.rest.empty() && !IsSpace(scanner.rest.front())))
         return std::nullopt;
     return CueTimes{*in, *out, Trimmed(scanner.rest)};
+}
+
+bool AddCue(SubtitleFile& file, const CueLine& line)
+{
+    const std::optional<CueTimes> times = ParseCueTimes(line.text);
+    if (!times) {
+        file.faults.push_back({line.number, CueFaultKind::BadTimes});
+        return false;
+    }
+    Cue& cue = file.cues.emplace_back();
+    cue.in = times->in;
+    cue.out = times->out;
+    cue.settings = times->settings;
+    cue.line = line.number;
+    return true;
 }
 
 bool IsMeantForTimes(std::string_view line)

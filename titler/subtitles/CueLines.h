@@ -10,6 +10,8 @@
 
 namespace titler {
 
+struct SubtitleFile;
+
 struct CueLine
 {
     std::string_view text;  ///< without its end
@@ -50,6 +52,9 @@ struct CueTimes
 /// "00:00:01,000 --> 00:00:02,000 settings": hours may be missing or have up to nine digits, minutes and
 /// seconds are below 60, "." is as good as ",", a fraction may be missing and may have any number of digits.
 std::optional<CueTimes> ParseCueTimes(std::string_view line);
+
+/// Begins a cue at a line of times, or says that they cannot be read. @return false for the latter.
+bool AddCue(SubtitleFile& file, const CueLine& line);
 
 /// Whether a line is meant for times, sound or not: a number, perhaps negative, and a colon before an arrow.
 bool IsMeantForTimes(std::string_view line);

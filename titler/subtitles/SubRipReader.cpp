@@ -45,17 +45,7 @@ private:
     {
         DropNumber();
         EndCue();
-        const std::optional<CueTimes> times = ParseCueTimes(line.text);
-        m_state = times ? State::Cue : State::Broken;
-        if (!times) {
-            m_file.faults.push_back({line.number, CueFaultKind::BadTimes});
-            return;
-        }
-        Cue& cue = m_file.cues.emplace_back();
-        cue.in = times->in;
-        cue.out = times->out;
-        cue.settings = times->settings;
-        cue.line = line.number;
+        m_state = AddCue(m_file, line) ? State::Cue : State::Broken;
     }
 
     /// The number of the cue that begins stands right above its times; where every line is followed by a

@@ -26,7 +26,6 @@ namespace titler {
 namespace {
 
 constexpr DWORD kListId = 1001;
-constexpr DWORD kNoTime = 0xFFFFFFFF;
 constexpr DWORD kFaultColour = 0xFF5A3B1E; ///< behind a row that something is wrong with
 constexpr int kCheckAfter = 150;           // milliseconds
 constexpr double kNewRow = 2;              // seconds
@@ -34,17 +33,17 @@ constexpr std::pair<unsigned, UINT> kFaultTexts[] = {{kSubtitleNegative, kTextSu
                                                      {kSubtitleOverlap, kTextSubtitleOverlap},
                                                      {kSubtitleFast, kTextSubtitleFast}};
 
-struct Times
+SubtitleTimes TimesOf(const CKvSubTitleTxtListEditor& list, int row)
 {
-    DWORD in = kNoTime;
-    DWORD out = kNoTime;
-};
-
-Times TimesOf(const CKvSubTitleTxtListEditor& list, int row)
-{
-    Times times;
+    SubtitleTimes times;
     list.GetTimeCode(row, times.in, times.out);
     return times;
+}
+
+void SetTimes(CKvSubTitleTxtListEditor& list, int row, const SubtitleTimes& times)
+{
+    list.SetTimeCode(row, times.in, 1);
+    list.SetTimeCode(row, times.out, 0);
 }
 
 std::int64_t FrameOf(DWORD time)
@@ -244,9 +243,8 @@ void SubtitlePanel::OnFormat()
         return frame == kNoTime ? frame : FrameAtRate(frame, FrameRateOf(m_rate), FrameRateOf(rate));
     };
     for (int row = 0; row < m_list->GetItemCount(); ++row) {
-        const Times times = TimesOf(*m_list, row);
-        m_list->SetTimeCode(row, moved(times.in), 1);
-        m_list->SetTimeCode(row, moved(times.out), 0);
+        const SubtitleTimes times = TimesOf(*m_list, row);
+        SetTimes(*m_list, row, {moved(times.in), moved(times.out)});
     }
     m_rate = rate;
     OnRowsChanged();
@@ -284,7 +282,7 @@ void SubtitlePanel::Check()
 {
     std::vector<TimedText> rows;
     for (int row = 0; row < m_list->GetItemCount(); ++row) {
-        const Times times = TimesOf(*m_list, row);
+        const SubtitleTimes times = TimesOf(*m_list, row);
         rows.push_back({FrameOf(times.in), FrameOf(times.out), CharactersOf(RowText(row))});
     }
     m_faults = CheckSubtitles(rows, FrameRateOf(m_rate).PerSecond());
@@ -323,7 +321,7 @@ void SubtitlePanel::Edit(UINT stepId, const std::function<void()>& change)
 
 void SubtitlePanel::AddRow()
 {
-    const int row = Current() + 1 > 0 && Current() >= 0 ? Current() + 1 : m_list->GetItemCount();
+    const int row = Current() >= 0 ? Current() + 1 : m_list->GetItemCount();
     const auto in = static_cast<DWORD>(m_transport.Frame());
     const auto length = static_cast<DWORD>(kNewRow * FrameRateOf(m_rate).PerSecond());
     Edit(kStepSubtitleAdd, [&] { m_list->InserItem(row, CString(), in, in + length, nullptr); });
@@ -339,28 +337,21 @@ void SubtitlePanel::RemoveRows()
         for (auto row = rows.rbegin(); row != rows.rend(); ++row)
             m_list->DeleteItem(*row);
     });
-    const int next = std::min(rows.front(), m_list->GetItemCount() - 1);
-    m_list->SetSelItem(next);
+    m_list->SetSelItem(std::min(rows.front(), m_list->GetItemCount() - 1));
     ShowCommands();
 }
 
-// At the play head where it is within the row, else in the middle of its time.
 void SubtitlePanel::SplitRow()
 {
     const int row = Current();
-    const Times times = TimesOf(*m_list, row);
-    const bool hasTimes = times.in != kNoTime && times.out != kNoTime && times.out > times.in + 1;
-    const auto head = static_cast<DWORD>(m_transport.Frame());
-    const bool isInside = hasTimes && head > times.in && head < times.out;
-    const DWORD cut = !hasTimes ? kNoTime : isInside ? head : times.in + (times.out - times.in) / 2;
-    const double part =
-        hasTimes ? static_cast<double>(cut - times.in) / static_cast<double>(times.out - times.in) : 0.5;
-    const auto [first, second] = SplitSubtitle(RowText(row), part);
+    const SubtitleTimes times = TimesOf(*m_list, row);
+    const DWORD cut = CutOf(times, static_cast<DWORD>(m_transport.Frame()));
+    const auto [first, second] = SplitSubtitle(RowText(row), PartBefore(times, cut));
     const CString name = m_list->GetItemText(row, kKvSubTitleTemplate);
     Edit(kStepSubtitleSplit, [&, before = first.toStdWString(), behind = second.toStdWString()] {
-        m_list->ModifyItem(row, before.c_str(), times.in == kNoTime ? nullptr : &times.in,
-                           hasTimes ? &cut : nullptr, nullptr);
-        m_list->InserItem(row + 1, behind, cut, hasTimes ? times.out : kNoTime, name.c_str());
+        const DWORD out = cut == kNoTime ? kNoTime : times.out;
+        m_list->ModifyItem(row, before.c_str(), &times.in, &cut, nullptr);
+        m_list->InserItem(row + 1, behind, cut, out, name.c_str());
     });
 }
 
@@ -373,17 +364,14 @@ void SubtitlePanel::MergeRows()
     if (rows.back() >= m_list->GetItemCount())
         return;
     QStringList texts;
-    Times whole;
+    std::vector<SubtitleTimes> times;
     for (const int row : rows) {
         texts << RowText(row);
-        const Times times = TimesOf(*m_list, row);
-        whole.in = std::min(whole.in, times.in); // none is above all
-        if (times.out != kNoTime)
-            whole.out = whole.out == kNoTime ? times.out : std::max(whole.out, times.out);
+        times.push_back(TimesOf(*m_list, row));
     }
+    const SubtitleTimes whole = MergedTimes(times);
     Edit(kStepSubtitleMerge, [&, text = texts.join(u'\n').toStdWString()] {
-        m_list->ModifyItem(rows.front(), text.c_str(), whole.in == kNoTime ? nullptr : &whole.in,
-                           whole.out == kNoTime ? nullptr : &whole.out, nullptr);
+        m_list->ModifyItem(rows.front(), text.c_str(), &whole.in, &whole.out, nullptr);
         for (auto row = rows.rbegin(); *row != rows.front(); ++row)
             m_list->DeleteItem(*row);
     });
@@ -414,26 +402,18 @@ void SubtitlePanel::ShiftAll()
         emit Reported(LogType::Error, Text(kTextSubtitleBadShift, {typed}));
         return;
     }
-    const auto moved = [&](DWORD time) {
-        return time == kNoTime ? std::int64_t{0} : static_cast<std::int64_t>(time) + *by;
-    };
-    std::vector<Times> rows;
+    std::vector<SubtitleTimes> rows;
     for (int row = 0; row < m_list->GetItemCount(); ++row) {
-        const Times times = TimesOf(*m_list, row);
-        for (const std::int64_t time : {moved(times.in), moved(times.out)}) {
-            if (time >= 0 && time < kNoTime)
-                continue;
+        const std::optional<SubtitleTimes> shifted = Shifted(TimesOf(*m_list, row), *by);
+        if (!shifted) {
             emit Reported(LogType::Error, Text(kTextSubtitleShiftedOut, {QString::number(row + 1)}));
             return;
         }
-        rows.push_back({times.in == kNoTime ? kNoTime : static_cast<DWORD>(moved(times.in)),
-                        times.out == kNoTime ? kNoTime : static_cast<DWORD>(moved(times.out))});
+        rows.push_back(*shifted);
     }
     Edit(kStepSubtitleShift, [&] {
-        for (int row = 0; row < m_list->GetItemCount(); ++row) {
-            m_list->SetTimeCode(row, rows[static_cast<std::size_t>(row)].in, 1);
-            m_list->SetTimeCode(row, rows[static_cast<std::size_t>(row)].out, 0);
-        }
+        for (std::size_t row = 0; row < rows.size(); ++row)
+            SetTimes(*m_list, static_cast<int>(row), rows[row]);
     });
 }
 
@@ -441,9 +421,8 @@ void SubtitlePanel::UseTemplate(const QString& name)
 {
     Edit(kStepSubtitleTemplate, [&, text = name.toStdWString()] {
         for (const int row : SelectedRows()) {
-            const Times times = TimesOf(*m_list, row);
-            m_list->ModifyItem(row, nullptr, times.in == kNoTime ? nullptr : &times.in,
-                               times.out == kNoTime ? nullptr : &times.out, text.c_str());
+            const SubtitleTimes times = TimesOf(*m_list, row);
+            m_list->ModifyItem(row, nullptr, &times.in, &times.out, text.c_str());
         }
     });
 }

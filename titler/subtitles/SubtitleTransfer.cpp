@@ -5,6 +5,7 @@
 #include "project/TimeCode.h"
 #include "project/WholeFile.h"
 #include "subtitles/SubtitlePanel.h"
+#include "subtitles/SubtitleText.h"
 #include "subtitles/Subtitles.h"
 #include "subtitles/TextEncoding.h"
 #include "title/CanvasView.h"
@@ -22,7 +23,6 @@
 namespace titler {
 namespace {
 
-constexpr DWORD kNoTime = 0xFFFFFFFF;
 constexpr qint64 kLargestSubtitleFile = qint64(1) << 30; // bytes
 constexpr std::size_t kMostFaults = 500;                 // in the log; the rest is counted
 

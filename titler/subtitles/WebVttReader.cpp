@@ -67,18 +67,9 @@ private:
             m_body.pop_back();
         }
         EndBlock();
-        const std::optional<CueTimes> times = ParseCueTimes(line.text);
-        m_state = times ? State::Cue : State::Broken;
-        if (!times) {
-            m_file.faults.push_back({line.number, CueFaultKind::BadTimes});
-            return;
-        }
-        Cue& cue = m_file.cues.emplace_back();
-        cue.in = times->in;
-        cue.out = times->out;
-        cue.settings = times->settings;
-        cue.identifier = identifier;
-        cue.line = line.number;
+        m_state = AddCue(m_file, line) ? State::Cue : State::Broken;
+        if (m_state == State::Cue)
+            m_file.cues.back().identifier = identifier;
     }
 
     void EndBlock()

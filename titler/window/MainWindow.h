@@ -92,6 +92,7 @@ private:
     void ShowZoom();
     void ShowSteps();
     void ShowFormats();
+    QUndoStack& Steps(); ///< of what the workspace shows
     void Undo();
     void Redo();
     void LogStep(int index);

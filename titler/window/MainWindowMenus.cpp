@@ -226,25 +226,35 @@ void MainWindow::AddCommands(UINT menuId, const QList<QAction*>& commands, Works
 }
 
 // Rules and subtitles have their own steps: what is undone is what the user sees.
+QUndoStack& MainWindow::Steps()
+{
+    switch (m_current) {
+    case Workspace::Rules:
+        return m_rules.Steps();
+    case Workspace::Subtitles:
+        return m_subtitles->Steps();
+    default:
+        return m_document.Steps();
+    }
+}
+
 void MainWindow::Undo()
 {
     CommitFields(*this);
     if (m_current == Workspace::Rules)
         m_rulesPanel->Undo();
-    else if (m_current == Workspace::Subtitles)
-        m_subtitles->Steps().undo();
-    else
+    else if (&Steps() == &m_document.Steps())
         m_document.Undo();
+    else
+        Steps().undo();
 }
 
 void MainWindow::Redo()
 {
-    if (m_current == Workspace::Rules)
-        m_rules.Steps().redo();
-    else if (m_current == Workspace::Subtitles)
-        m_subtitles->Steps().redo();
-    else
+    if (&Steps() == &m_document.Steps())
         m_document.Redo();
+    else
+        Steps().redo();
 }
 
 void MainWindow::ShowSteps()
@@ -253,18 +263,12 @@ void MainWindow::ShowSteps()
         action.setEnabled(possible);
         action.setText(possible && !step.isEmpty() ? Text(namedId, {step}) : Text(nameId));
     };
-    if (m_current == Workspace::Rules || m_current == Workspace::Subtitles) {
-        const bool isRules = m_current == Workspace::Rules;
-        const QUndoStack& steps = isRules ? m_rules.Steps() : m_subtitles->Steps();
-        show(*m_undo, isRules ? m_rulesPanel->CanUndo() : steps.canUndo(), kTextUndo, kTextUndoNamed,
-             steps.undoText());
-        show(*m_redo, steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
-        return;
-    }
-    const QUndoStack& steps = m_document.Steps();
+    const QUndoStack& steps = Steps();
+    const bool isProject = &steps == &m_document.Steps();
     // A gesture that is under way is the step to undo, and nothing can be redone in it.
-    const bool inRun = m_document.IsInRun();
-    show(*m_undo, inRun || steps.canUndo(), kTextUndo, kTextUndoNamed,
+    const bool inRun = isProject && m_document.IsInRun();
+    const bool inRefused = m_current == Workspace::Rules && m_rulesPanel->CanUndo();
+    show(*m_undo, inRun || inRefused || steps.canUndo(), kTextUndo, kTextUndoNamed,
          inRun ? m_document.RunName() : steps.undoText());
     show(*m_redo, !inRun && steps.canRedo(), kTextRedo, kTextRedoNamed, steps.redoText());
     ShowFormats();
