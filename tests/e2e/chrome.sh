@@ -126,14 +126,28 @@ changed_by "and goes on" "$before" 30 20 0 0
 xdotool mouseup 1
 
 # --- Edges: inside the frame, and across the caption bar.
-# What the pointer travels before the window manager has taken it over is seen with its next step only.
-geometry_after_a_step() { travel 1 1 && travel -1 -1 && geometry_is "$1"; }
+# What the pointer travels before the window manager has taken it over is lost, so the drag waits for that with steps to
+# and fro, of which the last one may count or not.
+follows() { # follows BEFORE
+  local now
+  travel 1 1
+  now=$(geometry)
+  travel -1 -1
+  [ "$now" != "$1" ]
+}
+geometry_is_nearly() { # to a pixel
+  local is want=($1) i
+  is=($(geometry))
+  for i in 0 1 2 3; do [ $((is[i] - want[i])) -ge -1 ] && [ $((is[i] - want[i])) -le 1 ] || return 1; done
+}
 resize() { # resize WHAT X Y DX DY -> DX DY DW DH
-  local x y w h
-  read -r x y w h <<<"$(geometry)"
+  local before x y w h
+  before=$(geometry)
+  read -r x y w h <<<"$before"
   xdotool mousemove --window "$window" "$2" "$3" mousedown 1
+  wait_until "$1 taken" follows "$before"
   travel "$4" "$5"
-  wait_until "$1" geometry_after_a_step "$((x + $6)) $((y + $7)) $((w + $8)) $((h + $9))"
+  wait_until "$1" geometry_is_nearly "$((x + $6)) $((y + $7)) $((w + $8)) $((h + $9))"
   xdotool mouseup 1
 }
 read -r _ _ width height <<<"$(geometry)"
@@ -142,7 +156,7 @@ resize "right edge" $((width - 3)) 250 40 0 0 0 40 0
 resize "left edge" 2 250 -30 0 -30 0 30 0
 resize "bottom corner" 3 $((height - 3)) 20 30 20 0 -20 30
 resize "top edge" 330 1 0 -20 0 -20 0 20
-after "laid out" "told $((width + 50)) $((height + 50))"
+after "laid out" "told $(geometry | cut -d' ' -f3-)"
 
 # --- Alt+F1 opens the list of applications.
 list_is_open() { xwininfo -root -children | grep -q '"Switch Application (Alt+F1)": ("caption_host'; }
