@@ -148,15 +148,18 @@ resize() { # resize WHAT X Y DX DY -> DX DY DW DH
   wait_until "$1 taken" follows "$before"
   travel "$4" "$5"
   wait_until "$1" geometry_is_nearly "$((x + $6)) $((y + $7)) $((w + $8)) $((h + $9))"
+  mark
   xdotool mouseup 1
+  xdotool mousemove --window "$window" 350 250
+  after "$1: the window manager has let go" inside
 }
 read -r _ _ width height <<<"$(geometry)"
-mark
 resize "right edge" $((width - 3)) 250 40 0 0 0 40 0
 resize "left edge" 2 250 -30 0 -30 0 30 0
 resize "bottom corner" 3 $((height - 3)) 20 30 20 0 -20 30
 resize "top edge" 330 1 0 -20 0 -20 0 20
-after "laid out" "told $(geometry | cut -d' ' -f3-)"
+laid_out() { tail -n 20 "$log" | grep '^told' | tail -n 1 | grep -qx "told $(geometry | cut -d' ' -f3-)"; }
+wait_until "laid out" laid_out
 
 # --- Alt+F1 opens the list of applications.
 list_is_open() { xwininfo -root -children | grep -q '"Switch Application (Alt+F1)": ("caption_host'; }
