@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace kv {
 
@@ -10,6 +11,18 @@ namespace {
 constexpr std::size_t kHeadSize = 4;
 constexpr std::size_t kEndSize = sizeof(std::uint32_t);
 static_assert(sizeof(ReportCellColours) == 12);
+
+// In steps, so that a text that changes a little stays where it is.
+std::size_t BlockSize(std::size_t size)
+{
+    constexpr std::size_t kStep = 32;
+    return (size + kStep - 1) / kStep * kStep;
+}
+
+std::unique_ptr<std::byte[]> NewBlock(std::size_t size)
+{
+    return std::make_unique_for_overwrite<std::byte[]>(BlockSize(size));
+}
 
 } // namespace
 
@@ -55,7 +68,7 @@ void ReportRow::Pack(std::span<const std::wstring_view> texts, std::span<const R
     const Head head{static_cast<std::uint16_t>(count), static_cast<std::uint16_t>(colours.size())};
     const std::size_t coloursAt = kHeadSize + count * kEndSize;
     const std::size_t textsAt = coloursAt + colours.size_bytes();
-    auto block = std::make_unique_for_overwrite<std::byte[]>(textsAt + length * sizeof(wchar_t));
+    auto block = NewBlock(textsAt + length * sizeof(wchar_t));
     std::memcpy(block.get(), &head, sizeof(head));
     if (!colours.empty())
         std::memcpy(block.get() + coloursAt, colours.data(), colours.size_bytes());
@@ -92,10 +105,37 @@ void ReportRow::SetText(int column, std::wstring_view text)
 {
     if (column < 0 || column >= 0xFFFF)
         return;
+    if (column < ReadHead().texts) {
+        ReplaceText(column, text);
+        return;
+    }
     std::vector<std::wstring_view> texts = Texts();
-    texts.resize(std::max(texts.size(), static_cast<std::size_t>(column) + 1));
+    texts.resize(static_cast<std::size_t>(column) + 1);
     texts[static_cast<std::size_t>(column)] = text;
     Pack(texts, AllColours());
+}
+
+// In place where the block has room: a list may get another text in every row at once.
+void ReportRow::ReplaceText(int column, std::wstring_view text)
+{
+    const Head head = ReadHead();
+    const std::size_t textsAt = kHeadSize + head.texts * kEndSize + head.colours * sizeof(ReportCellColours);
+    const std::size_t begin = textsAt + End(column - 1) * sizeof(wchar_t);
+    const std::size_t end = textsAt + End(column) * sizeof(wchar_t);
+    const std::size_t size = textsAt + End(head.texts - 1) * sizeof(wchar_t);
+    const std::size_t newEnd = begin + text.size() * sizeof(wchar_t);
+    std::unique_ptr<std::byte[]> old;
+    if (BlockSize(newEnd + size - end) != BlockSize(size)) {
+        old = std::exchange(m_block, NewBlock(newEnd + size - end));
+        std::memcpy(m_block.get(), old.get(), begin);
+    }
+    std::memmove(m_block.get() + newEnd, (old ? old : m_block).get() + end, size - end);
+    std::copy_n(reinterpret_cast<const std::byte*>(text.data()), newEnd - begin, m_block.get() + begin);
+    const std::uint32_t oldLength = End(column) - End(column - 1);
+    for (int i = column; i < head.texts; ++i) {
+        const std::uint32_t place = End(i) - oldLength + static_cast<std::uint32_t>(text.size());
+        std::memcpy(m_block.get() + kHeadSize + static_cast<std::size_t>(i) * kEndSize, &place, kEndSize);
+    }
 }
 
 ReportCellColours ReportRow::Colours(int column) const

@@ -72,10 +72,17 @@ void ReportRows::ForgetSumsAfter(std::size_t chunk)
 
 ReportRows::Place ReportRows::PlaceOf(int line) const
 {
+    // Mostly the chunk of the row that was asked for before.
+    if (m_lastChunk < std::min(m_before.size(), m_chunks.size())) {
+        const int row = line - m_before[m_lastChunk].count;
+        if (row >= 0 && row < m_chunks[m_lastChunk]->sums.count)
+            return {m_lastChunk, ToSize(row)};
+    }
     SumUpTo(m_chunks.size() - 1);
     const auto next = std::upper_bound(m_before.begin(), m_before.end(), line,
                                        [](int value, const Sums& sums) { return value < sums.count; });
     const auto chunk = static_cast<std::size_t>(next - m_before.begin()) - 1;
+    m_lastChunk = chunk;
     return {chunk, ToSize(line - m_before[chunk].count)};
 }
 

@@ -37,6 +37,7 @@ public:
 
     /// Empty for a column that the row does not have.
     std::wstring_view Text(int column) const;
+    /// @param text no view of this row's own texts.
     void SetText(int column, std::wstring_view text);
     /// All zero where the cell has none of its own.
     ReportCellColours Colours(int column) const;
@@ -60,6 +61,7 @@ private:
     Head ReadHead() const;
     std::uint32_t End(int column) const;
     void Pack(std::span<const std::wstring_view> texts, std::span<const ReportCellColours> colours);
+    void ReplaceText(int column, std::wstring_view text);
     std::vector<std::wstring_view> Texts() const;
     std::vector<ReportCellColours> AllColours() const;
 
@@ -172,6 +174,7 @@ private:
     Sums m_total;
     std::uint64_t m_lastId = 0;
     mutable std::vector<Sums> m_before; ///< the sums of all chunks before a chunk, as far as known
+    mutable std::size_t m_lastChunk = 0;
 
     using Index = std::unordered_map<std::uint64_t, Chunk*>;
     mutable std::unique_ptr<Index> m_chunkOf; ///< where each row is; made when it is asked for

@@ -5,10 +5,10 @@
 #include "text/NonWordTable.h"
 
 #include <algorithm>
+#include <deque>
 #include <iterator>
 #include <limits>
 #include <utility>
-#include <vector>
 
 namespace kv {
 namespace {
@@ -204,6 +204,8 @@ public:
         int count = 0;
         std::size_t copied = 0;
         for (auto hit = FirstIn(text, 0); hit; hit = FirstIn(text, hit->End()), ++count) {
+            if (count == 0)
+                out.reserve(text.size() + m_query.replace.size()); // mostly all that it takes
             out += text.substr(copied, hit->start - copied);
             if (m_query.matcher)
                 out += m_matcher.Replacement(text, *hit, m_query.replace);
@@ -280,15 +282,14 @@ FindResult FindReplace::RunReplaceAndNext(Search& search, int startRow)
 
 FindResult FindReplace::RunReplaceAll(Search& search)
 {
-    std::vector<std::pair<int, std::wstring>> changes;
-    std::wstring out;
+    std::deque<std::pair<int, std::wstring>> changes; // grows without moving what it has
     int replaced = 0;
     for (int row = 0; row < search.RowCount() && !search.HasFailed(); ++row) {
         if (!search.TakesRow(row))
             continue;
-        out.clear();
+        std::wstring out;
         if (const int count = search.ReplaceAllIn(m_texts.Text(row), out); count > 0) {
-            changes.emplace_back(row, out);
+            changes.emplace_back(row, std::move(out));
             replaced += count;
         }
     }

@@ -234,8 +234,7 @@ void CKvTextListBase::_CommitEdit(int line, int column, const CString& text)
                             _ReadCellValue(line, column, text)};
     if (change.before == change.after)
         return;
-    m_impl->Push(std::make_unique<Impl::CellsStep>(*m_impl, std::vector{std::move(change)},
-                                                   Impl::CellsKind::Commit, _GetEditStepText(column)));
+    m_impl->Push(std::make_unique<Impl::CellStep>(*m_impl, std::move(change), _GetEditStepText(column)));
 }
 
 void CKvTextListBase::OnSkinChanged()

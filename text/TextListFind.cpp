@@ -17,21 +17,21 @@ public:
     std::wstring_view Text(int row) override
     {
         if (row == m_lastChanged)
-            return m_changes.back().after;
+            return m_changes.back().text;
         return m_impl.list.ViewItemText(row, 0);
     }
     void SetText(int row, std::wstring text) override
     {
         m_lastChanged = row;
-        m_changes.push_back({m_impl.KeyAt(row), 0, {}, std::move(text)});
+        m_changes.push_back({m_impl.KeyAt(row), std::move(text)});
     }
     bool IsSelected(int row) override { return m_impl.list.IsItemSelected(row) != 0; }
 
-    std::vector<CellChange> TakeChanges() { return std::move(m_changes); }
+    std::vector<RowText> TakeChanges() { return std::move(m_changes); }
 
 private:
     Impl& m_impl;
-    std::vector<CellChange> m_changes;
+    std::vector<RowText> m_changes;
     int m_lastChanged = -1;
 };
 
@@ -72,9 +72,8 @@ int CKvTextListBase::FindReplace(int startRow, int mode, const CString& find, co
     impl.matchKey = match ? GetRowKey(match->row) : 0;
     impl.matchSpan = match ? match->span : kv::TextSpan();
     const QPointer<CKvTextListBase> self(this);
-    if (std::vector<Impl::CellChange> changes = texts.TakeChanges(); !changes.empty())
-        impl.Push(std::make_unique<Impl::CellsStep>(impl, std::move(changes), Impl::CellsKind::Replacement,
-                                                    kv::kReplaceStep));
+    if (std::vector<Impl::RowText> changes = texts.TakeChanges(); !changes.empty())
+        impl.Push(std::make_unique<Impl::ReplaceStep>(impl, std::move(changes)));
     if (self && match) {
         // The selection that is searched stays.
         if (query.selectedOnly)

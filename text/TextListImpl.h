@@ -60,8 +60,7 @@ struct CKvTextListBase::Impl
         Key key = 0;
         int column = 0;
     };
-    /// A cell of a step, with its values before and after; of a replacement the one before is read as it
-    /// goes.
+    /// A cell of a step, with its values before and after.
     struct CellChange
     {
         Key key;
@@ -69,15 +68,16 @@ struct CKvTextListBase::Impl
         CString before;
         CString after;
     };
-    /// Whether the user did it himself, cell by cell.
-    enum class CellsKind
+    /// A row's text of a replacement: the one that the list does not show at the time.
+    struct RowText
     {
-        Commit,
-        Replacement
+        Key key;
+        std::wstring text;
     };
 
     class Step;
-    class CellsStep;
+    class CellStep;
+    class ReplaceStep;
     class RowsStep;
     class HostStep;
     struct RowSet;
@@ -91,7 +91,6 @@ struct CKvTextListBase::Impl
     Key KeyAt(int line) const { return keys.KeyOf(list.GetRowId(line)); }
     int LineOf(Key key) const { return key == 0 ? -1 : list.FindRow(keys.NumberOf(key)); }
     std::vector<int> LinesOf(std::span<const Key> wanted) const;
-    std::vector<int> LinesOf(const std::vector<CellChange>& changes) const;
     Row Snapshot(int line) const;
     std::vector<Place> PlacesOf(const CArray<int, int>& lines) const;
     /// Takes the rows out, whose colours and keys the list forgets.
@@ -112,7 +111,6 @@ struct CKvTextListBase::Impl
     void Push(std::unique_ptr<QUndoCommand> step);
     /// @return false when none of the cells' rows is there.
     bool Apply(const std::vector<CellChange>& changes, CString CellChange::*value);
-    bool Replace(std::vector<CellChange>& changes);
     void Tell(const Notice& notice);
     void Run(void (QUndoStack::*step)(), bool (QUndoStack::*isPossible)() const);
     void InsertRows(int line, std::vector<Row> rows, UINT text);
@@ -195,27 +193,37 @@ private:
     unsigned m_saves;
 };
 
-/// Cells get other values.
-class CKvTextListBase::Impl::CellsStep : public Step
+/// A cell gets another value.
+class CKvTextListBase::Impl::CellStep : public Step
 {
 public:
-    CellsStep(Impl& impl, std::vector<CellChange> changes, CellsKind kind, UINT text);
+    CellStep(Impl& impl, CellChange change, UINT text);
     int id() const override;
     bool mergeWith(const QUndoCommand* other) override;
 
 protected:
-    bool Do(Impl& impl) override
-    {
-        return m_kind == CellsKind::Replacement ? impl.Replace(m_changes)
-                                                : impl.Apply(m_changes, &CellChange::after);
-    }
-    bool Undo(Impl& impl) override { return impl.Apply(m_changes, &CellChange::before); }
+    bool Do(Impl& impl) override { return impl.Apply(m_change, &CellChange::after); }
+    bool Undo(Impl& impl) override { return impl.Apply(m_change, &CellChange::before); }
     Notice NoticeOf() const override;
-    bool IsSilentAtFirst() const override { return m_kind == CellsKind::Replacement; }
 
 private:
-    std::vector<CellChange> m_changes;
-    CellsKind m_kind;
+    std::vector<CellChange> m_change; ///< one
+};
+
+/// Rows get other texts, as many as there are.
+class CKvTextListBase::Impl::ReplaceStep : public Step
+{
+public:
+    ReplaceStep(Impl& impl, std::vector<RowText> texts);
+
+protected:
+    bool Do(Impl& impl) override;
+    bool Undo(Impl& impl) override { return Do(impl); }
+    Notice NoticeOf() const override;
+    bool IsSilentAtFirst() const override { return true; }
+
+private:
+    std::vector<RowText> m_texts;
 };
 
 /// Rows that come and go together.

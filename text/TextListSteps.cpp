@@ -1,11 +1,26 @@
 // The steps of undo.
 #include "KvGuiRes.h"
+#include "text/ListTexts.h"
 #include "text/TextListImpl.h"
 
 #include <algorithm>
 #include <iterator>
 #include <numeric>
 #include <utility>
+
+namespace {
+
+template <typename Change>
+std::vector<std::uint64_t> KeysOf(const std::vector<Change>& changes)
+{
+    std::vector<std::uint64_t> keys;
+    keys.reserve(changes.size());
+    for (const Change& change : changes)
+        keys.push_back(change.key);
+    return keys;
+}
+
+} // namespace
 
 CKvTextListBase::Impl::Step::Step(Impl& impl, UINT text)
     : Step(impl, KvToQString(KvGuiRes::LoadStringW(text)))
@@ -64,27 +79,24 @@ bool CKvTextListBase::Impl::Step::Continues(const Step& other) const
     return m_list == other.m_list && m_content == other.m_content && m_saves == other.m_saves;
 }
 
-CKvTextListBase::Impl::CellsStep::CellsStep(Impl& impl, std::vector<CellChange> changes, CellsKind kind,
-                                            UINT text)
+CKvTextListBase::Impl::CellStep::CellStep(Impl& impl, CellChange change, UINT text)
     : Step(impl, text)
-    , m_changes(std::move(changes))
-    , m_kind(kind)
+    , m_change{std::move(change)}
 {
 }
 
-int CKvTextListBase::Impl::CellsStep::id() const
+int CKvTextListBase::Impl::CellStep::id() const
 {
-    constexpr int kCommit = 0x4B7654; // no other program's, most likely
-    return m_kind == CellsKind::Commit ? kCommit : -1;
+    return 0x4B7654; // no other program's, most likely
 }
 
-bool CKvTextListBase::Impl::CellsStep::mergeWith(const QUndoCommand* other)
+bool CKvTextListBase::Impl::CellStep::mergeWith(const QUndoCommand* other)
 {
-    const auto* later = dynamic_cast<const CellsStep*>(other);
+    const auto* later = dynamic_cast<const CellStep*>(other);
     if (!later || !later->Continues(*this))
         return false;
-    CellChange& cell = m_changes.front();
-    const CellChange& next = later->m_changes.front();
+    CellChange& cell = m_change.front();
+    const CellChange& next = later->m_change.front();
     if (cell.key != next.key || cell.column != next.column || cell.after != next.before)
         return false;
     cell.after = next.after;
@@ -93,46 +105,49 @@ bool CKvTextListBase::Impl::CellsStep::mergeWith(const QUndoCommand* other)
     return true;
 }
 
-CKvTextListBase::Impl::Notice CKvTextListBase::Impl::CellsStep::NoticeOf() const
+CKvTextListBase::Impl::Notice CKvTextListBase::Impl::CellStep::NoticeOf() const
 {
-    if (m_changes.size() > 1)
-        return {Notice::Kind::Rows};
-    return {Notice::Kind::Cell, m_changes.front().key, m_changes.front().column};
+    return {Notice::Kind::Cell, m_change.front().key, m_change.front().column};
 }
 
-std::vector<int> CKvTextListBase::Impl::LinesOf(const std::vector<CellChange>& changes) const
+CKvTextListBase::Impl::ReplaceStep::ReplaceStep(Impl& impl, std::vector<RowText> texts)
+    : Step(impl, kv::kReplaceStep)
+    , m_texts(std::move(texts))
 {
-    std::vector<Key> wanted;
-    wanted.reserve(changes.size());
-    for (const CellChange& change : changes)
-        wanted.push_back(change.key);
-    return LinesOf(wanted);
 }
 
-bool CKvTextListBase::Impl::Apply(const std::vector<CellChange>& changes, CString CellChange::*value)
+// One string serves all rows: with very many of them allocations take most of the time.
+bool CKvTextListBase::Impl::ReplaceStep::Do(Impl& impl)
 {
-    const std::vector<int> lines = LinesOf(changes);
+    const std::vector<int> lines = impl.LinesOf(KeysOf(m_texts));
+    CString present;
     bool isAny = false;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (lines[i] < 0)
             continue;
-        list._SetCellValue(lines[i], changes[i].column, changes[i].*value);
+        present = impl.list.ViewItemText(lines[i], 0);
+        impl.list._SetCellValue(lines[i], 0, m_texts[i].text);
+        m_texts[i].text.swap(present);
         isAny = true;
     }
     return isAny;
 }
 
-// Each cell is read as it is about to be set: with very many rows a pass over all texts takes most of the
-// time.
-bool CKvTextListBase::Impl::Replace(std::vector<CellChange>& changes)
+CKvTextListBase::Impl::Notice CKvTextListBase::Impl::ReplaceStep::NoticeOf() const
 {
-    const std::vector<int> lines = LinesOf(changes);
+    if (m_texts.size() > 1)
+        return {Notice::Kind::Rows};
+    return {Notice::Kind::Cell, m_texts.front().key, 0};
+}
+
+bool CKvTextListBase::Impl::Apply(const std::vector<CellChange>& changes, CString CellChange::*value)
+{
+    const std::vector<int> lines = LinesOf(KeysOf(changes));
     bool isAny = false;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         if (lines[i] < 0)
             continue;
-        changes[i].before = list._GetCellValue(lines[i], changes[i].column);
-        list._SetCellValue(lines[i], changes[i].column, changes[i].after);
+        list._SetCellValue(lines[i], changes[i].column, changes[i].*value);
         isAny = true;
     }
     return isAny;
