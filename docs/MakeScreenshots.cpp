@@ -4,12 +4,14 @@
 #include "KvGradientCtrl.h"
 #include "Pictures.h"
 #include "media/MediaPanel.h"
+#include "subtitles/SubtitlePanel.h"
 #include "window/CommandLine.h"
 #include "window/MainWindow.h"
 #include "window/Skin.h"
 
 #include <QApplication>
 #include <QCursor>
+#include <QDir>
 #include <QEventLoop>
 #include <QMouseEvent>
 #include <QPixmap>
@@ -46,16 +48,20 @@ bool SaveTitler(const Pictures& pictures)
     QTimer::singleShot(kLongestWait, &wait, &QEventLoop::quit);
     window.Media().OpenFolder(QStringLiteral(TITLER_SAMPLES "/media"));
     wait.exec();
+    QDir::setCurrent(QStringLiteral(TITLER_SAMPLES)); // the picture shows the file as it was named
+    if (!window.Subtitles().Import(QStringLiteral("subtitles.srt")))
+        return false;
     window.Project().SelectStop(2);
     window.Time().Seek(kTitlerFrame);
     auto& list = *window.findChild<QTreeView*>(QStringLiteral("media"));
     list.expand(list.model()->index(0, 0));
-    const std::pair<Workspace, const char*> workspaces[] = {{Workspace::Design, "titler-design"},
-                                                            {Workspace::Clips, "titler-clips"},
-                                                            {Workspace::Rules, "titler-rules"},
-                                                            {Workspace::Animate, "titler"}};
+    const std::pair<Workspace, const char*> workspaces[] = {
+        {Workspace::Design, "titler-design"}, {Workspace::Clips, "titler-clips"},
+        {Workspace::Rules, "titler-rules"},   {Workspace::Subtitles, "titler-subtitles"},
+        {Workspace::Log, "titler-log"},       {Workspace::Animate, "titler"}};
     return std::all_of(std::begin(workspaces), std::end(workspaces), [&](const auto& picture) {
         window.Show(picture.first);
+        QApplication::processEvents(); // what a new workspace lays out after it is shown
         return pictures.Save(window, picture.second);
     });
 }
@@ -121,7 +127,7 @@ bool SaveGradients(const Pictures& pictures)
 
 int RenderAtOneScale(const QString& folder, const QString& scale)
 {
-    const Pictures pictures(folder, scale);
+    const Pictures pictures(QDir(folder).absolutePath(), scale);
     QCursor::setPos(0, 0); // over no button of a window that stands in the corner
     return SaveTitler(pictures) && SaveGradients(pictures) && SaveCurves(pictures) &&
                    SaveCaptions(pictures) && SaveAppLog(pictures) && SaveLists(pictures)

@@ -40,7 +40,9 @@ public:
     ShapedLine(const QString& text, const QFont& font) : m_layout(text, font)
     {
         m_layout.setCacheEnabled(true);
-        m_layout.setTextOption(QTextOption(Qt::AlignLeft | Qt::AlignAbsolute)); // from right to left, too
+        QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute); // from right to left, too
+        option.setTextDirection(Qt::LayoutDirectionAuto);      // each text's own, whatever the program's
+        m_layout.setTextOption(option);
         Shape(text);
     }
     void Shape(const QString& text)
@@ -63,6 +65,12 @@ private:
     QTextLayout m_layout;
     QTextLine m_line;
 };
+
+// A text from right to left begins at the right.
+int StyleOf(const QString& text, int style)
+{
+    return style == kKvReportLeft && text.isRightToLeft() ? kKvReportRight : style;
+}
 
 // The left end of a text's base line in its room; whole pixels.
 QPoint TextPlace(const QRect& room, const QFontMetrics& metrics, int width, int style)
@@ -255,7 +263,8 @@ void CKvReportListCtrl::DrawCellText(Graphics* graphics, const CRect& rect, int 
     if (line.Width() > room.width())
         line.Shape(metrics.elidedText(line.Text(), Qt::ElideRight, room.width()));
     graphics->setPen(m_impl->Colour(row, column, false));
-    line.Draw(*graphics, TextPlace(room, metrics, line.Width(), _GetColumnTextStyle(row, column)));
+    const int style = StyleOf(line.Text(), _GetColumnTextStyle(row, column));
+    line.Draw(*graphics, TextPlace(room, metrics, line.Width(), style));
 }
 
 QString CKvReportListCtrl::ToolTipAt(CPoint point, CRect& area) const

@@ -86,7 +86,7 @@ protected:
     {
         const int line = Random(Count());
         NaiveRow& row = naive[static_cast<std::size_t>(line)];
-        row.text = L"changed";
+        row.text.assign(static_cast<std::size_t>(Random(40)), static_cast<wchar_t>(L'a' + Random(26)));
         rows.SetText(line, 1, row.text);
         row.height = 1 + Random(60);
         rows.SetHeight(line, row.height);
