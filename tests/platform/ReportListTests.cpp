@@ -347,6 +347,9 @@ TEST_F(ReportList, CaretStaysFivePixelsInside)
 
 TEST_F(ReportList, OpenEditorFillsItsCellAsThatChanges)
 {
+    QFont font = list.font();
+    font.setPixelSize(10); // has room in its row, whatever font it is
+    list.setFont(font);
     Fill(3);
     list.EditCell(1, 0);
     EXPECT_EQ(Editor()->size(), QSize(100, 24));

@@ -178,7 +178,9 @@ TEST(FrameSequence, TheProgramEndsCleanly)
           ProgramRun{"interrupted", "(sleep 1; kill -INT $$) & ", 128 + SIGINT, "Cancelled; "}}) {
         SCOPED_TRACE(c.name);
         QTemporaryDir folder;
-        const Project project = MovingProject(c.status > 1 ? 100000 : 5);
+        Project project = MovingProject(c.status > 1 ? 100000 : 5);
+        project.video.width = 640; // its later pictures take more than a block, in any font
+        project.video.height = 360;
         ASSERT_EQ(SaveProject(folder.filePath("t.ktitle"), project), "");
         const FrameTarget target{folder.filePath("out"), "t", {0, 99999}};
         QProcess program;
