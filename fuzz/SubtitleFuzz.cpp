@@ -28,18 +28,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const titler::Cue& cue : file.cues) {
         Require(cue.line > before && cue.line <= lines + 1 && cue.in >= 0 && cue.out >= 0);
         before = cue.line;
-        rows.push_back({cue.in, cue.out, cue.text, false});
+        rows.push_back({cue.in, cue.out, cue.text, false, cue.settings, cue.identifier, format});
     }
     before = 0;
     for (const titler::CueFault& fault : file.faults) {
         Require(fault.line >= before && fault.line <= lines + 1);
         before = fault.line;
     }
-    const bool losesNothing = titler::SubtitleLosses(rows, format).empty();
-    const titler::SubtitleFile again = titler::ReadSubtitles(titler::WriteSubtitles(rows, format), format);
+    const bool losesNothing = titler::SubtitleLosses(rows, format, file.head).empty();
+    const std::string written = titler::WriteSubtitles(rows, format, file.head);
+    const titler::SubtitleFile again = titler::ReadSubtitles(written, format);
+    Require(again.head.blocks == file.head.blocks && again.notes == 0);
     Require(again.cues.size() == rows.size() && again.faults.empty());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         Require(again.cues[i].in == rows[i].in && again.cues[i].out == rows[i].out);
+        Require(again.cues[i].settings == rows[i].settings && again.cues[i].identifier == rows[i].identifier);
         Require(!losesNothing || again.cues[i].text == rows[i].text);
     }
     return 0;

@@ -24,7 +24,8 @@ struct ReadCase
     const char* bytes;
     std::vector<ExpectedCue> cues;
     std::vector<CueFault> faults;
-    int skippedBlocks = 0;
+    SubtitleHead head = {};
+    std::size_t notes = 0;
 };
 
 void Expect(const SubtitleFile& file, const ReadCase& row)
@@ -41,7 +42,8 @@ void Expect(const SubtitleFile& file, const ReadCase& row)
         EXPECT_EQ(cue.identifier, expected.identifier) << row.name << i;
     }
     EXPECT_EQ(file.faults, row.faults) << row.name;
-    EXPECT_EQ(file.skippedBlocks, row.skippedBlocks) << row.name;
+    EXPECT_EQ(file.head, row.head) << row.name;
+    EXPECT_EQ(file.notes, row.notes) << row.name;
 }
 
 constexpr auto NoHeader = CueFaultKind::NoHeader;
@@ -165,41 +167,59 @@ TEST(SubRip, ReportsWhatIsBrokenAndGoesOn)
                              {{1000, 2000, "A", 2}, {5000, 6000, "D", 13}},
                              {{5, NoTimes}, {8, NoTimes}}};
     Expect(ReadSubRip(behind.bytes), behind);
+    const ReadCase broken = {"many in a row ",
+                             "1\n00:00:0x,000 --> 00:00:02,000\nA\n\n2\n00:00:03,000 -> 00:00:04,000\nB\n\n"
+                             "3\nno times\n\n00:00:05,000 - 00:00:06,000\nC\n\n00:07 -> 00:08\nD\n\n"
+                             "5\n00:00:09,000 --> 00:00:10,000\nE\n\n12:30 - 14:00\n\n12,5 or 13,5",
+                             {{9000, 10000, "E\n\n12:30 - 14:00\n\n12,5 or 13,5", 19}},
+                             {{2, BadTimes}, {5, NoTimes}, {9, NoTimes}, {12, NoTimes}, {15, NoTimes}}};
+    Expect(ReadSubRip(broken.bytes), broken);
 }
 
 TEST(WebVtt, IsRead)
 {
+    const SubtitleHead Bare{"WEBVTT", {}};
     const ReadCase rows[] = {
         {"settings and names ",
          "WEBVTT - a title\nKind: captions\n\nintro\n00:01.000 --> 00:00:02.500 align:start "
          "line:0%\nHello\n\n00:00:03.000 --> 100:00:04.000\nTwo\nlines\n",
          {{1000, 2500, "Hello", 5, "align:start line:0%", "intro"}, {3000, 360004000, "Two\nlines", 8}},
-         {}},
+         {},
+         {"WEBVTT - a title\nKind: captions", {}}},
         {"notes, styles, regions ",
          "\xEF\xBB\xBFWEBVTT\n\nSTYLE\n::cue { color: lime }\n\nREGION\nid:fred\n\nNOTE one "
          "line\n\nNOTE\nmore\nlines\n\n00:01.000 --> 00:02.000\nA\n\nNOTE\n",
          {{1000, 2000, "A", 15}},
          {},
-         5},
-        {"cue right behind the header ", "WEBVTT\n00:01.000 --> 00:02.000\nA", {{1000, 2000, "A", 2}}, {}},
+         {"WEBVTT", {"STYLE\n::cue { color: lime }", "REGION\nid:fred"}},
+         3},
+        {"cue right behind the header ",
+         "WEBVTT\n00:01.000 --> 00:02.000\nA",
+         {{1000, 2000, "A", 2}},
+         {},
+         Bare},
         {"tags stay, references do not ",
          "WEBVTT\n\n00:01.000 --> 00:02.000\n<v Anna><i>R&amp;B</i> &lt;3 "
          "&#233;&#x1F600;&nbsp;&rlm;&unknown; & &#0; &#xD800;</v>",
          {{1000, 2000, "<v Anna><i>R&B</i> <3 é😀\u00A0\u200F&unknown; & &#0; &#xD800;</v>", 3}},
-         {}},
+         {},
+         Bare},
         {"commas and CRLF ",
          "WEBVTT\r\n\r\n1\r\n00:00:01,000 --> 00:00:02,000\r\nمرحبا\r\n\r\n2\r\n00:00:03,000 --> "
          "00:00:04,000\r\n你好",
          {{1000, 2000, "مرحبا", 4, "", "1"}, {3000, 4000, "你好", 8, "", "2"}},
-         {}},
+         {},
+         Bare},
         {"no blank line ",
          "WEBVTT\n\n1\n00:01.000 --> 00:02.000\nA\n2\n00:03.000 --> 00:04.000\nB\n00:05.000 --> 00:06.000\nC",
          {{1000, 2000, "A", 4, "", "1"}, {3000, 4000, "B", 7, "", "2"}, {5000, 6000, "C", 9}},
-         {}},
+         {},
+         Bare},
         {"a line of spaces goes on ",
          "WEBVTT\n\n00:01.000 --> 00:02.000\nA\n \nB\n\n",
          {{1000, 2000, "A\n\nB", 3}},
-         {}},
+         {},
+         Bare},
         {"no header ", "1\n00:01.000 --> 00:02.000\nA", {{1000, 2000, "A", 2, "", "1"}}, {{1, NoHeader}}},
         {"another word ",
          "WEBVTTX\n\n00:01.000 --> 00:02.000\nA",
@@ -209,9 +229,10 @@ TEST(WebVtt, IsRead)
          "WEBVTT\n\nstray\ntext\n\n00:61.000 --> 00:62.000\nA\n\nx --> y\nB\n\n00:01.000 --> "
          "00:02.000\nC\n\nlast",
          {{1000, 2000, "C", 12}},
-         {{3, NoTimes}, {6, BadTimes}, {9, BadTimes}, {15, NoTimes}}},
+         {{3, NoTimes}, {6, BadTimes}, {9, BadTimes}, {15, NoTimes}},
+         Bare},
         {"empty ", "", {}, {}},
-        {"header alone ", "WEBVTT", {}, {}},
+        {"header alone ", "WEBVTT", {}, {}, Bare},
     };
     for (const ReadCase& row : rows)
         Expect(ReadWebVtt(row.bytes), row);
@@ -224,6 +245,22 @@ TEST(Subtitles, AreToldApart)
     EXPECT_EQ(SubtitleFormatOf("WEBVTTX"), SubtitleFormat::SubRip);
     EXPECT_EQ(SubtitleFormatOf("1\n00:00:01,000 --> 00:00:02,000\n"), SubtitleFormat::SubRip);
     EXPECT_EQ(SubtitleFormatOf(""), SubtitleFormat::SubRip);
+    EXPECT_EQ(SubtitleFormatOfText("WEBVTT\n"), SubtitleFormat::WebVtt);
+    EXPECT_EQ(SubtitleFormatOfText("1\r\n\r\n1\r\n00:00:01,000 --> 00:00:02,000\r\n"),
+              SubtitleFormat::SubRip);
+    EXPECT_EQ(SubtitleFormatOfText("1\nfrom a --> b"), SubtitleFormat::PlainText);
+    EXPECT_EQ(SubtitleFormatOfText(""), SubtitleFormat::PlainText);
+}
+
+TEST(PlainText, IsLines)
+{
+    const SubtitleFile file = ReadPlainText("\uFEFFone\r\n\r\n<two>");
+    ASSERT_EQ(file.cues.size(), 3u);
+    EXPECT_EQ(file.cues[0].text, "\uFEFFone");
+    EXPECT_EQ(file.cues[1].text, "");
+    EXPECT_EQ(file.cues[2].text, "<two>");
+    EXPECT_EQ(file.cues[2].line, 3u);
+    EXPECT_EQ(file.cues[2].in, SubtitleRow::kNoTime);
 }
 
 TEST(SubtitleWriter, WritesBothFormats)
@@ -284,6 +321,63 @@ TEST(SubtitleWriter, ListsWhatIsLost)
     }
 }
 
+/// What stands beside texts and times comes back in its own format, and is listed for the others.
+TEST(SubtitleWriter, KeepsHeadSettingsAndNames)
+{
+    using enum SubtitleLossKind;
+    const std::string vtt =
+        "WEBVTT - Title\nKind: captions\n\nSTYLE\n::cue { color: lime }\n\nREGION\nid:fred\n\n"
+        "intro\n00:00:01.000 --> 00:00:02.000 align:end region:fred\n<v Anna>A &amp; <00:01.500>B</v>\n\n"
+        "2\n00:00:03.000 --> 00:00:04.000\nC\nD\n\n";
+    const std::string srt = "1\n00:00:01,000 --> 00:00:02,000 X1:40 Y1:20\n{\\an8}A\n\n";
+    const struct
+    {
+        const std::string& bytes;
+        SubtitleFormat from;
+        SubtitleFormat to;
+        std::vector<std::pair<SubtitleLossKind, std::size_t>> lost;
+        std::string written;
+    } rows[] = {
+        {vtt, SubtitleFormat::WebVtt, SubtitleFormat::WebVtt, {}, vtt},
+        {vtt,
+         SubtitleFormat::WebVtt,
+         SubtitleFormat::SubRip,
+         {{Settings, 1}, {Identifier, 1}, {Title, 1}, {Blocks, 2}},
+         "1\n00:00:01,000 --> 00:00:02,000\n<v Anna>A & <00:01.500>B</v>\n\n2\n00:00:03,000 --> "
+         "00:00:04,000\nC\nD\n\n"},
+        {vtt,
+         SubtitleFormat::WebVtt,
+         SubtitleFormat::PlainText,
+         {{Settings, 1}, {Identifier, 1}, {Times, 2}, {LineBreaks, 1}, {Markup, 1}, {Title, 1}, {Blocks, 2}},
+         "A & B\nC D\n"},
+        {srt, SubtitleFormat::SubRip, SubtitleFormat::SubRip, {}, srt},
+        {srt,
+         SubtitleFormat::SubRip,
+         SubtitleFormat::WebVtt,
+         {{Settings, 1}},
+         "WEBVTT\n\n00:00:01.000 --> 00:00:02.000\n{\\an8}A\n\n"},
+        {srt,
+         SubtitleFormat::SubRip,
+         SubtitleFormat::PlainText,
+         {{Settings, 1}, {Times, 1}, {Markup, 1}},
+         "A\n"},
+    };
+    for (const auto& row : rows) {
+        const SubtitleFile file = ReadSubtitles(row.bytes, row.from);
+        std::vector<SubtitleRow> written;
+        for (const Cue& cue : file.cues)
+            written.push_back({cue.in, cue.out, cue.text, false, cue.settings, cue.identifier, row.from});
+        std::vector<std::pair<SubtitleLossKind, std::size_t>> lost;
+        for (const SubtitleLoss& loss : SubtitleLosses(written, row.to, file.head))
+            lost.emplace_back(loss.kind, loss.count);
+        EXPECT_EQ(lost, row.lost) << row.written;
+        EXPECT_EQ(WriteSubtitles(written, row.to, file.head), row.written);
+    }
+    const std::vector<SubtitleRow> odd = {{0, 1, "1 < 2 {x} <3> </4> </b <a\n>", false},
+                                          {-1, -1, "<i>a</i>", false, "", "", SubtitleFormat::PlainText}};
+    EXPECT_EQ(WriteSubtitles(odd, SubtitleFormat::PlainText), "1 < 2 {x} <3> </4> </b <a >\n<i>a</i>\n");
+}
+
 /// A film's length of cues in many scripts goes through both formats unchanged.
 TEST(SubtitleWriter, TheSampleGoesThroughBothFormats)
 {
@@ -337,12 +431,19 @@ TEST(SubtitleWriter, GivesAgainWhatItDoesNotListAsLost)
                                   "00:00:01,000 --> 00:00:02,000"};
     std::mt19937 random(3);
     for (int round = 0; round < 3000; ++round) {
-        const auto format = random() % 2 ? SubtitleFormat::SubRip : SubtitleFormat::WebVtt;
+        const auto format = static_cast<SubtitleFormat>(random() % 3);
         std::vector<SubtitleRow> rows;
         for (auto row = random() % 4; row > 0; --row) {
             SubtitleRow& added = rows.emplace_back();
             added.in = static_cast<std::int64_t>(random());
             added.out = static_cast<std::int64_t>(random() % 100000);
+            added.origin = format;
+            if (format == SubtitleFormat::PlainText)
+                added.in = added.out = SubtitleRow::kNoTime;
+            else if (random() % 4 == 0)
+                added.settings = "--> X1:1";
+            if (format == SubtitleFormat::WebVtt && random() % 4 == 0)
+                added.identifier = "NOTE 7";
             for (auto piece = random() % 7; piece > 0; --piece)
                 added.text += pieces[random() % std::size(pieces)];
         }
@@ -359,6 +460,8 @@ TEST(SubtitleWriter, GivesAgainWhatItDoesNotListAsLost)
             ASSERT_EQ(file.cues[i].text, text) << bytes;
             ASSERT_EQ(file.cues[i].in, rows[i].in) << bytes;
             ASSERT_EQ(file.cues[i].out, rows[i].out) << bytes;
+            ASSERT_EQ(file.cues[i].settings, rows[i].settings) << bytes;
+            ASSERT_EQ(file.cues[i].identifier, rows[i].identifier) << bytes;
         }
     }
 }

@@ -108,13 +108,64 @@ TEST(TextEncoding, LongTextsGoThroughInPieces)
     EXPECT_EQ(DecodeText(encoded->bytes, "UTF-16BE")->bytes, utf8);
 }
 
-TEST(TextEncoding, OffersCodePagesThatExist)
+TEST(TextEncoding, IsGuessedAmongThoseOffered)
 {
-    for (const char* page : CodePages())
-        EXPECT_TRUE(DecodeText("a", page)) << page;
-    const std::string text =
-        EncodeText("Сегодня мы поедем к морю, и никто не узнает, где мы были.", "windows-1251")->bytes;
-    EXPECT_EQ(GuessEncoding(text), "windows-1251");
+    for (const char* name : Encodings())
+        EXPECT_TRUE(IsEncoding(name)) << name;
+    EXPECT_FALSE(IsEncoding("no such encoding"));
+    EXPECT_FALSE(IsEncoding(""));
+    const auto russian =
+        EncodeText("Сегодня мы поедем к морю, и никто не узнает, где мы были.", "windows-1251");
+    const struct
+    {
+        std::string bytes;
+        const char* encoding;
+    } rows[] = {
+        {russian->bytes, "windows-1251"},
+        {"1\0\n\0a"s, "UTF-16LE"},
+        {"\0001\0\n\0"s, "UTF-16BE"},
+        {"Où étiez-vous à l'été ? Là-bas, près d'ici. déjà \xE9 là", "UTF-8"},
+        {"1\r\n00:00:01,000 --> 00:00:02,000\r\nD\xE9j\xE0\r\n", "windows-1252"},
+        {"\xE9", "windows-1252"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(GuessEncoding(row.bytes), row.encoding) << row.bytes;
+}
+
+TEST(TextEncoding, TellsTheLineOfTheFirstDamage)
+{
+    EXPECT_EQ(DecodeText("a\r\nb\r\nc\xFF\r\n\xFF", "UTF-8")->firstLine, 3u);
+    EXPECT_EQ(DecodeText("\xFF", "UTF-8")->firstLine, 1u);
+    EXPECT_EQ(DecodeText("a\0\n\0\0\xD8\n\0"s, "UTF-16LE")->firstLine, 2u);
+    EXPECT_EQ(DecodeText("a\nb\xC3", "UTF-8")->firstLine, 2u) << "cut at the end";
+    EXPECT_EQ(DecodeText("a\nb", "UTF-8")->firstLine, 0u);
+}
+
+TEST(TextEncoding, AFileKeepsItsForm)
+{
+    const struct
+    {
+        const char* name;
+        TextForm form;
+        std::string bytes;
+    } rows[] = {
+        {"UTF-8", {"UTF-8", false, "\n"}, "é\n\n"},
+        {"a mark and pairs", {"UTF-8", true, "\r\n"}, "\xEF\xBB\xBFé\r\n\r\n"},
+        {"UTF-16", {"UTF-16LE", true, "\r\n"}, "\xFF\xFE\xE9\0\r\0\n\0\r\0\n\0"s},
+        {"UTF-16 without a mark", {"UTF-16BE", false, "\n"}, "\0\xE9\0\n\0\n"s},
+        {"a code page and returns", {"windows-1252", false, "\r"}, "\xE9\r\r"},
+    };
+    for (const auto& row : rows) {
+        const std::string text = DecodeText(row.bytes, row.form.encoding)->bytes;
+        EXPECT_EQ(TextFormOf(row.bytes, row.form.encoding, text), row.form) << row.name;
+        TextForm form = row.form;
+        EXPECT_EQ(EncodeFile("é\n\n", form), row.bytes) << row.name;
+        EXPECT_EQ(form, row.form) << row.name;
+    }
+    TextForm poor{"windows-1252", false, "\r\n"};
+    EXPECT_EQ(EncodeFile("é你\n", poor), "é你\r\n");
+    EXPECT_EQ(poor, (TextForm{"UTF-8", false, "\r\n"})) << "whose encoding holds not all";
+    EXPECT_EQ(TextFormOf("", "UTF-8", "a\r\nb\nc\n").lineEnd, "\n") << "the most frequent one";
 }
 
 } // namespace

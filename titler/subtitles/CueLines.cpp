@@ -153,6 +153,24 @@ bool IsMeantForTimes(std::string_view line)
     return arrow != line.npos && line.substr(0, arrow).find(':') != line.npos;
 }
 
+bool ResemblesTimes(std::string_view line)
+{
+    Scanner scanner{Trimmed(line)};
+    const std::size_t size = scanner.rest.size();
+    if (!scanner.Time())
+        return false;
+    const std::string_view first = Trimmed(line).substr(0, size - scanner.rest.size());
+    scanner.SkipSpace();
+    if (scanner.rest.substr(0, 2) == "->")
+        return true;
+    // Without fractions it is as likely a text: "12:30 - 14:00".
+    const std::size_t second = scanner.rest.find_first_of("0123456789");
+    if (second == 0 || second == scanner.rest.npos || first.find_first_of(".,") == first.npos)
+        return false;
+    scanner.rest.remove_prefix(second);
+    return scanner.Time().has_value();
+}
+
 std::span<const CueLine> InnerLines(std::span<const CueLine> lines)
 {
     while (!lines.empty() && IsBlank(lines.front().text))

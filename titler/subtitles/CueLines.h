@@ -58,6 +58,8 @@ bool AddCue(SubtitleFile& file, const CueLine& line);
 
 /// Whether a line is meant for times, sound or not: a number, perhaps negative, and a colon before an arrow.
 bool IsMeantForTimes(std::string_view line);
+/// Whether a line without an arrow stands where times were meant: a time, and "->" or another time behind it.
+bool ResemblesTimes(std::string_view line);
 
 /// Whether it has nothing but spaces and tabs.
 bool IsBlank(std::string_view line);

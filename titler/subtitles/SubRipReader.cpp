@@ -64,10 +64,10 @@ private:
 
     void EndCue()
     {
-        if (m_state == State::Cue)
-            m_file.cues.back().text = JoinedText(InnerLines(std::span(m_body).first(ReportNumberedBlocks())));
-        else if (m_state == State::Begin)
+        if (m_state == State::Begin)
             ReportBlocks();
+        else if (const std::size_t lines = ReportBrokenCues(); m_state == State::Cue)
+            m_file.cues.back().text = JoinedText(InnerLines(std::span(m_body).first(lines)));
         m_body.clear();
     }
 
@@ -80,13 +80,15 @@ private:
         }
     }
 
-    /// Behind an empty line a number begins a cue, which has no times, since they would have ended the body.
+    /// Behind an empty line a number, or what resembles times, begins a cue. It has no times that can be
+    /// read, since they would have ended the body.
     /// @return the number of lines before the first such cue.
-    std::size_t ReportNumberedBlocks()
+    std::size_t ReportBrokenCues()
     {
         std::size_t lines = m_body.size();
         for (std::size_t i = 1; i < m_body.size(); ++i) {
-            if (!m_body[i - 1].text.empty() || !IsNumber(m_body[i].text))
+            const std::string_view line = m_body[i].text;
+            if (!m_body[i - 1].text.empty() || !(IsNumber(line) || ResemblesTimes(line)))
                 continue;
             lines = std::min(lines, i);
             m_file.faults.push_back({m_body[i].number, CueFaultKind::NoTimes});

@@ -3,6 +3,7 @@
 #include "subtitles/VttText.h"
 
 #include <algorithm>
+#include <cctype>
 #include <iterator>
 
 namespace titler {
@@ -29,14 +30,74 @@ bool HasTimes(const SubtitleRow& row)
     return row.in >= 0 && row.out >= 0;
 }
 
+/// Where the markup that begins at `text` ends: "<i>", "</c>", "<00:01.000>" and "{\an8}"; 0 for none.
+std::size_t MarkupLength(std::string_view text)
+{
+    const bool isBrace = text.front() == '{';
+    const std::size_t name = isBrace || text.substr(0, 2) != "</" ? 1 : 2;
+    const auto c = static_cast<unsigned char>(name < text.size() ? text[name] : '\0');
+    const bool begins = isBrace ? c == '\\' : std::isalpha(c) != 0 || (name == 1 && std::isdigit(c) != 0);
+    const std::size_t end = text.find_first_of(isBrace ? "{}\n" : "<>\n", 1);
+    const bool ends = end != text.npos && text[end] == (isBrace ? '}' : '>');
+    const std::string_view inside = text.substr(1, end - 1);
+    const bool isTime =
+        inside.find(':') != inside.npos && inside.find_first_not_of("0123456789:.") == inside.npos;
+    return begins && ends && (std::isdigit(c) == 0 || isTime) ? end + 1 : 0;
+}
+
+std::string WithoutMarkup(std::string_view text)
+{
+    std::string plain;
+    while (!text.empty()) {
+        const bool mayBegin = text.front() == '<' || text.front() == '{';
+        const std::size_t markup = mayBegin ? MarkupLength(text) : 0;
+        if (markup == 0)
+            plain += text.front();
+        text.remove_prefix(std::max<std::size_t>(markup, 1));
+    }
+    return plain;
+}
+
+/// Plain text that was read as such keeps what only resembles markup.
+bool HasMarkup(const SubtitleRow& row)
+{
+    return row.origin != SubtitleFormat::PlainText && WithoutMarkup(row.text) != row.text;
+}
+
+bool LosesInPlainText(const SubtitleRow& row, SubtitleLossKind kind)
+{
+    switch (kind) {
+    case SubtitleLossKind::Template:
+        return row.hasTemplate;
+    case SubtitleLossKind::Settings:
+        return !row.settings.empty();
+    case SubtitleLossKind::Identifier:
+        return !row.identifier.empty() && !IsNumber(row.identifier);
+    case SubtitleLossKind::Times:
+        return row.in >= 0 || row.out >= 0;
+    case SubtitleLossKind::LineBreaks:
+        return row.text.find_first_of("\n\r") != row.text.npos;
+    case SubtitleLossKind::Markup:
+        return HasMarkup(row);
+    default:
+        return false;
+    }
+}
+
 bool Loses(const SubtitleRow& row, const Lines& lines, SubtitleLossKind kind, SubtitleFormat format)
 {
+    if (format == SubtitleFormat::PlainText)
+        return LosesInPlainText(row, kind);
     const std::span<const CueLine> inner = InnerLines(lines);
     switch (kind) {
     case SubtitleLossKind::NoTimes:
         return !HasTimes(row);
     case SubtitleLossKind::Template:
         return row.hasTemplate;
+    case SubtitleLossKind::Settings:
+        return !row.settings.empty() && row.origin != format;
+    case SubtitleLossKind::Identifier:
+        return !row.identifier.empty() && format == SubtitleFormat::SubRip && !IsNumber(row.identifier);
     case SubtitleLossKind::EdgeLines:
         return inner.size() < lines.size() && !row.text.empty();
     case SubtitleLossKind::SpacedLines:
@@ -46,8 +107,9 @@ bool Loses(const SubtitleRow& row, const Lines& lines, SubtitleLossKind kind, Su
         return format == SubtitleFormat::SubRip &&
                std::any_of(inner.begin(), inner.end(),
                            [](const CueLine& l) { return IsMeantForTimes(l.text); });
+    default:
+        return false;
     }
-    return false;
 }
 
 void AppendNumber(std::string& out, std::int64_t number, std::size_t width)
@@ -83,13 +145,51 @@ void AppendSubRipLine(std::string& out, std::string_view line)
     }
 }
 
+void AppendCue(std::string& out, const SubtitleRow& row, bool isVtt)
+{
+    if (isVtt && !row.identifier.empty())
+        (out += row.identifier) += '\n';
+    AppendTime(out, row.in, isVtt ? '.' : ',');
+    (out += ' ').append(kArrow) += ' ';
+    AppendTime(out, row.out, isVtt ? '.' : ',');
+    if (!row.settings.empty() && (row.origin == SubtitleFormat::WebVtt) == isVtt)
+        (out += ' ') += row.settings;
+    out += '\n';
+    const Lines lines = LinesOf(row.text);
+    for (const CueLine& line : InnerLines(lines)) {
+        // An empty line would end the cue.
+        if (IsBlank(line.text))
+            out += ' ';
+        else if (isVtt)
+            AppendVttText(out, line.text);
+        else
+            AppendSubRipLine(out, line.text);
+        out += '\n';
+    }
+    out += '\n';
+}
+
+std::string WritePlainText(const std::vector<SubtitleRow>& rows)
+{
+    std::string out;
+    for (const SubtitleRow& row : rows) {
+        const std::string text = HasMarkup(row) ? WithoutMarkup(row.text) : row.text;
+        const Lines lines = LinesOf(text);
+        for (const CueLine& line : lines)
+            (out += &line == &lines.front() ? "" : " ") += line.text;
+        out += '\n';
+    }
+    return out;
+}
+
 } // namespace
 
-std::vector<SubtitleLoss> SubtitleLosses(const std::vector<SubtitleRow>& rows, SubtitleFormat format)
+std::vector<SubtitleLoss> SubtitleLosses(const std::vector<SubtitleRow>& rows, SubtitleFormat format,
+                                         const SubtitleHead& head)
 {
-    constexpr SubtitleLossKind kinds[] = {SubtitleLossKind::NoTimes, SubtitleLossKind::Template,
-                                          SubtitleLossKind::EdgeLines, SubtitleLossKind::SpacedLines,
-                                          SubtitleLossKind::Arrow};
+    using enum SubtitleLossKind;
+    constexpr SubtitleLossKind kinds[] = {NoTimes,  Template,   EdgeLines, SpacedLines, Arrow,
+                                          Settings, Identifier, Times,     LineBreaks,  Markup};
     std::vector<SubtitleLoss> losses(std::size(kinds));
     for (std::size_t row = 0; row < rows.size(); ++row) {
         const Lines lines = LinesOf(rows[row].text);
@@ -99,36 +199,35 @@ std::vector<SubtitleLoss> SubtitleLosses(const std::vector<SubtitleRow>& rows, S
                 losses[i].rows.push_back(row);
         }
     }
-    std::erase_if(losses, [](const SubtitleLoss& loss) { return loss.rows.empty(); });
+    for (SubtitleLoss& loss : losses)
+        loss.count = loss.rows.size();
+    if (format != SubtitleFormat::WebVtt) {
+        losses.push_back({Title, head.SaysMore() ? 1u : 0u, {}});
+        losses.push_back({Blocks, head.blocks.size(), {}});
+    }
+    std::erase_if(losses, [](const SubtitleLoss& loss) { return loss.count == 0; });
     return losses;
 }
 
-std::string WriteSubtitles(const std::vector<SubtitleRow>& rows, SubtitleFormat format)
+std::string WriteSubtitles(const std::vector<SubtitleRow>& rows, SubtitleFormat format,
+                           const SubtitleHead& head)
 {
+    if (format == SubtitleFormat::PlainText)
+        return WritePlainText(rows);
     const bool isVtt = format == SubtitleFormat::WebVtt;
-    std::string out = isVtt ? "WEBVTT\n\n" : "";
+    std::string out;
+    if (isVtt) {
+        out = (head.title.empty() ? "WEBVTT" : head.title) + "\n\n";
+        for (const std::string& block : head.blocks)
+            out += block + "\n\n";
+    }
     std::int64_t number = 0;
     for (const SubtitleRow& row : rows) {
         if (!HasTimes(row))
             continue;
         if (!isVtt)
             out += std::to_string(++number) + '\n';
-        AppendTime(out, row.in, isVtt ? '.' : ',');
-        (out += ' ').append(kArrow) += ' ';
-        AppendTime(out, row.out, isVtt ? '.' : ',');
-        out += '\n';
-        const Lines lines = LinesOf(row.text);
-        for (const CueLine& line : InnerLines(lines)) {
-            // An empty line would end the cue.
-            if (IsBlank(line.text))
-                out += ' ';
-            else if (isVtt)
-                AppendVttText(out, line.text);
-            else
-                AppendSubRipLine(out, line.text);
-            out += '\n';
-        }
-        out += '\n';
+        AppendCue(out, row, isVtt);
     }
     return out;
 }

@@ -1,5 +1,7 @@
 #include "subtitles/TextEncoding.h"
 
+#include "subtitles/CueLines.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -42,24 +44,31 @@ Converter Open(const std::string& encoding)
     return {U_SUCCESS(error) ? converter : nullptr, ucnv_close};
 }
 
-void CountAndReplace(const void* count, UConverterToUnicodeArgs* args, const char* units, std::int32_t length,
-                     UConverterCallbackReason reason, UErrorCode* error)
+struct Replacements
 {
-    if (reason <= UCNV_IRREGULAR)
-        ++*static_cast<std::size_t*>(const_cast<void*>(count));
+    std::size_t count = 0;
+    const char* first = nullptr; ///< behind the first bytes that could not be read
+};
+
+void CountAndReplace(const void* counted, UConverterToUnicodeArgs* args, const char* units,
+                     std::int32_t length, UConverterCallbackReason reason, UErrorCode* error)
+{
+    auto& replaced = *static_cast<Replacements*>(const_cast<void*>(counted));
+    if (reason <= UCNV_IRREGULAR && replaced.count++ == 0)
+        replaced.first = args->source;
     UCNV_TO_U_CALLBACK_SUBSTITUTE(nullptr, args, units, length, reason, error);
 }
 
-void CountAndReplaceFrom(const void* count, UConverterFromUnicodeArgs* args, const UChar* units,
+void CountAndReplaceFrom(const void* counted, UConverterFromUnicodeArgs* args, const UChar* units,
                          std::int32_t length, UChar32 character, UConverterCallbackReason reason,
                          UErrorCode* error)
 {
     if (reason <= UCNV_IRREGULAR)
-        ++*static_cast<std::size_t*>(const_cast<void*>(count));
+        ++static_cast<Replacements*>(const_cast<void*>(counted))->count;
     UCNV_FROM_U_CALLBACK_SUBSTITUTE(nullptr, args, units, length, character, reason, error);
 }
 
-bool SetCounter(UConverter* converter, std::size_t& count)
+bool SetCounter(UConverter* converter, Replacements& count)
 {
     UErrorCode error = U_ZERO_ERROR;
     ucnv_setToUCallBack(converter, CountAndReplace, &count, nullptr, nullptr, &error);
@@ -67,13 +76,14 @@ bool SetCounter(UConverter* converter, std::size_t& count)
     return U_SUCCESS(error);
 }
 
-std::optional<ConvertedText> Convert(std::string_view bytes, const std::string& from, const std::string& to)
+std::optional<ConvertedText> Convert(std::string_view bytes, const std::string& from, const std::string& to,
+                                     Replacements& replaced)
 {
     const Converter source = Open(from);
     const Converter target = Open(to);
     ConvertedText text{};
-    if (bytes.size() > kMostBytes || !source || !target || !SetCounter(source.get(), text.replaced) ||
-        !SetCounter(target.get(), text.replaced))
+    if (bytes.size() > kMostBytes || !source || !target || !SetCounter(source.get(), replaced) ||
+        !SetCounter(target.get(), replaced))
         return std::nullopt;
     UChar pivot[2048];
     UChar* pivotSource = pivot;
@@ -89,7 +99,59 @@ std::optional<ConvertedText> Convert(std::string_view bytes, const std::string& 
                        &pivotSource, &pivotTarget, pivot + std::size(pivot), first, true, &error);
         text.bytes.append(buffer, written);
     }
+    text.replaced = replaced.count;
     return U_SUCCESS(error) ? std::optional(std::move(text)) : std::nullopt;
+}
+
+const Mark* MarkOf(std::string_view bytes, const std::string& encoding)
+{
+    const auto* mark = std::find_if(std::begin(kMarks), std::end(kMarks), [&](const Mark& m) {
+        return encoding == m.encoding && StartsWith(bytes, m.bytes);
+    });
+    return mark == std::end(kMarks) ? nullptr : mark;
+}
+
+std::size_t LinesOf(std::string_view text)
+{
+    CueLineReader reader(text, ByteOrderMark::IsText);
+    std::size_t lines = 0;
+    for (CueLine line; reader.Next(line);)
+        ++lines;
+    return lines;
+}
+
+/// UTF-16's by its first character, which has a zero byte as every digit and letter of ASCII has.
+const char* WideEncodingOf(std::string_view bytes)
+{
+    if (bytes.size() < 2 || (bytes[0] == 0) == (bytes[1] == 0))
+        return "";
+    return bytes[0] == 0 ? "UTF-16BE" : "UTF-16LE";
+}
+
+/// A few bytes that are damaged or from elsewhere do not make another encoding of it.
+bool IsNearlyUtf8(std::string_view bytes)
+{
+    const std::optional<ConvertedText> text = DecodeText(bytes, "UTF-8");
+    if (!text)
+        return false;
+    const auto leads = static_cast<std::size_t>(
+        std::count_if(text->bytes.begin(), text->bytes.end(), [](char c) { return (c & 0xC0) == 0xC0; }));
+    return leads > 10 * text->replaced; // the replaced ones are among them
+}
+
+/// What the statistics of its letters say. @return empty without an answer.
+std::string LikelyEncodingOf(std::string_view bytes)
+{
+    constexpr std::size_t enough = 1 << 18;
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<UCharsetDetector, decltype(&ucsdet_close)> detector(ucsdet_open(&error),
+                                                                              ucsdet_close);
+    ucsdet_setText(detector.get(), bytes.data(), static_cast<std::int32_t>(std::min(bytes.size(), enough)),
+                   &error);
+    const UCharsetMatch* match = ucsdet_detect(detector.get(), &error);
+    const char* name = match ? ucsdet_getName(match, &error) : nullptr;
+    const bool isCodePage = U_SUCCESS(error) && name && std::string_view(name).substr(0, 3) != "UTF";
+    return isCodePage ? name : "";
 }
 
 } // namespace
@@ -100,48 +162,91 @@ std::string DetectEncoding(std::string_view bytes)
         if (StartsWith(bytes, mark.bytes))
             return mark.encoding;
     }
-    if (bytes.size() >= 2 && bytes.size() % 2 == 0 && (bytes[0] == 0) != (bytes[1] == 0))
-        return bytes[0] == 0 ? "UTF-16BE" : "UTF-16LE";
+    if (const char* wide = WideEncodingOf(bytes); *wide != '\0' && bytes.size() % 2 == 0)
+        return wide;
     return bytes.size() <= kMostBytes && IsUtf8(bytes) ? "UTF-8" : "";
 }
 
 std::string GuessEncoding(std::string_view bytes)
 {
-    constexpr std::size_t enough = 1 << 18;
-    UErrorCode error = U_ZERO_ERROR;
-    const std::unique_ptr<UCharsetDetector, decltype(&ucsdet_close)> detector(ucsdet_open(&error),
-                                                                              ucsdet_close);
-    ucsdet_setText(detector.get(), bytes.data(), static_cast<std::int32_t>(std::min(bytes.size(), enough)),
-                   &error);
-    const UCharsetMatch* match = ucsdet_detect(detector.get(), &error);
-    const char* name = match ? ucsdet_getName(match, &error) : nullptr;
-    return U_SUCCESS(error) && name ? name : "";
+    if (const char* wide = WideEncodingOf(bytes); *wide != '\0')
+        return wide;
+    if (IsNearlyUtf8(bytes))
+        return "UTF-8";
+    const std::string likely = LikelyEncodingOf(bytes);
+    const std::span<const char* const> known = Encodings();
+    return std::find(known.begin(), known.end(), likely) != known.end() ? likely : "windows-1252";
 }
 
-std::span<const char* const> CodePages()
+std::span<const char* const> Encodings()
 {
-    static constexpr const char* pages[] = {
-        "Big5",         "EUC-JP",       "EUC-KR",       "GB18030",      "ISO-8859-1",   "ISO-8859-2",
-        "ISO-8859-5",   "ISO-8859-7",   "ISO-8859-8",   "ISO-8859-9",   "ISO-8859-15",  "KOI8-R",
-        "KOI8-U",       "Shift_JIS",    "TIS-620",      "windows-1250", "windows-1251", "windows-1252",
-        "windows-1253", "windows-1254", "windows-1255", "windows-1256", "windows-1257", "windows-1258",
+    static constexpr const char* encodings[] = {
+        "UTF-8",        "UTF-16LE",     "UTF-16BE",     "Big5",         "EUC-JP",       "EUC-KR",
+        "GB18030",      "ISO-8859-1",   "ISO-8859-2",   "ISO-8859-5",   "ISO-8859-7",   "ISO-8859-8",
+        "ISO-8859-9",   "ISO-8859-15",  "KOI8-R",       "KOI8-U",       "Shift_JIS",    "TIS-620",
+        "windows-1250", "windows-1251", "windows-1252", "windows-1253", "windows-1254", "windows-1255",
+        "windows-1256", "windows-1257", "windows-1258",
     };
-    return pages;
+    return encodings;
+}
+
+bool IsEncoding(const std::string& name)
+{
+    return Open(name) != nullptr;
 }
 
 std::optional<ConvertedText> DecodeText(std::string_view bytes, const std::string& encoding)
 {
-    const auto* mark = std::find_if(std::begin(kMarks), std::end(kMarks), [&](const Mark& m) {
-        return encoding == m.encoding && StartsWith(bytes, m.bytes);
-    });
-    if (mark != std::end(kMarks))
+    if (const Mark* mark = MarkOf(bytes, encoding))
         bytes.remove_prefix(mark->bytes.size());
-    return Convert(bytes, encoding, "UTF-8");
+    Replacements replaced;
+    std::optional<ConvertedText> text = Convert(bytes, encoding, "UTF-8", replaced);
+    if (text && replaced.first) {
+        Replacements again;
+        const auto before = static_cast<std::size_t>(replaced.first - bytes.data());
+        text->firstLine = LinesOf(Convert(bytes.substr(0, before), encoding, "UTF-8", again)->bytes);
+    }
+    return text;
+}
+
+TextForm TextFormOf(std::string_view bytes, const std::string& encoding, std::string_view text)
+{
+    const auto all = [text](std::string_view end) {
+        std::size_t count = 0;
+        for (std::size_t at = text.find(end); at != text.npos; at = text.find(end, at + end.size()))
+            ++count;
+        return count;
+    };
+    const std::size_t pairs = all("\r\n");
+    const std::size_t feeds = all("\n") - pairs;
+    const std::size_t returns = all("\r") - pairs;
+    const char* const lineEnd = pairs > feeds && pairs >= returns ? "\r\n" : returns > feeds ? "\r" : "\n";
+    return {encoding, MarkOf(bytes, encoding) != nullptr, lineEnd};
+}
+
+std::string EncodeFile(std::string_view utf8, TextForm& form)
+{
+    std::string text;
+    for (const char c : utf8)
+        text.append(c == '\n' ? form.lineEnd : std::string(1, c));
+    std::optional<ConvertedText> encoded = EncodeText(text, form.encoding);
+    const std::optional<ConvertedText> again =
+        encoded ? DecodeText(encoded->bytes, form.encoding) : std::nullopt;
+    // What it holds in another way than expected would not come back.
+    if (!again || encoded->replaced > 0 || again->bytes != text) {
+        form.encoding = "UTF-8";
+        encoded->bytes = text;
+    }
+    const auto* mark = std::find_if(std::begin(kMarks), std::end(kMarks),
+                                    [&](const Mark& m) { return form.encoding == m.encoding; });
+    form.hasMark = form.hasMark && mark != std::end(kMarks);
+    return form.hasMark ? std::string(mark->bytes) + encoded->bytes : encoded->bytes;
 }
 
 std::optional<ConvertedText> EncodeText(std::string_view utf8, const std::string& encoding)
 {
-    return Convert(utf8, "UTF-8", encoding);
+    Replacements replaced;
+    return Convert(utf8, "UTF-8", encoding, replaced);
 }
 
 } // namespace titler

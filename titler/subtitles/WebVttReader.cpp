@@ -25,9 +25,12 @@ public:
         CueLine line;
         bool more = reader.Next(line);
         if (more && StartsWithWord(line.text, kHeader)) {
-            do // the header ends with an empty line, too
+            do { // the header ends with an empty line, too
+                m_body.push_back(line);
                 more = reader.Next(line);
-            while (more && !line.text.empty() && !HasArrow(line.text));
+            } while (more && !line.text.empty() && !HasArrow(line.text));
+            m_file.head.title = BodyAsItIs();
+            m_body.clear();
         } else if (more) {
             m_file.faults.push_back({1, CueFaultKind::NoHeader});
         }
@@ -85,14 +88,20 @@ private:
     void TakeOtherBlock()
     {
         const std::string_view first = m_body.front().text;
-        for (const std::string_view word : {"NOTE", "STYLE", "REGION"}) {
-            if (StartsWithWord(first, word)) {
-                ++m_file.skippedBlocks;
-                return;
-            }
-        }
-        if (!IsBlank(first) || m_body.size() > 1)
+        if (StartsWithWord(first, "NOTE"))
+            ++m_file.notes;
+        else if (StartsWithWord(first, "STYLE") || StartsWithWord(first, "REGION"))
+            m_file.head.blocks.push_back(BodyAsItIs());
+        else if (!IsBlank(first) || m_body.size() > 1)
             m_file.faults.push_back({m_body.front().number, CueFaultKind::NoTimes});
+    }
+
+    std::string BodyAsItIs() const
+    {
+        std::string text;
+        for (const CueLine& line : m_body)
+            text.append(text.empty() ? "" : "\n").append(line.text);
+        return text;
     }
 
     SubtitleFile m_file;
@@ -109,9 +118,50 @@ SubtitleFormat SubtitleFormatOf(std::string_view utf8)
     return hasLine && StartsWithWord(line.text, kHeader) ? SubtitleFormat::WebVtt : SubtitleFormat::SubRip;
 }
 
+SubtitleFormat SubtitleFormatOfText(std::string_view utf8)
+{
+    const SubtitleFormat format = SubtitleFormatOf(utf8);
+    CueLineReader reader(utf8);
+    for (CueLine line; format == SubtitleFormat::SubRip && reader.Next(line);)
+        if (ParseCueTimes(line.text))
+            return format;
+    return format == SubtitleFormat::WebVtt ? format : SubtitleFormat::PlainText;
+}
+
+bool SubtitleHead::SaysMore() const
+{
+    return !title.empty() && title != kHeader;
+}
+
 SubtitleFile ReadWebVtt(std::string_view utf8)
 {
     return WebVttReader().Read(utf8);
+}
+
+SubtitleFile ReadPlainText(std::string_view utf8)
+{
+    SubtitleFile file;
+    CueLineReader reader(utf8, ByteOrderMark::IsText);
+    for (CueLine line; reader.Next(line);) {
+        Cue& cue = file.cues.emplace_back();
+        cue.in = cue.out = SubtitleRow::kNoTime;
+        cue.text = line.text;
+        cue.line = line.number;
+    }
+    return file;
+}
+
+SubtitleFile ReadSubtitles(std::string_view utf8, SubtitleFormat format)
+{
+    switch (format) {
+    case SubtitleFormat::WebVtt:
+        return ReadWebVtt(utf8);
+    case SubtitleFormat::PlainText:
+        return ReadPlainText(utf8);
+    case SubtitleFormat::SubRip:
+        break;
+    }
+    return ReadSubRip(utf8);
 }
 
 } // namespace titler
