@@ -58,6 +58,11 @@ public:
     /// @return 1; 0 when it has none of its own, or out of range.
     BOOL GetCellColors(int line, int column, DWORD* back, DWORD* text) const override;
 
+    /// The row's name: above 0, never used again, and its own again after undo. 0 out of range.
+    std::uint64_t GetRowKey(int line) const;
+    /// -1 when the row is gone.
+    int FindRowKey(std::uint64_t key) const;
+
     /// Sorts by a column, stably: rows that are equal stay in their order, also when it descends. Texts
     /// compare without regard to case; rows keep all that is theirs. @return 1; 0 for a column out of range.
     int SortItems(int column, BOOL ascending);
@@ -128,10 +133,6 @@ protected:
     /// Removes rows for good; a step of the user can not bring them back.
     void RemoveLines(const CArray<int, int>& lines);
     void RemoveAllLines();
-    /// The row's name: above 0, never used again, and its own again after undo. 0 out of range.
-    std::uint64_t GetRowKey(int line) const;
-    /// -1 when the row is gone.
-    int FindRowKey(std::uint64_t key) const;
     /// The selected text of the open cell, or the texts of the selected rows.
     CStringArray GetFocusTexts() const;
     CStringArray GetSelectedTexts() const;

@@ -121,7 +121,7 @@ int TakeScreenshot(const Options& options)
     }
     if (!options.media.isEmpty())
         window.Media().OpenFolder(options.media);
-    if (!options.subtitles.isEmpty() && !window.Subtitles().Import(options.subtitles))
+    if (!options.subtitles.isEmpty() && !window.Subtitles().Import(options.subtitles, options.encoding))
         return kFailed;
     window.Time().Seek(FrameOf(options, window.Project().Current()));
     window.setAttribute(Qt::WA_DontShowOnScreen);
@@ -157,7 +157,7 @@ int RunWindow(const Options& options)
         if (!options.project.isEmpty())
             window.OpenProject(options.project);
         if (!options.subtitles.isEmpty())
-            window.Subtitles().Import(options.subtitles);
+            window.Subtitles().Import(options.subtitles, options.encoding);
         window.Time().SetLoop(options.play);
         if (options.play) {
             window.Time().Seek(0);
@@ -208,6 +208,12 @@ int main(int argc, char** argv)
         return kDone;
     if (!options->media.isEmpty() && !QDir(options->media).exists())
         return Fail(kFailed, Text(kTextNoSuchFolder, {options->media}));
+    // Before a window is there that could ask.
+    if (!options->subtitles.isEmpty()) {
+        const QString unsure = SubtitleEncodingFault(options->subtitles, options->encoding);
+        if (!unsure.isEmpty())
+            return Fail(kFailed, unsure);
+    }
     // Whatever is set: other platforms without a display have no fonts, and boxes would stand for letters.
     if (options->OnlyPictures())
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -353,6 +353,7 @@ void SubtitlePanel::SplitRow()
         m_list->ModifyItem(row, before.c_str(), &times.in, &cut, nullptr);
         m_list->InserItem(row + 1, behind, cut, out, name.c_str());
     });
+    m_source.ShareSettings(m_list->GetRowKey(row), m_list->GetRowKey(row + 1));
 }
 
 // The selected rows, or the selected one and the next.

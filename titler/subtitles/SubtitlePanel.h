@@ -2,6 +2,7 @@
 #pragma once
 
 #include "log/LogPanel.h"
+#include "subtitles/SubtitleSource.h"
 #include "subtitles/SubtitleStyle.h"
 
 #include <QList>
@@ -22,8 +23,6 @@ namespace titler {
 class CanvasView;
 class Document;
 class SubtitleFindBar;
-struct SubtitleFile;
-struct SubtitleRow;
 class Transport;
 
 class SubtitlePanel : public QWidget
@@ -40,12 +39,16 @@ public:
     QUndoStack& Steps() const;
     CKvSubTitleTxtListEditor& List() { return *m_list; }
 
-    /// Replaces all rows by those of a file. @return false when it cannot be read; `Reported` has said why.
-    bool Import(const QString& file);
-    /// Writes all rows; the format goes by the file's ending. Asks before something is lost.
+    /// Replaces all rows by those of a file. What it has beside texts and times is kept for export.
+    /// @param encoding as converters call it; empty: what the file tells, else what the user says, while the
+    ///        panel is shown. @return false when it cannot be read; `Reported` has said why.
+    bool Import(const QString& file, const QString& encoding = {});
+    /// Writes all rows; the format goes by the file's ending, and is kept in the rows' own file. Asks before
+    /// something is lost. Rows of which something was lost stay modified, and a file of another format than
+    /// their own, or without what was lost, is a copy: it does not become their file.
     /// @return false when nothing was written.
     bool Export(const QString& file);
-    /// Empty before the first import and export.
+    /// Where the rows came from, or were first exported to; empty before.
     const QString& FileName() const { return m_file; }
     bool IsModified() const;
     /// Asks when there are unsaved changes. @return false when the user wants to stay.
@@ -73,7 +76,10 @@ private:
     /// Exports to where the rows came from, or asks for a file. @return false when nothing was written.
     bool Save();
     void TakeCues(const SubtitleFile& file);
+    void ReportImport(const QString& name, const SubtitleFile& read, const QString& readAs);
     std::vector<SubtitleRow> Rows() const;
+    std::int64_t MillisecondsOf(DWORD frame, std::int64_t original) const;
+    bool MayLose(const std::vector<SubtitleLoss>& losses);
     void AddRow();
     void RemoveRows();
     void SplitRow();
@@ -104,10 +110,15 @@ private:
     QList<QAction*> m_commands;
     QList<QAction*> m_onRows; ///< those that need a selected row
     QString m_file;
+    SubtitleSource m_source;
     EKvFrameRate m_rate;
     std::vector<unsigned> m_faults; ///< by row, as `SubtitleFault`
     QTimer m_check;
     DWORD m_plain = 0; ///< the background of a row that nothing is wrong with
 };
+
+/// Why a file cannot be imported without asking: its encoding is uncertain, or is none.
+/// @param encoding empty: what the file tells. @return empty when it can, and for a file that cannot be read.
+QString SubtitleEncodingFault(const QString& file, const QString& encoding);
 
 } // namespace titler

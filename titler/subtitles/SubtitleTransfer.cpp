@@ -4,10 +4,9 @@
 #include "edit/Document.h"
 #include "project/TimeCode.h"
 #include "project/WholeFile.h"
+#include "subtitles/EncodingDialog.h"
 #include "subtitles/SubtitlePanel.h"
 #include "subtitles/SubtitleText.h"
-#include "subtitles/Subtitles.h"
-#include "subtitles/TextEncoding.h"
 #include "title/CanvasView.h"
 #include "window/Texts.h"
 
@@ -15,7 +14,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QUndoStack>
 
 #include <algorithm>
@@ -30,9 +28,19 @@ constexpr std::pair<CueFaultKind, UINT> kFaultTexts[] = {{CueFaultKind::NoHeader
                                                          {CueFaultKind::NoTimes, kTextCueNoTimes},
                                                          {CueFaultKind::BadTimes, kTextCueBadTimes}};
 constexpr std::pair<SubtitleLossKind, UINT> kLossTexts[] = {
-    {SubtitleLossKind::NoTimes, kTextLossNoTimes},     {SubtitleLossKind::Template, kTextLossTemplate},
-    {SubtitleLossKind::EdgeLines, kTextLossEdgeLines}, {SubtitleLossKind::SpacedLines, kTextLossSpacedLines},
+    {SubtitleLossKind::NoTimes, kTextLossNoTimes},
+    {SubtitleLossKind::Template, kTextLossTemplate},
+    {SubtitleLossKind::EdgeLines, kTextLossEdgeLines},
+    {SubtitleLossKind::SpacedLines, kTextLossSpacedLines},
     {SubtitleLossKind::Arrow, kTextLossArrow},
+    {SubtitleLossKind::Settings, kTextLossSettings},
+    {SubtitleLossKind::Identifier, kTextLossIdentifier},
+    {SubtitleLossKind::Times, kTextLossTimes},
+    {SubtitleLossKind::LineBreaks, kTextLossLineBreaks},
+    {SubtitleLossKind::Markup, kTextLossMarkup},
+    {SubtitleLossKind::Title, kTextLossTitle},
+    {SubtitleLossKind::Blocks, kTextLossBlocks},
+    {SubtitleLossKind::Notes, kTextLossNotes},
 };
 
 template <typename Table, typename Kind>
@@ -43,77 +51,136 @@ UINT TextOf(const Table& table, Kind kind)
     return found->second;
 }
 
+// The text for one, or the next one for more; "%1" is the number.
+QString Counted(UINT oneId, std::size_t count, const QString& second = {}, const QString& third = {},
+                const QString& fourth = {})
+{
+    return Text(count == 1 ? oneId : oneId + 1, {QString::number(count), second, third, fourth});
+}
+
 bool EndsWith(const QString& file, const char* ending)
 {
     return file.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
 }
 
-// Empty when the user does not choose.
-std::string AskEncoding(QWidget& parent, std::string_view bytes)
+SubtitleFormat FormatByEnding(const QString& file)
 {
-    QStringList names;
-    for (const char* name : CodePages())
-        names << QLatin1String(name);
-    const qsizetype guess = names.indexOf(QString::fromStdString(GuessEncoding(bytes)));
-    bool isChosen = false;
-    const QString name =
-        QInputDialog::getItem(&parent, Text(kTextEncodingTitle), Text(kTextEncodingQuestion), names,
-                              static_cast<int>(std::max<qsizetype>(guess, 0)), false, &isChosen);
-    return isChosen ? name.toStdString() : std::string();
+    if (EndsWith(file, ".txt"))
+        return SubtitleFormat::PlainText;
+    return EndsWith(file, ".vtt") ? SubtitleFormat::WebVtt : SubtitleFormat::SubRip;
 }
 
-// A row a line of a text without times.
-SubtitleFile ReadLines(const std::string& utf8)
+// By its contents: a name is soon given.
+SubtitleFormat FormatOf(const QString& file, std::string_view utf8)
 {
-    SubtitleFile file;
-    for (const QString& line : QString::fromStdString(utf8).split(u'\n')) {
-        Cue cue;
-        cue.in = SubtitleRow::kNoTime;
-        cue.out = SubtitleRow::kNoTime;
-        cue.text = (line.endsWith(u'\r') ? line.chopped(1) : line).toStdString();
-        file.cues.push_back(std::move(cue));
-    }
-    if (!file.cues.empty() && file.cues.back().text.empty())
-        file.cues.pop_back();
-    return file;
+    return EndsWith(file, ".txt") ? SubtitleFormatOfText(utf8) : SubtitleFormatOf(utf8);
+}
+
+std::string_view ViewOf(const QByteArray& bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+// @return empty, or why it cannot be read.
+QString ReadWhole(const QString& file, QByteArray& bytes)
+{
+    QFile source(file);
+    if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly))
+        return QFileInfo::exists(file) && !QFileInfo(file).isFile() ? Text(kTextNoFile)
+                                                                    : source.errorString();
+    if (source.size() > kLargestSubtitleFile)
+        return Text(kTextFileTooLarge, {QString::number(kLargestSubtitleFile >> 20)});
+    bytes = source.read(kLargestSubtitleFile);
+    return source.error() == QFileDevice::NoError ? QString() : source.errorString();
+}
+
+std::size_t RowsWith(const SubtitleFile& file, std::string Cue::*member)
+{
+    return static_cast<std::size_t>(std::count_if(file.cues.begin(), file.cues.end(),
+                                                  [&](const Cue& cue) { return !(cue.*member).empty(); }));
+}
+
+bool IsSameFile(const QString& one, const QString& other)
+{
+    return !one.isEmpty() && QFileInfo(one) == QFileInfo(other);
 }
 
 } // namespace
 
-bool SubtitlePanel::Import(const QString& file)
+QString SubtitleEncodingFault(const QString& file, const QString& encoding)
+{
+    if (!encoding.isEmpty())
+        return IsEncoding(encoding.toStdString()) ? QString() : Text(kTextUnknownEncoding, {encoding});
+    QByteArray bytes;
+    if (!ReadWhole(file, bytes).isEmpty() || !DetectEncoding(ViewOf(bytes)).empty())
+        return {};
+    return Text(kTextUncertainEncoding,
+                {QDir::toNativeSeparators(file), QString::fromStdString(GuessEncoding(ViewOf(bytes)))});
+}
+
+bool SubtitlePanel::Import(const QString& file, const QString& encoding)
 {
     const QString name = QDir::toNativeSeparators(file);
-    QFile source(file);
-    if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly)) {
-        emit Reported(LogType::Error, Text(kTextCannotOpen, {name, source.errorString()}));
+    QByteArray bytes;
+    if (const QString fault = ReadWhole(file, bytes); !fault.isEmpty()) {
+        emit Reported(LogType::Error, Text(kTextCannotOpen, {name, fault}));
         return false;
     }
-    const QByteArray bytes = source.read(kLargestSubtitleFile);
-    const std::string_view view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    std::string encoding = DetectEncoding(view);
-    if (encoding.empty())
-        encoding = isVisible() ? AskEncoding(*this, view) : GuessEncoding(view);
-    if (encoding.empty())
+    const std::string_view view = ViewOf(bytes);
+    QString used = encoding.isEmpty() ? QString::fromStdString(DetectEncoding(view)) : encoding;
+    if (used.isEmpty() && isVisible()) {
+        EncodingDialog dialog(view, this);
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        used = dialog.Encoding();
+    }
+    if (const QString fault = SubtitleEncodingFault(file, used); !fault.isEmpty()) {
+        emit Reported(LogType::Error, fault);
         return false;
-    const std::optional<ConvertedText> text = DecodeText(view, encoding);
+    }
+    const std::optional<ConvertedText> text = DecodeText(view, used.toStdString());
     if (!text) {
-        emit Reported(LogType::Error, Text(kTextCannotDecode, {name, QString::fromStdString(encoding)}));
+        emit Reported(LogType::Error, Text(kTextCannotDecode, {name, used}));
         return false;
     }
-    const SubtitleFile read = EndsWith(file, ".txt")
-                                  ? ReadLines(text->bytes)
-                                  : ReadSubtitles(text->bytes, SubtitleFormatOf(text->bytes));
-    TakeCues(read);
+    const SubtitleFormat format = FormatOf(file, text->bytes);
+    const SubtitleFile read = ReadSubtitles(text->bytes, format);
+    m_source = {format, read.head, read.notes, TextFormOf(view, used.toStdString(), text->bytes)};
     m_file = file;
-    for (std::size_t i = 0; i < std::min(read.faults.size(), kMostFaults); ++i)
+    TakeCues(read);
+    if (text->replaced > 0)
+        emit Reported(LogType::Warning, Counted(kTextReplacedCharacters, text->replaced, name, used,
+                                                QString::number(text->firstLine)));
+    ReportImport(name, read, used);
+    return true;
+}
+
+void SubtitlePanel::ReportImport(const QString& name, const SubtitleFile& read, const QString& readAs)
+{
+    const std::size_t told = std::min(read.faults.size(), kMostFaults);
+    for (std::size_t i = 0; i < told; ++i)
         emit Reported(LogType::Warning, Text(TextOf(kFaultTexts, read.faults[i].kind),
                                              {name, QString::number(read.faults[i].line)}));
-    if (text->replaced > 0)
+    if (told < read.faults.size())
         emit Reported(LogType::Warning,
-                      Text(kTextReplacedCharacters, {name, QString::number(text->replaced)}));
-    emit Reported(LogType::Message, Text(kTextSubtitlesImported, {QString::number(read.cues.size()), name,
-                                                                  QString::number(read.faults.size())}));
-    return true;
+                      Text(kTextFaultsLeftOut, {name, QString::number(read.faults.size() - told)}));
+    QStringList parts{Counted(kTextSubtitlesImported, read.cues.size(), name)};
+    if (m_source.format != FormatByEnding(m_file) && m_source.format != SubtitleFormat::PlainText)
+        parts << Text(m_source.format == SubtitleFormat::WebVtt ? kTextReadAsWebVtt : kTextReadAsSubRip);
+    if (readAs != QLatin1String("UTF-8"))
+        parts << Text(kTextReadInEncoding, {readAs});
+    const auto count = [&parts](UINT textId, std::size_t counted) {
+        if (counted > 0)
+            parts << Counted(textId, counted);
+    };
+    count(kTextPlacesSkipped, read.faults.size());
+    count(kTextNotesSkipped, read.notes);
+    if (read.head.SaysMore())
+        parts << Text(kTextTitleKept);
+    count(kTextBlocksKept, read.head.blocks.size());
+    count(kTextSettingsKept, RowsWith(read, &Cue::settings));
+    count(kTextNamesKept, RowsWith(read, &Cue::identifier));
+    emit Reported(LogType::Message, parts.join(QStringLiteral("; ")));
 }
 
 void SubtitlePanel::TakeCues(const SubtitleFile& file)
@@ -123,60 +190,91 @@ void SubtitlePanel::TakeCues(const SubtitleFile& file)
         return milliseconds < 0 ? kNoTime : static_cast<DWORD>(FrameAtMilliseconds(milliseconds, rate));
     };
     m_list->EmptyAll();
-    for (const Cue& cue : file.cues)
+    m_source.rows.reserve(file.cues.size());
+    for (const Cue& cue : file.cues) {
         m_list->InserItem(-1, QString::fromStdString(cue.text).toStdWString(), frame(cue.in), frame(cue.out),
                           nullptr);
+        m_source.rows[m_list->GetRowKey(m_list->GetItemCount() - 1)] = {cue.in, cue.out, cue.settings,
+                                                                        cue.identifier};
+    }
     Steps().clear(); // they were about other rows
     OnRowsChanged();
 }
 
-std::vector<SubtitleRow> SubtitlePanel::Rows() const
+// A time that was not changed is the file's own, which is finer than frames.
+std::int64_t SubtitlePanel::MillisecondsOf(DWORD frame, std::int64_t original) const
 {
     const FrameRate rate = FrameRateOf(m_rate);
+    if (frame == kNoTime)
+        return SubtitleRow::kNoTime;
+    return original >= 0 && FrameAtMilliseconds(original, rate) == frame ? original
+                                                                         : MillisecondsOfFrame(frame, rate);
+}
+
+std::vector<SubtitleRow> SubtitlePanel::Rows() const
+{
+    static const SubtitleSource::Row none;
     std::vector<SubtitleRow> rows;
     for (int row = 0; row < m_list->GetItemCount(); ++row) {
         DWORD in = kNoTime;
         DWORD out = kNoTime;
         m_list->GetTimeCode(row, in, out);
-        const auto milliseconds = [&](DWORD time) {
-            return time == kNoTime ? SubtitleRow::kNoTime : MillisecondsOfFrame(time, rate);
-        };
-        rows.push_back({milliseconds(in), milliseconds(out), RowText(row).toStdString(),
-                        !m_list->GetItemText(row, kKvSubTitleTemplate).empty()});
+        const auto found = m_source.rows.find(m_list->GetRowKey(row));
+        const SubtitleSource::Row& source = found == m_source.rows.end() ? none : found->second;
+        rows.push_back({MillisecondsOf(in, source.in), MillisecondsOf(out, source.out),
+                        RowText(row).toStdString(), !m_list->GetItemText(row, kKvSubTitleTemplate).empty(),
+                        source.settings, source.identifier, m_source.format});
     }
     return rows;
 }
 
+bool SubtitlePanel::MayLose(const std::vector<SubtitleLoss>& losses)
+{
+    if (losses.empty())
+        return true;
+    QStringList lines;
+    for (const SubtitleLoss& loss : losses)
+        lines << Counted(TextOf(kLossTexts, loss.kind), loss.count,
+                         loss.rows.empty() ? QString() : QString::number(loss.rows.front() + 1));
+    const QString question = Text(kTextSubtitleLosses, {lines.join(u'\n')});
+    emit Reported(LogType::Warning, question);
+    return KvMessageBox(this, question.toStdWString(), MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
+}
+
 bool SubtitlePanel::Export(const QString& file)
 {
+    const bool isOwn = IsSameFile(m_file, file);
+    const SubtitleFormat format = isOwn ? m_source.format : FormatByEnding(file);
     const std::vector<SubtitleRow> rows = Rows();
-    QByteArray bytes;
-    if (EndsWith(file, ".txt")) {
-        for (const SubtitleRow& row : rows)
-            bytes += QString::fromStdString(row.text).replace(u'\n', u' ').toUtf8() + '\n';
-    } else {
-        const SubtitleFormat format =
-            EndsWith(file, ".vtt") ? SubtitleFormat::WebVtt : SubtitleFormat::SubRip;
-        QStringList losses;
-        for (const SubtitleLoss& loss : SubtitleLosses(rows, format))
-            losses << Text(TextOf(kLossTexts, loss.kind),
-                           {QString::number(loss.rows.size()), QString::number(loss.rows.front() + 1)});
-        if (!losses.isEmpty()) {
-            const QString question = Text(kTextSubtitleLosses, {losses.join(u'\n')});
-            emit Reported(LogType::Warning, question);
-            if (KvMessageBox(this, question.toStdWString(), MB_YESNO | MB_ICONQUESTION) != IDYES)
-                return false;
-        }
-        bytes = QByteArray::fromStdString(WriteSubtitles(rows, format));
-    }
+    std::vector<SubtitleLoss> losses = SubtitleLosses(rows, format, m_source.head);
+    const bool losesRows = !losses.empty();
+    if (isOwn && m_source.notes > 0)
+        losses.push_back({SubtitleLossKind::Notes, m_source.notes, {}});
+    if (!MayLose(losses))
+        return false;
+    TextForm form = m_source.form;
+    if (format == SubtitleFormat::WebVtt && format != m_source.format)
+        form = {"UTF-8", false, form.lineEnd}; // no other encoding is allowed
+    const QString wanted = QString::fromStdString(form.encoding);
+    const std::string bytes = EncodeFile(WriteSubtitles(rows, format, m_source.head), form);
     const QString name = QDir::toNativeSeparators(file);
-    if (const QString fault = WriteWhole(file, bytes); !fault.isEmpty()) {
+    if (const QString fault = WriteWhole(file, QByteArray::fromStdString(bytes)); !fault.isEmpty()) {
         emit Reported(LogType::Error, Text(kTextCannotSave, {name, fault}));
         return false;
     }
-    m_file = file;
-    Steps().setClean();
-    emit Reported(LogType::Message, Text(kTextSubtitlesExported, {QString::number(rows.size()), name}));
+    const bool isCopy = !isOwn && (losesRows || (!m_file.isEmpty() && format != m_source.format));
+    QString report = Counted(isCopy ? kTextSubtitlesCopied : kTextSubtitlesExported, rows.size(), name);
+    if (wanted.toStdString() != form.encoding)
+        report += QStringLiteral("; ") + Text(kTextWrittenAsUtf8, {wanted});
+    if (!isCopy) {
+        m_file = file;
+        m_source.format = format;
+        m_source.form = form;
+        m_source.notes = 0; // what is not in the list is not in the file any more
+    }
+    if (!isCopy && !losesRows)
+        Steps().setClean();
+    emit Reported(LogType::Message, report);
     emit StepsChanged();
     return true;
 }

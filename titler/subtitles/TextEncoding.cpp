@@ -103,10 +103,16 @@ std::optional<ConvertedText> Convert(std::string_view bytes, const std::string& 
     return U_SUCCESS(error) ? std::optional(std::move(text)) : std::nullopt;
 }
 
+/// "utf8" is "UTF-8".
+bool IsSameEncoding(const std::string& one, const char* other)
+{
+    return ucnv_compareNames(one.c_str(), other) == 0;
+}
+
 const Mark* MarkOf(std::string_view bytes, const std::string& encoding)
 {
     const auto* mark = std::find_if(std::begin(kMarks), std::end(kMarks), [&](const Mark& m) {
-        return encoding == m.encoding && StartsWith(bytes, m.bytes);
+        return IsSameEncoding(encoding, m.encoding) && StartsWith(bytes, m.bytes);
     });
     return mark == std::end(kMarks) ? nullptr : mark;
 }
@@ -227,20 +233,26 @@ TextForm TextFormOf(std::string_view bytes, const std::string& encoding, std::st
 std::string EncodeFile(std::string_view utf8, TextForm& form)
 {
     std::string text;
-    for (const char c : utf8)
-        text.append(c == '\n' ? form.lineEnd : std::string(1, c));
-    std::optional<ConvertedText> encoded = EncodeText(text, form.encoding);
-    const std::optional<ConvertedText> again =
-        encoded ? DecodeText(encoded->bytes, form.encoding) : std::nullopt;
-    // What it holds in another way than expected would not come back.
-    if (!again || encoded->replaced > 0 || again->bytes != text) {
-        form.encoding = "UTF-8";
-        encoded->bytes = text;
+    for (std::size_t at = 0; at < utf8.size();) {
+        const std::size_t end = std::min(utf8.find('\n', at), utf8.size());
+        text += utf8.substr(at, end - at);
+        if (end < utf8.size())
+            text += form.lineEnd;
+        at = end + 1;
     }
+    const std::optional<ConvertedText> encoded = EncodeText(text, form.encoding);
+    const bool holdsAll = encoded && encoded->replaced == 0;
+    // What a code page holds in another way than expected would not come back.
+    const std::optional<ConvertedText> again =
+        holdsAll ? DecodeText(encoded->bytes, form.encoding) : std::nullopt;
+    if (again && again->bytes == text)
+        text = encoded->bytes;
+    else
+        form.encoding = "UTF-8";
     const auto* mark = std::find_if(std::begin(kMarks), std::end(kMarks),
-                                    [&](const Mark& m) { return form.encoding == m.encoding; });
+                                    [&](const Mark& m) { return IsSameEncoding(form.encoding, m.encoding); });
     form.hasMark = form.hasMark && mark != std::end(kMarks);
-    return form.hasMark ? std::string(mark->bytes) + encoded->bytes : encoded->bytes;
+    return form.hasMark ? std::string(mark->bytes) + text : text;
 }
 
 std::optional<ConvertedText> EncodeText(std::string_view utf8, const std::string& encoding)

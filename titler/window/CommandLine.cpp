@@ -41,6 +41,8 @@ struct Parser
                                 QStringLiteral("FILE")};
     QCommandLineOption subtitles{QStringLiteral("subtitles"), Text(kTextOptionSubtitles),
                                  QStringLiteral("FILE")};
+    QCommandLineOption encoding{QStringLiteral("encoding"), Text(kTextOptionEncoding),
+                                QStringLiteral("NAME")};
     QCommandLineOption rules{QStringLiteral("rules"), Text(kTextOptionRules), QStringLiteral("FILE")};
     QCommandLineOption menuBar{QStringLiteral("menubar"), Text(kTextOptionMenuBar)};
     QCommandLineOption workspace{QStringLiteral("workspace"), Text(kTextOptionWorkspace),
@@ -52,7 +54,7 @@ struct Parser
     {
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, size,
-                           settings, subtitles, rules, menuBar, workspace, play, help});
+                           settings, subtitles, encoding, rules, menuBar, workspace, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -66,6 +68,7 @@ struct Parser
     QString ReadFrame(std::optional<int>& number) const;
     QString ReadSize(QSize& window) const;
     QString ReadWorkspace(std::optional<Workspace>& wanted) const;
+    QString ReadEncoding(QString& name) const;
     QString ReadProject(QString& project) const;
 };
 
@@ -146,6 +149,12 @@ QString Parser::ReadWorkspace(std::optional<Workspace>& wanted) const
                   : Text(kTextBadWorkspace, {parser.value(workspace), names.join(QStringLiteral(", "))});
 }
 
+QString Parser::ReadEncoding(QString& name) const
+{
+    const bool isInPlace = parser.isSet(subtitles) || !parser.isSet(encoding);
+    return isInPlace ? ReadValue(encoding, name) : Text(kTextNeedsSubtitles);
+}
+
 QString Parser::ReadProject(QString& project) const
 {
     const QStringList projects = parser.positionalArguments();
@@ -164,10 +173,11 @@ QString Parser::Read(Options& options) const
     for (const QString& fault :
          {ReadProject(options.project), ReadValue(media, options.media),
           ReadValue(settings, options.settings), ReadValue(rules, options.rules),
-          ReadValue(subtitles, options.subtitles), ReadPicture(screenshot, options.screenshot),
-          ReadPicture(exportFrame, options.exportFrame), ReadValue(exportFrames, options.exportFrames),
-          ReadRange(options.range), ReadThreads(options.threads), ReadFrame(options.frame),
-          ReadSize(options.windowSize), ReadWorkspace(options.workspace)})
+          ReadValue(subtitles, options.subtitles), ReadEncoding(options.encoding),
+          ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
+          ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
+          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize),
+          ReadWorkspace(options.workspace)})
         if (!fault.isEmpty())
             return fault;
     return {};

@@ -26,6 +26,7 @@ struct Options
     bool isSized = false; ///< `windowSize` was asked for
     QString settings;     ///< a file; empty: the user's own
     QString subtitles;    ///< a file
+    QString encoding;     ///< of `subtitles`; empty: what the file tells
     QString rules;        ///< a file; empty: the user's own, the built-in ones for pictures
     std::optional<Workspace> workspace;
     bool menuBar = false; ///< the caption has menus instead of tabs
