@@ -85,9 +85,10 @@ std::string_view ViewOf(const QByteArray& bytes)
 QString ReadWhole(const QString& file, QByteArray& bytes)
 {
     QFile source(file);
-    if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly))
-        return QFileInfo::exists(file) && !QFileInfo(file).isFile() ? Text(kTextNoFile)
-                                                                    : source.errorString();
+    if (QFileInfo::exists(file) && !QFileInfo(file).isFile())
+        return Text(kTextNoFile);
+    if (!source.open(QIODevice::ReadOnly))
+        return source.errorString();
     if (source.size() > kLargestSubtitleFile)
         return Text(kTextFileTooLarge, {QString::number(kLargestSubtitleFile >> 20)});
     bytes = source.read(kLargestSubtitleFile);
