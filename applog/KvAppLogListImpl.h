@@ -63,7 +63,8 @@ struct CKvAppLogListCtrl::Impl
     // Writing.
     template <typename Visit>
     void VisitMessages(bool selectedOnly, Visit visit) const;
-    Outcome SaveTo(const std::wstring& path, bool selectedOnly) const;
+    /// @param error receives why it failed, with the path, when not null.
+    Outcome SaveTo(const std::wstring& path, bool selectedOnly, std::string* error = nullptr) const;
     bool Copy(bool selectedOnly, bool withTime) const;
     bool IsAnySelected() const;
 

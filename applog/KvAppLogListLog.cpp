@@ -87,8 +87,8 @@ void CKvAppLogListCtrl::Impl::VisitMessages(bool selectedOnly, Visit visit) cons
     }
 }
 
-CKvAppLogListCtrl::Impl::Outcome CKvAppLogListCtrl::Impl::SaveTo(const std::wstring& path,
-                                                                 bool selectedOnly) const
+CKvAppLogListCtrl::Impl::Outcome CKvAppLogListCtrl::Impl::SaveTo(const std::wstring& path, bool selectedOnly,
+                                                                 std::string* error) const
 {
     kv::AppLogFileText text;
     CString formatted;
@@ -98,7 +98,7 @@ CKvAppLogListCtrl::Impl::Outcome CKvAppLogListCtrl::Impl::SaveTo(const std::wstr
     });
     if (text.Bytes().empty())
         return Outcome::kNothing;
-    return kv::WriteWholeFile(path, text.Bytes()) ? Outcome::kDone : Outcome::kFailed;
+    return kv::WriteWholeFile(path, text.Bytes(), error) ? Outcome::kDone : Outcome::kFailed;
 }
 
 bool CKvAppLogListCtrl::Impl::Copy(bool selectedOnly, bool withTime) const
@@ -196,14 +196,16 @@ void CKvAppLogListCtrl::Impl::SaveAs(bool selectedOnly)
     if (!self || !isChosen || files.isEmpty())
         return;
     const std::wstring path = KvFromQString(files.front());
+    std::string error;
     const Outcome outcome = [&] {
         const Operation operation(*this);
-        return SaveTo(path, selectedOnly);
+        return SaveTo(path, selectedOnly, &error);
     }();
     if (outcome == Outcome::kNothing)
         KvMessageBox(&list, kv::LoadText(kTextNothingSaved), MB_OK | MB_ICONWARNING);
     else if (outcome == Outcome::kFailed)
-        KvMessageBox(&list, kv::FillText(kv::LoadText(kTextNotSaved), {path}), MB_OK | MB_ICONERROR);
+        KvMessageBox(&list, kv::FillText(kv::LoadText(kTextNotSaved), {kv::FromUtf8(error)}),
+                     MB_OK | MB_ICONERROR);
 }
 
 void CKvAppLogListCtrl::Impl::CopyOrTell(bool selectedOnly)

@@ -95,7 +95,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20152, L"Drop frame leaves this time code out."},
         {0, 20153, L"The step leads out of the range of time codes."},
         // The log list's find bar, badge and boxes.
-        {0, 20200, L"The log cannot be written to %s."},
+        {0, 20200, L"The log is not saved: %s."},
         {0, 20201, L"Untitled"},
         {0, 20202, L"%d new"},
         {0, 20203, L"Go to the newest message (End)"},
@@ -583,6 +583,10 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 22055, L"&Preview"},
         {0, 22056, L"The first lines of the file in the chosen encoding."},
         {0, 22057, L"%1: %2 more such lines."},
+        {0, 22058, L"%1 place of the file that could not be read goes."},
+        {0, 22059, L"%1 places of the file that could not be read go."},
+        {0, 22060, L"%1 character of the file that could not be read is replaced in it."},
+        {0, 22061, L"%1 characters of the file that could not be read are replaced in it."},
     };
     static_assert(AreSorted(strings));
     return strings;

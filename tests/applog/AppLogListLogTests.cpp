@@ -182,6 +182,11 @@ TEST_F(AppLogListLog, MenuSavesAndTellsWhatWentWrong)
     Menu("Copy All Log to Clipboard");
     EXPECT_EQ(Copied(), "[0][05][2016/03/01-09:05:07.042][x]");
     EXPECT_TRUE(boxes.empty());
+    ASSERT_TRUE(QFile::link(folder.filePath("loop.log"), folder.filePath("loop.log")));
+    save("loop.log");
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_NE(boxes[0].find(L"The log is not saved: cannot write '"), std::wstring::npos);
+    EXPECT_NE(boxes[0].find(L": Too many levels of symbolic links."), std::wstring::npos);
 }
 
 TEST_F(AppLogListLog, ClearingAsksAndTellsTheParent)

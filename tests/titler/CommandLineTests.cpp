@@ -35,6 +35,10 @@ TEST_P(Program, AnswersItsArguments)
     ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
     broken.write("{\"version\": 1,\n oops}");
     broken.close();
+    QFile subtitles(folder.filePath("code.srt"));
+    ASSERT_TRUE(subtitles.open(QIODevice::WriteOnly));
+    subtitles.write("1\n00:00:01,000 --> 00:00:02,000\nD\xE9j\xE0\n");
+    subtitles.close();
     QStringList arguments = run.arguments;
     arguments.replaceInStrings("DIR", folder.path());
     QProcess program;
@@ -104,6 +108,20 @@ INSTANTIATE_TEST_SUITE_P(
                    1,
                    "Untitled_0005.png cannot be written"},
         Invocation{"Frames", {"--export-frames", "DIR/f", "--range", "5-6", "--threads", "2"}, 0, "", ":987"},
+        Invocation{"UncertainSubtitles",
+                   {"--subtitles", "DIR/code.srt", "--screenshot", "DIR/a.png"},
+                   1,
+                   "perhaps as windows-1252. Name the encoding with --encoding."},
+        Invocation{"UncertainSubtitlesInAWindow", {"--subtitles", "DIR/code.srt"}, 1, "--encoding", ":987"},
+        Invocation{"SubtitlesInAnEncoding",
+                   {"--subtitles", "DIR/code.srt", "--encoding", "windows-1251", "--screenshot", "DIR/a.png"},
+                   0,
+                   ""},
+        Invocation{"UnknownEncoding",
+                   {"--subtitles", "DIR/code.srt", "--encoding", "klingon", "--screenshot", "DIR/a.png"},
+                   1,
+                   "klingon"},
+        Invocation{"EncodingAlone", {"--encoding", "UTF-8"}, 2, "--encoding goes with --subtitles"},
         Invocation{"UnwritableFrame", {"--export-frame", "DIR/none/a.png", kSample}, 1, "none/a.png"},
         Invocation{
             "Picture", {"--screenshot", "DIR/a.png", "--export-frame", "DIR/b.png", kSample}, 0, "", ":987"}),

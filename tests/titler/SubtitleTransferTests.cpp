@@ -104,6 +104,22 @@ TEST_F(SubtitleFiles, ComeBackAsTheyWereApartFromNotes)
     EXPECT_EQ(panel.FileName(), Path("other.vtt"));
 }
 
+TEST_F(SubtitleFiles, AskBeforeWhatCouldNotBeReadGoes)
+{
+    const QByteArray bytes = "1\n00:00:01,000 --> 00:00:02,000\na\xE9\n\n2\n00:00:03,000 -> 4\nB\n\n";
+    ASSERT_TRUE(panel.Import(Write("in.srt", bytes), "UTF-8"));
+    EXPECT_TRUE(
+        said.join(u' ').contains("1 character could not be read as UTF-8 and was replaced, in line 3."));
+    answer = IDNO;
+    EXPECT_FALSE(panel.Export(Path("in.srt")));
+    EXPECT_EQ(Read("in.srt"), bytes);
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_TRUE(
+        asked[0].contains("1 place of the file that could not be read goes.\n1 character of the file"));
+    EXPECT_TRUE(panel.Export(Path("out.srt"))) << "the damaged file is left alone";
+    EXPECT_EQ(asked.size(), 1);
+}
+
 TEST_F(SubtitleFiles, RowsKeepWhatIsTheirsThroughEditsSortAndUndo)
 {
     ASSERT_TRUE(Import("in.vtt", WithoutNote(kStyled)));
@@ -247,9 +263,6 @@ TEST_F(SubtitleFiles, AreRefusedWhereTheyWouldBeCutOrGuessed)
         EXPECT_EQ(list.GetItemCount(), 1);
         EXPECT_EQ(panel.FileName(), Path("in.srt"));
     }
-    EXPECT_TRUE(panel.Import(Write("damaged.srt", "1\n00:00:01,000 --> 00:00:02,000\na\xE9\n\n"), "UTF-8"));
-    EXPECT_TRUE(
-        said.join(u' ').contains("1 character could not be read as UTF-8 and was replaced, in line 3."));
 }
 
 TEST_F(SubtitleFiles, AskForTheEncodingWithAPreview)

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace titler {
 
@@ -23,7 +24,7 @@ struct SubtitleSource
 
     SubtitleFormat format = SubtitleFormat::SubRip;
     SubtitleHead head = {};
-    std::size_t notes = 0; ///< in the file, which have no place here
+    std::vector<SubtitleLoss> unread = {}; ///< what is in the file and has no place here
     TextForm form = {};
     std::unordered_map<std::uint64_t, Row> rows = {};
 

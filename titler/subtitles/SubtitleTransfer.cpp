@@ -41,6 +41,8 @@ constexpr std::pair<SubtitleLossKind, UINT> kLossTexts[] = {
     {SubtitleLossKind::Title, kTextLossTitle},
     {SubtitleLossKind::Blocks, kTextLossBlocks},
     {SubtitleLossKind::Notes, kTextLossNotes},
+    {SubtitleLossKind::Skipped, kTextLossSkipped},
+    {SubtitleLossKind::Replaced, kTextLossReplaced},
 };
 
 template <typename Table, typename Kind>
@@ -101,6 +103,19 @@ std::size_t RowsWith(const SubtitleFile& file, std::string Cue::*member)
                                                   [&](const Cue& cue) { return !(cue.*member).empty(); }));
 }
 
+// What goes when the file is overwritten by its own rows.
+std::vector<SubtitleLoss> UnreadIn(const SubtitleFile& file, std::size_t replaced)
+{
+    const auto skipped = std::count_if(file.faults.begin(), file.faults.end(), [](const CueFault& fault) {
+        return fault.kind != CueFaultKind::NoHeader;
+    });
+    std::vector<SubtitleLoss> unread{{SubtitleLossKind::Notes, file.notes, {}},
+                                     {SubtitleLossKind::Skipped, static_cast<std::size_t>(skipped), {}},
+                                     {SubtitleLossKind::Replaced, replaced, {}}};
+    std::erase_if(unread, [](const SubtitleLoss& loss) { return loss.count == 0; });
+    return unread;
+}
+
 bool IsSameFile(const QString& one, const QString& other)
 {
     return !one.isEmpty() && QFileInfo(one) == QFileInfo(other);
@@ -146,7 +161,8 @@ bool SubtitlePanel::Import(const QString& file, const QString& encoding)
     }
     const SubtitleFormat format = FormatOf(file, text->bytes);
     const SubtitleFile read = ReadSubtitles(text->bytes, format);
-    m_source = {format, read.head, read.notes, TextFormOf(view, used.toStdString(), text->bytes)};
+    m_source = {format, read.head, UnreadIn(read, text->replaced),
+                TextFormOf(view, used.toStdString(), text->bytes)};
     m_file = file;
     TakeCues(read);
     if (text->replaced > 0)
@@ -249,8 +265,8 @@ bool SubtitlePanel::Export(const QString& file)
     const std::vector<SubtitleRow> rows = Rows();
     std::vector<SubtitleLoss> losses = SubtitleLosses(rows, format, m_source.head);
     const bool losesRows = !losses.empty();
-    if (isOwn && m_source.notes > 0)
-        losses.push_back({SubtitleLossKind::Notes, m_source.notes, {}});
+    if (isOwn)
+        losses.insert(losses.end(), m_source.unread.begin(), m_source.unread.end());
     if (!MayLose(losses))
         return false;
     TextForm form = m_source.form;
@@ -271,7 +287,7 @@ bool SubtitlePanel::Export(const QString& file)
         m_file = file;
         m_source.format = format;
         m_source.form = form;
-        m_source.notes = 0; // what is not in the list is not in the file any more
+        m_source.unread.clear(); // what is not in the list is not in the file any more
     }
     if (!isCopy && !losesRows)
         Steps().setClean();

@@ -95,13 +95,15 @@ enum class SubtitleLossKind
     Markup,      ///< plain text has none
     Title,       ///< what stands in the head behind "WEBVTT"
     Blocks,      ///< style sheets and regions
-    Notes        ///< of the file that is overwritten
+    Notes,       ///< of the file that is overwritten
+    Skipped,     ///< places of that file which could not be read
+    Replaced     ///< its characters which could not be read
 };
 
 struct SubtitleLoss
 {
     SubtitleLossKind kind;
-    std::size_t count;             ///< of rows, blocks or notes
+    std::size_t count;             ///< of rows, blocks, notes, places or characters
     std::vector<std::size_t> rows; ///< ascending; none for the head
 };
 

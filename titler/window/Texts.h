@@ -188,6 +188,8 @@ enum TextId : UINT
     kTextLossTitle = 22038,
     kTextLossBlocks = 22040,
     kTextLossNotes = 22042,
+    kTextLossSkipped = 22058,
+    kTextLossReplaced = 22060,
     kTextTitleKept = 22044,
     kTextReadAsSubRip = 22045,
     kTextReadAsWebVtt = 22046,
