@@ -69,6 +69,13 @@ private:
 /// (Ctrl+Space turns it over). F2 or a double click edits where the list lets it: Enter commits and goes to
 /// the next line, Tab (Shift+Tab) commits and edits the next (previous) cell, Shift+Enter breaks the line
 /// where the cell takes several, Escape cancels. Escape also undoes the dragging of a column edge.
+///
+/// A cell that loses the focus is committed, from the event loop; where its text is refused it stays open
+/// and takes the focus back.
+///
+/// The edge between two columns follows the pointer. Where the auto-sized column stands left of both, the
+/// right one of the two gives way; else the left one alone changes its width. The edge behind the last
+/// column can not be taken while an auto-sized column before it fills the width.
 class KV_API CKvReportListCtrl : public CKvWnd
 {
     Q_OBJECT
@@ -161,6 +168,10 @@ protected:
     int InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height = 0);
     /// Inserts several at once. @return the first one's index; -1 out of range or when there is none.
     int InsertRows(int line, const std::vector<CStringArray>& rows, int height = 0);
+    /// Inserts each of them at a place of its own, in one pass and one notification.
+    /// @param lines where they stand then: one a row, ascending, each once. @return how many; 0, with
+    /// nothing changed, for lines that are no such places.
+    int InsertRows(const CArray<int, int>& lines, const std::vector<CStringArray>& rows, int height = 0);
     /// Removes `count` lines from `line` on; those beyond the end do not count. An open editor in one of
     /// them is dropped. @return how many went.
     int RemoveRows(int line, int count = 1);
@@ -185,6 +196,8 @@ protected:
     int SetItemData(int line, std::uint64_t value);
     /// The line's number: above 0, never used again; 0 out of range.
     std::uint64_t GetRowId(int line) const;
+    /// The number that the next new line gets; those that are there have smaller ones.
+    std::uint64_t GetNextRowId() const;
     /// Where the line with that number is; -1 when it is gone. Quick; the first call after a sort makes an
     /// index in one pass over the lines.
     int FindRow(std::uint64_t id) const;
@@ -194,6 +207,10 @@ protected:
     /// has it. @param column of kind 4, else -1. An override may change further texts, colours and heights,
     /// but not the lines.
     virtual void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column);
+
+    /// Lines are about to change: to get another text or other data (kind 4), to go (2), all to go (3).
+    /// @param lines ascending, `count` of them; none of kind 3. An override may read the list, not change it.
+    virtual void _OnItemsModifying(int kind, const int* lines, int count);
 
     // Selection and view by the derived list. Silent.
 
@@ -252,12 +269,17 @@ protected:
     /// @return an EKvReportTextStyle; the list's own (`SetTextStyle`) unless overridden.
     virtual int _GetColumnTextStyle(int line, int column);
     void SetTextStyle(int style);
-    /// The colours of a cell in that state (an EKvReportState). @return 1 with `colour` set; 0 takes the
+    /// The colours of a cell in that state (an EKvReportState); column -1 is the rest of the line, beside the
+    /// columns. @return 1 with `colour` set; 0 takes the
     /// theme's. Unless overridden: in the normal state the cell's own, in the others none.
     virtual BOOL _GetItemBKColor(int line, int column, int state, DWORD& colour);
     virtual BOOL _GetItemTextColor(int line, int column, int state, DWORD& colour);
     /// The list's text colour, enabled or disabled, for content that follows no cell.
     DWORD GetListTextColor() const;
+
+    /// What a screen reader is told of a line beside its texts and states ("plays"); nothing unless
+    /// overridden.
+    virtual CString _GetItemDescription(int line) const;
 
     // In-place editing. The texts of a cell are checked and stored by the derived list.
 
@@ -270,7 +292,7 @@ protected:
     virtual CString _GetEditText(int line, int column);
     /// A text is about to be pasted into the open editor. @return 1 when it is to replace the whole text.
     virtual BOOL _PasteReplacesCell(int line, int column, const CString& pasted);
-    /// @return 1; 0 refuses: the cell stays open and a tool tip shows `why`.
+    /// @return 1; 0 refuses: the cell stays open, with the focus, and a tool tip shows `why`.
     virtual BOOL _ValidateEdit(int line, int column, const CString& text, CString& why);
     /// The user committed a text that differs from the one that the editor began with; stores it unless
     /// overridden. The editor is closed by then. An override may change lines, notify, and delete the list.
@@ -298,7 +320,7 @@ protected:
 
     /// A header was clicked, not dragged.
     virtual void _OnHeaderClick(int column);
-    /// The user scrolled by wheel, bar or key.
+    /// The user scrolled: by wheel, bar or key, or by dragging beyond the view. Only when the list moved.
     virtual void _OnUserScroll();
     /// A selected line is dragged. @return 1 when a drag and drop was done; 0 drags the selection on.
     virtual BOOL _BeginRowDrag(int line);

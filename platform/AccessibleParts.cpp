@@ -172,6 +172,7 @@ QAccessible::State AccessiblePartInterface::state() const
     state.focused = control.hasFocus() && parts.FocusedPart() == m_key;
     state.selectable = part.selectable;
     state.selected = part.selected;
+    state.editable = part.editable;
     state.checkable = part.checkable;
     state.checked = part.checked;
     return state;
@@ -409,6 +410,16 @@ void AccessibleParts::StateChanged(Key key)
     changed.checked = part.checkable;
     changed.expanded = part.opensPopup;
     TellState(key, changed);
+}
+
+void AccessibleParts::SelectionChanged()
+{
+    if (!QAccessible::isActive() || !Container())
+        return;
+    QAccessibleEvent change(Container(), QAccessible::SelectionWithin);
+    QAccessible::updateAccessibility(&change);
+    if (const std::optional<Key> focus = FocusedPart(); focus && m_control.hasFocus())
+        StateChanged(*focus);
 }
 
 void AccessibleParts::EnabledChanged(Key key)

@@ -38,6 +38,7 @@ struct AccessiblePart
     bool selected = false;
     bool checkable = false;
     bool checked = false;
+    bool editable = false;   ///< its text can be edited
     bool disabled = false;   ///< on its own, in an enabled control; nothing can be done to it
     bool opensPopup = false; ///< its press action opens a menu
     bool expanded = false;   ///< the menu is open
@@ -91,6 +92,8 @@ public:
     void ValueChanged(Key key);
     void NameChanged(Key key);
     void StateChanged(Key key);
+    /// Other parts are selected than before: tells so, and the state of the focused part.
+    void SelectionChanged();
     /// The part became disabled or enabled.
     void EnabledChanged(Key key);
     /// The focus is on another part.

@@ -9,6 +9,9 @@ namespace {
 // A cell's key is its line's number and its column; no line has the number 0, which stands for the header.
 constexpr int kColumnBits = 16;
 
+// The toolkit has no name for it; readers know this one from other lists.
+const QString kEditAction = QStringLiteral("edit");
+
 constexpr kv::AccessibleParts::Key CellKeyOf(std::uint64_t id, int column)
 {
     return id << kColumnBits | static_cast<std::uint64_t>(column);
@@ -64,10 +67,13 @@ std::optional<CKvReportListCtrl::Impl::Cell> CKvReportListCtrl::Impl::FindCell(K
     return Cell{rows.ShownBefore(line), column};
 }
 
-// With the columns' names; a list is read line by line, not cell by cell.
+// What the derived list says of it, and the columns with their names; a list is read line by line, not cell
+// by cell.
 QString CKvReportListCtrl::Impl::RestOfLine(int line, int column) const
 {
     QStringList texts;
+    if (const CString own = list._GetItemDescription(line); !own.empty())
+        texts += KvToQString(own);
     for (int other = 0; other < ColumnCount(); ++other) {
         const QString text = KvToQString(rows.Row(line).Text(other));
         const QString header = KvToQString(columns.columns[static_cast<std::size_t>(other)].header);
@@ -92,10 +98,13 @@ kv::AccessiblePart CKvReportListCtrl::Impl::Describe(Key key) const
     part.name = KvToQString(rows.Row(line).Text(column));
     if (column == currentColumn)
         part.description = RestOfLine(line, column);
+    part.editable = list._CanEditCell(line, column) != 0;
     part.rect = CellRect(line, column) & QRect(layout.cells);
     part.selectable = true;
     part.selected = rows.Row(line).selected;
     part.actions = {QAccessibleActionInterface::setFocusAction(), QAccessibleActionInterface::pressAction()};
+    if (part.editable)
+        part.actions += kEditAction;
     return part;
 }
 
@@ -109,6 +118,8 @@ std::optional<CKvReportListCtrl::Impl::Key> CKvReportListCtrl::Impl::FocusedPart
 void CKvReportListCtrl::Impl::DoAction(Key key, const QString& action)
 {
     const QPointer<CKvReportListCtrl> self(&list);
+    if (editor && (!list.EndEdit(1) || !self))
+        return;
     list.setFocus();
     const int line = self ? rows.Find(IdOf(key)) : -1;
     if (line < 0)
@@ -120,6 +131,8 @@ void CKvReportListCtrl::Impl::DoAction(Key key, const QString& action)
         return;
     }
     ClickLine(line, Qt::NoModifier);
+    if (self && action == kEditAction)
+        list.EditCell(rows.Find(IdOf(key)), ColumnOf(key));
 }
 
 std::vector<int> CKvReportListCtrl::Impl::SelectedRows() const

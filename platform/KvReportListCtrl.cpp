@@ -2,6 +2,7 @@
 #include "platform/KvReportListImpl.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <span>
 #include <utility>
@@ -152,7 +153,7 @@ void CKvReportListCtrl::SetSelItem(int line)
         m_impl->rows.Select(line, line, true);
         SetCurrentItem(line);
     }
-    m_impl->RequestFrame();
+    m_impl->RequestSelectionFrame();
 }
 
 void CKvReportListCtrl::SetSelItem(const CArray<int, int>& lines)
@@ -167,7 +168,7 @@ void CKvReportListCtrl::SetSelItem(const CArray<int, int>& lines)
     }
     if (last >= 0)
         SetCurrentItem(last);
-    m_impl->RequestFrame();
+    m_impl->RequestSelectionFrame();
 }
 
 int CKvReportListCtrl::GetTopIndex() const
@@ -258,16 +259,24 @@ int CKvReportListCtrl::InsertRows(int line, const std::vector<CStringArray>& row
     if (line < -1 || line > count || rows.empty())
         return -1;
     const int at = line == -1 ? count : line;
-    std::vector<kv::ReportRow> added;
-    added.reserve(rows.size());
-    std::vector<std::wstring_view> texts;
-    for (const CStringArray& row : rows) {
-        texts.assign(row.begin(), row.end());
-        added.emplace_back(texts, height > 0 ? height : m_impl->defaultHeight);
-    }
-    m_impl->InsertRows(at, std::move(added));
+    m_impl->InsertRows(at, m_impl->NewRows(rows, height));
     m_impl->Inserted(at, static_cast<int>(rows.size()));
     return at;
+}
+
+int CKvReportListCtrl::InsertRows(const CArray<int, int>& lines, const std::vector<CStringArray>& rows,
+                                  int height)
+{
+    const bool isAscending =
+        std::adjacent_find(lines.begin(), lines.end(), std::greater_equal<>()) == lines.end();
+    const std::int64_t count = GetItemCount() + static_cast<std::int64_t>(rows.size());
+    if (lines.empty() || lines.size() != rows.size() || !isAscending || lines.front() < 0 ||
+        lines.back() >= count)
+        return 0;
+    m_impl->InsertRows(lines, m_impl->NewRows(rows, height));
+    m_impl->RowsResized();
+    m_impl->Notify(kKvReportInserted, lines);
+    return static_cast<int>(lines.size());
 }
 
 int CKvReportListCtrl::RemoveRows(int line, int count)
@@ -275,9 +284,10 @@ int CKvReportListCtrl::RemoveRows(int line, int count)
     if (!m_impl->IsLine(line) || count <= 0)
         return 0;
     count = std::min(count, GetItemCount() - line);
-    m_impl->RemoveRows(line, count);
     CArray<int, int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
+    _OnItemsModifying(kKvReportRemoved, lines.data(), count);
+    m_impl->RemoveRows(line, count);
     m_impl->Removed(std::move(lines), kKvReportRemoved);
     return count;
 }
@@ -290,6 +300,7 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
     gone.erase(std::unique(gone.begin(), gone.end()), gone.end());
     if (gone.empty())
         return 0;
+    _OnItemsModifying(kKvReportRemoved, gone.data(), static_cast<int>(gone.size()));
     m_impl->RemoveRows(gone);
     const int count = static_cast<int>(gone.size());
     m_impl->Removed(std::move(gone), kKvReportRemoved);
@@ -298,6 +309,7 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
 
 void CKvReportListCtrl::RemoveAllRows()
 {
+    _OnItemsModifying(kKvReportAllRemoved, nullptr, 0);
     if (GetItemCount() > 0)
         m_impl->RemoveRows(0, GetItemCount());
     m_impl->Removed({}, kKvReportAllRemoved);
@@ -318,6 +330,7 @@ int CKvReportListCtrl::SetItemText(int line, int column, const CString& text)
         return 0;
     if (m_impl->rows.Row(line).Text(column) == text)
         return 1;
+    _OnItemsModifying(kKvReportTextChanged, &line, 1);
     m_impl->SetText(line, column, text);
     m_impl->RepaintRow(line);
     m_impl->RowsResized();
@@ -361,6 +374,7 @@ int CKvReportListCtrl::SetItemData(int line, std::uint64_t value)
 {
     if (!m_impl->IsLine(line))
         return 0;
+    _OnItemsModifying(kKvReportTextChanged, &line, 1);
     m_impl->SetData(line, value);
     m_impl->RepaintRow(line);
     m_impl->RowsResized();
@@ -372,9 +386,15 @@ std::uint64_t CKvReportListCtrl::GetRowId(int line) const
     return m_impl->IsLine(line) ? m_impl->rows.Row(line).id : 0;
 }
 
+std::uint64_t CKvReportListCtrl::GetNextRowId() const
+{
+    return m_impl->rows.NextId();
+}
+
 int CKvReportListCtrl::FindRow(std::uint64_t id) const
 {
     return m_impl->rows.Find(id);
 }
 
 void CKvReportListCtrl::_OnNotifyItemModify(int, const CArray<int, int>&, int) {}
+void CKvReportListCtrl::_OnItemsModifying(int, const int*, int) {}

@@ -17,15 +17,14 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
 {
     editLine = line;
     editColumn = column;
-    editBegin = list._GetEditText(line, column);
     port = new QWidget(&list);
     kv::ReportEditorHooks hooks;
-    hooks.changed = [this] { list._UpdateTextWidth(); };
-    hooks.ended = [this](int key, bool shift) { EditorEnded(key, shift); };
-    hooks.left = [this] {
-        if (!isEndingEdit)
-            list.EndEdit(1);
+    hooks.changed = [this] {
+        editor->setAccessibleDescription({}); // of the text that was refused
+        list._UpdateTextWidth();
     };
+    hooks.ended = [this](int key, bool shift) { EditorEnded(key, shift); };
+    hooks.left = [this] { EditorLeft(); };
     hooks.replaces = [this](const QString& text) {
         return list._PasteReplacesCell(editLine, editColumn, KvFromQString(text)) != 0;
     };
@@ -39,7 +38,8 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
     palette.setColor(QPalette::HighlightedText, theme.selectedText);
     editor->setPalette(palette);
     editor->setAccessibleName(KvToQString(columns.columns[static_cast<std::size_t>(column)].header));
-    editor->setPlainText(KvToQString(editBegin));
+    editor->setPlainText(KvToQString(list._GetEditText(line, column)));
+    editBegin = list.GetOpenText(); // some characters do not come back as they went in
     editor->selectAll();
     list._UpdateTextWidth();
     port->show();
@@ -144,6 +144,19 @@ void CKvReportListCtrl::Impl::EditorEnded(int key, bool shift)
         MoveCurrent(list.NextShownRow(line, 1), Qt::NoModifier);
 }
 
+// Commits once the toolkit is done with moving the focus: it would go on with a list that a handler of the
+// host's has deleted.
+void CKvReportListCtrl::Impl::EditorLeft()
+{
+    QMetaObject::invokeMethod(
+        &list,
+        [this, left = editor] {
+            if (left && left == editor && !left->hasFocus())
+                list.EndEdit(1);
+        },
+        Qt::QueuedConnection);
+}
+
 BOOL CKvReportListCtrl::_CanEditCell(int, int)
 {
     return 0;
@@ -227,7 +240,9 @@ int CKvReportListCtrl::EndEdit(BOOL commit)
     if (!impl.editor)
         return 1; // the check itself has ended it
     if (isRefused) {
+        impl.editor->setAccessibleDescription(KvToQString(why));
         QToolTip::showText(mapToGlobal(impl.EditorRect().bottomLeft()), KvToQString(why), this);
+        impl.editor->setFocus(); // keys in the list would go to what is behind the open cell
         return 0;
     }
     impl.CloseEditor();

@@ -42,9 +42,9 @@ void CKvReportListCtrl::Impl::ClickLine(int line, Qt::KeyboardModifiers modifier
 
 void CKvReportListCtrl::Impl::MoveCurrent(int line, Qt::KeyboardModifiers modifiers)
 {
-    if (!IsLine(line))
+    if (!IsLine(line) || !rows.Row(line).shown)
         return;
-    Show(line);
+    ScrollByUser(scrollX, OffsetOf(line));
     if (modifiers.testFlag(Qt::ControlModifier) && !modifiers.testFlag(Qt::ShiftModifier)) {
         current = line;
         RequestFrame();
@@ -95,8 +95,8 @@ void CKvReportListCtrl::OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint po
         const int edge = impl.layout.EdgeAt(x);
         impl.drag = edge >= 0 ? Impl::Drag::kEdge : Impl::Drag::kHeader;
         impl.dragColumn = edge >= 0 ? edge : impl.layout.ColumnAt(x);
-        impl.dragWidth = GetColumnWidth(impl.dragColumn);
-        impl.dragWasAuto = impl.columns.autoColumn == impl.dragColumn;
+        impl.dragColumns = impl.columns;
+        impl.dragLayout = impl.layout;
         SetCapture();
         return;
     }
@@ -131,11 +131,11 @@ void CKvReportListCtrl::OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint 
         OnLButtonDown(modifiers, point);
         return;
     }
+    const QPointer<CKvReportListCtrl> self(this);
     int line = -1;
     int column = -1;
-    if (!HitTest(point, line, column))
+    if ((impl.editor && !EndEdit(1)) || !self || !HitTest(point, line, column))
         return;
-    const QPointer<CKvReportListCtrl> self(this);
     if (!_OnActivate(line, column) && self && column >= 0)
         EditCell(line, column);
 }
@@ -154,7 +154,9 @@ void CKvReportListCtrl::OnMouseMove(Qt::KeyboardModifiers, CPoint point)
     }
     switch (impl.drag) {
     case Impl::Drag::kEdge:
-        SetColumnWidth(impl.dragColumn, impl.dragWidth + point.x - impl.dragStart.x);
+        impl.columns =
+            kv::WithEdgeMoved(impl.dragColumns, impl.dragLayout, impl.dragColumn, point.x - impl.dragStart.x);
+        impl.LayOut();
         break;
     case Impl::Drag::kSelect:
         impl.DragSelectionTo(point);
@@ -263,7 +265,7 @@ void CKvReportListCtrl::OnTimer(UINT id)
                                                              : 0;
     if (impl.drag != Impl::Drag::kSelect || beyond == 0)
         return;
-    impl.ScrollTo(impl.scrollX, impl.scrollY + beyond);
+    impl.ScrollByUser(impl.scrollX, impl.scrollY + beyond);
     impl.DragSelectionTo(point);
 }
 
@@ -274,9 +276,8 @@ void CKvReportListCtrl::OnCaptureChanged()
     impl.dragLine = -1;
     if (std::exchange(impl.drag, Impl::Drag::kNone) != Impl::Drag::kEdge)
         return;
-    SetColumnWidth(impl.dragColumn, impl.dragWidth);
-    if (impl.dragWasAuto)
-        SetAutoSizeColumn(impl.dragColumn, impl.columns.autoMinimum);
+    impl.columns = impl.dragColumns;
+    impl.LayOut();
 }
 
 BOOL CKvReportListCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)

@@ -134,14 +134,23 @@ void CKvReportListCtrl::Impl::Show(int line)
 {
     if (!IsLine(line) || !rows.Row(line).shown)
         return;
+    ScrollTo(scrollX, OffsetOf(line));
+}
+
+// The offset that brings the line into view; it is shown.
+std::int64_t CKvReportListCtrl::Impl::OffsetOf(int line) const
+{
     const std::int64_t top = rows.TopOf(line);
-    ScrollTo(scrollX, kv::OffsetToShow(scrollY, layout.cells.Height(), top, top + rows.Row(line).height));
+    return kv::OffsetToShow(scrollY, layout.cells.Height(), top, top + rows.Row(line).height);
 }
 
 void CKvReportListCtrl::Impl::ScrollByUser(int x, std::int64_t y)
 {
+    const int xBefore = scrollX;
+    const std::int64_t yBefore = scrollY;
     ScrollTo(x, y);
-    list._OnUserScroll();
+    if (scrollX != xBefore || scrollY != yBefore)
+        list._OnUserScroll();
 }
 
 void CKvReportListCtrl::Impl::RequestFrame()
@@ -163,6 +172,12 @@ void CKvReportListCtrl::Impl::RequestWholeFrame()
     RequestFrame();
 }
 
+void CKvReportListCtrl::Impl::RequestSelectionFrame()
+{
+    isSelectionDue = true;
+    RequestFrame();
+}
+
 void CKvReportListCtrl::Impl::Frame()
 {
     frameAsked = false;
@@ -177,6 +192,8 @@ void CKvReportListCtrl::Impl::Frame()
     if (std::exchange(rowsChanged, false) || areOthersShown)
         PartsChanged();
     UpdateFocus();
+    if (std::exchange(isSelectionDue, false))
+        SelectionChanged();
 }
 
 void CKvReportListCtrl::Impl::SyncBars()
@@ -213,6 +230,20 @@ void CKvReportListCtrl::Impl::Notify(int kind, CArray<int, int> lines, int colum
     list._OnNotifyItemModify(kind, lines, column);
 }
 
+// @param height 0 takes the default.
+std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CStringArray>& texts,
+                                                            int height) const
+{
+    std::vector<kv::ReportRow> added;
+    added.reserve(texts.size());
+    std::vector<std::wstring_view> views;
+    for (const CStringArray& row : texts) {
+        views.assign(row.begin(), row.end());
+        added.emplace_back(views, height > 0 ? height : defaultHeight);
+    }
+    return added;
+}
+
 void CKvReportListCtrl::Impl::Inserted(int line, int count)
 {
     RowsResized();
@@ -237,6 +268,6 @@ void CKvReportListCtrl::Impl::Removed(CArray<int, int> lines, int kind)
 
 void CKvReportListCtrl::Impl::TellSelection()
 {
-    RequestFrame();
+    RequestSelectionFrame();
     Q_EMIT list.SelectionEdited();
 }

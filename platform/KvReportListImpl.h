@@ -52,11 +52,14 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     void RowsResized();
     void ScrollTo(int x, std::int64_t y);
     void Show(int line);
+    std::int64_t OffsetOf(int line) const;
     void ScrollByUser(int x, std::int64_t y);
 
     // The frame.
     void RequestFrame();
     void RequestWholeFrame();
+    /// After a change of the selection.
+    void RequestSelectionFrame();
     void Frame();
     void SyncBars();
     /// Moves and invalidates on the screen what differs from the picture of the last frame.
@@ -67,6 +70,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     void RepaintRow(int line);
 
     // Rows.
+    std::vector<kv::ReportRow> NewRows(const std::vector<CStringArray>& texts, int height) const;
     void Inserted(int line, int count);
     void Removed(CArray<int, int> lines, int kind);
     void Notify(int kind, CArray<int, int> lines, int column = -1);
@@ -87,6 +91,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     void ShowCaret();
     void CloseEditor();
     void EditorEnded(int key, bool shift);
+    void EditorLeft();
     void EditNext(int line, int column, int step);
 
     // Drawing.
@@ -130,8 +135,8 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     Drag drag = Drag::kNone;
     CPoint dragStart;
     int dragColumn = -1;
-    int dragWidth = 0;        ///< the column's before
-    bool dragWasAuto = false; ///< whether it was the auto-sized one
+    kv::ReportColumns dragColumns; ///< before an edge was dragged
+    kv::ReportLayout dragLayout;
     int wheelRest = 0;
 
     QScrollBar* verticalBar;
@@ -144,9 +149,10 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
 
     int suspended = 0;
     bool frameAsked = false;
-    bool frameDue = false;    ///< something changed while suspended
-    bool rowsChanged = false; ///< since a screen reader was told
-    int shownTold = 0;        ///< how many lines it was told of
+    bool frameDue = false;       ///< something changed while suspended
+    bool rowsChanged = false;    ///< since a screen reader was told
+    bool isSelectionDue = false; ///< to be told to it
+    int shownTold = 0;           ///< how many lines it was told of
     bool isSyncing = false;
     QRegion dirty; ///< what is being painted
     kv::ReportScreen screen;

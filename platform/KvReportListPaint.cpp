@@ -147,8 +147,7 @@ void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line, const QRect& 
     const int columnsEnd = std::max(cells.left(), layout.edges.back() - scrollX);
     const QRect beside(columnsEnd, row.top(), cells.right() + 1 - columnsEnd, row.height());
     if (!beside.isEmpty()) {
-        const QColor& selected = list.isEnabled() ? theme.selectedBack : theme.grid;
-        painter.fillRect(beside, rows.Row(line).selected ? selected : theme.back);
+        painter.fillRect(beside, Colour(line, -1, true));
     }
     if (line == current && list.hasFocus()) {
         const bool isCell = IsColumn(currentColumn) && list._CanEditCell(line, currentColumn);
@@ -285,5 +284,5 @@ QString CKvReportListCtrl::ToolTipAt(CPoint point, CRect& area) const
     const int room = area.Width() - 2 * kTextMargin;
     const bool isCut =
         text.contains(QLatin1Char('\n')) || QFontMetrics(font()).horizontalAdvance(text) > room;
-    return isCut ? text.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>")) : QString();
+    return isCut ? Qt::convertFromPlainText(text) : QString(); // what looks like markup is text, too
 }

@@ -10,13 +10,13 @@ void CKvReportListCtrl::SelectRange(int first, int last, BOOL select)
     if (first > last)
         return;
     m_impl->rows.Select(first, last, select != 0);
-    m_impl->RequestFrame();
+    m_impl->RequestSelectionFrame();
 }
 
 void CKvReportListCtrl::SelectAllShown()
 {
     m_impl->rows.SelectShown(0, GetItemCount() - 1);
-    m_impl->RequestFrame();
+    m_impl->RequestSelectionFrame();
 }
 
 int CKvReportListCtrl::GetCurrentItem() const
@@ -175,6 +175,11 @@ BOOL CKvReportListCtrl::_GetItemTextColor(int line, int column, int state, DWORD
 DWORD CKvReportListCtrl::GetListTextColor() const
 {
     return (isEnabled() ? m_impl->theme.text : m_impl->theme.disabledText).rgba();
+}
+
+CString CKvReportListCtrl::_GetItemDescription(int) const
+{
+    return {};
 }
 
 void CKvReportListCtrl::_OnHeaderClick(int) {}

@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -51,7 +52,10 @@ QSize ReportEditor::NaturalSize() const
     qreal width = 0;
     qreal height = 0;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        width = std::max(width, metrics.horizontalAdvance(block.text()));
+        QString text = block.text();
+        const QTextLayout& layout = *block.layout(); // knows what an input method is composing, too
+        text.insert(layout.preeditAreaPosition(), layout.preeditAreaText());
+        width = std::max(width, metrics.horizontalAdvance(text));
         // As it is laid out: a font that stands in for another may be higher, and what has no room would
         // scroll.
         height += std::max(metrics.lineSpacing(), blockBoundingRect(block).height());
@@ -62,6 +66,9 @@ QSize ReportEditor::NaturalSize() const
 
 bool ReportEditor::IsEndingKey(const QKeyEvent& event) const
 {
+    // With these keys the host's tabs and windows are changed, or nothing is.
+    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -92,10 +99,7 @@ bool ReportEditor::event(QEvent* event)
 void ReportEditor::keyPressEvent(QKeyEvent* event)
 {
     if (!IsEndingKey(*event)) {
-        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-            insertPlainText(QStringLiteral("\n")); // a paragraph, not a line separator
-        else
-            QPlainTextEdit::keyPressEvent(event);
+        TakeKey(*event);
         return;
     }
     event->accept();
@@ -105,6 +109,32 @@ void ReportEditor::keyPressEvent(QKeyEvent* event)
                                                     : event->key();
     const auto ended = m_hooks.ended; // may delete this editor
     ended(key, shift);
+}
+
+void ReportEditor::TakeKey(QKeyEvent& event)
+{
+    const bool isPlain = !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (isPlain)
+            insertPlainText(QStringLiteral("\n")); // a paragraph, not a line separator
+        break;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        event.setAccepted(!event.modifiers().testFlag(Qt::ControlModifier)); // the host's tabs
+        break;
+    default:
+        QPlainTextEdit::keyPressEvent(&event);
+        break;
+    }
+}
+
+void ReportEditor::inputMethodEvent(QInputMethodEvent* event)
+{
+    QPlainTextEdit::inputMethodEvent(event);
+    const auto tell = m_hooks.changed; // a text that is being composed is no change of the document
+    tell();
 }
 
 void ReportEditor::focusOutEvent(QFocusEvent* event)

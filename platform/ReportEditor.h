@@ -31,12 +31,14 @@ public:
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
     bool IsEndingKey(const QKeyEvent& event) const;
+    void TakeKey(QKeyEvent& event);
 
     const bool m_isMultiLine;
     ReportEditorHooks m_hooks;

@@ -45,6 +45,10 @@ ReportLayout LayOutReport(const ReportExtent& extent, const ReportColumns& colum
         horizontal = horizontal || layout.contentWidth > width;
         vertical = vertical || layout.contentHeight > room - (horizontal ? extent.bar : 0);
     }
+    const int last = static_cast<int>(columns.columns.size()) - 1;
+    layout.isEndFixed =
+        columns.autoColumn >= 0 && columns.autoColumn < last &&
+        layout.Right(columns.autoColumn) - layout.Left(columns.autoColumn) > columns.autoMinimum;
     const int height = std::max(0, room - (horizontal ? extent.bar : 0));
     layout.header = {0, 0, width, top};
     layout.cells = {0, top, width, top + height};
@@ -53,6 +57,25 @@ ReportLayout LayOutReport(const ReportExtent& extent, const ReportColumns& colum
     if (horizontal)
         layout.horizontalBar = {0, top + height, width, extent.client.cy};
     return layout;
+}
+
+ReportColumns WithEdgeMoved(ReportColumns columns, const ReportLayout& layout, int column, int pixels)
+{
+    const auto at = static_cast<std::size_t>(column);
+    ReportColumn& left = columns.columns[at];
+    const int width = layout.Right(column) - layout.Left(column);
+    if (columns.autoColumn == column)
+        columns.autoColumn = -1;
+    // What the left column takes an auto-sized one before it would give, and the edge would stay.
+    const bool isBehindAuto = columns.autoColumn >= 0 && columns.autoColumn < column;
+    if (isBehindAuto && at + 1 < columns.columns.size()) {
+        ReportColumn& right = columns.columns[at + 1];
+        pixels = std::min(pixels, right.width - kReportMinColumn);
+        pixels = std::max(pixels, kReportMinColumn - width);
+        right.width -= pixels;
+    }
+    left.width = std::max(width + pixels, kReportMinColumn);
+    return columns;
 }
 
 int ReportLayout::ColumnAt(int x) const
@@ -65,7 +88,7 @@ int ReportLayout::ColumnAt(int x) const
 int ReportLayout::EdgeAt(int x) const
 {
     int best = -1;
-    for (int column = 0; column < ColumnCount(); ++column) {
+    for (int column = 0; column < ColumnCount() - (isEndFixed ? 1 : 0); ++column) {
         const int distance = std::abs(Right(column) - x);
         if (distance <= kEdgeReach && (best < 0 || distance <= std::abs(Right(best) - x)))
             best = column;

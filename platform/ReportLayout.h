@@ -47,6 +47,7 @@ struct ReportLayout
     std::vector<int> edges{0}; ///< of the columns, content x: the left of the first, then each one's right
     int contentWidth = 0;
     std::int64_t contentHeight = 0;
+    bool isEndFixed = false; ///< an auto-sized column would take back what the last column is given
 
     int MaxScrollX() const { return std::max(0, contentWidth - cells.Width()); }
     std::int64_t MaxScrollY() const { return std::max<std::int64_t>(0, contentHeight - cells.Height()); }
@@ -56,11 +57,16 @@ struct ReportLayout
     /// The column at a content x; -1 beyond them.
     int ColumnAt(int x) const;
     /// The column whose right edge can be taken at a content x: 4 pixels to either side; -1 for none. Of
-    /// edges equally near the right one.
+    /// edges equally near the right one; the last one not where the columns' end is fixed.
     int EdgeAt(int x) const;
 };
 
 ReportLayout LayOutReport(const ReportExtent& extent, const ReportColumns& columns);
+
+/// The columns once the edge behind `column` was dragged by so many pixels, as `CKvReportListCtrl` has it; no
+/// column becomes narrower than kReportMinColumn.
+/// @param columns, layout when the edge was taken.
+ReportColumns WithEdgeMoved(ReportColumns columns, const ReportLayout& layout, int column, int pixels);
 
 /// A scroll bar has 31 bits: where the way is longer, a step of the bar is several pixels.
 class ReportBarScale

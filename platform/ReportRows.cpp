@@ -99,9 +99,15 @@ ReportRow& ReportRows::At(int line)
 
 void ReportRows::Append(ReportRow row)
 {
+    m_total.Add(row, 1);
+    PutLast(std::move(row));
+}
+
+// Of a row that counts already.
+void ReportRows::PutLast(ReportRow row)
+{
     if (m_chunks.empty() || m_chunks.back()->rows.size() >= kChunkRows)
         m_chunks.push_back(std::make_unique<Chunk>());
-    m_total.Add(row, 1);
     Take(*m_chunks.back(), std::move(row), m_chunks.back()->rows.size());
 }
 
@@ -161,6 +167,33 @@ void ReportRows::Insert(int line, std::vector<ReportRow> rows)
     }
     m_chunks.insert(m_chunks.end(), std::make_move_iterator(behind.begin()),
                     std::make_move_iterator(behind.end()));
+}
+
+void ReportRows::Insert(std::span<const int> lines, std::vector<ReportRow> rows)
+{
+    std::vector<std::unique_ptr<Chunk>> old = std::exchange(m_chunks, {});
+    m_before.clear();
+    std::size_t next = 0;
+    int line = 0;
+    const auto putNew = [&] {
+        for (; next < lines.size() && lines[next] == line; ++next, ++line) {
+            rows[next].id = ++m_lastId;
+            Append(std::move(rows[next]));
+        }
+    };
+    for (auto& chunk : old) {
+        if (next == lines.size() || lines[next] >= line + chunk->sums.count) {
+            line += chunk->sums.count;
+            m_chunks.push_back(std::move(chunk));
+            continue;
+        }
+        for (ReportRow& row : chunk->rows) {
+            putNew();
+            PutLast(std::move(row));
+            ++line;
+        }
+    }
+    putNew();
 }
 
 void ReportRows::Remove(int line, int count)

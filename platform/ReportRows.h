@@ -82,6 +82,9 @@ public:
     /// Inserts before `line` (0 … count) and gives each row the next number.
     void Insert(int line, ReportRow row);
     void Insert(int line, std::vector<ReportRow> rows);
+    /// @param lines where the rows are to stand then: one a row, ascending, each once. One pass, whatever
+    /// their number.
+    void Insert(std::span<const int> lines, std::vector<ReportRow> rows);
     void Remove(int line, int count);
     /// @param lines ascending, each once. One pass, whatever their number.
     void Remove(std::span<const int> lines);
@@ -89,6 +92,8 @@ public:
     /// The row that is to come to place i stands at order[i]. @return false, with nothing changed, when it is
     /// no permutation.
     bool Sort(std::span<const int> order);
+    /// The number that the next row gets; all rows that are there have a smaller one.
+    std::uint64_t NextId() const { return m_lastId + 1; }
 
     const ReportRow& Row(int line) const;
     /// Where the row with that number is; -1 when it is gone. The first call after a sort is a pass over all
@@ -164,6 +169,7 @@ private:
     void Take(Chunk& chunk, ReportRow row, std::size_t at);
     void Lose(const ReportRow& row);
     void Append(ReportRow row);
+    void PutLast(ReportRow row);
     void Split(int line);
     bool CanMerge(const Chunk& left, const Chunk& right) const;
     void Merge(Chunk& left, Chunk& right);

@@ -19,6 +19,21 @@ int LineAfterInsert(int line, int at, int count)
     return line >= at ? line + count : line;
 }
 
+int LineAfterInsert(int line, std::span<const int> lines)
+{
+    // A new line stands before the old one when, without the new ones before itself, it has its index at
+    // most.
+    int before = 0;
+    for (int end = static_cast<int>(lines.size()); before < end;) {
+        const int middle = before + (end - before) / 2;
+        if (lines[static_cast<std::size_t>(middle)] - middle <= line)
+            before = middle + 1;
+        else
+            end = middle;
+    }
+    return line + before;
+}
+
 int LineAfterRemove(int line, int at, int count)
 {
     if (line < at)
@@ -81,6 +96,18 @@ void ReportView::InsertRows(int line, std::vector<ReportRow> added)
     rows.Insert(line, std::move(added));
     const auto after = [&](int one) { return LineAfterInsert(one, line, count); };
     held.line = after(held.line);
+    Restore(held);
+    MapLines(after);
+}
+
+void ReportView::InsertRows(std::span<const int> lines, std::vector<ReportRow> added)
+{
+    for (ReportRow& row : added)
+        row.shown = Accepts(row);
+    Held held = Hold();
+    rows.Insert(lines, std::move(added));
+    const auto after = [&](int one) { return LineAfterInsert(one, lines); };
+    held.line = held.line < 0 ? -1 : after(held.line);
     Restore(held);
     MapLines(after);
 }

@@ -17,6 +17,8 @@ struct ReportView
 
     void InsertRow(int line, ReportRow row);
     void InsertRows(int line, std::vector<ReportRow> added);
+    /// @param lines where they are to stand then, ascending, each once.
+    void InsertRows(std::span<const int> lines, std::vector<ReportRow> added);
     void RemoveRows(int line, int count);
     /// @param lines ascending, each once.
     void RemoveRows(std::span<const int> lines);
@@ -57,6 +59,8 @@ private:
 
 /// Where a line is after `count` lines were inserted before `at`.
 int LineAfterInsert(int line, int at, int count);
+/// Where it is after others were inserted that stand at those lines (ascending) now.
+int LineAfterInsert(int line, std::span<const int> lines);
 /// Where it is after `count` lines from `at` on went; -1 when it is one of them.
 int LineAfterRemove(int line, int at, int count);
 /// Where it is after those lines (ascending) went; -1 when it is one of them.

@@ -1,77 +1,17 @@
 // The report list as a derived list and its user see it.
-#include "KvReportListCtrl.h"
+#include "ReportListFixture.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QPaintEvent>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QTest>
+#include <QTextDocumentFragment>
 
-#include <functional>
-#include <gtest/gtest.h>
 #include <utility>
 
 namespace {
 
-class TestList : public CKvReportListCtrl
-{
-public:
-    using CKvReportListCtrl::EditCell;
-    using CKvReportListCtrl::EndEdit;
-    using CKvReportListCtrl::EnsureVisible;
-    using CKvReportListCtrl::GetCellRect;
-    using CKvReportListCtrl::GetCellsRect;
-    using CKvReportListCtrl::GetCurrentItem;
-    using CKvReportListCtrl::GetEditColumn;
-    using CKvReportListCtrl::GetEditLine;
-    using CKvReportListCtrl::GetScrollOffset;
-    using CKvReportListCtrl::InsertColumn;
-    using CKvReportListCtrl::InsertRow;
-    using CKvReportListCtrl::IsEditing;
-    using CKvReportListCtrl::NextShownRow;
-    using CKvReportListCtrl::RemoveAllRows;
-    using CKvReportListCtrl::RemoveRows;
-    using CKvReportListCtrl::SetAutoSizeColumn;
-    using CKvReportListCtrl::SetCellColors;
-    using CKvReportListCtrl::SetItemHeight;
-    using CKvReportListCtrl::SetItemText;
-    using CKvReportListCtrl::SetRowFilter;
-    using CKvReportListCtrl::SetScrollOffset;
-    using CKvReportListCtrl::SortRows;
-    using CKvReportListCtrl::UpdateLine;
-
-    int Add(const std::wstring& text, int line = -1, int height = 0)
-    {
-        return InsertRow(line, {text, L"second"}, height);
-    }
-
-    struct Modify
-    {
-        int kind;
-        CArray<int, int> rows;
-        int column;
-        friend bool operator==(const Modify&, const Modify&) = default;
-    };
-    std::vector<Modify> modifies;
-    bool isMultiLine = false;
-    int cancelled = -2;
-
-protected:
-    void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override
-    {
-        modifies.push_back({kind, rows, column});
-    }
-    BOOL _CanEditCell(int, int) override { return 1; }
-    BOOL _IsMultiLineCell(int, int) override { return isMultiLine; }
-    BOOL _ValidateEdit(int, int, const CString& text, CString& why) override
-    {
-        why = L"no";
-        return text != L"bad";
-    }
-    void _CancelEdit(int line, int) override { cancelled = line; }
-};
+using namespace kv::test;
 
 /// Gathers what a widget is asked to paint.
 class PaintWatch : public QObject
@@ -88,47 +28,6 @@ public:
 private:
     QRegion& m_region;
 };
-
-class ReportList : public testing::Test
-{
-protected:
-    ReportList()
-    {
-        parent.resize(400, 200);
-        list.Create({0, 0, 300, 144}, WS_CHILD | WS_VISIBLE, &parent, 5); // five lines of 24
-        list.InsertColumn(L"First", 100);
-        list.InsertColumn(L"Second", 80);
-        parent.show();
-        QApplication::setActiveWindow(&parent);
-        list.setFocus();
-    }
-    void Fill(int count)
-    {
-        for (int i = 0; i < count; ++i)
-            list.Add(L"row " + std::to_wstring(i));
-        list.modifies.clear();
-    }
-    void Click(int line, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::mouseClick(&list, Qt::LeftButton, modifiers, QRect(list.GetCellRect(line, 0)).center());
-    }
-    CArray<int, int> Selected() const
-    {
-        CArray<int, int> lines{77};
-        list.GetSelItems(lines);
-        return lines;
-    }
-    QPlainTextEdit* Editor() const { return qobject_cast<QPlainTextEdit*>(QApplication::focusWidget()); }
-    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(&list, static_cast<Qt::Key>(key), modifiers);
-    }
-
-    QWidget parent;
-    TestList list;
-};
-
-using Lines = CArray<int, int>;
 
 TEST_F(ReportList, TellsOnceOfEachChange)
 {
@@ -279,91 +178,41 @@ TEST_F(ReportList, ColumnEdgeDragsAndEscapeUndoes)
     EXPECT_EQ(list.GetColumnWidth(0), 110);
 }
 
-TEST_F(ReportList, EnterCommitsTabGoesOnEscapeCancels)
+TEST_F(ReportList, ToolTipShowsACutTextAsItIs)
 {
-    Fill(3);
+    list.Add(L"a & b <i>is no markup</i>, and too long");
+    CRect area;
+    const QString tip = list.ToolTipAt({20, 30}, area);
+    EXPECT_TRUE(Qt::mightBeRichText(tip));
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(tip).toPlainText(), "a & b <i>is no markup</i>, and too long");
+    EXPECT_EQ(list.ToolTipAt({120, 30}, area), QString()) << "what is whole needs none";
+}
+
+TEST_F(ReportList, OnlyWhatMovesTheLinesIsTheUsersScrolling)
+{
+    Fill(30);
     Click(0);
-    Key(Qt::Key_F2);
-    ASSERT_TRUE(Editor());
-    QTest::keyClicks(Editor(), "typed");
-    QTest::keyClick(Editor(), Qt::Key_Return);
-    EXPECT_EQ(list.GetItemText(0, 0), L"typed");
-    EXPECT_EQ(Selected(), (Lines{1}));
-    list.EditCell(1, 0);
-    QTest::keyClick(Editor(), Qt::Key_Tab);
-    EXPECT_EQ(list.GetEditColumn(), 1);
-    QTest::keyClick(Editor(), Qt::Key_Tab);
-    EXPECT_EQ(std::pair(list.GetEditLine(), list.GetEditColumn()), std::pair(2, 0));
-    QTest::keyClicks(Editor(), "bad");
-    QTest::keyClick(Editor(), Qt::Key_Return);
-    EXPECT_TRUE(list.IsEditing()) << "a refused text stays open";
-    QTest::keyClick(Editor(), Qt::Key_Escape);
-    EXPECT_FALSE(list.IsEditing());
-    EXPECT_EQ(list.cancelled, 2);
-    EXPECT_EQ(list.GetItemText(2, 0), L"row 2");
-    list.modifies.clear();
-    list.EditCell(2, 0);
-    list.EndEdit(1);
-    EXPECT_TRUE(list.modifies.empty()) << "an unchanged text changes nothing";
-}
-
-TEST_F(ReportList, OpenEditorFollowsItsLine)
-{
-    Fill(3);
-    list.isMultiLine = true;
-    list.EditCell(1, 0);
-    QTest::keyClicks(Editor(), "a");
-    QTest::keyClick(Editor(), Qt::Key_Return, Qt::ShiftModifier);
-    QTest::keyClicks(Editor(), "b");
-    list.Add(L"above", 0);
-    list.SortRows({3, 2, 1, 0});
-    EXPECT_EQ(list.GetEditLine(), 1);
-    list.EndEdit(1);
-    EXPECT_EQ(list.GetItemText(1, 0), L"a\nb");
-    list.EditCell(1, 0);
-    list.RemoveRows(1, 1);
-    EXPECT_FALSE(list.IsEditing());
-    EXPECT_EQ(list.cancelled, -1);
-}
-
-TEST_F(ReportList, CaretStaysFivePixelsInside)
-{
-    Fill(1);
-    list.EditCell(0, 1);
-    QTest::keyClicks(Editor(), QString(80, QLatin1Char('W')));
-    const auto caret = [this] {
-        return Editor()->viewport()->mapTo(&list, Editor()->cursorRect().topLeft()).x();
+    const auto scrolledBy = [&](auto act) {
+        list.scrolled = 0;
+        act();
+        return list.scrolled;
     };
-    EXPECT_EQ(caret() + 5, list.GetCellsRect().right);
-    QTest::keyClick(Editor(), Qt::Key_Home);
-    EXPECT_GE(caret() - 5, 0);
-    list.EndEdit(0);
-    EXPECT_EQ(list.GetScrollOffset().x, 0) << "without the editor everything fits again";
-    list.SetAutoSizeColumn(1);
-    const CRect before = list.GetCellsRect();
-    list.EditCell(0, 1);
-    EXPECT_EQ(list.GetCellsRect(), before) << "a short text takes no more room than its cell";
-}
-
-TEST_F(ReportList, OpenEditorFillsItsCellAsThatChanges)
-{
-    QFont font = list.font();
-    font.setPixelSize(10); // has room in its row, whatever font it is
-    list.setFont(font);
-    Fill(3);
-    list.EditCell(1, 0);
-    EXPECT_EQ(Editor()->size(), QSize(100, 24));
-    list.SetItemHeight(1, 60);
-    EXPECT_EQ(Editor()->height(), 60);
-    list.SetColumnWidth(0, 150);
-    EXPECT_EQ(Editor()->width(), 150);
-    list.SetItemHeight(1, 12);
-    EXPECT_LT(Editor()->height(), 60);
-    EXPECT_GE(Editor()->height(), QFontMetrics(list.font()).height()) << "its text needs more than its cell";
-    list.SetAutoSizeColumn(0);
-    EXPECT_EQ(Editor()->width(), 220);
-    list.resize(200, 144);
-    EXPECT_EQ(Editor()->width(), 120);
+    const auto key = [this](Qt::Key code) { return [this, code] { Key(code); }; };
+    const auto wheel = [this](int delta) {
+        return [this, delta] {
+            QWheelEvent event({20, 60}, list.mapToGlobal(QPointF(20, 60)), {}, {0, delta}, {}, {},
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&list, &event);
+        };
+    };
+    EXPECT_EQ(scrolledBy(key(Qt::Key_Down)), 0) << "in view";
+    EXPECT_EQ(scrolledBy(key(Qt::Key_Right)), 0);
+    EXPECT_EQ(scrolledBy(wheel(120)), 0) << "at the end";
+    EXPECT_EQ(scrolledBy(key(Qt::Key_PageDown)), 1);
+    EXPECT_EQ(scrolledBy(key(Qt::Key_End)), 1);
+    EXPECT_EQ(scrolledBy(key(Qt::Key_Down)), 0) << "there is no further line";
+    EXPECT_EQ(scrolledBy(wheel(120)), 1);
+    EXPECT_EQ(scrolledBy([&] { list.EnsureVisible(0); }), 0) << "the list itself";
 }
 
 TEST_F(ReportList, HostMayDeleteTheListInAnySelectionSignal)
@@ -474,7 +323,8 @@ TEST_F(ReportList, IsATableToAScreenReader)
     QAccessibleInterface* cell = table->cellAt(2, 0);
     EXPECT_EQ(table->selectedCells().first(), cell);
     EXPECT_EQ(cell->text(QAccessible::Name), "row 3");
-    EXPECT_EQ(cell->text(QAccessible::Description), "Second: second");
+    EXPECT_EQ(cell->text(QAccessible::Description), "third, Second: second");
+    EXPECT_TRUE(cell->state().editable);
     EXPECT_EQ(container->focusChild(), cell);
     EXPECT_EQ(cell->rect().size(), QRect(list.GetCellRect(3, 0)).size());
     EXPECT_EQ(container->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
@@ -496,6 +346,8 @@ TEST_F(ReportList, IsATableToAScreenReader)
     EXPECT_EQ(Selected(), (Lines{0, 4}));
     EXPECT_TRUE(table->unselectRow(3));
     EXPECT_EQ(Selected(), (Lines{0}));
+    cell->actionInterface()->doAction("edit");
+    EXPECT_EQ(std::pair(list.GetEditLine(), list.GetEditColumn()), std::pair(4, 0));
     list.RemoveRows(4, 1);
     EXPECT_FALSE(cell->isValid());
 }

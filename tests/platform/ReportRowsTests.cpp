@@ -60,6 +60,19 @@ protected:
         naive.erase(naive.begin() + at, naive.begin() + at + count);
         rows.Remove(at, count);
     }
+    void InsertScattered()
+    {
+        std::vector<int> lines;
+        std::vector<kv::ReportRow> added;
+        const int every = 1 + Random(300);
+        for (int line = Random(Count() + 1); line <= Count(); line += 1 + Random(every)) {
+            NaiveRow row = NewNaive();
+            added.push_back(MakeRow(row.text, row.height));
+            naive.insert(naive.begin() + line, std::move(row));
+            lines.push_back(line);
+        }
+        rows.Insert(lines, std::move(added));
+    }
     void RemoveScattered()
     {
         std::vector<int> lines;
@@ -175,6 +188,8 @@ TEST_F(Rows, StayInStepWithAPlainList)
             Remove();
         else if (kind == 3)
             RemoveScattered();
+        else if (kind == 8)
+            InsertScattered();
         else if (kind == 4)
             Sort();
         else if (kind < 8)
@@ -245,6 +260,33 @@ TEST(ReportLayout, EdgesAndColumnsUnderAPoint)
     }
 }
 
+TEST(ReportLayout, ADraggedEdgeFollowsThePointer)
+{
+    struct Case
+    {
+        const char* name;
+        int autoColumn, edge, pixels;
+        int edgeAfter; ///< content x; the columns' edges are 0, 100, 200, 300
+    };
+    for (const Case& c : {Case{"no auto-sized column", -1, 1, 30, 230}, Case{"narrower", -1, 1, -30, 170},
+                          Case{"behind it", 0, 1, 30, 230}, Case{"behind it, to the left", 0, 1, -30, 170},
+                          Case{"the right one as narrow as it gets", 0, 1, 99, 280},
+                          Case{"the left one as narrow as it gets", 0, 1, -99, 120},
+                          Case{"its own", 1, 1, 30, 230}, Case{"before it", 2, 1, 30, 230}}) {
+        SCOPED_TRACE(c.name);
+        kv::ReportColumns columns;
+        columns.columns = {{L"a", 100}, {L"b", 100}, {L"c", 100}};
+        columns.autoColumn = c.autoColumn;
+        const kv::ReportExtent extent{{300, 100}};
+        const kv::ReportLayout before = kv::LayOutReport(extent, columns);
+        EXPECT_EQ(before.EdgeAt(299), c.autoColumn == 0 || c.autoColumn == 1 ? -1 : 2);
+        const kv::ReportLayout after =
+            kv::LayOutReport(extent, kv::WithEdgeMoved(columns, before, c.edge, c.pixels));
+        EXPECT_EQ(after.Right(c.edge), c.edgeAfter);
+        EXPECT_EQ(after.Right(0), 100) << "what is left of the two stays";
+    }
+}
+
 TEST(ReportLayout, ScrollsByTheLeast)
 {
     EXPECT_EQ(kv::OffsetToShow(100, 50, 110, 130), 100);
@@ -258,6 +300,9 @@ TEST(TrackedLine, FollowsItsRow)
     EXPECT_EQ(kv::LineAfterInsert(5, 5, 2), 7);
     EXPECT_EQ(kv::LineAfterInsert(5, 6, 2), 5);
     EXPECT_EQ(kv::LineAfterInsert(-1, 0, 2), -1);
+    const int places[] = {0, 3, 4}; // before the lines 0, 2 and 2
+    for (const auto& [before, after] : {std::pair(0, 1), std::pair(1, 2), std::pair(2, 5), std::pair(9, 12)})
+        EXPECT_EQ(kv::LineAfterInsert(before, places), after);
     EXPECT_EQ(kv::LineAfterRemove(5, 3, 2), 3);
     EXPECT_EQ(kv::LineAfterRemove(5, 4, 2), -1);
     EXPECT_EQ(kv::LineAfterRemove(5, 6, 2), 5);

@@ -1,0 +1,125 @@
+// A report list in a window, whose cells can be edited.
+#pragma once
+
+#include "KvReportListCtrl.h"
+
+#include <QApplication>
+#include <QPlainTextEdit>
+#include <QTest>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace kv::test {
+
+class TestList : public CKvReportListCtrl
+{
+public:
+    using CKvReportListCtrl::EditCell;
+    using CKvReportListCtrl::EndEdit;
+    using CKvReportListCtrl::EnsureVisible;
+    using CKvReportListCtrl::GetCellRect;
+    using CKvReportListCtrl::GetCellsRect;
+    using CKvReportListCtrl::GetCurrentItem;
+    using CKvReportListCtrl::GetEditColumn;
+    using CKvReportListCtrl::GetEditLine;
+    using CKvReportListCtrl::GetScrollOffset;
+    using CKvReportListCtrl::InsertColumn;
+    using CKvReportListCtrl::InsertRow;
+    using CKvReportListCtrl::IsEditing;
+    using CKvReportListCtrl::NextShownRow;
+    using CKvReportListCtrl::RemoveAllRows;
+    using CKvReportListCtrl::RemoveRows;
+    using CKvReportListCtrl::SetAutoSizeColumn;
+    using CKvReportListCtrl::SetCellColors;
+    using CKvReportListCtrl::SetItemHeight;
+    using CKvReportListCtrl::SetItemText;
+    using CKvReportListCtrl::SetRowFilter;
+    using CKvReportListCtrl::SetScrollOffset;
+    using CKvReportListCtrl::SortRows;
+    using CKvReportListCtrl::ToolTipAt;
+    using CKvReportListCtrl::UpdateLine;
+
+    int Add(const std::wstring& text, int line = -1, int height = 0)
+    {
+        return InsertRow(line, {text, L"second"}, height);
+    }
+
+    struct Modify
+    {
+        int kind;
+        CArray<int, int> rows;
+        int column;
+        friend bool operator==(const Modify&, const Modify&) = default;
+    };
+    std::vector<Modify> modifies;
+    bool isMultiLine = false;
+    int cancelled = -2;
+    int scrolled = 0;
+    std::function<void()> committed;
+
+protected:
+    void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override
+    {
+        modifies.push_back({kind, rows, column});
+    }
+    BOOL _CanEditCell(int, int) override { return 1; }
+    BOOL _IsMultiLineCell(int, int) override { return isMultiLine; }
+    BOOL _ValidateEdit(int, int, const CString& text, CString& why) override
+    {
+        why = L"no";
+        return text != L"bad";
+    }
+    void _CancelEdit(int line, int) override { cancelled = line; }
+    void _CommitEdit(int line, int column, const CString& text) override
+    {
+        CKvReportListCtrl::_CommitEdit(line, column, text);
+        if (const auto tell = committed)
+            tell();
+    }
+    void _OnUserScroll() override { ++scrolled; }
+    CString _GetItemDescription(int line) const override { return line == 3 ? L"third" : L""; }
+};
+
+class ReportList : public testing::Test
+{
+protected:
+    ReportList()
+    {
+        parent.resize(400, 200);
+        list.Create({0, 0, 300, 144}, WS_CHILD | WS_VISIBLE, &parent, 5); // five lines of 24
+        list.InsertColumn(L"First", 100);
+        list.InsertColumn(L"Second", 80);
+        parent.show();
+        QApplication::setActiveWindow(&parent);
+        list.setFocus();
+    }
+    void Fill(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            list.Add(L"row " + std::to_wstring(i));
+        list.modifies.clear();
+    }
+    void Click(int line, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::mouseClick(&list, Qt::LeftButton, modifiers, QRect(list.GetCellRect(line, 0)).center());
+    }
+    CArray<int, int> Selected() const
+    {
+        CArray<int, int> lines{77};
+        list.GetSelItems(lines);
+        return lines;
+    }
+    QPlainTextEdit* Editor() const { return qobject_cast<QPlainTextEdit*>(QApplication::focusWidget()); }
+    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(&list, static_cast<Qt::Key>(key), modifiers);
+    }
+
+    QWidget parent;
+    TestList list;
+};
+
+using Lines = CArray<int, int>;
+
+} // namespace kv::test
