@@ -100,6 +100,7 @@ protected:
     void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override;
     BOOL _GetItemBKColor(int line, int column, int state, DWORD& colour) override;
     BOOL _GetItemTextColor(int line, int column, int state, DWORD& colour) override;
+    CString _GetItemDescription(int line) const override;
     void DrawItem(Graphics* graphics, int line, int column) override;
     BOOL _PasteReplacesCell(int line, int column, const CString& pasted) override;
     BOOL _ValidateEdit(int line, int column, const CString& text, CString& why) override;

@@ -94,9 +94,12 @@ public:
 
     /// Makes one step of undo of what the host does to rows: rows that `change` inserts and removes, and
     /// cells that it gives other values. Silent, like the operations themselves, until the step is undone;
-    /// counts as a modification. Other orders of rows are no part of the step, and removing everything at
-    /// once voids it.
-    /// @param name what the stack shows. @return 1; 0 when nothing changed.
+    /// counts as a modification. Takes time and memory for the rows that are touched, not for all. Other
+    /// orders of rows are no part of the step. Removing everything at once (`EmptyAll`, `ResetContent`) voids
+    /// it, whatever else `change` does: nothing comes onto the stack. A call from within `change` belongs to
+    /// the outer one's step.
+    /// @param name what the stack shows. @return 1; 0 when there is no step: nothing changed, or it is void,
+    ///        or an outer one's.
     int RunAsStep(const CString& name, const std::function<void()>& change);
 
 Q_SIGNALS:
@@ -139,7 +142,8 @@ protected:
     /// Text colours, as `SetItemBkColor` has the backgrounds.
     void SetRowTextColors(int line, const DWORD* normal, const DWORD* selected, const DWORD* disabled);
     void GetRowTextColors(int line, DWORD* normal, DWORD* selected, DWORD* disabled) const;
-    /// Whether the user changed anything since `SetUserModified(false)`. Undo of all of it is no change.
+    /// Whether what the user has made of the rows differs from what it was at `SetUserModified(false)`, the
+    /// beginning at first: coming back to that by undo, redo or a contrary edit is no change.
     bool IsUserModified() const;
     void SetUserModified(bool modified);
 
@@ -149,6 +153,7 @@ protected:
     BOOL _IsMultiLineCell(int line, int column) override;
     CString _GetEditText(int line, int column) override;
     void _CommitEdit(int line, int column, const CString& text) override;
+    void _OnItemsModifying(int kind, const int* lines, int count) override;
     BOOL _BeginRowDrag(int line) override;
 
     void OnPaint(Graphics& graphics) override;

@@ -78,6 +78,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20100, L"Texts"},
         {0, 20101, L"Subtitles"},
         {0, 20102, L"Text"},
+        {0, 20103, L"Playing"},
         {0, 20110, L"edit text"},
         {0, 20111, L"edit time code"},
         {0, 20112, L"edit template"},

@@ -210,12 +210,11 @@ DWORD CKvSubTitleTxtListEditor::GetTimecodeOffset() const
 void CKvSubTitleTxtListEditor::SetPlayIndex(int line)
 {
     const std::uint64_t key = GetRowKey(line);
-    const int before = GetPlayIndex();
+    if (key == m_impl->playKey)
+        return; // a host says so after every edit, too
+    UpdateLine(GetPlayIndex());
     m_impl->playKey = key;
-    if (before != GetPlayIndex()) {
-        UpdateLine(before);
-        UpdateLine(line);
-    }
+    UpdateLine(line);
     m_impl->FollowPlayback();
 }
 
@@ -337,6 +336,11 @@ BOOL CKvSubTitleTxtListEditor::_GetItemTextColor(int line, int column, int state
         return CKvTextListBase::_GetItemTextColor(line, column, state, colour);
     colour = m_impl->theme.text;
     return 1;
+}
+
+CString CKvSubTitleTxtListEditor::_GetItemDescription(int line) const
+{
+    return m_impl->IsPlayed(line) ? KvGuiRes::LoadStringW(kv::kPlayedRow) : CString();
 }
 
 // Colour alone would not tell everybody which row plays.

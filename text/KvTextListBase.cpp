@@ -183,7 +183,7 @@ void CKvTextListBase::RemoveLines(const CArray<int, int>& lines)
 
 void CKvTextListBase::RemoveAllLines()
 {
-    ++m_impl->content;
+    ++m_impl->epoch;
     m_impl->colours.clear();
     m_impl->keys = {};
     RemoveAllRows();
@@ -203,13 +203,12 @@ int CKvTextListBase::FindRowKey(std::uint64_t key) const
 
 bool CKvTextListBase::IsUserModified() const
 {
-    return m_impl->isModified;
+    return m_impl->content != m_impl->saved;
 }
 
 void CKvTextListBase::SetUserModified(bool modified)
 {
-    m_impl->isModified = modified;
-    ++m_impl->saves;
+    m_impl->saved = modified ? 0 : m_impl->content;
 }
 
 BOOL CKvTextListBase::_CanEditCell(int, int)

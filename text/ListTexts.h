@@ -8,6 +8,7 @@ namespace kv {
 inline constexpr UINT kTextListName = 20100;
 inline constexpr UINT kSubtitleListName = 20101;
 inline constexpr UINT kTextColumnText = 20102;
+inline constexpr UINT kPlayedRow = 20103; ///< what a screen reader says of it
 
 // The names of the undo steps.
 inline constexpr UINT kEditTextStep = 20110;

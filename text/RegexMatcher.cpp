@@ -5,6 +5,13 @@
 
 namespace kv {
 
+namespace {
+
+constexpr std::chrono::milliseconds kSlowMatch{1};
+constexpr std::chrono::seconds kSlowMatches{1};
+
+} // namespace
+
 RegexMatcher::RegexMatcher(const std::wstring& pattern, bool matchCase)
     : m_regex(KvToQString(pattern), QRegularExpression::UseUnicodePropertiesOption |
                                         QRegularExpression::MultilineOption |
@@ -35,9 +42,14 @@ QRegularExpressionMatch RegexMatcher::MatchAt(std::wstring_view text, std::size_
         m_text = text;
         m_copy = KvToQString(text);
     }
+    using namespace std::chrono;
+    const auto start = steady_clock::now();
     QRegularExpressionMatch match = m_regex.match(m_copy, ToQt(from));
-    if (!match.isValid() && m_error.empty())
-        m_error = KvGuiRes::LoadStringW(kCostlyPattern); // it went beyond the limit of steps
+    if (const nanoseconds time = steady_clock::now() - start; time >= kSlowMatch)
+        m_slow += time;
+    const bool isCostly = !match.isValid() || m_slow > kSlowMatches; // invalid: beyond the limit of steps
+    if (isCostly && m_error.empty())
+        m_error = KvGuiRes::LoadStringW(kCostlyPattern);
     return match;
 }
 

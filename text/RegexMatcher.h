@@ -6,11 +6,16 @@
 
 #include <QRegularExpression>
 
+#include <chrono>
+
 namespace kv {
 
 /// Perl's syntax; letters, digits and borders of words are Unicode's, "^" and "$" also stand at the breaks
 /// inside a text. In the text to replace with, \0 … \9 stand for what was found and its groups, \n for a line
 /// break and \\ for a backslash.
+///
+/// A pattern is too costly when one match takes more steps than the toolkit allows, or when slow matches,
+/// those of a millisecond and more, take a second together.
 class RegexMatcher final : public ITextMatcher
 {
 public:
@@ -32,6 +37,7 @@ private:
     std::wstring m_text; ///< the last one, and the toolkit's copy
     QString m_copy;
     std::wstring m_error;
+    std::chrono::nanoseconds m_slow{0}; ///< what slow matches took
 };
 
 } // namespace kv

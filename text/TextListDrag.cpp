@@ -22,25 +22,29 @@ BOOL CKvTextListBase::_BeginRowDrag(int)
     drag->setMimeData(m_impl->SelectionAsMime().release());
     m_impl->movedInside = false;
     const QPointer<CKvTextListBase> self(this);
-    CArray<int, int> lines;
-    GetSelItems(lines);
-    std::vector<Impl::Key> keys;
-    for (const int line : lines)
-        keys.push_back(GetRowKey(line));
+    m_impl->dragged = m_impl->SelectedKeys();
+    QPointer<QObject> target; // what is dropped may make the host delete it
+    connect(drag, &QDrag::targetChanged, this, [&target](QObject* now) { target = now; });
     const Qt::DropAction action = drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
     if (!self)
         return 1;
     // Only a list of the same class took all that belongs to the rows.
-    const auto* target = qobject_cast<CKvTextListBase*>(drag->target());
-    if (action != Qt::MoveAction || m_impl->movedInside || !target || target == this ||
-        qstrcmp(target->_GetRowFormat(), _GetRowFormat()) != 0)
+    const auto* taker = qobject_cast<CKvTextListBase*>(target.data());
+    if (action != Qt::MoveAction || m_impl->movedInside || !taker || taker == this ||
+        qstrcmp(taker->_GetRowFormat(), _GetRowFormat()) != 0)
         return 1;
-    lines = m_impl->LinesOf(keys);
-    std::erase(lines, -1);
-    std::sort(lines.begin(), lines.end());
-    if (!lines.empty())
+    if (const CArray<int, int> lines = m_impl->DraggedLines(); !lines.empty())
         m_impl->Push(std::make_unique<Impl::RowsStep>(*m_impl, lines, kv::kMoveStep));
     return 1;
+}
+
+// The rows that were picked up, wherever they are and whatever is selected now; ascending.
+CArray<int, int> CKvTextListBase::Impl::DraggedLines() const
+{
+    std::vector<int> lines = LinesOf(dragged);
+    std::erase(lines, -1);
+    std::sort(lines.begin(), lines.end());
+    return lines;
 }
 
 // Before which line rows that are dropped at that height come.
@@ -110,6 +114,8 @@ void CKvTextListBase::OnTimer(UINT id)
     }
     const CPoint offset = GetScrollOffset();
     SetScrollOffset({offset.x, offset.y + m_impl->dropScroll});
+    if (GetScrollOffset().y != offset.y)
+        _OnUserScroll();
     const CRect cells = GetCellsRect();
     m_impl->ShowDropLine(m_impl->DropLineAt(m_impl->dropScroll < 0 ? cells.top : cells.bottom));
 }
@@ -143,7 +149,7 @@ void CKvTextListBase::dropEvent(QDropEvent* event)
     event->accept();
     if (isMove && event->source() == this) {
         impl.movedInside = true;
-        impl.MoveSelected(line, kv::kMoveStep);
+        impl.MoveRows(impl.DraggedLines(), line, kv::kMoveStep);
         return;
     }
     impl.InsertRows(line, impl.RowsOf(*event->mimeData()), kv::kDropStep);

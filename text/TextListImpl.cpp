@@ -96,25 +96,29 @@ std::vector<CKvTextListBase::Impl::Place> CKvTextListBase::Impl::PlacesOf(const 
 
 void CKvTextListBase::Impl::Remove(const CArray<int, int>& lines)
 {
-    for (const int line : lines) {
-        const std::uint64_t number = list.GetRowId(line);
+    std::vector<std::uint64_t> numbers;
+    numbers.reserve(lines.size());
+    for (const int line : lines)
+        numbers.push_back(list.GetRowId(line));
+    list.RemoveRows(lines);
+    for (const std::uint64_t number : numbers) {
         colours.erase(keys.KeyOf(number));
         keys.Forget(number);
     }
-    list.RemoveRows(lines);
 }
 
-// Gives new rows their keys.
-void CKvTextListBase::Impl::PutIn(int line, std::span<Row> rows)
+void CKvTextListBase::Impl::PutIn(const CArray<int, int>& lines, std::span<Row> rows)
 {
     std::vector<CStringArray> texts;
     texts.reserve(rows.size());
     for (Row& row : rows) {
         row.texts.resize(static_cast<std::size_t>(list.GetColumnCount()));
-        texts.push_back(row.texts);
+        texts.push_back(std::move(row.texts));
     }
-    list.CKvReportListCtrl::InsertRows(line, texts);
-    for (Row& row : rows) {
+    list.CKvReportListCtrl::InsertRows(lines, texts);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        Row& row = rows[i];
+        const int line = lines[i];
         const std::uint64_t number = list.GetRowId(line);
         if (row.key == 0)
             row.key = number;
@@ -126,7 +130,6 @@ void CKvTextListBase::Impl::PutIn(int line, std::span<Row> rows)
         if (row.height > 0 && row.height != list.GetItemHeight(line))
             list.SetItemHeight(line, row.height);
         list._UpdateRowTexts(line);
-        ++line;
     }
 }
 
@@ -159,14 +162,21 @@ void CKvTextListBase::Impl::SetColours(int line,
     list.UpdateLine(line);
 }
 
+std::vector<CKvTextListBase::Impl::Key> CKvTextListBase::Impl::SelectedKeys() const
+{
+    CArray<int, int> lines;
+    list.GetSelItems(lines);
+    std::vector<Key> selected;
+    selected.reserve(lines.size());
+    for (const int line : lines)
+        selected.push_back(KeyAt(line));
+    return selected;
+}
+
 CKvTextListBase::Impl::View CKvTextListBase::Impl::Remember() const
 {
     View view;
-    CArray<int, int> lines;
-    list.GetSelItems(lines);
-    view.selected.reserve(lines.size());
-    for (const int line : lines)
-        view.selected.push_back(KeyAt(line));
+    view.selected = SelectedKeys();
     const int current = list.GetCurrentItem();
     view.current = current < 0 ? 0 : KeyAt(current);
     view.scroll = list.GetScrollOffset();
@@ -217,11 +227,14 @@ void CKvTextListBase::Impl::Tell(const Notice& notice)
         pending = notice; // told once the step stands on the stack
         return;
     }
+    const QPointer<CKvTextListBase> self(&list);
     const int line = LineOf(notice.key);
     if (notice.kind == Notice::Kind::Rows)
         Q_EMIT list.RowsEdited();
     else if (notice.kind == Notice::Kind::Cell && line >= 0)
         list._TellCellEdited(line, notice.column);
+    if (self && notice.isSelectionOther)
+        Q_EMIT list.SelectionEdited();
 }
 
 // Undoes or redoes; a step whose rows are gone is passed over.
@@ -253,10 +266,8 @@ void CKvTextListBase::Impl::RemoveSelected(UINT text)
         Push(std::make_unique<RowsStep>(*this, lines, text));
 }
 
-void CKvTextListBase::Impl::MoveSelected(int before, UINT text)
+void CKvTextListBase::Impl::MoveRows(const CArray<int, int>& lines, int before, UINT text)
 {
-    CArray<int, int> lines;
-    list.GetSelItems(lines);
     const bool isTogether =
         !lines.empty() && lines.back() - lines.front() + 1 == static_cast<int>(lines.size());
     if (lines.empty() || (isTogether && before >= lines.front() && before <= lines.back() + 1))

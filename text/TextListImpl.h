@@ -59,6 +59,7 @@ struct CKvTextListBase::Impl
         } kind = Kind::None;
         Key key = 0;
         int column = 0;
+        bool isSelectionOther = false;
     };
     /// A cell of a step, with its values before and after.
     struct CellChange
@@ -95,13 +96,16 @@ struct CKvTextListBase::Impl
     std::vector<Place> PlacesOf(const CArray<int, int>& lines) const;
     /// Takes the rows out, whose colours and keys the list forgets.
     void Remove(const CArray<int, int>& lines);
-    void PutIn(int line, std::span<Row> rows);
+    /// Puts rows in where they are to stand then, ascending; takes their texts, and gives new ones their
+    /// keys.
+    void PutIn(const CArray<int, int>& lines, std::span<Row> rows);
     const kv::RowColours* ColoursOf(int line) const;
     std::optional<DWORD> OwnColour(int line, kv::RowColour which) const;
     DWORD ColourOf(int line, kv::RowColour which) const;
     void SetColours(int line, std::initializer_list<std::pair<kv::RowColour, const DWORD*>> changes);
 
     // View.
+    std::vector<Key> SelectedKeys() const;
     View Remember() const;
     void Restore(const View& view);
     void SelectLines(const std::vector<int>& lines);
@@ -115,7 +119,8 @@ struct CKvTextListBase::Impl
     void Run(void (QUndoStack::*step)(), bool (QUndoStack::*isPossible)() const);
     void InsertRows(int line, std::vector<Row> rows, UINT text);
     void RemoveSelected(UINT text);
-    void MoveSelected(int before, UINT text);
+    /// @param lines ascending.
+    void MoveRows(const CArray<int, int>& lines, int before, UINT text);
     void MoveSelectedBy(int step);
     void InsertEmpty(bool below);
     int LineBelowSelection() const;
@@ -133,6 +138,7 @@ struct CKvTextListBase::Impl
     void Paste();
     void RunCommand(UINT command);
     bool IsCommandEnabled(UINT command) const;
+    CArray<int, int> DraggedLines() const;
     Qt::DropAction ActionFor(const QDropEvent& event) const;
     void DragTo(QDragMoveEvent& event);
     void ShowDropLine(int line);
@@ -146,12 +152,17 @@ struct CKvTextListBase::Impl
 
     QUndoStack* ownStack;
     QPointer<QUndoStack> hostStack;
-    unsigned content = 0; ///< counts the removals of everything: steps before the latest one are void
-    int running = 0;      ///< steps that are being done or undone
+    unsigned epoch = 0; ///< counts the removals of everything: steps before the latest one are void
+    int running = 0;    ///< steps that are being done or undone
     bool isPushing = false;
-    Notice pending; ///< of the step that is being pushed
-    bool isModified = false;
-    unsigned saves = 0; ///< how often the flag was set by the host
+    Notice pending;                ///< of the step that is being pushed
+    HostStep* recording = nullptr; ///< takes down what the host does
+
+    // What the user has made of the rows, by number: each step leads from one number to another, and undoing
+    // it leads back.
+    std::uint64_t content = 1;
+    std::uint64_t lastContent = 1;
+    std::uint64_t saved = 1; ///< what the host calls unmodified; 0 for nothing
 
     UINT findOptions = 0;
     CString findError;
@@ -160,6 +171,7 @@ struct CKvTextListBase::Impl
 
     int dropLine = -1; ///< before which the dragged rows would come; -1 for no drag
     int dropScroll = 0;
+    std::vector<Key> dragged; ///< the rows that are
     bool movedInside = false; ///< the drag ended in the list itself
 };
 
@@ -180,17 +192,19 @@ protected:
     /// The host hears nothing of the first time.
     virtual bool IsSilentAtFirst() const { return false; }
     bool Continues(const Step& other) const;
-    void TakeEndOf(const Step& other) { m_after = other.m_after; }
+    void TakeEndOf(const Step& other);
+    /// Together with what it took up it leads nowhere.
+    void Cancel();
 
 private:
     void Run(bool forward);
 
     QPointer<CKvTextListBase> m_list;
-    unsigned m_content;
+    unsigned m_epoch;
     View m_before;
     std::optional<View> m_after; ///< once it was done
-    bool m_wasModified;
-    unsigned m_saves;
+    std::uint64_t m_contentBefore;
+    std::uint64_t m_contentAfter = 0;
 };
 
 /// A cell gets another value.
@@ -256,12 +270,14 @@ private:
     RowSet m_set;
 };
 
-/// What the host did; it is done before it is pushed.
+/// What the host did; it is done before it is pushed. While the host is at it the step takes down what it
+/// touches.
 class CKvTextListBase::Impl::HostStep : public Step
 {
 public:
-    /// Remembers the rows as they are before the host begins.
     HostStep(Impl& impl, const CString& name);
+    /// Those lines are about to change; as `_OnItemsModifying` has it.
+    void Note(Impl& impl, int kind, std::span<const int> lines);
     /// Finds out what the host has done. @return false when it is nothing.
     bool Finish(Impl& impl);
 
@@ -272,8 +288,33 @@ protected:
     bool IsSilentAtFirst() const override { return true; }
 
 private:
-    std::vector<Row> m_rows;           ///< until `Finish`
-    std::vector<CStringArray> m_cells; ///< their values, likewise
+    /// A row as it was before the host touched it.
+    struct Touched
+    {
+        Row row;
+        CStringArray cells; ///< their values
+        int line;           ///< where it stood then
+    };
+    /// A row that went.
+    struct Gone
+    {
+        Key key;
+        Place place;
+    };
+    bool IsNew(const Impl& impl, int line) const { return impl.list.GetRowId(line) >= m_firstNew; }
+    void Touch(Impl& impl, int line);
+    void FindChanges(Impl& impl);
+    void FindRemoved();
+    void FindInserted(Impl& impl);
+
+    // Until `Finish`.
+    std::uint64_t m_firstNew; ///< rows from this number on are the host's own
+    int m_count;              ///< of rows before
+    bool m_isVoid = false;
+    std::vector<Touched> m_touched;
+    std::unordered_map<Key, std::size_t> m_touchedAt;
+    std::vector<Gone> m_gone; ///< as they went; of several that went together the last one first
+
     std::vector<CellChange> m_changes;
     RowSet m_removed;
     RowSet m_inserted;

@@ -177,7 +177,7 @@ void CKvTextListBase::Impl::MoveSelectedBy(int step)
     if (lines.empty())
         return;
     const int before = step < 0 ? lines.front() - 1 : lines.back() + 2;
-    MoveSelected(std::clamp(before, 0, list.GetItemCount()), kv::kMoveStep);
+    MoveRows(lines, std::clamp(before, 0, list.GetItemCount()), kv::kMoveStep);
 }
 
 bool CKvTextListBase::Impl::IsCommandEnabled(UINT command) const
@@ -245,7 +245,7 @@ BOOL CKvTextListBase::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
         m_impl->MoveSelectedBy(key == VK_UP ? -1 : 1);
     else if (const InsertKey insert = InsertKeyOf(key, modifiers); insert != InsertKey::None)
         m_impl->InsertEmpty(insert == InsertKey::Below);
-    else if (key == VK_DELETE && modifiers == Qt::NoModifier)
+    else if (key == VK_DELETE && (modifiers & ~Qt::KeypadModifier) == Qt::NoModifier)
         m_impl->RemoveSelected(kv::kDeleteStep);
     else if (key == 'Z' && modifiers == (Qt::ControlModifier | Qt::ShiftModifier))
         m_impl->Run(&QUndoStack::redo, &QUndoStack::canRedo);

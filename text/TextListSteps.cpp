@@ -30,10 +30,9 @@ CKvTextListBase::Impl::Step::Step(Impl& impl, UINT text)
 CKvTextListBase::Impl::Step::Step(Impl& impl, const QString& name)
     : QUndoCommand(name)
     , m_list(&impl.list)
-    , m_content(impl.content)
+    , m_epoch(impl.epoch)
     , m_before(impl.Remember())
-    , m_wasModified(impl.isModified)
-    , m_saves(impl.saves)
+    , m_contentBefore(impl.content)
 {
 }
 
@@ -50,7 +49,7 @@ void CKvTextListBase::Impl::Step::redo()
 void CKvTextListBase::Impl::Step::Run(bool forward)
 {
     const QPointer<CKvTextListBase> list = m_list;
-    if (!list || list->m_impl->content != m_content) {
+    if (!list || list->m_impl->epoch != m_epoch) {
         setObsolete(true);
         return;
     }
@@ -58,25 +57,45 @@ void CKvTextListBase::Impl::Step::Run(bool forward)
     const bool isFirst = !m_after;
     ++impl.running;
     list->_PrivateEnableUpdate(0);
+    const std::vector<Key> selected = isFirst ? m_before.selected : impl.SelectedKeys();
     const bool isDone = forward ? Do(impl) : Undo(impl);
-    if (isDone && isFirst)
+    if (isDone && isFirst) {
         m_after = impl.Remember();
-    else if (isDone)
+        m_contentAfter = ++impl.lastContent;
+    } else if (isDone) {
         impl.Restore(forward ? *m_after : m_before);
+    }
     if (isDone)
-        impl.isModified = forward || m_wasModified || impl.saves != m_saves;
+        impl.content = forward ? m_contentAfter : m_contentBefore;
     list->_PrivateEnableUpdate(1);
     setObsolete(!isDone);
-    if (isDone && !(isFirst && IsSilentAtFirst()))
-        impl.Tell(NoticeOf());
+    if (isDone && !(isFirst && IsSilentAtFirst())) {
+        Notice notice = NoticeOf();
+        notice.isSelectionOther = impl.SelectedKeys() != selected;
+        impl.Tell(notice);
+    }
     if (list)
         --impl.running;
 }
 
-// Whether this step may become part of the other one, which came before.
+// Whether this step may become part of the other one, which came before. What the host has saved between them
+// must remain to be come back to.
 bool CKvTextListBase::Impl::Step::Continues(const Step& other) const
 {
-    return m_list == other.m_list && m_content == other.m_content && m_saves == other.m_saves;
+    return m_list && m_list == other.m_list && m_epoch == other.m_epoch &&
+           m_list->m_impl->saved != other.m_contentAfter;
+}
+
+void CKvTextListBase::Impl::Step::TakeEndOf(const Step& other)
+{
+    m_after = other.m_after;
+    m_contentAfter = other.m_contentAfter;
+}
+
+void CKvTextListBase::Impl::Step::Cancel()
+{
+    m_list->m_impl->content = m_contentBefore;
+    setObsolete(true);
 }
 
 CKvTextListBase::Impl::CellStep::CellStep(Impl& impl, CellChange change, UINT text)
@@ -101,7 +120,8 @@ bool CKvTextListBase::Impl::CellStep::mergeWith(const QUndoCommand* other)
         return false;
     cell.after = next.after;
     TakeEndOf(*later);
-    setObsolete(cell.before == cell.after);
+    if (cell.before == cell.after)
+        Cancel();
     return true;
 }
 
@@ -159,8 +179,7 @@ CKvTextListBase::Impl::RowsStep::RowsStep(Impl& impl, int line, std::vector<Row>
     , m_set{std::move(rows), {}}
 {
     const Key before = line < impl.list.GetItemCount() ? impl.KeyAt(line) : 0;
-    for (std::size_t i = 0; i < m_set.rows.size(); ++i)
-        m_set.places.push_back({before, line + static_cast<int>(i)});
+    m_set.places.assign(m_set.rows.size(), {before, line});
 }
 
 CKvTextListBase::Impl::RowsStep::RowsStep(Impl& impl, const CArray<int, int>& lines, UINT text)
@@ -209,108 +228,24 @@ bool CKvTextListBase::Impl::RowSet::PutIn(Impl& impl)
         else if (lines[i] < 0)
             lines[i] = std::min(places[i].line, count);
     }
-    // From the last row's place to the first one's, run by run, so that the places before stay true.
     std::vector<std::size_t> order(lines.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return lines[a] < lines[b]; });
     std::vector<Row> sorted;
-    for (const std::size_t i : order)
+    CArray<int, int> put;
+    for (const std::size_t i : order) {
+        put.push_back(lines[i] + static_cast<int>(sorted.size()));
         sorted.push_back(std::move(rows[i]));
-    for (std::size_t end = sorted.size(); end > 0;) {
-        std::size_t begin = end - 1;
-        while (begin > 0 && lines[order[begin - 1]] == lines[order[begin]])
-            --begin;
-        impl.PutIn(lines[order[begin]], std::span(sorted).subspan(begin, end - begin));
-        end = begin;
     }
+    impl.PutIn(put, sorted);
     rows.assign(sorted.size(), {}); // only the keys are needed until the rows go again
-    keys.clear();
     for (std::size_t i = 0; i < sorted.size(); ++i)
-        keys.push_back(rows[i].key = sorted[i].key);
-    lines = impl.LinesOf(keys);
-    impl.SelectLines(lines);
-    list.EnsureVisible(lines.back());
-    list.EnsureVisible(lines.front());
+        rows[i].key = sorted[i].key;
+    impl.SelectLines(put);
+    list.EnsureVisible(put.back());
+    list.EnsureVisible(put.front());
     return true;
-}
-
-CKvTextListBase::Impl::HostStep::HostStep(Impl& impl, const CString& name) : Step(impl, KvToQString(name))
-{
-    const int count = impl.list.GetItemCount();
-    for (int line = 0; line < count; ++line) {
-        m_rows.push_back(impl.Snapshot(line));
-        CStringArray& cells = m_cells.emplace_back();
-        for (int column = 0; column < impl.list.GetColumnCount(); ++column)
-            cells.push_back(impl.list._GetCellValue(line, column));
-    }
-}
-
-bool CKvTextListBase::Impl::HostStep::Finish(Impl& impl)
-{
-    std::unordered_map<Key, std::size_t> before;
-    for (std::size_t i = 0; i < m_rows.size(); ++i)
-        before.emplace(m_rows[i].key, i);
-    std::vector<bool> stays(m_rows.size());
-    for (int line = 0; line < impl.list.GetItemCount(); ++line) {
-        const Key key = impl.KeyAt(line);
-        const auto old = before.find(key);
-        if (old == before.end()) {
-            m_inserted.rows.emplace_back().key = key;
-            continue;
-        }
-        stays[old->second] = true;
-        const CStringArray& cells = m_cells[old->second];
-        for (int column = 0; column < static_cast<int>(cells.size()); ++column) {
-            const CString& value = cells[static_cast<std::size_t>(column)];
-            CString now = impl.list._GetCellValue(line, column);
-            if (now != value)
-                m_changes.push_back({key, column, value, std::move(now)});
-        }
-    }
-    Key next = 0; // that stays
-    for (std::size_t i = m_rows.size(); i-- > 0;) {
-        if (stays[i]) {
-            next = m_rows[i].key;
-            continue;
-        }
-        m_removed.places.push_back({next, static_cast<int>(i)});
-        m_removed.rows.push_back(std::move(m_rows[i]));
-    }
-    std::reverse(m_removed.places.begin(), m_removed.places.end());
-    std::reverse(m_removed.rows.begin(), m_removed.rows.end());
-    for (std::size_t i = 0; i < m_removed.places.size(); ++i)
-        m_removed.places[i].line -= static_cast<int>(i);
-    m_rows.clear();
-    m_cells.clear();
-    return !m_changes.empty() || !m_removed.rows.empty() || !m_inserted.rows.empty();
-}
-
-bool CKvTextListBase::Impl::HostStep::Do(Impl& impl)
-{
-    if (std::exchange(m_isDone, false))
-        return true; // by the host himself
-    bool isAny = impl.Apply(m_changes, &CellChange::after);
-    isAny = (!m_removed.rows.empty() && m_removed.TakeOut(impl)) || isAny;
-    return (!m_inserted.rows.empty() && m_inserted.PutIn(impl)) || isAny;
-}
-
-bool CKvTextListBase::Impl::HostStep::Undo(Impl& impl)
-{
-    bool isAny = !m_inserted.rows.empty() && m_inserted.TakeOut(impl);
-    isAny = (!m_removed.rows.empty() && m_removed.PutIn(impl)) || isAny;
-    return impl.Apply(m_changes, &CellChange::before) || isAny;
-}
-
-int CKvTextListBase::RunAsStep(const CString& name, const std::function<void()>& change)
-{
-    auto step = std::make_unique<Impl::HostStep>(*m_impl, name);
-    const QPointer<CKvTextListBase> self(this);
-    change();
-    if (!self || !step->Finish(*m_impl))
-        return 0;
-    m_impl->Push(std::move(step));
-    return 1;
 }
 
 CKvTextListBase::Impl::MoveStep::MoveStep(Impl& impl, const CArray<int, int>& lines, int before, UINT text)

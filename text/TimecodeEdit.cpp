@@ -23,16 +23,31 @@ std::uint32_t TextOf(TimecodeFault fault)
     return 0;
 }
 
+// Frames where the text is a number alone, however long.
+std::optional<std::int64_t> StepOf(std::wstring_view text, std::int64_t nominal)
+{
+    const bool isNumber = !text.empty() && std::all_of(text.begin(), text.end(),
+                                                       [](wchar_t c) { return c >= L'0' && c <= L'9'; });
+    std::int64_t step = 0;
+    if (isNumber) {
+        for (const wchar_t digit : text) // beyond all time codes it does not count how far
+            step = std::min<std::int64_t>(step * 10 + (digit - L'0'), kNoTimecode);
+        return step;
+    }
+    const std::optional<TimecodeFields> fields = FieldsOfTimecode(text);
+    if (!fields)
+        return std::nullopt;
+    const auto [hours, minutes, seconds, frames] = *fields;
+    return ((std::int64_t{hours} * 60 + minutes) * 60 + seconds) * nominal + std::int64_t{frames};
+}
+
 TimecodeEntry Step(std::wstring_view typed, std::uint32_t present, std::int64_t nominal)
 {
-    const std::optional<TimecodeFields> fields = FieldsOfTimecode(TrimTimecode(typed.substr(1)));
-    if (!fields)
+    const std::optional<std::int64_t> step = StepOf(TrimTimecode(typed.substr(1)), nominal);
+    if (!step)
         return {present, kNoTimecodeText};
-    const auto [hours, minutes, seconds, frames] = *fields;
-    const std::int64_t step =
-        ((std::int64_t{hours} * 60 + minutes) * 60 + seconds) * nominal + std::int64_t{frames};
     const std::int64_t from = present == kNoTimecode ? 0 : present;
-    const std::int64_t to = typed.front() == L'-' ? from - step : from + step;
+    const std::int64_t to = typed.front() == L'-' ? from - *step : from + *step;
     if (to < 0 || to >= kNoTimecode)
         return {present, kOutOfRangeTimecodeText};
     return {static_cast<std::uint32_t>(to), 0};

@@ -37,9 +37,9 @@ struct TimecodeEntry
 /// Reads a typed or pasted text.
 /// - The cell's own text keeps the value, also one beyond a day; an empty one gives kNoTimecode.
 /// - "1:02:03:04", "1020304": the frame that is shown so, 0 … a day − 1.
-/// - "+10", "-1:00": so many frames, seconds … after or before the present value, 0 for an empty cell. The
-///   fields count whole frames of the rate and may be larger than a label's; the result lies in
-///   0 … 0xFFFFFFFE.
+/// - "+100", "-1:00": so many frames, seconds … after or before the present value, 0 for an empty cell. A
+///   number alone is frames; fields count whole frames of the rate and may be larger than a label's; the
+///   result lies in 0 … 0xFFFFFFFE.
 /// @param present the cell's value, or kNoTimecode.
 TimecodeEntry ReadTimecodeEntry(std::wstring_view text, std::uint32_t present, const TimecodeFormat& format);
 

@@ -21,8 +21,10 @@ using Lines = CArray<int, int>;
 class TestList : public CKvSubTitleTxtListEditor
 {
 public:
+    using CKvSubTitleTxtListEditor::_GetItemDescription;
     using CKvSubTitleTxtListEditor::EditCell;
     using CKvSubTitleTxtListEditor::EndEdit;
+    using CKvSubTitleTxtListEditor::EnsureVisible;
     using CKvSubTitleTxtListEditor::GetCellRect;
     using CKvSubTitleTxtListEditor::GetEditColumn;
     using CKvSubTitleTxtListEditor::GetEditLine;
@@ -219,10 +221,18 @@ TEST_F(SubtitleList, PlayRowFollowsItsRowAndStandsApart)
         const QPoint inside = QRect(list.GetCellRect(line, 3)).topRight() - QPoint(8, -4);
         return list.grab().toImage().pixel(inside);
     };
+    const auto rest = [&](int line) {
+        return list.grab().toImage().pixel(QRect(list.GetCellRect(line, 3)).topRight() + QPoint(8, 4));
+    };
+    list.SetColumnWidth(0, 100);
     EXPECT_EQ(back(1), own);
+    EXPECT_EQ(rest(1), own) << "beside the columns";
     list.SetPlayIndex(1);
     const QRgb played = back(1);
     EXPECT_NE(played, own) << "beats the row's own colour";
+    EXPECT_EQ(rest(1), played);
+    EXPECT_EQ(list._GetItemDescription(1), L"Playing") << "colours are not for everybody";
+    EXPECT_EQ(list._GetItemDescription(0), L"");
     list.SetSelItem(Lines{1, 2});
     EXPECT_NE(back(1), played) << "selection still shows";
     EXPECT_NE(back(1), back(2));
@@ -249,6 +259,32 @@ TEST_F(SubtitleList, PlayRowFollowsItsRowAndStandsApart)
     EXPECT_EQ(list.GetPlayIndex(), -1);
 }
 
+TEST_F(SubtitleList, HostsStepKeepsTimesAndTheUsersSelection)
+{
+    for (int i = 0; i < 20; ++i)
+        list.InserItem(-1, L"row", static_cast<DWORD>(i), kNone, nullptr);
+    list.SetSelItem(7);
+    const auto change = [&] {
+        list.SetTimeCode(3, 100, 1);
+        list.SetTimeCode(3, 200, 0);
+        list.ModifyItem(4, L"other", nullptr, nullptr, nullptr);
+        list.DeleteItem(0);
+        list.SetTimeCode(2, 101, 1);
+    };
+    EXPECT_EQ(list.RunAsStep(L"times", change), 1);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(TimesOf(2), Times(101, 200));
+        EXPECT_EQ(list.GetItemText(3, 0), L"other");
+        EXPECT_EQ(TimesOf(3), Times(kNone, kNone));
+        Undo();
+        EXPECT_EQ(TimesOf(3), Times(3, kNone));
+        EXPECT_EQ(TimesOf(4), Times(4, kNone));
+        EXPECT_EQ(list.GetItemCount(), 20);
+        EXPECT_EQ(list.GetLastSelItem(), 7);
+        Key(Qt::Key_Y, Qt::ControlModifier);
+    }
+}
+
 TEST_F(SubtitleList, FollowsPlaybackUntilTheUserScrolls)
 {
     for (int i = 0; i < 50; ++i)
@@ -267,6 +303,15 @@ TEST_F(SubtitleList, FollowsPlaybackUntilTheUserScrolls)
     EXPECT_EQ(list.GetTopIndex(), scrolled);
     list.SetFollowPlayback(1);
     EXPECT_EQ(list.GetTopIndex(), 36);
+    list.EnsureVisible(0);
+    list.SetPlayIndex(40);
+    EXPECT_EQ(list.GetTopIndex(), 0) << "set before";
+    list.SetPlayIndex(41);
+    EXPECT_EQ(list.GetTopIndex(), 37);
+    Key(Qt::Key_Home);
+    list.SetPlayIndex(40);
+    EXPECT_EQ(list.GetTopIndex(), 0) << "a key has scrolled";
+    list.SetFollowPlayback(1);
     list.SetFollowPlayback(0);
     list.SetPlayIndex(0);
     EXPECT_EQ(list.GetTopIndex(), 36);
@@ -377,6 +422,15 @@ TEST_F(SubtitleList, FindsAndReplaces)
     EXPECT_EQ(list.CountMatches(L"cat", 0), 1);
     EXPECT_EQ(list.FindReplace(0, 0, L"CAT", L"", 1), 0);
     EXPECT_TRUE(list.IsItemSelected(3)) << "the searched selection stays";
+}
+
+TEST_F(SubtitleList, APatternIsTooCostlyInAllItsRowsTogether)
+{
+    for (int i = 0; i < 2000; ++i) // none of them alone
+        list.InserItem(-1, std::wstring(20, L'a') + L"!", kNone, kNone, nullptr);
+    list.SetFindOptions(kKvFindRegularExpression);
+    EXPECT_EQ(list.FindReplace(0, 0, L"(a|a)+[bc]", L"", 1), 2);
+    EXPECT_NE(list.GetFindError(), L"");
 }
 
 TEST_F(SubtitleList, AnOpenCellShowsAllItsLines)

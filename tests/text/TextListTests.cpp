@@ -319,6 +319,115 @@ TEST_F(TextList, WhatTheHostDoesAsAStepIsUndoneWhole)
     }
 }
 
+// Rows that go one by one, each before one that goes later, between rows of the host's own, or changed
+// before.
+TEST_F(TextList, RowsOfAHostsStepComeBackInOrder)
+{
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"from above",
+         [&] {
+             for (int i = 0; i < 3; ++i)
+                 list.DeleteString(1);
+         }},
+        {"from below",
+         [&] {
+             for (const UINT line : {4u, 3u, 1u, 0u})
+                 list.DeleteString(line);
+         }},
+        {"the middle last",
+         [&] {
+             for (const UINT line : {1u, 2u, 1u})
+                 list.DeleteString(line);
+         }},
+        {"among new ones",
+         [&] {
+             list.InsertString(2, L"new");
+             list.DeleteString(1);
+             list.InsertString(2, L"new");
+             list.DeleteString(3);
+             list.DeleteString(1); // a new one
+         }},
+    };
+    list.AddString({L"a", L"b", L"c", L"d", L"e"});
+    const CStringArray before = Texts();
+    for (const auto& [name, change] : cases) {
+        SCOPED_TRACE(name);
+        ASSERT_EQ(list.RunAsStep(L"step", change), 1);
+        const CStringArray after = Texts();
+        Undo();
+        EXPECT_EQ(Texts(), before);
+        Redo();
+        EXPECT_EQ(Texts(), after);
+        Undo();
+    }
+}
+
+TEST_F(TextList, HostsStepIsVoidOrAnOuterOnes)
+{
+    list.AddString({L"a", L"b"});
+    const auto inner = [&] {
+        list.DeleteString(0);
+        EXPECT_EQ(list.RunAsStep(L"inner", [&] { list.DeleteString(0); }), 0);
+    };
+    EXPECT_EQ(list.RunAsStep(L"outer", inner), 1);
+    EXPECT_EQ(list.GetUndoStack()->count(), 1);
+    Undo();
+    EXPECT_EQ(Texts(), (CStringArray{L"a", L"b"}));
+    const auto all = [&] {
+        list.DeleteString(0);
+        list.ResetContent(0);
+        list.AddString(L"c");
+    };
+    EXPECT_EQ(list.RunAsStep(L"all", all), 0);
+    EXPECT_EQ(list.GetUndoStack()->count(), 0);
+    EXPECT_FALSE(list.IsModified());
+}
+
+TEST_F(TextList, ModifiedIsWhatDiffersFromTheSavedContent)
+{
+    list.AddString({L"a", L"b"});
+    Type(0, "x");
+    Type(0, "a");
+    EXPECT_FALSE(list.IsModified()) << "edited back";
+    Type(0, "x");
+    list.SetModify(0);
+    Type(0, "y");
+    Undo();
+    EXPECT_FALSE(list.IsModified());
+    Undo();
+    EXPECT_TRUE(list.IsModified()) << "before what was saved";
+    Redo();
+    EXPECT_FALSE(list.IsModified());
+    list.SetModify(1);
+    Undo();
+    Redo();
+    EXPECT_TRUE(list.IsModified()) << "by the host's word";
+}
+
+TEST_F(TextList, TellsOnceWhenAStepChangesTheSelection)
+{
+    list.AddString({L"a", L"b", L"c"});
+    list.SetSelItem(0);
+    QStringList told;
+    QObject::connect(&list, &CKvReportListCtrl::SelectionEdited, [&] { told += "selection"; });
+    QObject::connect(&list, &CKvTextListBase::RowsEdited, [&] { told += "rows"; });
+    QObject::connect(&list, &CKvTextListBase::TextEdited, [&] { told += "text"; });
+    const auto toldBy = [&](auto act) {
+        told.clear();
+        act();
+        return told.join(u' ');
+    };
+    EXPECT_EQ(toldBy([&] { Key(Qt::Key_Delete, Qt::KeypadModifier); }), "rows selection");
+    EXPECT_EQ(toldBy([&] { Undo(); }), "rows selection");
+    EXPECT_EQ(toldBy([&] { Redo(); }), "rows selection");
+    EXPECT_EQ(toldBy([&] { Key(Qt::Key_Down, Qt::AltModifier); }), "rows") << "the same row is selected";
+    list.EditCell(0, 0);
+    QTest::keyClicks(Editor(), "x");
+    EXPECT_EQ(toldBy([&] { list.EndEdit(1); }), "text");
+    list.SetSelItem(-1);
+    EXPECT_EQ(toldBy([&] { Undo(); }), "text selection");
+}
+
 TEST_F(TextList, HostsStackTakesTheSteps)
 {
     auto stack = std::make_unique<QUndoStack>();
