@@ -1,16 +1,22 @@
 // The workspace of subtitles in titler, and the log.
 #include "KvAppLogListCtrl.h"
-#include "KvSubTitleTxtListEditor.h"
 #include "log/LogPanel.h"
-#include "subtitles/SubtitleCheck.h"
+#include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "subtitles/SubtitleText.h"
 #include "title/CanvasView.h"
 #include "window/MainWindow.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QFile>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QUndoStack>
 
 #include <gtest/gtest.h>
@@ -19,47 +25,6 @@
 using namespace titler;
 
 namespace {
-
-TEST(SubtitleCheck, FindsNegativeOverlappingAndFastRows)
-{
-    const std::vector<TimedText> rows = {
-        {0, 50, 10},    // 2 s: fine
-        {100, 100, 1},  // no time at all
-        {200, 250, 41}, // more than 20 a second
-        {240, 300, 5},  // begins before the one above ends
-        {-1, 20, 100},  {400, -1, 100},
-    };
-    EXPECT_EQ(CheckSubtitles(rows, 25),
-              (std::vector<unsigned>{0, kSubtitleNegative, kSubtitleFast | kSubtitleOverlap, 0, 0, 0}));
-    EXPECT_EQ(CheckSubtitles({{10, 60, 1}, {0, 20, 1}}, 25), (std::vector<unsigned>{0, kSubtitleOverlap}))
-        << "whatever the order of the rows";
-    EXPECT_TRUE(CheckSubtitles({}, 25).empty());
-}
-
-TEST(SubtitleText, SplitsAtTheNearestBreakAndReadsSteps)
-{
-    using Parts = std::pair<QString, QString>;
-    EXPECT_EQ(SplitSubtitle("one\ntwo\nthree", 0.4), Parts("one", "two\nthree"));
-    EXPECT_EQ(SplitSubtitle("one two three", 0.9), Parts("one two", "three"));
-    EXPECT_EQ(SplitSubtitle("abcdef", 0.5), Parts("abc", "def"));
-    EXPECT_EQ(SplitSubtitle(QString::fromUtf8("\U0001F469\u200D\U0001F4BB"), 0.5).first.size() % 5, 0)
-        << "a character stays whole";
-    EXPECT_EQ(SplitSubtitle("", 0.5), Parts("", ""));
-    EXPECT_EQ(ShiftOf("+10", kKvFrameRate25), 10);
-    EXPECT_EQ(ShiftOf(" -1:00 ", kKvFrameRate25), -25);
-    EXPECT_EQ(ShiftOf("00:00:02:05", kKvFrameRate25), 55);
-    EXPECT_EQ(ShiftOf("soon", kKvFrameRate25), std::nullopt);
-    EXPECT_EQ(CutOf({10, 20}, 12), 12u);
-    EXPECT_EQ(CutOf({10, 20}, 20), 15u) << "out is exclusive";
-    EXPECT_EQ(CutOf({10, 11}, 10), kNoTime);
-    EXPECT_EQ(CutOf({kNoTime, 20}, 12), kNoTime);
-    EXPECT_EQ(MergedTimes({{kNoTime, 5}, {10, kNoTime}, {7, 9}}), (SubtitleTimes{7, 9}));
-    EXPECT_EQ(MergedTimes({{}, {}}), SubtitleTimes());
-    EXPECT_EQ(Shifted({10, kNoTime}, -10), (SubtitleTimes{0, kNoTime}));
-    EXPECT_EQ(Shifted({10, 30}, -11), std::nullopt);
-    EXPECT_EQ(Shifted({10, kNoTime - 1}, 1), std::nullopt);
-    EXPECT_EQ(FrameAtRate(100, FrameRateOf(kKvFrameRate25), FrameRateOf(kKvFrameRate50)), 200u);
-}
 
 struct SubtitleWindow : testing::Test
 {
@@ -115,6 +80,43 @@ struct SubtitleWindow : testing::Test
     {
         QTest::keyClick(&list, static_cast<Qt::Key>(key), modifiers);
     }
+    void OpenCell(const QString& typed) // of the current row's text, and types over it
+    {
+        Press(Qt::Key_F2);
+        QWidget* editor = QApplication::focusWidget();
+        ASSERT_TRUE(list.IsEditing());
+        QTest::keyClicks(editor, typed);
+    }
+    void SetRate(EKvFrameRate rate)
+    {
+        window.Project().Edit(EditKind::Single, "rate", [&](Project& project) {
+            SetVideoFormat(project, {kKvAspect16x9, rate, kKvScanProgressive, 1280, 720});
+        });
+    }
+    QAction* Command(const QString& name)
+    {
+        for (QAction* command : panel.Commands())
+            if (command != nullptr && command->text().remove(u'&').startsWith(name))
+                return command;
+        return nullptr;
+    }
+    // Answers the questions to come, one after the other; the last one is cancelled unless it was accepted.
+    void Answer(QStringList answers, QString* label = nullptr)
+    {
+        QTimer::singleShot(0, &window, [=] {
+            auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            for (const QString& typed : answers) {
+                dialog->setTextValue(typed);
+                dialog->accept();
+                if (!dialog->isVisible())
+                    return;
+            }
+            if (label != nullptr)
+                *label = dialog->labelText();
+            dialog->reject();
+        });
+    }
     void Select(int row) // as the user does
     {
         list.setFocus();
@@ -134,7 +136,7 @@ struct SubtitleWindow : testing::Test
     QTemporaryDir folder;
     MainWindow window;
     SubtitlePanel& panel = window.Subtitles();
-    CKvSubTitleTxtListEditor& list = panel.List();
+    SubtitleList& list = panel.List();
     QStringList asked;
     int answer = IDYES;
 };
@@ -212,10 +214,220 @@ TEST_F(SubtitleWindow, TheRowAtThePlayHeadIsMarkedAndShown)
     window.Time().Seek(150); // out is exclusive
     EXPECT_EQ(list.GetPlayIndex(), -1);
     EXPECT_EQ(shown.text, "");
-    window.Project().Edit(EditKind::Single, "rate", [](Project& project) {
-        SetVideoFormat(project, {kKvAspect16x9, kKvFrameRate50, kKvScanProgressive, 1280, 720});
-    });
-    EXPECT_EQ(Row(0), "50-150 Hello there\nfriend") << "the times stay";
+}
+
+TEST_F(SubtitleWindow, WhatIsTypedInAnOpenCellIsNeverLost)
+{
+    ASSERT_TRUE(Import(kThree));
+    window.Project().Steps().setClean();
+    Select(0);
+    OpenCell("Good day");
+    EXPECT_TRUE(Export("out.srt").contains("Good day"));
+    EXPECT_FALSE(panel.IsModified());
+    OpenCell("Good night");
+    window.Show(Workspace::Log);
+    EXPECT_EQ(Row(0), "25-75 Good night");
+    window.Show(Workspace::Subtitles);
+    Select(0);
+    OpenCell("Good morning");
+    answer = IDCANCEL;
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(Row(0), "25-75 Good morning");
+    EXPECT_EQ(asked.size(), 1) << "it asks for the subtitles";
+    Press(Qt::Key_Right); // the cell of the in time
+    OpenCell("99:99");
+    asked.clear();
+    EXPECT_FALSE(window.close());
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_TRUE(asked[0].contains("Escape")) << asked[0].toStdString();
+    EXPECT_FALSE(panel.Import(folder.filePath("out.srt"))) << "not over a cell that is open";
+    EXPECT_TRUE(list.IsEditing());
+}
+
+TEST_F(SubtitleWindow, RowsKeepTheirRateAndMeetThePlayHeadByTime)
+{
+    ASSERT_TRUE(Import(kThree));
+    Select(0);
+    Press(Qt::Key_O); // a step that must survive
+    const Lines edited = Rows();
+    SetRate(kKvFrameRate50);
+    EXPECT_EQ(Rows(), edited);
+    window.Time().Seek(220); // 4.4 s
+    EXPECT_EQ(list.GetPlayIndex(), 1);
+    Select(1);
+    Press(Qt::Key_I);
+    EXPECT_EQ(Row(1), "110-150 \u4f60\u597d") << "frames of the rows' rate";
+    EXPECT_EQ(list.GetPlayIndex(), 1) << "it plays from where its time was set";
+    window.Time().Seek(0);
+    Press(Qt::Key_T, Qt::ControlModifier);
+    EXPECT_EQ(window.Time().Frame(), 220);
+    window.Project().New();
+    EXPECT_EQ(Row(1), "110-150 \u4f60\u597d");
+    EXPECT_TRUE(Export("out.srt").contains("00:00:04,400 --> 00:00:06,000"));
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Row(0), "25-75 Hello there\nfriend");
+
+    SetRate(kKvFrameRate50);
+    ASSERT_TRUE(Command("Use the project")->isEnabled());
+    Command("Use the project")->trigger();
+    EXPECT_EQ(Row(0), "50-150 Hello there\nfriend");
+    EXPECT_FALSE(panel.Steps().canUndo());
+    EXPECT_TRUE(panel.IsModified());
+    EXPECT_FALSE(Command("Use the project")->isEnabled());
+}
+
+TEST_F(SubtitleWindow, ALongFileLengthensTheProject)
+{
+    ASSERT_TRUE(Import("1\n00:00:01,000 --> 00:01:40,000\nlong\n\n"));
+    EXPECT_EQ(window.Project().Current().duration, 2500);
+    window.Project().Undo();
+    EXPECT_EQ(window.Project().Current().duration, 1000);
+    EXPECT_EQ(list.GetItemCount(), 1);
+}
+
+TEST_F(SubtitleWindow, SavesTheSubtitlesWhileTheyAreShown)
+{
+    ASSERT_TRUE(Import(kThree));
+    EXPECT_TRUE(window.windowTitle().startsWith("in.srt")) << window.windowTitle().toStdString();
+    Select(0);
+    Press(Qt::Key_Delete);
+    EXPECT_TRUE(window.isWindowModified());
+    Press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(panel.IsModified());
+    EXPECT_FALSE(window.isWindowModified());
+    EXPECT_TRUE(window.Project().IsModified()) << "it is another file";
+    QFile saved(folder.filePath("in.srt"));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(saved.readAll().contains("Hello"));
+    window.Show(Workspace::Design);
+    EXPECT_FALSE(window.windowTitle().startsWith("in.srt"));
+}
+
+TEST_F(SubtitleWindow, PlaybackHasItsKeysAndFollowsOnlyWhileItRuns)
+{
+    QByteArray many;
+    for (int i = 0; i < 30; ++i)
+        many += QByteArray::number(i + 1) + "\n00:00:" + QByteArray::number(i + 10) +
+                ",000 --> 00:00:" + QByteArray::number(i + 10) + ",500\nrow\n\n";
+    ASSERT_TRUE(Import(many));
+    Select(0);
+    window.Time().Seek(39 * 25); // the last row, far below
+    EXPECT_EQ(list.GetPlayIndex(), 29);
+    EXPECT_EQ(list.GetTopIndex(), 0);
+    Press(Qt::Key_I);
+    EXPECT_EQ(list.GetTopIndex(), 0) << "an edit does not move the list";
+    Press(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(window.Time().Frame(), 39 * 25 - 1);
+    window.Time().Seek(39 * 25 + 1);
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(window.Time().IsPlaying());
+    EXPECT_GT(list.GetTopIndex(), 0);
+    Press(Qt::Key_Space);
+    EXPECT_FALSE(window.Time().IsPlaying());
+    Select(0);
+    OpenCell("a b");
+    EXPECT_FALSE(window.Time().IsPlaying()) << "a blank";
+}
+
+TEST_F(SubtitleWindow, AddsSplitsAndMergesWithoutLosingTimes)
+{
+    ASSERT_TRUE(Import(kThree));
+    Select(0);
+    window.Time().Seek(80);
+    Press(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Row(1), "80-100 ") << "up to the next row";
+    window.Time().Seek(200);
+    Press(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Row(2), "200-250 ") << "two seconds";
+    list.ModifyItem(1, L"one two", nullptr, nullptr, nullptr);
+    list.SetTimeCode(1, 7, 0);
+    Select(1);
+    Press(Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(Row(1), "-1-7 one") << "a time that cannot be parted stays";
+    EXPECT_EQ(Row(2), "-1--1 two");
+    const Lines before = Rows();
+    list.SetSelItem({0, 2});
+    Press(Qt::Key_J, Qt::ControlModifier);
+    EXPECT_EQ(Rows(), before);
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_TRUE(asked[0].contains("row 1 and row 3"));
+    Press(Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(list.GetItemCount(), 6) << "the current row, though two are selected";
+}
+
+TEST_F(SubtitleWindow, ShiftsTheSelectionAndAsksAgain)
+{
+    ASSERT_TRUE(Import(kThree));
+    Select(0);
+    QString label;
+    Answer({"soon", "-1:05"}, &label); // the second one is before the first frame
+    Command("Shift")->trigger();
+    EXPECT_TRUE(label.contains("row 1")) << label.toStdString();
+    EXPECT_EQ(Row(0), "25-75 Hello there\nfriend");
+    Answer({"soon", "+10"});
+    Command("Shift")->trigger();
+    EXPECT_EQ(Rows(), (Lines{"35-85 Hello there\nfriend", "110-160 \u4f60\u597d"}));
+    list.InserItem(-1, L"third", 200, 210, nullptr);
+    list.SetSelItem({1, 2});
+    Answer({"+1"});
+    Command("Shift")->trigger();
+    EXPECT_EQ(Rows(), (Lines{"35-85 Hello there\nfriend", "111-161 \u4f60\u597d", "201-211 third"}));
+}
+
+TEST_F(SubtitleWindow, FaultsAreSaidOfTheCurrentRowAndFound)
+{
+    ASSERT_TRUE(Import("1\n00:00:01,000 --> 00:00:02,000\nfine\n\n"
+                       "2\n00:00:04,000 --> 00:00:03,000\nodd\n\n"
+                       "3\n00:00:05,000 --> 00:00:08,000\nfine\n\n"
+                       "4\n00:00:07,000 --> 00:00:09,000\nover\n\n"));
+    const auto fault = [&] {
+        for (QLabel* label : panel.findChildren<QLabel*>())
+            if (label->property("role") == "fault")
+                return label->text();
+        return QString();
+    };
+    Select(0);
+    EXPECT_EQ(fault(), "");
+    const QPoint place = panel.List().mapTo(&panel, QPoint());
+    const int height = list.height();
+    Press(Qt::Key_F8, Qt::ControlModifier);
+    EXPECT_EQ(list.GetCurrentItem(), 1);
+    EXPECT_TRUE(fault().contains("before it begins"));
+    EXPECT_EQ(list.height(), height) << "the list does not jump";
+    EXPECT_EQ(panel.List().mapTo(&panel, QPoint()), place);
+    Press(Qt::Key_F8, Qt::ControlModifier);
+    EXPECT_EQ(list.GetCurrentItem(), 2);
+    Press(Qt::Key_F8, Qt::ControlModifier);
+    EXPECT_EQ(list.GetCurrentItem(), 1) << "round the end";
+    Press(Qt::Key_F8, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(list.GetCurrentItem(), 2);
+    Press(Qt::Key_F, Qt::ControlModifier);
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, "o");
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(list.GetCurrentItem(), 3);
+    EXPECT_EQ(fault(), "");
+    QTest::keyClick(field, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(list.GetCurrentItem(), 1) << "backwards";
+    EXPECT_NE(fault(), "");
+}
+
+TEST_F(SubtitleWindow, EveryStepIsLogged)
+{
+    ASSERT_TRUE(Import(kThree));
+    Select(0);
+    Press(Qt::Key_K, Qt::ControlModifier);
+    EXPECT_TRUE(LogHas("Done: split a subtitle"));
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(LogHas("Undone: split a subtitle"));
+    answer = IDCANCEL;
+    QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
+    EXPECT_FALSE(LogHas("New project"));
+    window.Project().Steps().setClean();
+    QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
+    EXPECT_TRUE(LogHas("New project"));
 }
 
 TEST_F(SubtitleWindow, AsksBeforeChangedRowsAreLost)

@@ -1,8 +1,8 @@
 // Subtitle files through the panel: what it keeps of them, what it asks and where it writes.
 #include "KvDialog.h"
-#include "KvSubTitleTxtListEditor.h"
 #include "edit/Document.h"
 #include "subtitles/EncodingDialog.h"
+#include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "subtitles/SubtitleText.h"
 #include "time/Transport.h"
@@ -69,7 +69,7 @@ struct SubtitleFiles : testing::Test
     Document document;
     Transport transport{document};
     SubtitlePanel panel{document, transport};
-    CKvSubTitleTxtListEditor& list = panel.List();
+    SubtitleList& list = panel.List();
     QStringList said;
     QStringList asked;
     int answer = IDYES;

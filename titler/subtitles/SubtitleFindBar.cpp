@@ -5,7 +5,7 @@
 #include "window/Texts.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -39,30 +39,51 @@ SubtitleFindBar::SubtitleFindBar(CKvTextListBase& list)
     , m_matchCase(new QCheckBox(Text(kTextFindCase)))
     , m_result(new QLabel)
 {
-    NameField(*m_text, kTextFindText);
-    NameField(*m_replacement, kTextFindReplacement);
-    m_text->setPlaceholderText(m_text->accessibleName());
-    m_replacement->setPlaceholderText(m_replacement->accessibleName());
+    for (const auto& [field, nameId] :
+         {std::pair{m_text, kTextFindText}, {m_replacement, kTextFindReplacement}}) {
+        NameField(*field, nameId);
+        field->setPlaceholderText(field->accessibleName());
+        field->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
+    }
     m_matchCase->setToolTip(Text(kTextFindCase + 1));
     m_result->setProperty("role", "hint");
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins({});
-    row->addWidget(m_text, 2);
-    row->addWidget(m_replacement, 2);
-    row->addWidget(m_matchCase);
-    const std::pair<UINT, FindMode> buttons[] = {
-        {kTextFindNext, kFindNext}, {kTextReplaceOne, kReplaceOne}, {kTextReplaceAll, kReplaceAll}};
-    for (const auto& [nameId, mode] : buttons) {
-        auto* button = new QPushButton(Text(nameId));
-        button->setAutoDefault(false);
-        button->setToolTip(Text(nameId + 1));
-        connect(button, &QPushButton::clicked, this, [this, run = mode] { Run(run); });
-        row->addWidget(button);
-    }
-    row->addWidget(m_result, 1);
-    connect(m_text, &QLineEdit::returnPressed, this, [this] { Run(kFindNext); });
+    m_result->setWordWrap(true);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins({});
+    auto* finds = new QHBoxLayout;
+    finds->addWidget(m_text, 1);
+    AddButton(*finds, kTextFindPrevious, [this] { Find(true); });
+    AddButton(*finds, kTextFindNext, [this] { Find(false); });
+    auto* replaces = new QHBoxLayout;
+    replaces->addWidget(m_replacement, 1);
+    AddButton(*replaces, kTextReplaceOne, [this] { Run(kReplaceOne); });
+    AddButton(*replaces, kTextReplaceAll, [this] { Run(kReplaceAll); });
+    grid->addLayout(finds, 0, 0, 1, 2);
+    grid->addLayout(replaces, 1, 0, 1, 2);
+    grid->addWidget(m_matchCase, 2, 0);
+    grid->addWidget(AddOption(kTextFindWholeWords, kKvFindWholeWords), 2, 1);
+    grid->addWidget(AddOption(kTextFindSelection, kKvFindSelectedRows), 3, 0);
+    grid->addWidget(AddOption(kTextFindPattern, kKvFindRegularExpression), 3, 1);
+    grid->addWidget(m_result, 4, 0, 1, 2);
     connect(m_replacement, &QLineEdit::returnPressed, this, [this] { Run(kReplaceOne); });
     hide();
+}
+
+QCheckBox* SubtitleFindBar::AddOption(UINT nameId, UINT option)
+{
+    auto* box = new QCheckBox(Text(nameId));
+    box->setToolTip(Text(nameId + 1));
+    m_options.emplace_back(box, option);
+    return box;
+}
+
+void SubtitleFindBar::AddButton(QLayout& row, UINT nameId, std::function<void()> run)
+{
+    auto* button = new QPushButton(Text(nameId));
+    button->setAutoDefault(false);
+    button->setToolTip(Text(nameId + 1));
+    connect(button, &QPushButton::clicked, this, std::move(run));
+    row.addWidget(button);
 }
 
 void SubtitleFindBar::Open()
@@ -74,22 +95,44 @@ void SubtitleFindBar::Open()
 
 void SubtitleFindBar::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() != Qt::Key_Escape) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && m_text->hasFocus()) {
+        Find(event->modifiers().testFlag(Qt::ShiftModifier));
+    } else if (event->key() == Qt::Key_Escape) {
+        hide();
+        m_list.setFocus();
+    } else {
         QWidget::keyPressEvent(event);
-        return;
     }
-    hide();
-    m_list.setFocus();
+}
+
+void SubtitleFindBar::Find(bool backwards)
+{
+    m_backwards = backwards;
+    Run(kFindNext);
 }
 
 void SubtitleFindBar::Run(int mode)
 {
-    const int result =
-        m_list.FindReplace(std::max(m_list.GetLastSelItem(), 0), mode, m_text->text().toStdWString(),
-                           m_replacement->text().toStdWString(), m_matchCase->isChecked());
-    const UINT texts[] = {mode == kReplaceAll ? kTextFindReplaced : 0u, kTextFindWrapped, kTextFindNothing};
-    const UINT textId = texts[std::clamp(result, 0, 2)];
-    m_result->setText(textId != 0 ? Text(textId) : QString());
+    UINT options = m_backwards ? kKvFindBackwards : 0u;
+    for (const auto& [box, option] : m_options)
+        options |= box->isChecked() ? option : 0u;
+    m_list.SetFindOptions(options);
+    const std::wstring text = m_text->text().toStdWString();
+    const int isExact = m_matchCase->isChecked() ? 1 : 0;
+    const int matches = mode == kReplaceAll ? m_list.CountMatches(text, isExact) : 0;
+    const int result = m_list.FindReplace(std::max(m_list.GetLastSelItem(), 0), mode, text,
+                                          m_replacement->text().toStdWString(), isExact);
+    const QString fault = QString::fromStdWString(m_list.GetFindError());
+    if (!fault.isEmpty())
+        m_result->setText(fault);
+    else if (result == kNothing)
+        m_result->setText(Text(kTextFindNothing));
+    else if (mode == kReplaceAll)
+        m_result->setText(Text(kTextFindReplacedCount, {QString::number(matches)}));
+    else
+        m_result->setText(result == kFoundWrapped ? Text(kTextFindWrapped) : QString());
+    emit Found();
 }
 
 } // namespace titler

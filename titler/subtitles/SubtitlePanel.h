@@ -12,7 +12,6 @@
 #include <functional>
 #include <vector>
 
-class CKvSubTitleTxtListEditor;
 class QAction;
 class QLabel;
 class QMenu;
@@ -23,6 +22,7 @@ namespace titler {
 class CanvasView;
 class Document;
 class SubtitleFindBar;
+class SubtitleList;
 class Transport;
 
 class SubtitlePanel : public QWidget
@@ -37,7 +37,7 @@ public:
     /// Import, export and what is done to rows; null is a separator. They work while the panel is shown.
     const QList<QAction*>& Commands() const { return m_commands; }
     QUndoStack& Steps() const;
-    CKvSubTitleTxtListEditor& List() { return *m_list; }
+    SubtitleList& List() { return *m_list; }
 
     /// Replaces all rows by those of a file. What it has beside texts and times is kept for export.
     /// @param encoding as converters call it; empty: what the file tells, else what the user says, while the
@@ -51,8 +51,16 @@ public:
     /// Where the rows came from, or were first exported to; empty before.
     const QString& FileName() const { return m_file; }
     bool IsModified() const;
+    /// The rows' frame rate: the project's when they were imported or begun, whatever the project's is now.
+    EKvFrameRate Rate() const { return m_rate; }
     /// Asks when there are unsaved changes. @return false when the user wants to stay.
     bool MayLeave();
+    /// Exports to where the rows came from, or asks for a file. @return false when nothing was written.
+    bool Save();
+    /// Asks for a file to export to. @return false when nothing was written.
+    bool ChooseExport();
+    /// Takes what is typed in the open cell. @return false when it is refused; `Reported` has said why.
+    bool Settle();
 
 signals:
     /// What stands over the canvas; an empty text is nothing.
@@ -72,49 +80,59 @@ private:
     void Connect();
 
     void ChooseImport();
-    bool ChooseExport();
-    /// Exports to where the rows came from, or asks for a file. @return false when nothing was written.
-    bool Save();
     void TakeCues(const SubtitleFile& file);
     void ReportImport(const QString& name, const SubtitleFile& read, const QString& readAs);
     std::vector<SubtitleRow> Rows() const;
     std::int64_t MillisecondsOf(DWORD frame, std::int64_t original) const;
     bool MayLose(const std::vector<SubtitleLoss>& losses);
+    /// Shows the times of rows that come at that rate.
+    void SetRate(EKvFrameRate rate);
+    /// The project becomes as long as the subtitles.
+    void LengthenProject();
+    void UseProjectRate();
     void AddRow();
     void RemoveRows();
     void SplitRow();
     void MergeRows();
     void SetTimeHere(bool in);
-    void ShiftAll();
+    void ShiftRows();
     void UseTemplate(const QString& name);
+    void AskForRow();
+    void GoToTime();
+    void GoToFault(int step);
+    void Follow();
     /// One step of undo.
     void Edit(UINT stepId, const std::function<void()>& change);
 
     void OnRowsChanged();
-    void OnFormat();
+    void OnProjectChanged();
     void ShowCommands();
     void ShowPlaying();
     void Check();
     void ShowFaults();
+    /// The row with the keyboard's focus; -1 for none.
     int Current() const;
+    /// The rows' frame that is shown at the play head.
+    DWORD PlayHead() const;
     std::vector<int> SelectedRows() const;
     QString RowText(int row) const;
 
     Document& m_document;
     Transport& m_transport;
-    CKvSubTitleTxtListEditor* m_list;
+    SubtitleList* m_list;
     SubtitleFindBar* m_find;
     CanvasView* m_canvas;
     QLabel* m_summary;
     QLabel* m_faultText;
     QList<QAction*> m_commands;
     QList<QAction*> m_onRows; ///< those that need a selected row
+    QAction* m_follow = nullptr;
+    QAction* m_useRate = nullptr;
     QString m_file;
     SubtitleSource m_source;
     EKvFrameRate m_rate;
     std::vector<unsigned> m_faults; ///< by row, as `SubtitleFault`
     QTimer m_check;
-    DWORD m_plain = 0; ///< the background of a row that nothing is wrong with
 };
 
 /// Why a file cannot be imported without asking: its encoding is uncertain, or is none.

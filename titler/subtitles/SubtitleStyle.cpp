@@ -1,8 +1,7 @@
 #include "subtitles/SubtitleStyle.h"
 
+#include "subtitles/SubtitleText.h"
 #include "window/Texts.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -49,12 +48,6 @@ QStringList SubtitleTemplates()
     for (const Template& known : kTemplates)
         names << Text(known.nameId);
     return names;
-}
-
-QString PlainSubtitle(const QString& text)
-{
-    static const QRegularExpression markup(QStringLiteral("</?[A-Za-z][^<>\\n]*>|\\{\\\\[^{}\\n]*\\}"));
-    return QString(text).remove(markup);
 }
 
 Project SubtitleProject(const Project& project, const Subtitle& subtitle)

@@ -20,9 +20,6 @@ struct Subtitle
 /// The names of the templates; the first is taken for a name that is none of them.
 QStringList SubtitleTemplates();
 
-/// The text as it is read: without markup in angle brackets or braces.
-QString PlainSubtitle(const QString& text);
-
 /// A project that shows the subtitle alone, at rest: format and font are those of `project`, and so is the
 /// gradient where the template takes it.
 Project SubtitleProject(const Project& project, const Subtitle& subtitle);

@@ -1,12 +1,13 @@
 // Subtitles from files and into files.
 #include "KvDialog.h"
-#include "KvSubTitleTxtListEditor.h"
 #include "edit/Document.h"
 #include "project/TimeCode.h"
 #include "project/WholeFile.h"
 #include "subtitles/EncodingDialog.h"
+#include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "subtitles/SubtitleText.h"
+#include "time/Transport.h"
 #include "title/CanvasView.h"
 #include "window/Texts.h"
 
@@ -136,6 +137,8 @@ QString SubtitleEncodingFault(const QString& file, const QString& encoding)
 
 bool SubtitlePanel::Import(const QString& file, const QString& encoding)
 {
+    if (!Settle())
+        return false;
     const QString name = QDir::toNativeSeparators(file);
     QByteArray bytes;
     if (const QString fault = ReadWhole(file, bytes); !fault.isEmpty()) {
@@ -146,8 +149,10 @@ bool SubtitlePanel::Import(const QString& file, const QString& encoding)
     QString used = encoding.isEmpty() ? QString::fromStdString(DetectEncoding(view)) : encoding;
     if (used.isEmpty() && isVisible()) {
         EncodingDialog dialog(view, this);
-        if (dialog.exec() != QDialog::Accepted)
+        if (dialog.exec() != QDialog::Accepted) {
+            emit Reported(LogType::Message, Text(kTextImportCancelled));
             return false;
+        }
         used = dialog.Encoding();
     }
     if (const QString fault = SubtitleEncodingFault(file, used); !fault.isEmpty()) {
@@ -202,11 +207,12 @@ void SubtitlePanel::ReportImport(const QString& name, const SubtitleFile& read, 
 
 void SubtitlePanel::TakeCues(const SubtitleFile& file)
 {
-    const FrameRate rate = FrameRateOf(m_rate);
+    const FrameRate rate = m_transport.Rate();
     const auto frame = [&](std::int64_t milliseconds) {
         return milliseconds < 0 ? kNoTime : static_cast<DWORD>(FrameAtMilliseconds(milliseconds, rate));
     };
     m_list->EmptyAll();
+    SetRate(m_document.Current().video.frameRate);
     m_source.rows.reserve(file.cues.size());
     for (const Cue& cue : file.cues) {
         m_list->InserItem(-1, QString::fromStdString(cue.text).toStdWString(), frame(cue.in), frame(cue.out),
@@ -216,6 +222,8 @@ void SubtitlePanel::TakeCues(const SubtitleFile& file)
     }
     Steps().clear(); // they were about other rows
     OnRowsChanged();
+    Check();
+    LengthenProject();
 }
 
 // A time that was not changed is the file's own, which is finer than frames.
@@ -260,6 +268,8 @@ bool SubtitlePanel::MayLose(const std::vector<SubtitleLoss>& losses)
 
 bool SubtitlePanel::Export(const QString& file)
 {
+    if (!Settle())
+        return false;
     const bool isOwn = IsSameFile(m_file, file);
     const SubtitleFormat format = isOwn ? m_source.format : FormatByEnding(file);
     const std::vector<SubtitleRow> rows = Rows();
@@ -307,7 +317,9 @@ void SubtitlePanel::ChooseImport()
         return;
     const QString file = QFileDialog::getOpenFileName(this, Text(kTextSubtitleImport).remove(u'&'), m_file,
                                                       Text(kTextSubtitleFiles));
-    if (!file.isEmpty())
+    if (file.isEmpty())
+        emit Reported(LogType::Message, Text(kTextImportCancelled));
+    else
         Import(file);
 }
 
@@ -327,6 +339,8 @@ bool SubtitlePanel::ChooseExport()
 
 bool SubtitlePanel::MayLeave()
 {
+    if (!Settle())
+        return false;
     if (!IsModified())
         return true;
     const QString name = m_file.isEmpty() ? Text(kTextTabSubtitles) : QFileInfo(m_file).fileName();

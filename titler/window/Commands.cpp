@@ -6,6 +6,23 @@
 #include <QMenu>
 
 namespace titler {
+namespace {
+
+constexpr const char* kShortcut = "shortcutElsewhere";
+
+} // namespace
+
+void GiveShortcutAway(QAction& command)
+{
+    command.setProperty(kShortcut, ShortcutOf(command));
+    command.setShortcuts(QList<QKeySequence>());
+}
+
+QKeySequence ShortcutOf(const QAction& command)
+{
+    return command.shortcut().isEmpty() ? command.property(kShortcut).value<QKeySequence>()
+                                        : command.shortcut();
+}
 
 Commands::Commands(QWidget& window) : m_window(window) {}
 
@@ -82,7 +99,7 @@ void Commands::Show(QAction& entry) const
 void Commands::GiveShortcutsAway()
 {
     for (QAction* command : m_commands)
-        command->setShortcuts(QList<QKeySequence>());
+        GiveShortcutAway(*command);
 }
 
 void Commands::Trigger(UINT number)

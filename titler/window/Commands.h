@@ -3,6 +3,7 @@
 
 #include "KvTypes.h"
 
+#include <QKeySequence>
 #include <QList>
 
 #include <memory>
@@ -13,6 +14,11 @@ class QMenu;
 class QWidget;
 
 namespace titler {
+
+/// Takes a command's shortcuts away: another one answers them. `ShortcutOf` remembers the first.
+void GiveShortcutAway(QAction& command);
+/// The shortcut under which a command is reached; empty for none.
+QKeySequence ShortcutOf(const QAction& command);
 
 /// Commands under menus, in the order in which they were added. A command's number is its place, from 1.
 class Commands

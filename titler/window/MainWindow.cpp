@@ -6,6 +6,7 @@
 #include "media/MediaPanel.h"
 #include "media/RulesPanel.h"
 #include "project/ProjectText.h"
+#include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "title/AnimationInspector.h"
 #include "title/CanvasView.h"
@@ -83,9 +84,13 @@ MainWindow::MainWindow(Caption caption)
             [this](const QString& fault) { Say(fault, LogType::Warning); });
     connect(m_rulesPanel, &RulesPanel::UndoChanged, this, &MainWindow::ShowSteps);
     connect(m_subtitles, &SubtitlePanel::StepsChanged, this, &MainWindow::ShowSteps);
+    connect(m_subtitles, &SubtitlePanel::StepsChanged, this, &MainWindow::ShowFile);
+    connect(&m_subtitles->Steps(), &QUndoStack::indexChanged, this,
+            [this] { LogStep(m_subtitles->Steps(), m_loggedSubtitleStep); });
     connect(m_subtitles, &SubtitlePanel::Reported, this, &MainWindow::Report);
     connect(m_subtitles, &SubtitlePanel::SubtitleShown, &m_workspace->Canvas(), &CanvasView::ShowSubtitle);
-    connect(&m_document.Steps(), &QUndoStack::indexChanged, this, &MainWindow::LogStep);
+    connect(&m_document.Steps(), &QUndoStack::indexChanged, this,
+            [this] { LogStep(m_document.Steps(), m_loggedStep); });
     connect(m_media, &MediaPanel::Ready, this, [this] { m_log->Add(LogType::Message, m_media->Summary()); });
     ShowFile();
     ShowFormat();
@@ -100,6 +105,7 @@ MainWindow::~MainWindow()
     m_document.disconnect(this);
     m_document.Steps().disconnect(this);
     m_subtitles->disconnect(this);
+    m_subtitles->Steps().disconnect(this);
     delete m_bar;
     delete m_menuBar;
     delete m_workspace;
@@ -134,6 +140,7 @@ void MainWindow::ShowPage(Workspace workspace)
     Settle();
     m_current = workspace;
     m_workspaces->actions()[static_cast<int>(workspace)]->setChecked(true);
+    m_safeAreas->setEnabled(TraitsOf(workspace).application == kTitles); // its key is another one elsewhere
     if (m_menuBar != nullptr)
         m_menuBar->ShowTools(workspace);
     switch (workspace) {
@@ -157,6 +164,7 @@ void MainWindow::ShowPage(Workspace workspace)
     }
     m_pages->currentWidget()->setFocus(); // its proxy: what the workspace is about
     ShowSteps();
+    ShowFile();
 }
 
 void MainWindow::BuildStatusLine()
@@ -174,11 +182,13 @@ void MainWindow::BuildStatusLine()
 
 void MainWindow::ShowFile()
 {
-    const QString& file = m_document.FileName();
+    const bool areSubtitles = m_current == Workspace::Subtitles;
+    const QString& file = areSubtitles ? m_subtitles->FileName() : m_document.FileName();
+    const bool isModified = areSubtitles ? m_subtitles->IsModified() : m_document.IsModified();
     const QString name = file.isEmpty() ? Text(kTextUntitled) : FileNameOf(file);
     setWindowTitle(Text(kTextWindowTitle, {name, Text(kTextTitler)}));
-    setWindowModified(m_document.IsModified());
-    const QString shown = m_document.IsModified() ? Text(kTextCaptionModified, {name}) : name;
+    setWindowModified(isModified);
+    const QString shown = isModified ? Text(kTextCaptionModified, {name}) : name;
     if (m_bar != nullptr)
         m_bar->ShowDocument(shown);
     if (m_menuBar != nullptr)
@@ -216,14 +226,14 @@ void MainWindow::Report(LogType type, const QString& text)
 }
 
 // Steps that became part of one another keep the index, and are told once.
-void MainWindow::LogStep(int index)
+void MainWindow::LogStep(const QUndoStack& steps, int& logged)
 {
-    const QUndoStack& steps = m_document.Steps();
-    if (index > m_loggedStep)
+    const int index = steps.index();
+    if (index > logged)
         m_log->Add(LogType::Message, Text(kTextStepDone, {steps.text(index - 1)}));
-    else if (index < m_loggedStep && index < steps.count())
+    else if (index < logged && index < steps.count())
         m_log->Add(LogType::Message, Text(kTextStepUndone, {steps.text(index)}));
-    m_loggedStep = index;
+    logged = index;
 }
 
 void MainWindow::ShowError(const QString& text)
@@ -235,6 +245,7 @@ void MainWindow::ShowError(const QString& text)
 void MainWindow::Settle()
 {
     CommitFields(*this);
+    m_subtitles->List().Settle(); // what is refused stays open, and is spoken of where it matters
     m_document.EndRun();
 }
 
@@ -248,7 +259,7 @@ bool MainWindow::MayLeave()
     switch (
         KvMessageBox(this, Text(kTextSaveChanges, {name}).toStdWString(), MB_YESNOCANCEL | MB_ICONQUESTION)) {
     case IDYES:
-        return Save();
+        return SaveProject();
     case IDNO:
         return true;
     default:
@@ -298,8 +309,10 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::New()
 {
-    if (MayLeave())
-        m_document.New();
+    if (!MayLeave())
+        return;
+    m_document.New();
+    Say(Text(kTextNewProject));
 }
 
 bool MainWindow::OpenProject(const QString& file)
@@ -371,14 +384,30 @@ void MainWindow::ChooseProject()
         OpenProject(file);
 }
 
-bool MainWindow::Save()
+void MainWindow::Save()
+{
+    if (m_current == Workspace::Subtitles)
+        m_subtitles->Save();
+    else
+        SaveProject();
+}
+
+void MainWindow::SaveAs()
+{
+    if (m_current == Workspace::Subtitles)
+        m_subtitles->ChooseExport();
+    else
+        SaveProjectAs();
+}
+
+bool MainWindow::SaveProject()
 {
     Settle();
     const QString file = m_document.FileName();
-    return file.isEmpty() ? SaveAs() : SaveTo(file);
+    return file.isEmpty() ? SaveProjectAs() : SaveTo(file);
 }
 
-bool MainWindow::SaveAs()
+bool MainWindow::SaveProjectAs()
 {
     Settle();
     const QString file =

@@ -95,7 +95,7 @@ private:
     QUndoStack& Steps(); ///< of what the workspace shows
     void Undo();
     void Redo();
-    void LogStep(int index);
+    void LogStep(const QUndoStack& steps, int& logged);
     void Report(LogType type, const QString& text);
     void ShowError(const QString& text);
 
@@ -105,8 +105,11 @@ private:
     bool MayLeave();
     void New();
     void ChooseProject();
-    bool Save();
-    bool SaveAs();
+    /// What the workspace is about: the project or the subtitles.
+    void Save();
+    void SaveAs();
+    bool SaveProject();
+    bool SaveProjectAs();
     bool SaveTo(const QString& file);
     void ChooseExport();
     void ChooseAnimationExport();
@@ -129,9 +132,11 @@ private:
     WorkspaceTools m_tools;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
+    QAction* m_safeAreas = nullptr;
     QActionGroup* m_formats = nullptr;
     QActionGroup* m_workspaces = nullptr;
     int m_loggedStep = 0;          ///< the index of the document's steps that the log has told of
+    int m_loggedSubtitleStep = 0;  ///< likewise of the subtitles'
     QList<QAction*> m_recent;      ///< hidden where the list is shorter
     QAction* m_noRecent = nullptr; ///< stands in an empty list
     Settings* m_settings = nullptr;

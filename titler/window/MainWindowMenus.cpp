@@ -137,11 +137,11 @@ void MainWindow::BuildViewMenu()
 {
     CanvasView& canvas = m_workspace->Canvas();
     QMenu& menu = AddMenu(kTextViewMenu);
-    QAction* safeAreas = AddItem(
+    m_safeAreas = AddItem(
         menu, kTextSafeAreas, {QKeySequence(Qt::CTRL | Qt::Key_G)}, [] {}, L"titler_tool_safeareas");
-    safeAreas->setCheckable(true);
-    safeAreas->setChecked(canvas.ShowsSafeAreas());
-    connect(safeAreas, &QAction::toggled, &canvas, &CanvasView::ShowSafeAreas);
+    m_safeAreas->setCheckable(true);
+    m_safeAreas->setChecked(canvas.ShowsSafeAreas());
+    connect(m_safeAreas, &QAction::toggled, &canvas, &CanvasView::ShowSafeAreas);
     menu.addSeparator();
     QAction* fit = AddItem(
         menu, kTextFit, {QKeySequence(Qt::CTRL | Qt::Key_0)}, [&canvas] { canvas.FitToWindow(); },
@@ -158,7 +158,7 @@ void MainWindow::BuildViewMenu()
     menu.addSeparator();
     BuildWorkspaceItems(menu);
     for (const Workspace workspace : {Workspace::Design, Workspace::Animate})
-        ToolsOf(workspace) << fit << fullSize << zoomIn << zoomOut << nullptr << safeAreas;
+        ToolsOf(workspace) << fit << fullSize << zoomIn << zoomOut << nullptr << m_safeAreas;
 }
 
 void MainWindow::BuildWorkspaceItems(QMenu& menu)

@@ -1,0 +1,46 @@
+// The list of subtitles as the workspace has it: playback keeps its keys, and signs say what is wrong.
+#pragma once
+
+#include "KvSubTitleTxtListEditor.h"
+#include "subtitles/SubtitleText.h"
+
+#include <QStringList>
+
+#include <unordered_map>
+
+namespace titler {
+
+/// What to say of a row; `faults` as `SubtitleFault`.
+QStringList FaultTexts(unsigned faults);
+
+class SubtitleList : public CKvSubTitleTxtListEditor
+{
+    Q_OBJECT
+
+public:
+    using CKvSubTitleTxtListEditor::EnsureVisible;
+    using CKvSubTitleTxtListEditor::GetCurrentItem;
+    using CKvSubTitleTxtListEditor::IsEditing;
+
+    /// Commits the open cell. @return false when its text is refused; the cell then stays open.
+    bool Settle() { return !IsEditing() || EndEdit(1) != 0; }
+    SubtitleTimes Times(int row) const;
+    void SetTimes(int row, const SubtitleTimes& times);
+    /// Signs in the rows, by `GetRowKey`, as `SubtitleFault`; rows that are not in it have none.
+    void SetFaults(std::unordered_map<std::uint64_t, unsigned> faults);
+    /// That row alone is selected, current and in view.
+    void GoTo(int row);
+
+protected:
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void DrawItem(Graphics* graphics, int line, int column) override;
+    QString ToolTipAt(CPoint point, CRect& area) const override;
+
+private:
+    unsigned FaultsOf(int row) const;
+    QRect SignsRect(int row) const;
+
+    std::unordered_map<std::uint64_t, unsigned> m_faults;
+};
+
+} // namespace titler
