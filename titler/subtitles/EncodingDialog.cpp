@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -50,6 +51,9 @@ EncodingDialog::EncodingDialog(std::string_view bytes, QWidget* parent)
                               fontMetrics().lineSpacing() * kPreviewHeight);
     for (const char* name : Encodings())
         m_names->addItem(QLatin1String(name));
+    m_names->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_names->setFixedWidth(m_names->sizeHintForColumn(0) + 2 * m_names->frameWidth() +
+                           m_names->verticalScrollBar()->sizeHint().width());
     auto* question = new QLabel(Text(kTextEncodingQuestion));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto* grid = new QGridLayout(this);
