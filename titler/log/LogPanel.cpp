@@ -1,9 +1,18 @@
 #include "log/LogPanel.h"
 
 #include "KvAppLogListCtrl.h"
+#include "KvDialog.h"
+#include "time/TransportBar.h"
+#include "window/Fields.h"
 #include "window/Texts.h"
 
+#include <QAction>
 #include <QDateTime>
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTemporaryFile>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -17,8 +26,25 @@ namespace {
 constexpr DWORD kListId = 1001;
 constexpr unsigned short kMostLines = 10000;
 
-std::mutex g_mutex; ///< guards g_list
-CKvAppLogListCtrl* g_list = nullptr;
+constexpr int kCountAfter = 100;     // milliseconds
+constexpr DWORD kOtherTypes = 0x3F0; // which titler does not use
+
+struct TypeCommand
+{
+    LogType type;
+    UINT nameId;
+    const wchar_t* icon;
+    Qt::Key key; ///< with Alt
+};
+constexpr TypeCommand kTypes[] = {
+    {LogType::Message, kTextLogMessages, L"titler_tool_messages", Qt::Key_1},
+    {LogType::Important, kTextLogImportant, L"Applogtype_1", Qt::Key_2},
+    {LogType::Warning, kTextLogWarnings, L"Applogtype_2", Qt::Key_3},
+    {LogType::Error, kTextLogErrors, L"Applogtype_3", Qt::Key_4},
+};
+
+std::mutex g_mutex; ///< guards g_panel
+LogPanel* g_panel = nullptr;
 QtMessageHandler g_terminal = nullptr; ///< what the toolkit itself does with a message
 
 SYSTEMTIME Now()
@@ -54,7 +80,165 @@ void Split(LogType type, const QString& text, Take take)
     } while (from < whole.size());
 }
 
-void HearToolkit(QtMsgType type, const QMessageLogContext& context, const QString& text)
+} // namespace
+
+LogPanel::LogPanel() : m_list(new CKvAppLogListCtrl), m_filter(new QLineEdit)
+{
+    m_list->Create(CRect(), WS_CHILD | WS_VISIBLE | WS_TABSTOP, this, kListId);
+    m_list->Initialize(1);
+    m_list->SetMaxLogLineCounts(kMostLines, 0);
+    m_list->SetFollowMode(kKvAppLogFollowAtEnd);
+    m_list->setObjectName(QStringLiteral("log"));
+    m_list->setAccessibleName(Text(kTextTabLog));
+    BuildCommands();
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(BuildFilters());
+    column->addWidget(m_list, 1);
+    setFocusProxy(m_list);
+    m_counts.setSingleShot(true);
+    m_counts.setInterval(kCountAfter);
+    connect(&m_counts, &QTimer::timeout, this, &LogPanel::ShowCounts);
+    connect(m_list, &CKvAppLogListCtrl::LogCleared, this, &LogPanel::ShowCounts);
+    ShowCounts();
+    EnableCommands(false);
+}
+
+LogPanel::~LogPanel()
+{
+    const std::lock_guard lock(g_mutex);
+    if (g_panel == this)
+        g_panel = nullptr;
+}
+
+QAction* LogPanel::AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
+                              std::function<void()> run)
+{
+    auto* command = new QAction(Text(nameId), this);
+    command->setToolTip(Text(nameId + 1));
+    command->setStatusTip(Text(nameId + 1));
+    command->setShortcut(key);
+    command->setIcon(SkinIcon(icon));
+    command->setIconVisibleInMenu(false);
+    connect(command, &QAction::triggered, this, std::move(run));
+    m_commands << command;
+    return command;
+}
+
+void LogPanel::BuildCommands()
+{
+    AddCommand(kTextLogSave, L"titler_tool_save", Qt::CTRL | Qt::ALT | Qt::Key_S, [this] { Save(); });
+    AddCommand(kTextLogCopy, L"titler_tool_copy", Qt::CTRL | Qt::ALT | Qt::Key_C,
+               [this] { m_list->SaveAppLogToSysClipboard(0); });
+    AddCommand(kTextLogFind, L"titler_tool_find", QKeySequence::Find, [this] { m_list->ShowFindBar(1); });
+    m_commands << nullptr;
+    for (const TypeCommand& type : kTypes) {
+        m_types << AddCommand(type.nameId, type.icon, Qt::ALT | type.key, [this] { Filter(); });
+        m_types.back()->setCheckable(true);
+        m_types.back()->setChecked(true);
+    }
+    QAction* filter = AddCommand(kTextLogFilter, L"titler_tool_find", Qt::CTRL | Qt::ALT | Qt::Key_F,
+                                 [this] { m_filter->setFocus(); });
+    filter->setIcon({}); // its field stands above the messages
+    m_commands << nullptr;
+    m_follow = AddCommand(kTextLogFollow, L"titler_tool_follow", Qt::CTRL | Qt::ALT | Qt::Key_L, [this] {
+        m_list->SetFollowMode(m_follow->isChecked() ? kKvAppLogFollowAlways : kKvAppLogFollowAtEnd);
+    });
+    m_follow->setCheckable(true);
+    AddCommand(kTextLogClear, L"titler_tool_clear", Qt::CTRL | Qt::SHIFT | Qt::Key_Delete,
+               [this] { Clear(); });
+}
+
+QWidget* LogPanel::BuildFilters()
+{
+    auto* filters = new QWidget;
+    auto* row = new QHBoxLayout(filters);
+    row->setContentsMargins({});
+    for (QAction* type : m_types) {
+        auto* button = new QToolButton;
+        button->setDefaultAction(type);
+        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        button->setMinimumWidth(1); // cut in a small window
+        row->addWidget(button);
+    }
+    NameField(*m_filter, kTextLogFilter);
+    m_filter->setPlaceholderText(m_filter->accessibleName());
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setMinimumWidth(40);
+    connect(m_filter, &QLineEdit::textChanged, this, &LogPanel::Filter);
+    row->addWidget(m_filter, 1);
+    return filters;
+}
+
+void LogPanel::EnableCommands(bool enable)
+{
+    for (QAction* command : m_commands)
+        if (command != nullptr)
+            command->setEnabled(enable);
+}
+
+void LogPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    ShowCounts();
+    EnableCommands(true);
+}
+
+void LogPanel::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    EnableCommands(false);
+}
+
+void LogPanel::Save()
+{
+    QFileDialog dialog(this, Text(kTextLogSave).remove(u'&'), {}, Text(kTextLogFiles));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("log"));
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString name = QDir::toNativeSeparators(dialog.selectedFiles().value(0));
+    if (m_list->SaveAppLogToFile(name.toStdWString().c_str(), 0) != 0)
+        emit Reported(LogType::Message, Text(kTextSaved, {name}));
+    else
+        emit Reported(LogType::Error, Text(kTextLogNotSaved, {name}));
+}
+
+// The list takes a file in place of its lines; an empty one leaves none.
+void LogPanel::Clear()
+{
+    if (KvMessageBox(this, Text(kTextLogClearAll).toStdWString(), MB_YESNO | MB_ICONQUESTION) != IDYES)
+        return;
+    QTemporaryFile nothing;
+    if (nothing.open())
+        m_list->LoadAppLogFmFile(nothing.fileName().toStdWString().c_str(), 1);
+    ShowCounts();
+}
+
+void LogPanel::Filter()
+{
+    DWORD shown = kOtherTypes;
+    for (qsizetype type = 0; type < m_types.size(); ++type)
+        shown |= m_types[type]->isChecked() ? DWORD{1} << type : 0;
+    m_list->SetTypeFilter(shown);
+    m_list->SetTextFilter(m_filter->text().toStdWString().c_str(), 0);
+}
+
+void LogPanel::ShowCounts()
+{
+    for (const TypeCommand& type : kTypes) {
+        const int index = static_cast<int>(type.type);
+        m_types[index]->setText(Text(type.nameId, {QString::number(m_list->GetTypeCount(index))}));
+    }
+}
+
+void LogPanel::Add(LogType type, const QString& text)
+{
+    Split(type, text, [this](const SKvAppLogMsgData& message) { m_list->AddAppLogMsg(message); });
+    if (!m_counts.isActive())
+        m_counts.start();
+}
+
+void LogPanel::HearToolkit(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     if (g_terminal != nullptr)
         g_terminal(type, context, text);
@@ -62,41 +246,16 @@ void HearToolkit(QtMsgType type, const QMessageLogContext& context, const QStrin
     if (type == QtDebugMsg || type == QtInfoMsg)
         return;
     const std::lock_guard lock(g_mutex);
-    if (g_list != nullptr)
-        Split(kind, text, [](const SKvAppLogMsgData& message) { g_list->PostAppLogMsg(message); });
-}
-
-} // namespace
-
-LogPanel::LogPanel() : m_list(new CKvAppLogListCtrl)
-{
-    m_list->Create(CRect(), WS_CHILD | WS_VISIBLE | WS_TABSTOP, this, kListId);
-    m_list->Initialize(1);
-    m_list->SetMaxLogLineCounts(kMostLines, 0);
-    m_list->SetFollowMode(1);
-    m_list->setObjectName(QStringLiteral("log"));
-    m_list->setAccessibleName(Text(kTextTabLog));
-    auto* column = new QVBoxLayout(this);
-    column->addWidget(m_list);
-    setFocusProxy(m_list);
-}
-
-LogPanel::~LogPanel()
-{
-    const std::lock_guard lock(g_mutex);
-    if (g_list == m_list)
-        g_list = nullptr;
-}
-
-void LogPanel::Add(LogType type, const QString& text)
-{
-    Split(type, text, [this](const SKvAppLogMsgData& message) { m_list->AddAppLogMsg(message); });
+    if (g_panel == nullptr)
+        return;
+    Split(kind, text, [](const SKvAppLogMsgData& message) { g_panel->m_list->PostAppLogMsg(message); });
+    QMetaObject::invokeMethod(g_panel, &LogPanel::ShowCounts, Qt::QueuedConnection);
 }
 
 void LogPanel::TakeToolkitWarnings()
 {
     const std::lock_guard lock(g_mutex);
-    g_list = m_list;
+    g_panel = this;
     if (g_terminal == nullptr)
         g_terminal = qInstallMessageHandler(HearToolkit);
 }

@@ -3,10 +3,17 @@
 
 #include "KvTypes.h"
 
+#include <QKeySequence>
+#include <QList>
 #include <QString>
+#include <QTimer>
 #include <QWidget>
 
+#include <functional>
+
 class CKvAppLogListCtrl;
+class QAction;
+class QLineEdit;
 
 namespace titler {
 
@@ -34,8 +41,34 @@ public:
     /// at a time.
     void TakeToolkitWarnings();
 
+    /// What can be done with the log; null is a separator. They work while the panel is shown.
+    const QList<QAction*>& Commands() const { return m_commands; }
+
+signals:
+    /// Something was done or went wrong; errors want a message box.
+    void Reported(titler::LogType type, const QString& text);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
+    QAction* AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key, std::function<void()> run);
+    void BuildCommands();
+    QWidget* BuildFilters();
+    void EnableCommands(bool enable);
+    void Save();
+    void Clear();
+    void Filter();
+    void ShowCounts();
+    static void HearToolkit(QtMsgType type, const QMessageLogContext& context, const QString& text);
+
     CKvAppLogListCtrl* m_list;
+    QList<QAction*> m_commands;
+    QList<QAction*> m_types; ///< by LogType: whether its messages are shown
+    QAction* m_follow = nullptr;
+    QLineEdit* m_filter;
+    QTimer m_counts;
 };
 
 } // namespace titler

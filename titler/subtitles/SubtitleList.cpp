@@ -9,7 +9,8 @@
 namespace titler {
 namespace {
 
-constexpr int kSign = 14; // logical pixels, each a square
+constexpr int kSign = 14;    // logical pixels, each a square
+constexpr int kPlayMark = 3; // at the left edge, where no text stands
 
 struct Sign
 {
@@ -111,11 +112,14 @@ void SubtitleList::DrawItem(Graphics* graphics, int line, int column)
     }
     const QRect signs = SignsRect(line);
     QRect text = GetCellRect(line, column);
+    QRect mark = text;
+    mark.setWidth(kPlayMark);
     text.setRight(signs.left() - 1);
     graphics->save();
-    graphics->setClipRect(text, Qt::IntersectClip);
+    graphics->setClipRect(mark, Qt::IntersectClip);
     CKvSubTitleTxtListEditor::DrawItem(graphics, line, column);
     graphics->restore();
+    DrawCellText(graphics, text, line, column, font());
 
     graphics->save();
     graphics->setRenderHint(QPainter::Antialiasing);

@@ -6,6 +6,7 @@
 #include "time/Transport.h"
 #include "window/Fields.h"
 #include "window/Texts.h"
+#include "window/ToolStrip.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -101,8 +102,7 @@ QAction* TransportBar::AddCommand(UINT nameId, const wchar_t* icon, const QKeySe
         return action;
     action->setIcon(SkinIcon(icon));
     action->setIconVisibleInMenu(false);
-    auto* button = new QToolButton;
-    button->setDefaultAction(action);
+    auto* button = new ToolButton(*action);
     button->setProperty("role", "deck");
     button->setIconSize({kIcon, kIcon});
     button->setFocusPolicy(Qt::StrongFocus);

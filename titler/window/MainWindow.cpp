@@ -88,6 +88,7 @@ MainWindow::MainWindow(Caption caption)
     connect(&m_subtitles->Steps(), &QUndoStack::indexChanged, this,
             [this] { LogStep(m_subtitles->Steps(), m_loggedSubtitleStep); });
     connect(m_subtitles, &SubtitlePanel::Reported, this, &MainWindow::Report);
+    connect(m_log, &LogPanel::Reported, this, &MainWindow::Report);
     connect(m_subtitles, &SubtitlePanel::SubtitleShown, &m_workspace->Canvas(), &CanvasView::ShowSubtitle);
     connect(&m_document.Steps(), &QUndoStack::indexChanged, this,
             [this] { LogStep(m_document.Steps(), m_loggedStep); });

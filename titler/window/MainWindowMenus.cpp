@@ -70,6 +70,7 @@ void MainWindow::BuildMenus()
     BuildPlaybackMenu();
     BuildSubtitlesMenu();
     BuildRulesMenu();
+    AddCommands(kTextLogMenu, m_log->Commands(), Workspace::Log);
     AddItem(AddMenu(kTextHelpMenu), kTextAbout, {QKeySequence::HelpContents}, [this] { About(); });
     for (const std::unique_ptr<QMenu>& menu : m_commands.Menus())
         m_commands.Number(*menu);

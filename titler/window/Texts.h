@@ -230,6 +230,22 @@ enum TextId : UINT
     kTextStepDone = 21311,
     kTextStepUndone = 21312,
     kTextOptionSubtitles = 21313,
+    kTextLogMenu = 21314,
+    kTextLogSave = 21315, ///< a tip's number is its command's plus 1
+    kTextLogCopy = 21317,
+    kTextLogFind = 21319,
+    kTextLogMessages = 21321,
+    kTextLogImportant = 21323,
+    kTextLogWarnings = 21325,
+    kTextLogErrors = 21327,
+    kTextLogFilter = 21329,
+    kTextLogFollow = 21331,
+    kTextLogClear = 21333,
+    kTextLogClearAll = 21335,
+    kTextLogFiles = 21336,
+    kTextLogNotSaved = 21337,
+    kTextToolTip = 21338,    ///< name and explanation
+    kTextToolTipKey = 21339, ///< name, key and explanation
 
     // Files and messages.
     kTextProjectFiles = 21500,

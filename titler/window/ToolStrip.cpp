@@ -1,8 +1,12 @@
 #include "window/ToolStrip.h"
 
+#include "window/Commands.h"
+#include "window/Texts.h"
+
 #include <QAction>
 #include <QHBoxLayout>
-#include <QToolButton>
+#include <QHelpEvent>
+#include <QToolTip>
 
 namespace titler {
 namespace {
@@ -12,8 +16,7 @@ constexpr int kGap = 2;
 
 void AddButton(QHBoxLayout& row, QAction& tool)
 {
-    auto* button = new QToolButton;
-    button->setDefaultAction(&tool);
+    auto* button = new ToolButton(tool);
     button->setAccessibleName(tool.text().remove(u'&'));
     button->setIconSize({kPicture, kPicture});
     button->setToolButtonStyle(Qt::ToolButtonIconOnly);
@@ -22,7 +25,29 @@ void AddButton(QHBoxLayout& row, QAction& tool)
     row.addWidget(button);
 }
 
+QString ToolTipOf(const QAction& command)
+{
+    const QString name = QString(command.text()).remove(u'&').remove(QChar(0x2026));
+    const QString key = ShortcutOf(command).toString(QKeySequence::NativeText);
+    return key.isEmpty() ? Text(kTextToolTip, {name, command.toolTip()})
+                         : Text(kTextToolTipKey, {name, key, command.toolTip()});
+}
+
 } // namespace
+
+ToolButton::ToolButton(QAction& command)
+{
+    setDefaultAction(&command);
+}
+
+bool ToolButton::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip || defaultAction() == nullptr)
+        return QToolButton::event(event);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), ToolTipOf(*defaultAction()), this,
+                       rect());
+    return true;
+}
 
 ToolStrip::ToolStrip(QWidget& bar, const QList<QAction*>& tools) : QWidget(&bar)
 {

@@ -5,7 +5,7 @@
 #include "window/Workspaces.h"
 
 #include <QList>
-#include <QWidget>
+#include <QToolButton>
 
 #include <array>
 
@@ -15,6 +15,16 @@ namespace titler {
 
 /// The commands under the caption, by Workspace; null stands for a separator.
 using WorkspaceTools = std::array<QList<QAction*>, kWorkspaces.size()>;
+
+/// A button without a text: its tool tip begins with the command's name and key.
+class ToolButton : public QToolButton
+{
+public:
+    explicit ToolButton(QAction& command);
+
+protected:
+    bool event(QEvent* event) override;
+};
 
 class ToolStrip : public QWidget, public IKvGuiWnd
 {
