@@ -1,5 +1,6 @@
 // What is wrong with subtitles, and what is done to their texts and times.
 #include "subtitles/SubtitleCheck.h"
+#include "subtitles/SubtitlePicture.h"
 #include "subtitles/SubtitleText.h"
 
 #include <gtest/gtest.h>
@@ -111,6 +112,57 @@ TEST(SubtitleText, FramesGoByTimeFromRateToRate)
     }
     EXPECT_EQ(RateText(film), "23.976");
     EXPECT_EQ(RateText(pal), "25");
+}
+
+// What a subtitle covers of a frame of 320 x 180, and how much of that is red.
+struct Covered
+{
+    explicit Covered(const Subtitle& subtitle)
+    {
+        const QImage picture = SubtitlePicture(NewProject(), subtitle, QSize(320, 180));
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (const QColor colour = picture.pixelColor(x, y); colour.alpha() > 16) {
+                    area |= colour.alpha() > 128 ? QRect(x, y, 1, 1) : QRect();
+                    ++pixels;
+                    red += colour.red() > 128 && colour.green() < 64 ? 1 : 0;
+                }
+    }
+    QRect area;
+    int pixels = 0;
+    int red = 0;
+};
+
+TEST(SubtitlePicture, WrapsWithinTheSafeAreaWhereItsTextSays)
+{
+    const QRect safe(16, 9, 288, 162);
+    const Covered one({"short", {}});
+    const Covered wrapped({QString("word ").repeated(40), {}});
+    EXPECT_TRUE(safe.contains(wrapped.area));
+    EXPECT_GT(wrapped.area.height(), 2 * one.area.height());
+    EXPECT_GT(one.area.top(), 120);
+    EXPECT_TRUE(safe.contains(Covered({QString(200, u'm'), {}}).area)) << "a word that is too long";
+    EXPECT_TRUE(safe.contains(Covered({QString("word ").repeated(12), "Title"}).area)) << "a title's look";
+    EXPECT_LT(Covered({"{\\an8}short", {}}).area.bottom(), 40);
+    EXPECT_LT(Covered({"{\\an1}short", {}}).area.right(), 160);
+    EXPECT_GT(Covered({"{\\an6}short", {}}).area.left(), 160);
+    EXPECT_LT(Covered({"{\\an2}short", "Top"}).area.top() - one.area.top(), 2)
+        << "the text beats its template";
+    EXPECT_EQ(Covered({"", {}}).pixels, 0);
+}
+
+TEST(SubtitlePicture, ShowsTags)
+{
+    const Covered plain({"word\nword", {}});
+    EXPECT_EQ(plain.red, 0);
+    const Covered red({"<font color=\"#ff0000\">word\nword</font>", {}});
+    EXPECT_GT(red.red, plain.pixels / 2) << "over the end of a line";
+    EXPECT_EQ(red.area, plain.area);
+    EXPECT_GT(Covered({"<FONT COLOR=red>word</FONT> word", {}}).red, 0);
+    EXPECT_EQ(Covered({"<font color=\"nosuch\">word</font>", {}}).red, 0);
+    EXPECT_GT(Covered({"<b>word</b>\nword", {}}).pixels, plain.pixels);
+    EXPECT_GT(Covered({"<u>word</u>\nword", {}}).pixels, plain.pixels);
+    EXPECT_EQ(Covered({"</i></font>word\nword", {}}).pixels, plain.pixels) << "ends without a begin";
 }
 
 } // namespace

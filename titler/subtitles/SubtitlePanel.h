@@ -1,6 +1,7 @@
 // The workspace of subtitles: the list, what is wrong with it, find and replace, and the canvas beside it.
 #pragma once
 
+#include "KvVideoFormat.h"
 #include "log/LogPanel.h"
 #include "subtitles/SubtitleSource.h"
 #include "subtitles/SubtitleStyle.h"

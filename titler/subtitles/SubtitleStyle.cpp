@@ -8,10 +8,6 @@
 namespace titler {
 namespace {
 
-constexpr double kTextHeight = 5;   // percent of the frame
-constexpr double kLineHeight = 1.2; // of the text's
-constexpr double kEdge = 5;         // percent of the frame: the title-safe line
-
 struct Template
 {
     UINT nameId;
@@ -33,11 +29,17 @@ const Template& TemplateOf(const QString& name)
     return found == std::end(kTemplates) ? kTemplates[0] : *found;
 }
 
-// The middle of the block from the middle of the frame, in percent of its height.
-double PlaceOf(int side, double height, qsizetype lines)
+// As the keys of a number pad lie, 1 to 9; 0 where the text does not say.
+int PlaceIn(const QString& text)
 {
-    const double block = height * (1 + kLineHeight * static_cast<double>(lines - 1));
-    return side * (50 - kEdge - block / 2);
+    for (const Markup& mark : MarkupOf(text)) {
+        const QString part = text.mid(mark.begin, mark.end - mark.begin);
+        const qsizetype at = part.indexOf(QLatin1String("\\an"));
+        const char16_t key = at >= 0 && at + 3 < part.size() ? part[at + 3].unicode() : u'0';
+        if (part.startsWith(u'{') && key >= u'1' && key <= u'9')
+            return key - u'0';
+    }
+    return 0;
 }
 
 } // namespace
@@ -50,25 +52,15 @@ QStringList SubtitleTemplates()
     return names;
 }
 
-Project SubtitleProject(const Project& project, const Subtitle& subtitle)
+SubtitleLook LookOf(const Subtitle& subtitle)
 {
-    const Template& look = TemplateOf(subtitle.templateName);
-    Project shown;
-    shown.video = project.video;
-    Title& title = shown.title;
-    if (look.takesTitle)
-        title = project.title;
-    else
-        title.stops = {{0xFFFFFFFF, 0.0f, 0.5f}, {0xFFFFFFFF, 1.0f, 0.5f}};
-    title.properties = StillProperties();
-    title.text = PlainSubtitle(subtitle.text);
-    title.fontFamily = project.title.fontFamily;
-    title.fontSize = look.takesTitle ? project.title.fontSize : kTextHeight;
-    title.bold = look.takesTitle && project.title.bold;
-    title.italic = look.takesTitle ? project.title.italic : look.italic;
-    title.align = TextAlign::Centre;
-    title[Property::Y].value = PlaceOf(look.side, title.fontSize, title.text.count(u'\n') + 1);
-    return shown;
+    const Template& used = TemplateOf(subtitle.templateName);
+    SubtitleLook look{used.side, 0, used.italic, used.takesTitle};
+    if (const int place = PlaceIn(subtitle.text); place > 0) {
+        look.side = 1 - (place - 1) / 3;
+        look.column = (place - 1) % 3 - 1;
+    }
+    return look;
 }
 
 } // namespace titler

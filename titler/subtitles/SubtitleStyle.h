@@ -1,8 +1,6 @@
 // How a subtitle looks: the templates that a row can name.
 #pragma once
 
-#include "project/Project.h"
-
 #include <QString>
 #include <QStringList>
 
@@ -20,8 +18,14 @@ struct Subtitle
 /// The names of the templates; the first is taken for a name that is none of them.
 QStringList SubtitleTemplates();
 
-/// A project that shows the subtitle alone, at rest: format and font are those of `project`, and so is the
-/// gradient where the template takes it.
-Project SubtitleProject(const Project& project, const Subtitle& subtitle);
+/// Where and how a subtitle stands, by its template and by "{\\anN}" in its text.
+struct SubtitleLook
+{
+    int side = 1;   ///< -1 at the top, 1 at the bottom, 0 in the middle
+    int column = 0; ///< -1 at the left, 1 at the right, 0 in the middle
+    bool italic = false;
+    bool takesTitle = false; ///< font and gradient of the project's own title
+};
+SubtitleLook LookOf(const Subtitle& subtitle);
 
 } // namespace titler

@@ -1,6 +1,7 @@
 #include "title/CanvasView.h"
 
 #include "edit/Document.h"
+#include "subtitles/SubtitlePicture.h"
 #include "time/Transport.h"
 #include "window/Texts.h"
 
@@ -274,8 +275,7 @@ void CanvasView::DrawFrame(QPainter& painter, const QRectF& frame)
 void CanvasView::DrawSubtitle(QPainter& painter, const QRectF& frame, QSize size)
 {
     if (m_subtitleImage.size() != size)
-        m_subtitleImage =
-            m_subtitleRenderer.Render(SubtitleProject(m_document.Current(), m_subtitle), 0, size);
+        m_subtitleImage = SubtitlePicture(m_document.Current(), m_subtitle, size);
     painter.drawImage(frame, m_subtitleImage);
 }
 

@@ -68,7 +68,6 @@ private:
     TitleRenderer m_renderer;
     QImage m_image; ///< the title at the size at which it is shown; null: to be rendered
     Subtitle m_subtitle;
-    TitleRenderer m_subtitleRenderer;
     QImage m_subtitleImage;                     ///< likewise
     std::array<double, kProperties> m_values{}; ///< by Property, of that picture
     QSizeF m_displaySize;
