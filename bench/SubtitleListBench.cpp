@@ -5,6 +5,7 @@
 #include <QAbstractTableModel>
 #include <QApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QTableView>
@@ -370,6 +371,42 @@ void ReplaceAll(benchmark::State& state, const wchar_t* word, const wchar_t* oth
 }
 BENCHMARK_CAPTURE(ReplaceAll, in_some_rows, L"dawn", L"dusk")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ReplaceAll, in_every_row, L"thought", L"believed")->Unit(benchmark::kMillisecond);
+
+// Every second row is removed outside of the timer, and undo puts them back.
+void UndoScatteredRemoval(benchmark::State& state)
+{
+    OurList list;
+    list.Load();
+    CArray<int, int> odd;
+    for (int row = 1; row < list.GetItemCount(); row += 2)
+        odd.push_back(row);
+    const int count = list.GetItemCount();
+    for (auto _ : state) {
+        state.PauseTiming();
+        list.SetSelItem(odd);
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+        QApplication::sendEvent(&list, &key);
+        QApplication::processEvents();
+        state.ResumeTiming();
+        list.GetUndoStack()->undo();
+        if (list.GetItemCount() != count)
+            state.SkipWithError("not all came back");
+    }
+}
+BENCHMARK(UndoScatteredRemoval)->Unit(benchmark::kMillisecond);
+
+void HostStepOfOneTimeCode(benchmark::State& state)
+{
+    OurList list;
+    list.Load();
+    DWORD frame = 0;
+    for (auto _ : state) {
+        if (list.RunAsStep(L"in", [&] { list.SetTimeCode(5, ++frame, 1); }) != 1)
+            state.SkipWithError("no step");
+    }
+    list.GetUndoStack()->clear();
+}
+BENCHMARK(HostStepOfOneTimeCode)->Unit(benchmark::kMicrosecond);
 
 void OffsetOfAll(benchmark::State& state)
 {

@@ -151,7 +151,6 @@ protected:
     BOOL _GetItemTextColor(int line, int column, int state, DWORD& colour) override;
     BOOL _CanEditCell(int line, int column) override;
     BOOL _IsMultiLineCell(int line, int column) override;
-    CString _GetEditText(int line, int column) override;
     void _CommitEdit(int line, int column, const CString& text) override;
     void _OnItemsModifying(int kind, const int* lines, int count) override;
     BOOL _BeginRowDrag(int line) override;

@@ -91,7 +91,6 @@ void CKvReportListCtrl::Impl::CloseEditor()
 {
     if (!port)
         return;
-    isEndingEdit = true;
     const bool hadFocus = editor && editor->hasFocus();
     editLine = -1;
     editColumn = -1;
@@ -104,7 +103,6 @@ void CKvReportListCtrl::Impl::CloseEditor()
     old->deleteLater(); // it may be what called
     if (hadFocus)
         list.setFocus();
-    isEndingEdit = false;
     LayOut();
 }
 
@@ -226,7 +224,7 @@ int CKvReportListCtrl::EditCell(int line, int column)
 int CKvReportListCtrl::EndEdit(BOOL commit)
 {
     Impl& impl = *m_impl;
-    if (!impl.editor || impl.isEndingEdit)
+    if (!impl.editor)
         return 1;
     const int line = impl.editLine;
     const int column = impl.editColumn;

@@ -145,7 +145,6 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     QPointer<kv::ReportEditor> editor;
     int editColumn = -1;
     CString editBegin;
-    bool isEndingEdit = false;
 
     int suspended = 0;
     bool frameAsked = false;

@@ -221,12 +221,6 @@ BOOL CKvTextListBase::_IsMultiLineCell(int, int column)
     return column == 0 ? 1 : 0;
 }
 
-CString CKvTextListBase::_GetEditText(int line, int column)
-{
-    // As the editor gives it back, so that an unchanged text is known as such.
-    return kv::WithPlainBreaks(GetItemText(line, column));
-}
-
 void CKvTextListBase::_CommitEdit(int line, int column, const CString& text)
 {
     Impl::CellChange change{GetRowKey(line), column, _GetCellValue(line, column),

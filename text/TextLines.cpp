@@ -33,19 +33,6 @@ std::wstring FirstLine(std::wstring_view text)
     return std::wstring(TakeLine(text));
 }
 
-std::wstring WithPlainBreaks(std::wstring_view text)
-{
-    std::wstring plain;
-    plain.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != L'\r')
-            plain += text[i];
-        else if (text.substr(i, 2) != kBreaks)
-            plain += L'\n';
-    }
-    return plain;
-}
-
 std::wstring JoinLines(const std::vector<std::wstring>& lines)
 {
     std::wstring text;

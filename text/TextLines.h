@@ -14,9 +14,6 @@ std::vector<std::wstring> SplitLines(std::wstring_view text);
 /// Up to the first break.
 std::wstring FirstLine(std::wstring_view text);
 
-/// Every break as "\n".
-std::wstring WithPlainBreaks(std::wstring_view text);
-
 /// One below the other, without a break after the last.
 std::wstring JoinLines(const std::vector<std::wstring>& lines);
 

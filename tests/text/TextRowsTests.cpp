@@ -31,7 +31,6 @@ TEST(TextLines, BreaksEndLines)
         EXPECT_EQ(kv::SplitLines(one.text), one.lines) << one.text;
         EXPECT_EQ(kv::FirstLine(one.text), one.first) << one.text;
     }
-    EXPECT_EQ(kv::WithPlainBreaks(L"a\r\nb\rc\n\r"), L"a\nb\nc\n\n");
     EXPECT_EQ(kv::JoinLines({L"a", L"", L"c"}), L"a\n\nc");
 }
 
