@@ -280,7 +280,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 21448, L"Title"},
         {0, 21449, L"Template “%1”"},
         {0, 21450, L"Shows the selected rows in that template."},
-        {0, 21451, L"%1 subtitles, %2 to look at"},
+        {0, 21451, L"Subtitles: %1, to look at: %2"},
         {0, 21452, L"It ends before it begins."},
         {0, 21453, L"The next one begins before it ends."},
         {0, 21454, L"It stands for less time than its text takes to read."},
