@@ -97,22 +97,22 @@ std::wstring AppLogLineText(std::wstring_view type, std::wstring_view level, std
     return line;
 }
 
-bool AppLogDates::IsNewDay(const SYSTEMTIME& next) const
-{
-    return message.wYear > 0 && message.wDay != next.wDay;
-}
-
 bool AppLogDates::IsSameDate(const SYSTEMTIME& next) const
 {
     return separator.wYear > 0 && separator.wYear == next.wYear && separator.wMonth == next.wMonth &&
            separator.wDay == next.wDay;
 }
 
+int AppLogLinesToKeep(int maximum)
+{
+    return std::max(1, maximum / 4);
+}
+
 int AppLogLinesToTrim(int count, int maximum)
 {
     if (count < maximum)
         return 0;
-    return std::max(0, count - std::max(1, maximum / 4));
+    return std::max(0, count - AppLogLinesToKeep(maximum));
 }
 
 } // namespace kv

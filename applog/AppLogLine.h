@@ -10,6 +10,7 @@ namespace kv {
 
 inline constexpr int kAppLogTypes = 10;
 inline constexpr std::size_t kAppLogMostText = 512;
+inline constexpr DWORD kAppLogAllTypes = (1u << kAppLogTypes) - 1; ///< a bit a type
 
 /// The columns of a log.
 enum AppLogColumn : int
@@ -56,20 +57,26 @@ void SetAppLogText(SKvAppLogMsgData& message, std::wstring_view text);
 std::wstring AppLogLineText(std::wstring_view type, std::wstring_view level, std::wstring_view time,
                             std::wstring_view text);
 
+/// True when a message begins another day than the one before. Only the day of the month counts; year 0 is
+/// no time.
+constexpr bool IsNewAppLogDay(const SYSTEMTIME& before, const SYSTEMTIME& next)
+{
+    return before.wYear > 0 && before.wDay != next.wDay;
+}
+
 /// What a log remembers of its dates. The two are independent of one another.
 struct AppLogDates
 {
     SYSTEMTIME separator{}; ///< of the last date line that a host asked for; year 0 before
     SYSTEMTIME message{};   ///< of the last message
 
-    /// True when a message begins another day than the one before. Only the day of the month counts.
-    bool IsNewDay(const SYSTEMTIME& next) const;
     /// True when a host asks for the same date again.
     bool IsSameDate(const SYSTEMTIME& next) const;
 };
 
-/// How many of the oldest lines go: a full log falls back to a quarter of its maximum, so that this happens
-/// rarely. 0 below the maximum.
+/// What a full log falls back to: a quarter of its maximum, so that this happens rarely, one line at least.
+int AppLogLinesToKeep(int maximum);
+/// How many of the oldest lines go then. 0 below the maximum.
 int AppLogLinesToTrim(int count, int maximum);
 
 } // namespace kv

@@ -44,4 +44,15 @@ std::vector<AppLogMatcher::Match> AppLogMatcher::All(std::wstring_view line) con
     return matches;
 }
 
+int NextAppLogMatch(int count, int from, int step, const std::function<bool(int)>& matches)
+{
+    int line = from < 0 && step < 0 ? count : from;
+    for (int left = count; left > 0; --left) {
+        line = (line + step + count) % count;
+        if (matches(line))
+            return line;
+    }
+    return -1;
+}
+
 } // namespace kv

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,5 +35,10 @@ private:
     std::wstring m_text; ///< folded unless the case counts
     bool m_matchCase = false;
 };
+
+/// The next line that matches, then from the other end on.
+/// @param from the line to look behind (step 1) or before (step -1), at last that line itself; -1 looks at
+/// all from the end that the step begins at. @return -1 when none matches.
+int NextAppLogMatch(int count, int from, int step, const std::function<bool(int)>& matches);
 
 } // namespace kv

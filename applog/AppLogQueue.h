@@ -1,43 +1,44 @@
-// Messages on their way from any thread to the log. Pure.
+// Messages from any thread to the log. Pure.
 #pragma once
 
-#include "applog/AppLogLine.h"
+#include "applog/AppLogIntake.h"
 
+#include <atomic>
 #include <mutex>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace kv {
-
-/// A message, no larger than its text.
-struct AppLogMessage
-{
-    int type;
-    WORD level;
-    SYSTEMTIME time;
-    std::wstring text;
-};
 
 class AppLogQueue
 {
 public:
+    /// No more than that many are kept; see `AppLogBatch`.
+    void SetMost(std::size_t most)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_most = most;
+    }
     /// @return true when it was empty: whoever takes it must be woken.
     bool Push(AppLogMessage message)
     {
         const std::lock_guard lock(m_mutex);
-        m_messages.push_back(std::move(message));
-        return m_messages.size() == 1;
+        m_batch.Add(std::move(message), m_most);
+        return !m_isFilled.exchange(true);
     }
-    std::vector<AppLogMessage> TakeAll()
+    /// Quick.
+    bool IsEmpty() const { return !m_isFilled; }
+    AppLogBatch TakeAll()
     {
         const std::lock_guard lock(m_mutex);
-        return std::exchange(m_messages, {});
+        m_isFilled = false;
+        return std::exchange(m_batch, {});
     }
 
 private:
     std::mutex m_mutex;
-    std::vector<AppLogMessage> m_messages;
+    std::size_t m_most = 0;
+    AppLogBatch m_batch;
+    std::atomic<bool> m_isFilled = false;
 };
 
 } // namespace kv

@@ -9,15 +9,12 @@
 
 namespace {
 
-constexpr DWORD kAllTypes = (1u << kv::kAppLogTypes) - 1;
-constexpr std::uint32_t kHeaderTexts[] = {15041, 15042, 15043, 15044};
 constexpr int kWidths[] = {40, 20, 158, 100}; // the last one takes the rest
 
 } // namespace
 
 CKvAppLogListCtrl::CKvAppLogListCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
-    m_impl->typeMask = kAllTypes;
     Impl::LoadTheme();
 }
 
@@ -31,8 +28,8 @@ void CKvAppLogListCtrl::Initialize(int keepOption)
     if (m_impl->isInitialized)
         return;
     m_impl->isInitialized = true;
-    for (std::size_t i = 0; i < std::size(kHeaderTexts); ++i)
-        InsertColumn(kv::LoadText(kHeaderTexts[i]).c_str(), kWidths[i]);
+    for (std::size_t i = 0; i < std::size(kAppLogHeaderTexts); ++i)
+        InsertColumn(kv::LoadText(kAppLogHeaderTexts[i]).c_str(), kWidths[i]);
     SetTextStyle(0);
     SetAutoSizeColumn(kv::kAppLogContent);
     m_impl->LoadSkin();
@@ -44,20 +41,17 @@ int CKvAppLogListCtrl::AddAppLogMsg(const SKvAppLogMsgData& message)
     const Impl::Operation operation(*m_impl);
     if (!kv::IsAppLogType(message.type))
         return 0;
-    _PrivateEnableUpdate(0);
-    m_impl->Add(message.type, message.level, message.time, kv::AppLogText(message));
-    _PrivateEnableUpdate(1);
+    m_impl->Add({message.type, message.level, message.time, kv::AppLogText(message)});
     return 1;
 }
 
 int CKvAppLogListCtrl::AddAppLogMsg(const CArray<SKvAppLogMsgData, const SKvAppLogMsgData&>& messages)
 {
     const Impl::Operation operation(*m_impl);
+    const FrameHold hold(*this);
     int added = 0;
-    _PrivateEnableUpdate(0);
     for (const SKvAppLogMsgData& message : messages)
         added |= AddAppLogMsg(message);
-    _PrivateEnableUpdate(1);
     return added;
 }
 
@@ -65,7 +59,7 @@ int CKvAppLogListCtrl::AddEmptySeparateLine(int count)
 {
     const Impl::Operation operation(*m_impl);
     if (count > 0) {
-        m_impl->AddSeparators([&] {
+        m_impl->KeepEnd([&] {
             InsertRows(-1, std::vector<CStringArray>(static_cast<std::size_t>(count)),
                        kv::kAppLogSpacerHeight);
         });
@@ -79,16 +73,19 @@ int CKvAppLogListCtrl::AddTimeSeparateLine(const SYSTEMTIME& time)
     if (m_impl->dates.IsSameDate(time))
         AddEmptySeparateLine(1);
     else
-        m_impl->AddSeparators([&] { m_impl->AddDateLine(time); });
+        m_impl->KeepEnd([&] { m_impl->AddDateLine(time); });
     m_impl->dates.separator = time;
     return 1;
 }
 
 unsigned short CKvAppLogListCtrl::SetMaxLogLineCounts(unsigned short count, int apply)
 {
+    // What is posted until the new maximum counts may count for either.
+    m_impl->posted.SetMost(std::max(count, m_impl->maximum));
     const Impl::Operation operation(*m_impl);
     const unsigned short before = m_impl->maximum;
     m_impl->maximum = count;
+    m_impl->posted.SetMost(count);
     if (apply && _CheckMaxLogLineCounts()) {
         m_impl->SelectLast();
         UpdateCells();
@@ -104,6 +101,8 @@ unsigned short CKvAppLogListCtrl::GetMaxLogLineCounts() const
 int CKvAppLogListCtrl::GetTypeCount(int type) const
 {
     const Impl::Operation operation(*m_impl);
+    if (!m_impl->isCounted)
+        m_impl->CountLines();
     return kv::IsAppLogType(type) ? m_impl->typeCounts[static_cast<std::size_t>(type)] : 0;
 }
 
@@ -113,13 +112,12 @@ int CKvAppLogListCtrl::LoadAppLogFmFile(const wchar_t* path, int replace)
     CKvAppLogFile file;
     if (!file.OpenLog(path))
         return 0;
-    _PrivateEnableUpdate(0);
+    const FrameHold hold(*this);
     if (replace)
         m_impl->Clear();
     SKvAppLogMsgData message{};
     while (file.ReadLogData(message))
         AddAppLogMsg(message);
-    _PrivateEnableUpdate(1);
     return 1;
 }
 
@@ -142,7 +140,7 @@ void CKvAppLogListCtrl::SetFollowMode(int mode)
         return;
     m_impl->followMode = mode;
     if (mode == kKvAppLogFollowAlways)
-        m_impl->missed = 0;
+        m_impl->missed.clear();
     m_impl->AskOverlay();
 }
 
@@ -154,7 +152,7 @@ int CKvAppLogListCtrl::GetFollowMode() const
 void CKvAppLogListCtrl::SetTypeFilter(DWORD mask)
 {
     const Impl::Operation operation(*m_impl);
-    m_impl->typeMask = mask & kAllTypes;
+    m_impl->typeMask = mask & kv::kAppLogAllTypes;
     m_impl->ApplyFilter();
 }
 
@@ -176,12 +174,19 @@ void CKvAppLogListCtrl::ShowFindBar(BOOL show)
 
 int CKvAppLogListCtrl::_AddNewLogLine(const SKvAppLogMsgData& message)
 {
-    return m_impl->AddLine(message.type, message.level, message.time, kv::AppLogText(message));
+    const Impl::Operation operation(*m_impl);
+    if (!kv::IsAppLogType(message.type))
+        return 0;
+    return m_impl->AddLine({message.type, message.level, message.time, kv::AppLogText(message)});
 }
 
 int CKvAppLogListCtrl::_CheckMaxLogLineCounts()
 {
-    return m_impl->Trim() > 0 ? 1 : 0;
+    const Impl::Operation operation(*m_impl);
+    if (!m_impl->IsFull(0))
+        return 0;
+    m_impl->DropOld();
+    return 1;
 }
 
 int CKvAppLogListCtrl::_FormatLogLine(int line, CString& out) const
@@ -194,91 +199,7 @@ int CKvAppLogListCtrl::_FormatLogLine(int line, CString& out) const
     return 1;
 }
 
-int CKvAppLogListCtrl::GetItemCount() const
+void CKvAppLogListCtrl::_BeforeQuery() const
 {
     const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetItemCount();
-}
-
-CString CKvAppLogListCtrl::GetItemText(int line, int column) const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetItemText(line, column);
-}
-
-int CKvAppLogListCtrl::GetItemHeight(int line) const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetItemHeight(line);
-}
-
-BOOL CKvAppLogListCtrl::GetCellColors(int line, int column, DWORD* back, DWORD* text) const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetCellColors(line, column, back, text);
-}
-
-int CKvAppLogListCtrl::FindItem(const wchar_t* text, int column, int from) const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::FindItem(text, column, from);
-}
-
-int CKvAppLogListCtrl::FindItem(const CString& text, int column, int from) const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::FindItem(text, column, from);
-}
-
-int CKvAppLogListCtrl::GetSelItems(CArray<int, int>& lines) const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetSelItems(lines);
-}
-
-int CKvAppLogListCtrl::GetAllSelItems(CArray<int, int>& lines) const
-{
-    return GetSelItems(lines);
-}
-
-BOOL CKvAppLogListCtrl::IsItemSelected(int line) const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::IsItemSelected(line);
-}
-
-int CKvAppLogListCtrl::GetSelCount() const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetSelCount();
-}
-
-int CKvAppLogListCtrl::GetLastSelItem() const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetLastSelItem();
-}
-
-void CKvAppLogListCtrl::SetSelItem(int line)
-{
-    const Impl::Operation operation(*m_impl);
-    CKvReportListCtrl::SetSelItem(line);
-}
-
-void CKvAppLogListCtrl::SetSelItem(const CArray<int, int>& lines)
-{
-    const Impl::Operation operation(*m_impl);
-    CKvReportListCtrl::SetSelItem(lines);
-}
-
-int CKvAppLogListCtrl::GetTopIndex() const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetTopIndex();
-}
-
-int CKvAppLogListCtrl::GetVisibleCount() const
-{
-    const Impl::Operation operation(*m_impl);
-    return CKvReportListCtrl::GetVisibleCount();
 }

@@ -12,27 +12,54 @@
 #include <QPushButton>
 
 #include <array>
+#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
 
+/// The header texts.
+inline constexpr std::uint32_t kAppLogHeaderTexts[] = {15041, 15042, 15043, 15044};
+
 struct CKvAppLogListCtrl::Impl
 {
-    /// Runs from the start of every operation to its end: the outermost one takes in what was posted.
-    class Operation
+    enum class Portion
+    {
+        kAll,
+        kSlice, ///< what does not hold the window for long
+    };
+    /// While one lives, what is posted waits: the lines stay as they are.
+    class Quiet
     {
     public:
-        explicit Operation(Impl& impl) : m_impl(impl)
-        {
-            if (m_impl.operations++ == 0)
-                m_impl.TakePosted();
-        }
-        ~Operation() { --m_impl.operations; }
-        Operation(const Operation&) = delete;
-        Operation& operator=(const Operation&) = delete;
+        explicit Quiet(Impl& impl) : m_impl(impl) { ++m_impl.quiet; }
+        ~Quiet() { --m_impl.quiet; }
+        Quiet(const Quiet&) = delete;
+        Quiet& operator=(const Quiet&) = delete;
 
     private:
         Impl& m_impl;
+    };
+    /// Runs from the start of every operation to its end: takes in what was posted, then is quiet.
+    class Operation
+    {
+    public:
+        explicit Operation(Impl& impl) : m_quiet(Begun(impl)) {}
+
+    private:
+        static Impl& Begun(Impl& impl)
+        {
+            if (impl.quiet == 0)
+                impl.TakeIn(Portion::kAll);
+            return impl;
+        }
+        Quiet m_quiet;
+    };
+    struct Message
+    {
+        int type;
+        WORD level;
+        const SYSTEMTIME& time;
+        std::wstring_view text;
     };
     /// What came of writing lines.
     enum class Outcome
@@ -42,17 +69,21 @@ struct CKvAppLogListCtrl::Impl
         kFailed,
     };
 
-    explicit Impl(CKvAppLogListCtrl& control) : list(control) {}
+    explicit Impl(CKvAppLogListCtrl& control) : list(control) { posted.SetMost(maximum); }
 
     // Lines.
-    void TakePosted();
-    void Add(int type, WORD level, const SYSTEMTIME& time, std::wstring_view text);
-    int AddLine(int type, WORD level, const SYSTEMTIME& time, std::wstring_view text);
+    void TakeIn(Portion portion);
+    /// As of now, at once.
+    void Add(const Message& message);
+    void Add(const Message& message, bool isNewDay, bool trims);
+    int AddLine(const Message& message);
     void AddDateLine(const SYSTEMTIME& time);
-    /// Adds lines that are no message; follow mode 1 stays at the end.
-    void AddSeparators(const std::function<void()>& add);
-    int Trim();
+    bool IsFull(int more) const;
+    void DropOld();
     void SelectLast();
+    /// Lines were changed by a derived list.
+    void LinesChanged();
+    void CountLines();
     void Clear();
     int TypeAt(int line) const;
     void ColourLine(int line, int type);
@@ -79,39 +110,50 @@ struct CKvAppLogListCtrl::Impl
     void AskOverlay();
     void UpdateOverlay();
     void GoToEnd();
+    bool IsAtEnd() const;
+    /// Makes a change that is no message's; in follow mode 1 a view at the end stays there.
+    void KeepEnd(const std::function<void()>& change);
     void DrawIcon(QPainter& painter, int line, int type) const;
     void DrawDate(QPainter& painter, int line);
-    bool DrawFound(QPainter& painter, int line);
+    std::vector<KvReportMark> FoundMarks(int line) const;
 
     // Search.
     void OpenFind();
+    void MakeFindBar();
     void CloseFind();
     bool IsFindOpen() const { return findBar && !findBar->isHidden(); }
     void FindTextChanged();
     bool IsMatch(int line) const;
-    void Recount();
+    void SetNeedle(kv::AppLogMatcher matcher);
     void FindNext(int step, bool withCurrent = false);
+    void GoToMatch(int line);
+    void TellFound();
     void PlaceFindBar();
 
     CKvAppLogListCtrl& list;
-    int operations = 0;
+    int quiet = 0;
     bool isInitialized = false;
     WORD maximum = 500;
     kv::AppLogDates dates;
-    std::array<int, kv::kAppLogTypes> typeCounts{};
     std::array<KvSkinImage, kv::kAppLogTypes> icons;
     kv::AppLogQueue posted;
+    kv::AppLogIntake intake; ///< what was posted and taken over, but is no line yet
+
+    bool isOwnChange = false;
+    bool isCounted = true; ///< the counts are true
+    std::array<int, kv::kAppLogTypes> typeCounts{};
+    int matchCount = 0; ///< lines that match
+    int matchPlace = 0; ///< which of them was gone to, from 1; 0 for none
 
     int followMode = kKvAppLogFollowAlways;
-    int missed = 0; ///< messages that came below the view
+    std::deque<std::uint64_t> missed; ///< lines that came below the view, by their numbers
     QPointer<QPushButton> badge;
     bool overlayAsked = false;
 
-    DWORD typeMask = 0;
+    DWORD typeMask = kv::kAppLogAllTypes;
     kv::AppLogMatcher textFilter;
 
     QPointer<kv::AppLogFindBar> findBar;
     kv::AppLogMatcher needle;
-    int matchCount = 0; ///< lines that match
-    int matchPlace = 0; ///< which of them was gone to, from 1; 0 for none
+    std::uint64_t searchId = 0; ///< the line that the search or the user went to last, by its number
 };

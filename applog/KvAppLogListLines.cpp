@@ -1,14 +1,18 @@
 // The log list's lines: adding, trimming, colours, and what is posted from other threads.
 #include "applog/KvAppLogListImpl.h"
-#include "core/TextTables.h"
+#include "core/CodePoints.h"
 
-#include <algorithm>
+#include <QDateTime>
+#include <QElapsedTimer>
+
 #include <utility>
 
 namespace {
 
 constexpr UINT kPostedTimer = 2;
-constexpr int kFrame = 15; // milliseconds
+// Milliseconds.
+constexpr int kFrame = 15;
+constexpr int kSlice = 8;
 
 /// The colours by type: of 0 (and 4 … 9), 1, 2 and 3.
 struct ColourStorage
@@ -25,6 +29,22 @@ constexpr const wchar_t* kBackKeys[] = {L"keApplogMessageBKColor", L"keApplogImp
                                         L"keApplogWarningBKColor", L"keApplogErrorBKColor"};
 constexpr const wchar_t* kTextKeys[] = {L"keApplogMessageTextColor", L"keApplogImportantMsgTextColor",
                                         L"keApplogWarningTextColor", L"keApplogErrorTextColor"};
+
+// The messages that hold a text of any length, one at least.
+template <typename Visit>
+void VisitMessages(int type, WORD level, std::wstring_view text, Visit visit)
+{
+    SKvAppLogMsgData message{};
+    message.type = type;
+    message.level = level;
+    message.time = CKvAppLogListCtrl::GetLocalTime();
+    do {
+        const std::size_t length = kv::CutLength(text, kv::kAppLogMostText);
+        kv::SetAppLogText(message, text.substr(0, length));
+        text.remove_prefix(length);
+        visit(message);
+    } while (!text.empty());
+}
 
 } // namespace
 
@@ -77,26 +97,30 @@ void CKvAppLogListCtrl::Impl::ColourLine(int line, int type)
 void CKvAppLogListCtrl::Impl::ColourLines()
 {
     const Operation operation(*this);
-    list._PrivateEnableUpdate(0);
+    const FrameHold hold(list);
     for (int line = list.GetItemCount() - 1; line >= 0; --line)
         ColourLine(line, TypeAt(line));
     list.UpdateCells();
-    list._PrivateEnableUpdate(1);
 }
 
 int CKvAppLogListCtrl::Impl::TypeAt(int line) const
 {
-    return kv::AppLogTypeOf(list.GetItemText(line, kv::kAppLogType));
+    return kv::AppLogTypeOf(list.ViewItemText(line, kv::kAppLogType));
 }
 
-int CKvAppLogListCtrl::Impl::AddLine(int type, WORD level, const SYSTEMTIME& time, std::wstring_view text)
+int CKvAppLogListCtrl::Impl::AddLine(const Message& message)
 {
-    const wchar_t typeText[] = {static_cast<wchar_t>(L'0' + type), L'\0'};
+    const wchar_t typeText[] = {static_cast<wchar_t>(L'0' + message.type), L'\0'};
+    isOwnChange = true;
     const int line = list.InsertRow(
-        -1, {typeText, kv::AppLogLevelText(level), kv::AppLogTimeText(time), text}, kv::kAppLogMessageHeight);
-    ColourLine(line, type);
-    ++typeCounts[static_cast<std::size_t>(type)];
-    if (!needle.IsEmpty() && list.IsRowShown(line) && needle.IsIn(text)) {
+        -1, {typeText, kv::AppLogLevelText(message.level), kv::AppLogTimeText(message.time), message.text},
+        kv::kAppLogMessageHeight);
+    isOwnChange = false;
+    ColourLine(line, message.type);
+    if (!isCounted)
+        return line;
+    ++typeCounts[static_cast<std::size_t>(message.type)];
+    if (IsMatch(line)) {
         ++matchCount;
         AskOverlay();
     }
@@ -105,34 +129,33 @@ int CKvAppLogListCtrl::Impl::AddLine(int type, WORD level, const SYSTEMTIME& tim
 
 void CKvAppLogListCtrl::Impl::AddDateLine(const SYSTEMTIME& time)
 {
+    isOwnChange = true;
     list.InsertRow(-1, {kv::kAppLogDateMark, {}, {}, kv::AppLogDateText(time)}, kv::kAppLogDateHeight);
+    isOwnChange = false;
 }
 
-void CKvAppLogListCtrl::Impl::Add(int type, WORD level, const SYSTEMTIME& time, std::wstring_view text)
+void CKvAppLogListCtrl::Impl::Add(const Message& message)
 {
-    const bool follows = followMode == kKvAppLogFollowAlways || list.IsEndInView();
-    if (dates.IsNewDay(time))
-        AddDateLine(time);
-    const int line = AddLine(type, level, time, text);
-    const bool isMissed = !follows && list.IsRowShown(line);
-    Trim();
-    dates.message = time;
-    if (follows) {
+    const bool isNewDay = kv::IsNewAppLogDay(dates.message, message.time);
+    Add(message, isNewDay, IsFull(isNewDay ? 2 : 1));
+}
+
+void CKvAppLogListCtrl::Impl::Add(const Message& message, bool isNewDay, bool trims)
+{
+    const FrameHold hold(list);
+    const bool follows = followMode == kKvAppLogFollowAlways || IsAtEnd();
+    if (isNewDay)
+        AddDateLine(message.time);
+    const int line = AddLine(message);
+    if (!follows && list.IsRowShown(line))
+        missed.push_back(list.GetRowId(line));
+    if (trims)
+        DropOld();
+    dates.message = message.time;
+    if (follows)
         SelectLast();
-    } else if (isMissed) {
-        ++missed;
+    else
         AskOverlay();
-    }
-}
-
-void CKvAppLogListCtrl::Impl::AddSeparators(const std::function<void()>& add)
-{
-    const bool wasAtEnd = list.IsEndInView() != 0;
-    list._PrivateEnableUpdate(0);
-    add();
-    if (wasAtEnd && followMode == kKvAppLogFollowAtEnd)
-        list.EnsureVisible(list.NextShownRow(list.GetItemCount(), -1));
-    list._PrivateEnableUpdate(1);
 }
 
 void CKvAppLogListCtrl::Impl::SelectLast()
@@ -142,34 +165,58 @@ void CKvAppLogListCtrl::Impl::SelectLast()
     list.EnsureVisible(last);
 }
 
-int CKvAppLogListCtrl::Impl::Trim()
+/// With that many lines more.
+bool CKvAppLogListCtrl::Impl::IsFull(int more) const
 {
-    const int gone = kv::AppLogLinesToTrim(list.GetItemCount(), maximum);
-    int matches = 0;
-    for (int line = 0; line < gone; ++line) {
-        const int type = TypeAt(line);
-        if (type < 0)
-            continue;
-        --typeCounts[static_cast<std::size_t>(type)];
-        matches += IsMatch(line) ? 1 : 0;
-    }
-    list.RemoveRows(0, gone);
-    matchCount -= matches;
-    matchPlace = std::max(0, matchPlace - matches);
-    if (matches > 0)
-        AskOverlay();
-    return gone;
+    return kv::AppLogLinesToTrim(list.GetItemCount() + more, maximum) > 0;
+}
+
+void CKvAppLogListCtrl::Impl::DropOld()
+{
+    list.RemoveRows(0, list.GetItemCount() - kv::AppLogLinesToKeep(maximum));
+    LinesChanged();
 }
 
 void CKvAppLogListCtrl::Impl::Clear()
 {
     list.RemoveAllRows();
-    typeCounts.fill(0);
     dates = {};
-    missed = 0;
+    LinesChanged();
+}
+
+void CKvAppLogListCtrl::Impl::LinesChanged()
+{
+    isCounted = false;
+    while (!missed.empty() && list.FindRow(missed.front()) < 0) // the oldest go first
+        missed.pop_front();
+    AskOverlay();
+}
+
+void CKvAppLogListCtrl::Impl::CountLines()
+{
+    const Quiet still(*this);
+    typeCounts.fill(0);
     matchCount = 0;
     matchPlace = 0;
-    AskOverlay();
+    const int place = searchId > 0 ? list.FindRow(searchId) : -1;
+    for (int line = 0; line < list.GetItemCount(); ++line) {
+        const int type = TypeAt(line);
+        if (type >= 0)
+            ++typeCounts[static_cast<std::size_t>(type)];
+        if (!IsMatch(line))
+            continue;
+        ++matchCount;
+        if (line == place)
+            matchPlace = matchCount;
+    }
+    isCounted = true;
+}
+
+void CKvAppLogListCtrl::_OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column)
+{
+    CKvReportListCtrl::_OnNotifyItemModify(kind, rows, column);
+    if (!m_impl->isOwnChange)
+        m_impl->LinesChanged();
 }
 
 int CKvAppLogListCtrl::PostAppLogMsg(const SKvAppLogMsgData& message)
@@ -185,23 +232,59 @@ int CKvAppLogListCtrl::PostAppLogMsg(const SKvAppLogMsgData& message)
     return 1;
 }
 
+int CKvAppLogListCtrl::AddAppLogText(int type, unsigned short level, const CString& text)
+{
+    const Impl::Operation operation(*m_impl);
+    const FrameHold hold(*this);
+    int added = 0;
+    VisitMessages(type, level, text, [&](const SKvAppLogMsgData& message) { added = AddAppLogMsg(message); });
+    return added;
+}
+
+int CKvAppLogListCtrl::PostAppLogText(int type, unsigned short level, const CString& text)
+{
+    int posted = 0;
+    VisitMessages(type, level, text,
+                  [&](const SKvAppLogMsgData& message) { posted = PostAppLogMsg(message); });
+    return posted;
+}
+
+SYSTEMTIME CKvAppLogListCtrl::GetLocalTime()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const QDate date = now.date();
+    const QTime time = now.time();
+    const auto word = [](int value) { return static_cast<WORD>(value); };
+    return {word(date.year()), word(date.month()),  word(date.dayOfWeek() % 7), word(date.day()),
+            word(time.hour()), word(time.minute()), word(time.second()),        word(time.msec())};
+}
+
 void CKvAppLogListCtrl::OnTimer(UINT id)
 {
     if (id != kPostedTimer) {
         CKvReportListCtrl::OnTimer(id);
         return;
     }
+    if (m_impl->quiet > 0)
+        return; // comes again
     KillTimer(kPostedTimer);
-    const Impl::Operation operation(*m_impl);
+    m_impl->TakeIn(Impl::Portion::kSlice);
 }
 
-void CKvAppLogListCtrl::Impl::TakePosted()
+void CKvAppLogListCtrl::Impl::TakeIn(Portion portion)
 {
-    const std::vector<kv::AppLogMessage> messages = posted.TakeAll();
-    if (messages.empty())
+    if (posted.IsEmpty() && intake.IsEmpty())
         return;
-    list._PrivateEnableUpdate(0);
-    for (const kv::AppLogMessage& message : messages)
-        Add(message.type, message.level, message.time, message.text);
-    list._PrivateEnableUpdate(1);
+    const Quiet still(*this);
+    intake.Plan(posted.TakeAll(), list.GetItemCount(), maximum, dates.message);
+    const FrameHold hold(list);
+    QElapsedTimer timer;
+    timer.start();
+    while (!intake.IsEmpty() && (portion == Portion::kAll || timer.elapsed() < kSlice)) {
+        const kv::AppLogIntake::Entry entry = intake.Take();
+        const kv::AppLogMessage& message = entry.message;
+        Add({message.type, message.level, message.time, message.text}, entry.isNewDay, entry.trims);
+    }
+    if (!intake.IsEmpty())
+        list.SetTimer(kPostedTimer, kFrame);
 }

@@ -9,7 +9,6 @@
 
 #include <QAction>
 #include <QClipboard>
-#include <QDateTime>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMenu>
@@ -37,8 +36,6 @@ constexpr std::uint32_t kTextClear = 15049;
 constexpr std::uint32_t kTextNotSaved = 20200;
 constexpr std::uint32_t kTextUntitled = 20201;
 
-constexpr UINT kCtrlF = 6;
-
 QAction* FindAction(const QMenu& menu, UINT command)
 {
     const QList<QAction*> actions = menu.actions();
@@ -58,16 +55,6 @@ QString NameFilters(std::wstring_view filters)
             names += parts[i].trimmed();
     }
     return names.join(QStringLiteral(";;"));
-}
-
-SYSTEMTIME Now()
-{
-    const QDateTime now = QDateTime::currentDateTime();
-    const QDate date = now.date();
-    const QTime time = now.time();
-    const auto word = [](int value) { return static_cast<WORD>(value); };
-    return {word(date.year()), word(date.month()),  word(date.dayOfWeek() % 7), word(date.day()),
-            word(time.hour()), word(time.minute()), word(time.second()),        word(time.msec())};
 }
 
 } // namespace
@@ -108,9 +95,9 @@ bool CKvAppLogListCtrl::Impl::Copy(bool selectedOnly, bool withTime) const
     VisitMessages(selectedOnly, [&](int line) {
         list._FormatLogLine(line, formatted);
         if (!withTime) // the brackets around the time go with it
-            formatted.erase(list.GetItemText(line, kv::kAppLogType).size() +
-                                list.GetItemText(line, kv::kAppLogLevel).size() + 4,
-                            list.GetItemText(line, kv::kAppLogTime).size() + 2);
+            formatted.erase(list.ViewItemText(line, kv::kAppLogType).size() +
+                                list.ViewItemText(line, kv::kAppLogLevel).size() + 4,
+                            list.ViewItemText(line, kv::kAppLogTime).size() + 2);
         (text += text.empty() ? L"" : L"\n") += formatted;
     });
     QClipboard* clipboard = QGuiApplication::clipboard();
@@ -222,7 +209,7 @@ void CKvAppLogListCtrl::Impl::AskAndClear()
     {
         const Operation operation(*this);
         Clear();
-        list.AddTimeSeparateLine(Now());
+        list.AddTimeSeparateLine(GetLocalTime());
     }
     KvNotifyHeader record{&list, list.GetDlgCtrlID(), kKvAppLogCleared};
     KvSendMessage(list.parentWidget(), WM_NOTIFY, list.GetDlgCtrlID(), reinterpret_cast<LPARAM>(&record));
@@ -250,7 +237,7 @@ BOOL CKvAppLogListCtrl::OnChar(UINT character)
 {
     {
         const Impl::Operation operation(*m_impl);
-        if (character == kv::kCtrlC || character == kCtrlF) {
+        if (character == kv::kCtrlC || character == kv::kCtrlF) {
             if (character == kv::kCtrlC)
                 m_impl->Copy(true, true);
             else
@@ -263,6 +250,6 @@ BOOL CKvAppLogListCtrl::OnChar(UINT character)
 
 bool CKvAppLogListCtrl::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const
 {
-    return character == kv::kCtrlC || character == kCtrlF || (key == VK_ESCAPE && m_impl->IsFindOpen()) ||
+    return character == kv::kCtrlC || character == kv::kCtrlF || (key == VK_ESCAPE && m_impl->IsFindOpen()) ||
            CKvReportListCtrl::WantsShortcut(key, modifiers, character);
 }

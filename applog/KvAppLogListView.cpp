@@ -7,21 +7,21 @@
 #include "platform/SkinPictures.h"
 
 #include <QFontMetrics>
-#include <QTextLayout>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int kTextMargin = 4; ///< the base list's, left and right of a cell's text
 constexpr int kIconMargin = 3;
 constexpr int kDateMargin = 2;
 constexpr int kDatePoints = 18;
 constexpr int kBadgeMargin = 8;
 
-constexpr std::uint32_t kHeaderTexts[] = {15041, 15042, 15043, 15044};
 constexpr std::uint32_t kTextNew = 20202;
 constexpr std::uint32_t kTextGoToEnd = 20203;
+constexpr std::uint32_t kTextDateLine = 20213;
+constexpr std::uint32_t kTextSpacer = 20214;
+constexpr std::uint32_t kTypeNames[] = {20215, 20216, 20217, 20218}; ///< the others have none
 
 QFont DateFont(const QFont& listFont)
 {
@@ -47,19 +47,6 @@ bool IsDate(std::wstring_view typeText)
     return typeText == kv::kAppLogDateMark;
 }
 
-/// As the base list shows it: a mark for each line break.
-std::wstring OneLine(std::wstring_view text)
-{
-    std::wstring line;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isBreak = text[i] == L'\r' || text[i] == L'\n';
-        if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n')
-            ++i;
-        line += isBreak ? L'\u21B5' : text[i];
-    }
-    return line;
-}
-
 } // namespace
 
 void CKvAppLogListCtrl::Impl::LoadSkin()
@@ -72,8 +59,8 @@ void CKvAppLogListCtrl::OnSkinChanged()
 {
     const Impl::Operation operation(*m_impl);
     CKvReportListCtrl::OnSkinChanged();
-    for (int column = 0; column < GetColumnCount(); ++column)
-        SetHeaderText(column, kv::LoadText(kHeaderTexts[column]).c_str());
+    for (std::size_t i = 0; i < std::size(kAppLogHeaderTexts); ++i)
+        SetHeaderText(static_cast<int>(i), kv::LoadText(kAppLogHeaderTexts[i]).c_str());
     m_impl->LoadSkin();
     Impl::LoadTheme();
     m_impl->ColourLines();
@@ -88,19 +75,22 @@ void CKvAppLogListCtrl::DrawItem(Graphics* graphics, int line, int column)
 {
     if (!graphics)
         return;
-    const CString typeText = CKvReportListCtrl::GetItemText(line, kv::kAppLogType);
+    const std::wstring_view typeText = ViewItemText(line, kv::kAppLogType);
     if (column == kv::kAppLogType) {
         m_impl->DrawIcon(*graphics, line, kv::AppLogTypeOf(typeText));
     } else if (column == kv::kAppLogLevel) {
         // The column is narrow: its digits take all of it.
         const QRect cell = GetCellRect(line, column);
-        DrawCellText(graphics, cell.adjusted(-kTextMargin, 0, kTextMargin, 0), line, column, font());
+        DrawCellText(graphics, cell.adjusted(-kKvReportTextMargin, 0, kKvReportTextMargin, 0), line, column,
+                     font());
     } else if (column == kv::kAppLogTime) {
         const CRect cell = GetCellRect(line, column);
-        DrawCellText(graphics, cell, line, column, TimeFont(font(), cell.Width() - 2 * kTextMargin));
+        DrawCellText(graphics, cell, line, column, TimeFont(font(), cell.Width() - 2 * kKvReportTextMargin));
     } else if (column == kv::kAppLogContent && IsDate(typeText)) {
         m_impl->DrawDate(*graphics, line);
-    } else if (column != kv::kAppLogContent || !m_impl->DrawFound(*graphics, line)) {
+    } else if (column == kv::kAppLogContent) {
+        DrawCellText(graphics, GetCellRect(line, column), line, column, font(), m_impl->FoundMarks(line));
+    } else {
         CKvReportListCtrl::DrawItem(graphics, line, column);
     }
 }
@@ -124,49 +114,21 @@ void CKvAppLogListCtrl::Impl::DrawDate(QPainter& painter, int line)
 {
     const QRect cell = list.GetCellRect(line, kv::kAppLogContent);
     const QRect room = cell.adjusted(kDateMargin, kDateMargin, -kDateMargin, -kDateMargin);
-    list.DrawCellText(&painter, room.adjusted(-kTextMargin, 0, kTextMargin, 0), line, kv::kAppLogContent,
-                      DateFont(list.font()));
+    list.DrawCellText(&painter, room.adjusted(-kKvReportTextMargin, 0, kKvReportTextMargin, 0), line,
+                      kv::kAppLogContent, DateFont(list.font()));
 }
 
-// Draws a line's content with what was found in it on a ground of its own. @return false when it was not.
-bool CKvAppLogListCtrl::Impl::DrawFound(QPainter& painter, int line)
+// What is looked for, in a line that matches.
+std::vector<KvReportMark> CKvAppLogListCtrl::Impl::FoundMarks(int line) const
 {
+    std::vector<KvReportMark> marks;
     if (!IsMatch(line))
-        return false;
-    const std::wstring text = OneLine(list.CKvReportListCtrl::GetItemText(line, kv::kAppLogContent));
-    const QRectF room =
-        QRectF(QRect(list.GetCellRect(line, kv::kAppLogContent))).adjusted(kTextMargin, 0, -kTextMargin, 0);
-    const QString whole = KvToQString(text);
-    const QString shown =
-        QFontMetrics(list.font()).elidedText(whole, Qt::ElideRight, static_cast<int>(room.width()));
-    const int cut = static_cast<int>(shown == whole ? whole.size() : shown.size() - 1);
-
-    QTextCharFormat found;
-    found.setBackground(kv::SkinColour(L"keApplogFoundBKColor", 0xFFFFB347u));
-    found.setForeground(kv::SkinColour(L"keApplogFoundTextColor", 0xFF1F1F22u));
-    QList<QTextLayout::FormatRange> formats;
-    for (const kv::AppLogMatcher::Match& match : needle.All(text)) {
-        // What is cut off is found at the ellipsis.
-        const std::wstring_view view = text;
-        const auto begin = static_cast<int>(KvToQString(view.substr(0, match.begin)).size());
-        const auto end = static_cast<int>(KvToQString(view.substr(0, match.begin + match.length)).size());
-        formats.push_back({std::min(begin, cut), std::max(1, end - std::min(begin, cut)), found});
-    }
-    const int state = !list.isEnabled()           ? kKvReportDisabled
-                      : list.IsItemSelected(line) ? kKvReportSelected
-                                                  : kKvReportNormal;
-    DWORD colour = list.GetListTextColor();
-    if (!list._GetItemTextColor(line, kv::kAppLogContent, state, colour) && state == kKvReportSelected)
-        colour = kv::SkinColour(L"keReportListSelectedTextColor", 0xFFFFFFFFu).rgba();
-    QTextLayout layout(shown, list.font());
-    layout.setFormats(formats);
-    layout.beginLayout();
-    QTextLine row = layout.createLine();
-    row.setLineWidth(room.width() + kTextMargin);
-    layout.endLayout();
-    painter.setPen(QColor::fromRgba(colour));
-    layout.draw(&painter, {room.left(), room.center().y() - row.height() / 2});
-    return true;
+        return marks;
+    const DWORD back = kv::SkinColour(L"keApplogFoundBKColor", 0xFFFFB347u).rgba();
+    const DWORD text = kv::SkinColour(L"keApplogFoundTextColor", 0xFF1F1F22u).rgba();
+    for (const auto& [begin, length] : needle.All(list.ViewItemText(line, kv::kAppLogContent)))
+        marks.push_back({begin, length, back, text});
+    return marks;
 }
 
 int CKvAppLogListCtrl::_GetColumnTextStyle(int line, int column)
@@ -177,48 +139,56 @@ int CKvAppLogListCtrl::_GetColumnTextStyle(int line, int column)
 
 BOOL CKvAppLogListCtrl::_GetItemTextColor(int line, int column, int state, DWORD& colour)
 {
-    if (column != kv::kAppLogContent || !IsDate(CKvReportListCtrl::GetItemText(line, kv::kAppLogType)))
+    if (column != kv::kAppLogContent || !IsDate(ViewItemText(line, kv::kAppLogType)))
         return CKvReportListCtrl::_GetItemTextColor(line, column, state, colour);
     colour = GetListTextColor();
     return 1;
 }
 
+CString CKvAppLogListCtrl::_GetCellName(int line, int column) const
+{
+    const std::wstring_view typeText = ViewItemText(line, kv::kAppLogType);
+    if (column != kv::kAppLogType)
+        return CKvReportListCtrl::_GetCellName(line, column);
+    if (IsDate(typeText))
+        return kv::LoadText(kTextDateLine);
+    const int type = kv::AppLogTypeOf(typeText);
+    if (type < 0)
+        return kv::LoadText(kTextSpacer);
+    if (static_cast<std::size_t>(type) < std::size(kTypeNames))
+        return kv::LoadText(kTypeNames[type]);
+    return CString(typeText);
+}
+
 QString CKvAppLogListCtrl::ToolTipAt(CPoint point, CRect& area) const
 {
-    const CRect cells = GetCellsRect();
-    if (point.y < cells.top) { // a header that is cut
-        int left = cells.left - GetScrollOffset().x;
-        for (int column = 0; column < GetColumnCount(); ++column) {
-            const int right = left + GetColumnWidth(column);
-            const QString text = KvToQString(GetHeaderText(column));
-            if (point.x >= left && point.x < right) {
-                area = {left, 0, right, cells.top};
-                return fontMetrics().horizontalAdvance(text) > right - left - 2 * kTextMargin ? text
-                                                                                              : QString();
-            }
-            left = right;
-        }
-        return {};
-    }
+    const Impl::Operation operation(*m_impl);
     int line = -1;
     int column = -1;
-    if (!HitTest(point, line, column))
-        return {};
-    const CString typeText = CKvReportListCtrl::GetItemText(line, kv::kAppLogType);
-    if (column == kv::kAppLogType || column == kv::kAppLogLevel)
-        return {}; // always whole
-    if (column != kv::kAppLogContent || !IsDate(typeText))
+    if (!HitTest(point, line, column) || column < 0)
         return CKvReportListCtrl::ToolTipAt(point, area);
-    area = GetCellRect(line, column);
-    const QString text = KvToQString(CKvReportListCtrl::GetItemText(line, column));
-    const bool isCut =
-        QFontMetrics(DateFont(font())).horizontalAdvance(text) > area.Width() - 2 * kDateMargin;
-    return isCut ? text : QString();
+    QFont drawn = font();
+    const CRect cell = GetCellRect(line, column);
+    int room = cell.Width();
+    if (column == kv::kAppLogType) {
+        return {}; // always whole
+    } else if (column == kv::kAppLogTime) {
+        room -= 2 * kKvReportTextMargin;
+        drawn = TimeFont(drawn, room);
+    } else if (column == kv::kAppLogContent && IsDate(ViewItemText(line, kv::kAppLogType))) {
+        room -= 2 * kDateMargin;
+        drawn = DateFont(drawn);
+    } else if (column != kv::kAppLogLevel) {
+        return CKvReportListCtrl::ToolTipAt(point, area);
+    }
+    area = cell;
+    const QString text = KvToQString(CString(ViewItemText(line, column)));
+    return QFontMetrics(drawn).horizontalAdvance(text) > room ? text : QString();
 }
 
 void CKvAppLogListCtrl::Impl::ApplyFilter()
 {
-    const bool isOff = typeMask == (1u << kv::kAppLogTypes) - 1 && textFilter.IsEmpty();
+    const bool isOff = typeMask == kv::kAppLogAllTypes && textFilter.IsEmpty();
     if (isOff) {
         list.SetRowFilter({});
     } else {
@@ -230,7 +200,8 @@ void CKvAppLogListCtrl::Impl::ApplyFilter()
             return (mask >> type & 1u) != 0 && (text.IsEmpty() || text.IsIn(row.Text(kv::kAppLogContent)));
         });
     }
-    Recount();
+    isCounted = false;
+    AskOverlay();
 }
 
 // The badge and the count follow the lines once a frame.
@@ -245,12 +216,15 @@ void CKvAppLogListCtrl::Impl::AskOverlay()
 
 void CKvAppLogListCtrl::Impl::UpdateOverlay()
 {
+    const Quiet still(*this);
     overlayAsked = false;
+    if (IsFindOpen() && !isCounted)
+        CountLines();
     if (IsFindOpen())
         findBar->ShowCount(needle.IsEmpty() ? -1 : matchPlace, matchCount);
-    if (list.IsEndInView())
-        missed = 0;
-    if (missed == 0) {
+    if (IsAtEnd())
+        missed.clear();
+    if (missed.empty()) {
         if (badge)
             badge->hide();
         return;
@@ -263,7 +237,8 @@ void CKvAppLogListCtrl::Impl::UpdateOverlay()
         badge->setStyleSheet(kv::AppLogStyleSheet());
         connect(badge, &QPushButton::clicked, &list, [this] { GoToEnd(); });
     }
-    badge->setText(KvToQString(kv::FillText(kv::LoadText(kTextNew), {kv::NumberText(std::int64_t{missed})})));
+    badge->setText(KvToQString(
+        kv::FillText(kv::LoadText(kTextNew), {kv::NumberText(static_cast<std::int64_t>(missed.size()))})));
     badge->setToolTip(KvToQString(kv::LoadText(kTextGoToEnd)));
     badge->adjustSize();
     const QRect cells = list.GetCellsRect();
@@ -280,16 +255,34 @@ void CKvAppLogListCtrl::Impl::GoToEnd()
     UpdateOverlay();
 }
 
+// Also where the view is lower than the last line and begins with it.
+bool CKvAppLogListCtrl::Impl::IsAtEnd() const
+{
+    const CRect last = list.GetCellRect(list.NextShownRow(list.GetItemCount(), -1), kv::kAppLogContent);
+    return list.IsEndInView() != 0 || (!last.IsRectEmpty() && last.top <= list.GetCellsRect().top);
+}
+
+void CKvAppLogListCtrl::Impl::KeepEnd(const std::function<void()>& change)
+{
+    const FrameHold hold(list);
+    const bool follows = followMode == kKvAppLogFollowAtEnd && IsAtEnd();
+    change();
+    if (follows)
+        list.EnsureVisible(list.NextShownRow(list.GetItemCount(), -1));
+}
+
 void CKvAppLogListCtrl::OnPaint(Graphics& graphics)
 {
+    const Impl::Quiet still(*m_impl); // the lines that are being painted stay
     CKvReportListCtrl::OnPaint(graphics);
-    if (m_impl->missed > 0 && IsEndInView())
+    if (!m_impl->missed.empty() && m_impl->IsAtEnd())
         m_impl->AskOverlay(); // the user has come to the end
 }
 
 void CKvAppLogListCtrl::OnSize(int width, int height)
 {
-    CKvReportListCtrl::OnSize(width, height);
+    const Impl::Quiet still(*m_impl);
+    m_impl->KeepEnd([&] { CKvReportListCtrl::OnSize(width, height); });
     m_impl->PlaceFindBar();
     m_impl->AskOverlay();
 }

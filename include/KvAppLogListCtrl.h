@@ -24,9 +24,9 @@ enum EKvAppLogFollow : int
 /// The list keeps at most a chosen number of lines, all kinds counted. A message that fills it lets it fall
 /// back to the newest quarter (one line at least), so that trimming happens rarely.
 ///
-/// Messages come from the user-interface thread, or from any by `PostAppLogMsg`. Every operation and query of
-/// this class first takes in what was posted before it. Operations are silent: only what the user does is
-/// told.
+/// Messages come from the user-interface thread, or from any by `PostAppLogMsg`. Every operation of this
+/// class and every public query of the lines and the selection first takes in what was posted before it, but
+/// not in the middle of painting. Operations are silent: only what the user does is told.
 ///
 /// A filter hides lines and nothing else: lines keep their indices, heights and selection, and trimming,
 /// counts and "all" mean all lines; "selected" means the selected ones that are shown.
@@ -57,11 +57,19 @@ public:
     /// The same for each in order; those of a type outside 0 … 9 are skipped.
     /// @return 1; 0 when none was added.
     int AddAppLogMsg(const CArray<SKvAppLogMsgData, const SKvAppLogMsgData&>& messages);
-    /// The same from any thread, while this object lives: the message is taken in at the next operation, or
-    /// within a frame. Messages of one thread keep their order, and the lines are in the end those that
-    /// adding one by one would leave.
+    /// The same from any thread, while this object lives: the message is taken in at the next operation, else
+    /// within frames, without holding the window. Messages of one thread keep their order, and the lines are
+    /// in the end those that adding one by one would leave. No more than the maximum wait at a time: of older
+    /// ones no line would be left.
     /// @return 1; 0 for a type outside 0 … 9.
     int PostAppLogMsg(const SKvAppLogMsgData& message);
+    /// Adds a text of any length as of now: several messages where it is longer than one can be.
+    /// @return 1; 0 for a type outside 0 … 9.
+    int AddAppLogText(int type, unsigned short level, const CString& text);
+    /// The same from any thread.
+    int PostAppLogText(int type, unsigned short level, const CString& text);
+    /// The local time.
+    static SYSTEMTIME GetLocalTime();
     /// Adds spacers; none for 0 or less. Leaves the selection. @return the last line's index; -1 when the
     /// list is empty.
     int AddEmptySeparateLine(int count);
@@ -113,24 +121,6 @@ public:
     /// Opens the find bar below the lines and gives it the focus, or closes it.
     void ShowFindBar(BOOL show);
 
-    // The base list's queries, after what was posted.
-
-    int GetItemCount() const;
-    CString GetItemText(int line, int column) const;
-    int GetItemHeight(int line) const;
-    BOOL GetCellColors(int line, int column, DWORD* back, DWORD* text) const override;
-    int FindItem(const wchar_t* text, int column, int from = 0) const;
-    int FindItem(const CString& text, int column, int from = 0) const;
-    int GetSelItems(CArray<int, int>& lines) const;
-    int GetAllSelItems(CArray<int, int>& lines) const;
-    BOOL IsItemSelected(int line) const;
-    int GetSelCount() const;
-    int GetLastSelItem() const;
-    void SetSelItem(int line);
-    void SetSelItem(const CArray<int, int>& lines);
-    int GetTopIndex() const;
-    int GetVisibleCount() const;
-
 Q_SIGNALS:
     /// The user has cleared the log; after the parent heard of it.
     void LogCleared();
@@ -141,14 +131,21 @@ protected:
     static DWORD* const m_pcBackColor[10];
     static DWORD* const m_pcTextColor[10];
 
-    /// Adds the line of a message, nothing else. @return its index.
+    /// Adds the line of a message, nothing else. @return its index; 0, nothing added, for a type outside
+    /// 0 … 9.
     int _AddNewLogLine(const SKvAppLogMsgData& message);
     /// Trims where the maximum is reached. @return 1 when lines went.
     int _CheckMaxLogLineCounts();
     /// The line as it is copied. @return 1; 0, `out` as it was, for date lines and spacers.
     int _FormatLogLine(int line, CString& out) const;
 
+    void _BeforeQuery() const override;
+    /// Counts follow lines that a derived list changes; an override calls this one.
+    void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override;
+
+    /// Pictures are drawn in the cell less 3 pixels on each side, as large as they fit in their own shape.
     void DrawItem(Graphics* graphics, int line, int column) override;
+    CString _GetCellName(int line, int column) const override;
     int _GetColumnTextStyle(int line, int column) override;
     BOOL _GetItemTextColor(int line, int column, int state, DWORD& colour) override;
     void OnContextMenu(CPoint point) override;

@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 /// What changed, as `_OnNotifyItemModify` is told.
 enum EKvReportModify : int
@@ -34,6 +35,18 @@ enum EKvReportTextStyle : int
     kKvReportLeft = 0,
     kKvReportCentre = 1,
     kKvReportRight = 2,
+};
+
+/// How much of a cell stays free left and right of its text, in logical pixels.
+inline constexpr int kKvReportTextMargin = 4;
+
+/// A part of a cell's text that is drawn in colours of its own (0xAARRGGBB). Counted in the stored text.
+struct KvReportMark
+{
+    std::size_t begin;
+    std::size_t length;
+    DWORD back;
+    DWORD text;
 };
 
 /// One line as a filter sees it; valid during the call only.
@@ -146,6 +159,24 @@ Q_SIGNALS:
     void SelectionEdited();
 
 protected:
+    /// Keeps the screen as it is for as long as it lives; they nest. Queries answer truly all the same.
+    class FrameHold
+    {
+    public:
+        explicit FrameHold(CKvReportListCtrl& list) : m_list(list) { m_list._PrivateEnableUpdate(0); }
+        ~FrameHold() { m_list._PrivateEnableUpdate(1); }
+        FrameHold(const FrameHold&) = delete;
+        FrameHold& operator=(const FrameHold&) = delete;
+
+    private:
+        CKvReportListCtrl& m_list;
+    };
+
+    /// A public query of lines or selection, or a setter of the selection, is about to look at the lines. A
+    /// derived list whose lines come late brings them up to date here; never called from within the base
+    /// list's own work.
+    virtual void _BeforeQuery() const;
+
     // Columns.
 
     /// Adds a column at the right. @param width 20 at least. @return its number.
@@ -265,7 +296,9 @@ protected:
     /// ellipsis. The painter is clipped to `GetCellRect(line, column)`.
     virtual void DrawItem(Graphics* graphics, int line, int column);
     /// The same into another rectangle, in another font.
-    void DrawCellText(Graphics* graphics, const CRect& rect, int line, int column, const QFont& font);
+    /// @param marks ascending, none over another. What is cut off is marked at the ellipsis.
+    void DrawCellText(Graphics* graphics, const CRect& rect, int line, int column, const QFont& font,
+                      const std::vector<KvReportMark>& marks = {});
     /// @return an EKvReportTextStyle; the list's own (`SetTextStyle`) unless overridden.
     virtual int _GetColumnTextStyle(int line, int column);
     void SetTextStyle(int style);
@@ -280,6 +313,8 @@ protected:
     /// What a screen reader is told of a line beside its texts and states ("plays"); nothing unless
     /// overridden.
     virtual CString _GetItemDescription(int line) const;
+    /// What a screen reader calls a cell; the stored text unless overridden.
+    virtual CString _GetCellName(int line, int column) const;
 
     // In-place editing. The texts of a cell are checked and stored by the derived list.
 

@@ -75,7 +75,7 @@ QString CKvReportListCtrl::Impl::RestOfLine(int line, int column) const
     if (const CString own = list._GetItemDescription(line); !own.empty())
         texts += KvToQString(own);
     for (int other = 0; other < ColumnCount(); ++other) {
-        const QString text = KvToQString(rows.Row(line).Text(other));
+        const QString text = KvToQString(list._GetCellName(line, other));
         const QString header = KvToQString(columns.columns[static_cast<std::size_t>(other)].header);
         if (other != column && !text.isEmpty())
             texts += header.isEmpty() ? text : header + QStringLiteral(": ") + text;
@@ -95,7 +95,7 @@ kv::AccessiblePart CKvReportListCtrl::Impl::Describe(Key key) const
         return part;
     }
     part.role = QAccessible::Cell;
-    part.name = KvToQString(rows.Row(line).Text(column));
+    part.name = KvToQString(list._GetCellName(line, column));
     if (column == currentColumn)
         part.description = RestOfLine(line, column);
     part.editable = list._CanEditCell(line, column) != 0;
@@ -158,4 +158,9 @@ void CKvReportListCtrl::Impl::SelectRow(int row, bool select)
     const int line = rows.ShownLine(row);
     rows.Select(line, line, select);
     TellSelection();
+}
+
+CString CKvReportListCtrl::_GetCellName(int line, int column) const
+{
+    return CString(ViewItemText(line, column));
 }

@@ -44,6 +44,7 @@ int CKvReportListCtrl::Create(const CRect& rect, UINT style, CWnd* parent, DWORD
 
 int CKvReportListCtrl::GetItemCount() const
 {
+    _BeforeQuery();
     return m_impl->rows.Count();
 }
 
@@ -60,6 +61,7 @@ CString CKvReportListCtrl::GetHeaderText(int column) const
 
 CString CKvReportListCtrl::GetItemText(int line, int column) const
 {
+    _BeforeQuery();
     return CString(ViewItemText(line, column));
 }
 
@@ -70,6 +72,7 @@ std::wstring_view CKvReportListCtrl::ViewItemText(int line, int column) const
 
 int CKvReportListCtrl::GetItemHeight(int line) const
 {
+    _BeforeQuery();
     return m_impl->IsLine(line) ? m_impl->rows.Row(line).height : 0;
 }
 
@@ -91,6 +94,7 @@ int CKvReportListCtrl::SetColumnWidth(int column, int width)
 
 BOOL CKvReportListCtrl::GetCellColors(int line, int column, DWORD* back, DWORD* text) const
 {
+    _BeforeQuery();
     if (!m_impl->IsCell(line, column))
         return 0;
     const kv::ReportCellColours colours = m_impl->rows.Row(line).Colours(column);
@@ -108,6 +112,7 @@ int CKvReportListCtrl::FindItem(const wchar_t* text, int column, int from) const
 
 int CKvReportListCtrl::FindItem(const CString& text, int column, int from) const
 {
+    _BeforeQuery();
     int found = -1;
     if (!m_impl->IsColumn(column))
         return found;
@@ -120,6 +125,7 @@ int CKvReportListCtrl::FindItem(const CString& text, int column, int from) const
 
 int CKvReportListCtrl::GetSelItems(CArray<int, int>& lines) const
 {
+    _BeforeQuery();
     m_impl->rows.SelectedLines(lines);
     return static_cast<int>(lines.size());
 }
@@ -131,21 +137,25 @@ int CKvReportListCtrl::GetAllSelItems(CArray<int, int>& lines) const
 
 BOOL CKvReportListCtrl::IsItemSelected(int line) const
 {
+    _BeforeQuery();
     return m_impl->IsLine(line) && m_impl->rows.Row(line).selected ? 1 : 0;
 }
 
 int CKvReportListCtrl::GetSelCount() const
 {
+    _BeforeQuery();
     return m_impl->rows.SelectedCount();
 }
 
 int CKvReportListCtrl::GetLastSelItem() const
 {
+    _BeforeQuery();
     return m_impl->rows.LastSelected();
 }
 
 void CKvReportListCtrl::SetSelItem(int line)
 {
+    _BeforeQuery();
     if (line != -1 && !m_impl->IsLine(line))
         return;
     m_impl->rows.ClearSelection();
@@ -158,6 +168,7 @@ void CKvReportListCtrl::SetSelItem(int line)
 
 void CKvReportListCtrl::SetSelItem(const CArray<int, int>& lines)
 {
+    _BeforeQuery();
     m_impl->rows.ClearSelection();
     int last = -1;
     for (const int line : lines) {
@@ -173,11 +184,13 @@ void CKvReportListCtrl::SetSelItem(const CArray<int, int>& lines)
 
 int CKvReportListCtrl::GetTopIndex() const
 {
+    _BeforeQuery();
     return std::max(0, m_impl->TopLine());
 }
 
 int CKvReportListCtrl::GetVisibleCount() const
 {
+    _BeforeQuery();
     return m_impl->rows.CountWithin(m_impl->scrollY, m_impl->layout.cells.Height());
 }
 
@@ -243,7 +256,7 @@ void CKvReportListCtrl::SetDefaultItemHeight(int height)
 
 int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height)
 {
-    const int count = GetItemCount();
+    const int count = m_impl->rows.Count();
     if (line < -1 || line > count)
         return -1;
     const int at = line == -1 ? count : line;
@@ -255,7 +268,7 @@ int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_vi
 
 int CKvReportListCtrl::InsertRows(int line, const std::vector<CStringArray>& rows, int height)
 {
-    const int count = GetItemCount();
+    const int count = m_impl->rows.Count();
     if (line < -1 || line > count || rows.empty())
         return -1;
     const int at = line == -1 ? count : line;
@@ -269,7 +282,7 @@ int CKvReportListCtrl::InsertRows(const CArray<int, int>& lines, const std::vect
 {
     const bool isAscending =
         std::adjacent_find(lines.begin(), lines.end(), std::greater_equal<>()) == lines.end();
-    const std::int64_t count = GetItemCount() + static_cast<std::int64_t>(rows.size());
+    const std::int64_t count = m_impl->rows.Count() + static_cast<std::int64_t>(rows.size());
     if (lines.empty() || lines.size() != rows.size() || !isAscending || lines.front() < 0 ||
         lines.back() >= count)
         return 0;
@@ -283,7 +296,7 @@ int CKvReportListCtrl::RemoveRows(int line, int count)
 {
     if (!m_impl->IsLine(line) || count <= 0)
         return 0;
-    count = std::min(count, GetItemCount() - line);
+    count = std::min(count, m_impl->rows.Count() - line);
     CArray<int, int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
     _OnItemsModifying(kKvReportRemoved, lines.data(), count);
@@ -310,8 +323,8 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
 void CKvReportListCtrl::RemoveAllRows()
 {
     _OnItemsModifying(kKvReportAllRemoved, nullptr, 0);
-    if (GetItemCount() > 0)
-        m_impl->RemoveRows(0, GetItemCount());
+    if (m_impl->rows.Count() > 0)
+        m_impl->RemoveRows(0, m_impl->rows.Count());
     m_impl->Removed({}, kKvReportAllRemoved);
 }
 
@@ -396,5 +409,6 @@ int CKvReportListCtrl::FindRow(std::uint64_t id) const
     return m_impl->rows.Find(id);
 }
 
+void CKvReportListCtrl::_BeforeQuery() const {}
 void CKvReportListCtrl::_OnNotifyItemModify(int, const CArray<int, int>&, int) {}
 void CKvReportListCtrl::_OnItemsModifying(int, const int*, int) {}

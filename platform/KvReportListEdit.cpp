@@ -167,7 +167,7 @@ BOOL CKvReportListCtrl::_IsMultiLineCell(int, int)
 
 CString CKvReportListCtrl::_GetEditText(int line, int column)
 {
-    return GetItemText(line, column);
+    return CString(ViewItemText(line, column));
 }
 
 BOOL CKvReportListCtrl::_PasteReplacesCell(int, int, const CString&)

@@ -103,7 +103,8 @@ void CKvReportListCtrl::OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint po
     int line = -1;
     int column = -1;
     if (!HitTest(point, line, column)) {
-        if (impl.layout.cells.PtInRect(point) && modifiers == Qt::NoModifier && GetSelCount() > 0) {
+        if (impl.layout.cells.PtInRect(point) && modifiers == Qt::NoModifier &&
+            impl.rows.SelectedCount() > 0) {
             impl.rows.ClearSelection();
             impl.TellSelection();
         }
@@ -114,7 +115,7 @@ void CKvReportListCtrl::OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint po
     impl.dragLine = line;
     SetCapture();
     const bool isPlain = !(modifiers & (Qt::ShiftModifier | Qt::ControlModifier));
-    impl.drag = isPlain && IsItemSelected(line) ? Impl::Drag::kRow : Impl::Drag::kSelect;
+    impl.drag = isPlain && impl.rows.Row(line).selected ? Impl::Drag::kRow : Impl::Drag::kSelect;
     if (impl.drag == Impl::Drag::kRow) {
         impl.current = line; // the others stay selected until it is plain that nothing is dragged
         impl.RequestFrame();
@@ -220,7 +221,7 @@ void CKvReportListCtrl::OnRButtonDown(Qt::KeyboardModifiers, CPoint point)
         return;
     if (column >= 0)
         m_impl->currentColumn = column;
-    if (!IsItemSelected(line))
+    if (!m_impl->rows.Row(line).selected)
         m_impl->ClickLine(line, Qt::NoModifier);
 }
 
@@ -283,7 +284,7 @@ void CKvReportListCtrl::OnCaptureChanged()
 BOOL CKvReportListCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
 {
     Impl& impl = *m_impl;
-    const int count = GetItemCount();
+    const int count = impl.rows.Count();
     const int at = impl.current;
     const auto move = [&](int line) {
         impl.MoveCurrent(line, modifiers);
@@ -323,7 +324,7 @@ BOOL CKvReportListCtrl::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
     }
     case VK_SPACE:
         if (impl.IsLine(at)) {
-            if (modifiers.testFlag(Qt::ControlModifier) || !IsItemSelected(at))
+            if (modifiers.testFlag(Qt::ControlModifier) || !impl.rows.Row(at).selected)
                 impl.ClickLine(at, Qt::ControlModifier);
         }
         return 1;

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr int kTextMargin = 4;
-
 // One line of text for a cell: a mark stands for each line break, and no more than can ever be seen.
 QString OneLine(std::wstring_view text, int width)
 {
@@ -55,9 +53,10 @@ public:
     }
     QString Text() const { return m_layout.text(); }
     int Width() const { return static_cast<int>(std::ceil(m_line.naturalTextWidth())); }
-    void Draw(QPainter& painter, const QPoint& base) const
+    /// @param marked drawn over, as a selection is: the text is shaped as without.
+    void Draw(QPainter& painter, const QPoint& base, const QList<QTextLayout::FormatRange>& marked) const
     {
-        m_layout.draw(&painter, QPointF(base.x(), base.y() - m_line.ascent()));
+        m_layout.draw(&painter, QPointF(base.x(), base.y() - m_line.ascent()), marked);
     }
 
 private:
@@ -65,6 +64,42 @@ private:
     QTextLayout m_layout;
     QTextLine m_line;
 };
+
+// Where the marks are in the line that is shown. A line break of two characters is one there.
+QList<QTextLayout::FormatRange> ShownMarks(std::wstring_view text, const QString& shown, bool isCut,
+                                           const std::vector<KvReportMark>& marks)
+{
+    QList<QTextLayout::FormatRange> ranges;
+    const auto most = static_cast<int>(shown.size()) - (isCut ? 1 : 0); // the ellipsis
+    std::size_t seen = 0;
+    int place = 0;
+    const auto placeOf = [&](std::size_t at) {
+        at = std::min(at, text.size());
+        if (at > 0 && at < text.size() && text[at - 1] == L'\r' && text[at] == L'\n')
+            ++at;
+        if (at > seen) {
+            const std::wstring_view part = text.substr(seen, at - seen);
+            place += static_cast<int>(OneLine(part, static_cast<int>(part.size())).size());
+            seen = at;
+        }
+        return place;
+    };
+    for (const KvReportMark& mark : marks) {
+        const int begin = std::min(placeOf(mark.begin), most);
+        const int end = std::min(placeOf(mark.begin + mark.length), static_cast<int>(shown.size()));
+        QTextLayout::FormatRange range{begin, std::max(end - begin, 1), {}};
+        range.format.setBackground(QColor::fromRgba(mark.back));
+        range.format.setForeground(QColor::fromRgba(mark.text));
+        QTextLayout::FormatRange* last = ranges.empty() ? nullptr : &ranges.back();
+        if (last && last->start + last->length >= begin && last->format == range.format)
+            last->length = begin + range.length - last->start;
+        else
+            ranges += range;
+        if (begin == most)
+            break;
+    }
+    return ranges;
+}
 
 // A text from right to left begins at the right.
 int StyleOf(const QString& text, int style)
@@ -117,7 +152,7 @@ void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
     for (int column = 0; column < layout.ColumnCount(); ++column) {
         const int left = layout.Left(column) - scrollX;
         const int width = layout.Right(column) - layout.Left(column);
-        const QRect room(left + kTextMargin, 0, width - 2 * kTextMargin, header.height());
+        const QRect room(left + kKvReportTextMargin, 0, width - 2 * kKvReportTextMargin, header.height());
         const std::wstring& text = columns.columns[static_cast<std::size_t>(column)].header;
         painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
                          metrics.elidedText(KvToQString(text), Qt::ElideRight, room.width()));
@@ -247,23 +282,25 @@ void CKvReportListCtrl::DrawItem(Graphics* graphics, int line, int column)
 }
 
 void CKvReportListCtrl::DrawCellText(Graphics* graphics, const CRect& rect, int row, int column,
-                                     const QFont& textFont)
+                                     const QFont& textFont, const std::vector<KvReportMark>& marks)
 {
     if (!graphics || !m_impl->IsCell(row, column))
         return;
     const std::wstring_view text = m_impl->rows.Row(row).Text(column);
-    const QRect room = QRect(rect).adjusted(kTextMargin, 0, -kTextMargin, 0);
+    const QRect room = QRect(rect).adjusted(kKvReportTextMargin, 0, -kKvReportTextMargin, 0);
     if (text.empty() || room.width() <= 0)
         return;
     if (graphics->font() != textFont)
         graphics->setFont(textFont);
     const QFontMetrics metrics(textFont);
     ShapedLine line(OneLine(text, room.width()), textFont);
-    if (line.Width() > room.width())
+    const bool isCut = line.Width() > room.width();
+    if (isCut)
         line.Shape(metrics.elidedText(line.Text(), Qt::ElideRight, room.width()));
     graphics->setPen(m_impl->Colour(row, column, false));
     const int style = StyleOf(line.Text(), _GetColumnTextStyle(row, column));
-    line.Draw(*graphics, TextPlace(room, metrics, line.Width(), style));
+    line.Draw(*graphics, TextPlace(room, metrics, line.Width(), style),
+              ShownMarks(text, line.Text(), isCut, marks));
 }
 
 QString CKvReportListCtrl::ToolTipAt(CPoint point, CRect& area) const
@@ -276,12 +313,12 @@ QString CKvReportListCtrl::ToolTipAt(CPoint point, CRect& area) const
         column = layout.ColumnAt(point.x + m_impl->scrollX);
         text = KvToQString(GetHeaderText(column));
     } else if (HitTest(point, line, column)) {
-        text = KvToQString(GetItemText(line, column));
+        text = KvToQString(ViewItemText(line, column));
     }
     if (column < 0)
         return {};
     area = line < 0 ? m_impl->CellRect(QRect(layout.header), column) : m_impl->CellRect(line, column);
-    const int room = area.Width() - 2 * kTextMargin;
+    const int room = area.Width() - 2 * kKvReportTextMargin;
     const bool isCut =
         text.contains(QLatin1Char('\n')) || QFontMetrics(font()).horizontalAdvance(text) > room;
     return isCut ? Qt::convertFromPlainText(text) : QString(); // what looks like markup is text, too

@@ -6,7 +6,7 @@
 void CKvReportListCtrl::SelectRange(int first, int last, BOOL select)
 {
     first = std::max(first, 0);
-    last = std::min(last, GetItemCount() - 1);
+    last = std::min(last, m_impl->rows.Count() - 1);
     if (first > last)
         return;
     m_impl->rows.Select(first, last, select != 0);
@@ -15,7 +15,7 @@ void CKvReportListCtrl::SelectRange(int first, int last, BOOL select)
 
 void CKvReportListCtrl::SelectAllShown()
 {
-    m_impl->rows.SelectShown(0, GetItemCount() - 1);
+    m_impl->rows.SelectShown(0, m_impl->rows.Count() - 1);
     m_impl->RequestSelectionFrame();
 }
 
@@ -105,7 +105,7 @@ int CKvReportListCtrl::GetShownCount() const
 
 int CKvReportListCtrl::NextShownRow(int line, int step) const
 {
-    const int count = GetItemCount();
+    const int count = m_impl->rows.Count();
     if (step < 0) {
         if (line <= 0)
             return -1;

@@ -13,6 +13,7 @@ namespace kv {
 enum ControlCharacter : UINT
 {
     kCtrlC = 3,
+    kCtrlF = 6,
     kCtrlV = 22,
     kCtrlX = 24,
     kCtrlY = 25,

@@ -109,6 +109,13 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20210, L"%d lines"},
         {0, 20211, L"Not found"},
         {0, 20212, L"Aa"},
+        // What a screen reader calls its lines.
+        {0, 20213, L"Date"},
+        {0, 20214, L"Spacer"},
+        {0, 20215, L"Message"},
+        {0, 20216, L"Important"},
+        {0, 20217, L"Warning"},
+        {0, 20218, L"Error"},
         // titler's own texts.
         {0, 21001, L"titler"},
         {0, 21010, L"&File"},

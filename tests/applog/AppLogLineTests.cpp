@@ -1,10 +1,13 @@
 // What log lines say, how they follow one another, and how they are found.
+#include "applog/AppLogIntake.h"
 #include "applog/AppLogLine.h"
 #include "applog/AppLogMatcher.h"
 
 #include <algorithm>
+#include <deque>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <random>
 
 namespace {
 
@@ -70,20 +73,29 @@ TEST(AppLogLine, TypesByTheirText)
 TEST(AppLogLine, DatesAskForLinesOfTheirOwn)
 {
     const SYSTEMTIME day = At(2016, 3, 1);
-    kv::AppLogDates dates;
-    EXPECT_FALSE(dates.IsNewDay(day)) << "the first message";
-    EXPECT_FALSE(dates.IsSameDate(day)) << "the first separator";
-    dates.message = day;
-    EXPECT_TRUE(dates.IsNewDay(At(2016, 3, 2)));
-    EXPECT_FALSE(dates.IsNewDay(At(2017, 4, 1))) << "only the day of the month counts";
-    EXPECT_FALSE(dates.IsSameDate(day)) << "messages and separators do not know of one another";
-    dates = {day, {}};
-    EXPECT_TRUE(dates.IsSameDate(day));
-    EXPECT_FALSE(dates.IsSameDate(At(2016, 4, 1)));
-    EXPECT_FALSE(dates.IsSameDate(At(2017, 3, 1)));
-    EXPECT_FALSE(dates.IsNewDay(At(2016, 3, 2)));
-    dates = {At(0, 3, 1), At(0, 3, 1)};
-    EXPECT_FALSE(dates.IsSameDate(At(0, 3, 1)) || dates.IsNewDay(At(0, 3, 2))) << "year 0 is no time";
+    const struct
+    {
+        const char* what;
+        SYSTEMTIME before, next;
+        bool isNewDay;   ///< of messages
+        bool isSameDate; ///< of separators
+    } rows[] = {
+        {"none before", {}, day, false, false},
+        {"the same", day, day, false, true},
+        {"the next day", day, At(2016, 3, 2), true, false},
+        {"the same day of another month", day, At(2016, 4, 1), false, false},
+        {"the same day of another year", day, At(2017, 3, 1), false, false},
+        {"year 0 is no time", At(0, 3, 1), At(0, 3, 2), false, false},
+        {"year 0 again", At(0, 3, 1), At(0, 3, 1), false, false},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(kv::IsNewAppLogDay(row.before, row.next), row.isNewDay) << row.what;
+        kv::AppLogDates dates;
+        dates.separator = row.before;
+        EXPECT_EQ(dates.IsSameDate(row.next), row.isSameDate) << row.what;
+        dates = {{}, row.before};
+        EXPECT_FALSE(dates.IsSameDate(row.next)) << row.what << ": messages are no separators";
+    }
 }
 
 TEST(AppLogLine, AFullLogFallsBackToAQuarter)
@@ -133,6 +145,88 @@ TEST(AppLogMatcher, FindsTexts)
         const kv::AppLogMatcher matcher(row.text, row.matchCase);
         EXPECT_EQ(matcher.All(row.line), row.matches) << row.what;
         EXPECT_EQ(matcher.IsIn(row.line), !row.matches.empty()) << row.what;
+    }
+}
+
+TEST(AppLogMatcher, GoesFromMatchToMatchAndRound)
+{
+    const struct
+    {
+        const char* what;
+        int from, step, next;
+    } rows[] = {
+        {"forwards", 1, 1, 4},
+        {"backwards", 4, -1, 1},
+        {"between", 2, 1, 4},
+        {"round", 4, 1, 1},
+        {"round backwards", 1, -1, 4},
+        {"from nowhere", -1, 1, 1},
+        {"from nowhere backwards", -1, -1, 4},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(kv::NextAppLogMatch(6, row.from, row.step, [](int line) { return line % 3 == 1; }),
+                  row.next)
+            << row.what;
+    const auto isTwo = [](int line) { return line == 2; };
+    EXPECT_EQ(kv::NextAppLogMatch(3, 2, 1, isTwo), 2) << "the only one is found again";
+    EXPECT_EQ(kv::NextAppLogMatch(2, 0, -1, isTwo), -1);
+    EXPECT_EQ(kv::NextAppLogMatch(0, -1, 1, isTwo), -1);
+}
+
+// Lines as numbers of their messages, a date line with the sign turned over.
+struct PlainLog
+{
+    std::deque<int> lines;
+    SYSTEMTIME last{};
+
+    void Add(int number, const SYSTEMTIME& time, int maximum)
+    {
+        if (kv::IsNewAppLogDay(last, time))
+            lines.push_back(-number);
+        lines.push_back(number);
+        last = time;
+        lines.erase(lines.begin(),
+                    lines.begin() + kv::AppLogLinesToTrim(static_cast<int>(lines.size()), maximum));
+    }
+    void Add(kv::AppLogIntake::Entry entry, int maximum)
+    {
+        if (entry.isNewDay)
+            lines.push_back(-entry.message.level);
+        lines.push_back(entry.message.level);
+        last = entry.message.time;
+        while (entry.trims && static_cast<int>(lines.size()) > kv::AppLogLinesToKeep(maximum))
+            lines.pop_front();
+    }
+};
+
+TEST(AppLogIntake, LeavesTheLinesThatAddingEachLeaves)
+{
+    std::mt19937 random(3);
+    const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    for (int round = 0; round < 1000; ++round) {
+        const int maximum = below(30);
+        PlainLog plain;
+        for (int i = below(40); i > 0; --i)
+            plain.lines.push_back(0); // separators, of which there may be too many
+        PlainLog taken = plain;
+        kv::AppLogIntake intake;
+        int number = 0;
+        std::size_t most = 0;
+        for (int turn = 0; turn < 5; ++turn) {
+            kv::AppLogBatch batch;
+            for (int i = below(100); i > 0; --i) {
+                const SYSTEMTIME time =
+                    At(static_cast<WORD>(below(9) > 0 ? 2020 : 0), 1, static_cast<WORD>(below(3)));
+                plain.Add(++number, time, maximum);
+                batch.Add({0, static_cast<WORD>(number), time, {}}, static_cast<std::size_t>(maximum));
+            }
+            most = std::max(most, batch.Messages().size());
+            intake.Plan(std::move(batch), static_cast<int>(taken.lines.size()), maximum, taken.last);
+            for (int i = turn < 4 ? below(20) : 1000; i > 0 && !intake.IsEmpty(); --i)
+                taken.Add(intake.Take(), maximum);
+        }
+        ASSERT_EQ(taken.lines, plain.lines) << round << ", maximum " << maximum;
+        EXPECT_LE(most, static_cast<std::size_t>(std::max(maximum, 1)));
     }
 }
 

@@ -7,18 +7,41 @@
 #include <QTest>
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 
 class TestLog : public CKvAppLogListCtrl
 {
 public:
+    using CKvAppLogListCtrl::_AddNewLogLine;
+    using CKvAppLogListCtrl::_CheckMaxLogLineCounts;
     using CKvAppLogListCtrl::_FormatLogLine;
+    using CKvAppLogListCtrl::ToolTipAt;
     using CKvReportListCtrl::GetCellRect;
     using CKvReportListCtrl::GetScrollOffset;
+    using CKvReportListCtrl::InsertColumn;
     using CKvReportListCtrl::IsEndInView;
     using CKvReportListCtrl::IsRowShown;
+    using CKvReportListCtrl::RemoveRows;
+    using CKvReportListCtrl::SetItemText;
     using CKvReportListCtrl::SetScrollOffset;
+
+    int inserted = 0; ///< lines, as far as is told
+    std::function<void(int line)> drawing;
+
+protected:
+    void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override
+    {
+        CKvAppLogListCtrl::_OnNotifyItemModify(kind, rows, column);
+        inserted += kind == kKvReportInserted ? static_cast<int>(rows.size()) : 0;
+    }
+    void DrawItem(Graphics* graphics, int line, int column) override
+    {
+        if (drawing)
+            drawing(line);
+        CKvAppLogListCtrl::DrawItem(graphics, line, column);
+    }
 };
 
 inline SKvAppLogMsgData Message(int type, const std::wstring& text, WORD day = 1, WORD level = 5)

@@ -163,6 +163,7 @@ TEST_F(AppLogListLog, MenuSavesAndTellsWhatWentWrong)
                 EXPECT_EQ(dialog->defaultSuffix(), "log");
                 EXPECT_EQ(dialog->nameFilters(), QStringList{"Log Files (*.log)"});
                 EXPECT_EQ(dialog->selectedFiles().value(0).section('/', -1), "Untitled.log");
+                dialog->setOption(QFileDialog::DontConfirmOverwrite);
                 dialog->setDirectory(folder.path());
                 dialog->selectFile(folder.filePath(name));
                 QMetaObject::invokeMethod(dialog, "accept");
@@ -182,11 +183,21 @@ TEST_F(AppLogListLog, MenuSavesAndTellsWhatWentWrong)
     Menu("Copy All Log to Clipboard");
     EXPECT_EQ(Copied(), "[0][05][2016/03/01-09:05:07.042][x]");
     EXPECT_TRUE(boxes.empty());
+    ASSERT_TRUE(QFile::link("/dev/full", folder.filePath("full.log")));
     ASSERT_TRUE(QFile::link(folder.filePath("loop.log"), folder.filePath("loop.log")));
-    save("loop.log");
-    ASSERT_EQ(boxes.size(), 1u);
-    EXPECT_NE(boxes[0].find(L"The log is not saved: cannot write '"), std::wstring::npos);
-    EXPECT_NE(boxes[0].find(L": Too many levels of symbolic links."), std::wstring::npos);
+    const std::pair<const char*, const wchar_t*> failures[] = {
+        {"full.log", L": not a regular file."},
+        {"no/such.log", L": No such file or directory."},
+        {"loop.log", L": Too many levels of symbolic links."},
+    };
+    for (const auto& [name, reason] : failures) {
+        boxes.clear();
+        save(name);
+        ASSERT_EQ(boxes.size(), 1u) << name;
+        EXPECT_TRUE(boxes[0].starts_with(L"The log is not saved: cannot write '")) << name;
+        EXPECT_TRUE(boxes[0].ends_with(reason)) << name;
+    }
+    EXPECT_EQ(log.SaveAppLogToFile(KvFromQString(folder.path()).c_str(), 0), 0) << "a folder";
 }
 
 TEST_F(AppLogListLog, ClearingAsksAndTellsTheParent)

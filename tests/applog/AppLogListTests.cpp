@@ -2,6 +2,7 @@
 #include "AppLogListFixture.h"
 #include "KvGuiRes.h"
 
+#include <QAccessible>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
@@ -66,6 +67,9 @@ TEST_F(AppLogList, RefusesUnknownTypes)
         1);
     EXPECT_EQ(Lines(), (std::vector<std::wstring>{L"0:a", L"0:b"})) << "no date line of a refused message";
     EXPECT_EQ(log.AddAppLogMsg(CArray<SKvAppLogMsgData>{Message(10, L"x")}), 0);
+    EXPECT_EQ(log._AddNewLogLine(Message(100000, L"x")) + log._AddNewLogLine(Message(-1, L"x")), 0);
+    EXPECT_EQ(log.AddAppLogText(10, 0, L"x") + log.PostAppLogText(-1, 0, L"x"), 0);
+    EXPECT_EQ(log.GetItemCount(), 2);
 }
 
 TEST_F(AppLogList, SelectsAndShowsWhatIsNew)
@@ -128,6 +132,84 @@ TEST_F(AppLogList, EveryLineCountsAndOnlyMessagesTrim)
     EXPECT_EQ(Selected(), Selection{}) << "nothing went, nothing is selected";
 }
 
+TEST_F(AppLogList, CountsFollowWhatADerivedListDoes)
+{
+    log.AddAppLogMsg({Message(1, L"a"), Message(2, L"b"), Message(1, L"c")});
+    log.RemoveRows(0);
+    EXPECT_EQ(log.GetTypeCount(1), 1);
+    log.SetItemText(0, 0, L"7");
+    EXPECT_EQ(log.GetTypeCount(2), 0);
+    EXPECT_EQ(log.GetTypeCount(7), 1);
+    EXPECT_EQ(log._AddNewLogLine(Message(7, L"d")), 2);
+    EXPECT_EQ(log.GetTypeCount(7), 2);
+}
+
+TEST_F(AppLogList, LongTextsBecomeSeveralMessages)
+{
+    const struct
+    {
+        const char* what;
+        std::wstring text;
+        std::vector<std::size_t> lengths;
+    } rows[] = {{"empty", L"", {0}},
+                {"whole", std::wstring(512, L'x'), {512}},
+                {"longer", std::wstring(1025, L'x'), {512, 512, 1}}};
+    for (const auto& row : rows) {
+        TestLog list;
+        list.Initialize(1);
+        EXPECT_EQ(list.PostAppLogText(2, 3, row.text), 1);
+        EXPECT_EQ(list.AddAppLogText(2, 3, row.text), 1);
+        std::vector<std::size_t> lengths;
+        for (int line = 0; line < list.GetItemCount(); ++line)
+            lengths.push_back(list.GetItemText(line, 3).size());
+        std::vector<std::size_t> twice = row.lengths;
+        twice.insert(twice.end(), row.lengths.begin(), row.lengths.end());
+        EXPECT_EQ(lengths, twice) << row.what;
+    }
+}
+
+TEST_F(AppLogList, WhatAScreenReaderCallsTheLines)
+{
+    log.AddTimeSeparateLine({2016, 3, 0, 1, 0, 0, 0, 0});
+    log.AddAppLogMsg({Message(2, L"disk nearly full"), Message(7, L"x")});
+    log.AddEmptySeparateLine(1);
+    QAccessibleTableInterface* table = QAccessible::queryAccessibleInterface(&log)->tableInterface();
+    const struct
+    {
+        int line, column;
+        const char* name;
+    } rows[] = {{0, 0, "Date"},    {0, 3, "2016/03/01 - Tuesday"},
+                {1, 0, "Warning"}, {1, 3, "disk nearly full"},
+                {2, 0, "7"},       {3, 0, "Spacer"}};
+    for (const auto& row : rows)
+        EXPECT_EQ(table->cellAt(row.line, row.column)->text(QAccessible::Name), row.name);
+    EXPECT_TRUE(table->cellAt(1, 0)->text(QAccessible::Description).contains("Content: disk nearly full"));
+}
+
+TEST_F(AppLogList, ToolTipsOfWhatIsCut)
+{
+    log.AddTimeSeparateLine({2016, 3, 0, 1, 0, 0, 0, 0});
+    log.AddAppLogMsg(
+        {Message(2, L"short", 1, 5), Message(2, L"x", 1, 65535), Message(2, std::wstring(300, L'y'))});
+    const auto tip = [this](CPoint point) {
+        CRect area;
+        return log.ToolTipAt(point, area);
+    };
+    const auto at = [&](int line, int column) {
+        const CRect cell = log.GetCellRect(line, column);
+        return tip({cell.left + 5, cell.top + 5});
+    };
+    EXPECT_TRUE(tip({50, 5}).contains("Level")) << "its column is narrow";
+    EXPECT_EQ(tip({5, 5}), "");
+    for (const auto& [line, column] : {std::pair(0, 3), std::pair(1, 1), std::pair(1, 0), std::pair(1, 3)})
+        EXPECT_EQ(at(line, column), "") << line << ", " << column;
+    EXPECT_EQ(at(2, 1), "65535");
+    EXPECT_TRUE(at(3, 3).contains("yyyy"));
+    EXPECT_EQ(tip({599, 20}), "") << "no column there";
+    log.SetColumnWidth(3, 60);
+    EXPECT_EQ(at(0, 3), "2016/03/01 - Tuesday");
+}
+
 TEST_F(AppLogList, ColoursByType)
 {
     const auto colours = [](const TestLog& list, int line) {
@@ -188,6 +270,7 @@ TEST_F(AppLogList, AChangedSkinColoursTheLinesAnew)
     if (before[2] != theme)
         GTEST_SKIP() << "another test of this process has set the colours for good";
     log.AddAppLogMsg(Message(2, L"x"));
+    const int own = log.InsertColumn(L"Source", 80);
     QTemporaryDir folder;
     QFile file(folder.filePath("skin.ini"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -197,6 +280,7 @@ TEST_F(AppLogList, AChangedSkinColoursTheLinesAnew)
     DWORD back = 0;
     log.GetCellColors(0, 3, &back, nullptr);
     EXPECT_EQ(back, 0xFF010203u);
+    EXPECT_EQ(log.GetHeaderText(own), L"Source") << "a derived list's column keeps its name";
     KvGuiRes::SetSkinFolder(nullptr);
 }
 

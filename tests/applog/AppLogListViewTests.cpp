@@ -1,11 +1,15 @@
 // What the log list shows: filters, follow mode, search, and messages from other threads.
 #include "AppLogListFixture.h"
+#include "KvGuiRes.h"
 
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QToolButton>
 
 #include <random>
@@ -127,6 +131,46 @@ TEST_F(AppLogListView, FollowsOnlyAtTheEnd)
     EXPECT_TRUE(QTest::qWaitFor([this] { return !Badge(); })) << "it goes with the next painting";
 }
 
+TEST_F(AppLogListView, AViewAtTheEndStaysThere)
+{
+    const struct
+    {
+        const char* what;
+        std::function<void()> change;
+    } rows[] = {
+        {"find bar", [this] { log.ShowFindBar(1); }},
+        {"lower", [this] { log.resize(600, 200); }},
+        {"lower than a line", [this] { log.resize(600, 40); }},
+        {"header alone", [this] { log.resize(600, 20); }},
+    };
+    log.SetFollowMode(kKvAppLogFollowAtEnd);
+    Fill(30);
+    for (const auto& row : rows) {
+        row.change();
+        Fill(1);
+        EXPECT_EQ(log.GetLastSelItem(), log.GetItemCount() - 1) << row.what;
+        log.ShowFindBar(0);
+        log.resize(600, 264);
+        EXPECT_TRUE(log.IsEndInView()) << row.what;
+        EXPECT_FALSE(Badge()) << row.what;
+    }
+    log.SetScrollOffset({0, 100});
+    log.resize(600, 200);
+    EXPECT_EQ(log.GetScrollOffset(), CPoint(0, 100)) << "another one stays, too";
+}
+
+TEST_F(AppLogListView, TheBadgeCountsWhatIsThere)
+{
+    log.SetFollowMode(kKvAppLogFollowAtEnd);
+    log.SetMaxLogLineCounts(60, 0);
+    Fill(50);
+    log.SetScrollOffset({});
+    Fill(8);
+    EXPECT_EQ(BadgeText(), "8 new");
+    Fill(100);
+    EXPECT_EQ(BadgeText(), QString("%1 new").arg(log.GetItemCount()));
+}
+
 TEST_F(AppLogListView, ScrollingLeavesNoTraceOfTheBadge)
 {
     log.SetFollowMode(kKvAppLogFollowAtEnd);
@@ -203,6 +247,88 @@ TEST_F(AppLogListView, FindsForwardsAndBackwards)
     EXPECT_TRUE(log.hasFocus());
 }
 
+TEST_F(AppLogListView, TheSearchGoesOnFromItsMatch)
+{
+    for (int i = 0; i < 6; ++i)
+        log.AddAppLogMsg(Message(0, i % 2 ? L"needle" : L"hay"));
+    log.SetSelItem(0);
+    log.ShowFindBar(1);
+    auto* text = FindBar()->findChild<QLineEdit*>();
+    text->setText("needle");
+    EXPECT_EQ(Selected(), (Selection{1}));
+    log.AddAppLogMsg(Message(0, L"new"));
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(Selected(), (Selection{3})) << "a new message does not take it along";
+    log.AddAppLogMsg(Message(0, L"new"));
+    QApplication::processEvents();
+    QTest::keyClick(text, Qt::Key_F3);
+    EXPECT_EQ(Selected(), (Selection{5})) << "nor when it is told of later";
+    const QRect first = log.GetCellRect(0, 3);
+    QTest::mouseClick(&log, Qt::LeftButton, Qt::NoModifier, first.center());
+    QTest::keyClick(&log, Qt::Key_F3);
+    EXPECT_EQ(Selected(), (Selection{1})) << "but the user does";
+    EXPECT_EQ(FindCount(), "1 of 3 lines");
+    log.SetMaxLogLineCounts(12, 1);
+    log.RemoveRows(0, 2);
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(Selected(), (Selection{1})) << "its match is gone: from the top";
+}
+
+TEST_F(AppLogListView, MayDieWhenItTellsWhatWasFound)
+{
+    for (const Qt::Key key : {Qt::Key_N, Qt::Key_Return, Qt::Key_F3}) {
+        auto* own = new TestLog; // the parent's
+        own->Create({0, 0, 300, 200}, WS_CHILD | WS_VISIBLE, &parent, 9);
+        own->Initialize(1);
+        own->AddAppLogMsg(Message(0, L"needle"));
+        own->ShowFindBar(1);
+        auto* text = own->findChild<QLineEdit*>();
+        text->setText(key == Qt::Key_N ? "" : "needle");
+        QApplication::processEvents();
+        const QPointer<TestLog> alive(own);
+        QObject::connect(own, &CKvReportListCtrl::SelectionEdited, &parent, [own] { delete own; });
+        QTest::keyClick(text, key);
+        QApplication::processEvents();
+        EXPECT_TRUE(alive.isNull()) << key;
+    }
+}
+
+TEST_F(AppLogListView, WhatIsFoundIsShapedAsWithout)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("skin.ini"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    DWORD back = 0xFF1F1F22u;
+    DWORD ink = 0xFFE2E2E4u;
+    KvGuiRes::LoadColor(L"keReportListBKColor", back);
+    KvGuiRes::LoadColor(L"keWindowTextColor", ink);
+    const auto line = [](const char* key, QColor colour) {
+        return QString("%1=%2,%3,%4,255\n").arg(key).arg(colour.red()).arg(colour.green()).arg(colour.blue());
+    };
+    file.write(("[Colors]\n" + line("keApplogFoundBKColor", QColor::fromRgba(back)) +
+                line("keApplogFoundTextColor", QColor::fromRgba(ink)))
+                   .toUtf8());
+    file.close();
+    KvGuiRes::SetSkinFolder(KvFromQString(folder.path()).c_str());
+    log.AddAppLogMsg({Message(0, L"plain abc"), Message(0, L"tab\tand\nbreak\r\nabc"),
+                      Message(0, L"\u05d0\u05d1\u05d2 abc \u05d3"), Message(0, L"\u0633\u0644abc\u0645"),
+                      Message(0, L"long " + std::wstring(300, L'c'))});
+    log.SetSelItem(-1);
+    log.clearFocus();
+    const auto content = [this] {
+        QApplication::processEvents();
+        return log.grab(QRect(log.GetCellRect(0, 3)).united(log.GetCellRect(4, 3))).toImage();
+    };
+    const QImage without = content();
+    log.ShowFindBar(1);
+    FindBar()->findChild<QLineEdit*>()->setText("c");
+    log.SetSelItem(-1);
+    const QImage with = content();
+    EXPECT_EQ(with, without);
+    KvGuiRes::SetSkinFolder(nullptr);
+    EXPECT_NE(content(), without) << "in colours of its own";
+}
+
 TEST_F(AppLogListView, WhatIsFoundStandsOnItsOwnGround)
 {
     log.AddAppLogMsg({Message(0, L"iiiiii WWWW"), Message(0, L"WWWW" + std::wstring(300, L'i') + L"MMMM")});
@@ -260,6 +386,73 @@ TEST_F(AppLogListView, PostedMessagesLeaveWhatAddingLeaves)
     }
 }
 
+TEST_F(AppLogListView, EveryQueryTakesInWhatWasPosted)
+{
+    CKvReportListCtrl& base = log;
+    CArray<int, int> lines;
+    const std::function<int()> queries[] = {
+        [&] { return base.GetItemCount(); },
+        [&] { return base.GetItemText(0, 3) == L"x" ? 1 : 0; },
+        [&] { return base.GetItemHeight(0) / 24; },
+        [&] { return base.GetCellColors(0, 3, nullptr, nullptr); },
+        [&] { return base.FindItem(L"x", 3) + 1; },
+        [&] { return base.GetSelItems(lines); },
+        [&] { return base.GetAllSelItems(lines); },
+        [&] { return base.IsItemSelected(0); },
+        [&] { return base.GetSelCount(); },
+        [&] { return base.GetLastSelItem() + 1; },
+        [&] { return base.GetVisibleCount(); },
+        [&] { return base.SetSelItem(0), base.GetSelCount(); },
+        [&] { return log.GetTypeCount(3); },
+        [&] { return log._CheckMaxLogLineCounts() + log.inserted; },
+        [&] { return log._AddNewLogLine(Message(0, L"behind")); },
+    };
+    for (const auto& query : queries) {
+        log.inserted = 0;
+        log.PostAppLogMsg(Message(3, L"x"));
+        EXPECT_EQ(query(), 1) << "query " << &query - queries;
+        log.RemoveRows(0, log.GetItemCount());
+    }
+}
+
+TEST_F(AppLogListView, PaintingLeavesTheLines)
+{
+    log.SetMaxLogLineCounts(100, 0);
+    Fill(80);
+    log.ShowFindBar(1);
+    FindBar()->findChild<QLineEdit*>()->setText("message");
+    QApplication::processEvents();
+    int changes = 0;
+    log.drawing = [&](int) {
+        for (int i = 0; i < 3; ++i)
+            log.PostAppLogMsg(Message(0, L"message"));
+        log.GetTypeCount(0);
+        changes += log.GetItemCount() == 80 ? 0 : 1;
+    };
+    log.repaint();
+    log.drawing = {};
+    EXPECT_EQ(changes, 0);
+    EXPECT_LT(log.GetItemCount(), 80) << "what was posted is taken in afterwards, and trims";
+    EXPECT_EQ(FindCount(), QString("%1 lines").arg(log.GetItemCount()));
+}
+
+TEST_F(AppLogListView, CountsWhatIsPostedWhileItSearches)
+{
+    Fill(3);
+    log.PostAppLogMsg(Message(0, L"message"));
+    Key(Qt::Key_F, Qt::ControlModifier);
+    FindBar()->findChild<QLineEdit*>()->setText("message");
+    log.SetSelItem(-1);
+    log.PostAppLogMsg(Message(0, L"message"));
+    QTest::keyClick(&log, Qt::Key_F3);
+    EXPECT_EQ(FindCount().section(' ', 1), "of 5 lines");
+    log.SetMaxLogLineCounts(6, 0);
+    log.PostAppLogMsg(Message(0, L"message"));
+    EXPECT_EQ(log._CheckMaxLogLineCounts(), 0) << "the posted one has trimmed";
+    EXPECT_EQ(log.GetItemCount(), 1);
+    EXPECT_EQ(FindCount(), "1 lines");
+}
+
 TEST_F(AppLogListView, MessagesOfManyThreadsAllArrive)
 {
     constexpr int kThreads = 4;
@@ -290,7 +483,7 @@ TEST_F(AppLogListView, MessagesOfManyThreadsAllArrive)
 TEST_F(AppLogListView, PostedMessagesComeWithoutAQuestion)
 {
     std::thread([this] { log.PostAppLogMsg(Message(0, L"x")); }).join();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return log.CKvReportListCtrl::GetItemCount() == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return log.inserted == 1; }));
 }
 
 } // namespace

@@ -7,18 +7,16 @@
 #include "window/Texts.h"
 
 #include <QAction>
-#include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QTemporaryFile>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
-#include <iterator>
+#include <atomic>
 #include <mutex>
-#include <string>
 
 namespace titler {
 namespace {
@@ -45,40 +43,7 @@ constexpr TypeCommand kTypes[] = {
 
 std::mutex g_mutex; ///< guards g_panel
 LogPanel* g_panel = nullptr;
-QtMessageHandler g_terminal = nullptr; ///< what the toolkit itself does with a message
-
-SYSTEMTIME Now()
-{
-    const QDateTime now = QDateTime::currentDateTime();
-    const auto number = [](int value) { return static_cast<std::uint16_t>(value); };
-    SYSTEMTIME time{};
-    time.wYear = number(now.date().year());
-    time.wMonth = number(now.date().month());
-    time.wDayOfWeek = number(now.date().dayOfWeek() % 7);
-    time.wDay = number(now.date().day());
-    time.wHour = number(now.time().hour());
-    time.wMinute = number(now.time().minute());
-    time.wSecond = number(now.time().second());
-    time.wMilliseconds = number(now.time().msec());
-    return time;
-}
-
-// A message holds so much; a longer text becomes several.
-template <typename Take>
-void Split(LogType type, const QString& text, Take take)
-{
-    const std::wstring whole = text.toStdWString();
-    std::size_t from = 0;
-    do {
-        SKvAppLogMsgData message{};
-        message.type = static_cast<std::int32_t>(type);
-        message.time = Now();
-        const std::size_t length = std::min(whole.size() - from, std::size(message.text) - 1);
-        whole.copy(message.text, length, from);
-        from += length;
-        take(message);
-    } while (from < whole.size());
-}
+std::atomic<QtMessageHandler> g_terminal = nullptr; ///< what the toolkit itself does with a message
 
 } // namespace
 
@@ -233,22 +198,25 @@ void LogPanel::ShowCounts()
 
 void LogPanel::Add(LogType type, const QString& text)
 {
-    Split(type, text, [this](const SKvAppLogMsgData& message) { m_list->AddAppLogMsg(message); });
+    m_list->AddAppLogText(static_cast<int>(type), 0, text.toStdWString());
     if (!m_counts.isActive())
         m_counts.start();
 }
 
 void LogPanel::HearToolkit(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    if (g_terminal != nullptr)
-        g_terminal(type, context, text);
-    const LogType kind = type == QtCriticalMsg || type == QtFatalMsg ? LogType::Error : LogType::Warning;
-    if (type == QtDebugMsg || type == QtInfoMsg)
+    // A warning that comes of passing one on would wait for itself.
+    thread_local bool isPassing = false;
+    if (const QtMessageHandler terminal = g_terminal)
+        terminal(type, context, text);
+    if (isPassing || type == QtDebugMsg || type == QtInfoMsg)
         return;
+    const QScopedValueRollback passing(isPassing, true);
+    const LogType kind = type == QtCriticalMsg || type == QtFatalMsg ? LogType::Error : LogType::Warning;
     const std::lock_guard lock(g_mutex);
     if (g_panel == nullptr)
         return;
-    Split(kind, text, [](const SKvAppLogMsgData& message) { g_panel->m_list->PostAppLogMsg(message); });
+    g_panel->m_list->PostAppLogText(static_cast<int>(kind), 0, text.toStdWString());
     QMetaObject::invokeMethod(g_panel, &LogPanel::ShowCounts, Qt::QueuedConnection);
 }
 
