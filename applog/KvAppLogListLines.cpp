@@ -184,6 +184,14 @@ void CKvAppLogListCtrl::Impl::Clear()
     LinesChanged();
 }
 
+int CKvAppLogListCtrl::ClearLog()
+{
+    const Impl::Operation operation(*m_impl);
+    m_impl->Clear();
+    AddTimeSeparateLine(GetLocalTime());
+    return 1;
+}
+
 void CKvAppLogListCtrl::Impl::LinesChanged()
 {
     isCounted = false;

@@ -206,11 +206,7 @@ void CKvAppLogListCtrl::Impl::AskAndClear()
     const QPointer<CKvAppLogListCtrl> self(&list);
     if (KvMessageBox(&list, kv::LoadText(kTextClear), MB_YESNOCANCEL | MB_ICONQUESTION) != IDYES || !self)
         return;
-    {
-        const Operation operation(*this);
-        Clear();
-        list.AddTimeSeparateLine(GetLocalTime());
-    }
+    list.ClearLog();
     KvNotifyHeader record{&list, list.GetDlgCtrlID(), kKvAppLogCleared};
     KvSendMessage(list.parentWidget(), WM_NOTIFY, list.GetDlgCtrlID(), reinterpret_cast<LPARAM>(&record));
     if (self)

@@ -77,6 +77,9 @@ public:
     /// added. Leaves the selection. @return 1.
     int AddTimeSeparateLine(const SYSTEMTIME& time);
 
+    /// Removes all lines and adds a date line of today, as the menu does; the next message begins a new day.
+    /// Asks nothing and tells nobody. @return 1.
+    int ClearLog();
     /// Sets how many lines are kept, 500 at first. @param apply non-zero trims at once; when lines go, the
     /// last line is selected and shown. @return the maximum before.
     unsigned short SetMaxLogLineCounts(unsigned short count, int apply);

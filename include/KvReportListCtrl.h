@@ -86,6 +86,10 @@ private:
 /// A cell that loses the focus is committed, from the event loop; where its text is refused it stays open
 /// and takes the focus back.
 ///
+/// An open cell is cancelled when the list is disabled.
+///
+/// A column is 20 to 32,767 wide, a line 1 to 32,767 high; what is given beyond that comes down to it.
+///
 /// The edge between two columns follows the pointer. Where the auto-sized column stands left of both, the
 /// right one of the two gives way; else the left one alone changes its width. The edge behind the last
 /// column can not be taken while an auto-sized column before it fills the width.

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+class QMenu;
 class QUndoStack;
 
 /// Options of `CKvTextListBase::SetFindOptions`, to be joined by |.
@@ -107,6 +108,10 @@ Q_SIGNALS:
     void TextEdited(int row);
     /// The user inserted, removed or moved rows, or changed several at once by undo. After the change, once.
     void RowsEdited();
+    /// The context menu is about to open, with the list's own entries. A handler may add entries, which run
+    /// themselves (`QAction::triggered`) once the menu is closed; those that are the menu's children go with
+    /// it.
+    void ContextMenuOpening(QMenu* menu);
 
 protected:
     CKvTextListBase();

@@ -30,6 +30,7 @@ public:
     virtual std::optional<Cell> FindCell(Key key) const = 0;
     virtual bool IsSelected(int row) const = 0;
     virtual std::vector<int> SelectedRows() const = 0;
+    virtual int SelectedCount() const = 0;
     virtual std::vector<int> RowsInView() const = 0;
     virtual void SelectRow(int row, bool select) = 0;
 };
@@ -51,7 +52,7 @@ public:
     QString columnDescription(int column) const override;
     QString rowDescription(int) const override { return {}; }
     int selectedColumnCount() const override { return 0; }
-    int selectedRowCount() const override { return static_cast<int>(m_table.SelectedRows().size()); }
+    int selectedRowCount() const override { return m_table.SelectedCount(); }
     int columnCount() const override { return m_table.ColumnCount(); }
     int rowCount() const override { return m_table.RowCount(); }
     QList<int> selectedColumns() const override { return {}; }

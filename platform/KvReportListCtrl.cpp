@@ -7,6 +7,15 @@
 #include <span>
 #include <utility>
 
+namespace {
+
+int ColumnWidth(int width)
+{
+    return std::clamp(width, kv::kReportMinColumn, kv::kReportMost);
+}
+
+} // namespace
+
 std::wstring_view KvReportRow::Text(int column) const
 {
     return static_cast<const kv::ReportRow*>(m_row)->Text(column);
@@ -87,7 +96,7 @@ int CKvReportListCtrl::SetColumnWidth(int column, int width)
         return 0;
     if (m_impl->columns.autoColumn == column)
         m_impl->columns.autoColumn = -1;
-    m_impl->columns.columns[static_cast<std::size_t>(column)].width = std::max(width, kv::kReportMinColumn);
+    m_impl->columns.columns[static_cast<std::size_t>(column)].width = ColumnWidth(width);
     m_impl->LayOut();
     return 1;
 }
@@ -212,7 +221,7 @@ QSize CKvReportListCtrl::minimumSizeHint() const
 
 int CKvReportListCtrl::InsertColumn(const wchar_t* header, int width)
 {
-    m_impl->columns.columns.push_back({header ? header : L"", std::max(width, kv::kReportMinColumn)});
+    m_impl->columns.columns.push_back({header ? header : L"", ColumnWidth(width)});
     m_impl->LayOut();
     return GetColumnCount() - 1;
 }
@@ -233,7 +242,7 @@ void CKvReportListCtrl::SetAutoSizeColumn(int column, int minimum)
     if (before >= 0) // goes on with the width that it has
         m_impl->columns.columns[static_cast<std::size_t>(before)].width = GetColumnWidth(before);
     m_impl->columns.autoColumn = column;
-    m_impl->columns.autoMinimum = std::max(minimum, kv::kReportMinColumn);
+    m_impl->columns.autoMinimum = ColumnWidth(minimum);
     m_impl->LayOut();
 }
 
@@ -245,13 +254,13 @@ void CKvReportListCtrl::ShowHeader(BOOL show)
 
 void CKvReportListCtrl::SetFooterHeight(int height)
 {
-    m_impl->footer = std::max(0, height);
+    m_impl->footer = std::clamp(height, 0, kv::kReportMost);
     m_impl->LayOut();
 }
 
 void CKvReportListCtrl::SetDefaultItemHeight(int height)
 {
-    m_impl->defaultHeight = std::max(1, height);
+    m_impl->defaultHeight = std::clamp(height, 1, kv::kReportMost);
 }
 
 int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height)
@@ -260,8 +269,7 @@ int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_vi
     if (line < -1 || line > count)
         return -1;
     const int at = line == -1 ? count : line;
-    m_impl->InsertRow(at, kv::ReportRow(std::span(texts.begin(), texts.size()),
-                                        height > 0 ? height : m_impl->defaultHeight));
+    m_impl->InsertRow(at, kv::ReportRow(std::span(texts.begin(), texts.size()), m_impl->NewHeight(height)));
     m_impl->Inserted(at, 1);
     return at;
 }
@@ -355,7 +363,7 @@ int CKvReportListCtrl::SetItemHeight(int line, int height)
 {
     if (!m_impl->IsLine(line) || height <= 0)
         return 0;
-    m_impl->SetHeight(line, height);
+    m_impl->SetHeight(line, std::min(height, kv::kReportMost));
     m_impl->RowsResized();
     return 1;
 }

@@ -2,6 +2,7 @@
 #include "platform/KvReportListImpl.h"
 #include "platform/SkinColours.h"
 
+#include <QSignalBlocker>
 #include <QToolTip>
 
 #include <algorithm>
@@ -13,7 +14,8 @@ QRect CKvReportListCtrl::Impl::EditorRect() const
     return {CellRect(editLine, editColumn).topLeft(), editor->size()};
 }
 
-void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
+// @param text what it begins with.
+void CKvReportListCtrl::Impl::OpenEditor(int line, int column, bool isMultiLine, const CString& text)
 {
     editLine = line;
     editColumn = column;
@@ -25,10 +27,10 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
     };
     hooks.ended = [this](int key, bool shift) { EditorEnded(key, shift); };
     hooks.left = [this] { EditorLeft(); };
-    hooks.replaces = [this](const QString& text) {
-        return list._PasteReplacesCell(editLine, editColumn, KvFromQString(text)) != 0;
+    hooks.replaces = [this](const QString& pasted) {
+        return list._PasteReplacesCell(editLine, editColumn, KvFromQString(pasted)) != 0;
     };
-    editor = new kv::ReportEditor(port, list._IsMultiLineCell(line, column) != 0, std::move(hooks));
+    editor = new kv::ReportEditor(port, isMultiLine, std::move(hooks));
     editor->setFont(list.font());
     QPalette palette = editor->palette();
     palette.setColor(QPalette::Base, theme.back);
@@ -38,10 +40,17 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
     palette.setColor(QPalette::HighlightedText, theme.selectedText);
     editor->setPalette(palette);
     editor->setAccessibleName(KvToQString(columns.columns[static_cast<std::size_t>(column)].header));
-    editor->setPlainText(KvToQString(list._GetEditText(line, column)));
+    {
+        const QSignalBlocker quiet(editor); // nobody has typed
+        editor->setPlainText(KvToQString(text));
+        editor->selectAll();
+    }
     editBegin = list.GetOpenText(); // some characters do not come back as they went in
-    editor->selectAll();
+    const QPointer<CKvReportListCtrl> self(&list);
+    const QPointer<QWidget> opened(port);
     list._UpdateTextWidth();
+    if (!self || !opened || port != opened)
+        return;
     port->show();
     editor->setFocus();
 }
@@ -49,8 +58,9 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column)
 // To its text, and to its cell at least. @return whether its size changed.
 bool CKvReportListCtrl::Impl::FitEditor()
 {
-    if (!editor || !IsLine(editLine))
+    if (!IsEditorInLine())
         return false;
+    editHeight = ShownHeight(editLine);
     const QSize size = editor->NaturalSize().expandedTo(CellRect(editLine, editColumn).size());
     const bool isChanged = size != editor->size();
     editor->resize(size);
@@ -59,7 +69,7 @@ bool CKvReportListCtrl::Impl::FitEditor()
 
 void CKvReportListCtrl::Impl::PlaceEditor()
 {
-    if (!editor || !IsLine(editLine))
+    if (!IsEditorInLine())
         return;
     const QRect place = EditorRect();
     const QRect inView = place & QRect(layout.cells);
@@ -101,24 +111,29 @@ void CKvReportListCtrl::Impl::CloseEditor()
     editor = nullptr;
     old->hide();
     old->deleteLater(); // it may be what called
+    LayOut();
     if (hadFocus)
         list.setFocus();
-    LayOut();
 }
 
-// After the editor of that cell ended: the next cell that can be edited, in this line or the one after.
+// After the editor of that cell ended: the next cell that can be edited, in this line or the one after. A
+// host that is asked or told may move the line.
 void CKvReportListCtrl::Impl::EditNext(int line, int column, int step)
 {
+    const QPointer<CKvReportListCtrl> self(&list);
     const int count = layout.ColumnCount();
     int cell = column + step;
     for (int lines = 0; lines < 2 && IsLine(line); ++lines) {
+        const std::uint64_t id = rows.Row(line).id;
         for (; cell >= 0 && cell < count; cell += step) {
-            if (!list._CanEditCell(line, cell))
+            const bool canEdit = list._CanEditCell(line, cell) != 0;
+            if (!self || (line = rows.Find(id)) < 0)
+                return;
+            if (!canEdit)
                 continue;
-            const QPointer<CKvReportListCtrl> self(&list);
             ClickLine(line, Qt::NoModifier);
             if (self)
-                list.EditCell(line, cell);
+                list.EditCell(rows.Find(id), cell);
             return;
         }
         line = list.NextShownRow(line, step);
@@ -190,7 +205,7 @@ void CKvReportListCtrl::_CancelEdit(int, int) {}
 void CKvReportListCtrl::_UpdateTextWidth()
 {
     Impl& impl = *m_impl;
-    if (!impl.editor || !impl.IsLine(impl.editLine))
+    if (!impl.IsEditorInLine())
         return;
     impl.LayOut();
     impl.ShowCaret();
@@ -203,12 +218,15 @@ int CKvReportListCtrl::EditCell(int line, int column)
     if (!m_impl->IsCell(line, column) || !IsRowShown(line) || !isEnabled())
         return 0;
     const std::uint64_t id = GetRowId(line);
-    if (!_CanEditCell(line, column) || !self)
+    // Whoever is asked or told may move the line, or delete the list.
+    const auto isThere = [&] { return self && (line = FindRow(id)) >= 0; };
+    if (!_CanEditCell(line, column) || !self || (IsEditing() && !EndEdit(1)) || !isThere())
         return 0;
-    if (IsEditing() && (!EndEdit(1) || !self))
+    const bool isMultiLine = _IsMultiLineCell(line, column) != 0;
+    if (!isThere())
         return 0;
-    line = FindRow(id);
-    if (line < 0)
+    const CString text = _GetEditText(line, column);
+    if (!isThere() || IsEditing() || !m_impl->IsCell(line, column))
         return 0;
     Impl& impl = *m_impl;
     impl.current = line;
@@ -217,8 +235,8 @@ int CKvReportListCtrl::EditCell(int line, int column)
     impl.ScrollTo(static_cast<int>(kv::OffsetToShow(impl.scrollX, impl.layout.cells.Width(),
                                                     impl.layout.Left(column), impl.layout.Right(column))),
                   impl.scrollY);
-    impl.OpenEditor(line, column);
-    return 1;
+    impl.OpenEditor(line, column, isMultiLine, text);
+    return self && IsEditing() ? 1 : 0;
 }
 
 int CKvReportListCtrl::EndEdit(BOOL commit)
@@ -226,25 +244,29 @@ int CKvReportListCtrl::EndEdit(BOOL commit)
     Impl& impl = *m_impl;
     if (!impl.editor)
         return 1;
-    const int line = impl.editLine;
+    const QPointer<kv::ReportEditor> open = impl.editor;
     const int column = impl.editColumn;
     const CString text = GetOpenText();
     CString why;
     const bool isChanged = text != impl.editBegin;
     const QPointer<CKvReportListCtrl> self(this);
-    const bool isRefused = commit && isChanged && !_ValidateEdit(line, column, text, why);
+    const bool isRefused = commit && isChanged && !_ValidateEdit(impl.editLine, column, text, why);
     if (!self)
         return 0;
-    if (!impl.editor)
-        return 1; // the check itself has ended it
+    if (!open || impl.editor != open)
+        return IsEditing() ? 0 : 1; // the check itself has ended it
     if (isRefused) {
         impl.editor->setAccessibleDescription(KvToQString(why));
         QToolTip::showText(mapToGlobal(impl.EditorRect().bottomLeft()), KvToQString(why), this);
         impl.editor->setFocus(); // keys in the list would go to what is behind the open cell
         return 0;
     }
+    const std::uint64_t id = GetRowId(impl.editLine); // which follows its row
     impl.CloseEditor();
-    if (!commit)
+    if (!self)
+        return 0;
+    const int line = FindRow(id);
+    if (!commit || line < 0)
         _CancelEdit(line, column);
     else if (isChanged)
         _CommitEdit(line, column, text);

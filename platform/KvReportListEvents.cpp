@@ -44,9 +44,12 @@ void CKvReportListCtrl::Impl::MoveCurrent(int line, Qt::KeyboardModifiers modifi
 {
     if (!IsLine(line) || !rows.Row(line).shown)
         return;
+    current = line;
     ScrollByUser(scrollX, OffsetOf(line));
+    line = current; // who hears of the scrolling may move it
+    if (line < 0)
+        return;
     if (modifiers.testFlag(Qt::ControlModifier) && !modifiers.testFlag(Qt::ShiftModifier)) {
-        current = line;
         RequestFrame();
         return;
     }
@@ -137,8 +140,9 @@ void CKvReportListCtrl::OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint 
     int column = -1;
     if ((impl.editor && !EndEdit(1)) || !self || !HitTest(point, line, column))
         return;
+    const std::uint64_t id = GetRowId(line);
     if (!_OnActivate(line, column) && self && column >= 0)
-        EditCell(line, column);
+        EditCell(FindRow(id), column);
 }
 
 void CKvReportListCtrl::OnMouseMove(Qt::KeyboardModifiers, CPoint point)
@@ -166,11 +170,12 @@ void CKvReportListCtrl::OnMouseMove(Qt::KeyboardModifiers, CPoint point)
         const QPoint way = QPoint(point) - QPoint(impl.dragStart);
         if (way.manhattanLength() < QApplication::startDragDistance())
             break;
-        const int line = impl.dragLine;
+        int line = impl.dragLine;
         impl.drag = Impl::Drag::kNone;
         ReleaseCapture();
+        const std::uint64_t id = GetRowId(line);
         const QPointer<CKvReportListCtrl> self(this);
-        if (line < 0 || _BeginRowDrag(line) || !self || !m_impl->IsLine(line))
+        if (line < 0 || _BeginRowDrag(line) || !self || (line = FindRow(id)) < 0)
             break;
         impl.drag = Impl::Drag::kSelect;
         SetCapture();
@@ -367,9 +372,11 @@ void CKvReportListCtrl::OnKillFocus()
 
 void CKvReportListCtrl::OnEnable(BOOL enabled)
 {
+    const QPointer<CKvReportListCtrl> self(this);
     if (!enabled)
         EndEdit(0);
-    m_impl->RequestWholeFrame();
+    if (self)
+        m_impl->RequestWholeFrame();
 }
 
 void CKvReportListCtrl::OnSize(int, int)

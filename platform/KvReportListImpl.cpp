@@ -55,11 +55,10 @@ CKvReportListCtrl::Impl::Impl(CKvReportListCtrl& control)
 
 QRect CKvReportListCtrl::Impl::RowRect(int line) const
 {
-    const kv::ReportRow& row = rows.Row(line);
     const std::int64_t y = layout.cells.top + rows.TopOf(line) - scrollY;
     // Far outside of the view the exact place does not count, but must not wrap around.
     const auto top = static_cast<int>(std::clamp<std::int64_t>(y, -100'000'000, 100'000'000));
-    return {layout.cells.left, top, layout.cells.Width(), row.shown ? row.height : 0};
+    return {layout.cells.left, top, layout.cells.Width(), ShownHeight(line)};
 }
 
 QRect CKvReportListCtrl::Impl::CellRect(int line, int column) const
@@ -80,11 +79,15 @@ kv::ReportLayout CKvReportListCtrl::Impl::LaidOut() const
     extent.header = hasHeader;
     extent.bar = barExtent;
     extent.rowsHeight = rows.Height();
-    if (editor && IsLine(editLine)) {
+    if (IsEditorInLine())
         extent.editorRight = layout.Left(editColumn) + editor->NaturalSize().width() + kReportCaretMargin;
-        extent.editorBottom = rows.TopOf(editLine) + editor->height();
-    }
+    extent.editorBottom = EditorBottom();
     return kv::LayOutReport(extent, columns);
+}
+
+std::int64_t CKvReportListCtrl::Impl::EditorBottom() const
+{
+    return IsEditorInLine() ? rows.TopOf(editLine) + editor->height() : 0;
 }
 
 void CKvReportListCtrl::Impl::LayOut()
@@ -100,19 +103,24 @@ void CKvReportListCtrl::Impl::LayOut()
         RequestWholeFrame();
 }
 
+// Often once a row of very many: lays out anew only where more than the height of the whole has changed.
 void CKvReportListCtrl::Impl::RowsResized()
 {
+    const std::int64_t height = std::max(rows.Height(), EditorBottom());
+    const bool isEditorAsItWas = !editor || (IsLine(editLine) && ShownHeight(editLine) == editHeight);
     // Whether a bar is needed depends on the height only through these comparisons.
-    const auto needs = [this](std::int64_t height) {
+    const auto needs = [this](std::int64_t content) {
         const int room = list.height() - footer - layout.cells.top;
-        return (height > room ? 1 : 0) + (height > room - barExtent ? 1 : 0);
+        return (content > room ? 1 : 0) + (content > room - barExtent ? 1 : 0);
     };
-    if (editor || layout.contentHeight == 0 || layout.verticalBar.IsRectEmpty() ||
-        needs(rows.Height()) != needs(layout.contentHeight)) {
+    const bool hasSameBars =
+        height == layout.contentHeight || (layout.contentHeight > 0 && !layout.verticalBar.IsRectEmpty() &&
+                                           needs(height) == needs(layout.contentHeight));
+    if (!isEditorAsItWas || !hasSameBars) {
         LayOut();
         return;
     }
-    layout.contentHeight = rows.Height();
+    layout.contentHeight = height;
     ScrollTo(scrollX, scrollY);
     RequestFrame();
 }
@@ -230,7 +238,6 @@ void CKvReportListCtrl::Impl::Notify(int kind, CArray<int, int> lines, int colum
     list._OnNotifyItemModify(kind, lines, column);
 }
 
-// @param height 0 takes the default.
 std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CStringArray>& texts,
                                                             int height) const
 {
@@ -239,7 +246,7 @@ std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CS
     std::vector<std::wstring_view> views;
     for (const CStringArray& row : texts) {
         views.assign(row.begin(), row.end());
-        added.emplace_back(views, height > 0 ? height : defaultHeight);
+        added.emplace_back(views, NewHeight(height));
     }
     return added;
 }

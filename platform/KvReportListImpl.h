@@ -48,6 +48,10 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     /// After a change of columns, size or the editor.
     void LayOut();
     kv::ReportLayout LaidOut() const;
+    int ShownHeight(int line) const { return rows.Row(line).shown ? rows.Row(line).height : 0; }
+    bool IsEditorInLine() const { return editor && IsLine(editLine); }
+    /// Where the open editor ends, content y; 0 without one.
+    std::int64_t EditorBottom() const;
     /// After a change of the rows' heights or number: keeps scroll limits and bars up to date.
     void RowsResized();
     void ScrollTo(int x, std::int64_t y);
@@ -70,6 +74,8 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     void RepaintRow(int line);
 
     // Rows.
+    /// @param height 0 takes the default.
+    int NewHeight(int height) const { return height > 0 ? std::min(height, kv::kReportMost) : defaultHeight; }
     std::vector<kv::ReportRow> NewRows(const std::vector<CStringArray>& texts, int height) const;
     void Inserted(int line, int count);
     void Removed(CArray<int, int> lines, int kind);
@@ -84,7 +90,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     int PageFrom(int line, int direction) const;
 
     // Editing.
-    void OpenEditor(int line, int column);
+    void OpenEditor(int line, int column, bool isMultiLine, const CString& text);
     QRect EditorRect() const;
     bool FitEditor();
     void PlaceEditor();
@@ -114,6 +120,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     std::optional<Cell> FindCell(Key key) const override;
     bool IsSelected(int row) const override { return rows.Row(rows.ShownLine(row)).selected; }
     std::vector<int> SelectedRows() const override;
+    int SelectedCount() const override { return rows.SelectedShownCount(); }
     std::vector<int> RowsInView() const override;
     void SelectRow(int row, bool select) override;
     QString RestOfLine(int line, int column) const;
@@ -144,6 +151,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     QPointer<QWidget> port; ///< shows the part of the editor that is in view
     QPointer<kv::ReportEditor> editor;
     int editColumn = -1;
+    int editHeight = 0; ///< of its line, when the editor was fitted to it
     CString editBegin;
 
     int suspended = 0;

@@ -13,15 +13,16 @@ constexpr std::int64_t kLongestBar = 1 << 30; // room for a page behind the end
 // Where the columns end when the cells have that width.
 std::vector<int> Edges(const ReportColumns& columns, int width)
 {
-    int others = 0;
+    std::int64_t others = 0;
     const int count = static_cast<int>(columns.columns.size());
     for (int i = 0; i < count; ++i)
         others += i == columns.autoColumn ? 0 : columns.columns[static_cast<std::size_t>(i)].width;
     std::vector<int> edges{0};
     for (int i = 0; i < count; ++i) {
-        const int own = i == columns.autoColumn ? std::max(columns.autoMinimum, width - others)
-                                                : columns.columns[static_cast<std::size_t>(i)].width;
-        edges.push_back(edges.back() + own);
+        const std::int64_t own = i == columns.autoColumn
+                                     ? std::max<std::int64_t>(columns.autoMinimum, width - others)
+                                     : columns.columns[static_cast<std::size_t>(i)].width;
+        edges.push_back(static_cast<int>(std::min<std::int64_t>(edges.back() + own, kReportMostWide)));
     }
     return edges;
 }
@@ -74,7 +75,7 @@ ReportColumns WithEdgeMoved(ReportColumns columns, const ReportLayout& layout, i
         pixels = std::max(pixels, kReportMinColumn - width);
         right.width -= pixels;
     }
-    left.width = std::max(width + pixels, kReportMinColumn);
+    left.width = std::clamp(width + pixels, kReportMinColumn, kReportMost);
     return columns;
 }
 

@@ -13,6 +13,8 @@ namespace kv {
 
 inline constexpr int kReportHeaderHeight = 24;
 inline constexpr int kReportMinColumn = 20;
+inline constexpr int kReportMost = 32767;       ///< of a column's width, a line's height and the footer's
+inline constexpr int kReportMostWide = 1 << 30; ///< of all columns together
 
 struct ReportColumn
 {

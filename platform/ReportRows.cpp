@@ -53,14 +53,17 @@ void ReportRows::SumUpTo(std::size_t chunk) const
 {
     while (m_before.size() <= chunk) {
         const std::size_t next = m_before.size();
-        Sums sums;
+        Extent before;
         if (next > 0) {
-            sums = m_before[next - 1];
-            sums.Add(m_chunks[next - 1]->sums, 1);
+            before = m_before[next - 1];
+            const Sums& last = m_chunks[next - 1]->sums;
+            before.count += last.count;
+            before.shown += last.shown;
+            before.height += last.height;
         }
         if (next < m_chunks.size())
             m_chunks[next]->place = next;
-        m_before.push_back(sums);
+        m_before.push_back(before);
     }
 }
 
@@ -80,7 +83,7 @@ ReportRows::Place ReportRows::PlaceOf(int line) const
     }
     SumUpTo(m_chunks.size() - 1);
     const auto next = std::upper_bound(m_before.begin(), m_before.end(), line,
-                                       [](int value, const Sums& sums) { return value < sums.count; });
+                                       [](int value, const Extent& before) { return value < before.count; });
     const auto chunk = static_cast<std::size_t>(next - m_before.begin()) - 1;
     m_lastChunk = chunk;
     return {chunk, ToSize(line - m_before[chunk].count)};
@@ -151,6 +154,10 @@ void ReportRows::Split(int line)
 
 void ReportRows::Insert(int line, std::vector<ReportRow> rows)
 {
+    if (rows.size() == 1) {
+        Insert(line, std::move(rows.front()));
+        return;
+    }
     // The rows behind the place step aside as whole chunks and come back when the new ones are in.
     std::vector<std::unique_ptr<Chunk>> behind;
     if (line < Count()) {
@@ -165,8 +172,10 @@ void ReportRows::Insert(int line, std::vector<ReportRow> rows)
         row.id = ++m_lastId;
         Append(std::move(row));
     }
+    const std::size_t seam = m_chunks.size();
     m_chunks.insert(m_chunks.end(), std::make_move_iterator(behind.begin()),
                     std::make_move_iterator(behind.end()));
+    MergeAround(seam);
 }
 
 void ReportRows::Insert(std::span<const int> lines, std::vector<ReportRow> rows)
@@ -255,7 +264,7 @@ void ReportRows::Merge(Chunk& left, Chunk& right)
         Take(left, std::move(row), left.rows.size());
 }
 
-// Small neighbours become one, so that removals leave no crowd of tiny chunks.
+// Small neighbours become one, so that neither removals nor insertions leave a crowd of tiny chunks.
 void ReportRows::MergeAround(std::size_t chunk)
 {
     for (std::size_t right : {chunk + 1, chunk}) {
@@ -319,12 +328,12 @@ void ReportRows::ChangeRow(Chunk& chunk, ReportRow& row, Change change)
     m_total.Add(row, 1);
 }
 
-// @param last included.
+// @param last included. @return the first chunk that holds one of them.
 template <typename Change>
-void ReportRows::ChangeRows(int first, int last, Change change)
+std::size_t ReportRows::ChangeRows(int first, int last, Change change)
 {
     if (first > last)
-        return;
+        return m_chunks.size();
     Place place = PlaceOf(first);
     const std::size_t firstChunk = place.chunk;
     for (int left = last - first + 1; left > 0; place = {place.chunk + 1, 0}) {
@@ -332,17 +341,17 @@ void ReportRows::ChangeRows(int first, int last, Change change)
         for (; place.row < chunk.rows.size() && left > 0; ++place.row, --left)
             ChangeRow(chunk, chunk.rows[place.row], change);
     }
-    ForgetSumsAfter(firstChunk);
+    return firstChunk;
 }
 
 void ReportRows::SetHeight(int line, int height)
 {
-    ChangeRows(line, line, [&](ReportRow& row) { row.height = height; });
+    ForgetSumsAfter(ChangeRows(line, line, [&](ReportRow& row) { row.height = height; }));
 }
 
 void ReportRows::SetShown(int line, bool shown)
 {
-    ChangeRows(line, line, [&](ReportRow& row) { row.shown = shown; });
+    ForgetSumsAfter(ChangeRows(line, line, [&](ReportRow& row) { row.shown = shown; }));
 }
 
 void ReportRows::ShowWhere(const std::function<bool(const ReportRow& row)>& accepts)
@@ -363,6 +372,8 @@ void ReportRows::ShowWhere(const std::function<bool(const ReportRow& row)>& acce
     m_before.clear();
 }
 
+// What is selected moves no row: the sums before the chunks stay.
+
 void ReportRows::Select(int first, int last, bool select)
 {
     ChangeRows(first, last, [&](ReportRow& row) { row.selected = select; });
@@ -378,7 +389,6 @@ void ReportRows::ClearSelection()
         for (ReportRow& row : chunk.rows)
             row.selected = false;
         m_total.selected -= std::exchange(chunk.sums.selected, 0);
-        ForgetSumsAfter(i);
     }
 }
 
@@ -399,6 +409,19 @@ void ReportRows::SelectedLines(std::vector<int>& lines) const
         }
         first += chunk->sums.count;
     }
+}
+
+int ReportRows::SelectedShownCount() const
+{
+    int selected = m_total.selected;
+    for (const auto& chunk : m_chunks) {
+        if (chunk->sums.selected == 0 || chunk->sums.shown == chunk->sums.count)
+            continue;
+        selected -=
+            static_cast<int>(std::count_if(chunk->rows.begin(), chunk->rows.end(),
+                                           [](const ReportRow& row) { return row.selected && !row.shown; }));
+    }
+    return selected;
 }
 
 int ReportRows::LastSelected() const

@@ -76,6 +76,8 @@ public:
     int Count() const { return m_total.count; }
     int ShownCount() const { return m_total.shown; }
     int SelectedCount() const { return m_total.selected; }
+    /// How many of the rows shown are selected.
+    int SelectedShownCount() const;
     /// The height of all rows shown.
     std::int64_t Height() const { return m_total.height; }
 
@@ -136,12 +138,16 @@ public:
     int ShownLine(int index) const;
 
 private:
-    struct Sums
+    /// What says where rows are.
+    struct Extent
     {
         int count = 0;
         int shown = 0;
-        int selected = 0;
         std::int64_t height = 0;
+    };
+    struct Sums : Extent
+    {
+        int selected = 0;
 
         void Add(const ReportRow& row, int sign);
         void Add(const Sums& other, int sign);
@@ -165,7 +171,7 @@ private:
     template <typename Change>
     void ChangeRow(Chunk& chunk, ReportRow& row, Change change);
     template <typename Change>
-    void ChangeRows(int first, int last, Change change);
+    std::size_t ChangeRows(int first, int last, Change change);
     void Take(Chunk& chunk, ReportRow row, std::size_t at);
     void Lose(const ReportRow& row);
     void Append(ReportRow row);
@@ -179,7 +185,7 @@ private:
     std::vector<std::unique_ptr<Chunk>> m_chunks;
     Sums m_total;
     std::uint64_t m_lastId = 0;
-    mutable std::vector<Sums> m_before; ///< the sums of all chunks before a chunk, as far as known
+    mutable std::vector<Extent> m_before; ///< of all chunks before a chunk, as far as known
     mutable std::size_t m_lastChunk = 0;
 
     using Index = std::unordered_map<std::uint64_t, Chunk*>;

@@ -77,7 +77,7 @@ int ReportRows::LineAt(std::int64_t place) const
     SumUpTo(m_chunks.size() - 1);
     const auto next =
         std::upper_bound(m_before.begin(), m_before.end(), place,
-                         [](std::int64_t value, const Sums& sums) { return value < sums.height; });
+                         [](std::int64_t value, const Extent& before) { return value < before.height; });
     const auto chunk = static_cast<std::size_t>(next - m_before.begin()) - 1;
     std::int64_t bottom = m_before[chunk].height;
     int line = m_before[chunk].count;
@@ -119,7 +119,7 @@ int ReportRows::ShownLine(int index) const
         return -1;
     SumUpTo(m_chunks.size() - 1);
     const auto next = std::upper_bound(m_before.begin(), m_before.end(), index,
-                                       [](int value, const Sums& sums) { return value < sums.shown; });
+                                       [](int value, const Extent& before) { return value < before.shown; });
     const auto chunk = static_cast<std::size_t>(next - m_before.begin()) - 1;
     int line = m_before[chunk].count;
     int left = index - m_before[chunk].shown;

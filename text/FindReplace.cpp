@@ -66,10 +66,12 @@ public:
     {
     }
 
-    std::optional<TextSpan> Find(std::wstring_view text, std::size_t from) override
+    void Begin(std::wstring_view text) override { m_text = text; }
+
+    std::optional<TextSpan> Find(std::size_t from) override
     {
-        const std::size_t at = m_matchCase ? text.find(m_find, from) : FindFolded(text, from);
-        return at == text.npos ? std::nullopt : std::optional(TextSpan{at, m_find.size()});
+        const std::size_t at = m_matchCase ? m_text.find(m_find, from) : FindFolded(m_text, from);
+        return at == m_text.npos ? std::nullopt : std::optional(TextSpan{at, m_find.size()});
     }
 
 private:
@@ -97,6 +99,7 @@ private:
 
     std::wstring m_find;
     bool m_matchCase;
+    std::wstring_view m_text;
 };
 
 } // namespace
@@ -119,10 +122,19 @@ public:
     bool Backwards() const { return m_query.backwards; }
     bool TakesRow(int row) const { return !m_query.selectedOnly || m_texts.IsSelected(row); }
 
+    /// A row's text, which the matcher has then.
+    std::wstring_view Begin(int row) const
+    {
+        const std::wstring_view text = m_texts.Text(row);
+        m_matcher.Begin(text);
+        return text;
+    }
+
+    /// In the text that was begun.
     std::optional<TextSpan> FirstIn(std::wstring_view text, std::size_t from) const
     {
         while (from < text.size()) {
-            const std::optional<TextSpan> hit = m_matcher.Find(text, from);
+            const std::optional<TextSpan> hit = m_matcher.Find(from);
             // A matcher is the host's: what it says may lie anywhere.
             if (!hit || hit->start < from || hit->start >= text.size() ||
                 hit->length > text.size() - hit->start)
@@ -139,8 +151,8 @@ public:
     {
         if (!TakesRow(row))
             return std::nullopt;
-        const std::optional<TextSpan> hit = FirstIn(m_texts.Text(row), from);
-        return hit && hit->start < before ? std::optional(TextMatch{row, *hit}) : std::nullopt;
+        const std::optional<TextSpan> hit = FirstIn(Begin(row), from);
+        return hit && hit->start < before ? std::optional(TextMatch{row, *hit, from}) : std::nullopt;
     }
 
     /// The last match of a row that starts at or behind `from` and ends at or before `end`.
@@ -149,10 +161,12 @@ public:
         std::optional<TextMatch> last;
         if (!TakesRow(row))
             return last;
-        const std::wstring_view text = m_texts.Text(row);
-        for (auto hit = FirstIn(text, 0); hit && hit->End() <= end; hit = FirstIn(text, hit->End())) {
+        const std::wstring_view text = Begin(row);
+        std::size_t begin = 0;
+        for (auto hit = FirstIn(text, 0); hit && hit->End() <= end; hit = FirstIn(text, begin)) {
             if (hit->start >= from)
-                last = TextMatch{row, *hit};
+                last = TextMatch{row, *hit, begin};
+            begin = hit->End();
         }
         return last;
     }
@@ -179,18 +193,22 @@ public:
         return HasFailed() ? std::nullopt : match;
     }
 
+    /// Whether the query still matches there. It is what the matcher has found last then.
     bool IsValid(const TextMatch& match) const
     {
-        return match.row >= 0 && match.row < m_count && TakesRow(match.row) &&
-               FirstIn(m_texts.Text(match.row), match.span.start) == match.span && !HasFailed();
+        if (match.row < 0 || match.row >= m_count || !TakesRow(match.row))
+            return false;
+        const std::wstring_view text = Begin(match.row);
+        return (FirstIn(text, match.from) == match.span || FirstIn(text, match.span.start) == match.span) &&
+               !HasFailed();
     }
 
-    /// A row's text with that match replaced.
+    /// A row's text with that match, a valid one, replaced.
     /// @param length receives the replacement's length.
     std::wstring Replaced(const TextMatch& match, std::size_t& length) const
     {
         const std::wstring_view text = m_texts.Text(match.row);
-        const std::wstring replacement = m_matcher.Replacement(text, match.span, m_query.replace);
+        const std::wstring replacement = m_matcher.Replacement(m_query.replace);
         length = replacement.size();
         std::wstring out(text.substr(0, match.span.start));
         out += replacement;
@@ -198,9 +216,10 @@ public:
         return out;
     }
 
-    /// A text with all its matches replaced. @return their number.
-    int ReplaceAllIn(std::wstring_view text, std::wstring& out) const
+    /// A row's text with all its matches replaced. @return their number.
+    int ReplaceAllIn(int row, std::wstring& out) const
     {
+        const std::wstring_view text = Begin(row);
         int count = 0;
         std::size_t copied = 0;
         for (auto hit = FirstIn(text, 0); hit; hit = FirstIn(text, hit->End()), ++count) {
@@ -208,7 +227,7 @@ public:
                 out.reserve(text.size() + m_query.replace.size()); // mostly all that it takes
             out += text.substr(copied, hit->start - copied);
             if (m_query.matcher)
-                out += m_matcher.Replacement(text, *hit, m_query.replace);
+                out += m_matcher.Replacement(m_query.replace);
             else
                 out += m_query.replace;
             copied = hit->End();
@@ -288,7 +307,7 @@ FindResult FindReplace::RunReplaceAll(Search& search)
         if (!search.TakesRow(row))
             continue;
         std::wstring out;
-        if (const int count = search.ReplaceAllIn(m_texts.Text(row), out); count > 0) {
+        if (const int count = search.ReplaceAllIn(row, out); count > 0) {
             changes.emplace_back(row, std::move(out));
             replaced += count;
         }
@@ -309,7 +328,7 @@ int FindReplace::Count(const FindQuery& query)
     for (int row = 0; row < search.RowCount() && !query.find.empty() && !search.HasFailed(); ++row) {
         if (!search.TakesRow(row))
             continue;
-        const std::wstring_view text = m_texts.Text(row);
+        const std::wstring_view text = search.Begin(row);
         for (auto hit = search.FirstIn(text, 0); hit; hit = search.FirstIn(text, hit->End()))
             ++count;
     }

@@ -23,8 +23,13 @@ struct TextMatch
 {
     int row = 0;
     TextSpan span;
+    /// Where the search began that found it: a pattern may begin to match before what it gives as its match.
+    std::size_t from = 0;
 
-    friend bool operator==(const TextMatch&, const TextMatch&) = default;
+    friend bool operator==(const TextMatch& a, const TextMatch& b)
+    {
+        return a.row == b.row && a.span == b.span;
+    }
 };
 
 /// The list that is searched. Rows count from 0; the engine asks for rows in range only.
@@ -45,17 +50,14 @@ class ITextMatcher
 {
 public:
     virtual ~ITextMatcher() = default;
+    /// The text that is searched from now on: a row's. It is there until the next call.
+    virtual void Begin(std::wstring_view text) = 0;
     /// The first match that starts at or behind `from` (0 … size). What stands before `from` is its context.
     /// A match of no length is passed over.
-    virtual std::optional<TextSpan> Find(std::wstring_view text, std::size_t from) = 0;
-    /// What takes the place of a match that Find gave in that text.
+    virtual std::optional<TextSpan> Find(std::size_t from) = 0;
+    /// What takes the place of the match that Find gave last.
     /// @param replace the text to replace with, as the user typed it.
-    virtual std::wstring Replacement(std::wstring_view text, TextSpan match, std::wstring_view replace)
-    {
-        static_cast<void>(text);
-        static_cast<void>(match);
-        return std::wstring(replace);
-    }
+    virtual std::wstring Replacement(std::wstring_view replace) { return std::wstring(replace); }
     /// Whether the pattern is a bad or too costly one. The search then ends, and nothing counts as found.
     virtual bool HasFailed() { return false; }
 };

@@ -21,21 +21,30 @@ class RegexMatcher final : public ITextMatcher
 public:
     RegexMatcher(const std::wstring& pattern, bool matchCase);
 
-    std::optional<TextSpan> Find(std::wstring_view text, std::size_t from) override;
-    std::wstring Replacement(std::wstring_view text, TextSpan match, std::wstring_view replace) override;
+    void Begin(std::wstring_view text) override;
+    std::optional<TextSpan> Find(std::size_t from) override;
+    std::wstring Replacement(std::wstring_view replace) override;
     bool HasFailed() override { return !m_error.empty(); }
     /// Why nothing counts as found; empty while all is well.
     const std::wstring& Error() const { return m_error; }
 
 private:
-    QRegularExpressionMatch MatchAt(std::wstring_view text, std::size_t from);
-    /// Places in the toolkit's text, which has two units for a character beyond U+FFFF, and back.
-    qsizetype ToQt(std::size_t place) const;
-    std::size_t FromQt(qsizetype place) const;
+    /// The same place in both texts: the toolkit's has two units for a character beyond U+FFFF.
+    struct Place
+    {
+        std::size_t own = 0;
+        qsizetype copy = 0;
+    };
+    qsizetype ToCopy(std::size_t place);
+    std::size_t FromCopy(qsizetype place);
+    template <typename IsBefore>
+    Place GoTo(IsBefore isBefore);
 
     QRegularExpression m_regex;
-    std::wstring m_text; ///< the last one, and the toolkit's copy
-    QString m_copy;
+    std::wstring_view m_text;
+    QString m_copy;                  ///< the toolkit's, and well-formed
+    Place m_place;                   ///< the last one that was asked for: the next is near it
+    QRegularExpressionMatch m_match; ///< the last one
     std::wstring m_error;
     std::chrono::nanoseconds m_slow{0}; ///< what slow matches took
 };

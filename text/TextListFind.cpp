@@ -64,13 +64,13 @@ int CKvTextListBase::FindReplace(int startRow, int mode, const CString& find, co
     Impl::FindTexts texts(impl);
     kv::FindReplace engine(texts);
     if (const int row = FindRowKey(impl.matchKey); row >= 0) // the match has followed its row
-        engine.SetMatch(kv::TextMatch{row, impl.matchSpan});
+        engine.SetMatch(kv::TextMatch{row, impl.match.span, impl.match.from});
     const kv::FindResult result = engine.Run(startRow, static_cast<kv::FindMode>(mode), query);
     if (matcher)
         impl.findError = matcher->Error();
     const std::optional<kv::TextMatch> match = engine.Match();
     impl.matchKey = match ? GetRowKey(match->row) : 0;
-    impl.matchSpan = match ? match->span : kv::TextSpan();
+    impl.match = match.value_or(kv::TextMatch());
     const QPointer<CKvTextListBase> self(this);
     if (std::vector<Impl::RowText> changes = texts.TakeChanges(); !changes.empty())
         impl.Push(std::make_unique<Impl::ReplaceStep>(impl, std::move(changes)));

@@ -166,8 +166,8 @@ struct CKvTextListBase::Impl
 
     UINT findOptions = 0;
     CString findError;
-    Key matchKey = 0; ///< of the row where the current match stands; 0 for none
-    kv::TextSpan matchSpan;
+    Key matchKey = 0;    ///< of the row where the current match stands; 0 for none
+    kv::TextMatch match; ///< the current one; the row's index is another one by now
 
     int dropLine = -1; ///< before which the dragged rows would come; -1 for no drag
     int dropScroll = 0;

@@ -228,12 +228,15 @@ void CKvTextListBase::Impl::RunCommand(UINT command)
 
 void CKvTextListBase::OnContextMenu(CPoint point)
 {
+    const QPointer<CKvTextListBase> self(this);
     CKvMenu menu;
     if (IsEditing() || !menu.LoadMenu(kv::kListMenu))
         return;
     for (UINT command = kv::kListCut; command <= kv::kListInsertBelow; ++command)
         menu.EnableMenuItem(command, m_impl->IsCommandEnabled(command));
-    const QPointer<CKvTextListBase> self(this);
+    Q_EMIT ContextMenuOpening(menu.GetHandle());
+    if (!self)
+        return;
     const UINT command = menu.TrackPopupMenu(TPM_RIGHTBUTTON | TPM_RETURNCMD, mapToGlobal(point), this);
     if (self)
         m_impl->RunCommand(command);

@@ -39,6 +39,80 @@ TEST_F(ReportList, EnterCommitsTabGoesOnEscapeCancels)
     EXPECT_TRUE(list.modifies.empty()) << "an unchanged text changes nothing";
 }
 
+// Whoever is asked or told may insert lines above.
+TEST_F(ReportList, EditingGoesOnInItsLineWhereverThatIsMoved)
+{
+    Fill(4);
+    Click(1);
+    list.asked = [this] { list.Add(L"above", 0); };
+    const auto textAt = [this](int line) { return line < 0 ? L"" : list.GetItemText(line, 0); };
+    ASSERT_TRUE(list.EditCell(list.FindItem(L"row 1", 0), 0));
+    EXPECT_EQ(textAt(list.GetEditLine()), L"row 1");
+    QTest::keyClicks(Editor(), "typed");
+    QTest::keyClick(Editor(), Qt::Key_Tab);
+    EXPECT_EQ(list.FindItem(L"typed", 0) + 1, list.FindItem(L"row 2", 0)) << "the row that was open";
+    EXPECT_EQ(textAt(list.GetEditLine()), L"typed");
+    EXPECT_EQ(list.GetEditColumn(), 1);
+    list.EndEdit(0);
+    list.asked = nullptr;
+    list.SetScrollOffset({0, 0});
+    list.RemoveAllRows();
+    Fill(4);
+    list.asked = [this] { list.Add(L"above", 0); };
+    const QPoint row = QRect(list.GetCellRect(2, 0)).center();
+    QTest::mouseDClick(&list, Qt::LeftButton, {}, row);
+    EXPECT_EQ(textAt(list.GetEditLine()), L"row 2") << "double click";
+    list.EndEdit(0);
+    QTest::mouseRelease(&list, Qt::LeftButton);
+    list.asked = nullptr;
+    list.SetSelItem(list.FindItem(L"row 2", 0));
+    list.EnsureVisible(list.GetLastSelItem());
+    list.asked = [this] { list.Add(L"above", 0); };
+    const QPoint from = QRect(list.GetCellRect(list.GetLastSelItem(), 0)).center();
+    QTest::mousePress(&list, Qt::LeftButton, {}, from);
+    QTest::mouseMove(&list, from + QPoint(QApplication::startDragDistance() + 1, 0));
+    QTest::mouseRelease(&list, Qt::LeftButton, {}, from);
+    EXPECT_GE(list.dragged, 0);
+    ASSERT_EQ(Selected().size(), 1u);
+    EXPECT_EQ(textAt(Selected()[0]), L"row 2") << "a drag that is none";
+}
+
+TEST_F(ReportList, AnOpenCellIsCancelledWhenTheListIsDisabled)
+{
+    Fill(3);
+    for (QWidget* disabled : {static_cast<QWidget*>(&list), &parent}) {
+        list.EditCell(1, 0);
+        QTest::keyClicks(Editor(), "typed");
+        list.cancelled = -2;
+        disabled->setEnabled(false);
+        QApplication::sendPostedEvents();
+        EXPECT_FALSE(list.IsEditing());
+        EXPECT_EQ(list.cancelled, 1);
+        EXPECT_EQ(list.GetItemText(1, 0), L"row 1");
+        disabled->setEnabled(true);
+    }
+}
+
+// Rows that others change while a cell is open: bars and limits are those of a fresh layout.
+TEST_F(ReportList, AnOpenCellKeepsTheLayoutTrueWhileRowsChange)
+{
+    Fill(3);
+    list.EditCell(1, 0);
+    const auto barShows = [this] { return list.GetCellsRect().right < list.width(); };
+    for (int i = 0; i < 9; ++i)
+        list.Add(L"more", 0);
+    EXPECT_EQ(list.GetEditLine(), 10);
+    EXPECT_TRUE(barShows());
+    list.SetScrollOffset({0, 100'000});
+    EXPECT_EQ(list.GetScrollOffset().y, 12 * 24 - 120) << "all lines can be come to";
+    list.RemoveRows(0, 9);
+    EXPECT_FALSE(barShows());
+    EXPECT_EQ(list.GetScrollOffset().y, 0);
+    list.SetItemHeight(1, 100);
+    EXPECT_TRUE(barShows());
+    EXPECT_EQ(Editor()->height(), 100);
+}
+
 TEST_F(ReportList, OpenEditorFollowsItsLine)
 {
     Fill(3);

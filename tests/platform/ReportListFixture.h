@@ -57,16 +57,49 @@ public:
     int cancelled = -2;
     int scrolled = 0;
     std::function<void()> committed;
+    std::function<void()> asked; ///< by whatever asks about a cell or its text
+    int dragged = -1;
 
 protected:
     void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override
     {
         modifies.push_back({kind, rows, column});
     }
-    BOOL _CanEditCell(int, int) override { return 1; }
-    BOOL _IsMultiLineCell(int, int) override { return isMultiLine; }
+    void Ask() const
+    {
+        if (const auto tell = asked)
+            tell();
+    }
+    BOOL _CanEditCell(int, int) override
+    {
+        Ask();
+        return 1;
+    }
+    BOOL _IsMultiLineCell(int, int) override
+    {
+        Ask();
+        return isMultiLine;
+    }
+    CString _GetEditText(int line, int column) override
+    {
+        CString text = CKvReportListCtrl::_GetEditText(line, column);
+        Ask();
+        return text;
+    }
+    BOOL _OnActivate(int, int) override
+    {
+        Ask();
+        return 0;
+    }
+    BOOL _BeginRowDrag(int line) override
+    {
+        dragged = line;
+        Ask();
+        return 0;
+    }
     BOOL _ValidateEdit(int, int, const CString& text, CString& why) override
     {
+        Ask();
         why = L"no";
         return text != L"bad";
     }

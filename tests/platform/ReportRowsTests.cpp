@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
+#include <limits>
 #include <numeric>
 #include <random>
 
@@ -47,7 +48,7 @@ protected:
             added.push_back(MakeRow(naiveAdded.back().text, naiveAdded.back().height));
         }
         naive.insert(naive.begin() + at, naiveAdded.begin(), naiveAdded.end());
-        if (count == 1)
+        if (count == 1 && Random(2) == 0)
             rows.Insert(at, std::move(added.front()));
         else
             rows.Insert(at, std::move(added));
@@ -139,6 +140,7 @@ void Rows::Compare()
     std::int64_t top = 0;
     int shown = 0;
     std::vector<int> selected;
+    int selectedShown = 0;
     std::vector<int> shownLines;
     for (int line = 0; line < Count(); ++line) {
         const NaiveRow& expected = naive[static_cast<std::size_t>(line)];
@@ -155,6 +157,7 @@ void Rows::Compare()
             selected.push_back(line);
         if (!expected.shown)
             continue;
+        selectedShown += expected.selected ? 1 : 0;
         shownLines.push_back(line);
         within += top >= place && top + expected.height <= place + 500 ? 1 : 0;
         ASSERT_EQ(rows.ShownLine(shown), line);
@@ -174,6 +177,7 @@ void Rows::Compare()
     rows.SelectedLines(lines);
     ASSERT_EQ(lines, selected);
     ASSERT_EQ(rows.SelectedCount(), static_cast<int>(selected.size()));
+    ASSERT_EQ(rows.SelectedShownCount(), selectedShown);
     ASSERT_EQ(rows.LastSelected(), selected.empty() ? -1 : selected.back());
 }
 
@@ -245,6 +249,17 @@ TEST(ReportLayout, OneColumnTakesWhatTheOthersLeave)
         const kv::ReportLayout layout = kv::LayOutReport({{client, 100}, true, 10, bars}, columns);
         EXPECT_EQ(layout.Right(0), expected) << client << " " << bars;
     }
+}
+
+TEST(ReportLayout, ColumnsOfAnyWidthEndSomewhere)
+{
+    kv::ReportColumns columns;
+    columns.columns.assign(4, {L"wide", std::numeric_limits<int>::max()});
+    columns.autoColumn = 3;
+    const kv::ReportLayout layout = kv::LayOutReport({{100, 100}, true, 10, 0, 50}, columns);
+    EXPECT_EQ(layout.edges, (std::vector<int>{0, kv::kReportMostWide, kv::kReportMostWide,
+                                              kv::kReportMostWide, kv::kReportMostWide}));
+    EXPECT_EQ(layout.MaxScrollX(), kv::kReportMostWide - 100);
 }
 
 TEST(ReportLayout, EdgesAndColumnsUnderAPoint)

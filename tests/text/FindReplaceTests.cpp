@@ -34,20 +34,24 @@ struct TextList final : IFindTexts
 /// Digits, one or more; replaced by their number and the text to replace with. Fails at a text with "!".
 struct DigitMatcher final : ITextMatcher
 {
-    std::optional<TextSpan> Find(std::wstring_view text, std::size_t from) override
+    void Begin(std::wstring_view begun) override { text = begun; }
+    std::optional<TextSpan> Find(std::size_t from) override
     {
         failed = failed || text.find(L'!') != text.npos;
         const std::size_t start = text.find_first_of(L"0123456789", from);
         if (failed || start == text.npos)
             return std::nullopt;
-        return TextSpan{start, std::min(text.find_first_not_of(L"0123456789", start), text.size()) - start};
+        length = std::min(text.find_first_not_of(L"0123456789", start), text.size()) - start;
+        return TextSpan{start, length};
     }
-    std::wstring Replacement(std::wstring_view, TextSpan match, std::wstring_view replace) override
+    std::wstring Replacement(std::wstring_view replace) override
     {
-        return std::to_wstring(match.length) + std::wstring(replace);
+        return std::to_wstring(length) + std::wstring(replace);
     }
     bool HasFailed() override { return failed; }
 
+    std::wstring_view text;
+    std::size_t length = 0;
     bool failed = false;
 };
 
@@ -343,7 +347,8 @@ TEST(FindReplace, ForgivesAMatcherThatPointsOutside)
 {
     struct Liar final : ITextMatcher
     {
-        std::optional<TextSpan> Find(std::wstring_view, std::size_t) override { return span; }
+        void Begin(std::wstring_view) override {}
+        std::optional<TextSpan> Find(std::size_t) override { return span; }
         TextSpan span;
     } liar;
     FindQuery query = Query(L"x", L"y");

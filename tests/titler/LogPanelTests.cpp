@@ -85,7 +85,8 @@ TEST_F(LogWindow, CopiesFollowsAndClears)
     EXPECT_EQ(Shown().size(), 3);
     answer = IDYES;
     Press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(list.GetItemCount(), 0);
+    ASSERT_EQ(list.GetItemCount(), 1);
+    EXPECT_EQ(list.GetItemText(0, 0), L"#") << "the date is left";
     window.Say("four", LogType::Message);
     EXPECT_EQ(Shown(), QStringList{"four"});
     for (const QAction* command : window.Log().Commands()) {

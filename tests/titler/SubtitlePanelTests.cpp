@@ -9,10 +9,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QFile>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTest>
@@ -454,6 +456,34 @@ TEST_F(SubtitleWindow, TheLogTakesStepsErrorsAndWhateverTheToolkitSays)
     EXPECT_TRUE(LogHas("nowhere.ktitle"));
     window.Say(QString(2000, u'x'));
     EXPECT_GE(window.Log().List().GetTypeCount(0), 4) << "a long text is several messages";
+}
+
+TEST_F(SubtitleWindow, TheListsMenuHasTheCommandsOfRows)
+{
+    ASSERT_TRUE(Import("1\n00:00:01,000 --> 00:00:02,000\none\n\n2\n00:00:03,000 --> 00:00:04,000\ntwo\n"));
+    list.SetSelItem(CArray<int, int>{0, 1});
+    const int commands = static_cast<int>(panel.Commands().size());
+    for (int round = 0; round < 2; ++round) { // what a menu has taken in stays the panel's
+        QTimer::singleShot(0, &window, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            QStringList own;
+            for (QAction* action : menu->actions()) {
+                if (panel.Commands().contains(action) && !action->isSeparator())
+                    own << action->text();
+            }
+            EXPECT_EQ(own.size(), 10);
+            EXPECT_FALSE(own.filter("Merge").isEmpty()) << own.join(", ").toStdString();
+            for (QAction* action : menu->actions())
+                if (round == 1 && action->text().contains("Merge"))
+                    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+            menu->close();
+        });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {20, 40}, list.mapToGlobal(QPoint(20, 40)));
+        QApplication::sendEvent(&list, &event);
+    }
+    EXPECT_EQ(list.GetItemCount(), 1);
+    EXPECT_EQ(panel.Commands().size(), commands);
 }
 
 } // namespace

@@ -11,7 +11,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QScopedValueRollback>
-#include <QTemporaryFile>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -168,14 +167,11 @@ void LogPanel::Save()
         emit Reported(LogType::Error, Text(kTextLogNotSaved, {name}));
 }
 
-// The list takes a file in place of its lines; an empty one leaves none.
 void LogPanel::Clear()
 {
     if (KvMessageBox(this, Text(kTextLogClearAll).toStdWString(), MB_YESNO | MB_ICONQUESTION) != IDYES)
         return;
-    QTemporaryFile nothing;
-    if (nothing.open())
-        m_list->LoadAppLogFmFile(nothing.fileName().toStdWString().c_str(), 1);
+    m_list->ClearLog();
     ShowCounts();
 }
 

@@ -65,7 +65,10 @@ DWORD NextIn(const SubtitleList& list, DWORD frame)
 
 void SubtitlePanel::BuildCommands()
 {
-    const auto onRows = [this](QAction* command) { m_onRows << command; };
+    const auto onRows = [this](QAction* command) {
+        m_onRows << command;
+        return command;
+    };
     AddCommand(kTextSubtitleImport, L"titler_tool_open", Qt::CTRL | Qt::Key_I, [this] { ChooseImport(); });
     AddCommand(kTextSubtitleExport, L"titler_tool_save", Qt::CTRL | Qt::SHIFT | Qt::Key_I,
                [this] { ChooseExport(); });
@@ -74,21 +77,25 @@ void SubtitlePanel::BuildCommands()
                [this] { AddRow(); });
     onRows(AddCommand(kTextSubtitleRemove, L"titler_tool_rule_remove", Qt::CTRL | Qt::SHIFT | Qt::Key_Delete,
                       [this] { RemoveRows(); }));
-    onRows(
+    m_listMenu << nullptr;
+    m_listMenu << onRows(
         AddCommand(kTextSubtitleSplit, L"titler_tool_split", Qt::CTRL | Qt::Key_K, [this] { SplitRow(); }));
-    onRows(
+    m_listMenu << onRows(
         AddCommand(kTextSubtitleMerge, L"titler_tool_merge", Qt::CTRL | Qt::Key_J, [this] { MergeRows(); }));
     m_commands << nullptr;
-    onRows(AddCommand(kTextSubtitleSetIn, L"titler_tool_setin", Qt::Key_I, [this] { SetTimeHere(true); }));
-    onRows(AddCommand(kTextSubtitleSetOut, L"titler_tool_setout", Qt::Key_O, [this] { SetTimeHere(false); }));
-    AddCommand(kTextSubtitleShift, L"titler_tool_shift", Qt::CTRL | Qt::SHIFT | Qt::Key_H,
-               [this] { ShiftRows(); });
+    m_listMenu << nullptr;
+    m_listMenu << onRows(
+        AddCommand(kTextSubtitleSetIn, L"titler_tool_setin", Qt::Key_I, [this] { SetTimeHere(true); }));
+    m_listMenu << onRows(
+        AddCommand(kTextSubtitleSetOut, L"titler_tool_setout", Qt::Key_O, [this] { SetTimeHere(false); }));
+    m_listMenu << AddCommand(kTextSubtitleShift, L"titler_tool_shift", Qt::CTRL | Qt::SHIFT | Qt::Key_H,
+                             [this] { ShiftRows(); });
     m_useRate = AddCommand(kTextSubtitleUseRate, nullptr, {}, [this] { UseProjectRate(); });
     m_commands << nullptr;
     AddCommand(kTextSubtitleFind, L"titler_tool_find", QKeySequence::Find, [this] { m_find->Open(); });
     AddCommand(kTextSubtitleGoToRow, nullptr, Qt::CTRL | Qt::Key_G, [this] { AskForRow(); });
-    onRows(AddCommand(kTextSubtitleGoToTime, L"titler_tool_gototime", Qt::CTRL | Qt::Key_T,
-                      [this] { GoToTime(); }));
+    m_listMenu << onRows(AddCommand(kTextSubtitleGoToTime, L"titler_tool_gototime", Qt::CTRL | Qt::Key_T,
+                                    [this] { GoToTime(); }));
     AddCommand(kTextSubtitleNextFault, L"titler_tool_nextfault", Qt::CTRL | Qt::Key_F8,
                [this] { GoToFault(1); });
     AddCommand(kTextSubtitlePreviousFault, nullptr, Qt::CTRL | Qt::SHIFT | Qt::Key_F8,
@@ -98,12 +105,13 @@ void SubtitlePanel::BuildCommands()
     m_follow->setCheckable(true);
     m_follow->setChecked(true);
     m_commands << nullptr;
+    m_listMenu << nullptr;
     int key = Qt::Key_1;
     for (const QString& name : SubtitleTemplates()) {
         QAction* use = AddCommand(kTextSubtitleTemplate, nullptr, Qt::ALT | static_cast<Qt::Key>(key++),
                                   [this, name] { UseTemplate(name); });
         use->setText(Text(kTextSubtitleTemplate, {name}));
-        onRows(use);
+        m_listMenu << onRows(use);
     }
 }
 

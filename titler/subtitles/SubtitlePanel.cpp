@@ -14,6 +14,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QMenu>
 #include <QSplitter>
 #include <QUndoStack>
 #include <QVBoxLayout>
@@ -113,6 +114,7 @@ void SubtitlePanel::Connect()
         ShowCommands();
         ShowFaults();
     });
+    connect(m_list, &CKvTextListBase::ContextMenuOpening, this, [this](QMenu* menu) { FillMenu(*menu); });
     connect(m_find, &SubtitleFindBar::Found, this, [this] {
         OnRowsChanged();
         ShowFaults();
@@ -224,6 +226,17 @@ void SubtitlePanel::ShowCommands()
         if (command != nullptr)
             command->setEnabled(isShown && (hasRow || !m_onRows.contains(command)));
     m_useRate->setEnabled(isShown && m_rate != m_document.Current().video.frameRate);
+}
+
+void SubtitlePanel::FillMenu(QMenu& menu)
+{
+    ShowCommands();
+    for (QAction* command : m_listMenu) {
+        if (command != nullptr)
+            menu.addAction(command);
+        else
+            menu.addSeparator();
+    }
 }
 
 void SubtitlePanel::ShowPlaying()

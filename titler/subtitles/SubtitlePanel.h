@@ -108,6 +108,7 @@ private:
     void OnRowsChanged();
     void OnProjectChanged();
     void ShowCommands();
+    void FillMenu(QMenu& menu);
     void ShowPlaying();
     void Check();
     void ShowFaults();
@@ -126,7 +127,8 @@ private:
     QLabel* m_summary;
     QLabel* m_faultText;
     QList<QAction*> m_commands;
-    QList<QAction*> m_onRows; ///< those that need a selected row
+    QList<QAction*> m_onRows;   ///< those that need a selected row
+    QList<QAction*> m_listMenu; ///< those that the list's own menu has, too; null is a separator
     QAction* m_follow = nullptr;
     QAction* m_useRate = nullptr;
     QString m_file;
