@@ -98,7 +98,7 @@ public:
     /// counts as a modification. Takes time and memory for the rows that are touched, not for all. Other
     /// orders of rows are no part of the step. Removing everything at once (`EmptyAll`, `ResetContent`) voids
     /// it, whatever else `change` does: nothing comes onto the stack. A call from within `change` belongs to
-    /// the outer one's step.
+    /// the outer one's step, and so does `FindReplace`.
     /// @param name what the stack shows. @return 1; 0 when there is no step: nothing changed, or it is void,
     ///        or an outer one's.
     int RunAsStep(const CString& name, const std::function<void()>& change);

@@ -71,17 +71,20 @@ int CKvTextListBase::FindReplace(int startRow, int mode, const CString& find, co
     const std::optional<kv::TextMatch> match = engine.Match();
     impl.matchKey = match ? GetRowKey(match->row) : 0;
     impl.match = match.value_or(kv::TextMatch());
-    const QPointer<CKvTextListBase> self(this);
-    if (std::vector<Impl::RowText> changes = texts.TakeChanges(); !changes.empty())
-        impl.Push(std::make_unique<Impl::ReplaceStep>(impl, std::move(changes)));
-    if (self && match) {
+    const auto show = [&impl, match, selectedOnly = query.selectedOnly] {
+        if (!match)
+            return;
         // The selection that is searched stays.
-        if (query.selectedOnly)
-            SetCurrentItem(match->row);
+        if (selectedOnly)
+            impl.list.SetCurrentItem(match->row);
         else
-            SetSelItem(match->row);
-        EnsureVisible(match->row);
-    }
+            impl.list.SetSelItem(match->row);
+        impl.list.EnsureVisible(match->row);
+    };
+    if (std::vector<Impl::RowText> changes = texts.TakeChanges(); !changes.empty())
+        impl.Push(std::make_unique<Impl::ReplaceStep>(impl, std::move(changes), show));
+    else
+        show();
     return static_cast<int>(result);
 }
 

@@ -33,16 +33,13 @@ void CKvTextListBase::Impl::HostStep::Note(Impl& impl, int kind, std::span<const
     }
     if (kind != kKvReportRemoved)
         return;
-    Key before = 0; // the next row that stays, none of the host's own
+    Key before = 0;
     int end = impl.list.GetItemCount();
     for (std::size_t i = lines.size(); i-- > 0; end = lines[i]) {
-        int next = lines[i] + 1;
-        while (next < end && IsNew(impl, next))
-            ++next;
-        if (next < end)
-            before = impl.KeyAt(next);
-        if (!IsNew(impl, lines[i]))
-            m_gone.push_back({impl.KeyAt(lines[i]), {before, lines[i] - static_cast<int>(i)}});
+        if (lines[i] + 1 < end)
+            before = impl.KeyAt(lines[i] + 1);
+        m_gone.push_back(
+            {impl.KeyAt(lines[i]), {before, lines[i] - static_cast<int>(i)}, IsNew(impl, lines[i])});
     }
 }
 
@@ -60,9 +57,17 @@ void CKvTextListBase::Impl::HostStep::FindChanges(Impl& impl)
     }
 }
 
+/// The rows that went from before one that stays, in the order in which they stood.
+struct CKvTextListBase::Impl::HostStep::Section
+{
+    std::vector<const Gone*> rows;
+    Key before; ///< 0: the end
+    int line = 0;
+};
+
 // The row before which one went may have gone itself, later. From the last one back each comes to stand where
 // it stood.
-void CKvTextListBase::Impl::HostStep::FindRemoved()
+std::vector<CKvTextListBase::Impl::HostStep::Section> CKvTextListBase::Impl::HostStep::SectionsOfGone() const
 {
     struct Mark
     {
@@ -79,23 +84,57 @@ void CKvTextListBase::Impl::HostStep::FindRemoved()
         const auto at = order.insert(mark->second, {&*gone, gone->key});
         marks.emplace(gone->key, at);
     }
-    Key before = 0;
-    for (auto mark = order.rbegin(); mark != order.rend(); ++mark) {
-        if (!mark->gone) {
-            before = mark->key;
-            continue;
-        }
-        m_removed.places.push_back({before, mark->gone->place.line});
-        m_removed.rows.push_back(std::move(m_touched[m_touchedAt.at(mark->key)].row));
+    std::vector<Section> sections;
+    std::vector<const Gone*> rows;
+    for (const Mark& mark : order) {
+        if (mark.gone)
+            rows.push_back(mark.gone);
+        else
+            sections.push_back({std::exchange(rows, {}), mark.key});
     }
-    std::reverse(m_removed.places.begin(), m_removed.places.end());
-    std::reverse(m_removed.rows.begin(), m_removed.rows.end());
+    return sections;
+}
+
+// Undo takes the host's own rows out first: what stood before one of them goes before the next row that is
+// none.
+void CKvTextListBase::Impl::HostStep::FindRemoved(Impl& impl)
+{
+    std::vector<Section> sections = SectionsOfGone();
+    std::vector<Key> marks;
+    for (const Section& section : sections)
+        marks.push_back(section.before);
+    const std::vector<int> lines = impl.LinesOf(marks);
+    const int count = impl.list.GetItemCount();
+    for (std::size_t i = 0; i < sections.size(); ++i)
+        sections[i].line = lines[i] < 0 ? count : lines[i];
+    std::sort(sections.begin(), sections.end(),
+              [](const Section& a, const Section& b) { return a.line < b.line; });
+    Key next = 0;
+    int end = count;
+    for (auto section = sections.rbegin(); section != sections.rend(); ++section) {
+        int line = section->line;
+        while (line < end && IsNew(impl, line))
+            ++line;
+        if (line < end)
+            next = impl.KeyAt(line);
+        section->before = next;
+        end = section->line;
+    }
+    for (const Section& section : sections) {
+        for (const Gone* gone : section.rows) {
+            if (gone->isNew)
+                continue;
+            m_removed.places.push_back({section.before, gone->place.line});
+            m_removed.rows.push_back(std::move(m_touched[m_touchedAt.at(gone->key)].row));
+        }
+    }
 }
 
 void CKvTextListBase::Impl::HostStep::FindInserted(Impl& impl)
 {
     const int count = impl.list.GetItemCount();
-    auto left = static_cast<std::size_t>(count - m_count) + m_gone.size();
+    const auto gone = std::count_if(m_gone.begin(), m_gone.end(), [](const Gone& one) { return !one.isNew; });
+    auto left = count - m_count + static_cast<int>(gone);
     for (int line = 0; line < count && left > 0; ++line) {
         if (!IsNew(impl, line))
             continue;
@@ -109,7 +148,7 @@ bool CKvTextListBase::Impl::HostStep::Finish(Impl& impl)
     if (m_isVoid)
         return false;
     FindChanges(impl);
-    FindRemoved();
+    FindRemoved(impl);
     FindInserted(impl);
     m_touched = {};
     m_touchedAt = {};
@@ -155,9 +194,8 @@ int CKvTextListBase::RunAsStep(const CString& name, const std::function<void()>&
     return 1;
 }
 
-// Steps of the user's within the host's keep what they do themselves.
 void CKvTextListBase::_OnItemsModifying(int kind, const int* lines, int count)
 {
-    if (m_impl->recording && m_impl->running == 0)
+    if (m_impl->recording)
         m_impl->recording->Note(*m_impl, kind, {lines, static_cast<std::size_t>(count)});
 }

@@ -212,7 +212,10 @@ void CKvTextListBase::Impl::Push(std::unique_ptr<QUndoCommand> step)
     const QPointer<CKvTextListBase> self(&list);
     isPushing = true;
     ++running;
-    Stack().push(step.release());
+    if (recording)
+        step->redo(); // a part of what the host makes one step of
+    else
+        Stack().push(step.release());
     if (!self)
         return;
     --running;

@@ -228,7 +228,8 @@ private:
 class CKvTextListBase::Impl::ReplaceStep : public Step
 {
 public:
-    ReplaceStep(Impl& impl, std::vector<RowText> texts);
+    /// @param show selects what was found behind the replacements, the first time.
+    ReplaceStep(Impl& impl, std::vector<RowText> texts, std::function<void()> show);
 
 protected:
     bool Do(Impl& impl) override;
@@ -238,6 +239,7 @@ protected:
 
 private:
     std::vector<RowText> m_texts;
+    std::function<void()> m_show;
 };
 
 /// Rows that come and go together.
@@ -299,12 +301,15 @@ private:
     struct Gone
     {
         Key key;
-        Place place;
+        Place place; ///< before whatever row stayed then, also one of the host's own or one that went later
+        bool isNew;
     };
+    struct Section;
     bool IsNew(const Impl& impl, int line) const { return impl.list.GetRowId(line) >= m_firstNew; }
     void Touch(Impl& impl, int line);
     void FindChanges(Impl& impl);
-    void FindRemoved();
+    std::vector<Section> SectionsOfGone() const;
+    void FindRemoved(Impl& impl);
     void FindInserted(Impl& impl);
 
     // Until `Finish`.

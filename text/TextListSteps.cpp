@@ -130,9 +130,11 @@ CKvTextListBase::Impl::Notice CKvTextListBase::Impl::CellStep::NoticeOf() const
     return {Notice::Kind::Cell, m_change.front().key, m_change.front().column};
 }
 
-CKvTextListBase::Impl::ReplaceStep::ReplaceStep(Impl& impl, std::vector<RowText> texts)
+CKvTextListBase::Impl::ReplaceStep::ReplaceStep(Impl& impl, std::vector<RowText> texts,
+                                                std::function<void()> show)
     : Step(impl, kv::kReplaceStep)
     , m_texts(std::move(texts))
+    , m_show(std::move(show))
 {
 }
 
@@ -150,6 +152,8 @@ bool CKvTextListBase::Impl::ReplaceStep::Do(Impl& impl)
         m_texts[i].text.swap(present);
         isAny = true;
     }
+    if (const auto show = std::exchange(m_show, {}))
+        show();
     return isAny;
 }
 
@@ -200,11 +204,11 @@ bool CKvTextListBase::Impl::RowSet::TakeOut(Impl& impl)
         keys.push_back(row.key);
     std::vector<int> lines = impl.LinesOf(keys);
     std::erase(lines, -1);
+    std::sort(lines.begin(), lines.end());
+    rows.clear(); // those that the host has removed meanwhile are gone for good
+    places = impl.PlacesOf(lines);
     if (lines.empty())
         return false;
-    std::sort(lines.begin(), lines.end());
-    rows.clear();
-    places = impl.PlacesOf(lines);
     for (const int line : lines)
         rows.push_back(impl.Snapshot(line));
     impl.Remove(lines);
@@ -216,6 +220,8 @@ bool CKvTextListBase::Impl::RowSet::TakeOut(Impl& impl)
 
 bool CKvTextListBase::Impl::RowSet::PutIn(Impl& impl)
 {
+    if (rows.empty())
+        return false;
     CKvTextListBase& list = impl.list;
     std::vector<Key> keys;
     for (const Place& place : places)
