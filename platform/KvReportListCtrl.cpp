@@ -352,9 +352,7 @@ int CKvReportListCtrl::SetItemText(int line, int column, const CString& text)
     if (m_impl->rows.Row(line).Text(column) == text)
         return 1;
     _OnItemsModifying(kKvReportTextChanged, &line, 1);
-    m_impl->SetText(line, column, text);
-    m_impl->RepaintRow(line);
-    m_impl->RowsResized();
+    m_impl->Refill(line, [&] { m_impl->SetText(line, column, text); });
     m_impl->Notify(kKvReportTextChanged, {line}, column);
     return 1;
 }
@@ -396,9 +394,7 @@ int CKvReportListCtrl::SetItemData(int line, std::uint64_t value)
     if (!m_impl->IsLine(line))
         return 0;
     _OnItemsModifying(kKvReportTextChanged, &line, 1);
-    m_impl->SetData(line, value);
-    m_impl->RepaintRow(line);
-    m_impl->RowsResized();
+    m_impl->Refill(line, [&] { m_impl->SetData(line, value); });
     return 1;
 }
 

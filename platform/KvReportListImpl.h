@@ -77,6 +77,16 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     /// @param height 0 takes the default.
     int NewHeight(int height) const { return height > 0 ? std::min(height, kv::kReportMost) : defaultHeight; }
     std::vector<kv::ReportRow> NewRows(const std::vector<CStringArray>& texts, int height) const;
+    /// Changes what a line holds, by which the filter may show it or not.
+    template <typename Change>
+    void Refill(int line, Change change)
+    {
+        const int shown = rows.ShownCount();
+        change();
+        RepaintRow(line);
+        if (rows.ShownCount() != shown)
+            RowsResized();
+    }
     void Inserted(int line, int count);
     void Removed(CArray<int, int> lines, int kind);
     void Notify(int kind, CArray<int, int> lines, int column = -1);

@@ -70,6 +70,25 @@ TEST_F(ReportList, OutOfRangeIsRefused)
     EXPECT_TRUE(list.modifies.empty());
 }
 
+TEST_F(ReportList, SizesComeDownToWhatAListCanShow)
+{
+    constexpr int kHuge = std::numeric_limits<int>::max();
+    for (const int column : {0, 1})
+        list.SetColumnWidth(column, kHuge);
+    EXPECT_EQ(list.GetColumnWidth(1), 32767);
+    list.Add(L"row", -1, kHuge);
+    list.Add(L"row");
+    list.SetItemHeight(1, kHuge);
+    EXPECT_EQ(list.GetItemHeight(0), 32767);
+    EXPECT_EQ(list.GetItemHeight(1), 32767);
+    list.SetScrollOffset({kHuge, kHuge});
+    EXPECT_EQ(list.GetScrollOffset().x, 2 * 32767 - list.GetCellsRect().Width());
+    EXPECT_EQ(list.GetScrollOffset().y, 2 * 32767 - list.GetCellsRect().Height());
+    list.EditCell(1, 1);
+    EXPECT_EQ(Editor()->height(), 32767);
+    list.grab();
+}
+
 TEST_F(ReportList, QueriesAnswerAtOnce)
 {
     Fill(20);

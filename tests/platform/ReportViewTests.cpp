@@ -110,22 +110,33 @@ TEST(ReportView, KeepsItsLinesInMind)
     kv::ReportView view = TenRows();
     view.current = 5;
     view.anchor = 2;
-    const auto expect = [&](const char* what, int current, int anchor) {
+    view.editLine = 9;
+    view.dragLine = 0;
+    const auto expect = [&](const char* what, int current, int anchor, int editLine, int dragLine) {
         EXPECT_EQ(view.current, current) << what;
         EXPECT_EQ(view.anchor, anchor) << what;
+        EXPECT_EQ(view.editLine, editLine) << what;
+        EXPECT_EQ(view.dragLine, dragLine) << what;
     };
     view.InsertRow(5, Row(L"n"));
-    expect("inserted", 6, 2);
+    expect("inserted", 6, 2, 10, 0);
     view.InsertRow(11, Row(L"n"));
-    expect("appended", 6, 2);
+    expect("appended", 6, 2, 10, 0);
+    view.InsertRows(1, std::vector<kv::ReportRow>(2));
+    expect("several", 8, 4, 12, 0);
+    view.InsertRows(std::vector<int>{0, 6}, std::vector<kv::ReportRow>(2));
+    expect("scattered", 10, 5, 14, 1);
+    view.RemoveRows(std::vector<int>{0, 6});
+    view.RemoveRows(1, 2);
+    expect("removed again", 6, 2, 10, 0);
     view.RemoveRows(std::vector<int>{0, 3, 7});
-    expect("scattered", 4, 1);
+    expect("the first one is gone", 4, 1, 7, -1);
     EXPECT_TRUE(view.SortRows(std::vector<int>{8, 7, 6, 5, 4, 3, 2, 1, 0}));
-    expect("turned over", 4, 7);
+    expect("turned over", 4, 7, 1, -1);
     view.RemoveRows(std::vector<int>{4, 5});
-    expect("one is gone", -1, 5);
-    view.RemoveRows(5, 1);
-    expect("both are", -1, -1);
+    expect("the current one is gone", -1, 5, 1, -1);
+    view.RemoveRows(0, 6);
+    expect("all are", -1, -1, -1, -1);
 }
 
 using Band = kv::ReportScreenStep::Band;

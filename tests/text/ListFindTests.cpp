@@ -1,9 +1,70 @@
 // Find and replace in the lists of texts.
-#include "KvTextEditListCtrl.h"
+#include "TextListFixture.h"
 
-#include <gtest/gtest.h>
+#include <utility>
 
 namespace {
+
+using namespace kv::test;
+
+TEST_F(TextList, FindsFromTheMatchThatFollowsItsRow)
+{
+    list.AddString({L"Cat and cat", L"dog", L"CAT", L"concatenate"});
+    const auto find = [&](int start, int mode, const wchar_t* what) {
+        const int result = list.FindReplace(start, mode, what, L"", 0);
+        return std::pair(result, list.GetLastSelItem());
+    };
+    EXPECT_EQ(find(0, 0, L""), std::pair(2, -1));
+    EXPECT_EQ(find(0, 5, L"cat"), std::pair(2, -1)) << "no such mode";
+    EXPECT_EQ(find(-1, 0, L"cat"), std::pair(0, 0));
+    EXPECT_EQ(find(0, 0, L"cat"), std::pair(0, 0)) << "the second one in the row";
+    EXPECT_EQ(find(0, 0, L"cat"), std::pair(0, 2));
+    list.InsertString(0, L"above");
+    EXPECT_EQ(find(3, 0, L"cat"), std::pair(0, 4));
+    EXPECT_EQ(find(4, 0, L"cat"), std::pair(1, 1)) << "round the end";
+    list.SetFindOptions(kKvFindWholeWords);
+    EXPECT_EQ(list.CountMatches(L"cat", 0), 3);
+    EXPECT_EQ(list.CountMatches(L"cat", 1), 1);
+    list.SetFindOptions(kKvFindSelectedRows);
+    list.SetSelItem(Lines{3, 4});
+    EXPECT_EQ(list.CountMatches(L"cat", 0), 2);
+    EXPECT_EQ(list.FindReplace(0, 0, L"CAT", L"", 1), 0);
+    EXPECT_EQ(Selected(), (Lines{3, 4})) << "the searched selection stays";
+    EXPECT_EQ(list.GetCurrentItem(), 3);
+}
+
+TEST_F(TextList, ReplacementsAreOneStep)
+{
+    list.AddString({L"cat and cat", L"dog", L"cat"});
+    EXPECT_EQ(list.FindReplace(0, 2, L"cat", L"catcat", 0), 0);
+    EXPECT_EQ(Texts(), (CStringArray{L"catcat and catcat", L"dog", L"catcat"}));
+    EXPECT_TRUE(list.IsModified());
+    EXPECT_EQ(list.GetUndoStack()->count(), 1);
+    Undo();
+    EXPECT_EQ(Texts(), (CStringArray{L"cat and cat", L"dog", L"cat"}));
+}
+
+TEST_F(TextList, SaysWhatIsWrongWithAPattern)
+{
+    const std::wstring as(20, L'a');
+    const struct
+    {
+        const char* name;
+        CStringArray texts;
+        const wchar_t* pattern;
+    } cases[] = {{"bad", {L"("}, L"("},
+                 {"costly in one row", {as + as + L"b"}, L"^(a+)+$"},
+                 {"costly in all together", CStringArray(2000, as + L"!"), L"(a|a)+[bc]"}};
+    list.SetFindOptions(kKvFindRegularExpression);
+    for (const auto& one : cases) {
+        list.ResetContent(1);
+        list.AddString(one.texts);
+        EXPECT_EQ(list.FindReplace(0, 0, one.pattern, L"", 1), 2) << one.name;
+        EXPECT_NE(list.GetFindError(), L"") << one.name;
+    }
+    EXPECT_EQ(list.FindReplace(0, 0, L"a!", L"", 1), 0);
+    EXPECT_EQ(list.GetFindError(), L"");
+}
 
 TEST(ListFind, ReplacesByPattern)
 {
