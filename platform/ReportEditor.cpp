@@ -137,6 +137,19 @@ void ReportEditor::inputMethodEvent(QInputMethodEvent* event)
     tell();
 }
 
+// The base lets the other buttons go on to the list, for which a press ends the editing.
+void ReportEditor::mousePressEvent(QMouseEvent* event)
+{
+    QPlainTextEdit::mousePressEvent(event);
+    event->accept();
+}
+
+void ReportEditor::mouseReleaseEvent(QMouseEvent* event)
+{
+    QPlainTextEdit::mouseReleaseEvent(event);
+    event->accept();
+}
+
 void ReportEditor::focusOutEvent(QFocusEvent* event)
 {
     QPlainTextEdit::focusOutEvent(event);

@@ -113,9 +113,12 @@ UINT KeyCharacter(const QKeyEvent& event)
     const QString text = event.text();
     const UINT typed = text.size() == 1 ? text.front().unicode() : 0u;
     const int key = event.key();
-    const bool controlAlone = event.modifiers().testFlag(Qt::ControlModifier) &&
-                              !event.modifiers().testAnyFlags(Qt::AltModifier | Qt::MetaModifier);
-    if (controlAlone && (typed == 0 || typed >= UINT{' '}) && key >= Qt::Key_A && key <= Qt::Key_Z)
+    if (!event.modifiers().testFlag(Qt::ControlModifier))
+        return typed;
+    // Ctrl with another modifier is some other command, unless it types something, as AltGr does.
+    if (event.modifiers().testAnyFlags(Qt::AltModifier | Qt::MetaModifier))
+        return typed < UINT{' '} ? 0 : typed;
+    if ((typed == 0 || typed >= UINT{' '}) && key >= Qt::Key_A && key <= Qt::Key_Z)
         return static_cast<UINT>(key - Qt::Key_A + 1);
     return typed;
 }

@@ -260,6 +260,14 @@ TEST_F(ReportList, EditorGrowsWithWhatAnInputMethodComposes)
     EXPECT_EQ(Editor()->width(), width);
 }
 
+TEST_F(ReportList, EditorKeepsTheRightButtonToItself)
+{
+    Fill(2);
+    list.EditCell(0, 0);
+    QTest::mouseClick(Editor()->viewport(), Qt::RightButton, {}, QPoint(4, 4));
+    EXPECT_TRUE(list.IsEditing());
+}
+
 TEST_F(ReportList, KeysWithModifiersEndNothing)
 {
     Fill(2);

@@ -141,6 +141,9 @@ TEST_F(Window, KeysArriveAsKeysThenCharacters)
     EXPECT_EQ(Take(), (QStringList{"key 17", "key 67", "char 3"}));
     QTest::keyClick(window, '7');
     EXPECT_EQ(Take(), (QStringList{"key 55", "char 55"}));
+    QKeyEvent other(QEvent::KeyPress, Qt::Key_F, Qt::ControlModifier | Qt::AltModifier, "\x06");
+    QApplication::sendEvent(window, &other);
+    EXPECT_EQ(Take(), QStringList{"key 70"}) << "not what Ctrl+F means";
 }
 
 TEST_F(Window, CaptureIsLost)
