@@ -119,6 +119,13 @@ struct SubtitleWindow : testing::Test
             dialog->reject();
         });
     }
+    void Shift(const QString& by)
+    {
+        Answer({by});
+        Command("Shift")->trigger();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window)) << "its keys work again";
+    }
     void Select(int row) // as the user does
     {
         list.setFocus();
@@ -272,6 +279,12 @@ TEST_F(SubtitleWindow, RowsKeepTheirRateAndMeetThePlayHeadByTime)
 
     SetRate(kKvFrameRate50);
     ASSERT_TRUE(Command("Use the project")->isEnabled());
+    asked.clear();
+    answer = IDNO;
+    Command("Use the project")->trigger();
+    EXPECT_EQ(asked.size(), 1) << "there are steps to redo";
+    EXPECT_EQ(Row(0), "25-75 Hello there\nfriend");
+    answer = IDYES;
     Command("Use the project")->trigger();
     EXPECT_EQ(Row(0), "50-150 Hello there\nfriend");
     EXPECT_FALSE(panel.Steps().canUndo());
@@ -286,6 +299,40 @@ TEST_F(SubtitleWindow, ALongFileLengthensTheProject)
     window.Project().Undo();
     EXPECT_EQ(window.Project().Current().duration, 1000);
     EXPECT_EQ(list.GetItemCount(), 1);
+}
+
+TEST_F(SubtitleWindow, AnotherRateKeepsTheFilesOwnTimes)
+{
+    const QByteArray bytes = "1\n00:00:01,013 --> 00:00:02,987\nA\n\n";
+    ASSERT_TRUE(Import(bytes));
+    SetRate(kKvFrameRate59_94);
+    Command("Use the project")->trigger();
+    EXPECT_TRUE(asked.isEmpty()) << "there was no step";
+    EXPECT_EQ(Row(0), "61-179 A") << "of 59.94: nearer to the times than what 25 frames a second show";
+    EXPECT_FALSE(panel.IsModified());
+    EXPECT_EQ(Export("in.srt"), bytes);
+}
+
+TEST_F(SubtitleWindow, RowsBeyondTheProjectLengthenIt)
+{
+    const auto duration = [this] { return window.Project().Current().duration; };
+    ASSERT_TRUE(Import(kThree));
+    Shift("+40:00");
+    EXPECT_EQ(duration(), 1150);
+    window.Project().Undo();
+    EXPECT_EQ(duration(), 1000);
+    Select(1);
+    Press(Qt::Key_T, Qt::ControlModifier);
+    EXPECT_EQ(window.Time().Frame(), 1100);
+    EXPECT_EQ(duration(), 1150);
+    window.Project().New();
+    SetRate(kKvFrameRate25);
+    EXPECT_EQ(duration(), 1150) << "another project, as at import";
+    Select(0);
+    list.SetTimeCode(1, 1149, 1);
+    list.SetTimeCode(1, kNoTime, 0);
+    Shift("+1");
+    EXPECT_EQ(duration(), 1151) << "the frame at which a row without an end begins";
 }
 
 TEST_F(SubtitleWindow, SavesTheSubtitlesWhileTheyAreShown)
@@ -341,7 +388,16 @@ TEST_F(SubtitleWindow, AddsSplitsAndMergesWithoutLosingTimes)
     EXPECT_EQ(Row(1), "80-100 ") << "up to the next row";
     window.Time().Seek(200);
     Press(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(Row(2), "200-250 ") << "two seconds";
+    EXPECT_EQ(Row(3), "200-250 ") << "two seconds";
+    ASSERT_TRUE(list.IsEditing());
+    QTest::keyClicks(QApplication::focusWidget(), "typed");
+    window.Time().Seek(10);
+    Press(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Row(0), "10-25 ") << "before all that begin later";
+    EXPECT_EQ(Row(4), "200-250 typed");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(list.GetItemCount(), 4);
     list.ModifyItem(1, L"one two", nullptr, nullptr, nullptr);
     list.SetTimeCode(1, 7, 0);
     Select(1);
@@ -421,9 +477,24 @@ TEST_F(SubtitleWindow, EveryStepIsLogged)
     ASSERT_TRUE(Import(kThree));
     Select(0);
     Press(Qt::Key_K, Qt::ControlModifier);
-    EXPECT_TRUE(LogHas("Done: split a subtitle"));
+    EXPECT_TRUE(LogHas("Done: split subtitle 1"));
     QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_TRUE(LogHas("Undone: split a subtitle"));
+    EXPECT_TRUE(LogHas("Undone: split subtitle 1"));
+    Shift(" +10 ");
+    EXPECT_TRUE(LogHas("Done: shift subtitles 1\u20132 by +10"));
+    Select(0);
+    window.Time().Seek(50);
+    Press(Qt::Key_I);
+    EXPECT_TRUE(LogHas("Done: in time of subtitle 1: 00:00:02:00"));
+    window.Show(Workspace::Log);
+    EXPECT_TRUE(window.windowTitle().startsWith("in.srt")) << "the log serves what is worked on";
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(LogHas("Undone: in time of subtitle 1: 00:00:02:00"));
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_FALSE(panel.IsModified());
+    window.Show(Workspace::Design);
+    window.Show(Workspace::Log);
+    EXPECT_FALSE(window.windowTitle().startsWith("in.srt"));
     answer = IDCANCEL;
     QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
     EXPECT_FALSE(LogHas("New project"));

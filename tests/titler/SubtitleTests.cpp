@@ -342,8 +342,8 @@ TEST(SubtitleWriter, KeepsHeadSettingsAndNames)
         {vtt,
          SubtitleFormat::WebVtt,
          SubtitleFormat::SubRip,
-         {{Settings, 1}, {Identifier, 1}, {Title, 1}, {Blocks, 2}},
-         "1\n00:00:01,000 --> 00:00:02,000\n<v Anna>A & <00:01.500>B</v>\n\n2\n00:00:03,000 --> "
+         {{Settings, 1}, {Identifier, 1}, {Markup, 1}, {Title, 1}, {Blocks, 2}},
+         "1\n00:00:01,000 --> 00:00:02,000\nA & B\n\n2\n00:00:03,000 --> "
          "00:00:04,000\nC\nD\n\n"},
         {vtt,
          SubtitleFormat::WebVtt,
@@ -355,7 +355,7 @@ TEST(SubtitleWriter, KeepsHeadSettingsAndNames)
          SubtitleFormat::SubRip,
          SubtitleFormat::WebVtt,
          {{Settings, 1}},
-         "WEBVTT\n\n00:00:01.000 --> 00:00:02.000\n{\\an8}A\n\n"},
+         "WEBVTT\n\n00:00:01.000 --> 00:00:02.000 line:0\nA\n\n"},
         {srt,
          SubtitleFormat::SubRip,
          SubtitleFormat::PlainText,
@@ -378,6 +378,51 @@ TEST(SubtitleWriter, KeepsHeadSettingsAndNames)
     EXPECT_EQ(WriteSubtitles(odd, SubtitleFormat::PlainText), "1 < 2 {x} <3> </4> </b <a >\n<i>a</i>\n");
 }
 
+/// What both formats know goes over, what only one knows is taken out and said.
+TEST(SubtitleWriter, TakesMarkupToTheOtherFormat)
+{
+    constexpr SubtitleFormat srt = SubtitleFormat::SubRip;
+    constexpr SubtitleFormat vtt = SubtitleFormat::WebVtt;
+    const struct
+    {
+        SubtitleFormat from;
+        const char* text;
+        const char* settings; ///< that were made of it
+        const char* written;
+        bool loses;
+    } rows[] = {
+        {srt, "<i>a</i> <B>b</B> <u>c</u>", "", "<i>a</i> <b>b</b> <u>c</u>", false},
+        {srt, "{\\an8}a", " line:0", "a", false},
+        {srt, "{\\an7}a", " line:0 align:left", "a", false},
+        {srt, "a{\\an2}", "", "a", false},
+        {srt, "{\\an6}a", " line:50%,center align:right", "a", false},
+        {srt, "{\\an8}{\\an1}a", " line:0", "a", true},
+        {srt, "{\\an0}a", "", "a", true},
+        {srt, "{\\pos(1,2)}a", "", "a", true},
+        {srt, "<font color=\"red\">a</FONT> <s>b</s>", "", "a b", true},
+        {srt, "<sigh> {x} 1 < 2", "", "&lt;sigh> {x} 1 &lt; 2", false},
+        {srt, "<v Anna>a</v>", "", "<v Anna>a</v>", false},
+        {vtt, "<i>a</i> <sigh>", "", "<i>a</i> <sigh>", false},
+        {vtt, "<v.loud Anna>a</v>", "", "a", true},
+        {vtt, "<c.yellow>a</c> <lang en>b</lang>", "", "a b", true},
+        {vtt, "<ruby>a<rt>b</rt></ruby>", "", "ab", true},
+        {vtt, "a <00:01.500>b", "", "a b", true},
+        {vtt, "<i.loud>a</i>", "", "<i>a</i>", true},
+        {SubtitleFormat::PlainText, "<c>{\\an8}", "", "<c>{\\an8}", false},
+    };
+    for (const auto& row : rows) {
+        const bool toVtt = row.from != vtt;
+        const std::vector<SubtitleRow> written = {{0, 1000, row.text, false, "", "", row.from}};
+        const std::string head =
+            toVtt ? "WEBVTT\n\n00:00:00.000 --> 00:00:01.000" : "1\n00:00:00,000 --> 00:00:01,000";
+        EXPECT_EQ(WriteSubtitles(written, toVtt ? vtt : srt),
+                  head + row.settings + '\n' + row.written + "\n\n");
+        const std::vector<SubtitleLoss> losses = SubtitleLosses(written, toVtt ? vtt : srt);
+        ASSERT_EQ(losses.size(), row.loses ? 1u : 0u) << row.text;
+        EXPECT_TRUE(losses.empty() || losses[0].kind == SubtitleLossKind::Markup) << row.text;
+    }
+}
+
 /// A film's length of cues in many scripts goes through both formats unchanged.
 TEST(SubtitleWriter, TheSampleGoesThroughBothFormats)
 {
@@ -396,7 +441,9 @@ TEST(SubtitleWriter, TheSampleGoesThroughBothFormats)
         const SubtitleFile again = ReadSubtitles(WriteSubtitles(rows, format), format);
         ASSERT_EQ(again.cues.size(), rows.size());
         for (std::size_t i = 0; i < rows.size(); ++i) {
-            EXPECT_EQ(again.cues[i].text, rows[i].text);
+            const bool isPlaced = format == SubtitleFormat::WebVtt && rows[i].text.starts_with("{\\an8}");
+            EXPECT_EQ(again.cues[i].text, rows[i].text.substr(isPlaced ? 6 : 0));
+            EXPECT_EQ(again.cues[i].settings, isPlaced ? "line:0" : "");
             EXPECT_EQ(again.cues[i].in, rows[i].in);
             EXPECT_EQ(again.cues[i].out, rows[i].out);
         }

@@ -38,6 +38,32 @@ TEST(SubtitleText, SplitsAtTheNearestBreakAndReadsSteps)
     EXPECT_EQ(ShiftOf(" -1:00 ", kKvFrameRate25), -25);
     EXPECT_EQ(ShiftOf("00:00:02:05", kKvFrameRate25), 55);
     EXPECT_EQ(ShiftOf("soon", kKvFrameRate25), std::nullopt);
+    const struct
+    {
+        EKvFrameRate rate;
+        const char* typed;
+        std::int64_t frames;
+    } clock[] = {
+        {kKvFrameRate29_97, "+1:00:00:00", 107892},
+        {kKvFrameRate29_97, "-1:00:00:00", -107892},
+        {kKvFrameRate29_97, "10:00:00", 17982},
+        {kKvFrameRate29_97, "1:00:00", 1798},
+        {kKvFrameRate29_97, "1:00", 30},
+        {kKvFrameRate29_97, "29", 29},
+        {kKvFrameRate59_94, "+1:00:00:00", 215784},
+        {kKvFrameRate59_94, "1:00:00:05", 215789},
+        {kKvFrameRate59_94, "10:00:00", 35964},
+        {kKvFrameRate23_976, "1:00:00:00", 86400},
+    };
+    for (const auto& row : clock) {
+        EXPECT_EQ(ShiftOf(row.typed, row.rate), row.frames) << row.typed << " at " << row.rate;
+        const FrameRate rate = FrameRateOf(row.rate);
+        if (QString(row.typed) != "+1:00:00:00")
+            continue;
+        for (const int frame : {0, 1799, 1800, 17981, 17982, 100000}) // the same label, an hour later
+            EXPECT_EQ(TimeCode(frame + static_cast<int>(row.frames), rate),
+                      "01" + TimeCode(frame, rate).mid(2));
+    }
     EXPECT_EQ(CutOf({10, 20}, 12), 12u);
     EXPECT_EQ(CutOf({10, 20}, 20), 15u) << "out is exclusive";
     EXPECT_EQ(CutOf({10, 11}, 10), kNoTime);

@@ -234,10 +234,18 @@ TEST_F(SubtitleFiles, KeepTheirFormAndTheirFormatWhateverTheirName)
     }
     ASSERT_TRUE(panel.Import(Write("code.srt", rows[1].bytes), "windows-1252"));
     Edit(0, L"\u4f60", 25, 50);
+    EXPECT_TRUE(asked.isEmpty());
+    answer = IDNO;
+    EXPECT_FALSE(panel.Export(Path("code.srt")));
+    EXPECT_EQ(Read("code.srt"), rows[1].bytes);
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_TRUE(asked[0].contains("windows-1252 has no \u201c\u4f60\u201d")) << asked[0].toStdString();
+    answer = IDYES;
     EXPECT_TRUE(panel.Export(Path("code.srt")));
     EXPECT_TRUE(said.back().contains("written as UTF-8, since windows-1252")) << said.back().toStdString();
     EXPECT_EQ(Read("code.srt"), "1\r\n00:00:01,000 --> 00:00:02,000\r\n\u4f60\r\n\r\n");
-    EXPECT_TRUE(asked.isEmpty());
+    EXPECT_TRUE(panel.Export(Path("code.srt")));
+    EXPECT_EQ(asked.size(), 2) << "it is UTF-8 now";
 }
 
 TEST_F(SubtitleFiles, AreRefusedWhereTheyWouldBeCutOrGuessed)

@@ -168,5 +168,26 @@ TEST(TextEncoding, AFileKeepsItsForm)
     EXPECT_EQ(TextFormOf("", "UTF-8", "a\r\nb\nc\n").lineEnd, "\n") << "the most frequent one";
 }
 
+TEST(TextEncoding, NamesTheFirstCharacterThatACodePageLacks)
+{
+    const std::string much(100000, 'x');
+    const struct
+    {
+        std::string text;
+        const char* encoding;
+        const char* first;
+    } rows[] = {
+        {"plain", "windows-1252", ""},
+        {"Déjà 你 好", "windows-1252", "你"},
+        {"ж", "windows-1252", "ж"},
+        {"ok😀", "windows-1252", "😀"},
+        {much + "ś" + much + "ж", "windows-1252", "ś"},
+        {"é你", "UTF-16LE", ""},
+        {"é", "klingon", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(FirstNotIn(row.text, row.encoding), row.first) << row.encoding;
+}
+
 } // namespace
 } // namespace titler

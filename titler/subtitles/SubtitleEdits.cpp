@@ -1,4 +1,5 @@
 // What is done to subtitles: the workspace's commands.
+#include "KvDialog.h"
 #include "edit/Document.h"
 #include "subtitles/SubtitleFindBar.h"
 #include "subtitles/SubtitleList.h"
@@ -48,6 +49,32 @@ private:
     QString m_question;
     Check m_check;
 };
+
+// "subtitle 12", "subtitles 3–7", "4 subtitles from 3 to 9". Ascending, at least one.
+QString NamedRows(const std::vector<int>& rows)
+{
+    const QString first = QString::number(rows.front() + 1);
+    const QString last = QString::number(rows.back() + 1);
+    const auto count = static_cast<int>(rows.size());
+    if (count == 1)
+        return Text(kTextSubtitleNamed, {first});
+    const bool areNeighbours = rows.back() - rows.front() + 1 == count;
+    return Text(areNeighbours ? kTextSubtitlesNamed : kTextSubtitlesApart,
+                {first, last, QString::number(count)});
+}
+
+// Where a row stands by its time: behind the last one that begins no later.
+int PlaceOf(const SubtitleList& list, DWORD in)
+{
+    int place = list.GetItemCount();
+    while (place > 0) {
+        const DWORD before = list.Times(place - 1).in;
+        if (before != kNoTime && before <= in)
+            break;
+        --place;
+    }
+    return place;
+}
 
 // The first in time behind a frame; kNoTime for none.
 DWORD NextIn(const SubtitleList& list, DWORD frame)
@@ -141,28 +168,30 @@ bool SubtitlePanel::Settle()
     return false;
 }
 
-void SubtitlePanel::Edit(UINT stepId, const std::function<void()>& change)
+void SubtitlePanel::Edit(const QString& step, const std::function<void()>& change)
 {
-    m_list->RunAsStep(Text(stepId).toStdWString(), change);
+    m_list->RunAsStep(step.toStdWString(), change);
     OnRowsChanged();
 }
 
 void SubtitlePanel::AddRow()
 {
-    const int row = Current() >= 0 ? Current() + 1 : m_list->GetItemCount();
     const DWORD in = PlayHead();
+    const int row = PlaceOf(*m_list, in);
     const auto length = static_cast<DWORD>(kNewRow * FrameRateOf(m_rate).PerSecond());
     const DWORD out = std::min(in + length, NextIn(*m_list, in));
-    Edit(kStepSubtitleAdd, [&] { m_list->InserItem(row, CString(), in, out, nullptr); });
+    Edit(Text(kStepSubtitleAdd, {NamedRows({row})}),
+         [&] { m_list->InserItem(row, CString(), in, out, nullptr); });
     m_list->GoTo(row);
     m_list->setFocus();
     ShowCommands();
+    m_list->EditCell(row, kKvSubTitleText);
 }
 
 void SubtitlePanel::RemoveRows()
 {
     const std::vector<int> rows = SelectedRows();
-    Edit(kStepSubtitleRemove, [&] {
+    Edit(Text(kStepSubtitleRemove, {NamedRows(rows)}), [&] {
         for (auto row = rows.rbegin(); row != rows.rend(); ++row)
             m_list->DeleteItem(*row);
     });
@@ -179,10 +208,11 @@ void SubtitlePanel::SplitRow()
     const auto [first, second] = SplitSubtitle(RowText(row), PartBefore(times, cut));
     const CString name = m_list->GetItemText(row, kKvSubTitleTemplate);
     const bool isParted = cut != kNoTime;
-    Edit(kStepSubtitleSplit, [&, before = first.toStdWString(), behind = second.toStdWString()] {
-        m_list->ModifyItem(row, before.c_str(), &times.in, isParted ? &cut : &times.out, nullptr);
-        m_list->InserItem(row + 1, behind, cut, isParted ? times.out : kNoTime, name.c_str());
-    });
+    Edit(Text(kStepSubtitleSplit, {NamedRows({row})}),
+         [&, before = first.toStdWString(), behind = second.toStdWString()] {
+             m_list->ModifyItem(row, before.c_str(), &times.in, isParted ? &cut : &times.out, nullptr);
+             m_list->InserItem(row + 1, behind, cut, isParted ? times.out : kNoTime, name.c_str());
+         });
     m_source.ShareSettings(m_list->GetRowKey(row), m_list->GetRowKey(row + 1));
 }
 
@@ -208,7 +238,7 @@ void SubtitlePanel::MergeRows()
         times.push_back(m_list->Times(row));
     }
     const SubtitleTimes whole = MergedTimes(times);
-    Edit(kStepSubtitleMerge, [&, text = texts.join(u'\n').toStdWString()] {
+    Edit(Text(kStepSubtitleMerge, {NamedRows(rows)}), [&, text = texts.join(u'\n').toStdWString()] {
         m_list->ModifyItem(rows.front(), text.c_str(), &whole.in, &whole.out, nullptr);
         for (auto row = rows.rbegin(); *row != rows.front(); ++row)
             m_list->DeleteItem(*row);
@@ -220,7 +250,10 @@ void SubtitlePanel::MergeRows()
 void SubtitlePanel::SetTimeHere(bool in)
 {
     const int row = Current();
-    Edit(in ? kStepSubtitleIn : kStepSubtitleOut, [&] { m_list->SetTimeCode(row, PlayHead(), in ? 1 : 0); });
+    const DWORD time = PlayHead();
+    const QString step = Text(in ? kStepSubtitleIn : kStepSubtitleOut,
+                              {NamedRows({row}), TimeCode(static_cast<int>(time), FrameRateOf(m_rate))});
+    Edit(step, [&] { m_list->SetTimeCode(row, time, in ? 1 : 0); });
     if (!in && row + 1 < m_list->GetItemCount())
         m_list->GoTo(row + 1);
     ShowCommands();
@@ -257,7 +290,8 @@ void SubtitlePanel::ShiftRows()
     question.setTextValue(QStringLiteral("+00:00:00:00"));
     if (question.exec() != QDialog::Accepted)
         return;
-    Edit(kStepSubtitleShift, [&] {
+    const QString step = Text(kStepSubtitleShift, {NamedRows(rows), question.textValue().trimmed()});
+    Edit(step, [&] {
         for (std::size_t i = 0; i < rows.size(); ++i)
             m_list->SetTimes(rows[i], shifted[i]);
     });
@@ -265,27 +299,46 @@ void SubtitlePanel::ShiftRows()
 
 void SubtitlePanel::UseTemplate(const QString& name)
 {
-    Edit(kStepSubtitleTemplate, [&, text = name.toStdWString()] {
-        for (const int row : SelectedRows()) {
+    const std::vector<int> rows = SelectedRows();
+    Edit(Text(kStepSubtitleTemplate, {NamedRows(rows), name}), [&, text = name.toStdWString()] {
+        for (const int row : rows) {
             const SubtitleTimes times = m_list->Times(row);
             m_list->ModifyItem(row, nullptr, &times.in, &times.out, text.c_str());
         }
     });
 }
 
-// The steps hold frames of the rate before.
+// The steps hold frames of the rate before, and go. A time that is still the file's own stays so.
 void SubtitlePanel::UseProjectRate()
 {
     const FrameRate from = FrameRateOf(m_rate);
     const FrameRate to = m_transport.Rate();
-    const auto moved = [&](DWORD frame) { return frame == kNoTime ? frame : FrameAtRate(frame, from, to); };
+    if (Steps().count() > 0 && KvMessageBox(this, Text(kTextSubtitleStepsGo, {RateText(to)}).toStdWString(),
+                                            MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES)
+        return;
+    const bool wasModified = IsModified();
+    const std::vector<SubtitleRow> before = Rows();
+    const auto moved = [&](DWORD frame, std::int64_t original) {
+        if (frame == kNoTime)
+            return frame;
+        const bool isOwn = original >= 0 && FrameAtMilliseconds(original, from) == frame;
+        return isOwn ? FrameAtMilliseconds(original, to) : FrameAtRate(frame, from, to);
+    };
     for (int row = 0; row < m_list->GetItemCount(); ++row) {
         const SubtitleTimes times = m_list->Times(row);
-        m_list->SetTimes(row, {moved(times.in), moved(times.out)});
+        const auto found = m_source.rows.find(m_list->GetRowKey(row));
+        const SubtitleSource::Row source =
+            found == m_source.rows.end() ? SubtitleSource::Row() : found->second;
+        m_list->SetTimes(row, {moved(times.in, source.in), moved(times.out, source.out)});
     }
     SetRate(m_document.Current().video.frameRate);
     Steps().clear();
-    Steps().resetClean(); // the file has the times of the other rate
+    const auto hasSameTimes = [](const SubtitleRow& a, const SubtitleRow& b) {
+        return a.in == b.in && a.out == b.out;
+    };
+    const std::vector<SubtitleRow> after = Rows();
+    if (wasModified || !std::equal(before.begin(), before.end(), after.begin(), after.end(), hasSameTimes))
+        Steps().resetClean(); // the file has other times
     emit Reported(LogType::Message, Text(kTextSubtitleRateUsed, {RateText(from), RateText(to)}));
     OnRowsChanged();
 }
@@ -313,8 +366,13 @@ void SubtitlePanel::GoToTime()
     const DWORD time = times.in != kNoTime ? times.in : times.out;
     if (time == kNoTime)
         return;
+    LengthenProject(); // it may be shorter again by its own undo
     const DWORD frame = FirstAtRate(time, FrameRateOf(m_rate), m_transport.Rate());
-    m_transport.Seek(static_cast<int>(std::min<DWORD>(frame, static_cast<DWORD>(m_transport.LastFrame()))));
+    const auto last = static_cast<DWORD>(m_transport.LastFrame());
+    m_transport.Seek(static_cast<int>(std::min(frame, last)));
+    if (frame > last && times.in != kNoTime)
+        emit Reported(LogType::Warning,
+                      Text(kTextSubtitleBeyond, {TimeCode(m_transport.LastFrame(), m_transport.Rate())}));
 }
 
 // Round the end of the list.

@@ -132,6 +132,8 @@ void SubtitleFindBar::Run(int mode)
         m_result->setText(Text(kTextFindReplacedCount, {QString::number(matches)}));
     else
         m_result->setText(result == kFoundWrapped ? Text(kTextFindWrapped) : QString());
+    if (mode == kReplaceAll && fault.isEmpty() && result != kNothing)
+        emit Replaced(m_text->text(), m_replacement->text(), matches);
     emit Found();
 }
 

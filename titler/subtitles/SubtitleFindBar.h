@@ -31,6 +31,8 @@ public:
 signals:
     /// Something was looked for, and perhaps replaced: rows and selection may be others.
     void Found();
+    /// A text was replaced in all rows, so many times.
+    void Replaced(const QString& text, const QString& replacement, int count);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

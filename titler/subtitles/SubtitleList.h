@@ -18,6 +18,7 @@ class SubtitleList : public CKvSubTitleTxtListEditor
     Q_OBJECT
 
 public:
+    using CKvSubTitleTxtListEditor::EditCell;
     using CKvSubTitleTxtListEditor::EnsureVisible;
     using CKvSubTitleTxtListEditor::GetCurrentItem;
     using CKvSubTitleTxtListEditor::IsEditing;

@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace titler {
 namespace {
@@ -109,7 +110,10 @@ void SubtitlePanel::Connect()
     connect(m_list, &SubtitleList::RowsEdited, this, &SubtitlePanel::OnRowsChanged);
     connect(m_list, &SubtitleList::TextEdited, this, &SubtitlePanel::OnRowsChanged);
     connect(m_list, &SubtitleList::TimeCodeEdited, this, &SubtitlePanel::OnRowsChanged);
-    connect(&Steps(), &QUndoStack::indexChanged, this, &SubtitlePanel::OnRowsChanged);
+    connect(&Steps(), &QUndoStack::indexChanged, this, [this] {
+        LengthenProject();
+        OnRowsChanged();
+    });
     connect(m_list, &CKvReportListCtrl::SelectionEdited, this, [this] {
         ShowCommands();
         ShowFaults();
@@ -119,8 +123,13 @@ void SubtitlePanel::Connect()
         OnRowsChanged();
         ShowFaults();
     });
+    connect(
+        m_find, &SubtitleFindBar::Replaced, this, [this](const QString& what, const QString& by, int count) {
+            emit Reported(LogType::Message, Text(kTextSubtitleReplaced, {what, by, QString::number(count)}));
+        });
     connect(&m_transport, &Transport::FrameChanged, this, &SubtitlePanel::ShowPlaying);
     connect(&m_transport, &Transport::PlayingChanged, this, &SubtitlePanel::Follow);
+    connect(&m_document, &Document::ProjectOpened, this, [this] { m_isOpened = true; });
     connect(&m_document, &Document::ProjectChanged, this, &SubtitlePanel::OnProjectChanged);
     connect(this, &SubtitlePanel::SubtitleShown, m_canvas, &CanvasView::ShowSubtitle);
 }
@@ -189,6 +198,8 @@ void SubtitlePanel::OnProjectChanged()
     const EKvFrameRate rate = m_document.Current().video.frameRate;
     if (rate != m_rate && m_list->GetItemCount() == 0 && Steps().count() == 0)
         SetRate(rate);
+    if (std::exchange(m_isOpened, false))
+        LengthenProject();
     ShowCommands();
     ShowPlaying();
     ShowFaults();
@@ -196,12 +207,15 @@ void SubtitlePanel::OnProjectChanged()
 
 void SubtitlePanel::LengthenProject()
 {
-    DWORD last = 0;
-    for (int row = 0; row < m_list->GetItemCount(); ++row)
-        for (const DWORD time : {m_list->Times(row).in, m_list->Times(row).out})
-            if (time != kNoTime)
-                last = std::max(last, time);
-    const DWORD frames = FirstAtRate(last, FrameRateOf(m_rate), m_transport.Rate());
+    const FrameRate rate = FrameRateOf(m_rate);
+    DWORD frames = 0;
+    for (int row = 0; row < m_list->GetItemCount(); ++row) {
+        const SubtitleTimes times = m_list->Times(row);
+        if (times.in != kNoTime) // its frame is to be seen
+            frames = std::max(frames, FirstAtRate(times.in, rate, m_transport.Rate()) + 1);
+        if (times.out != kNoTime)
+            frames = std::max(frames, FirstAtRate(times.out, rate, m_transport.Rate()));
+    }
     const int duration = static_cast<int>(std::min<DWORD>(frames, kLongestDuration));
     if (duration <= m_document.Current().duration)
         return;

@@ -85,10 +85,11 @@ private:
     void ReportImport(const QString& name, const SubtitleFile& read, const QString& readAs);
     std::vector<SubtitleRow> Rows() const;
     std::int64_t MillisecondsOf(DWORD frame, std::int64_t original) const;
-    bool MayLose(const std::vector<SubtitleLoss>& losses);
+    /// @param more what else is not as in the file before; may be empty.
+    bool MayLose(const std::vector<SubtitleLoss>& losses, const QString& more);
     /// Shows the times of rows that come at that rate.
     void SetRate(EKvFrameRate rate);
-    /// The project becomes as long as the subtitles.
+    /// The project becomes as long as the subtitles, and shows where each begins.
     void LengthenProject();
     void UseProjectRate();
     void AddRow();
@@ -103,7 +104,7 @@ private:
     void GoToFault(int step);
     void Follow();
     /// One step of undo.
-    void Edit(UINT stepId, const std::function<void()>& change);
+    void Edit(const QString& step, const std::function<void()>& change);
 
     void OnRowsChanged();
     void OnProjectChanged();
@@ -134,6 +135,7 @@ private:
     QString m_file;
     SubtitleSource m_source;
     EKvFrameRate m_rate;
+    bool m_isOpened = false;        ///< another project is, of which nothing was told yet
     std::vector<unsigned> m_faults; ///< by row, as `SubtitleFault`
     QTimer m_check;
 };

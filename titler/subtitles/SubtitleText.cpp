@@ -211,12 +211,16 @@ std::optional<std::int64_t> ShiftOf(const QString& text, EKvFrameRate rate)
     bool isNumber = false;
     std::int64_t frames = digits.toInt(&isNumber);
     if (!isNumber) {
-        FrameRate counted = FrameRateOf(rate);
+        const FrameRate wanted = FrameRateOf(rate);
+        FrameRate counted = wanted;
         counted.dropFrame = false; // a step has no labels that drop frame leaves out
         const std::optional<int> read = ParseTimeCode(digits, counted);
         if (!read)
             return std::nullopt;
         frames = *read;
+        if (wanted.dropFrame) // its labels go by the clock
+            frames =
+                FrameAtMilliseconds(*read / wanted.nominal * qint64{1000}, wanted) + *read % wanted.nominal;
     }
     return isBack ? -frames : frames;
 }

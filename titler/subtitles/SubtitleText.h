@@ -56,6 +56,7 @@ int CharactersOf(const QString& text);
 std::pair<QString, QString> SplitSubtitle(const QString& text, double part);
 
 /// Reads a step in time: "+10" and "-10" are frames, "-1:00" is a second back; without a sign forwards.
+/// Hours, minutes and seconds are those that labels count: with drop frame the clock's, to the nearest frame.
 /// @return frames; nothing for what is no time code.
 std::optional<std::int64_t> ShiftOf(const QString& text, EKvFrameRate rate);
 

@@ -253,14 +253,16 @@ std::vector<SubtitleRow> SubtitlePanel::Rows() const
     return rows;
 }
 
-bool SubtitlePanel::MayLose(const std::vector<SubtitleLoss>& losses)
+bool SubtitlePanel::MayLose(const std::vector<SubtitleLoss>& losses, const QString& more)
 {
-    if (losses.empty())
+    if (losses.empty() && more.isEmpty())
         return true;
     QStringList lines;
     for (const SubtitleLoss& loss : losses)
         lines << Counted(TextOf(kLossTexts, loss.kind), loss.count,
                          loss.rows.empty() ? QString() : QString::number(loss.rows.front() + 1));
+    if (!more.isEmpty())
+        lines << more;
     const QString question = Text(kTextSubtitleLosses, {lines.join(u'\n')});
     emit Reported(LogType::Warning, question);
     return KvMessageBox(this, question.toStdWString(), MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
@@ -277,13 +279,18 @@ bool SubtitlePanel::Export(const QString& file)
     const bool losesRows = !losses.empty();
     if (isOwn)
         losses.insert(losses.end(), m_source.unread.begin(), m_source.unread.end());
-    if (!MayLose(losses))
-        return false;
     TextForm form = m_source.form;
     if (format == SubtitleFormat::WebVtt && format != m_source.format)
         form = {"UTF-8", false, form.lineEnd}; // no other encoding is allowed
     const QString wanted = QString::fromStdString(form.encoding);
-    const std::string bytes = EncodeFile(WriteSubtitles(rows, format, m_source.head), form);
+    const std::string text = WriteSubtitles(rows, format, m_source.head);
+    const std::string bytes = EncodeFile(text, form);
+    QString reencoded;
+    if (wanted.toStdString() != form.encoding)
+        reencoded =
+            Text(kTextBecomesUtf8, {wanted, QString::fromStdString(FirstNotIn(text, wanted.toStdString()))});
+    if (!MayLose(losses, reencoded))
+        return false;
     const QString name = QDir::toNativeSeparators(file);
     if (const QString fault = WriteWhole(file, QByteArray::fromStdString(bytes)); !fault.isEmpty()) {
         emit Reported(LogType::Error, Text(kTextCannotSave, {name, fault}));

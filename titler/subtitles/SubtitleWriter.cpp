@@ -1,9 +1,9 @@
 #include "subtitles/CueLines.h"
+#include "subtitles/SubtitleMarkup.h"
 #include "subtitles/Subtitles.h"
 #include "subtitles/VttText.h"
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 
 namespace titler {
@@ -28,34 +28,6 @@ Lines LinesOf(std::string_view text)
 bool HasTimes(const SubtitleRow& row)
 {
     return row.in >= 0 && row.out >= 0;
-}
-
-/// Where the markup that begins at `text` ends: "<i>", "</c>", "<00:01.000>" and "{\an8}"; 0 for none.
-std::size_t MarkupLength(std::string_view text)
-{
-    const bool isBrace = text.front() == '{';
-    const std::size_t name = isBrace || text.substr(0, 2) != "</" ? 1 : 2;
-    const auto c = static_cast<unsigned char>(name < text.size() ? text[name] : '\0');
-    const bool begins = isBrace ? c == '\\' : std::isalpha(c) != 0 || (name == 1 && std::isdigit(c) != 0);
-    const std::size_t end = text.find_first_of(isBrace ? "{}\n" : "<>\n", 1);
-    const bool ends = end != text.npos && text[end] == (isBrace ? '}' : '>');
-    const std::string_view inside = text.substr(1, end - 1);
-    const bool isTime =
-        inside.find(':') != inside.npos && inside.find_first_not_of("0123456789:.") == inside.npos;
-    return begins && ends && (std::isdigit(c) == 0 || isTime) ? end + 1 : 0;
-}
-
-std::string WithoutMarkup(std::string_view text)
-{
-    std::string plain;
-    while (!text.empty()) {
-        const bool mayBegin = text.front() == '<' || text.front() == '{';
-        const std::size_t markup = mayBegin ? MarkupLength(text) : 0;
-        if (markup == 0)
-            plain += text.front();
-        text.remove_prefix(std::max<std::size_t>(markup, 1));
-    }
-    return plain;
 }
 
 /// Plain text that was read as such keeps what only resembles markup.
@@ -84,7 +56,8 @@ bool LosesInPlainText(const SubtitleRow& row, SubtitleLossKind kind)
     }
 }
 
-bool Loses(const SubtitleRow& row, const Lines& lines, SubtitleLossKind kind, SubtitleFormat format)
+bool Loses(const SubtitleRow& row, const WrittenText& written, const Lines& lines, SubtitleLossKind kind,
+           SubtitleFormat format)
 {
     if (format == SubtitleFormat::PlainText)
         return LosesInPlainText(row, kind);
@@ -99,7 +72,7 @@ bool Loses(const SubtitleRow& row, const Lines& lines, SubtitleLossKind kind, Su
     case SubtitleLossKind::Identifier:
         return !row.identifier.empty() && format == SubtitleFormat::SubRip && !IsNumber(row.identifier);
     case SubtitleLossKind::EdgeLines:
-        return inner.size() < lines.size() && !row.text.empty();
+        return inner.size() < lines.size() && !written.text.empty();
     case SubtitleLossKind::SpacedLines:
         return std::any_of(inner.begin(), inner.end(),
                            [](const CueLine& l) { return !l.text.empty() && IsBlank(l.text); });
@@ -107,6 +80,8 @@ bool Loses(const SubtitleRow& row, const Lines& lines, SubtitleLossKind kind, Su
         return format == SubtitleFormat::SubRip &&
                std::any_of(inner.begin(), inner.end(),
                            [](const CueLine& l) { return IsMeantForTimes(l.text); });
+    case SubtitleLossKind::Markup:
+        return written.loses;
     default:
         return false;
     }
@@ -152,10 +127,11 @@ void AppendCue(std::string& out, const SubtitleRow& row, bool isVtt)
     AppendTime(out, row.in, isVtt ? '.' : ',');
     (out += ' ').append(kArrow) += ' ';
     AppendTime(out, row.out, isVtt ? '.' : ',');
-    if (!row.settings.empty() && (row.origin == SubtitleFormat::WebVtt) == isVtt)
-        (out += ' ') += row.settings;
+    const WrittenText written = MarkupIn(row, isVtt ? SubtitleFormat::WebVtt : SubtitleFormat::SubRip);
+    if (!written.settings.empty())
+        (out += ' ') += written.settings;
     out += '\n';
-    const Lines lines = LinesOf(row.text);
+    const Lines lines = LinesOf(written.text);
     for (const CueLine& line : InnerLines(lines)) {
         // An empty line would end the cue.
         if (IsBlank(line.text))
@@ -192,10 +168,11 @@ std::vector<SubtitleLoss> SubtitleLosses(const std::vector<SubtitleRow>& rows, S
                                           Settings, Identifier, Times,     LineBreaks,  Markup};
     std::vector<SubtitleLoss> losses(std::size(kinds));
     for (std::size_t row = 0; row < rows.size(); ++row) {
-        const Lines lines = LinesOf(rows[row].text);
+        const WrittenText written = MarkupIn(rows[row], format);
+        const Lines lines = LinesOf(written.text);
         for (std::size_t i = 0; i < std::size(kinds); ++i) {
             losses[i].kind = kinds[i];
-            if (Loses(rows[row], lines, kinds[i], format))
+            if (Loses(rows[row], written, lines, kinds[i], format))
                 losses[i].rows.push_back(row);
         }
     }

@@ -92,7 +92,7 @@ enum class SubtitleLossKind
     Identifier,  ///< the cue's name; a number is none where the format has its own
     Times,       ///< plain text has none
     LineBreaks,  ///< they become blanks in plain text
-    Markup,      ///< plain text has none
+    Markup,      ///< that the format does not know; plain text has none
     Title,       ///< what stands in the head behind "WEBVTT"
     Blocks,      ///< style sheets and regions
     Notes,       ///< of the file that is overwritten

@@ -255,6 +255,36 @@ std::string EncodeFile(std::string_view utf8, TextForm& form)
     return form.hasMark ? std::string(mark->bytes) + text : text;
 }
 
+// The longest begin that comes back as it was is found by halves: a conversion each, not one a character.
+std::string FirstNotIn(std::string_view utf8, const std::string& encoding)
+{
+    const auto begins = [utf8](std::size_t at) { // of a character, at or before that place
+        while (at > 0 && at < utf8.size() && (static_cast<unsigned char>(utf8[at]) & 0xC0) == 0x80)
+            --at;
+        return at;
+    };
+    const auto holds = [&](std::size_t size) {
+        const std::optional<ConvertedText> encoded = EncodeText(utf8.substr(0, size), encoding);
+        if (!encoded || encoded->replaced > 0)
+            return !encoded;
+        const std::optional<ConvertedText> again = DecodeText(encoded->bytes, encoding);
+        return again && again->bytes == utf8.substr(0, size);
+    };
+    if (holds(utf8.size()))
+        return {};
+    std::size_t good = 0;
+    std::size_t bad = utf8.size();
+    for (;;) {
+        std::size_t middle = begins(good + (bad - good) / 2);
+        if (middle <= good) // no character begins between them but, perhaps, the next one
+            for (middle = good + 1; middle < bad && begins(middle) != middle;)
+                ++middle;
+        if (middle >= bad)
+            return std::string(utf8.substr(good, bad - good));
+        (holds(middle) ? good : bad) = middle;
+    }
+}
+
 std::optional<ConvertedText> EncodeText(std::string_view utf8, const std::string& encoding)
 {
     Replacements replaced;

@@ -54,6 +54,9 @@ TextForm TextFormOf(std::string_view bytes, const std::string& encoding, std::st
 /// becomes UTF-8, also in `form`.
 std::string EncodeFile(std::string_view utf8, TextForm& form);
 
+/// The first character that an encoding cannot hold; empty when it holds all, and for an unknown encoding.
+std::string FirstNotIn(std::string_view utf8, const std::string& encoding);
+
 /// The bytes of UTF-8 in that encoding, without a byte order mark; nothing as with DecodeText.
 std::optional<ConvertedText> EncodeText(std::string_view utf8, const std::string& encoding);
 

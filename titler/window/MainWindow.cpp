@@ -140,6 +140,8 @@ void MainWindow::ShowPage(Workspace workspace)
         return;
     Settle();
     m_current = workspace;
+    if (TraitsOf(workspace).application != kEvery)
+        m_application = TraitsOf(workspace).application;
     m_workspaces->actions()[static_cast<int>(workspace)]->setChecked(true);
     m_safeAreas->setEnabled(TraitsOf(workspace).application == kTitles); // its key is another one elsewhere
     if (m_menuBar != nullptr)
@@ -183,7 +185,7 @@ void MainWindow::BuildStatusLine()
 
 void MainWindow::ShowFile()
 {
-    const bool areSubtitles = m_current == Workspace::Subtitles;
+    const bool areSubtitles = AreSubtitles();
     const QString& file = areSubtitles ? m_subtitles->FileName() : m_document.FileName();
     const bool isModified = areSubtitles ? m_subtitles->IsModified() : m_document.IsModified();
     const QString name = file.isEmpty() ? Text(kTextUntitled) : FileNameOf(file);
@@ -385,9 +387,15 @@ void MainWindow::ChooseProject()
         OpenProject(file);
 }
 
+// The log stands beside both.
+bool MainWindow::AreSubtitles() const
+{
+    return m_application == kSubtitles;
+}
+
 void MainWindow::Save()
 {
-    if (m_current == Workspace::Subtitles)
+    if (AreSubtitles())
         m_subtitles->Save();
     else
         SaveProject();
@@ -395,7 +403,7 @@ void MainWindow::Save()
 
 void MainWindow::SaveAs()
 {
-    if (m_current == Workspace::Subtitles)
+    if (AreSubtitles())
         m_subtitles->ChooseExport();
     else
         SaveProjectAs();

@@ -93,6 +93,8 @@ private:
     void ShowSteps();
     void ShowFormats();
     QUndoStack& Steps(); ///< of what the workspace shows
+    /// Whether file and steps are the subtitles'; else they are the project's or the rules'.
+    bool AreSubtitles() const;
     void Undo();
     void Redo();
     void LogStep(const QUndoStack& steps, int& logged);
@@ -129,6 +131,7 @@ private:
     ApplicationBar* m_bar = nullptr; ///< one of the two
     ApplicationMenuBar* m_menuBar = nullptr;
     Workspace m_current = Workspace::Design;
+    Application m_application = kTitles; ///< of the last workspace that belongs to one
     WorkspaceTools m_tools;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

@@ -229,14 +229,9 @@ void MainWindow::AddCommands(UINT menuId, const QList<QAction*>& commands, Works
 // Rules and subtitles have their own steps: what is undone is what the user sees.
 QUndoStack& MainWindow::Steps()
 {
-    switch (m_current) {
-    case Workspace::Rules:
+    if (m_current == Workspace::Rules)
         return m_rules.Steps();
-    case Workspace::Subtitles:
-        return m_subtitles->Steps();
-    default:
-        return m_document.Steps();
-    }
+    return AreSubtitles() ? m_subtitles->Steps() : m_document.Steps();
 }
 
 void MainWindow::Undo()
