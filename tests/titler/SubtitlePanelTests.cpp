@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -414,8 +415,22 @@ TEST_F(SubtitleWindow, AddsSplitsAndMergesWithoutLosingTimes)
     EXPECT_EQ(list.GetItemCount(), 6) << "the current row, though two are selected";
 }
 
+TEST_F(SubtitleWindow, AddsToRowsWithoutTimesBehindTheCurrentOne)
+{
+    ASSERT_TRUE(Import("one\ntwo\nthree\n", "in.txt"));
+    Select(1);
+    window.Time().Seek(25);
+    Press(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Rows(), (Lines{"-1--1 one", "-1--1 two", "25-75 ", "-1--1 three"}));
+    list.SetSelItem(3);
+    window.Time().Seek(5);
+    Press(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Row(2), "5-25 ") << "before what has a time";
+}
+
 TEST_F(SubtitleWindow, ShiftsTheSelectionAndAsksAgain)
 {
+    Command("Shift")->trigger(); // there is nothing to ask about
     ASSERT_TRUE(Import(kThree));
     Select(0);
     QString label;
@@ -486,6 +501,13 @@ TEST_F(SubtitleWindow, EveryStepIsLogged)
     window.Time().Seek(50);
     Press(Qt::Key_I);
     EXPECT_TRUE(LogHas("Done: in time of subtitle 1: 00:00:02:00"));
+    Press(Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), "e");
+    for (QPushButton* button : panel.findChildren<QPushButton*>())
+        if (button->text().remove(u'&') == "Replace all")
+            button->click();
+    EXPECT_TRUE(LogHas("\u201ce\u201d replaced by \u201c\u201d, in all: 4"));
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
     window.Show(Workspace::Log);
     EXPECT_TRUE(window.windowTitle().startsWith("in.srt")) << "the log serves what is worked on";
     QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);

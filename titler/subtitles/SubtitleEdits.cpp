@@ -63,15 +63,18 @@ QString NamedRows(const std::vector<int>& rows)
                 {first, last, QString::number(count)});
 }
 
-// Where a row stands by its time: behind the last one that begins no later.
-int PlaceOf(const SubtitleList& list, DWORD in)
+// Where a row stands by its time: behind the last one that begins no later, else before the first one that
+// has a time; `otherwise` when none has.
+int PlaceOf(const SubtitleList& list, DWORD in, int otherwise)
 {
-    int place = list.GetItemCount();
-    while (place > 0) {
-        const DWORD before = list.Times(place - 1).in;
-        if (before != kNoTime && before <= in)
-            break;
-        --place;
+    int place = otherwise;
+    for (int row = list.GetItemCount() - 1; row >= 0; --row) {
+        const DWORD other = list.Times(row).in;
+        if (other == kNoTime)
+            continue;
+        if (other <= in)
+            return row + 1;
+        place = row;
     }
     return place;
 }
@@ -177,7 +180,7 @@ void SubtitlePanel::Edit(const QString& step, const std::function<void()>& chang
 void SubtitlePanel::AddRow()
 {
     const DWORD in = PlayHead();
-    const int row = PlaceOf(*m_list, in);
+    const int row = PlaceOf(*m_list, in, Current() >= 0 ? Current() + 1 : m_list->GetItemCount());
     const auto length = static_cast<DWORD>(kNewRow * FrameRateOf(m_rate).PerSecond());
     const DWORD out = std::min(in + length, NextIn(*m_list, in));
     Edit(Text(kStepSubtitleAdd, {NamedRows({row})}),
@@ -270,6 +273,8 @@ void SubtitlePanel::ShiftRows()
         for (int row = 0; row < m_list->GetItemCount(); ++row)
             rows.push_back(row);
     }
+    if (rows.empty())
+        return;
     std::vector<SubtitleTimes> shifted;
     const auto check = [&](const QString& typed) {
         const std::optional<std::int64_t> by = ShiftOf(typed, m_rate);
