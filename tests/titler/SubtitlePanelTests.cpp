@@ -517,6 +517,9 @@ TEST_F(SubtitleWindow, EveryStepIsLogged)
     window.Show(Workspace::Design);
     window.Show(Workspace::Log);
     EXPECT_FALSE(window.windowTitle().startsWith("in.srt"));
+    emit window.Bar()->TitleBarActivated(kSubtitles); // comes back with its log
+    EXPECT_TRUE(window.windowTitle().startsWith("in.srt"));
+    window.Show(Workspace::Design);
     answer = IDCANCEL;
     QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
     EXPECT_FALSE(LogHas("New project"));

@@ -20,6 +20,8 @@ public:
 
     /// Silent.
     void Select(Workspace workspace);
+    /// The application whose tabs are shown.
+    unsigned Active() const { return m_active; }
     /// The name under which the application menu can be made.
     const std::wstring& MenuName() const { return m_menu.Name(); }
     /// The name of what is open, as the caption shows it.

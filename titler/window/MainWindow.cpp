@@ -136,12 +136,14 @@ void MainWindow::Show(Workspace workspace)
 
 void MainWindow::ShowPage(Workspace workspace)
 {
-    if (workspace == m_current)
+    unsigned application = TraitsOf(workspace).application;
+    if (application == kEvery)
+        application = m_bar != nullptr ? m_bar->Active() : m_application;
+    if (workspace == m_current && application == m_application)
         return;
     Settle();
     m_current = workspace;
-    if (TraitsOf(workspace).application != kEvery)
-        m_application = TraitsOf(workspace).application;
+    m_application = application;
     m_workspaces->actions()[static_cast<int>(workspace)]->setChecked(true);
     m_safeAreas->setEnabled(TraitsOf(workspace).application == kTitles); // its key is another one elsewhere
     if (m_menuBar != nullptr)
@@ -387,7 +389,7 @@ void MainWindow::ChooseProject()
         OpenProject(file);
 }
 
-// The log stands beside both.
+// Also while the log is shown in their application.
 bool MainWindow::AreSubtitles() const
 {
     return m_application == kSubtitles;

@@ -131,7 +131,7 @@ private:
     ApplicationBar* m_bar = nullptr; ///< one of the two
     ApplicationMenuBar* m_menuBar = nullptr;
     Workspace m_current = Workspace::Design;
-    Application m_application = kTitles; ///< of the last workspace that belongs to one
+    unsigned m_application = kTitles; ///< in which it is shown; without tabs, that of the one before the log
     WorkspaceTools m_tools;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
