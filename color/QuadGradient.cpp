@@ -325,16 +325,18 @@ void QuadFill::Blend(std::uint32_t* pixels, int count, const Brush& brush, const
             pixels[i] = OverStraight(ramp + 4 * i, start, alphas + 4 * i, alphaStart, pixels[i]);
         return;
     }
-    const std::uint32_t forced = m_format == PixelFormat::Rgb32 ? kOpaque : 0;
-    std::array<std::uint32_t, kGroup> group{};
-    for (int i = 0; i < count; i += kGroup) {
-        const int size = std::min(kGroup, count - i);
-        std::copy_n(pixels + i, size, group.data());
-        BlendGroup(reinterpret_cast<std::uint8_t*>(group.data()), ramp + 4 * i, start, alphas + 4 * i,
-                   alphaStart);
-        for (int k = 0; k < size; ++k)
-            pixels[i + k] = group[static_cast<std::size_t>(k)] | forced;
+    auto* bytes = reinterpret_cast<std::uint8_t*>(pixels);
+    const int whole = 4 * (count / kGroup * kGroup);
+    for (int i = 0; i < whole; i += kLanes)
+        BlendGroup(bytes + i, ramp + i, start, alphas + i, alphaStart);
+    if (whole < 4 * count) {
+        std::array<std::uint8_t, kLanes> group{};
+        std::copy(bytes + whole, bytes + 4 * count, group.data());
+        BlendGroup(group.data(), ramp + whole, start, alphas + whole, alphaStart);
+        std::copy_n(group.data(), 4 * count - whole, bytes + whole);
     }
+    if (m_format == PixelFormat::Rgb32)
+        std::for_each_n(pixels, count, [](std::uint32_t& pixel) { pixel |= kOpaque; });
 }
 
 } // namespace
