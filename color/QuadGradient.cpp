@@ -73,8 +73,8 @@ std::array<Plane, 4> MakePlanes(const QuadColours& corners)
 // their way: what they come to lies in 0 … 255 and has half a unit of room for rounding on both sides.
 using Lane = std::uint16_t;
 
-constexpr int kBlock = 256; // pixels that are drawn from one starting value
-constexpr int kGroup = 4;   // pixels a step
+constexpr int kBlock = 1024; // pixels that are drawn from one starting value
+constexpr int kGroup = 4;    // pixels a step
 constexpr int kLanes = 4 * kGroup;
 
 struct Ramp
@@ -91,9 +91,11 @@ Lane LaneOf(double value)
 /// The same four lanes for each pixel of a group.
 Start StartOf(const Channels& channels)
 {
+    std::array<Lane, 4> pixel;
+    std::transform(channels.begin(), channels.end(), pixel.begin(), LaneOf);
     Start start;
     for (std::size_t i = 0; i < start.size(); ++i)
-        start[i] = LaneOf(channels[i % 4]);
+        start[i] = pixel[i % 4];
     return start;
 }
 
