@@ -1,5 +1,6 @@
 #include "color/GradientRaster.h"
 
+#include "color/Checkerboard.h"
 #include "color/GradientColour.h"
 
 #include <algorithm>
@@ -24,9 +25,8 @@ constexpr int kDiamondReach = 3;
 constexpr int kMarkerReach = 4;
 constexpr int kMarkerHeight = 10;
 
-constexpr int kSquare = 4;
-constexpr float kLightGrey = 0xDD;
-constexpr float kDarkGrey = 0xCC;
+constexpr float kLightGrey = BlueOf(CheckerColours{}.light);
+constexpr float kDarkGrey = BlueOf(CheckerColours{}.dark);
 
 } // namespace
 
@@ -137,7 +137,7 @@ void DrawBlend(Columns& columns, const DeviceGrid& grid, int width, int left, in
 void DrawBoard(Columns& columns, const DeviceGrid& grid, int right)
 {
     for (int square = 0, from = 0; from < right; ++square) {
-        const int to = std::clamp(grid.Edge((square + 1) * kSquare), from + 1, right);
+        const int to = std::clamp(CheckerEdge(grid, square), from + 1, right);
         std::fill(columns.greys.get() + from, columns.greys.get() + to,
                   square % 2 == 0 ? kDarkGrey : kLightGrey);
         from = to;
@@ -226,7 +226,7 @@ void DrawPalette(PixelView picture, const DeviceGrid& grid, int width, std::span
     const std::size_t bytes = static_cast<std::size_t>(picture.width) * sizeof(std::uint32_t);
     int square = 0;
     for (int y = top + line; y < bottom - line; ++y) {
-        while (grid.Edge((square + 1) * kSquare) <= y)
+        while (CheckerEdge(grid, square) <= y)
             ++square;
         std::memcpy(picture.Row(y), (square % 2 == 0 ? rows.even : rows.odd).data(), bytes);
     }

@@ -1,17 +1,15 @@
 #include "color/QuadGradient.h"
 
 #include "color/GradientColour.h"
+#include "color/PixelLanes.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <memory>
 
 namespace kv {
 
 namespace {
-
-static_assert(std::endian::native == std::endian::little, "lanes are the bytes of a pixel in memory");
 
 /// Blue, green, red, alpha.
 using Channels = std::array<double, 4>;
@@ -69,34 +67,21 @@ std::array<Plane, 4> MakePlanes(const QuadColours& corners)
     }};
 }
 
-// Channels are reckoned in lanes of 16 bits, 8 of them behind the point; a pixel has four. Sums may wrap on
-// their way: what they come to lies in 0 … 255 and has half a unit of room for rounding on both sides.
-using Lane = std::uint16_t;
+// Sums of lanes may wrap on their way: what they come to lies in 0 … 255 and has half a unit of room for
+// rounding on both sides.
 
 constexpr int kBlock = 1024; // pixels that are drawn from one starting value
-constexpr int kGroup = 4;    // pixels a step
-constexpr int kLanes = 4 * kGroup;
 
 struct Ramp
 {
     alignas(16) std::array<Lane, 4 * kBlock> lanes;
 };
-using Start = std::array<Lane, kLanes>;
 
-Lane LaneOf(double value)
-{
-    return static_cast<Lane>(static_cast<std::int32_t>(value * 256 + 128));
-}
-
-/// The same four lanes for each pixel of a group.
-Start StartOf(const Channels& channels)
+LaneGroup StartOf(const Channels& channels)
 {
     std::array<Lane, 4> pixel;
-    std::transform(channels.begin(), channels.end(), pixel.begin(), LaneOf);
-    Start start;
-    for (std::size_t i = 0; i < start.size(); ++i)
-        start[i] = pixel[i % 4];
-    return start;
+    std::transform(channels.begin(), channels.end(), pixel.begin(), RoundingLane);
+    return Repeated(pixel);
 }
 
 /// What each of the first `count` pixels adds to the first one.
@@ -117,14 +102,14 @@ void MakeRamp(Ramp& ramp, const Channels& perPixel, int count)
 }
 
 /// A group of pixels from its ramp and start.
-inline void WriteGroup(std::uint8_t* __restrict bytes, const Lane* __restrict ramp, const Start& start)
+inline void WriteGroup(std::uint8_t* __restrict bytes, const Lane* __restrict ramp, const LaneGroup& start)
 {
     for (int i = 0; i < kLanes; ++i)
         bytes[i] =
             static_cast<std::uint8_t>(static_cast<Lane>(ramp[i] + start[static_cast<std::size_t>(i)]) >> 8);
 }
 
-void WriteOpaque(std::uint32_t* pixels, int count, const Ramp& ramp, const Start& start)
+void WriteOpaque(std::uint32_t* pixels, int count, const Ramp& ramp, const LaneGroup& start)
 {
     const Lane* lanes = ramp.lanes.data();
     auto* bytes = reinterpret_cast<std::uint8_t*>(pixels);
@@ -144,8 +129,8 @@ constexpr std::uint32_t kOpaque = 0xFF000000u;
 /// A group of pixels drawn over what is there. Works for opaque and for premultiplied pixels, when the alpha
 /// lanes of the colours are full.
 /// @param alphas holds the alpha in every lane.
-inline void BlendGroup(std::uint8_t* __restrict bytes, const Lane* __restrict ramp, const Start& start,
-                       const Lane* __restrict alphas, const Start& alphaStart)
+inline void BlendGroup(std::uint8_t* __restrict bytes, const Lane* __restrict ramp, const LaneGroup& start,
+                       const Lane* __restrict alphas, const LaneGroup& alphaStart)
 {
     for (int i = 0; i < kLanes; ++i) {
         const auto lane = static_cast<std::size_t>(i);
@@ -157,10 +142,10 @@ inline void BlendGroup(std::uint8_t* __restrict bytes, const Lane* __restrict ra
 }
 
 /// One pixel drawn over a straight one.
-std::uint32_t OverStraight(const Lane* ramp, const Start& start, const Lane* alphas, const Start& alphaStart,
-                           std::uint32_t below)
+std::uint32_t OverStraight(const Lane* ramp, const LaneGroup& start, const Lane* alphas,
+                           const LaneGroup& alphaStart, std::uint32_t below)
 {
-    const auto value = [](const Lane* lanes, const Start& from, std::size_t c) {
+    const auto value = [](const Lane* lanes, const LaneGroup& from, std::size_t c) {
         return static_cast<float>(static_cast<Lane>(lanes[c] + from[c]) - 128) * (1.0f / 256);
     };
     const float alpha = std::max(value(alphas, alphaStart, 0), 0.0f);
@@ -197,8 +182,8 @@ private:
     void DrawRow(int row);
     void DrawSpan(std::uint32_t* pixels, int count, const Brush& brush, double x, double y) const;
     void DrawBlock(std::uint32_t* pixels, int count, const Brush& brush, const Channels& first) const;
-    void Blend(std::uint32_t* pixels, int count, const Brush& brush, const Start& start,
-               const Start& alphaStart) const;
+    void Blend(std::uint32_t* pixels, int count, const Brush& brush, const LaneGroup& start,
+               const LaneGroup& alphaStart) const;
     double PlaceX(int column) const { return std::max((column - m_left) / m_width, 0.0); }
     double PlaceY(int row) const { return std::max((row - m_top) / m_height, 0.0); }
 
@@ -240,7 +225,7 @@ void QuadFill::MakeBrushes(const QuadColours& corners)
     m_brushes = std::make_unique_for_overwrite<std::array<Brush, 4>>();
     const std::array<Plane, 4> planes = MakePlanes(corners);
     // Whole groups are read, also where a row ends within one.
-    const int count = std::min((m_lastColumn - m_firstColumn + kGroup - 1) / kGroup * kGroup, kBlock);
+    const int count = std::min(WholeGroups(m_lastColumn - m_firstColumn), kBlock);
     for (std::size_t i = 0; i < planes.size(); ++i) {
         Brush& brush = (*m_brushes)[i];
         brush.plane = planes[i];
@@ -302,7 +287,7 @@ void QuadFill::DrawSpan(std::uint32_t* pixels, int count, const Brush& brush, do
 
 void QuadFill::DrawBlock(std::uint32_t* pixels, int count, const Brush& brush, const Channels& first) const
 {
-    const Start start = StartOf({first[0], first[1], first[2], 255});
+    const LaneGroup start = StartOf({first[0], first[1], first[2], 255});
     if (m_opaque)
         WriteOpaque(pixels, count, brush.ramp, start);
     else
@@ -317,8 +302,8 @@ bool AreOpaque(const std::uint32_t* pixels, int count)
     return all == kOpaque;
 }
 
-void QuadFill::Blend(std::uint32_t* pixels, int count, const Brush& brush, const Start& start,
-                     const Start& alphaStart) const
+void QuadFill::Blend(std::uint32_t* pixels, int count, const Brush& brush, const LaneGroup& start,
+                     const LaneGroup& alphaStart) const
 {
     const Lane* ramp = brush.ramp.lanes.data();
     const Lane* alphas = brush.alphas.lanes.data();
