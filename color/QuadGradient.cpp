@@ -174,7 +174,7 @@ class QuadFill
 {
 public:
     QuadFill(PixelView picture, PixelFormat format, const DeviceGrid& grid, const CRect& rect,
-             const QuadColours& corners);
+             const CRect& pixels, const QuadColours& corners);
     void Draw();
 
 private:
@@ -196,14 +196,19 @@ private:
     std::unique_ptr<std::array<Brush, 4>> m_brushes;
 };
 
-/// The device pixel of an edge, in a picture of that size.
+/// A device pixel of a picture of that size.
+int PixelIn(double pixel, int size)
+{
+    return static_cast<int>(std::clamp(pixel, 0.0, static_cast<double>(size)));
+}
+
 int EdgeIn(double edge, int size)
 {
-    return static_cast<int>(std::clamp(std::floor(edge + 0.5), 0.0, static_cast<double>(size)));
+    return PixelIn(std::floor(edge + 0.5), size);
 }
 
 QuadFill::QuadFill(PixelView picture, PixelFormat format, const DeviceGrid& grid, const CRect& rect,
-                   const QuadColours& corners)
+                   const CRect& pixels, const QuadColours& corners)
     : m_picture(picture)
     , m_format(format)
     , m_opaque((corners[0] & corners[1] & corners[2] & corners[3]) >= kOpaque)
@@ -211,12 +216,12 @@ QuadFill::QuadFill(PixelView picture, PixelFormat format, const DeviceGrid& grid
     , m_top(rect.top * grid.Ratio())
     , m_width(rect.right * grid.Ratio() - m_left)
     , m_height(rect.bottom * grid.Ratio() - m_top)
-    , m_firstColumn(EdgeIn(m_left, picture.width))
-    , m_lastColumn(EdgeIn(m_left + m_width, picture.width))
-    , m_firstRow(EdgeIn(m_top, picture.height))
-    , m_lastRow(EdgeIn(m_top + m_height, picture.height))
+    , m_firstColumn(std::max(pixels.left, PixelIn(std::floor(m_left), picture.width)))
+    , m_lastColumn(std::min(pixels.right, PixelIn(std::floor(m_left + m_width) + 1, picture.width)))
+    , m_firstRow(std::max(pixels.top, PixelIn(std::floor(m_top), picture.height)))
+    , m_lastRow(std::min(pixels.bottom, PixelIn(std::floor(m_top + m_height) + 1, picture.height)))
 {
-    if (m_firstColumn < m_lastColumn && m_firstRow < m_lastRow)
+    if (m_width > 0 && m_height > 0 && m_firstColumn < m_lastColumn && m_firstRow < m_lastRow)
         MakeBrushes(corners);
 }
 
@@ -250,8 +255,8 @@ void QuadFill::DrawRow(int row)
 {
     const double y = PlaceY(row);
     const double border = std::min(y, 1 - y);
-    const int second = EdgeIn(std::ceil(m_left + border * m_width), m_lastColumn);
-    const int third = EdgeIn(std::floor(m_left + (1 - border) * m_width) + 1, m_lastColumn);
+    const int second = PixelIn(std::ceil(m_left + border * m_width), m_lastColumn);
+    const int third = PixelIn(std::floor(m_left + (1 - border) * m_width) + 1, m_lastColumn);
     const struct
     {
         Triangle triangle;
@@ -336,7 +341,17 @@ std::uint32_t QuadCentre(const QuadColours& corners)
 void FillQuadGradient(PixelView picture, PixelFormat format, const DeviceGrid& grid, const CRect& rect,
                       const QuadColours& corners)
 {
-    QuadFill(picture, format, grid, rect, corners).Draw();
+    const double ratio = grid.Ratio();
+    const CRect pixels(EdgeIn(rect.left * ratio, picture.width), EdgeIn(rect.top * ratio, picture.height),
+                       EdgeIn(rect.right * ratio, picture.width),
+                       EdgeIn(rect.bottom * ratio, picture.height));
+    FillQuadGradient(picture, format, grid, rect, pixels, corners);
+}
+
+void FillQuadGradient(PixelView picture, PixelFormat format, const DeviceGrid& grid, const CRect& rect,
+                      const CRect& pixels, const QuadColours& corners)
+{
+    QuadFill(picture, format, grid, rect, pixels, corners).Draw();
 }
 
 } // namespace kv

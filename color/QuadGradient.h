@@ -31,4 +31,9 @@ enum class PixelFormat
 void FillQuadGradient(PixelView picture, PixelFormat format, const DeviceGrid& grid, const CRect& rect,
                       const QuadColours& corners);
 
+/// The same into given device pixels, for a rectangle whose frame is a whole number of them.
+/// @param pixels the part that lies inside of the rectangle or less than a pixel before it is drawn.
+void FillQuadGradient(PixelView picture, PixelFormat format, const DeviceGrid& grid, const CRect& rect,
+                      const CRect& pixels, const QuadColours& corners);
+
 } // namespace kv
