@@ -1,11 +1,12 @@
 #include "color/ColourWords.h"
 
-#include "color/GradientColour.h"
+#include "color/ColourSpace.h"
 #include "color/PercentEntry.h"
 #include "core/Text.h"
 #include "core/TextTables.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace kv {
 
@@ -30,16 +31,6 @@ enum Word : std::uint32_t
 
 constexpr std::uint32_t kTextTranslucent = 20016;
 
-/// Hue in degrees of a colour whose channels are not all the same.
-double Hue(double red, double green, double blue, double high, double chroma)
-{
-    if (high == red)
-        return 60 * (green - blue) / chroma + (green < blue ? 360 : 0);
-    if (high == green)
-        return 60 * (blue - red) / chroma + 120;
-    return 60 * (red - green) / chroma + 240;
-}
-
 Word WordOfHue(double hue, double high, bool pale)
 {
     struct Sector
@@ -59,17 +50,15 @@ Word WordOfHue(double hue, double high, bool pale)
 
 Word FindWord(std::uint32_t colour)
 {
-    const double red = RedOf(colour) / 255.0;
-    const double green = GreenOf(colour) / 255.0;
-    const double blue = BlueOf(colour) / 255.0;
-    const double high = std::max({red, green, blue});
-    const double chroma = high - std::min({red, green, blue});
+    const Hsb hsb = RgbToHsb(RgbOf(colour));
+    const double high = hsb.brightness;
+    const double chroma = hsb.saturation * high;
     if (high < 0.16)
         return kBlack;
     if (chroma < 0.12)
         return high > 0.9 ? kWhite : kGrey;
-    const bool pale = high > 0.8 && chroma / high < 0.6;
-    return WordOfHue(Hue(red, green, blue, high, chroma), high, pale);
+    const bool pale = high > 0.8 && hsb.saturation < 0.6;
+    return WordOfHue(hsb.hue, high, pale);
 }
 
 } // namespace
