@@ -1,6 +1,7 @@
 // The pixels of fields and sliders against the same colours reckoned one by one.
 #include "color/Checkerboard.h"
 #include "color/ColourFieldRaster.h"
+#include "tests/color/PixelPicture.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -13,32 +14,15 @@ using kv::ColourState;
 using kv::Hsb;
 using kv::Rgb;
 
-struct Picture
+struct Picture : PixelPicture
 {
-    Picture(CSize logical, double ratio)
-        : grid(ratio)
-        , size(logical)
-        , width(grid.Edge(logical.cx))
-        , height(grid.Edge(logical.cy))
-        , stride(width + 3)
-        , pixels(static_cast<std::size_t>(stride * height), 7u)
-    {
-    }
-    kv::PixelView View() { return {pixels.data(), width, height, stride}; }
-    std::uint32_t At(int x, int y) const { return pixels[static_cast<std::size_t>(y * stride + x)]; }
+    Picture(CSize logical, double ratio) : PixelPicture(logical, ratio, 7u, 3) {}
     // The rule, written down anew.
     double PlaceX(int i) const { return size.cx > 1 ? std::min(i / grid.Ratio() / (size.cx - 1), 1.0) : 0; }
     double PlaceY(int j) const
     {
         return size.cy > 1 ? std::max(1 - j / grid.Ratio() / (size.cy - 1), 0.0) : 1;
     }
-
-    kv::DeviceGrid grid;
-    CSize size;
-    int width;
-    int height;
-    int stride;
-    std::vector<std::uint32_t> pixels;
 };
 
 // By the formula of sectors, another than the one that draws.

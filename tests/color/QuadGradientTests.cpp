@@ -1,6 +1,7 @@
 // The four-corner fill against the same fan reckoned pixel by pixel.
 #include "color/GradientColour.h"
 #include "color/QuadGradient.h"
+#include "tests/color/PixelPicture.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -10,22 +11,6 @@ namespace {
 
 using kv::PixelFormat;
 using kv::QuadColours;
-
-struct Picture
-{
-    Picture(int w, int h, std::uint32_t colour)
-        : pixels(static_cast<std::size_t>(w * h), colour)
-        , width(w)
-        , height(h)
-    {
-    }
-    kv::PixelView View() { return {pixels.data(), width, height, width}; }
-    std::uint32_t At(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
-
-    std::vector<std::uint32_t> pixels;
-    int width;
-    int height;
-};
 
 using Channels = std::array<double, 4>; // alpha, red, green, blue
 
@@ -83,9 +68,9 @@ struct Fill
 };
 
 // The largest difference of any channel, after one fill.
-double WorstError(Picture& picture, const Fill& fill, const QuadColours& corners)
+double WorstError(PixelPicture& picture, const Fill& fill, const QuadColours& corners)
 {
-    const Picture before = picture;
+    const PixelPicture before = picture;
     const kv::DeviceGrid grid(fill.ratio);
     kv::FillQuadGradient(picture.View(), fill.format, grid, fill.rect, corners);
     double worst = 0;
@@ -123,7 +108,7 @@ TEST(QuadGradient, FollowsTheFanWhateverTheSizeAndTheColours)
         QuadColours corners;
         for (std::uint32_t& corner : corners)
             corner = static_cast<std::uint32_t>(random()) | (opaque ? 0xFF000000u : 0u);
-        Picture picture(1 + below(round % 20 == 0 ? 700 : 70), 1 + below(50), 0);
+        PixelPicture picture({1 + below(round % 20 == 0 ? 700 : 70), 1 + below(50)});
         for (std::uint32_t& pixel : picture.pixels) {
             const auto alpha = static_cast<std::uint32_t>(below(3) * 127 + below(2));
             pixel = kv::MakeColour(alpha, alpha / 2, alpha, static_cast<std::uint32_t>(below(3)) * alpha / 2);
@@ -142,7 +127,7 @@ TEST(QuadGradient, FollowsTheFanWhateverTheSizeAndTheColours)
 TEST(QuadGradient, KnownPlaces)
 {
     const QuadColours corners{0xFFFF0000u, 0xFF00FF00u, 0xFF0000FFu, 0xFFFF00FFu};
-    Picture picture(200, 100, 0);
+    PixelPicture picture({200, 100}, 1, 0);
     kv::FillQuadGradient(picture.View(), PixelFormat::Rgb32, kv::DeviceGrid(1), {0, 0, 200, 100}, corners);
     EXPECT_EQ(picture.At(0, 0), corners[0]) << "only this pixel is its corner";
     EXPECT_EQ(picture.At(199, 0), 0xFF01FE00u);
@@ -152,10 +137,11 @@ TEST(QuadGradient, KnownPlaces)
 
     kv::FillQuadGradient(picture.View(), PixelFormat::Argb32, kv::DeviceGrid(1), {0, 0, 200, 100},
                          {0xFF123456u, 0xFF123456u, 0xFF123456u, 0xFF123456u});
-    EXPECT_EQ(picture.pixels, Picture(200, 100, 0xFF123456u).pixels) << "four equal corners are flat";
+    EXPECT_EQ(picture.pixels, PixelPicture({200, 100}, 1, 0xFF123456u).pixels)
+        << "four equal corners are flat";
     kv::FillQuadGradient(picture.View(), PixelFormat::Argb32, kv::DeviceGrid(1), {0, 0, 200, 100},
                          {0x00FFFFFFu, 0x00FFFFFFu, 0x00FFFFFFu, 0x00FFFFFFu});
-    EXPECT_EQ(picture.pixels, Picture(200, 100, 0xFF123456u).pixels) << "nothing covers nothing";
+    EXPECT_EQ(picture.pixels, PixelPicture({200, 100}, 1, 0xFF123456u).pixels) << "nothing covers nothing";
 }
 
 TEST(QuadGradient, RectanglesNowhereAndEverywhere)
@@ -176,9 +162,9 @@ TEST(QuadGradient, RectanglesNowhereAndEverywhere)
         {{0, 0, 30, 20}, 0xFFFFFFFFu},
     };
     for (const auto& test : cases) {
-        Picture picture(30, 20, 7u);
+        PixelPicture picture({30, 20}, 1, 7u);
         kv::FillQuadGradient(picture.View(), PixelFormat::Argb32, kv::DeviceGrid(1), test.rect, white);
-        EXPECT_EQ(picture.pixels, Picture(30, 20, test.colour).pixels)
+        EXPECT_EQ(picture.pixels, PixelPicture({30, 20}, 1, test.colour).pixels)
             << test.rect.left << ' ' << test.rect.right;
     }
     kv::FillQuadGradient({nullptr, 0, 0, 0}, PixelFormat::Argb32, kv::DeviceGrid(1), {0, 0, 9, 9}, white);

@@ -4,6 +4,7 @@
 #include "color/QuadLayout.h"
 #include "color/QuadModel.h"
 #include "color/QuadRaster.h"
+#include "tests/color/PixelPicture.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -92,28 +93,8 @@ TEST(QuadLayout, RectanglesAndHits)
     EXPECT_EQ(QuadLayout(CRect(0, 0, 80, -7)).corners[0], CRect(0, 0, 10, -2)) << "toward zero";
 }
 
-struct Picture
-{
-    Picture(CSize logical, double ratio)
-        : grid(ratio)
-        , size(logical)
-        , width(grid.Edge(logical.cx))
-        , height(grid.Edge(logical.cy))
-        , pixels(static_cast<std::size_t>(width * height), 7u)
-    {
-    }
-    kv::PixelView View() { return {pixels.data(), width, height, width}; }
-    std::uint32_t At(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
-
-    kv::DeviceGrid grid;
-    CSize size;
-    int width;
-    int height;
-    std::vector<std::uint32_t> pixels;
-};
-
 /// A letter for each pixel of a corner's row.
-std::string Row(const Picture& picture, int y, std::uint32_t colour)
+std::string Row(const PixelPicture& picture, int y, std::uint32_t colour)
 {
     std::string row;
     for (int x = 0; x < picture.width; ++x) {
@@ -152,7 +133,7 @@ TEST(QuadRaster, ACornersFrameColourAndMark)
          " #??....??# "},
     };
     for (const auto& test : cases) {
-        Picture picture({12, 12}, test.ratio);
+        PixelPicture picture({12, 12}, test.ratio);
         kv::DrawQuadCorner(picture.View(), picture.grid, picture.size, test.colour, test.selected,
                            test.enabled);
         EXPECT_EQ(Row(picture, 0, test.shown), test.first) << test.name;
@@ -166,8 +147,8 @@ TEST(QuadRaster, ThePaletteIsTheGradientOverTheBoard)
 {
     for (const double ratio : {1.0, 1.25, 1.5, 2.0}) {
         const QuadColours corners{0xFFFF0000u, 0x8000FF00u, 0xFF0000FFu, 0x00FFFFFFu};
-        Picture picture({60, 40}, ratio);
-        Picture expected(picture.size, ratio);
+        PixelPicture picture({60, 40}, ratio);
+        PixelPicture expected(picture.size, ratio);
         kv::DrawQuadPalette(picture.View(), picture.grid, picture.size, corners, true);
         kv::DrawCheckerboard(expected.View(), expected.grid, {0, 0, expected.width, expected.height});
         kv::FillQuadGradient(expected.View(), kv::PixelFormat::Rgb32, expected.grid, {2, 2, 58, 38}, corners);
@@ -192,14 +173,14 @@ TEST(QuadRaster, ThePaletteIsTheGradientOverTheBoard)
 TEST(QuadRaster, SmallAndDisabledPictures)
 {
     for (int size = 0; size < 8; ++size) {
-        Picture picture({size, size}, 1);
+        PixelPicture picture({size, size}, 1);
         kv::DrawQuadPalette(picture.View(), picture.grid, picture.size, {1, 2, 3, 4}, true);
         kv::DrawQuadCorner(picture.View(), picture.grid, picture.size, 0xFFFFFFFFu, true, true);
         if (size > 4) {
             EXPECT_EQ(picture.At(1, 1), 0xFF000000u) << size;
         }
     }
-    Picture picture({60, 40}, 1);
+    PixelPicture picture({60, 40}, 1);
     kv::DrawQuadPalette(picture.View(), picture.grid, picture.size, QuadModel().Corners(), false);
     EXPECT_EQ(picture.At(2, 2), 0xFF2A2A2Au) << "(255 + 0 + 0) / 6";
     EXPECT_EQ(kv::RedOf(picture.At(30, 20)), 0x34u)
