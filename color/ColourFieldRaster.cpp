@@ -83,7 +83,7 @@ std::vector<Lane> ColumnWeights(int width, const Places& places, int lock, const
         const ColourChannel locked = LockedChannel(lock);
         const double share = locked == Hue ? place : locked == Saturation ? hsb.saturation : 1.0;
         const Rgb fall = FallOf(locked == Hue ? hsb.hue : 360 * place);
-        Lane* const lanes = weights.data() + 4 * i;
+        Lane* const lanes = weights.data() + std::ptrdiff_t{4} * i;
         lanes[0] = WeightLane(share * fall.blue);
         lanes[1] = WeightLane(share * fall.green);
         lanes[2] = WeightLane(share * fall.red);

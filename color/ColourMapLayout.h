@@ -23,7 +23,8 @@ constexpr double PlaceOfPixel(double pixel, int size)
 /// The nearest pixel to a place in 0 … 1.
 constexpr int PixelOfPlace(double place, int size)
 {
-    return size > 1 ? static_cast<int>(place * (size - 1) + 0.5) : 0;
+    const double rounded = size > 1 ? place * (size - 1) + 0.5 : 0.0;
+    return static_cast<int>(rounded);
 }
 
 /// The place of a row, upwards.

@@ -37,7 +37,8 @@ constexpr double ClampUnit(double value)
 /// A channel as a byte, to the nearest.
 constexpr std::uint32_t ByteOf(double channel)
 {
-    return static_cast<std::uint32_t>(ClampUnit(channel) * 255 + 0.5);
+    const double rounded = ClampUnit(channel) * 255 + 0.5;
+    return static_cast<std::uint32_t>(rounded);
 }
 
 /// The colour channels of 0xAARRGGBB.

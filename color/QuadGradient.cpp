@@ -74,7 +74,7 @@ constexpr int kBlock = 1024; // pixels that are drawn from one starting value
 
 struct Ramp
 {
-    alignas(16) std::array<Lane, 4 * kBlock> lanes;
+    alignas(16) std::array<Lane, 4 * std::size_t{kBlock}> lanes;
 };
 
 LaneGroup StartOf(const Channels& channels)
@@ -153,7 +153,8 @@ std::uint32_t OverStraight(const Lane* ramp, const LaneGroup& start, const Lane*
     const float sum = alpha + rest;
     if (sum < 0.5f)
         return 0;
-    std::uint32_t pixel = static_cast<std::uint32_t>(sum + 0.5f) << 24;
+    const float rounded = sum + 0.5f;
+    std::uint32_t pixel = static_cast<std::uint32_t>(rounded) << 24;
     for (std::size_t c = 0; c < 3; ++c) {
         const auto under = static_cast<float>(below >> (8 * c) & 0xFFu);
         const float mixed = (value(ramp, start, c) * alpha + under * rest) / sum;
@@ -313,19 +314,20 @@ void QuadFill::Blend(std::uint32_t* pixels, int count, const Brush& brush, const
     const Lane* ramp = brush.ramp.lanes.data();
     const Lane* alphas = brush.alphas.lanes.data();
     if (m_format == PixelFormat::Argb32 && !AreOpaque(pixels, count)) {
-        for (int i = 0; i < count; ++i)
+        for (std::ptrdiff_t i = 0; i < count; ++i)
             pixels[i] = OverStraight(ramp + 4 * i, start, alphas + 4 * i, alphaStart, pixels[i]);
         return;
     }
     auto* bytes = reinterpret_cast<std::uint8_t*>(pixels);
-    const int whole = 4 * (count / kGroup * kGroup);
-    for (int i = 0; i < whole; i += kLanes)
+    const std::ptrdiff_t lanes = std::ptrdiff_t{4} * count;
+    const std::ptrdiff_t whole = lanes / kLanes * kLanes;
+    for (std::ptrdiff_t i = 0; i < whole; i += kLanes)
         BlendGroup(bytes + i, ramp + i, start, alphas + i, alphaStart);
-    if (whole < 4 * count) {
+    if (whole < lanes) {
         std::array<std::uint8_t, kLanes> group{};
-        std::copy(bytes + whole, bytes + 4 * count, group.data());
+        std::copy(bytes + whole, bytes + lanes, group.data());
         BlendGroup(group.data(), ramp + whole, start, alphas + whole, alphaStart);
-        std::copy_n(group.data(), 4 * count - whole, bytes + whole);
+        std::copy_n(group.data(), lanes - whole, bytes + whole);
     }
     if (m_format == PixelFormat::Rgb32)
         std::for_each_n(pixels, count, [](std::uint32_t& pixel) { pixel |= kOpaque; });

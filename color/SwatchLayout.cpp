@@ -116,7 +116,7 @@ int SwatchLayout::AlphaBelow(int column) const
 /// The column over the middle of an alpha cell.
 int SwatchLayout::ColumnAbove(int alphaCell) const
 {
-    return static_cast<int>((std::int64_t{2} * alphaCell + 1) * m_columns / (2 * kAlphaCells));
+    return static_cast<int>((std::int64_t{2} * alphaCell + 1) * m_columns / (std::int64_t{2} * kAlphaCells));
 }
 
 } // namespace kv
