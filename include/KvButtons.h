@@ -98,3 +98,41 @@ protected:
 private:
     QString m_text;
 };
+
+/// A picture button that is on or off, one of a group that its owner keeps: two pictures, "checked" and
+/// "unchecked". A click sends what `CKvBitmapButton` sends and changes nothing; the owner calls `SetCheck`.
+class KV_API CKvRadioBitmapButton : public CKvBitmapButton
+{
+    Q_OBJECT
+
+public:
+    CKvRadioBitmapButton();
+    ~CKvRadioBitmapButton() override;
+
+    /// Takes the place of a dialog's item (geometry, number, turn of the Tab key), unchecked.
+    /// @return 1; 0 when there is no such item or the button was created before.
+    int SubClassButton(UINT id, CWnd* parent, const wchar_t* unchecked, const wchar_t* checked);
+    /// Shows other pictures. @return 1; 0 when the skin does not have both.
+    int UpdateBitmap(const wchar_t* unchecked, const wchar_t* checked);
+    void SetCheck(BOOL check);
+    BOOL GetCheck() const;
+
+Q_SIGNALS:
+    /// A press that went beyond the toolkit's drag distance: no click follows. @param steps pixels to the
+    /// right and upwards since the press.
+    void Scrubbed(int steps);
+    /// @param cancelled by Escape or by losing the mouse.
+    void ScrubEnded(bool cancelled);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    std::wstring m_unchecked;
+    std::wstring m_checked;
+    QPoint m_press;
+    bool m_isScrubbing = false;
+};

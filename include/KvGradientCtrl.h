@@ -5,8 +5,8 @@
 
 #include <QBrush>
 
-/// Code of the gradient control's notifications (-41).
-inline constexpr std::uint32_t kKvGradientNotifyCode = 0xFFFFFFD7u;
+/// Code of the gradient control's notifications.
+inline constexpr std::uint32_t kKvGradientNotifyCode = kKvColorNotifyCode;
 
 /// What `hdr.idFrom` says.
 enum EKvGradientEvent : std::uintptr_t
@@ -16,27 +16,8 @@ enum EKvGradientEvent : std::uintptr_t
     kKvGradientStopSelected = 2, ///< a stop was selected; data is that stop
 };
 
-/// What `phase` says. A drag sends a run of one begin, any number of continues and one end; a one-shot edit
-/// sends all three at once.
-enum EKvGradientPhase : std::int32_t
-{
-    kKvPhaseBegin = 0,
-    kKvPhaseContinue = 1,
-    kKvPhaseEnd = 2,
-};
-
-/// Sent to the parent with WM_NOTIFY; wParam is the control's dialog item number, lParam this record's
-/// address. It and what it points to are valid until the handler returns.
-struct GradientNotifyRecord
-{
-    KvNotifyHeader hdr; ///< hwndFrom: the control; idFrom: an EKvGradientEvent; code: kKvGradientNotifyCode
-    std::int32_t phase; ///< an EKvGradientPhase; 0 for events that come alone
-    void* data;         ///< the SKvCGGradientKey concerned (its colour comes first), or null
-    std::int32_t dataSize; ///< 4, the size of the colour, when `data` is set, else 0
-};
-static_assert(sizeof(void*) != 8 ||
-              (offsetof(GradientNotifyRecord, phase) == 24 && offsetof(GradientNotifyRecord, data) == 32 &&
-               offsetof(GradientNotifyRecord, dataSize) == 40 && sizeof(GradientNotifyRecord) == 48));
+/// `hdr.idFrom` is an EKvGradientEvent; `data` is the SKvCGGradientKey concerned.
+using GradientNotifyRecord = KvColorNotifyRecord;
 
 /// Edits a gradient of up to 255 stops.
 ///
@@ -106,7 +87,7 @@ public:
 
 Q_SIGNALS:
     /// After each message to the parent, with its event and phase; the stop is asked for with `GetData`.
-    /// @param event an EKvGradientEvent; @param phase an EKvGradientPhase.
+    /// @param event an EKvGradientEvent; @param phase an EKvColorPhase.
     void GradientChanged(int event, int phase);
 
 protected:

@@ -238,6 +238,31 @@ struct KvNotifyHeader
     std::uint32_t code = 0;    ///< what kind of notification it is
 };
 
+/// Code of the notifications of every control that edits colours (-41).
+inline constexpr std::uint32_t kKvColorNotifyCode = 0xFFFFFFD7u;
+
+/// What the phase of a colour notification says. A drag sends a run of one begin, any number of continues and
+/// one end; a one-shot edit sends all three at once.
+enum EKvColorPhase : std::int32_t
+{
+    kKvPhaseBegin = 0,
+    kKvPhaseContinue = 1,
+    kKvPhaseEnd = 2,
+};
+
+/// Sent to the parent with WM_NOTIFY by the controls that edit colours; wParam is the control's dialog item
+/// number, lParam this record's address. It and what it points to are valid until the handler returns.
+struct KvColorNotifyRecord
+{
+    KvNotifyHeader hdr;    ///< hwndFrom: the control; idFrom: as the control says; code: kKvColorNotifyCode
+    std::int32_t phase;    ///< an EKvColorPhase; 0 for events that come alone
+    void* data;            ///< what begins with the colour concerned, 0xAARRGGBB, or null
+    std::int32_t dataSize; ///< 4, the size of the colour, when `data` is set, else 0
+};
+static_assert(sizeof(void*) != 8 ||
+              (offsetof(KvColorNotifyRecord, phase) == 24 && offsetof(KvColorNotifyRecord, data) == 32 &&
+               offsetof(KvColorNotifyRecord, dataSize) == 40 && sizeof(KvColorNotifyRecord) == 48));
+
 /// One stop of a gradient.
 struct SKvCGGradientKey
 {

@@ -1,0 +1,119 @@
+// The colour maps: a field of two channels, a slider of the third and a slider of alpha.
+#pragma once
+
+#include "KvWnd.h"
+
+#include <memory>
+
+/// What a colour map shows (`SetType`).
+enum EKvColorMapType : int
+{
+    kKvColorMapField = 0,  ///< two channels, lock types 1 … 6
+    kKvColorMapSlider = 2, ///< one channel, lock types 10 … 15
+    kKvColorMapAlpha = 3,  ///< alpha over a checkerboard
+};
+
+/// Which channel a map locks (`SetLockType`): a field shows the other two, a slider that one.
+enum EKvColorLock : int
+{
+    kKvLockFieldR = 1,          ///< G to the right, B upwards
+    kKvLockFieldG = 2,          ///< R to the right, B upwards
+    kKvLockFieldB = 3,          ///< R to the right, G upwards
+    kKvLockFieldHue = 4,        ///< saturation to the right, brightness upwards
+    kKvLockFieldSaturation = 5, ///< hue to the right, brightness upwards
+    kKvLockFieldBrightness = 6, ///< hue to the right, saturation upwards
+    kKvLockSliderR = 10,        ///< sliders are larger upwards
+    kKvLockSliderG = 11,
+    kKvLockSliderB = 12,
+    kKvLockSliderHue = 13,
+    kKvLockSliderSaturation = 14,
+    kKvLockSliderBrightness = 15,
+};
+
+/// A colour as a picture on which the user picks another one. It holds a whole colour, alpha included:
+/// red, green, blue in 0 … 1, and hue and saturation of their own, which stay where the colour alone has lost
+/// them (greys have no hue, black has no saturation).
+///
+/// A value is pixel / (size - 1) of the client rectangle in logical pixels, larger to the right and upwards;
+/// points outside are clamped. Setters are silent and redraw. The user's own changes send the parent
+/// WM_NOTIFY with a KvColorNotifyRecord (idFrom: the map's number, data: its colour): a press begins and sets
+/// the colour, each move continues, the release ends without a change; Escape takes a drag back (the colour
+/// as it was, then the end). Arrow keys (Shift: ten steps), Page Up and Down, Home and End and the wheel are
+/// one-shot edits, which send all three phases; a step at the end of a range changes and sends nothing.
+/// The parent may delete the map in its handler.
+class KV_API CKvColorMapWnd : public CKvWnd
+{
+    Q_OBJECT
+
+public:
+    CKvColorMapWnd();
+    ~CKvColorMapWnd() override;
+
+    /// @return 1; 0 when it was created before.
+    int Create(UINT style, CWnd* parent, DWORD id);
+
+    /// @param type an EKvColorMapType; others are ignored.
+    void SetType(int type);
+    int GetType() const;
+    /// @param lock an EKvColorLock of the map's type; others are ignored.
+    void SetLockType(int lock);
+    int GetLockType() const;
+
+    /// The whole colour, 0xAARRGGBB. Hue and saturation become those of the colour (0 where it has none).
+    void SetValue(DWORD colour);
+    DWORD GetValue() const;
+    // One channel, 0 … 255, clamped; the getters round to the nearest.
+    void SetR(int value);
+    void SetG(int value);
+    void SetB(int value);
+    void SetA(int value);
+    int GetR() const;
+    int GetG() const;
+    int GetB() const;
+    int GetA() const;
+    /// @return degrees, 0 … 360.
+    double GetHue() const;
+    /// @return 0 … 1.
+    double GetSat() const;
+    double GetBri() const;
+    /// @param hue degrees, 0 … 360; @param sat, bri 0 … 1; clamped, not a number is 0.
+    void SetHSBValue(double hue, double sat, double bri);
+    /// Red, green and blue in full precision, 0 … 1.
+    void GetHPValue(double& red, double& green, double& blue) const;
+    void SetHPValue(double red, double green, double blue);
+    /// Draws the map anew.
+    void DrawPan();
+
+    /// The hexagonal model. @param r, g, b 0 … 1. @param hue receives degrees, 0 … 360, 0 for greys; sat and
+    /// bri 0 … 1, sat 0 for black.
+    static void RGBToHSB(double r, double g, double b, double& hue, double& sat, double& bri);
+    /// Its inverse; 360 degrees are red.
+    static void HSBToRGB(double hue, double sat, double bri, double& r, double& g, double& b);
+
+    UINT OnGetDlgCode() override;
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// After each message to the parent. @param phase an EKvColorPhase.
+    void ColorChanged(int phase);
+
+protected:
+    void OnPaint(Graphics& graphics) override;
+    void OnSize(int width, int height) override;
+    void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point) override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnSetFocus() override;
+    void OnKillFocus() override;
+    void OnEnable(BOOL enabled) override;
+    void OnCaptureChanged() override;
+    void OnSkinChanged() override;
+    QString ToolTipAt(CPoint point, CRect& area) const override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,87 @@
+// The colour panel: maps, numbers and swatches that edit one colour together.
+#pragma once
+
+#include "KvDialog.h"
+
+#include <memory>
+
+/// Which part of the colour can be edited; any other value is none.
+enum EKvColorPanelState : std::int32_t
+{
+    kKvColorPanelAll = 0,
+    kKvColorPanelColour = 1, ///< red, green, blue; alpha stays
+    kKvColorPanelAlpha = 2,
+};
+
+/// The panel's template, for `CKvDialog`.
+inline constexpr UINT kKvColorPanelDialog = 14010;
+
+/// Edits one colour, 0xAARRGGBB, in RGB or HSB: a map of two channels, a slider of the third, a slider of
+/// alpha, a number for each, and the swatch grid. All of them view one colour.
+///
+/// The user's changes send the parent WM_NOTIFY with a KvColorNotifyRecord: wParam and idFrom are the panel's
+/// own number (`SetDlgCtrlID`), the phase is that of the child that was used, data points to the colour.
+/// Picks, presets, wheel notches and keys are one-shot edits with all three phases. Setters, another mode and
+/// another channel send nothing. The parent may call any setter in its handler, or delete the panel.
+///
+/// A press on a channel's button that is dragged scrubs the channel's number. A pasted `#rgb`, `#rrggbb`,
+/// `#aarrggbb` or `rgb(r, g, b)` sets the colour. Escape takes a drag or a typing back; neither it nor Enter
+/// hides the panel.
+class KV_API CKvColorPanel : public CKvDialog
+{
+    Q_OBJECT
+
+public:
+    CKvColorPanel();
+    ~CKvColorPanel() override;
+
+    /// Creates the panel as a child of `parent`, hidden. @return 1; 0 when it was created before.
+    virtual int Create(CWnd* parent);
+    /// The mode in which a panel is created. @param hsb 0 for RGB, the default. Counts before `Create`.
+    void SetInitialMode(int hsb);
+    /// @return 1 while the panel edits HSB. A host keeps it for the next `SetInitialMode`.
+    int IsHSBMode() const;
+
+    /// Silent. A colour whose lower 24 bits are the panel's own changes alpha alone.
+    void SetColor(DWORD colour);
+    /// 0xFF000000 at first.
+    DWORD GetColor() const;
+    /// In force before it returns. @param state an EKvColorPanelState.
+    void SetEnableState(EKvColorPanelState state);
+    EKvColorPanelState GetEnableState() const;
+
+    /// The number by which the parent knows the panel; 0 until it is set.
+    void SetDlgCtrlID(UINT id);
+
+    void OnUpdateCmdUI(CCmdUI* command);
+    /// Enables or disables every child; with 1 the state applies again.
+    void OnEnable(int enable);
+    /// @return 0 at once for WM_LBUTTONDOWN: a press is each child's own.
+    virtual int PreTranslateMessage(MSG* message);
+
+    void OnOK() override;
+    void OnCancel() override;
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// After each message to the parent. @param phase an EKvColorPhase.
+    void ColorChanged(int phase);
+
+protected:
+    virtual BOOL OnSubclassControls();
+    /// @param phase as it goes into the record. The panel may be gone afterwards.
+    void _NotifyChangeColor(int phase);
+    void _ProcessColorMapNotify(UINT id);
+
+    BOOL OnInitDialog() override;
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    void OnCmdUpdateUI(CCmdUI* command) override;
+    void OnSkinChanged() override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,70 @@
+// A number that is typed, stepped or scrubbed.
+#pragma once
+
+#include "KvWnd.h"
+
+#include <memory>
+
+/// Sent to the parent with WM_NOTIFY; wParam is the edit's dialog item number. Its code is
+/// kKvColorNotifyCode.
+struct KvParamEditRecord
+{
+    KvNotifyHeader hdr; ///< hwndFrom: the edit; idFrom: its number
+    std::int32_t phase; ///< an EKvColorPhase
+};
+
+/// A whole number in a range. Setters are silent.
+///
+/// Typing: digits act at once while they are in the range; the first change of a typing begins a run, further
+/// ones continue it, Enter, leaving the edit or Escape ends it. A value beyond the range can be typed and is
+/// clamped when the typing ends. Escape restores the number as it was when the typing began. Arrows and the
+/// wheel step, Page Up and Down step by ten; each is a one-shot edit, which sends all three phases. A step at
+/// the end of the range changes and sends nothing. A vertical or horizontal drag on the border scrubs: right
+/// or up raises, a step a pixel, beyond the toolkit's drag distance.
+class KV_API CKvParamEdit : public CKvWnd
+{
+    Q_OBJECT
+
+public:
+    CKvParamEdit();
+    ~CKvParamEdit() override;
+
+    /// @return 1; 0 when it was created before.
+    int Create(UINT style, CWnd* parent, DWORD id);
+    /// Ends a typing without a message and shows the number, clamped.
+    void SetValue(int value);
+    /// The number in force: a typed one that is out of the range counts once it is clamped.
+    int GetValue() const;
+    /// The number is clamped to the new range. A range whose end is below its start is turned round.
+    void SetValueRange(int minimum, int maximum);
+    /// @param step of arrows and wheel, at least 1.
+    void SetStep(int step);
+    /// True from the first change of a typing until it ends.
+    bool IsTyping() const;
+
+    // A scrub that another control leads (a channel's button). Values are `GetValue()` plus steps at the
+    // beginning; the run is begun by the first step that changes the number.
+    void BeginScrub();
+    void Scrub(int steps);
+    /// @param cancel restores the number as it was at the beginning.
+    void EndScrub(bool cancel);
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// After each message to the parent.
+    void ValueChanged(int phase);
+    /// A text was pasted that is no number; the owner may know it.
+    /// @param taken set it when the text was used, else the edit ignores the paste.
+    void TextPasted(const QString& text, bool& taken);
+
+protected:
+    void OnSize(int width, int height) override;
+    void OnEnable(BOOL enabled) override;
+    void OnSkinChanged() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -1,0 +1,83 @@
+// The four-corner gradient: a preview in which four colours blend, and a swatch for each corner.
+#pragma once
+
+#include "KvWnd.h"
+
+#include <QImage>
+
+#include <memory>
+
+/// Blends four corner colours over the image: a fan of four triangles around their average, each channel
+/// linear within a triangle, drawn source-over. At another pixel ratio than 1, which is the image's, device
+/// pixel (i, j) shows the colour at (i / ratio, j / ratio).
+/// @param image of format ARGB32, ARGB32_Premultiplied or RGB32; others are left as they are.
+/// @param rect the whole gradient in logical pixels; what lies outside the image is not written.
+/// @param corners 0xAARRGGBB: top left, top right, bottom left, bottom right.
+KV_API void KvFillQuadGradient(QImage& image, const CRect& rect, const DWORD corners[4]);
+
+/// Edits a four-corner gradient. The user selects a corner; the owner then sets its colour by `SetColor`.
+///
+/// Selecting another corner, by a click or an arrow key, sends the parent WM_NOTIFY with wParam 0 and a bare
+/// KvNotifyHeader: hwndFrom is the control, idFrom 0, code the corner's colour. Tell it by hwndFrom before
+/// looking at the code. Setters are silent. By the context menu corners are exchanged and turned, and a
+/// colour can be dropped on a corner: these only emit `CornersChanged`.
+class KV_API CKvQuadGradCtrl : public CKvStatic
+{
+    Q_OBJECT
+
+public:
+    CKvQuadGradCtrl();
+    ~CKvQuadGradCtrl() override;
+
+    int Create(UINT style, CWnd* parent, DWORD id) override;
+    /// Lays out the preview and the corners anew and redraws them. Called by every resize.
+    void RecalcLayout();
+    /// Top left, top right, bottom left, bottom right, 0xAARRGGBB; red, green, blue and magenta at first.
+    /// Null is ignored.
+    void SetData(const DWORD corners[4]);
+    void GetData(DWORD corners[4]) const;
+    /// Sets the selected corner's colour.
+    void SetColor(DWORD colour);
+    /// @return 0 when no corner is selected.
+    DWORD GetSelectedColor() const;
+    /// @return 0 … 3, -1 for none; 0 at first.
+    int GetSelectedCorner() const;
+    /// Silent. @param corner -1 for none; others out of range are ignored.
+    void SetSelectedCorner(int corner);
+
+    UINT OnGetDlgCode() override;
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// The user selected another corner; after the message to the parent.
+    void CornerSelected(int corner);
+    /// The user exchanged or turned corners or dropped a colour on one.
+    void CornersChanged();
+
+protected:
+    void DrawAllControls();
+    void DrawControl(int corner);
+    void DrawPalette();
+
+    void OnPaint(Graphics& graphics) override;
+    void OnSize(int width, int height) override;
+    void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnContextMenu(CPoint point) override;
+    CPoint ContextMenuPoint() const override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    BOOL OnChar(UINT character) override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnSetFocus() override;
+    void OnKillFocus() override;
+    void OnEnable(BOOL enabled) override;
+    void OnSkinChanged() override;
+    QString ToolTipAt(CPoint point, CRect& area) const override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

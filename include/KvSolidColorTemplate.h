@@ -1,0 +1,105 @@
+// The swatch grid: preset colours of the whole process and four alpha cells.
+#pragma once
+
+#include "KvWnd.h"
+
+#include <memory>
+
+/// Sent to the parent with WM_NOTIFY; wParam and idFrom are the grid's number, the code is
+/// kKvColorNotifyCode.
+struct KvSwatchNotifyRecord
+{
+    KvNotifyHeader header;
+    /// -1: a swatch was picked; 0 … 3: an alpha cell (0, 64, 128, 255) was picked; with `store` 0 the swatch
+    /// that is to be overwritten.
+    std::int32_t index;
+    DWORD* colour;      ///< the cell's colour, 0xAARRGGBB
+    std::int32_t store; ///< 0: store the current colour in this swatch by `SetCellColor`; else 1
+};
+
+/// A grid of swatches, which all grids of the process share, over a last row of four alpha cells.
+///
+/// The swatches come from a profile file in the system folder; the user's own stand beside the factory's.
+/// A cell is picked by a release in the cell that was pressed; arrow keys walk the cells and stop at the
+/// edges, Enter and Space pick the current one, the menu key opens its menu, Ctrl+C copies its colour. A
+/// colour can be dragged out of a cell, as text and as "DWCOLOR", and dropped on a swatch, which stores it.
+class KV_API CKvSolidColorTemplate : public CKvStatic
+{
+    Q_OBJECT
+
+public:
+    CKvSolidColorTemplate();
+    ~CKvSolidColorTemplate() override;
+
+    /// Where "KvSolidColorTemplate.ini" lies; the user's application data folder until a host says so.
+    static void SetSystemFolder(const CString& folder);
+    static CString GetSystemFolder();
+    /// Writes the library's own swatches where there is no file yet. A host calls it before its first grid.
+    /// @return 1 when the file is there afterwards.
+    static int InstallFactoryTemplate();
+
+    int Create(UINT style, CWnd* parent, DWORD id) override;
+    /// Columns and rows, the row of alpha cells included; below 1 counts as 1. 3 and 8 at first.
+    void SetNumRect(int columns, int rows);
+    /// Loads the swatches: the user's once a process, the factory's whenever `reset` is set, which also makes
+    /// them the user's. All grids are redrawn.
+    /// @return 1; 0, with the swatches as they were, when they are loaded already or the file does not give
+    /// them.
+    int InitialData(int reset);
+    /// Lays out the cells anew from the client rectangle and redraws them. Called by every resize.
+    void RecalcLayout();
+    void DrawPalette();
+    /// Silent; all grids are redrawn. An index that is none is ignored.
+    void SetCellColor(int index, DWORD colour);
+    /// @return how many swatches the process has.
+    int GetCellCount() const;
+    /// @return 0xAARRGGBB; 0 for an index that is none.
+    DWORD GetCellColor(int index) const;
+
+    UINT OnGetDlgCode() override;
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// After each message to the parent, with what its record said.
+    void CellPicked(int index, quint32 colour);
+
+protected:
+    /// Reads the swatches from a profile file into the process. @param factory the factory's, else the
+    /// user's.
+    /// @return false, with the swatches as they were, when the head names no lines or too many.
+    static bool ReadFile(const CString& path, bool factory);
+    /// Writes the user's swatches. @return false, and nothing is written, when the head does not fit them.
+    static bool WriteFile(const CString& path);
+    /// "R,G,B,A" as 0xAARRGGBB; white where a number is none of 0 … 255.
+    static DWORD GetColorValue(const CString& text);
+    static void SetFixedAlphaColor();
+    void DoMenu(CPoint point);
+    void DrawCell(Graphics& graphics, int index);
+    void DrawAlphaCell(Graphics& graphics, int index);
+
+    void OnPaint(Graphics& graphics) override;
+    void OnSize(int width, int height) override;
+    void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseLeave() override;
+    void OnContextMenu(CPoint point) override;
+    CPoint ContextMenuPoint() const override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    BOOL OnChar(UINT character) override;
+    bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
+    void OnSetFocus() override;
+    void OnKillFocus() override;
+    void OnEnable(BOOL enabled) override;
+    void OnCaptureChanged() override;
+    void OnSkinChanged() override;
+    QString ToolTipAt(CPoint point, CRect& area) const override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
