@@ -58,7 +58,8 @@ void DrawKeyStrip(PixelView picture, const DeviceGrid& grid, const GradientModel
     }
 }
 
-/// The ratio of the target, which need not be the screen's: a host may render the control into a picture.
+} // namespace
+
 qreal PixelRatio(const Graphics& graphics)
 {
     const QTransform toDevice = graphics.deviceTransform();
@@ -71,8 +72,6 @@ PixelView PixelsOf(QImage& picture)
     return {reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(), picture.height(),
             picture.bytesPerLine() / 4};
 }
-
-} // namespace
 
 CRect GradientPainter::AreaRect(const GradientLayout& layout, Area area)
 {

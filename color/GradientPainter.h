@@ -52,6 +52,12 @@ private:
     qreal m_ratio = 0;
 };
 
+/// The ratio of a painter's target, which need not be the screen's: a host may render the control into a
+/// picture.
+qreal PixelRatio(const Graphics& graphics);
+/// The pixels of a picture of 32 bits.
+PixelView PixelsOf(QImage& picture);
+
 /// Draws something with a pixel loop into a rectangle of any painter, on whole device pixels.
 void DrawSharply(Graphics& graphics, const QRect& rect,
                  const std::function<void(PixelView pixels, const DeviceGrid& grid)>& draw);

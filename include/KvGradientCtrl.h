@@ -16,6 +16,8 @@ enum EKvGradientEvent : std::uintptr_t
     kKvGradientStopSelected = 2, ///< a stop was selected; data is that stop
 };
 
+using EKvGradientPhase = EKvColorPhase;
+
 /// `hdr.idFrom` is an EKvGradientEvent; `data` is the SKvCGGradientKey concerned.
 using GradientNotifyRecord = KvColorNotifyRecord;
 
