@@ -16,6 +16,7 @@
 #include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"
+#include "KvSolidColorTemplate.h"
 #include "KvSubTitleTxtListEditor.h"
 #include "KvTextEditListCtrl.h"
 #include "KvTextListBase.h"

@@ -21,8 +21,9 @@ struct KvSwatchNotifyRecord
 ///
 /// The swatches come from a profile file in the system folder; the user's own stand beside the factory's.
 /// A cell is picked by a release in the cell that was pressed; arrow keys walk the cells and stop at the
-/// edges, Enter and Space pick the current one, the menu key opens its menu, Ctrl+C copies its colour. A
-/// colour can be dragged out of a cell, as text and as "DWCOLOR", and dropped on a swatch, which stores it.
+/// edges, Home and End lead to the first and the last, Enter and Space pick the current one, the menu key
+/// opens its menu, Ctrl+C copies a swatch. A colour can be dragged out of a swatch, as text and as "DWCOLOR",
+/// and dropped on one, which stores it in the file, without a message. Escape takes a press back.
 class KV_API CKvSolidColorTemplate : public CKvStatic
 {
     Q_OBJECT
@@ -39,7 +40,8 @@ public:
     static int InstallFactoryTemplate();
 
     int Create(UINT style, CWnd* parent, DWORD id) override;
-    /// Columns and rows, the row of alpha cells included; below 1 counts as 1. 3 and 8 at first.
+    /// Columns and rows, the row of alpha cells included; below 1 counts as 1. 3 and 8 at first. Lays out the
+    /// cells anew.
     void SetNumRect(int columns, int rows);
     /// Loads the swatches: the user's once a process, the factory's whenever `reset` is set, which also makes
     /// them the user's. All grids are redrawn.
@@ -60,8 +62,11 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// After each message to the parent, with what its record said.
+    /// After the message to the parent, with what its record said.
     void CellPicked(int index, quint32 colour);
+    /// After the message that asks for a colour to store: a host without a message handler answers here, by
+    /// `SetCellColor`. The file is written afterwards.
+    void CellStoreRequested(int index, quint32 colour);
 
 protected:
     /// Reads the swatches from a profile file into the process. @param factory the factory's, else the
@@ -72,8 +77,12 @@ protected:
     static bool WriteFile(const CString& path);
     /// "R,G,B,A" as 0xAARRGGBB; white where a number is none of 0 … 255.
     static DWORD GetColorValue(const CString& text);
+    /// Redraws all grids: the four colours of the alpha cells are constants.
     static void SetFixedAlphaColor();
+    /// Opens the context menu of the cell at a client point and runs the chosen command; nothing where there
+    /// is no cell. The grid may be gone afterwards.
     void DoMenu(CPoint point);
+    // Draw a cell at rest, at its place. An index that is none is ignored.
     void DrawCell(Graphics& graphics, int index);
     void DrawAlphaCell(Graphics& graphics, int index);
 

@@ -26,26 +26,36 @@ const QMimeData* ClipboardData()
 
 } // namespace
 
+std::unique_ptr<QMimeData> ColourData(std::uint32_t argb)
+{
+    QByteArray bytes(sizeof(argb), Qt::Uninitialized);
+    qToLittleEndian(argb, bytes.data());
+    auto data = std::make_unique<QMimeData>();
+    data->setData(ColourFormat(), bytes);
+    return data;
+}
+
+std::optional<std::uint32_t> ColourOf(const QMimeData& data)
+{
+    const QByteArray bytes = data.data(ColourFormat());
+    if (bytes.size() != sizeof(std::uint32_t))
+        return std::nullopt;
+    return qFromLittleEndian<std::uint32_t>(bytes.constData());
+}
+
 bool CopyColour(std::uint32_t argb)
 {
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (!clipboard)
         return false;
-    QByteArray bytes(sizeof(argb), Qt::Uninitialized);
-    qToLittleEndian(argb, bytes.data());
-    auto* data = new QMimeData; // the clipboard takes it
-    data->setData(ColourFormat(), bytes);
-    clipboard->setMimeData(data);
+    clipboard->setMimeData(ColourData(argb).release());
     return true;
 }
 
 std::optional<std::uint32_t> ClipboardColour()
 {
     const QMimeData* data = ClipboardData();
-    const QByteArray bytes = data ? data->data(ColourFormat()) : QByteArray();
-    if (bytes.size() != sizeof(std::uint32_t))
-        return std::nullopt;
-    return qFromLittleEndian<std::uint32_t>(bytes.constData());
+    return data ? ColourOf(*data) : std::nullopt;
 }
 
 bool ClipboardHasColour()

@@ -16,6 +16,9 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12002, 32785, L"Exchange &Before"},
         {12002, 32787, L"Exchange A&fter"},
         {12002, 32789, L"&Reset"},
+        // 12015: swatch grid
+        {12015, 32808, L"&Reset All"},
+        {12015, 32809, L"&Save Current Color"},
         // 12027: application button of a caption strip
         {12027, 32813, L"Application1"},
         {12027, 32814, L"Application2"},
@@ -35,6 +38,14 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12071, 32856, L"Copy Selected Log to Clipboard"},
         {12071, 32857, L"Copy All Log to Clipboard"},
         {12071, 32858, L"Clear All Log"},
+        // 12100: four-corner gradient
+        {12100, 12101, L"&Copy\tCtrl+C"},
+        {12100, 12102, L"&Paste\tCtrl+V"},
+        {12100, 12103, L"E&xchange with Selected Corner"},
+        {12100, 12104, L"Exchange &Left and Right"},
+        {12100, 12105, L"Exchange &Top and Bottom"},
+        {12100, 12106, L"Turn Cloc&kwise"},
+        {12100, 12107, L"Turn Counterclock&wise"},
         // 20100: lists of texts
         {20100, 33001, L"Cu&t\tCtrl+X"},
         {20100, 33002, L"&Copy\tCtrl+C"},
@@ -54,14 +65,17 @@ std::span<const MenuEntry> BuiltInMenus()
         {12002, 32772},          {12002, 32774},          {12002, 32775},          {12002, 32776},
         {12002, kMenuSeparator}, {12002, 32789},          {12002, kMenuSeparator}, {12002, 32778},
         {12002, 32780},          {12002, 32785},          {12002, 32787},          {12002, 32784},
-        {12027, 32813},          {12027, 32814},          {12027, 32815},          {12027, 32816},
-        {12027, kMenuSeparator}, {12027, 32822},          {12027, 32823},          {12027, 32824},
-        {12027, kMenuSeparator}, {12027, 32826},          {12071, 32850},          {12071, 32851},
-        {12071, 32852},          {12071, 32853},          {12071, kMenuSeparator}, {12071, 32854},
-        {12071, 32855},          {12071, kMenuSeparator}, {12071, 32856},          {12071, 32857},
-        {12071, kMenuSeparator}, {12071, 32858},          {20100, 33001},          {20100, 33002},
-        {20100, 33003},          {20100, 33004},          {20100, kMenuSeparator}, {20100, 33005},
-        {20100, kMenuSeparator}, {20100, 33006},          {20100, 33007},
+        {12015, 32808},          {12015, 32809},          {12027, 32813},          {12027, 32814},
+        {12027, 32815},          {12027, 32816},          {12027, kMenuSeparator}, {12027, 32822},
+        {12027, 32823},          {12027, 32824},          {12027, kMenuSeparator}, {12027, 32826},
+        {12071, 32850},          {12071, 32851},          {12071, 32852},          {12071, 32853},
+        {12071, kMenuSeparator}, {12071, 32854},          {12071, 32855},          {12071, kMenuSeparator},
+        {12071, 32856},          {12071, 32857},          {12071, kMenuSeparator}, {12071, 32858},
+        {12100, 12101},          {12100, 12102},          {12100, kMenuSeparator}, {12100, 12103},
+        {12100, 12104},          {12100, 12105},          {12100, kMenuSeparator}, {12100, 12106},
+        {12100, 12107},          {20100, 33001},          {20100, 33002},          {20100, 33003},
+        {20100, 33004},          {20100, kMenuSeparator}, {20100, 33005},          {20100, kMenuSeparator},
+        {20100, 33006},          {20100, 33007},
     };
     return menus;
 }

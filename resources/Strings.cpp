@@ -33,6 +33,18 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 12073, L"Stereo"},
         {0, 12074, L"%d ch"},
         {0, 12075, L"%d KHz, %d bit, %s"},
+        // The swatch grid.
+        {0, 12100, L"Swatches"},
+        {0, 12101, L"Swatch %d of %d, %s"},
+        {0, 12102, L"Alpha %d"},
+        {0, 12103, L"R %d  G %d  B %d  A %d  #%s"},
+        // The four-corner control.
+        {0, 12104, L"Four-corner gradient"},
+        {0, 12105, L"%s, %s"},
+        {0, 12106, L"Top left corner"},
+        {0, 12107, L"Top right corner"},
+        {0, 12108, L"Bottom left corner"},
+        {0, 12109, L"Bottom right corner"},
         {0, 15040, L"Switch Application (Alt+F1)"},
         // The log list.
         {0, 15041, L"Type"},

@@ -1,0 +1,20 @@
+// A colour on its way between windows.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+class QMimeData;
+class QWidget;
+
+namespace kv {
+
+/// The colour for a drop: as "DWCOLOR" and as text.
+std::unique_ptr<QMimeData> ColourDragData(std::uint32_t colour);
+/// The colour that is dropped, or none: a "DWCOLOR", else a colour's text, opaque where it names no alpha.
+std::optional<std::uint32_t> DroppedColour(const QMimeData* data);
+/// Lets the user drag a colour, until it is dropped anywhere. The source may be gone afterwards.
+void DragColour(QWidget& source, std::uint32_t colour);
+
+} // namespace kv
