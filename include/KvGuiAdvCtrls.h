@@ -13,6 +13,7 @@
 #include "KvParamBezierCtrlDlg.h"
 #include "KvParamBezierWnd.h"
 #include "KvPlatform.h"
+#include "KvQuadGradCtrl.h"
 #include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"

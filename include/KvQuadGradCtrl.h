@@ -19,8 +19,9 @@ KV_API void KvFillQuadGradient(QImage& image, const CRect& rect, const DWORD cor
 ///
 /// Selecting another corner, by a click or an arrow key, sends the parent WM_NOTIFY with wParam 0 and a bare
 /// KvNotifyHeader: hwndFrom is the control, idFrom 0, code the corner's colour. Tell it by hwndFrom before
-/// looking at the code. Setters are silent. By the context menu corners are exchanged and turned, and a
-/// colour can be dropped on a corner: these only emit `CornersChanged`.
+/// looking at the code. Setters are silent. By the context menu corners are exchanged and turned, Ctrl+C and
+/// Ctrl+V copy and paste the selected one's colour, and a colour can be dropped on a corner: what changes
+/// corners so only emits `CornersChanged`.
 class KV_API CKvQuadGradCtrl : public CKvStatic
 {
     Q_OBJECT
@@ -51,7 +52,7 @@ public:
 Q_SIGNALS:
     /// The user selected another corner; after the message to the parent.
     void CornerSelected(int corner);
-    /// The user exchanged or turned corners or dropped a colour on one.
+    /// The user exchanged or turned corners, or pasted or dropped a colour into one.
     void CornersChanged();
 
 protected:
