@@ -5,6 +5,7 @@
 #include "platform/ColourClipboard.h"
 
 #include <QDrag>
+#include <QDropEvent>
 #include <QMimeData>
 #include <QPixmap>
 
@@ -45,6 +46,16 @@ std::optional<std::uint32_t> DroppedColour(const QMimeData* data)
         return std::nullopt;
     const std::optional<TypedColour> typed = ParseColourText(KvFromQString(data->text()));
     return typed ? std::optional(typed->colour) : std::nullopt;
+}
+
+void AnswerDrag(QDropEvent& event, bool takes)
+{
+    if (!takes) {
+        event.ignore();
+        return;
+    }
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
 }
 
 void DragColour(QWidget& source, std::uint32_t colour)

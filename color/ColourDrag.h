@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+class QDropEvent;
 class QMimeData;
 class QWidget;
 
@@ -14,6 +15,8 @@ namespace kv {
 std::unique_ptr<QMimeData> ColourDragData(std::uint32_t colour);
 /// The colour that is dropped, or none: a "DWCOLOR", else a colour's text, opaque where it names no alpha.
 std::optional<std::uint32_t> DroppedColour(const QMimeData* data);
+/// Takes an event of a drag as a copy, or refuses it.
+void AnswerDrag(QDropEvent& event, bool takes);
 /// Lets the user drag a colour, until it is dropped anywhere. The source may be gone afterwards.
 void DragColour(QWidget& source, std::uint32_t colour);
 

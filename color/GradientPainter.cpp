@@ -86,52 +86,20 @@ CRect GradientPainter::AreaRect(const GradientLayout& layout, Area area)
     return layout.keyStrip;
 }
 
-void GradientPainter::Redraw(Area area, const GradientModel& model, const GradientLayout& layout,
-                             const GradientLook& look)
-{
-    const DeviceGrid grid(m_ratio);
-    const CRect rect = AreaRect(layout, area);
-    const QSize size(grid.Edge(rect.right) - grid.Edge(rect.left),
-                     grid.Edge(rect.bottom) - grid.Edge(rect.top));
-    QImage& picture = m_pictures[area];
-    if (picture.size() != size)
-        picture = size.isEmpty() ? QImage() : QImage(size, QImage::Format_ARGB32_Premultiplied);
-    m_valid[area] = true;
-    if (picture.isNull())
-        return;
-    picture.setDevicePixelRatio(m_ratio);
-    const PixelView pixels = PixelsOf(picture);
-    switch (area) {
-    case MidStrip:
-        DrawMidStrip(pixels, grid, model, layout, look);
-        break;
-    case Palette:
-        DrawPalette(pixels, grid, rect.Width(), MakeBlend(model.Keys(), look.enabled),
-                    look.framed ? kOrangeFrame : kBlackFrame);
-        break;
-    case KeyStrip:
-        DrawKeyStrip(pixels, grid, model, layout, look);
-        break;
-    }
-}
-
 void GradientPainter::Paint(Graphics& graphics, const GradientModel& model, const GradientLayout& layout,
                             const GradientLook& look)
 {
-    const qreal ratio = PixelRatio(graphics);
-    if (std::exchange(m_ratio, ratio) != ratio)
-        InvalidateAll();
-    // The client area may begin between two device pixels: the pictures all move to the nearest one together.
-    const DeviceGrid grid(ratio);
-    const DevicePixels devicePixels(graphics);
-    const QPoint origin = devicePixels.Nearest({0, 0});
-    for (const Area area : {MidStrip, Palette, KeyStrip}) {
-        if (!m_valid[area])
-            Redraw(area, model, layout, look);
-        const CRect rect = AreaRect(layout, area);
-        const QPoint corner = origin + QPoint(grid.Edge(rect.left), grid.Edge(rect.top));
-        graphics.drawImage(devicePixels.ToLogical(corner), m_pictures[area]);
-    }
+    const auto draw = [&](Area area, const OffScreenPicture::Draw& drawArea) {
+        m_pictures[area].Paint(graphics, AreaRect(layout, area), drawArea);
+    };
+    draw(MidStrip,
+         [&](PixelView pixels, const DeviceGrid& grid) { DrawMidStrip(pixels, grid, model, layout, look); });
+    draw(Palette, [&](PixelView pixels, const DeviceGrid& grid) {
+        DrawPalette(pixels, grid, layout.palette.Width(), MakeBlend(model.Keys(), look.enabled),
+                    look.framed ? kOrangeFrame : kBlackFrame);
+    });
+    draw(KeyStrip,
+         [&](PixelView pixels, const DeviceGrid& grid) { DrawKeyStrip(pixels, grid, model, layout, look); });
 }
 
 void DrawSharply(Graphics& graphics, const QRect& rect,

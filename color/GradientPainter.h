@@ -2,18 +2,15 @@
 #pragma once
 
 #include "KvPlatform.h"
-
-#include <QImage>
+#include "color/OffScreenPicture.h"
 
 #include <array>
 #include <functional>
 
 namespace kv {
 
-class DeviceGrid;
 class GradientModel;
 struct GradientLayout;
-struct PixelView;
 
 /// What the pictures show beside the stops.
 struct GradientLook
@@ -37,19 +34,18 @@ public:
 
     static CRect AreaRect(const GradientLayout& layout, Area area);
 
-    void Invalidate(Area area) { m_valid[area] = false; }
-    void InvalidateAll() { m_valid = {}; }
+    void Invalidate(Area area) { m_pictures[area].Invalidate(); }
+    void InvalidateAll()
+    {
+        for (OffScreenPicture& picture : m_pictures)
+            picture.Invalidate();
+    }
     /// Draws at the client area's origin, on whole device pixels.
     void Paint(Graphics& graphics, const GradientModel& model, const GradientLayout& layout,
                const GradientLook& look);
 
 private:
-    void Redraw(Area area, const GradientModel& model, const GradientLayout& layout,
-                const GradientLook& look);
-
-    std::array<QImage, 3> m_pictures;
-    std::array<bool, 3> m_valid{};
-    qreal m_ratio = 0;
+    std::array<OffScreenPicture, 3> m_pictures;
 };
 
 /// The ratio of a painter's target, which need not be the screen's: a host may render the control into a

@@ -264,12 +264,7 @@ void CKvQuadGradCtrl::dragEnterEvent(QDragEnterEvent* event)
 void CKvQuadGradCtrl::dragMoveEvent(QDragMoveEvent* event)
 {
     m_impl->DropOver(m_impl->DropCorner(*event));
-    if (m_impl->dropTarget < 0) {
-        event->ignore();
-        return;
-    }
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    kv::AnswerDrag(*event, m_impl->dropTarget >= 0);
 }
 
 void CKvQuadGradCtrl::dragLeaveEvent(QDragLeaveEvent*)
@@ -281,12 +276,9 @@ void CKvQuadGradCtrl::dropEvent(QDropEvent* event)
 {
     m_impl->DropOver(-1);
     const int corner = m_impl->DropCorner(*event);
-    if (corner < 0) {
-        event->ignore();
+    kv::AnswerDrag(*event, corner >= 0);
+    if (corner < 0)
         return;
-    }
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
     const std::uint32_t colour = *kv::DroppedColour(event->mimeData());
     m_impl->Edit([&](kv::QuadModel& quad) { return quad.SetCorner(corner, colour); });
 }

@@ -163,12 +163,7 @@ void CKvSolidColorTemplate::dragEnterEvent(QDragEnterEvent* event)
 void CKvSolidColorTemplate::dragMoveEvent(QDragMoveEvent* event)
 {
     m_impl->DropOver(m_impl->DropCell(*event));
-    if (!m_impl->dropTarget) {
-        event->ignore();
-        return;
-    }
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    kv::AnswerDrag(*event, m_impl->dropTarget.has_value());
 }
 
 void CKvSolidColorTemplate::dragLeaveEvent(QDragLeaveEvent*)
@@ -180,11 +175,7 @@ void CKvSolidColorTemplate::dropEvent(QDropEvent* event)
 {
     m_impl->DropOver(std::nullopt);
     const std::optional<SwatchCell> cell = m_impl->DropCell(*event);
-    if (!cell) {
-        event->ignore();
-        return;
-    }
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    Impl::Keep(cell->index, *kv::DroppedColour(event->mimeData()));
+    kv::AnswerDrag(*event, cell.has_value());
+    if (cell)
+        Impl::Keep(cell->index, *kv::DroppedColour(event->mimeData()));
 }

@@ -1,16 +1,14 @@
 // What the user does to the gradient control, and what its parent hears of it.
 #include "KvGradientCtrl.h"
 #include "KvMenu.h"
+#include "tests/color/ControlEvents.h"
 #include "tests/color/GradientText.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QMenu>
 #include <QMimeData>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 #include <map>
@@ -85,9 +83,7 @@ protected:
 
     void Mouse(QEvent::Type type, QPointF at, Qt::MouseButtons buttons)
     {
-        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-        QMouseEvent event(type, at, control->mapToGlobal(at), button, buttons, Qt::NoModifier);
-        QApplication::sendEvent(control, &event);
+        SendMouse(*control, type, at, buttons);
     }
     void Control(QEvent::Type type, quint32 nativeKey)
     {
@@ -100,30 +96,10 @@ protected:
         data->setData(kFormat, bytes);
         QApplication::clipboard()->setMimeData(data);
     }
-    // Opens the menu at a point and chooses a command, or closes it. Returns the disabled items.
     QStringList Menu(QPoint at, const QString& choice = {},
                      QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse)
     {
-        QStringList disabled;
-        QTimer::singleShot(0, [&disabled, &choice] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_NE(menu, nullptr);
-            QAction* chosen = nullptr;
-            for (QAction* action : menu->actions()) {
-                if (!action->isEnabled())
-                    disabled << action->text().remove('&');
-                if (!action->isSeparator() && action->text().remove('&') == choice)
-                    chosen = action;
-            }
-            menu->setActiveAction(chosen);
-            if (chosen)
-                QTest::keyClick(menu, Qt::Key_Return);
-            else
-                menu->close();
-        });
-        QContextMenuEvent event(reason, at, control->mapToGlobal(at));
-        QApplication::sendEvent(control, &event);
-        return disabled;
+        return UseContextMenu(*control, at, choice, reason);
     }
     static void ShowModalWindow()
     {

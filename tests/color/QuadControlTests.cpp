@@ -1,0 +1,244 @@
+// What the user does to the four-corner control, what its parent hears of it, and what it shows.
+#include "KvQuadGradCtrl.h"
+#include "tests/color/ControlEvents.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QPointer>
+
+#include <gtest/gtest.h>
+#include <map>
+
+namespace {
+
+constexpr char kFormat[] = "application/x-kv-dwcolor";
+constexpr char kFirst[] = "*R G B M";
+
+class TestCtrl : public CKvQuadGradCtrl
+{
+public:
+    using CKvQuadGradCtrl::ToolTipAt;
+};
+
+// A control 160 x 60: corners of 20 x 20, the preview from (20, 12) to (140, 48). "c" is CornersChanged, a
+// message is the colour that it tells, "s" with a corner the signal after it.
+class QuadControl : public testing::Test
+{
+protected:
+    QuadControl() { Renew(); }
+    void Renew()
+    {
+        delete control;
+        control = new TestCtrl;
+        control->setGeometry(0, 0, 160, 60);
+        control->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &parent, 1003);
+        QObject::connect(control, &CKvQuadGradCtrl::CornersChanged, [this] { Say("c"); });
+        QObject::connect(control, &CKvQuadGradCtrl::CornerSelected,
+                         [this](int corner) { Say('s' + std::to_string(corner)); });
+        parent.resize(160, 60);
+        parent.show();
+        QApplication::setActiveWindow(&parent);
+        control->setFocus();
+        onMessage = {};
+        heard.clear();
+    }
+    void Say(const std::string& what) { heard += (heard.empty() ? "" : " ") + what; }
+    std::optional<LRESULT> Hear(UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        const auto& record = *reinterpret_cast<const KvNotifyHeader*>(lParam);
+        EXPECT_TRUE(message == WM_NOTIFY && wParam == 0 && record.hwndFrom == control && record.idFrom == 0);
+        Say(QString::number(record.code, 16).toStdString());
+        if (onMessage)
+            onMessage();
+        return std::nullopt;
+    }
+    std::string Heard() { return std::exchange(heard, {}); }
+    std::string Corners() const
+    {
+        static const std::map<DWORD, std::string> names{
+            {0xFFFF0000u, "R"}, {0xFF00FF00u, "G"}, {0xFF0000FFu, "B"}, {0xFFFF00FFu, "M"}};
+        DWORD corners[4];
+        control->GetData(corners);
+        std::string text;
+        for (int corner = 0; corner < 4; ++corner) {
+            const auto name = names.find(corners[corner]);
+            text += corner > 0 ? " " : "";
+            text += corner == control->GetSelectedCorner() ? "*" : "";
+            text += name == names.end() ? QString::number(corners[corner], 16).toStdString() : name->second;
+        }
+        return text;
+    }
+    // Steps: P with a point is a press; K with a key; X with a menu command and a point, Y with one by the
+    // menu key; D with a text and a point drops it; N selects no corner.
+    void Run(const char* steps)
+    {
+        for (const QString& step : QString(steps).split(' ')) {
+            if (control)
+                Do(step.front().toLatin1(), step.mid(1));
+        }
+    }
+    void Do(char step, const QString& what)
+    {
+        const QStringList parts = what.split(u',');
+        const QPoint at = parts.size() < 2 ? QPoint() : QPoint(parts.end()[-2].toInt(), parts.back().toInt());
+        const QKeyCombination key = QKeySequence(what)[0];
+        const QString text = QString(parts.front()).replace(u'_', u' ');
+        const std::map<char, std::function<void()>> actions{
+            {'P', [&] { SendMouse(*control, QEvent::MouseButtonPress, at, Qt::LeftButton); }},
+            {'K', [&] { QTest::keyClick(control.data(), key.key(), key.keyboardModifiers()); }},
+            {'X', [&] { UseContextMenu(*control, at, text); }},
+            {'Y', [&] { UseContextMenu(*control, {}, text, QContextMenuEvent::Keyboard); }},
+            {'D', [&] { DropText(*control, at, text); }},
+            {'N', [&] { control->SetSelectedCorner(-1); }},
+        };
+        actions.at(step)();
+    }
+
+    QWidget parent;
+    KvMessageSink sink{&parent, [this](UINT m, WPARAM w, LPARAM l) { return Hear(m, w, l); }};
+    QPointer<TestCtrl> control;
+    std::function<void()> onMessage;
+    std::string heard;
+};
+
+TEST_F(QuadControl, UserActions)
+{
+    const struct
+    {
+        const char* name;
+        const char* steps;
+        const char* heard;
+        const char* corners;
+    } cases[] = {
+        {"select", "P140,0", "ff00ff00 s1", "R *G B M"},
+        {"every corner", "P159,59 P0,40 P19,19", "ffff00ff s3 ff0000ff s2 ffff0000 s0", kFirst},
+        {"the selected one", "P5,5", "", kFirst},
+        {"beside the corners", "P20,5 P5,20 P80,30", "", kFirst},
+        {"from none", "N P5,5", "ffff0000 s0", kFirst},
+        {"arrows", "KRight KDown KLeft KUp", "ff00ff00 s1 ffff00ff s3 ff0000ff s2 ffff0000 s0", kFirst},
+        {"at an edge", "KLeft KUp", "", kFirst},
+        {"arrow from none", "N KDown", "ffff0000 s0", kFirst},
+        {"exchange sides", "XExchange_Left_and_Right,80,30", "c", "*G R M B"},
+        {"exchange top", "XExchange_Top_and_Bottom,80,30", "c", "*B M R G"},
+        {"clockwise", "XTurn_Clockwise,80,30", "c", "*B R M G"},
+        {"counterclockwise", "XTurn_Counterclockwise,80,30", "c", "*G M R B"},
+        {"exchange two", "XExchange_with_Selected_Corner,150,50", "c", "*M G B R"},
+        {"a right click selects nothing", "XNothing,150,50", "", kFirst},
+        {"copy and paste", "KCtrl+C XPaste,150,50", "c", "*R G B R"},
+        {"copy by the menu, paste by key", "XCopy,150,5 KCtrl+V", "c", "*G G B M"},
+        {"paste of the same", "KCtrl+C KCtrl+V", "", kFirst},
+        {"paste into none", "KCtrl+C N KCtrl+V", "", "R G B M"},
+        {"by the menu key", "KRight KCtrl+C KLeft YPaste", "ff00ff00 s1 ffff0000 s0 c", "*G G B M"},
+        {"drop", "D#80102030,150,50", "c", "*R G B 80102030"},
+        {"drop beside", "D#fff,80,30", "", kFirst},
+        {"drop of no colour", "Dwords,150,50", "", kFirst},
+    };
+    for (const auto& test : cases) {
+        Renew();
+        Run(test.steps);
+        EXPECT_EQ(Heard(), test.heard) << test.name;
+        EXPECT_EQ(Corners(), test.corners) << test.name;
+    }
+}
+
+TEST_F(QuadControl, MenuShowsWhatCanBeDone)
+{
+    const QString exchange = "Exchange with Selected Corner";
+    QApplication::clipboard()->clear();
+    EXPECT_EQ(UseContextMenu(*control, {5, 5}), (QStringList{"Paste", exchange}));
+    Run("KCtrl+C");
+    EXPECT_EQ(UseContextMenu(*control, {150, 5}), QStringList{});
+    Run("N");
+    EXPECT_EQ(UseContextMenu(*control, {80, 30}), (QStringList{"Copy", "Paste", exchange}));
+}
+
+TEST_F(QuadControl, SettersAreSilent)
+{
+    const DWORD corners[4] = {1, 2, 3, 4};
+    control->SetData(corners), control->SetSelectedCorner(2), control->SetColor(0xFFFF0000u);
+    control->SetData(nullptr), control->SetSelectedCorner(4), control->SetSelectedCorner(-2);
+    EXPECT_EQ(Corners(), "1 2 *R 4");
+    EXPECT_EQ(control->GetSelectedColor(), 0xFFFF0000u);
+    control->SetSelectedCorner(-1);
+    control->SetColor(9);
+    EXPECT_EQ(control->GetSelectedColor(), 0u);
+    EXPECT_EQ(Corners(), "1 2 R 4");
+    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(control->OnGetDlgCode(), 0x81u);
+}
+
+TEST_F(QuadControl, HostMayDeleteTheControlInItsHandler)
+{
+    for (const char* steps : {"P150,5", "KRight", "KDown"}) {
+        Renew();
+        onMessage = [this] { delete control; };
+        Run(steps);
+        EXPECT_FALSE(control) << steps;
+    }
+    for (const char* steps : {"XTurn_Clockwise,80,30", "D#fff,5,5", "KRight KCtrl+C KLeft KCtrl+V"}) {
+        Renew();
+        QObject::connect(control, &CKvQuadGradCtrl::CornersChanged, [this] { delete control; });
+        Run(steps);
+        EXPECT_FALSE(control) << steps;
+    }
+}
+
+TEST_F(QuadControl, Pictures)
+{
+    parent.setPalette(QPalette(QColor(0x20, 0x30, 0x40)));
+    control->clearFocus();
+    const auto at = [this](int x, int y) { return parent.grab().toImage().pixel(x, y); };
+    EXPECT_EQ(at(0, 0), 0xFF203040u);
+    EXPECT_EQ(at(1, 1), 0xFF000000u) << "frame";
+    EXPECT_EQ(at(2, 2), 0xFFC0C0C0u) << "the selected corner's mark";
+    EXPECT_EQ(at(10, 10), 0xFFFF0000u);
+    EXPECT_EQ(at(142, 2), 0xFF00FF00u) << "no mark";
+    EXPECT_EQ(at(22, 14), 0xFFFF0000u) << "the preview's first pixel";
+    EXPECT_EQ(at(5, 30), 0xFF203040u) << "between the corners";
+    const DWORD flat[4] = {0xFF123456u, 0xFF123456u, 0xFF123456u, 0x00FFFFFFu};
+    control->SetData(flat);
+    EXPECT_EQ(at(50, 20), 0xFF123456u);
+    EXPECT_EQ(at(142, 42), 0xFFCCCCCCu) << "the checkerboard alone";
+    control->setEnabled(false);
+    EXPECT_EQ(at(10, 10), 0xFF1A1A1Au);
+    control->resize(7, 60); // corners without width
+    EXPECT_EQ(at(10, 10), 0xFF203040u);
+}
+
+TEST_F(QuadControl, FillsImages)
+{
+    const DWORD corners[4] = {0xFFFF0000u, 0xFF00FF00u, 0xFF0000FFu, 0xFFFF00FFu};
+    QImage image(40, 20, QImage::Format_RGB32);
+    image.fill(0xFF101010u);
+    KvFillQuadGradient(image, {10, 5, 60, 15}, corners);
+    EXPECT_EQ(image.pixel(10, 5), 0xFFFF0000u);
+    EXPECT_EQ(image.pixel(9, 5), 0xFF101010u);
+    EXPECT_EQ(image.pixel(39, 15), 0xFF101010u);
+    // The centre: the average of (127, 127, 0) and (127, 0, 255).
+    EXPECT_EQ(image.pixel(35, 10), 0xFF7F3F7Fu);
+    QImage other(4, 4, QImage::Format_RGB888);
+    other.fill(Qt::white);
+    KvFillQuadGradient(other, {0, 0, 4, 4}, corners);
+    EXPECT_EQ(other.pixel(0, 0), 0xFFFFFFFFu);
+    QImage none;
+    KvFillQuadGradient(none, {0, 0, 4, 4}, corners);
+    KvFillQuadGradient(image, {0, 0, 4, 4}, nullptr);
+}
+
+TEST_F(QuadControl, CornersAreNamed)
+{
+    CRect area;
+    EXPECT_EQ(control->ToolTipAt({150, 5}, area), "Top right corner\nR 0  G 255  B 0  A 255  #FF00FF00");
+    EXPECT_EQ(area, CRect(140, 0, 160, 20));
+    EXPECT_EQ(control->ToolTipAt({80, 30}, area), "");
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(control);
+    ASSERT_EQ(list->childCount(), 4);
+    EXPECT_EQ(list->child(3)->text(QAccessible::Name), "Bottom right corner, magenta");
+    EXPECT_EQ(list->focusChild(), list->child(0));
+    list->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(Heard(), "ff0000ff s2");
+    EXPECT_EQ(list->focusChild(), list->child(2));
+}
+
+} // namespace

@@ -1,0 +1,314 @@
+// What the user does to a swatch grid, what its parent hears of it, and what all grids show.
+#include "KvSolidColorTemplate.h"
+#include "tests/color/ControlEvents.h"
+#include "tests/core/TemporaryFolder.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QPointer>
+
+#include <gtest/gtest.h>
+#include <map>
+
+namespace {
+
+constexpr WPARAM kId = 1002;
+constexpr char kFormat[] = "application/x-kv-dwcolor";
+// One line of five: with three columns the second row is short.
+constexpr char kProfile[] = "[SolidColorTemplate_Head]\nTemplateLine=1\nColors Per Line=5\n"
+                            "[SolidColorLine_1]\n"
+                            "Color_1= 1,1,1,255\nColor_2= 2,2,2,255\nColor_3= 3,3,3,255\n"
+                            "Color_4= 4,4,4,255\nColor_5= 5,5,5,255\n"
+                            "[SolidColorLine_Altered_1]\n"
+                            "Color_1= 255,0,0,128\nColor_2= 0,255,0,255\nColor_3= 0,0,255,255\n"
+                            "Color_4= 255,255,0,255\nColor_5= 0,0,0,0\n";
+
+class TestGrid : public CKvSolidColorTemplate
+{
+public:
+    using CKvSolidColorTemplate::HasCapture;
+    using CKvSolidColorTemplate::ReadFile;
+    using CKvSolidColorTemplate::ToolTipAt;
+};
+
+// A grid of 3 by 8, 92 x 83: cells of 30 x 10, the alpha cells from row 70 on, each 23 wide. Messages are
+// written "index/store#colour".
+class SwatchGrid : public testing::Test
+{
+protected:
+    SwatchGrid() { Renew(); }
+    void Renew()
+    {
+        delete grid;
+        CKvSolidColorTemplate::SetSystemFolder(KvFromQString(QString::fromStdString(folder.Path().string())));
+        QFile file(FileName());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(kProfile) > 0);
+        file.close();
+        grid = new TestGrid;
+        grid->setGeometry(0, 0, 92, 83);
+        grid->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &parent, kId);
+        ASSERT_TRUE(TestGrid::ReadFile(KvFromQString(FileName()), false));
+        parent.resize(92, 83);
+        parent.show();
+        QApplication::setActiveWindow(&parent);
+        grid->setFocus();
+        onMessage = {};
+        heard.clear();
+    }
+    QString FileName() const
+    {
+        return QString::fromStdString(folder.Path().string()) + "/KvSolidColorTemplate.ini";
+    }
+    QByteArray FileText() const
+    {
+        QFile file(FileName());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+    std::optional<LRESULT> Hear(UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        const auto& record = *reinterpret_cast<const KvSwatchNotifyRecord*>(lParam);
+        EXPECT_TRUE(message == WM_NOTIFY && wParam == kId && record.header.idFrom == kId);
+        EXPECT_TRUE(record.header.hwndFrom == grid && record.header.code == 0xFFFFFFD7u);
+        heard += (heard.empty() ? "" : " ") + std::to_string(record.index) + '/' +
+                 std::to_string(record.store) + '#' + QString::number(*record.colour, 16).toStdString();
+        if (onMessage)
+            onMessage(record);
+        return std::nullopt;
+    }
+    std::string Heard() { return std::exchange(heard, {}); }
+    // Steps: P, M and U with a point are press, move and release; K with a key; X with a menu command and a
+    // point, Y with one by the menu key; H hides the grid, E disables it.
+    void Run(const char* steps)
+    {
+        for (const QString& step : QString(steps).split(' ')) {
+            if (grid)
+                Do(step.front().toLatin1(), step.mid(1));
+        }
+    }
+    void Do(char step, const QString& what)
+    {
+        const QStringList parts = what.split(u',');
+        const QPoint at = parts.size() < 2 ? QPoint() : QPoint(parts.end()[-2].toInt(), parts.back().toInt());
+        const QKeyCombination key = QKeySequence(what)[0];
+        const QString command = QString(parts.front()).replace(u'_', u' ');
+        const std::map<char, std::function<void()>> actions{
+            {'P', [&] { SendMouse(*grid, QEvent::MouseButtonPress, at, Qt::LeftButton); }},
+            {'M', [&] { SendMouse(*grid, QEvent::MouseMove, at, Qt::LeftButton); }},
+            {'U', [&] { SendMouse(*grid, QEvent::MouseButtonRelease, at, {}); }},
+            {'K', [&] { QTest::keyClick(grid.data(), key.key(), key.keyboardModifiers()); }},
+            {'X', [&] { UseContextMenu(*grid, at, command); }},
+            {'Y', [&] { UseContextMenu(*grid, {}, command, QContextMenuEvent::Keyboard); }},
+            {'H', [&] { grid->hide(); }},
+            {'E', [&] { grid->setEnabled(false); }},
+        };
+        actions.at(step)();
+    }
+
+    kv::TemporaryFolder folder;
+    QWidget parent;
+    KvMessageSink sink{&parent, [this](UINT m, WPARAM w, LPARAM l) { return Hear(m, w, l); }};
+    QPointer<TestGrid> grid;
+    std::function<void(const KvSwatchNotifyRecord&)> onMessage;
+    std::string heard;
+};
+
+TEST_F(SwatchGrid, Picks)
+{
+    const struct
+    {
+        const char* name;
+        const char* steps;
+        const char* messages;
+    } cases[] = {
+        {"a swatch", "P35,5 U35,5", "-1/1#ff00ff00"},
+        {"a swatch with alpha", "P5,5 U5,5", "-1/1#80ff0000"},
+        {"alpha cells", "P0,70 U0,70 P23,82 U23,82 P46,70 U46,70 P91,82 U91,82",
+         "0/1#ff000000 1/1#ff555555 2/1#ffaaaaaa 3/1#ffffffff"},
+        {"behind the last swatch", "P65,15 U65,15", ""},
+        {"right of the last column", "P91,5 U91,5", ""},
+        {"released elsewhere", "P5,5 M5,25 U35,5", ""},
+        {"pressed elsewhere", "P65,15 M5,5 U5,5", ""},
+        {"left and came back", "P30,72 M5,72 M31,72 U31,72", "1/1#ff555555"},
+        {"moved far within the cell", "P2,72 M21,80 U21,80", "0/1#ff000000"},
+        {"escape", "P5,5 KEsc U5,5", ""},
+        {"hidden", "P5,5 H U5,5", ""},
+        {"disabled", "P5,5 E U5,5", ""},
+        {"enter", "KReturn", "-1/1#80ff0000"},
+        {"space after a walk", "KRight KDown KSpace", "-1/1#0"},
+        {"a click makes its cell the current one", "P35,5 U35,5 KRight KReturn",
+         "-1/1#ff00ff00 -1/1#ff0000ff"},
+        {"stops at the edges", "KLeft KUp KReturn KEnd KRight KDown KReturn", "-1/1#80ff0000 3/1#ffffffff"},
+        {"down from the short row", "KRight KRight KDown KReturn", "3/1#ffffffff"},
+        {"home", "KEnd KHome KReturn", "-1/1#80ff0000"},
+        {"keys in a press", "P5,5 KRight KReturn U5,5", "-1/1#80ff0000"},
+    };
+    for (const auto& test : cases) {
+        Renew();
+        Run(test.steps);
+        EXPECT_EQ(Heard(), test.messages) << test.name;
+        EXPECT_FALSE(grid->HasCapture()) << test.name;
+    }
+}
+
+TEST_F(SwatchGrid, SignalsComeWithTheMessages)
+{
+    std::string signalled;
+    const auto note = [&](char kind) {
+        return [&, kind](int index, quint32 colour) {
+            signalled += kind + std::to_string(index) + '#' + QString::number(colour, 16).toStdString() + ' ';
+        };
+    };
+    QObject::connect(grid, &CKvSolidColorTemplate::CellPicked, note('p'));
+    QObject::connect(grid, &CKvSolidColorTemplate::CellStoreRequested, note('s'));
+    Run("P35,5 U35,5 P91,82 U91,82 XSave_Current_Color,35,5");
+    EXPECT_EQ(signalled, "p-1#ff00ff00 p3#ffffffff s1#ff00ff00 ");
+}
+
+TEST_F(SwatchGrid, SavesTheParentsColour)
+{
+    EXPECT_EQ(UseContextMenu(*grid, {5, 72}), QStringList{"Save Current Color"});
+    EXPECT_EQ(UseContextMenu(*grid, {5, 5}), QStringList{});
+    onMessage = [&](const KvSwatchNotifyRecord& record) { grid->SetCellColor(record.index, 0x40010203u); };
+    Run("XSave_Current_Color,35,15");
+    EXPECT_EQ(Heard(), "4/0#0");
+    EXPECT_TRUE(FileText().contains("Color_5= 1,2,3,64"));
+    Run("KRight YSave_Current_Color");
+    EXPECT_EQ(Heard(), "1/0#ff00ff00");
+    EXPECT_EQ(grid->GetCellColor(1), 0x40010203u);
+
+    onMessage = [&](const KvSwatchNotifyRecord& record) {
+        grid->SetCellColor(record.index, 0xFF0A0B0Cu);
+        delete grid;
+    };
+    Run("XSave_Current_Color,5,5");
+    EXPECT_TRUE(FileText().contains("Color_1= 10,11,12,255")) << "the swatch outlives the grid";
+}
+
+TEST_F(SwatchGrid, ResetsToTheFactory)
+{
+    Run("XReset_All,5,5");
+    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(grid->GetCellColor(4), 0xFF050505u);
+    const QByteArray text = FileText();
+    EXPECT_EQ(text.count("Color_1= 1,1,1,255"), 2) << text.constData();
+    grid->SetCellColor(0, 1);
+    EXPECT_EQ(grid->InitialData(0), 0) << "loaded once";
+    EXPECT_EQ(grid->GetCellColor(0), 1u);
+    QFile::remove(FileName());
+    EXPECT_EQ(grid->InitialData(1), 0);
+    EXPECT_EQ(grid->GetCellCount(), 5) << "a failure leaves the swatches";
+}
+
+TEST_F(SwatchGrid, AllGridsShowTheSameSwatches)
+{
+    QWidget window;
+    window.resize(92, 83);
+    TestGrid other;
+    other.setGeometry(0, 0, 92, 83);
+    other.Create(WS_CHILD | WS_VISIBLE, &window, 7);
+    window.show();
+    const auto middle = [&other](int x, int y) { return other.grab().toImage().pixel(x, y); };
+    EXPECT_EQ(middle(45, 5), 0xFF00FF00u);
+    grid->SetCellColor(1, 0xFF102030u);
+    EXPECT_EQ(middle(45, 5), 0xFF102030u);
+    grid->SetCellColor(-1, 5), grid->SetCellColor(5, 5); // ignored
+    EXPECT_TRUE(TestGrid::ReadFile(KvFromQString(FileName()), true));
+    EXPECT_EQ(middle(45, 5), 0xFF020202u);
+    other.SetNumRect(0, -3);
+    EXPECT_EQ(other.GetCellCount(), 5);
+    EXPECT_EQ(middle(11, 40), 0xFF000000u) << "nothing but alpha cells";
+    EXPECT_EQ(middle(80, 40), 0xFFFFFFFFu);
+}
+
+TEST_F(SwatchGrid, Pictures)
+{
+    parent.setPalette(QPalette(QColor(0x20, 0x30, 0x40)));
+    grid->clearFocus();
+    const auto at = [this](int x, int y) { return parent.grab().toImage().pixel(x, y); };
+    EXPECT_EQ(at(0, 0), 0xFF203040u) << "the gap";
+    EXPECT_EQ(at(1, 1), 0xFF18181Au) << "the frame";
+    // Red of alpha 128 over the dark and the light square of the checkerboard.
+    EXPECT_EQ(at(2, 2), 0xFFE66666u);
+    EXPECT_EQ(at(4, 2), 0xFFEE6E6Eu);
+    EXPECT_EQ(at(34, 12), 0xFFDDDDDDu) << "alpha 0 shows only the checkerboard";
+    EXPECT_EQ(at(75, 15), 0xFF203040u) << "no swatch";
+    EXPECT_EQ(at(91, 5), 0xFF203040u) << "no column";
+    EXPECT_EQ(at(35, 78), 0xFF555555u);
+
+    SendMouse(*grid, QEvent::MouseMove, {75, 5}, {});
+    EXPECT_EQ(at(61, 5), 0xFFFFFFFFu) << "hovered";
+    SendMouse(*grid, QEvent::MouseButtonPress, {75, 5}, Qt::LeftButton);
+    EXPECT_NE(at(75, 5), 0xFF0000FFu) << "pressed";
+    SendMouse(*grid, QEvent::MouseMove, {75, 25}, Qt::LeftButton);
+    EXPECT_EQ(at(75, 5), 0xFF0000FFu) << "no longer pressed";
+    SendMouse(*grid, QEvent::MouseButtonRelease, {75, 25}, {});
+    grid->setEnabled(false);
+    EXPECT_EQ(at(75, 5), 0xFF2A2A2Au);
+    EXPECT_EQ(at(35, 78), 0xFF2A2A2Au);
+}
+
+TEST_F(SwatchGrid, TakesAndGivesColours)
+{
+    EXPECT_TRUE(DropText(*grid, {35, 5}, "#123"));
+    EXPECT_EQ(grid->GetCellColor(1), 0xFF112233u);
+    EXPECT_TRUE(FileText().contains("Color_2= 17,34,51,255"));
+    EXPECT_FALSE(DropText(*grid, {5, 72}, "#123")) << "on an alpha cell";
+    EXPECT_FALSE(DropText(*grid, {65, 15}, "#123")) << "beside the swatches";
+    EXPECT_FALSE(DropText(*grid, {35, 5}, "no colour"));
+    EXPECT_EQ(Heard(), "");
+    Run("KRight KCtrl+C");
+    EXPECT_EQ(QApplication::clipboard()->mimeData()->data(kFormat), QByteArray::fromHex("332211ff"));
+    Run("KEnd KCtrl+C");
+    EXPECT_EQ(QApplication::clipboard()->mimeData()->data(kFormat), QByteArray::fromHex("332211ff"));
+    grid->setEnabled(false);
+    EXPECT_FALSE(DropText(*grid, {35, 5}, "#456"));
+}
+
+TEST_F(SwatchGrid, ParentMayDeleteTheGridInItsHandler)
+{
+    for (const char* steps :
+         {"P5,5 U5,5", "KReturn", "P5,72 U5,72", "XSave_Current_Color,5,5", "YSave_Current_Color"}) {
+        Renew();
+        onMessage = [this](const KvSwatchNotifyRecord&) { delete grid; };
+        Run(steps);
+        EXPECT_FALSE(grid) << steps;
+    }
+}
+
+TEST_F(SwatchGrid, InstallsTheFactoryFileWhereThereIsNone)
+{
+    const QByteArray before = FileText();
+    EXPECT_EQ(CKvSolidColorTemplate::InstallFactoryTemplate(), 1);
+    EXPECT_EQ(FileText(), before);
+    CKvSolidColorTemplate::SetSystemFolder(CKvSolidColorTemplate::GetSystemFolder() + L"/new/deep");
+    EXPECT_EQ(CKvSolidColorTemplate::InstallFactoryTemplate(), 1);
+    EXPECT_EQ(grid->InitialData(1), 1);
+    EXPECT_EQ(grid->GetCellCount(), 32);
+    CKvSolidColorTemplate::SetSystemFolder(KvFromQString(FileName())); // a file is no folder
+    EXPECT_EQ(CKvSolidColorTemplate::InstallFactoryTemplate(), 0);
+}
+
+TEST_F(SwatchGrid, CellsAreNamed)
+{
+    CRect area;
+    EXPECT_EQ(grid->ToolTipAt({5, 5}, area), "R 255  G 0  B 0  A 128  #80FF0000");
+    EXPECT_EQ(area, CRect(0, 0, 30, 10));
+    EXPECT_EQ(grid->ToolTipAt({50, 75}, area), "Alpha 128");
+    EXPECT_EQ(area, CRect(46, 70, 69, 83));
+    EXPECT_EQ(grid->ToolTipAt({91, 5}, area), "");
+
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(grid);
+    ASSERT_EQ(list->childCount(), 9);
+    EXPECT_EQ(list->child(1)->text(QAccessible::Name), "Swatch 2 of 5, green");
+    EXPECT_EQ(list->child(8)->text(QAccessible::Name), "Alpha 255");
+    EXPECT_EQ(list->focusChild(), list->child(0));
+    list->child(6)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_EQ(list->focusChild(), list->child(6));
+    list->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(Heard(), "-1/1#ff00ff00");
+}
+
+} // namespace
