@@ -27,6 +27,9 @@ private:
 /// Sends a widget an event of the left button; a move is one of a drag.
 void SendMouse(QWidget& widget, QEvent::Type type, QPointF at);
 
+/// The swatch grid and the four-corner control.
+bool SaveColours(const Pictures& pictures);
+
 /// The ease window, the ease dialog and the keyframe strip.
 bool SaveCurves(const Pictures& pictures);
 

@@ -196,9 +196,12 @@ TEST_F(QuadControl, Pictures)
     EXPECT_EQ(at(142, 2), 0xFF00FF00u) << "no mark";
     EXPECT_EQ(at(22, 14), 0xFFFF0000u) << "the preview's first pixel";
     EXPECT_EQ(at(5, 30), 0xFF203040u) << "between the corners";
-    const DWORD flat[4] = {0xFF123456u, 0xFF123456u, 0xFF123456u, 0x00FFFFFFu};
+    DWORD flat[4] = {0xFF123456u, 0xFF123456u, 0xFF123456u, 0xFF123456u};
     control->SetData(flat);
     EXPECT_EQ(at(50, 20), 0xFF123456u);
+    EXPECT_EQ(at(137, 45), 0xFF123456u);
+    flat[3] = 0x00FFFFFFu;
+    control->SetData(flat);
     EXPECT_EQ(at(142, 42), 0xFFCCCCCCu) << "the checkerboard alone";
     control->setEnabled(false);
     EXPECT_EQ(at(10, 10), 0xFF1A1A1Au);

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QDrag>
 #include <QFile>
 #include <QPointer>
 
@@ -265,6 +266,30 @@ TEST_F(SwatchGrid, TakesAndGivesColours)
     EXPECT_EQ(QApplication::clipboard()->mimeData()->data(kFormat), QByteArray::fromHex("332211ff"));
     grid->setEnabled(false);
     EXPECT_FALSE(DropText(*grid, {35, 5}, "#456"));
+}
+
+TEST_F(SwatchGrid, DragsASwatchOut)
+{
+    QString text;
+    QTimer::singleShot(0, grid, [&] {
+        if (const auto* drag = grid->findChild<QDrag*>()) {
+            text = drag->mimeData()->text();
+            EXPECT_EQ(drag->mimeData()->data(kFormat), QByteArray::fromHex("00ff00ff"));
+        }
+        QTest::keyClick(&parent, Qt::Key_Escape); // ends the toolkit's drag
+    });
+    Run("P35,5 M35,35");
+    EXPECT_TRUE(grid->HasCapture()) << "not within the event";
+    QApplication::processEvents();
+    EXPECT_EQ(text, "#ff00ff00");
+    EXPECT_FALSE(grid->HasCapture());
+    EXPECT_EQ(Heard(), "");
+
+    Run("P30,75 M35,35"); // an alpha cell stands for no colour
+    QApplication::processEvents();
+    EXPECT_TRUE(grid->HasCapture());
+    Run("U35,35");
+    EXPECT_EQ(Heard(), "");
 }
 
 TEST_F(SwatchGrid, ParentMayDeleteTheGridInItsHandler)
