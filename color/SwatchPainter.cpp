@@ -51,28 +51,43 @@ void DrawAtRest(PixelView pixels, const DeviceGrid& grid, const SwatchLayout& la
                    kFixedAlphaColours[static_cast<std::size_t>(index)], enabled);
 }
 
-/// Lines within a rectangle of logical pixels, a logical pixel thick, on whole device pixels.
-/// @return what is left within.
-QRectF DrawFrame(Graphics& graphics, const QRectF& rect, const QColor& colour)
+/// Where the lines of a cell lie on the painter's device pixels: as in the picture of the cells at rest.
+class CellLines
 {
-    const DevicePixels devicePixels(graphics);
-    const qreal line = devicePixels.Hairline();
-    const QRectF outer = devicePixels.Snapped(rect);
-    const QRectF inner = outer.adjusted(line, line, -line, -line);
-    if (inner.isEmpty())
-        return {};
-    QPainterPath frame;
-    frame.addRect(outer);
-    frame.addRect(inner);
-    graphics.fillPath(frame, colour);
-    return inner;
-}
+public:
+    CellLines(const Graphics& graphics, const CRect& cell)
+        : m_pixels(graphics)
+        , m_grid(PixelRatio(graphics))
+        , m_origin(m_pixels.Nearest({0, 0}))
+        , m_cell(m_grid.Edge(cell.left), m_grid.Edge(cell.top), m_grid.Edge(cell.right),
+                 m_grid.Edge(cell.bottom))
+    {
+    }
 
-/// Where a cell shows colour and frame: without the gap around it.
-QRectF FaceOf(const CRect& cell)
-{
-    return QRectF(QRect(Deflated(cell, 1)));
-}
+    /// The cell without some lines all around, in logical pixels: 1 leaves its face.
+    QRectF Within(int lines) const
+    {
+        const CRect rect = Deflated(m_cell, lines * m_grid.Line());
+        if (rect.IsRectEmpty())
+            return {};
+        return {m_pixels.ToLogical(m_origin + QPoint(rect.left, rect.top)),
+                m_pixels.ToLogical(m_origin + QPoint(rect.right, rect.bottom))};
+    }
+    /// Draws the lines between two of these rectangles.
+    void Draw(Graphics& graphics, int from, int to, const QColor& colour) const
+    {
+        QPainterPath frame;
+        frame.addRect(Within(from));
+        frame.addRect(Within(to));
+        graphics.fillPath(frame, colour);
+    }
+
+private:
+    DevicePixels m_pixels;
+    DeviceGrid m_grid;
+    QPoint m_origin;
+    CRect m_cell;
+};
 
 } // namespace
 
@@ -98,23 +113,22 @@ void SwatchPainter::Paint(Graphics& graphics, const CRect& client, const SwatchL
     m_picture.Paint(graphics, client, [&](PixelView pixels, const DeviceGrid& grid) {
         DrawAtRest(pixels, grid, layout, colours, look.enabled);
     });
-    if (look.pressed) {
-        const QRectF face = DevicePixels(graphics).Snapped(FaceOf(layout.RectOf(*look.pressed)));
-        graphics.fillRect(face, SkinColour(L"keButtonPressedColor", kDefaultPressedColour));
-    }
+    const QColor frame = QColor::fromRgba(FrameColour());
     // A light line within a dark one shows on every colour.
     if (look.hovered || look.pressed) {
-        const QRectF face = FaceOf(layout.RectOf(look.pressed ? *look.pressed : *look.hovered));
-        const QRectF within =
-            DrawFrame(graphics, face, SkinColour(L"keSwatchHoverColor", kDefaultHoverColour));
-        DrawFrame(graphics, within, QColor::fromRgba(FrameColour()));
+        const CellLines lines(graphics, layout.RectOf(look.pressed ? *look.pressed : *look.hovered));
+        if (look.pressed)
+            graphics.fillRect(lines.Within(1), SkinColour(L"keButtonPressedColor", kDefaultPressedColour));
+        lines.Draw(graphics, 1, 2, SkinColour(L"keSwatchHoverColor", kDefaultHoverColour));
+        lines.Draw(graphics, 2, 3, frame);
     }
     if (look.dropTarget) {
-        const QRectF within = DrawFrame(graphics, QRect(layout.RectOf(*look.dropTarget)), FocusColour());
-        DrawFrame(graphics, DrawFrame(graphics, within, FocusColour()), QColor::fromRgba(FrameColour()));
+        const CellLines lines(graphics, layout.RectOf(*look.dropTarget));
+        lines.Draw(graphics, 0, 2, FocusColour());
+        lines.Draw(graphics, 2, 3, frame);
     }
     if (look.focused)
-        DrawFocusRing(graphics, QRectF(QRect(layout.RectOf(*look.focused))));
+        DrawFocusRing(graphics, CellLines(graphics, layout.RectOf(*look.focused)).Within(0));
 }
 
 } // namespace kv

@@ -28,6 +28,7 @@ public:
         m_control.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &m_window, 1);
         m_window.show();
         QApplication::setActiveWindow(&m_window);
+        m_control.clearFocus();
     }
 
     Control& operator*() { return m_control; }

@@ -130,7 +130,8 @@ int RenderAtOneScale(const QString& folder, const QString& scale)
     const Pictures pictures(QDir(folder).absolutePath(), scale);
     QCursor::setPos(0, 0); // over no button of a window that stands in the corner
     return SaveTitler(pictures) && SaveGradients(pictures) && SaveColours(pictures) && SaveCurves(pictures) &&
-                   SaveCaptions(pictures) && SaveAppLog(pictures) && SaveLists(pictures)
+                   SaveCaptions(pictures) && SaveAppLog(pictures) && SaveLists(pictures) &&
+                   SaveColourPanel(pictures)
                ? 0
                : 1;
 }

@@ -41,3 +41,6 @@ bool SaveCaptions(const Pictures& pictures);
 
 /// The subtitle list and the text list.
 bool SaveLists(const Pictures& pictures);
+
+/// The colour panel.
+bool SaveColourPanel(const Pictures& pictures);

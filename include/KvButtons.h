@@ -121,16 +121,20 @@ Q_SIGNALS:
     /// A press that went beyond the toolkit's drag distance: no click follows. @param steps pixels to the
     /// right and upwards since the press.
     void Scrubbed(int steps);
-    /// @param cancelled by Escape or by losing the mouse.
+    /// @param cancelled by Escape; losing the mouse ends a scrub as a release does.
     void ScrubEnded(bool cancelled);
 
 protected:
+    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void ShowPicture();
+    void EndScrub(bool cancelled);
+
     std::wstring m_unchecked;
     std::wstring m_checked;
     QPoint m_press;

@@ -38,9 +38,10 @@ enum EKvColorLock : int
 /// points outside are clamped. Setters are silent and redraw. The user's own changes send the parent
 /// WM_NOTIFY with a KvColorNotifyRecord (idFrom: the map's number, data: its colour): a press begins and sets
 /// the colour, each move continues, the release ends without a change; Escape takes a drag back (the colour
-/// as it was, then the end). Arrow keys (Shift: ten steps), Page Up and Down, Home and End and the wheel are
-/// one-shot edits, which send all three phases; a step at the end of a range changes and sends nothing.
-/// The parent may delete the map in its handler.
+/// as it was, then the end). Arrow keys (Shift: ten steps), Page Up and Down (ten steps up and down), Home
+/// and End (to the left and right end of a field, the lower and upper one of a slider) and the wheel (up and
+/// down; on a field with Alt right and left) are one-shot edits, which send all three phases; a step at the
+/// end of a range changes and sends nothing. The parent may delete the map in its handler.
 class KV_API CKvColorMapWnd : public CKvWnd
 {
     Q_OBJECT
@@ -114,6 +115,7 @@ protected:
     QString ToolTipAt(CPoint point, CRect& area) const override;
 
 private:
+    friend class CKvColorPanel;
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

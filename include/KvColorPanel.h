@@ -25,8 +25,11 @@ inline constexpr UINT kKvColorPanelDialog = 14010;
 /// another channel send nothing. The parent may call any setter in its handler, or delete the panel.
 ///
 /// A press on a channel's button that is dragged scrubs the channel's number. A pasted `#rgb`, `#rrggbb`,
-/// `#aarrggbb` or `rgb(r, g, b)` sets the colour. Escape takes a drag or a typing back; neither it nor Enter
-/// hides the panel.
+/// `#aarrggbb` or `rgb(r, g, b)` sets the colour, as far as the state allows. Escape takes a drag or a typing
+/// back; neither it nor Enter hides the panel, and those that it has no use for go on to the host.
+///
+/// Unlike a dialog the panel is a child of its parent, which destroys it. Its smallest size is about
+/// 300 x 220 at 100 %; in a larger one the map takes what is free.
 class KV_API CKvColorPanel : public CKvDialog
 {
     Q_OBJECT
@@ -53,8 +56,10 @@ public:
     /// The number by which the parent knows the panel; 0 until it is set.
     void SetDlgCtrlID(UINT id);
 
+    /// Enables or disables the command whose number is an item's, as the state says; items that it does not
+    /// govern are left alone.
     void OnUpdateCmdUI(CCmdUI* command);
-    /// Enables or disables every child; with 1 the state applies again.
+    /// Enables or disables every child; with 1 the state applies again, which waits meanwhile.
     void OnEnable(int enable);
     /// @return 0 at once for WM_LBUTTONDOWN: a press is each child's own.
     virtual int PreTranslateMessage(MSG* message);
@@ -62,15 +67,18 @@ public:
     void OnOK() override;
     void OnCancel() override;
     QSize sizeHint() const override;
+    void setVisible(bool visible) override;
 
 Q_SIGNALS:
     /// After each message to the parent. @param phase an EKvColorPhase.
     void ColorChanged(int phase);
 
 protected:
+    /// Puts the children into the places of the template's items. @return 1.
     virtual BOOL OnSubclassControls();
     /// @param phase as it goes into the record. The panel may be gone afterwards.
     void _NotifyChangeColor(int phase);
+    /// Takes the colour of the map with that number over.
     void _ProcessColorMapNotify(UINT id);
 
     BOOL OnInitDialog() override;
@@ -79,7 +87,8 @@ protected:
     BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     void OnCmdUpdateUI(CCmdUI* command) override;
     void OnSkinChanged() override;
-    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     struct Impl;

@@ -114,6 +114,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    friend class CKvRadioBitmapButton; // takes an item's place
     friend class KvGuiRes;
     struct Impl;
     std::unique_ptr<Impl> m_impl;

@@ -20,7 +20,8 @@ struct KvParamEditRecord
 /// clamped when the typing ends. Escape restores the number as it was when the typing began. Arrows and the
 /// wheel step, Page Up and Down step by ten; each is a one-shot edit, which sends all three phases. A step at
 /// the end of the range changes and sends nothing. A vertical or horizontal drag on the border scrubs: right
-/// or up raises, a step a pixel, beyond the toolkit's drag distance.
+/// or up raises, a step a pixel, beyond the toolkit's drag distance. The parent may delete the edit in its
+/// handler.
 class KV_API CKvParamEdit : public CKvWnd
 {
     Q_OBJECT
@@ -31,19 +32,32 @@ public:
 
     /// @return 1; 0 when it was created before.
     int Create(UINT style, CWnd* parent, DWORD id);
-    /// Ends a typing without a message and shows the number, clamped.
+    /// Shows the number, clamped, in place of what is being typed. A run that is open stays open until the
+    /// user ends it.
     void SetValue(int value);
     /// The number in force: a typed one that is out of the range counts once it is clamped.
     int GetValue() const;
     /// The number is clamped to the new range. A range whose end is below its start is turned round.
     void SetValueRange(int minimum, int maximum);
+    int GetMinimum() const;
+    int GetMaximum() const;
     /// @param step of arrows and wheel, at least 1.
     void SetStep(int step);
-    /// True from the first change of a typing until it ends.
+    int GetStep() const;
+    /// What a user does who enters a number at once, without typing: a one-shot edit, clamped.
+    void EnterValue(int value);
+    /// What the number is called: its tool tip and accessible name.
+    void SetLabel(const wchar_t* text);
+    /// True from the first key of a typing until it ends.
     bool IsTyping() const;
+    /// Ends a typing as Enter does.
+    void EndTyping();
+    /// True during the message that takes a typing or a scrub back.
+    bool IsTakingBack() const;
 
     // A scrub that another control leads (a channel's button). Values are `GetValue()` plus steps at the
     // beginning; the run is begun by the first step that changes the number.
+    // Nothing happens while the edit is disabled.
     void BeginScrub();
     void Scrub(int steps);
     /// @param cancel restores the number as it was at the beginning.
@@ -54,12 +68,17 @@ public:
 Q_SIGNALS:
     /// After each message to the parent.
     void ValueChanged(int phase);
-    /// A text was pasted that is no number; the owner may know it.
-    /// @param taken set it when the text was used, else the edit ignores the paste.
-    void TextPasted(const QString& text, bool& taken);
+    /// What the clipboard holds was pasted and is no number. The edit ignores it; its owner may know it.
+    void ForeignPasted();
 
 protected:
+    void OnPaint(Graphics& graphics) override;
     void OnSize(int width, int height) override;
+    void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point) override;
+    void OnCaptureChanged() override;
     void OnEnable(BOOL enabled) override;
     void OnSkinChanged() override;
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -56,6 +56,10 @@ QRect ItemRect(const DialogItem& item, const DialogUnits& units, QSize growth)
         return rect.adjusted(0, growth.height(), growth.width(), growth.height());
     case DialogGrowth::TakeRoom:
         return rect.adjusted(0, 0, growth.width(), growth.height());
+    case DialogGrowth::TakeHeight:
+        return rect.adjusted(0, 0, 0, growth.height());
+    case DialogGrowth::TallAtRight:
+        return rect.adjusted(growth.width(), 0, growth.width(), growth.height());
     }
     return rect;
 }

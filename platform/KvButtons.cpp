@@ -69,6 +69,8 @@ public:
 
     QAccessible::Role role() const override
     {
+        if (qobject_cast<const CKvRadioBitmapButton*>(&m_button))
+            return QAccessible::RadioButton;
         return m_button.isCheckable() ? QAccessible::CheckBox : QAccessible::Button;
     }
 

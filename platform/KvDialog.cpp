@@ -47,7 +47,8 @@ int CKvDialog::Create(UINT templateNumber, CWnd* parent)
     m_impl->MakeWindow(templateNumber);
     if (!self || !IsCreated())
         return 0;
-    m_impl->Place();
+    if (isWindow())
+        m_impl->Place();
     return 1;
 }
 

@@ -6,6 +6,7 @@ std::span<const DialogTemplate> BuiltInDialogs()
 {
     static constexpr DialogTemplate dialogs[] = {
         {12016, 411, 211}, // ease dialog
+        {14010, 172, 104}, // colour panel
     };
     return dialogs;
 }
@@ -28,6 +29,22 @@ std::span<const DialogItem> BuiltInDialogItems()
         {12016, 1, 1, DefaultButton, KeepRight, 354, 153, 50, 14},
         {12016, 2, 2, Button, KeepRight, 354, 172, 50, 14},
         {12016, kNoDialogItem, 65535, Static, WidenAtBottom, 7, 192, 397, 12},
+
+        {14010, 14023, 14023, Static, TakeRoom, 40, 4, 64, 96},
+        {14010, 14024, 14024, Static, TallAtRight, 108, 4, 10, 96},
+        {14010, 14025, 14025, Static, TallAtRight, 122, 4, 10, 96},
+        {14010, 14035, 14035, Static, KeepRight, 136, 4, 16, 10},
+        {14010, 14036, 14036, Static, KeepRight, 152, 4, 16, 10},
+        {14010, 14032, 14032, Static, KeepRight, 136, 18, 10, 12},
+        {14010, 14026, 14026, Static, KeepRight, 148, 18, 20, 12},
+        {14010, 14033, 14033, Static, KeepRight, 136, 33, 10, 12},
+        {14010, 14027, 14027, Static, KeepRight, 148, 33, 20, 12},
+        {14010, 14034, 14034, Static, KeepRight, 136, 48, 10, 12},
+        {14010, 14028, 14028, Static, KeepRight, 148, 48, 20, 12},
+        {14010, kNoDialogItem, 65535, Static, KeepRight, 139, 65, 7, 10},
+        {14010, 14029, 14029, Static, KeepRight, 148, 63, 20, 12},
+        {14010, 14128, 14128, Static, TallAtRight, 136, 80, 32, 20},
+        {14010, 14030, 14030, Static, TakeHeight, 4, 4, 32, 96},
     };
     return items;
 }

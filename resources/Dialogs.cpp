@@ -23,6 +23,9 @@ std::span<const TextEntry> BuiltInDialogTexts()
         {12016, 65535,
          L"middle button/wheel--zoom view vertically; right button--pan view vertically; "
          L"double click--reset view"},
+        // 14010: colour panel
+        {14010, kDialogTitle, L"Color"},
+        {14010, 65535, L"A"},
     };
     return texts;
 }

@@ -49,7 +49,9 @@ enum class DialogGrowth : std::uint8_t
 {
     KeepRight,     ///< keeps its distance to the right edge
     WidenAtBottom, ///< keeps its distance to the bottom and takes the width
-    TakeRoom       ///< takes width and height
+    TakeRoom,      ///< takes width and height
+    TakeHeight,    ///< keeps its distance to the left edge and takes the height
+    TallAtRight,   ///< keeps its distance to the right edge and takes the height
 };
 
 /// One item of a dialog, in dialog units.

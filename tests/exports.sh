@@ -9,11 +9,12 @@ if [ -n "$strangers" ]; then
   printf 'Exported, but not public:\n%s\n' "$strangers"
   exit 1
 fi
-for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetData(' 'KvGuiRes::LoadColor(' \
+for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetData(' 'CKvSolidColorTemplate::InstallFactoryTemplate(' 'KvFillQuadGradient(' 'KvGuiRes::LoadColor(' \
   'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'KvTimecode::ToText(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent' \
   'CreateFileNamingRule(' 'CreateFileNamingRuleCollection(' 'CheckRuleLabels(' 'KvLoadFileNamingCollection(' \
   'KvSaveFileNamingCollection(' 'KvCreateBezierCurve2D(' 'KvBezierEase::Value(' \
   'CKvBitmapButton::CreateButton(' 'CKvButton::SetWindowText(' 'CKvCaptionBar::Create(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
+  'CKvColorPanel::SetColor(' 'CKvColorMapWnd::SetHPValue(' 'CKvParamEdit::SetValueRange(' 'CKvRadioBitmapButton::SubClassButton(' \
   'CKvAppLogListCtrl::AddAppLogMsg(' 'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
   grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }
 done

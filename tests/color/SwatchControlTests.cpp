@@ -271,6 +271,8 @@ TEST_F(SwatchGrid, TakesAndGivesColours)
 TEST_F(SwatchGrid, DragsASwatchOut)
 {
     QString text;
+    Run("P35,5 M35,35");
+    EXPECT_TRUE(grid->HasCapture()) << "not within the event";
     QTimer::singleShot(0, grid, [&] {
         if (const auto* drag = grid->findChild<QDrag*>()) {
             text = drag->mimeData()->text();
@@ -278,8 +280,6 @@ TEST_F(SwatchGrid, DragsASwatchOut)
         }
         QTest::keyClick(&parent, Qt::Key_Escape); // ends the toolkit's drag
     });
-    Run("P35,5 M35,35");
-    EXPECT_TRUE(grid->HasCapture()) << "not within the event";
     QApplication::processEvents();
     EXPECT_EQ(text, "#ff00ff00");
     EXPECT_FALSE(grid->HasCapture());

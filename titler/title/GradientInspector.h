@@ -1,7 +1,7 @@
 // The title's gradient: the gradient control, the selected stop and the direction.
 #pragma once
 
-#include "KvPlatform.h"
+#include "KvGradientCtrl.h"
 #include "project/Project.h"
 
 #include <QWidget>
@@ -9,8 +9,6 @@
 #include <memory>
 #include <optional>
 
-class CKvGradientCtrl;
-struct GradientNotifyRecord;
 class QDoubleSpinBox;
 
 namespace titler {

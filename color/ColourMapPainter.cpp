@@ -1,0 +1,122 @@
+#include "color/ColourMapPainter.h"
+
+#include "KvColorMapWnd.h"
+#include "color/ColourFieldRaster.h"
+#include "color/ColourMapLayout.h"
+#include "platform/DevicePixels.h"
+#include "platform/FocusRing.h"
+
+namespace kv {
+
+namespace {
+
+constexpr qreal kDisabledOpacity = 0.3;
+constexpr qreal kMarkRadius = 4.5;
+constexpr int kBarHalf = 2; ///< a slider's mark reaches this far above and below its row
+
+/// White between black, so that it is seen on every colour.
+void DrawFieldMark(Graphics& graphics, QPointF centre)
+{
+    graphics.setBrush(Qt::NoBrush);
+    for (const auto& [radius, colour] :
+         {std::pair(kMarkRadius + 1, Qt::black), std::pair(kMarkRadius - 1, Qt::black),
+          std::pair(kMarkRadius, Qt::white)}) {
+        graphics.setPen(QPen(colour, 1.25));
+        graphics.drawEllipse(centre, radius, radius);
+    }
+}
+
+void DrawSliderMark(Graphics& graphics, const QRect& client, int row)
+{
+    const DevicePixels pixels(graphics);
+    const QRectF outer =
+        pixels.Snapped(QRectF(client.left(), row - kBarHalf, client.width(), 2 * kBarHalf + 1));
+    const qreal line = pixels.Hairline();
+    const auto frame = [&](qreal inset, Qt::GlobalColor colour) {
+        const QRectF rect = outer.adjusted(inset, inset, -inset, -inset);
+        QPainterPath path;
+        path.addRect(rect);
+        path.addRect(rect.adjusted(line, line, -line, -line));
+        graphics.fillPath(path, colour);
+    };
+    frame(0, Qt::black);
+    frame(line, Qt::white);
+}
+
+/// A dark line inside the ring: it stands out from colours like its own.
+void DrawFocus(Graphics& graphics, const QRect& client)
+{
+    const qreal line = DevicePixels(graphics).Hairline();
+    const QRectF inner = QRectF(client).adjusted(line, line, -line, -line);
+    graphics.setBrush(Qt::NoBrush);
+    graphics.setPen(QPen(Qt::black, line));
+    graphics.drawRect(inner.adjusted(line / 2, line / 2, -line / 2, -line / 2));
+    DrawFocusRing(graphics, client);
+}
+
+void DrawPixels(PixelView pixels, const DeviceGrid& grid, const ColourMapShape& shape,
+                const ColourState& colour)
+{
+    const CSize size = shape.client.Size();
+    if (shape.type == kKvColorMapField)
+        DrawColourField(pixels, grid, size, shape.lock, colour);
+    else if (shape.type == kKvColorMapSlider)
+        DrawColourSlider(pixels, grid, size, shape.lock, colour);
+    else
+        DrawAlphaSlider(pixels, grid, size, colour);
+}
+
+} // namespace
+
+std::optional<ColourChannel> ChannelToTheRight(const ColourMapShape& shape)
+{
+    if (shape.type != kKvColorMapField)
+        return std::nullopt;
+    return AxesOf(shape.lock).x;
+}
+
+ColourChannel ChannelUpwards(const ColourMapShape& shape)
+{
+    if (shape.type == kKvColorMapField)
+        return AxesOf(shape.lock).y;
+    return shape.type == kKvColorMapSlider ? SliderChannel(shape.lock) : ColourChannel::Alpha;
+}
+
+bool ColourMapPainter::IsPictureOf(const ColourMapShape& shape, const ColourState& colour) const
+{
+    if (shape != m_shape)
+        return false;
+    if (shape.type != kKvColorMapField)
+        return colour == m_colour;
+    // A field shows every value of two channels; moving in it changes nothing but the mark.
+    const ColourChannel locked = LockedChannel(shape.lock);
+    return colour.Place(locked) == m_colour.Place(locked);
+}
+
+void ColourMapPainter::Paint(Graphics& graphics, const ColourMapShape& shape, const ColourState& colour,
+                             bool enabled, bool focused)
+{
+    if (!IsPictureOf(shape, colour))
+        m_picture.Invalidate();
+    m_shape = shape;
+    m_colour = colour;
+    graphics.setOpacity(enabled ? 1 : kDisabledOpacity);
+    m_picture.Paint(graphics, shape.client, [&](PixelView pixels, const DeviceGrid& grid) {
+        DrawPixels(pixels, grid, shape, colour);
+    });
+    graphics.setOpacity(1);
+    if (!enabled)
+        return;
+    const auto right = ChannelToTheRight(shape);
+    const ColourPlace place{right ? colour.Place(*right) : 0, colour.Place(ChannelUpwards(shape))};
+    const CPoint at = PointOf(shape.client, place);
+    graphics.setRenderHint(QPainter::Antialiasing);
+    if (right)
+        DrawFieldMark(graphics, QPointF(at.x + 0.5, at.y + 0.5));
+    else
+        DrawSliderMark(graphics, shape.client, at.y);
+    if (focused)
+        DrawFocus(graphics, shape.client);
+}
+
+} // namespace kv

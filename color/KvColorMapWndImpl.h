@@ -1,0 +1,48 @@
+// What stands behind a colour map: its colour, the user's edits and what they tell the parent.
+#pragma once
+
+#include "KvColorMapWnd.h"
+#include "color/ColourMapAccess.h"
+#include "color/ColourMapPainter.h"
+#include "color/ColourPanelModel.h"
+
+#include <functional>
+#include <optional>
+
+// Functions that notify return false when the map is gone afterwards; then nothing of it may be touched.
+struct CKvColorMapWnd::Impl : kv::ColourMapUser
+{
+    explicit Impl(CKvColorMapWnd& owner);
+    virtual ~Impl() = default;
+
+    bool IsField() const { return type == kKvColorMapField; }
+    /// The colour as if the place at a point had been picked.
+    kv::ColourState ColourAt(CPoint point) const;
+
+    /// Shows another colour; silent.
+    void Show(const kv::ColourState& colour);
+    bool Notify(EKvColorPhase phase);
+    /// Begins a drag by a press, or goes on with it.
+    bool DragTo(CPoint point);
+    /// Ends a drag as a release does; does nothing without.
+    bool EndDrag();
+    void CancelDrag();
+    /// Applies a rule and, when it did something, sends begin, continue and end.
+    /// @return false when the map is gone or nothing was changed.
+    bool EditOnce(const std::function<bool(kv::ColourPanelModel&)>& rule);
+    bool Step(int stepsX, int stepsY);
+    /// @return false for a key that is none of the map's.
+    bool RunKey(UINT key, Qt::KeyboardModifiers modifiers);
+
+    kv::ColourMapShape Shape() const override;
+    const kv::ColourState& Colour() const override { return model.Colour(); }
+    void EnterValue(kv::ColourChannel channel, int value) override;
+
+    CKvColorMapWnd& control;
+    int type = kKvColorMapField;
+    kv::ColourPanelModel model; ///< its mode and channel are the lock type
+    kv::ColourMapPainter painter;
+    std::optional<kv::ColourState> dragFrom; ///< the colour before the press
+    int wheel = 0;                           ///< what is left of the last notch
+    kv::ColourMapAccess access;
+};

@@ -1,0 +1,269 @@
+#include "KvColorPanel.h"
+
+#include "color/KvColorMapWndImpl.h"
+#include "color/KvColorPanelImpl.h"
+
+#include <QKeyEvent>
+
+#include <utility>
+
+namespace {
+
+constexpr QSize kUsualSize(300, 220);
+
+/// Which edit, channel or mode button an item is; out of the range for another item.
+int IndexOf(UINT id, UINT first)
+{
+    return static_cast<int>(id) - static_cast<int>(first);
+}
+
+} // namespace
+
+CKvColorPanel::CKvColorPanel() : m_impl(std::make_unique<Impl>(*this)) {}
+
+CKvColorPanel::~CKvColorPanel()
+{
+    m_impl->isDying = true;
+    DestroyWindow(); // while what the children end still finds the panel
+}
+
+int CKvColorPanel::Create(CWnd* parent)
+{
+    if (IsCreated())
+        return 0;
+    const QPoint place = pos();
+    setParent(parent, Qt::Widget);
+    move(place); // else the toolkit would place it as it places a dialog
+    return CKvDialog::Create(kKvColorPanelDialog, parent);
+}
+
+void CKvColorPanel::SetInitialMode(int hsb)
+{
+    if (!IsCreated())
+        m_impl->model.SetMode(hsb ? kv::ColourMode::Hsb : kv::ColourMode::Rgb);
+}
+
+int CKvColorPanel::IsHSBMode() const
+{
+    return m_impl->model.Mode() == kv::ColourMode::Hsb ? 1 : 0;
+}
+
+void CKvColorPanel::SetColor(DWORD colour)
+{
+    if (!m_impl->model.SetColour(colour))
+        return;
+    // Escape is not to bring back what the host replaced; its answer to a change is part of that change.
+    if (!m_impl->isNotifying)
+        m_impl->runFrom = m_impl->model.Colour();
+    m_impl->ShowColour();
+}
+
+DWORD CKvColorPanel::GetColor() const
+{
+    return m_impl->model.Value();
+}
+
+void CKvColorPanel::SetEnableState(EKvColorPanelState state)
+{
+    if (!m_impl->EndTyping())
+        return;
+    m_impl->model.SetState(state);
+    UpdateDialogControls();
+}
+
+EKvColorPanelState CKvColorPanel::GetEnableState() const
+{
+    return static_cast<EKvColorPanelState>(m_impl->model.State());
+}
+
+void CKvColorPanel::SetDlgCtrlID(UINT id)
+{
+    KvSetDlgItemId(this, id);
+}
+
+void CKvColorPanel::OnUpdateCmdUI(CCmdUI* command)
+{
+    switch (command->m_nID) {
+    case kv::kPanelMap:
+    case kv::kPanelSlider:
+    case kv::kPanelFirstEdit:
+    case kv::kPanelFirstEdit + 1:
+    case kv::kPanelFirstEdit + 2:
+    case kv::kPanelSwatches:
+    case kv::kPanelRgb:
+    case kv::kPanelHsb:
+        command->Enable(m_impl->model.IsColourEnabled() ? 1 : 0);
+        break;
+    case kv::kPanelAlpha:
+    case kv::kPanelFirstEdit + kv::ColourPanelModel::kAlphaEdit:
+        command->Enable(m_impl->model.IsAlphaEnabled() ? 1 : 0);
+        break;
+    default:
+        break;
+    }
+}
+
+void CKvColorPanel::OnEnable(int enable)
+{
+    if (!m_impl->EndTyping())
+        return;
+    m_impl->isEnabled = enable != 0;
+    const QPointer<CKvColorPanel> alive(this);
+    const auto children = findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    const QList<QPointer<QWidget>> kept(children.begin(), children.end()); // a run may end, and be heard
+    for (const QPointer<QWidget>& child : kept) {
+        if (child)
+            child->setEnabled(enable != 0);
+    }
+    if (alive && enable)
+        UpdateDialogControls();
+}
+
+int CKvColorPanel::PreTranslateMessage(MSG*)
+{
+    return 0; // also a press of the left button: it is each child's own
+}
+
+void CKvColorPanel::OnOK() {}
+
+void CKvColorPanel::OnCancel() {}
+
+QSize CKvColorPanel::sizeHint() const
+{
+    return IsCreated() ? minimumSize() : kUsualSize;
+}
+
+void CKvColorPanel::setVisible(bool visible)
+{
+    // A dialog that is shown takes the focus; a child leaves it where it is.
+    if (isWindow())
+        CKvDialog::setVisible(visible);
+    else
+        QWidget::setVisible(visible);
+}
+
+BOOL CKvColorPanel::OnSubclassControls()
+{
+    m_impl->MakeSwatches();
+    m_impl->MakeMaps();
+    m_impl->MakeButtons();
+    m_impl->MakeEdits();
+    return 1;
+}
+
+void CKvColorPanel::_NotifyChangeColor(int phase)
+{
+    if (m_impl->isDying) // a parent that deletes the panel does not expect to hear of it again
+        return;
+    const QPointer<CKvColorPanel> alive(this);
+    const UINT id = GetDlgCtrlID();
+    DWORD colour = m_impl->model.Value();
+    KvColorNotifyRecord record{{this, id, kKvColorNotifyCode}, phase, &colour, sizeof(colour)};
+    const bool outer = std::exchange(m_impl->isNotifying, true);
+    KvSendMessage(parentWidget(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
+    if (alive)
+        emit ColorChanged(phase);
+    if (alive)
+        m_impl->isNotifying = outer;
+}
+
+void CKvColorPanel::_ProcessColorMapNotify(UINT id)
+{
+    const CKvColorMapWnd* const source = m_impl->MapOf(id);
+    if (!source)
+        return;
+    m_impl->model.Restore(source->m_impl->Colour());
+    m_impl->ShowColour();
+}
+
+BOOL CKvColorPanel::OnInitDialog()
+{
+    OnSubclassControls();
+    m_impl->ShowMode();
+    return 0; // the focus stays with the host
+}
+
+BOOL CKvColorPanel::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    const auto& header = *reinterpret_cast<const KvNotifyHeader*>(lParam);
+    const auto id = static_cast<UINT>(wParam);
+    if (header.code != kKvColorNotifyCode || !m_impl->IsChild(id, header.hwndFrom))
+        return CKvDialog::OnNotify(wParam, lParam, result);
+    if (m_impl->MapOf(id)) {
+        m_impl->TakeMap(id, reinterpret_cast<const KvColorNotifyRecord*>(lParam)->phase);
+        return 1;
+    }
+    if (id == kv::kPanelSwatches) {
+        m_impl->TakeSwatch(*reinterpret_cast<const KvSwatchNotifyRecord*>(lParam));
+        return 1;
+    }
+    const int edit = IndexOf(id, kv::kPanelFirstEdit);
+    if (edit < 0 || edit >= kv::ColourPanelModel::kEdits)
+        return CKvDialog::OnNotify(wParam, lParam, result);
+    m_impl->TakeEdit(edit, reinterpret_cast<const KvParamEditRecord*>(lParam)->phase);
+    return 1;
+}
+
+BOOL CKvColorPanel::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    const UINT id = LOWORD(wParam);
+    const int channel = IndexOf(id, kv::kPanelFirstChannel);
+    if (channel >= 0 && channel < kv::ColourPanelModel::kChannels)
+        m_impl->SetChannel(channel);
+    else if (id == kv::kPanelRgb || id == kv::kPanelHsb)
+        m_impl->SetMode(id == kv::kPanelHsb ? kv::ColourMode::Hsb : kv::ColourMode::Rgb);
+    else
+        return CKvDialog::OnCommand(wParam, lParam, result);
+    return 1;
+}
+
+BOOL CKvColorPanel::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    if (message == WM_HSCROLL) {
+        const auto* sender = reinterpret_cast<const QWidget*>(lParam);
+        for (const UINT id : {UINT{kv::kPanelMap}, UINT{kv::kPanelSlider}, UINT{kv::kPanelAlpha}}) {
+            if (!m_impl->IsChild(id, sender))
+                continue;
+            _ProcessColorMapNotify(id);
+            _NotifyChangeColor(kKvPhaseContinue);
+            return 1;
+        }
+    }
+    if (message == WM_ENABLE) {
+        OnEnable(wParam != 0 ? 1 : 0);
+        return 1;
+    }
+    return CKvDialog::OnWndMsg(message, wParam, lParam, result);
+}
+
+void CKvColorPanel::OnCmdUpdateUI(CCmdUI* command)
+{
+    if (m_impl->isEnabled)
+        OnUpdateCmdUI(command);
+}
+
+void CKvColorPanel::OnSkinChanged()
+{
+    CKvDialog::OnSkinChanged();
+    if (m_impl->map)
+        m_impl->NameChildren();
+}
+
+bool CKvColorPanel::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<const QKeyEvent&>(*event).matches(QKeySequence::Paste) && m_impl->CanPaste()) {
+        event->accept();
+        return true;
+    }
+    return CKvDialog::event(event);
+}
+
+void CKvColorPanel::keyPressEvent(QKeyEvent* event)
+{
+    event->accept();
+    if (event->matches(QKeySequence::Paste) && m_impl->CanPaste())
+        m_impl->Paste();
+    else if (!m_impl->WalkButtons(*event))
+        event->ignore(); // also Enter and Escape: they are the host's
+}

@@ -1,0 +1,356 @@
+#include "color/KvColorPanelImpl.h"
+
+#include "KvGuiRes.h"
+#include "color/ColourMapAccess.h"
+#include "color/ColourText.h"
+#include "color/KvColorMapWndImpl.h"
+#include "core/Text.h"
+#include "core/TextTables.h"
+#include "platform/ColourClipboard.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+
+namespace {
+
+using kv::ColourMode;
+using kv::ColourPanelModel;
+
+enum Texts : std::uint32_t
+{
+    kTextRange = 12153,
+    kTextChannel = 12154,
+    kTextChannelTip = 12155,
+    kTextRgb = 12156,
+    kTextHsb = 12157,
+    kTextPreview = 12158,
+};
+
+constexpr UINT kChildStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+constexpr int kSwatchColumns = 4;
+constexpr int kSwatchRows = 9;
+
+/// The pictures of a channel's button: "RGB_R", "HSB_H" and so on.
+const wchar_t* PictureOf(ColourMode mode, int channel)
+{
+    constexpr const wchar_t* kPictures[2][ColourPanelModel::kChannels] = {{L"RGB_R", L"RGB_G", L"RGB_B"},
+                                                                          {L"HSB_H", L"HSB_S", L"HSB_B"}};
+    return kPictures[mode == ColourMode::Hsb ? 1 : 0][channel];
+}
+
+std::wstring Unchecked(const wchar_t* picture)
+{
+    return std::wstring(picture) + L"_UnCheck";
+}
+
+std::wstring Checked(const wchar_t* picture)
+{
+    return std::wstring(picture) + L"_Check";
+}
+
+QString Filled(std::uint32_t text, const QString& argument)
+{
+    return KvToQString(kv::FillText(kv::LoadText(text), {KvFromQString(argument)}));
+}
+
+/// The clipboard's colour as text, or its text.
+std::wstring ClipboardColourText()
+{
+    if (const auto colour = kv::ClipboardColour())
+        return kv::ColourText(*colour);
+    return KvFromQString(QApplication::clipboard()->text());
+}
+
+/// The Tab key reaches the checked button of a group only; arrows lead on from there.
+void CheckOne(QAbstractButton& button, bool check)
+{
+    button.setChecked(check);
+    button.setFocusPolicy(check ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+} // namespace
+
+void CKvColorPanel::Impl::MakeMaps()
+{
+    const auto make = [this](UINT id, int type) {
+        auto* made = new CKvColorMapWnd;
+        made->Create(kChildStyle, &panel, id);
+        made->SetType(type);
+        panel.ReplaceDlgItem(id, made);
+        return made;
+    };
+    map = make(kv::kPanelMap, kKvColorMapField);
+    slider = make(kv::kPanelSlider, kKvColorMapSlider);
+    alpha = make(kv::kPanelAlpha, kKvColorMapAlpha);
+    alpha->DrawPan();
+}
+
+void CKvColorPanel::Impl::MakeButtons()
+{
+    const auto make = [this](UINT id, const wchar_t* picture) {
+        auto* made = new CKvRadioBitmapButton;
+        made->SubClassButton(id, &panel, Unchecked(picture).c_str(), Checked(picture).c_str());
+        return made;
+    };
+    for (int i = 0; i < ColourPanelModel::kChannels; ++i) {
+        auto* button = make(kv::kPanelFirstChannel + static_cast<UINT>(i), PictureOf(ColourMode::Rgb, i));
+        channels[static_cast<std::size_t>(i)] = button;
+        connect(button, &CKvRadioBitmapButton::Scrubbed, &panel,
+                [this, i](int steps) { ScrubChannel(i, steps); });
+        connect(button, &CKvRadioBitmapButton::ScrubEnded, &panel, [this, i](bool cancelled) {
+            if (CKvParamEdit* edit = edits[static_cast<std::size_t>(i)])
+                edit->EndScrub(cancelled);
+        });
+    }
+    modes = {make(kv::kPanelRgb, L"RGB"), make(kv::kPanelHsb, L"HSB")};
+}
+
+void CKvColorPanel::Impl::MakeEdits()
+{
+    UINT id = kv::kPanelFirstEdit;
+    for (QPointer<CKvParamEdit>& edit : edits) {
+        edit = new CKvParamEdit;
+        edit->Create(kChildStyle, &panel, id);
+        panel.ReplaceDlgItem(id, edit);
+        connect(edit, &CKvParamEdit::ForeignPasted, &panel, [this] { Paste(); });
+        ++id;
+    }
+}
+
+void CKvColorPanel::Impl::MakeSwatches()
+{
+    constexpr UINT kFrameStyle = 0x50010001;
+    constexpr UINT kSwatchStyle = 0x50010000;
+    preview = new kv::ColourPreview;
+    preview->Create(kFrameStyle, &panel, kv::kPanelPreview);
+    preview->setFocusPolicy(Qt::NoFocus); // there is nothing to do in it
+    panel.ReplaceDlgItem(kv::kPanelPreview, preview);
+    swatches = new CKvSolidColorTemplate;
+    swatches->Create(kSwatchStyle, &panel, kv::kPanelSwatches);
+    panel.ReplaceDlgItem(kv::kPanelSwatches, swatches);
+    swatches->SetNumRect(kSwatchColumns, kSwatchRows);
+    swatches->InitialData(0);
+    swatches->RecalcLayout();
+    swatches->DrawPalette();
+}
+
+void CKvColorPanel::Impl::ShowColour(int typedEdit)
+{
+    for (const auto& child : {map, slider, alpha}) {
+        if (child)
+            child->m_impl->Show(model.Colour());
+    }
+    for (int i = 0; i < ColourPanelModel::kEdits; ++i) {
+        CKvParamEdit* const edit = edits[static_cast<std::size_t>(i)];
+        if (edit && i != takenEdit && model.IsEditStale(i, edit->GetValue(), typedEdit))
+            edit->SetValue(model.EditValue(i));
+    }
+    if (preview)
+        preview->SetColour(model.Value());
+}
+
+void CKvColorPanel::Impl::ShowButtons()
+{
+    for (int i = 0; i < ColourPanelModel::kChannels; ++i) {
+        CKvRadioBitmapButton& button = *channels[static_cast<std::size_t>(i)];
+        const wchar_t* const picture = PictureOf(model.Mode(), i);
+        button.UpdateBitmap(Unchecked(picture).c_str(), Checked(picture).c_str());
+        CheckOne(button, i == model.Channel());
+    }
+    CheckOne(*modes[0], model.Mode() == ColourMode::Rgb);
+    CheckOne(*modes[1], model.Mode() == ColourMode::Hsb);
+}
+
+void CKvColorPanel::Impl::NameChildren()
+{
+    for (int i = 0; i < ColourPanelModel::kEdits; ++i) {
+        const QString name = kv::ChannelName(model.EditChannel(i));
+        const std::wstring most = kv::NumberText(std::int64_t{model.EditMost(i)});
+        edits[static_cast<std::size_t>(i)]->SetLabel(
+            kv::FillText(kv::LoadText(kTextRange), {KvFromQString(name), L"0", most}).c_str());
+        if (i == ColourPanelModel::kAlphaEdit)
+            continue;
+        CKvRadioBitmapButton& button = *channels[static_cast<std::size_t>(i)];
+        button.setToolTip(Filled(kTextChannelTip, name));
+        button.setAccessibleName(Filled(kTextChannel, name));
+    }
+    modes[0]->setToolTip(KvToQString(kv::LoadText(kTextRgb)));
+    modes[1]->setToolTip(KvToQString(kv::LoadText(kTextHsb)));
+    preview->setAccessibleName(KvToQString(kv::LoadText(kTextPreview)));
+}
+
+void CKvColorPanel::Impl::ShowMode()
+{
+    if (!map)
+        return;
+    ShowButtons();
+    NameChildren();
+    map->SetLockType(model.MapLock());
+    slider->SetLockType(model.MapSliderLock());
+    for (int i = 0; i < ColourPanelModel::kEdits; ++i)
+        edits[static_cast<std::size_t>(i)]->SetValueRange(0, model.EditMost(i));
+    ShowColour();
+}
+
+bool CKvColorPanel::Impl::NotifyRun()
+{
+    const QPointer<CKvColorPanel> alive(&panel);
+    for (const EKvColorPhase phase : {kKvPhaseBegin, kKvPhaseContinue, kKvPhaseEnd}) {
+        panel._NotifyChangeColor(phase);
+        if (!alive)
+            return false;
+    }
+    return true;
+}
+
+bool CKvColorPanel::Impl::EndTyping(int besides)
+{
+    const QPointer<CKvColorPanel> alive(&panel);
+    for (int i = 0; i < ColourPanelModel::kEdits; ++i) {
+        CKvParamEdit* const edit = edits[static_cast<std::size_t>(i)];
+        if (edit && i != besides)
+            edit->EndTyping();
+        if (!alive)
+            return false;
+    }
+    return true;
+}
+
+void CKvColorPanel::Impl::SetMode(ColourMode mode)
+{
+    if (EndTyping() && model.SetMode(mode))
+        ShowMode();
+}
+
+void CKvColorPanel::Impl::SetChannel(int channel)
+{
+    if (!model.SetChannel(channel))
+        return;
+    ShowButtons();
+    map->SetLockType(model.MapLock());
+    slider->SetLockType(model.MapSliderLock());
+}
+
+void CKvColorPanel::Impl::TakeMap(UINT id, int phase)
+{
+    CKvColorMapWnd::Impl& source = *MapOf(id)->m_impl;
+    kv::ColourState picked = source.Colour();
+    if (phase == kKvPhaseBegin && !EndTyping())
+        return;
+    // What the end of a typing changed is in the model alone: only alpha, or all but alpha, is the map's.
+    if (id == kv::kPanelAlpha) {
+        const int opacity = picked.Alpha();
+        picked = model.Colour();
+        picked.SetAlpha(opacity);
+    } else {
+        picked.SetAlpha(model.Colour().Alpha());
+    }
+    source.Show(picked);
+    panel._ProcessColorMapNotify(id);
+    panel._NotifyChangeColor(phase);
+}
+
+void CKvColorPanel::Impl::TakeEdit(int edit, int phase)
+{
+    const CKvParamEdit& source = *edits[static_cast<std::size_t>(edit)];
+    if (phase == kKvPhaseBegin) {
+        takenEdit = edit;
+        if (!EndTyping(edit))
+            return;
+        takenEdit = -1;
+        runFrom = model.Colour();
+    }
+    if (source.IsTakingBack())
+        model.Restore(runFrom);
+    else
+        model.EnterEdit(edit, source.GetValue());
+    ShowColour(source.IsTyping() ? edit : -1);
+    panel._NotifyChangeColor(phase);
+}
+
+void CKvColorPanel::Impl::TakeSwatch(const KvSwatchNotifyRecord& record)
+{
+    constexpr std::int32_t kPicked = -1;
+    if (record.index != kPicked && record.store == 0) {
+        swatches->SetCellColor(record.index, model.Value());
+        return;
+    }
+    const bool isPreset = record.index != kPicked;
+    const auto presets = static_cast<std::int32_t>(ColourPanelModel::kAlphaPresets.size());
+    if (record.index < kPicked || record.index >= presets)
+        return;
+    if (isPreset ? !model.IsAlphaEnabled() : !model.IsColourEnabled())
+        return;
+    const DWORD colour = *record.colour;
+    if (!EndTyping())
+        return;
+    if (isPreset)
+        model.PickAlphaPreset(record.index);
+    else
+        model.PickSwatch(colour);
+    ShowColour();
+    NotifyRun();
+}
+
+bool CKvColorPanel::Impl::CanPaste() const
+{
+    return model.CanPaste(ClipboardColourText());
+}
+
+void CKvColorPanel::Impl::Paste()
+{
+    const std::wstring text = ClipboardColourText();
+    if (!model.CanPaste(text) || !EndTyping())
+        return;
+    model.Paste(text);
+    ShowColour();
+    NotifyRun();
+}
+
+void CKvColorPanel::Impl::ScrubChannel(int channel, int steps)
+{
+    const QPointer<CKvParamEdit> edit = edits[static_cast<std::size_t>(channel)];
+    if (edit)
+        edit->BeginScrub(); // the first step of a scrub begins it
+    if (edit)
+        edit->Scrub(steps);
+}
+
+bool CKvColorPanel::Impl::WalkButtons(const QKeyEvent& key)
+{
+    const bool isBack = key.key() == Qt::Key_Left || key.key() == Qt::Key_Up;
+    if (!isBack && key.key() != Qt::Key_Right && key.key() != Qt::Key_Down)
+        return false;
+    const int step = isBack ? -1 : 1;
+    const QWidget* const focus = panel.focusWidget();
+    for (int i = 0; i < ColourPanelModel::kChannels; ++i) {
+        if (focus != channels[static_cast<std::size_t>(i)])
+            continue;
+        const int next = std::clamp(i + step, 0, ColourPanelModel::kChannels - 1);
+        SetChannel(next);
+        channels[static_cast<std::size_t>(next)]->setFocus(Qt::TabFocusReason);
+        return true;
+    }
+    if (focus != modes[0] && focus != modes[1])
+        return false;
+    const QPointer<CKvRadioBitmapButton> next = modes[isBack ? 0 : 1];
+    SetMode(isBack ? ColourMode::Rgb : ColourMode::Hsb);
+    if (next)
+        next->setFocus(Qt::TabFocusReason);
+    return true;
+}
+
+CKvColorMapWnd* CKvColorPanel::Impl::MapOf(UINT id) const
+{
+    switch (id) {
+    case kv::kPanelMap:
+        return map;
+    case kv::kPanelSlider:
+        return slider;
+    case kv::kPanelAlpha:
+        return alpha;
+    default:
+        return nullptr;
+    }
+}

@@ -1,0 +1,86 @@
+// What stands behind the colour panel: its children, which all view one colour.
+#pragma once
+
+#include "KvButtons.h"
+#include "KvColorMapWnd.h"
+#include "KvColorPanel.h"
+#include "KvParamEdit.h"
+#include "KvSolidColorTemplate.h"
+#include "color/ColourPanelModel.h"
+#include "color/ColourPreview.h"
+
+#include <QPointer>
+
+#include <array>
+
+namespace kv {
+
+/// The numbers of the panel's items.
+enum ColourPanelItem : UINT
+{
+    kPanelMap = 14023,
+    kPanelSlider = 14024,
+    kPanelAlpha = 14025,
+    kPanelFirstEdit = 14026, ///< three channels and alpha
+    kPanelSwatches = 14030,
+    kPanelFirstChannel = 14032,
+    kPanelRgb = 14035,
+    kPanelHsb = 14036,
+    kPanelPreview = 14128,
+};
+
+} // namespace kv
+
+// Functions that notify return false when the panel is gone afterwards; then nothing of it may be touched.
+struct CKvColorPanel::Impl
+{
+    explicit Impl(CKvColorPanel& owner) : panel(owner) {}
+
+    void MakeMaps();
+    void MakeButtons();
+    void MakeEdits();
+    void MakeSwatches();
+
+    /// Shows the model's colour in every child that shows another one.
+    /// @param typedEdit the edit that is being typed in, -1 for none.
+    void ShowColour(int typedEdit = -1);
+    /// Shows mode and channel: pictures, names, ranges, lock types.
+    void ShowMode();
+    void ShowButtons();
+    void NameChildren();
+
+    bool NotifyRun();
+    /// Ends the typing in every edit but one: another child's run begins. @param besides -1 for none.
+    bool EndTyping(int besides = -1);
+    void TakeMap(UINT id, int phase);
+    void SetMode(kv::ColourMode mode);
+    void SetChannel(int channel);
+    void TakeEdit(int edit, int phase);
+    void TakeSwatch(const KvSwatchNotifyRecord& record);
+    /// @return true when the clipboard holds a colour of which the state allows a part.
+    bool CanPaste() const;
+    void Paste();
+    void ScrubChannel(int channel, int steps);
+    /// An arrow key on a group of buttons. @return false when it is none.
+    bool WalkButtons(const QKeyEvent& key);
+
+    CKvColorMapWnd* MapOf(UINT id) const;
+    bool IsChild(UINT id, const QWidget* sender) const { return sender && panel.GetDlgItem(id) == sender; }
+
+    CKvColorPanel& panel;
+    kv::ColourPanelModel model;
+    kv::ColourState runFrom; ///< the colour when the open run of an edit began
+    int takenEdit = -1;      ///< the edit whose number is being taken over
+    bool isNotifying = false;
+    bool isDying = false;
+    bool isEnabled = true; ///< as `OnEnable` was told last
+    // The children are the dialog's items, which go before the panel does.
+    QPointer<CKvColorMapWnd> map;
+    QPointer<CKvColorMapWnd> slider;
+    QPointer<CKvColorMapWnd> alpha;
+    std::array<QPointer<CKvRadioBitmapButton>, kv::ColourPanelModel::kChannels> channels;
+    std::array<QPointer<CKvRadioBitmapButton>, 2> modes; ///< RGB, HSB
+    std::array<QPointer<CKvParamEdit>, kv::ColourPanelModel::kEdits> edits;
+    QPointer<CKvSolidColorTemplate> swatches;
+    QPointer<kv::ColourPreview> preview;
+};

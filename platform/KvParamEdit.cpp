@@ -1,0 +1,283 @@
+#include "KvParamEdit.h"
+
+#include "platform/DevicePixels.h"
+#include "platform/KvParamEditImpl.h"
+#include "platform/NumberAccess.h"
+#include "platform/SkinColours.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QRegularExpressionValidator>
+
+namespace {
+
+constexpr int kBorder = 3; ///< wide enough to take hold of
+constexpr int kNotch = 120;
+constexpr DWORD kDefaultFieldColour = 0xFF1F1F22u;
+constexpr DWORD kDefaultBorderColour = 0xFF686870u;
+
+} // namespace
+
+CKvParamEdit::CKvParamEdit() : m_impl(std::make_unique<Impl>(*this))
+{
+    kv::InstallNumberAccess();
+    QLineEdit* const line = m_impl->line;
+    line->setFrame(false);
+    line->setAlignment(Qt::AlignRight);
+    line->setAcceptDrops(false);
+    line->setTextMargins(0, 0, 1, 0);
+    line->installEventFilter(this);
+    line->setCursor(Qt::IBeamCursor);
+    connect(line, &QLineEdit::textEdited, this, [this] { m_impl->OnEdited(); });
+    setFocusPolicy(Qt::ClickFocus);
+    setFocusProxy(line);
+    setCursor(Qt::SizeHorCursor);
+    SetValueRange(0, 255);
+    m_impl->ApplyLook();
+}
+
+CKvParamEdit::~CKvParamEdit() = default;
+
+int CKvParamEdit::Create(UINT style, CWnd* parent, DWORD id)
+{
+    if (!CreateWnd(style, {}, parent, id))
+        return 0;
+    OnSize(width(), height());
+    return 1;
+}
+
+void CKvParamEdit::SetValue(int value)
+{
+    m_impl->entry.SetValue(value);
+    m_impl->ShowNumber();
+}
+
+int CKvParamEdit::GetValue() const
+{
+    return m_impl->entry.Value();
+}
+
+void CKvParamEdit::SetValueRange(int minimum, int maximum)
+{
+    m_impl->entry.SetRange(minimum, maximum);
+    const QString sign = m_impl->entry.Minimum() < 0 ? QStringLiteral("-?") : QString();
+    auto* validator = new QRegularExpressionValidator(QRegularExpression(sign + QStringLiteral("[0-9]{0,6}")),
+                                                      m_impl->line);
+    delete m_impl->line->validator();
+    m_impl->line->setValidator(validator);
+    m_impl->ShowNumber();
+}
+
+int CKvParamEdit::GetMinimum() const
+{
+    return m_impl->entry.Minimum();
+}
+
+int CKvParamEdit::GetMaximum() const
+{
+    return m_impl->entry.Maximum();
+}
+
+void CKvParamEdit::SetStep(int step)
+{
+    m_impl->entry.SetStep(step);
+}
+
+int CKvParamEdit::GetStep() const
+{
+    return m_impl->entry.Step();
+}
+
+void CKvParamEdit::EnterValue(int value)
+{
+    if (!m_impl->Commit())
+        return;
+    const kv::NumberRun run = m_impl->entry.Enter(value);
+    if (!run.begins)
+        return;
+    m_impl->ShowNumber();
+    m_impl->Send(run);
+}
+
+void CKvParamEdit::SetLabel(const wchar_t* text)
+{
+    const QString label = text ? KvToQString(text) : QString();
+    setToolTip(label);
+    setAccessibleName(label);
+    m_impl->line->setAccessibleName(label);
+}
+
+bool CKvParamEdit::IsTyping() const
+{
+    return m_impl->entry.IsTyping();
+}
+
+void CKvParamEdit::EndTyping()
+{
+    m_impl->Commit();
+}
+
+bool CKvParamEdit::IsTakingBack() const
+{
+    return m_impl->isTakingBack;
+}
+
+void CKvParamEdit::BeginScrub()
+{
+    if (isEnabled() && !m_impl->entry.IsScrubbing() && m_impl->Commit())
+        m_impl->entry.BeginScrub();
+}
+
+void CKvParamEdit::Scrub(int steps)
+{
+    const kv::NumberRun run = m_impl->entry.Scrub(steps);
+    if (run == kv::NumberRun{})
+        return;
+    m_impl->ShowNumber();
+    m_impl->Send(run);
+}
+
+void CKvParamEdit::EndScrub(bool cancel)
+{
+    if (!m_impl->entry.IsScrubbing())
+        return;
+    const QPointer<CKvParamEdit> alive(this);
+    m_impl->press.reset();
+    ReleaseCapture();
+    const kv::NumberRun run = m_impl->entry.EndScrub(cancel);
+    cancel ? m_impl->SendTakingBack(run) : m_impl->Send(run);
+}
+
+QSize CKvParamEdit::sizeHint() const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const auto digits = static_cast<int>(std::max(QString::number(m_impl->entry.Minimum()).size(),
+                                                  QString::number(m_impl->entry.Maximum()).size()));
+    return {metrics.horizontalAdvance(u'0') * (digits + 1) + 2 * kBorder + 4, metrics.height() + 2 * kBorder};
+}
+
+void CKvParamEdit::OnPaint(Graphics& graphics)
+{
+    const kv::DevicePixels pixels(graphics);
+    const QRectF outer = pixels.Snapped(rect());
+    const qreal line = pixels.Hairline();
+    const QColor border = m_impl->line->hasFocus()
+                              ? kv::FocusColour()
+                              : kv::SkinColour(L"keWindowBorderColor", kDefaultBorderColour);
+    graphics.setOpacity(isEnabled() ? 1 : 0.5);
+    graphics.fillRect(outer, border);
+    graphics.setOpacity(1);
+    graphics.fillRect(outer.adjusted(line, line, -line, -line),
+                      kv::SkinColour(L"keReportListBKColor", kDefaultFieldColour));
+}
+
+void CKvParamEdit::OnSize(int, int)
+{
+    m_impl->line->setGeometry(rect().adjusted(kBorder, 1, -kBorder, -1));
+}
+
+void CKvParamEdit::OnLButtonDown(Qt::KeyboardModifiers, CPoint point)
+{
+    m_impl->press = point;
+    SetCapture();
+}
+
+void CKvParamEdit::OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point)
+{
+    if (!m_impl->press) {
+        CKvWnd::OnMouseMove(modifiers, point);
+        return;
+    }
+    const QPoint way = QPoint(point) - QPoint(*m_impl->press);
+    if (!m_impl->entry.IsScrubbing()) {
+        if (way.manhattanLength() < QApplication::startDragDistance())
+            return;
+        const QPointer<CKvParamEdit> alive(this);
+        BeginScrub();
+        if (!alive)
+            return;
+    }
+    Scrub(way.x() - way.y());
+}
+
+void CKvParamEdit::OnLButtonUp(Qt::KeyboardModifiers, CPoint)
+{
+    m_impl->press.reset();
+    ReleaseCapture();
+    EndScrub(false);
+}
+
+void CKvParamEdit::OnMouseWheel(Qt::KeyboardModifiers, int delta, CPoint)
+{
+    if (m_impl->entry.IsScrubbing())
+        return;
+    m_impl->wheel += delta;
+    const int steps = m_impl->wheel / kNotch;
+    m_impl->wheel %= kNotch;
+    if (steps != 0)
+        m_impl->StepBy(steps);
+}
+
+void CKvParamEdit::OnCaptureChanged()
+{
+    m_impl->press.reset();
+    EndScrub(false);
+}
+
+void CKvParamEdit::OnEnable(BOOL enabled)
+{
+    update();
+    if (enabled)
+        return;
+    if (m_impl->entry.IsScrubbing())
+        EndScrub(false);
+    else
+        m_impl->Commit();
+}
+
+void CKvParamEdit::OnSkinChanged()
+{
+    m_impl->ApplyLook();
+}
+
+bool CKvParamEdit::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_impl->line)
+        return CKvWnd::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        event->accept();
+        return m_impl->RunKey(static_cast<const QKeyEvent&>(*event)) || m_impl->Forward(*event);
+    case QEvent::InputMethod:
+        return m_impl->Forward(*event);
+    case QEvent::ShortcutOverride: {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (m_impl->TakesBeforeShortcuts(key)) {
+            event->accept();
+            return true;
+        }
+        // Without anything typed the host's own undo is meant.
+        return !m_impl->entry.IsTyping() &&
+               (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo));
+    }
+    case QEvent::Wheel:
+        QApplication::sendEvent(this, event);
+        return true;
+    case QEvent::ContextMenu:
+        m_impl->OpenMenu(static_cast<QContextMenuEvent&>(*event));
+        return true;
+    case QEvent::FocusIn:
+        update();
+        return false;
+    case QEvent::FocusOut: {
+        update();
+        if (static_cast<const QFocusEvent&>(*event).reason() == Qt::PopupFocusReason)
+            return false;
+        return !m_impl->CommitOnLeaving();
+    }
+    default:
+        return false;
+    }
+}
