@@ -32,8 +32,9 @@ namespace {
 constexpr const char* kScales[] = {"1", "1.5"};
 constexpr int kMargin = 16;
 constexpr QSize kGradientSize(520, 84);
-constexpr int kTitlerFrame = 15;    // the title is on its way in
-constexpr int kLongestWait = 30000; // milliseconds
+constexpr int kTitlerFrame = 15;     // the title is on its way in
+constexpr int kSubtitleFrame = 2000; // in the second subtitle
+constexpr int kLongestWait = 30000;  // milliseconds
 
 bool SaveTitler(const Pictures& pictures)
 {
@@ -48,22 +49,24 @@ bool SaveTitler(const Pictures& pictures)
     QTimer::singleShot(kLongestWait, &wait, &QEventLoop::quit);
     window.Media().OpenFolder(QStringLiteral(TITLER_SAMPLES "/media"));
     wait.exec();
-    QDir::setCurrent(QStringLiteral(TITLER_SAMPLES)); // the picture shows the file as it was named
-    if (!window.Subtitles().Import(QStringLiteral("subtitles.srt")))
-        return false;
     window.Project().SelectStop(2);
     window.Time().Seek(kTitlerFrame);
     auto& list = *window.findChild<QTreeView*>(QStringLiteral("media"));
     list.expand(list.model()->index(0, 0));
-    const std::pair<Workspace, const char*> workspaces[] = {
-        {Workspace::Design, "titler-design"}, {Workspace::Clips, "titler-clips"},
-        {Workspace::Rules, "titler-rules"},   {Workspace::Subtitles, "titler-subtitles"},
-        {Workspace::Log, "titler-log"},       {Workspace::Animate, "titler"}};
-    return std::all_of(std::begin(workspaces), std::end(workspaces), [&](const auto& picture) {
-        window.Show(picture.first);
+    const auto save = [&](Workspace workspace, const char* name) {
+        window.Show(workspace);
         QApplication::processEvents(); // what a new workspace lays out after it is shown
-        return pictures.Save(window, picture.second);
-    });
+        return pictures.Save(window, name);
+    };
+    if (!save(Workspace::Design, "titler-design") || !save(Workspace::Clips, "titler-clips") ||
+        !save(Workspace::Rules, "titler-rules") || !save(Workspace::Animate, "titler"))
+        return false;
+    // Last: subtitles make the project as long as they are.
+    QDir::setCurrent(QStringLiteral(TITLER_SAMPLES)); // the pictures show the file as it was named
+    if (!window.Subtitles().Import(QStringLiteral("subtitles.srt")))
+        return false;
+    window.Time().Seek(kSubtitleFrame);
+    return save(Workspace::Subtitles, "titler-subtitles") && save(Workspace::Log, "titler-log");
 }
 
 /// A gradient control on a dark ground, and the mouse that works on it.
