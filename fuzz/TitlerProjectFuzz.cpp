@@ -19,6 +19,21 @@ void Require(bool holds)
         std::abort();
 }
 
+bool IsWithin(double value, double least, double most)
+{
+    return value >= least && value <= most;
+}
+
+void RequireSoundStops(const GradientStops& stops)
+{
+    Require(stops.size() >= kFewestStops && stops.size() <= kMostStops);
+    Require(std::all_of(stops.begin(), stops.end(), [](const SKvCGGradientKey& stop) {
+        return stop.position >= 0 && stop.position <= 1 && stop.midPoint >= 0 && stop.midPoint <= 1;
+    }));
+    Require(std::is_sorted(stops.begin(), stops.end(),
+                           [](const auto& a, const auto& b) { return a.position < b.position; }));
+}
+
 void RequireSound(const Project& project)
 {
     const Title& title = project.title;
@@ -26,17 +41,11 @@ void RequireSound(const Project& project)
     Require(project.video.height >= kSmallestFrame && project.video.height <= kLargestFrame);
     Require(title.text.size() <= kLongestText);
     Require(title.fontSize >= kSmallestFont && title.fontSize <= kLargestFont);
-    Require(title.stops.size() >= kFewestStops && title.stops.size() <= kMostStops);
-    Require(std::all_of(title.stops.begin(), title.stops.end(), [](const SKvCGGradientKey& stop) {
-        return stop.position >= 0 && stop.position <= 1 && stop.midPoint >= 0 && stop.midPoint <= 1;
-    }));
-    Require(std::is_sorted(title.stops.begin(), title.stops.end(),
-                           [](const auto& a, const auto& b) { return a.position < b.position; }));
-}
-
-bool IsWithin(double value, double least, double most)
-{
-    return value >= least && value <= most;
+    RequireSoundStops(title.fill.stops);
+    RequireSoundStops(project.background.stops);
+    Require(title.fill.kind != PaintKind::None);
+    Require(IsWithin(title.outline.width, 0, kWidestOutline) && IsWithin(title.shadow.blur, 0, kWidestBlur));
+    Require(IsWithin(title.shadow.x, -kFarthestShadow, kFarthestShadow));
 }
 
 void RequireSoundKeys(const Animated& animated, const PropertyTraits& traits)

@@ -57,7 +57,10 @@ struct Gradient : testing::Test
         KvSendMessage(&inspector, WM_NOTIFY, control.GetDlgCtrlID(), reinterpret_cast<LPARAM>(&record));
     }
 
-    float Position(int index) const { return document.Current().title.stops[std::size_t(index)].position; }
+    float Position(int index) const
+    {
+        return document.Current().title.fill.stops[std::size_t(index)].position;
+    }
     int Steps() { return document.Steps().count(); }
 
     Document document;
@@ -184,7 +187,7 @@ TEST_F(Gradient, TheColourDialogIsOneStepOrNone)
         emit stop.ColourDialogOpened();
         emit stop.ColourTried(0xFF000001);
         emit stop.ColourTried(0xFF000002);
-        EXPECT_EQ(document.Current().title.stops[0].colour, 0xFF000002u);
+        EXPECT_EQ(document.Current().title.fill.stops[0].colour, 0xFF000002u);
         emit stop.ColourDialogClosed(keep);
         EXPECT_EQ(Steps(), keep ? 1 : 0);
         EXPECT_EQ(control.GetSelectedColor(), keep ? 0xFF000002u : 0xFFFFF3D6u);
@@ -297,10 +300,10 @@ TEST(MainWindow, UndoesTheFirstGestureInTheMiddle)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     auto& control = *window.findChild<CKvGradientCtrl*>();
     QTest::mousePress(&control, Qt::LeftButton, {}, {control.width() / 3, control.height() / 2});
-    EXPECT_EQ(window.Project().Current().title.stops.size(), 4);
+    EXPECT_EQ(window.Project().Current().title.fill.stops.size(), 4);
     QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_FALSE(window.Project().IsInRun());
-    EXPECT_EQ(window.Project().Current().title.stops.size(), 3);
+    EXPECT_EQ(window.Project().Current().title.fill.stops.size(), 3);
 }
 
 TEST(MainWindow, ABrokenProjectIsReportedAndTheOpenOneStays)

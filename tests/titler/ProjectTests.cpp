@@ -42,9 +42,18 @@ TEST(Project, EveryFieldSurvivesSavingAndLoading)
                      false,
                      true,
                      TextAlign::Right,
-                     -33.5,
-                     StillProperties(),
-                     {{0x01020304, 0.1f, 0.3f}, {0xFFFEFDFC, 0.1f, 0.05f}, {0x00000000, 1.0f, 0.7f}}};
+                     {PaintKind::FourCorner,
+                      0x11223344,
+                      {{0x01020304, 0.1f, 0.3f}, {0xFFFEFDFC, 0.1f, 0.05f}, {0x00000000, 1.0f, 0.7f}},
+                      -33.5,
+                      {1, 0x80000002, 3, 0xFFFFFFFF}},
+                     {true, 0x12345678, 3.7},
+                     {true, 0x87654321, -20, 11.1, 0.1}};
+    project.background = {PaintKind::Gradient,
+                          0x0A0B0C0D,
+                          {{0x10203040, 0.3f, 0.5f}, {0x50607080, 0.9f, 0.6f}},
+                          12.5,
+                          {4, 5, 6, 7}};
     project.title[Property::GradientOffset] = {0.25, {{0, -1}, {90, 1, PresetEase(3)}}};
     project.title[Property::X] = {12.5, {{3, 0.1, {4, 0.3, -17.3, 1, 1e-7}}}};
     project.title[Property::Scale].value = 55;
@@ -56,9 +65,13 @@ TEST(Project, EveryFieldSurvivesSavingAndLoading)
     const std::optional<Project> loaded = LoadProject(file, error);
     ASSERT_TRUE(loaded);
     EXPECT_EQ(loaded->title.text, project.title.text);
-    EXPECT_EQ(loaded->title.stops[0].position, 0.1f); // bit for bit, though the file says 0.1
-    EXPECT_EQ(loaded->title.stops[1].colour, 0xFFFEFDFCu);
+    EXPECT_EQ(loaded->title.fill.stops[0].position, 0.1f); // bit for bit, though the file says 0.1
+    EXPECT_EQ(loaded->title.fill.stops[1].colour, 0xFFFEFDFCu);
     EXPECT_TRUE(*loaded == project);
+    EXPECT_TRUE(LooksSame(loaded->title.fill, project.title.fill));
+    EXPECT_EQ(loaded->title.outline, project.title.outline);
+    EXPECT_EQ(loaded->title.shadow, project.title.shadow);
+    EXPECT_TRUE(LooksSame(loaded->background, project.background));
     EXPECT_EQ(loaded->title.properties, project.title.properties);
     EXPECT_EQ(loaded->duration, 77);
     EXPECT_TRUE(SerialiseProject(project).contains("\"position\": 0.1\n"));
@@ -73,6 +86,42 @@ TEST(Project, FieldsThatWeDoNotKnowSurvive)
     EXPECT_EQ(saved["tool"], QJsonDocument::fromJson(Json("{'x':[1,{'y':null}]}")).object());
     EXPECT_EQ(saved["video"]["matrix"], "709");
     EXPECT_EQ(saved["video"]["width"], 1280);
+}
+
+// Files from before there were other fills than a gradient look as they did.
+TEST(Project, PaintsThatAreMissingAreAGradientOverNothing)
+{
+    const Project old = Parsed("{'version':1,'title':{'gradient':{'angle':45,'stops':["
+                               "{'colour':'#111111','position':0},{'colour':'#222222','position':1}]}}}");
+    EXPECT_EQ(old.title.fill.kind, PaintKind::Gradient);
+    EXPECT_EQ(old.title.fill.angle, 45);
+    EXPECT_EQ(old.title.fill.stops[1].colour, 0xFF222222u);
+    EXPECT_FALSE(old.title.outline.on || old.title.shadow.on);
+    EXPECT_EQ(old.background.kind, PaintKind::None);
+    EXPECT_GE(old.background.stops.size(), std::size_t(kFewestStops));
+}
+
+TEST(Project, FieldsOfPaintsThatWeDoNotKnowSurvive)
+{
+    Project project =
+        Parsed("{'version':1,'title':{'fill':{'kind':'solid','a':1},'outline':{'b':2},'shadow':{'c':3}},"
+               "'background':{'d':4,'gradient':{'e':5,'stops':["
+               "{'colour':'#ff0000','position':1,'f':6},{'colour':'#00ff00','position':0}]}}}");
+    EXPECT_EQ(project.title.fill.kind, PaintKind::Solid);
+    project.title.fill.colour = 0x80112233;
+    project.title.shadow.on = true;
+    GradientStops stops = project.background.stops;
+    stops[1].position = 0.5f;
+    SetStops(project.background, stops);
+    const QJsonObject saved = Saved(project);
+    EXPECT_EQ(saved["title"]["fill"]["a"], 1);
+    EXPECT_EQ(saved["title"]["fill"]["colour"], "#80112233");
+    EXPECT_EQ(saved["title"]["outline"]["b"], 2);
+    EXPECT_EQ(saved["title"]["shadow"]["c"], 3);
+    EXPECT_EQ(saved["background"]["d"], 4);
+    EXPECT_EQ(saved["background"]["gradient"]["e"], 5);
+    EXPECT_EQ(saved["background"]["gradient"]["stops"][1]["f"], 6);
+    EXPECT_EQ(saved["background"]["gradient"]["stops"][1]["position"], 0.5);
 }
 
 QByteArray Keys(const char* list)
@@ -132,9 +181,9 @@ TEST_P(StopNotes, GoWithTheirStops)
                              "{'colour':'#FF0000','position':0.5,'note':'red'},"
                              "{'colour':'#FF0000','position':0.5,'note':'twin'},"
                              "{'position':0,'colour':'#ff000000','midPoint':0.5,'note':'black'}]}}}");
-    GradientStops stops = project.title.stops;
+    GradientStops stops = project.title.fill.stops;
     GetParam().edit(stops);
-    SetStops(project.title, NormalisedStops(stops));
+    SetStops(project.title.fill, NormalisedStops(stops));
     QStringList notes;
     const QJsonObject saved = Saved(project);
     for (const QJsonValue stop : saved["title"]["gradient"]["stops"].toArray())
@@ -188,10 +237,10 @@ TEST(Project, UnsortedStopsAreSortedAndMissingFieldsHaveDefaults)
     const Project project = Parsed("{'version':1,'title':{'gradient':{'stops':["
                                    "{'colour':'#111111','position':1},{'colour':'#222222','position':0},"
                                    "{'colour':'#333333','position':1}]}}}");
-    ASSERT_EQ(project.title.stops.size(), 3u);
-    EXPECT_EQ(project.title.stops[0].colour, 0xFF222222u);
-    EXPECT_EQ(project.title.stops[1].colour, 0xFF111111u); // equal positions keep their order
-    EXPECT_EQ(project.title.stops[0].midPoint, 0.5f);
+    ASSERT_EQ(project.title.fill.stops.size(), 3u);
+    EXPECT_EQ(project.title.fill.stops[0].colour, 0xFF222222u);
+    EXPECT_EQ(project.title.fill.stops[1].colour, 0xFF111111u); // equal positions keep their order
+    EXPECT_EQ(project.title.fill.stops[0].midPoint, 0.5f);
     EXPECT_EQ(project.video.height, 1080);
 }
 
@@ -270,6 +319,20 @@ INSTANTIATE_TEST_SUITE_P(
                "ease.in[1]: expected a number from -1000000"},
         Broken{"Position", Stops("[{},{},{'position':1.5}]"),
                "title.gradient.stops[2].position: expected a number from 0 to 1, found 1.5"},
+        Broken{"FillKind", "{'version':1,'title':{'fill':{'kind':'none'}}}",
+               "title.fill.kind: expected one of: gradient, solid, fourCorner"},
+        Broken{"BackgroundKind", "{'version':1,'background':{'kind':4}}",
+               "background.kind: expected one of: none"},
+        Broken{"Corners", "{'version':1,'title':{'fill':{'corners':['#000000']}}}",
+               "title.fill.corners: expected a list of 4 elements, found 1 elements"},
+        Broken{"Corner", "{'version':1,'background':{'corners':['#000000','#111111',3,'#222222']}}",
+               "background.corners[2]: expected a colour such as"},
+        Broken{"Outline", "{'version':1,'title':{'outline':{'width':10.5}}}",
+               "title.outline.width: expected a number from 0 to 10,"},
+        Broken{"Shadow", "{'version':1,'title':{'shadow':{'y':-21}}}",
+               "title.shadow.y: expected a number from -20 to 20,"},
+        Broken{"BackgroundStops", "{'version':1,'background':{'gradient':{'stops':[]}}}",
+               "background.gradient.stops: expected a list of 2 to 255 elements"},
         Broken{"Colour", Stops("[{'colour':'#12345G'},{}]"), "stops[0].colour: expected a colour such as"}),
     [](const auto& row) { return std::string(row.param.name); });
 

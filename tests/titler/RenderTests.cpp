@@ -19,7 +19,7 @@ Project BlockProject()
     project.title.fontFamily = "DejaVu Sans";
     project.title.bold = false;
     project.title.fontSize = 40;
-    project.title.stops = {{kRed, 0.0f, 0.5f}, {kBlue, 1.0f, 0.5f}};
+    project.title.fill.stops = {{kRed, 0.0f, 0.5f}, {kBlue, 1.0f, 0.5f}};
     return project;
 }
 
@@ -73,7 +73,7 @@ TEST(TitleRenderer, IsTheSameForEveryOrderOfCalls)
     Project project = NewProject();
     project.title.text = "Title";
     kept.Render(project, 0, {320, 180});
-    project.title.stops.front().colour = kBlue;
+    project.title.fill.stops.front().colour = kBlue;
     EXPECT_EQ(kept.Render(project, 0, {320, 180}), TitleRenderer().Render(project, 0, {320, 180}));
     project.title.text = "Other";
     EXPECT_EQ(kept.Render(project, 0, {320, 180}), TitleRenderer().Render(project, 0, {320, 180}));
@@ -119,7 +119,7 @@ TEST_P(MovedTitle, StandsWhereItsValuesPutIt)
     const double scale = m.scale / 100;
     const double angle = m.angle / 180 * 3.14159265358979;
     const double length = box.width() * std::abs(std::cos(angle)) + box.height() * std::abs(std::sin(angle));
-    project.title.gradientAngle = m.angle;
+    project.title.fill.angle = m.angle;
     const QImage image = TitleRenderer().Render(project, 15, {640, 360});
     for (int y = 0; y < 360; y += 3)
         for (int x = 0; x < 640; x += 3) {

@@ -98,30 +98,46 @@ void JsonReader::Read(const char* key, float& number, double least, double most)
     number = static_cast<float>(read);
 }
 
-void JsonReader::ReadTangent(const char* key, double& fraction, double& offset)
+QJsonArray JsonReader::List(const char* key, int length)
 {
     const QJsonValue value = Take(key);
-    if (value.isUndefined())
+    const QJsonArray list = value.toArray();
+    if (value.isUndefined() || list.size() == length)
+        return list;
+    if (Fail(key, value, Expected::List, length, length) && value.isArray())
+        m_error.length = list.size();
+    return {};
+}
+
+void JsonReader::ReadTangent(const char* key, double& fraction, double& offset)
+{
+    const QJsonArray pair = List(key, 2);
+    if (pair.isEmpty())
         return;
-    const QJsonArray pair = value.toArray();
-    if (pair.size() != 2) {
-        if (Fail(key, value, Expected::List, 2, 2) && value.isArray())
-            m_error.length = pair.size();
-        return;
-    }
     ReadNumber(ElementName(key, 0), pair[0], fraction, 0, kLongestTangent);
     ReadNumber(ElementName(key, 1), pair[1], offset, -kLargestEaseOffset, kLargestEaseOffset);
+}
+
+void JsonReader::ReadColour(const QString& key, const QJsonValue& value, DWORD& colour)
+{
+    if (const std::optional<DWORD> read = ParseColour(value.toString()))
+        colour = *read;
+    else
+        Fail(key, value, Expected::Colour);
 }
 
 void JsonReader::ReadColour(const char* key, DWORD& colour)
 {
     const QJsonValue value = Take(key);
-    if (value.isUndefined())
-        return;
-    if (const std::optional<DWORD> read = ParseColour(value.toString()))
-        colour = *read;
-    else
-        Fail(key, value, Expected::Colour);
+    if (!value.isUndefined())
+        ReadColour(QLatin1String(key), value, colour);
+}
+
+void JsonReader::ReadColours(const char* key, CornerColours& colours)
+{
+    const QJsonArray list = List(key, static_cast<int>(colours.size()));
+    for (std::size_t i = 0; i < static_cast<std::size_t>(list.size()); ++i)
+        ReadColour(ElementName(key, i), list[static_cast<qsizetype>(i)], colours[i]);
 }
 
 bool JsonReader::Fail(const QString& key, const QJsonValue& found, Expected expected, double least,

@@ -3,6 +3,7 @@
 
 #include "project/Project.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -54,6 +55,8 @@ public:
     template <typename T, std::size_t N>
     void Read(const char* key, const Names<T, N>& names, T& result);
     void ReadColour(const char* key, DWORD& colour);
+    /// A list of four colours.
+    void ReadColours(const char* key, CornerColours& colours);
 
     const QJsonObject& All() const { return m_object; }
 
@@ -63,6 +66,9 @@ public:
 
 private:
     bool Fail(const char* key, const QJsonValue& found, Expected expected, double least = 0, double most = 0);
+    /// The list of that length; an empty one for one that is missing or another.
+    QJsonArray List(const char* key, int length);
+    void ReadColour(const QString& key, const QJsonValue& value, DWORD& colour);
     void ReadNumber(const QString& key, const QJsonValue& value, double& number, double least, double most);
     QJsonValue Take(const char* key) const { return m_object.value(QLatin1String(key)); }
     QString PathOf(const QString& key) const { return m_path.isEmpty() ? key : m_path + u'.' + key; }

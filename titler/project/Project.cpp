@@ -15,33 +15,6 @@
 namespace titler {
 namespace {
 
-float Fraction(float value)
-{
-    return std::isnan(value) ? 0.0f : std::clamp(value, 0.0f, 1.0f);
-}
-
-using IsSameStop = bool (*)(const SKvCGGradientKey&, const SKvCGGradientKey&);
-
-bool HasSameColour(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
-{
-    return a.colour == b.colour;
-}
-
-bool HasSamePlace(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
-{
-    return a.position == b.position;
-}
-
-bool HasSameColourAndPlace(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
-{
-    return HasSameColour(a, b) && HasSamePlace(a, b);
-}
-
-bool IsEqual(const SKvCGGradientKey& a, const SKvCGGradientKey& b)
-{
-    return HasSameColourAndPlace(a, b) && a.midPoint == b.midPoint;
-}
-
 int LastKeyFrame(const Title& title)
 {
     int last = 0;
@@ -71,7 +44,13 @@ Retiming RetimingOf(const Project& project, double factor)
 Project NewProject()
 {
     Project project;
-    project.title.stops = {{0xFFFFF3D6, 0.0f, 0.5f}, {0xFFFFB347, 0.45f, 0.5f}, {0xFFE8505B, 1.0f, 0.5f}};
+    project.title.fill.stops = {
+        {0xFFFFF3D6, 0.0f, 0.5f}, {0xFFFFB347, 0.45f, 0.5f}, {0xFFE8505B, 1.0f, 0.5f}};
+    Paint& background = project.background;
+    background.colour = 0xFF000000;
+    background.stops = {{0xFF2B3A55, 0.0f, 0.5f}, {0xFF0B1018, 1.0f, 0.5f}};
+    background.angle = 90;
+    background.corners = {0xFF24405E, 0xFF3A2E5C, 0xFF0F1E2E, 0xFF1B1230};
     return project;
 }
 
@@ -106,38 +85,6 @@ void SetVideoFormat(Project& project, const SKvVideoResolution& format)
     project.duration = retiming.newDuration;
     for (Animated& animated : project.title.properties)
         Retime(animated, retiming);
-}
-
-GradientStops NormalisedStops(GradientStops stops)
-{
-    if (stops.size() > kMostStops)
-        stops.resize(kMostStops);
-    for (SKvCGGradientKey& stop : stops) {
-        stop.position = Fraction(stop.position);
-        stop.midPoint = Fraction(stop.midPoint);
-    }
-    std::stable_sort(stops.begin(), stops.end(),
-                     [](const auto& a, const auto& b) { return a.position < b.position; });
-    return stops;
-}
-
-// A stop is known again by all it has, or else by what one edit leaves as it was.
-void SetStops(Title& title, GradientStops stops)
-{
-    constexpr IsSameStop tests[] = {IsEqual, HasSameColourAndPlace, HasSameColour, HasSamePlace};
-    std::vector<QJsonObject> sources(stops.size());
-    std::vector<bool> found(stops.size());
-    std::vector<bool> gone(title.stops.size());
-    title.stopSources.resize(title.stops.size());
-    for (const IsSameStop isSame : tests)
-        for (std::size_t to = 0; to < stops.size(); ++to)
-            for (std::size_t from = 0; from < gone.size() && !found[to]; ++from)
-                if (!gone[from] && isSame(title.stops[from], stops[to])) {
-                    sources[to] = std::move(title.stopSources[from]);
-                    found[to] = gone[from] = true;
-                }
-    title.stops = std::move(stops);
-    title.stopSources = std::move(sources);
 }
 
 std::optional<Project> LoadProject(const QString& name, ProjectError& error)

@@ -4,9 +4,9 @@
 // survive a load, an edit and a save.
 #pragma once
 
-#include "KvTypes.h"
 #include "KvVideoFormat.h"
 #include "project/Animation.h"
+#include "project/Paint.h"
 
 #include <QJsonObject>
 #include <QSize>
@@ -14,13 +14,10 @@
 #include <QStringList>
 
 #include <optional>
-#include <vector>
 
 namespace titler {
 
 inline constexpr int kProjectVersion = 1;
-inline constexpr int kFewestStops = 2;
-inline constexpr int kMostStops = 255;
 inline constexpr int kLongestText = 4000;
 inline constexpr int kSmallestFrame = 16;
 inline constexpr int kLargestFrame = 8192;
@@ -28,8 +25,6 @@ inline constexpr double kSmallestFont = 1.0;
 inline constexpr double kLargestFont = 100.0;
 inline constexpr qint64 kLargestMegabytes = 16;
 inline constexpr qint64 kLargestFile = kLargestMegabytes << 20; ///< bytes
-
-using GradientStops = std::vector<SKvCGGradientKey>;
 
 enum class TextAlign
 {
@@ -47,17 +42,15 @@ struct Title
     bool bold = true;
     bool italic = false;
     TextAlign align = TextAlign::Centre;
-    double gradientAngle = 0; ///< degrees clockwise, 0 from left to right, 90 downwards; -360 to 360
+    Paint fill; ///< of a kind other than None; Property::GradientOffset moves its gradient
+    TextOutline outline;
+    TextShadow shadow;
     Properties properties = StillProperties();
-    GradientStops stops; ///< kFewestStops to kMostStops, sorted, positions and mid points from 0 to 1
     Animated& operator[](Property property) { return properties[static_cast<std::size_t>(property)]; }
     const Animated& operator[](Property property) const
     {
         return properties[static_cast<std::size_t>(property)];
     }
-    /// Beside `stops`: each as it was loaded, for the fields that we do not know. `SetStops` keeps them in
-    /// step.
-    std::vector<QJsonObject> stopSources = {};
 };
 
 struct Project
@@ -66,6 +59,7 @@ struct Project
     SKvWaveFormatInfo audio{2, 48000, 16};
     int duration = 150; ///< frames, 1 to kLongestDuration
     Title title;
+    Paint background{PaintKind::None}; ///< fills the frame; None is over nothing
     QJsonObject source; ///< the file's content as it was loaded, for the fields that we do not know
 };
 
@@ -82,13 +76,6 @@ QSizeF DisplaySize(const SKvVideoResolution& video);
 /// project that would get too long runs faster instead, and so do keys behind the end that would get too far
 /// away.
 void SetVideoFormat(Project& project, const SKvVideoResolution& format);
-
-/// Sorts stops and brings positions and mid points into 0 to 1; more than kMostStops are cut.
-GradientStops NormalisedStops(GradientStops stops);
-
-/// Gives the title other stops. The fields that we do not know go with a stop that was moved or recoloured,
-/// and go away with one that was deleted.
-void SetStops(Title& title, GradientStops stops);
 
 enum class ProjectFault
 {

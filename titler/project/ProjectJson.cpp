@@ -2,13 +2,13 @@
 
 #include "project/AnimationJson.h"
 #include "project/JsonReader.h"
+#include "project/PaintJson.h"
 
 #include <QJsonDocument>
 #include <QJsonParseError>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -35,16 +35,6 @@ constexpr Names<TextAlign, 3> kAligns{
 
 constexpr QLatin1String kTitle("title");
 
-// The shortest decimal that reads back as the same float: 0.3, not 0.30000001192092896.
-double ShortDouble(float value)
-{
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    double result = 0;
-    std::from_chars(text.data(), end, result);
-    return result;
-}
-
 void ReadVideo(JsonReader reader, SKvVideoResolution& video)
 {
     reader.ReadWhole("width", video.width, kSmallestFrame, kLargestFrame);
@@ -61,25 +51,6 @@ void ReadAudio(JsonReader reader, SKvWaveFormatInfo& audio)
     reader.ReadWhole("bitsPerSample", audio.bitsPerSample, 1, 64);
 }
 
-void ReadGradient(JsonReader reader, Title& title)
-{
-    reader.Read("angle", title.gradientAngle, -360, 360);
-    reader.Read("offset", title[Property::GradientOffset].value, -1, 1);
-    Title read;
-    for (JsonReader& element : reader.Objects("stops", kFewestStops, kMostStops)) {
-        SKvCGGradientKey& stop = read.stops.emplace_back(SKvCGGradientKey{0xFFFFFFFF, 0.0f, 0.5f});
-        read.stopSources.push_back(element.All());
-        element.ReadColour("colour", stop.colour);
-        element.Read("position", stop.position, 0, 1);
-        element.Read("midPoint", stop.midPoint, 0, 1);
-    }
-    if (read.stops.empty())
-        return;
-    SetStops(read, NormalisedStops(read.stops));
-    title.stops = std::move(read.stops);
-    title.stopSources = std::move(read.stopSources);
-}
-
 void ReadTitle(JsonReader reader, Title& title)
 {
     reader.Read("text", title.text, kLongestText);
@@ -89,7 +60,8 @@ void ReadTitle(JsonReader reader, Title& title)
     font.Read("size", title.fontSize, kSmallestFont, kLargestFont);
     font.Read("bold", title.bold);
     font.Read("italic", title.italic);
-    ReadGradient(reader.Object("gradient"), title);
+    reader.Object("gradient").Read("offset", title[Property::GradientOffset].value, -1, 1);
+    ReadTitlePaint(reader, title);
     ReadProperties(reader, title.properties);
 }
 
@@ -128,25 +100,15 @@ void SetPlace(ProjectError& error, const QByteArray& json, qsizetype offset)
 
 QJsonObject TitleToJson(const Title& title)
 {
-    QJsonArray stops;
-    for (std::size_t i = 0; i < title.stops.size(); ++i) {
-        const SKvCGGradientKey& stop = title.stops[i];
-        const QJsonObject known{{QStringLiteral("colour"), ColourText(stop.colour)},
-                                {QStringLiteral("position"), ShortDouble(stop.position)},
-                                {QStringLiteral("midPoint"), ShortDouble(stop.midPoint)}};
-        stops.append(i < title.stopSources.size() ? Overlay(title.stopSources[i], known) : known);
-    }
-    QJsonObject json{{QStringLiteral("text"), title.text},
-                     {QStringLiteral("align"), NameOf(kAligns, title.align)},
-                     {QStringLiteral("font"), QJsonObject{{QStringLiteral("family"), title.fontFamily},
-                                                          {QStringLiteral("size"), title.fontSize},
-                                                          {QStringLiteral("bold"), title.bold},
-                                                          {QStringLiteral("italic"), title.italic}}},
-                     {QStringLiteral("gradient"),
-                      QJsonObject{{QStringLiteral("angle"), title.gradientAngle},
-                                  {QStringLiteral("offset"), title[Property::GradientOffset].value},
-                                  {QStringLiteral("stops"), stops}}}};
-    return Overlay(json, StillValuesToJson(title.properties));
+    const QJsonObject json{{QStringLiteral("text"), title.text},
+                           {QStringLiteral("align"), NameOf(kAligns, title.align)},
+                           {QStringLiteral("font"), QJsonObject{{QStringLiteral("family"), title.fontFamily},
+                                                                {QStringLiteral("size"), title.fontSize},
+                                                                {QStringLiteral("bold"), title.bold},
+                                                                {QStringLiteral("italic"), title.italic}}},
+                           {QStringLiteral("gradient"),
+                            QJsonObject{{QStringLiteral("offset"), title[Property::GradientOffset].value}}}};
+    return Overlay(Overlay(json, TitlePaintToJson(title)), StillValuesToJson(title.properties));
 }
 
 } // namespace
@@ -180,7 +142,8 @@ QJsonObject StillToJson(const Project& project)
                                               {QStringLiteral("sampleRate"), qint64(audio.sampleRate)},
                                               {QStringLiteral("bitsPerSample"), audio.bitsPerSample}}},
         {QStringLiteral("duration"), project.duration},
-        {kTitle, TitleToJson(project.title)}};
+        {kTitle, TitleToJson(project.title)},
+        {QStringLiteral("background"), BackgroundToJson(project.background)}};
     return Overlay(project.source, known);
 }
 
@@ -232,6 +195,7 @@ std::optional<Project> ParseProject(const QByteArray& bytes, ProjectError& error
     ReadVideo(root.Object("video"), project.video);
     ReadAudio(root.Object("audio"), project.audio);
     ReadTitle(root.Object("title"), project.title);
+    ReadBackground(root.Object("background"), project.background);
     return error.path.isEmpty() ? std::optional(std::move(project)) : std::nullopt;
 }
 

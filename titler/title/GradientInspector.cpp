@@ -75,7 +75,7 @@ void GradientInspector::BuildControl()
     m_control->setFixedHeight(kControlHeight);
     m_control->setMinimumWidth(220);
     m_control->setAccessibleName(Text(kTextGradient));
-    const GradientStops defaults = NewProject().title.stops;
+    const GradientStops defaults = NewProject().title.fill.stops;
     m_control->SetDefaultData(static_cast<int>(defaults.size()), defaults.data());
 
     // The control's messages come to its parent: what changed, and in which phase of a drag.
@@ -93,7 +93,7 @@ void GradientInspector::BuildFields()
     direction->addStretch(1);
     connect(m_angle, &QDoubleSpinBox::valueChanged, this, [this](double degrees) {
         m_document.Edit(EditKind::GradientAngle, Text(kStepAngle),
-                        [&](Project& project) { project.title.gradientAngle = degrees; });
+                        [&](Project& project) { project.title.fill.angle = degrees; });
     });
 
     auto* column = new QVBoxLayout(this);
@@ -113,7 +113,7 @@ void GradientInspector::ConnectStop()
             [this] { m_document.BeginRun(Text(kStepColour)); });
     connect(m_stop, &StopInspector::ColourTried, this, [this](DWORD colour) {
         m_control->SetColor(colour);
-        m_document.UpdateRun([&](Project& project) { SetStops(project.title, StopsOf(*m_control)); },
+        m_document.UpdateRun([&](Project& project) { SetStops(project.title.fill, StopsOf(*m_control)); },
                              m_control->GetSelectedKey());
     });
     connect(m_stop, &StopInspector::ColourDialogClosed, this,
@@ -143,7 +143,7 @@ void GradientInspector::OnGradientNotify(const GradientNotifyRecord& record)
         if (record.phase == kKvPhaseEnd)
             m_document.EndRun();
         else
-            m_document.UpdateRun([&](Project& project) { SetStops(project.title, StopsOf(*m_control)); },
+            m_document.UpdateRun([&](Project& project) { SetStops(project.title.fill, StopsOf(*m_control)); },
                                  m_control->GetSelectedKey());
         break;
     default: // kKvGradientDataSet: we set the stops ourselves, in an undo for example
@@ -153,13 +153,13 @@ void GradientInspector::OnGradientNotify(const GradientNotifyRecord& record)
 
 void GradientInspector::ShowProject()
 {
-    const Title& title = m_document.Current().title;
+    const Paint& fill = m_document.Current().title.fill;
     const QSignalBlocker angle(m_angle);
-    m_angle->setValue(title.gradientAngle);
+    m_angle->setValue(fill.angle);
     // In a run the control is ahead of us; to write its own stops back would end the drag.
     if (!m_document.IsInRun()) {
-        if (!Shows(*m_control, title.stops))
-            m_control->SetData(static_cast<int>(title.stops.size()), title.stops.data());
+        if (!Shows(*m_control, fill.stops))
+            m_control->SetData(static_cast<int>(fill.stops.size()), fill.stops.data());
         if (m_control->GetSelectedKey() != m_document.SelectedStop())
             m_control->SetSelectedKey(m_document.SelectedStop());
     }
@@ -182,7 +182,7 @@ void GradientInspector::SetStopColour(DWORD colour)
 {
     m_control->SetColor(colour);
     m_document.Edit(EditKind::StopColour, Text(kStepColour),
-                    [&](Project& project) { SetStops(project.title, StopsOf(*m_control)); });
+                    [&](Project& project) { SetStops(project.title.fill, StopsOf(*m_control)); });
 }
 
 void GradientInspector::MoveStop(double position)
@@ -200,7 +200,7 @@ void GradientInspector::MoveStop(double position)
     stops.insert(place, moved);
     m_document.Edit(
         EditKind::StopPosition, Text(kStepPosition),
-        [&](Project& project) { SetStops(project.title, stops); }, index);
+        [&](Project& project) { SetStops(project.title.fill, stops); }, index);
 }
 
 } // namespace titler

@@ -264,9 +264,9 @@ QImage TitleRenderer::Render(const Project& project, double frame, QSize size)
         return image;
     if (!UpdateMask(toPixels, image))
         return {};
-    UpdateColours(title.stops, value(Property::Opacity) / 100);
+    UpdateColours(title.fill.stops, value(Property::Opacity) / 100);
     const GradientRun run =
-        RunOf(title.gradientAngle, value(Property::GradientOffset), m_outline.bounds, toOutline);
+        RunOf(title.fill.angle, value(Property::GradientOffset), m_outline.bounds, toOutline);
     const QRect area = m_mask.area;
     for (int y = 0; y < area.height(); ++y) {
         const int row = area.top() + y;
