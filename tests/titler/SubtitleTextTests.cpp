@@ -1,5 +1,6 @@
 // What is wrong with subtitles, and what is done to their texts and times.
 #include "subtitles/SubtitleCheck.h"
+#include "subtitles/SubtitleMatches.h"
 #include "subtitles/SubtitlePicture.h"
 #include "subtitles/SubtitleText.h"
 
@@ -9,20 +10,58 @@ using namespace titler;
 
 namespace {
 
-TEST(SubtitleCheck, FindsNegativeOverlappingAndFastRows)
+TEST(SubtitleCheck, FindsWhatIsWrong)
 {
+    using Faults = std::vector<SubtitleFaults>;
     const std::vector<TimedText> rows = {
         {0, 50, 10},    // 2 s: fine
         {100, 100, 1},  // no time at all
         {200, 250, 41}, // more than 20 a second
         {240, 300, 5},  // begins before the one above ends
-        {-1, 20, 100},  {400, -1, 100},
+        {-1, 20, 100},  {400, -1, 100}, {500, 550, 0},
     };
-    EXPECT_EQ(CheckSubtitles(rows, 25),
-              (std::vector<unsigned>{0, kSubtitleNegative, kSubtitleFast | kSubtitleOverlap, 0, 0, 0}));
-    EXPECT_EQ(CheckSubtitles({{10, 60, 1}, {0, 20, 1}}, 25), (std::vector<unsigned>{0, kSubtitleOverlap}))
+    EXPECT_EQ(CheckSubtitles(rows, 25), (Faults{{},
+                                                {kSubtitleNegative},
+                                                {kSubtitleFast | kSubtitleOverlap, 3, 0.4},
+                                                {},
+                                                {},
+                                                {},
+                                                {kSubtitleEmpty}}));
+    EXPECT_EQ(CheckSubtitles({{10, 60, 1}, {0, 20, 1}}, 25), (Faults{{}, {kSubtitleOverlap, 0, 0.4}}))
         << "whatever the order of the rows";
+    EXPECT_EQ(CheckSubtitles({{0, 100, 1}, {25, 50, 1}}, 25), (Faults{{kSubtitleOverlap, 1, 1}, {}}))
+        << "as long as both stand";
     EXPECT_TRUE(CheckSubtitles({}, 25).empty());
+}
+
+TEST(SubtitleMatches, FindsAndSaysWhatIsWrong)
+{
+    using Ranges = std::vector<TextRange>;
+    const QString text = QString::fromUtf8("Sea seaside\n\U0001F30A SEA_ \u017fea");
+    const struct
+    {
+        SubtitleQuery query;
+        Ranges found;
+    } rows[] = {
+        {{"sea"}, {{0, 3}, {4, 7}, {15, 18}, {20, 23}}}, // the long s is an s
+        {{"sea", true}, {{4, 7}}},
+        {{"sea", false, true}, {{0, 3}, {20, 23}}}, // a low line belongs to a word
+        {{"^s.a", true, false, true}, {}},
+        {{"^.", true, false, true}, {{0, 1}, {12, 14}}},
+        {{"x*", true, false, true}, {}}, // nothing is no match
+        {{"s*", true, false, true}, {{4, 5}, {7, 8}}},
+        {{""}, {}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(SubtitleMatches(row.query).In(text), row.found) << row.query.text.toStdString();
+    const auto fault = [](const char* pattern) {
+        return SubtitleMatches({QString::fromUtf8(pattern), false, false, true}).Fault();
+    };
+    EXPECT_EQ(fault("a(b)+"), "");
+    EXPECT_EQ(fault("a(b"), "The regular expression is wrong at its end: missing closing parenthesis.");
+    EXPECT_TRUE(fault("\U0001F30A)x").contains("at character 2, \u201c)\u201d: "))
+        << fault("\U0001F30A)x").toStdString();
+    EXPECT_EQ(WithContext("0123456789abc\nhit tail", {14, 17}), "\u202623456789abc hit tail");
 }
 
 TEST(SubtitleText, SplitsAtTheNearestBreakAndReadsSteps)

@@ -97,7 +97,7 @@ TEST_F(SubtitleFiles, ComeBackAsTheyWereApartFromNotes)
     EXPECT_TRUE(panel.Export(Path("in.vtt")));
     EXPECT_EQ(Read("in.vtt"), WithoutNote(kStyled));
     ASSERT_EQ(asked.size(), 2);
-    EXPECT_TRUE(asked[1].contains("1 note that the file has now goes."));
+    EXPECT_TRUE(asked[1].contains("1 note in the file is not kept."));
     EXPECT_TRUE(panel.Export(Path("in.vtt")));
     EXPECT_EQ(asked.size(), 2) << "there is no note left";
     EXPECT_TRUE(panel.Export(Path("other.vtt")));
@@ -114,8 +114,8 @@ TEST_F(SubtitleFiles, AskBeforeWhatCouldNotBeReadGoes)
     EXPECT_FALSE(panel.Export(Path("in.srt")));
     EXPECT_EQ(Read("in.srt"), bytes);
     ASSERT_EQ(asked.size(), 1);
-    EXPECT_TRUE(
-        asked[0].contains("1 place of the file that could not be read goes.\n1 character of the file"));
+    EXPECT_TRUE(asked[0].contains(
+        "1 place in the file that could not be read is not kept.\n1 character in the file"));
     EXPECT_TRUE(panel.Export(Path("out.srt"))) << "the damaged file is left alone";
     EXPECT_EQ(asked.size(), 1);
 }
@@ -172,7 +172,7 @@ TEST_F(SubtitleFiles, AreCopiesWhereSomethingIsLost)
         const char* lost;
     } rows[] = {
         {"out.vtt", true, "position or alignment of row 1"},
-        {"out.txt", true, "times of row 1 are left out.\nLine breaks in row 1"},
+        {"out.txt", true, "times of row 1 are not kept.\nLine breaks in row 1"},
         {"out.srt", false, ""},
     };
     for (const auto& row : rows) {

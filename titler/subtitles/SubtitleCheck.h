@@ -1,4 +1,4 @@
-// What is wrong with the times of subtitles.
+// What is wrong with subtitles.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ struct TimedText
 {
     std::int64_t in = -1; ///< -1: none
     std::int64_t out = -1;
-    int characters = 0; ///< without line breaks and markup
+    int characters = 0; ///< without line breaks and markup; 0: there is nothing to read
 };
 
 /// What to mark a row with; several may hold.
@@ -20,6 +20,16 @@ enum SubtitleFault : unsigned
     kSubtitleNegative = 1, ///< it ends before it begins, or when it begins
     kSubtitleOverlap = 2,  ///< another one begins before it ends
     kSubtitleFast = 4,     ///< too many characters in a second
+    kSubtitleEmpty = 8,    ///< nothing to read
+};
+
+struct SubtitleFaults
+{
+    unsigned kinds = 0;        ///< SubtitleFault, joined by |
+    int overlapped = -1;       ///< of kSubtitleOverlap: the other row
+    double overlapSeconds = 0; ///< how long both stand
+
+    bool operator==(const SubtitleFaults&) const = default;
 };
 
 /// The most characters that are read in a second.
@@ -27,6 +37,6 @@ inline constexpr double kReadingSpeed = 20;
 
 /// The faults of each row. Rows may stand in any order; of two that overlap the earlier one is marked.
 /// @param framesPerSecond above 0.
-std::vector<unsigned> CheckSubtitles(const std::vector<TimedText>& rows, double framesPerSecond);
+std::vector<SubtitleFaults> CheckSubtitles(const std::vector<TimedText>& rows, double framesPerSecond);
 
 } // namespace titler

@@ -123,6 +123,7 @@ void SubtitlePanel::BuildCommands()
     m_useRate = AddCommand(kTextSubtitleUseRate, nullptr, {}, [this] { UseProjectRate(); });
     m_commands << nullptr;
     AddCommand(kTextSubtitleFind, L"titler_tool_find", QKeySequence::Find, [this] { m_find->Open(); });
+    AddCommand(kTextSubtitleReplace, nullptr, QKeySequence::Replace, [this] { m_find->OpenReplacement(); });
     AddCommand(kTextSubtitleGoToRow, nullptr, Qt::CTRL | Qt::Key_G, [this] { AskForRow(); });
     m_listMenu << onRows(AddCommand(kTextSubtitleGoToTime, L"titler_tool_gototime", Qt::CTRL | Qt::Key_T,
                                     [this] { GoToTime(); }));
@@ -259,8 +260,7 @@ void SubtitlePanel::SetTimeHere(bool in)
     Edit(step, [&] { m_list->SetTimeCode(row, time, in ? 1 : 0); });
     if (!in && row + 1 < m_list->GetItemCount())
         m_list->GoTo(row + 1);
-    ShowCommands();
-    ShowFaults();
+    OnSelectionChanged();
 }
 
 // The selected rows when there are several, else all.
@@ -361,8 +361,7 @@ void SubtitlePanel::AskForRow()
         return;
     m_list->GoTo(row - 1);
     m_list->setFocus();
-    ShowCommands();
-    ShowFaults();
+    OnSelectionChanged();
 }
 
 void SubtitlePanel::GoToTime()
@@ -388,11 +387,10 @@ void SubtitlePanel::GoToFault(int step)
     int row = Current() < 0 ? (step > 0 ? -1 : count) : Current();
     for (int i = 0; i < count; ++i) {
         row = (row + step + count) % count;
-        if (m_faults[static_cast<std::size_t>(row)] == 0)
+        if (m_faults[static_cast<std::size_t>(row)].kinds == 0)
             continue;
         m_list->GoTo(row);
-        ShowCommands();
-        ShowFaults();
+        OnSelectionChanged();
         return;
     }
     emit Reported(LogType::Message, Text(kTextSubtitleNoFault));

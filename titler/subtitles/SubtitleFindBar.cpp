@@ -1,6 +1,6 @@
 #include "subtitles/SubtitleFindBar.h"
 
-#include "KvTextListBase.h"
+#include "subtitles/SubtitleList.h"
 #include "window/Fields.h"
 #include "window/Texts.h"
 
@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -32,7 +33,7 @@ enum FindResult
 
 } // namespace
 
-SubtitleFindBar::SubtitleFindBar(CKvTextListBase& list)
+SubtitleFindBar::SubtitleFindBar(SubtitleList& list)
     : m_list(list)
     , m_text(new QLineEdit)
     , m_replacement(new QLineEdit)
@@ -66,6 +67,8 @@ SubtitleFindBar::SubtitleFindBar(CKvTextListBase& list)
     grid->addWidget(AddOption(kTextFindPattern, kKvFindRegularExpression), 3, 1);
     grid->addWidget(m_result, 4, 0, 1, 2);
     connect(m_replacement, &QLineEdit::returnPressed, this, [this] { Run(kReplaceOne); });
+    connect(m_text, &QLineEdit::textChanged, this, &SubtitleFindBar::ForgetResult);
+    connect(m_matchCase, &QCheckBox::toggled, this, &SubtitleFindBar::ForgetResult);
     hide();
 }
 
@@ -74,6 +77,7 @@ QCheckBox* SubtitleFindBar::AddOption(UINT nameId, UINT option)
     auto* box = new QCheckBox(Text(nameId));
     box->setToolTip(Text(nameId + 1));
     m_options.emplace_back(box, option);
+    connect(box, &QCheckBox::toggled, this, &SubtitleFindBar::ForgetResult);
     return box;
 }
 
@@ -88,9 +92,33 @@ void SubtitleFindBar::AddButton(QLayout& row, UINT nameId, std::function<void()>
 
 void SubtitleFindBar::Open()
 {
+    OpenField(*m_text);
+}
+
+void SubtitleFindBar::OpenReplacement()
+{
+    OpenField(*m_replacement);
+}
+
+void SubtitleFindBar::OpenField(QLineEdit& field)
+{
     show();
-    m_text->setFocus();
-    m_text->selectAll();
+    field.setFocus();
+    field.selectAll();
+}
+
+void SubtitleFindBar::ForgetResult()
+{
+    if (m_isSearching)
+        return;
+    m_result->clear();
+    m_list.ClearMatch();
+}
+
+void SubtitleFindBar::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    ForgetResult();
 }
 
 void SubtitleFindBar::keyPressEvent(QKeyEvent* event)
@@ -112,29 +140,106 @@ void SubtitleFindBar::Find(bool backwards)
     Run(kFindNext);
 }
 
-void SubtitleFindBar::Run(int mode)
+SubtitleQuery SubtitleFindBar::Query() const
+{
+    const auto has = [this](UINT option) {
+        return std::any_of(m_options.begin(), m_options.end(),
+                           [&](const auto& one) { return one.second == option && one.first->isChecked(); });
+    };
+    return {m_text->text(), m_matchCase->isChecked(), has(kKvFindWholeWords), has(kKvFindRegularExpression)};
+}
+
+// A hit within the selection leaves it as it is.
+int SubtitleFindBar::StartRow() const
+{
+    const int current = m_list.GetCurrentItem();
+    return std::max(current >= 0 ? current : m_list.GetLastSelItem(), 0);
+}
+
+QString SubtitleFindBar::TextOf(int row) const
+{
+    return QString::fromStdWString(m_list.GetItemText(row, kKvSubTitleText));
+}
+
+UINT SubtitleFindBar::Options() const
 {
     UINT options = m_backwards ? kKvFindBackwards : 0u;
     for (const auto& [box, option] : m_options)
         options |= box->isChecked() ? option : 0u;
-    m_list.SetFindOptions(options);
-    const std::wstring text = m_text->text().toStdWString();
-    const int isExact = m_matchCase->isChecked() ? 1 : 0;
-    const int matches = mode == kReplaceAll ? m_list.CountMatches(text, isExact) : 0;
-    const int result = m_list.FindReplace(std::max(m_list.GetLastSelItem(), 0), mode, text,
-                                          m_replacement->text().toStdWString(), isExact);
-    const QString fault = QString::fromStdWString(m_list.GetFindError());
-    if (!fault.isEmpty())
+    return options;
+}
+
+// The list tells the row alone.
+void SubtitleFindBar::TakeMatch(const SubtitleMatches& matches, std::optional<qsizetype> behind)
+{
+    const int row = m_list.GetCurrentItem();
+    const std::vector<TextRange> found = matches.In(TextOf(row));
+    const auto isAhead = [&](const TextRange& one) {
+        return !behind || (m_backwards ? one.end <= *behind : one.begin >= *behind);
+    };
+    const TextRange* match = nullptr;
+    if (const auto last = std::find_if(found.rbegin(), found.rend(), isAhead);
+        m_backwards && last != found.rend())
+        match = &*last;
+    if (const auto first = std::find_if(found.begin(), found.end(), isAhead);
+        !m_backwards && first != found.end())
+        match = &*first;
+    if (match == nullptr)
+        return;
+    m_match = Match{m_list.GetRowKey(row), *match};
+    m_list.ShowMatch(row, *match);
+}
+
+// @param count of all matches.
+QString SubtitleFindBar::ResultOf(int mode, int result, int count) const
+{
+    if (result == kNothing)
+        return Text(kTextFindNothing);
+    if (mode == kReplaceAll)
+        return Text(kTextFindReplacedCount, {QString::number(count)});
+    if (!m_match)
+        return Text(kTextFindReplaced); // it was the last one
+    const int row = m_list.GetCurrentItem();
+    const QString place = WithContext(TextOf(row), m_match->range);
+    const QString found = Text(kTextFindPlace, {QString::number(row + 1), place, QString::number(count)});
+    return result == kFoundWrapped ? Text(kTextFindWrapped) + u' ' + found : found;
+}
+
+void SubtitleFindBar::Run(int mode)
+{
+    const SubtitleQuery query = Query();
+    const SubtitleMatches matches(query);
+    ForgetResult();
+    if (const QString fault = query.isPattern ? matches.Fault() : QString(); !fault.isEmpty()) {
         m_result->setText(fault);
-    else if (result == kNothing)
-        m_result->setText(Text(kTextFindNothing));
-    else if (mode == kReplaceAll)
-        m_result->setText(Text(kTextFindReplacedCount, {QString::number(matches)}));
-    else
-        m_result->setText(result == kFoundWrapped ? Text(kTextFindWrapped) : QString());
-    if (mode == kReplaceAll && fault.isEmpty() && result != kNothing)
-        emit Replaced(m_text->text(), m_replacement->text(), matches);
+        return;
+    }
+    const QScopedValueRollback searching(m_isSearching, true);
+    m_list.SetFindOptions(Options());
+    const std::wstring text = query.text.toStdWString();
+    const int isExact = query.matchCase ? 1 : 0;
+    const int start = StartRow();
+    const std::optional<Match> from = std::exchange(m_match, {});
+    const int fromRow = from ? m_list.FindRowKey(from->row) : -1;
+    const QString before = TextOf(fromRow);
+    int count = mode == kReplaceAll ? m_list.CountMatches(text, isExact) : 0;
+    const int result = m_list.FindReplace(start, mode, text, m_replacement->text().toStdWString(), isExact);
+    const QString fault = QString::fromStdWString(m_list.GetFindError());
+    const bool isFound = fault.isEmpty() && result != kNothing;
+    if (isFound && mode != kReplaceAll) {
+        // What the replacement has added moves what stands behind it.
+        const qsizetype added = TextOf(fromRow).size() - before.size();
+        const bool goesOn = from && result == kFound && fromRow == m_list.GetCurrentItem() &&
+                            (fromRow == start || TextOf(fromRow) != before);
+        TakeMatch(matches, goesOn ? std::optional(m_backwards ? from->range.begin : from->range.end + added)
+                                  : std::nullopt);
+        count = m_list.CountMatches(text, isExact);
+    }
+    const QString shown = fault.isEmpty() ? ResultOf(mode, result, count) : fault;
+    if (isFound && mode == kReplaceAll)
+        emit Replaced(m_text->text(), m_replacement->text(), count);
     emit Found();
+    m_result->setText(shown);
 }
 
 } // namespace titler

@@ -1,16 +1,21 @@
 #include "subtitles/SubtitleList.h"
 
-#include "subtitles/SubtitleCheck.h"
 #include "window/Texts.h"
 
 #include <QPainter>
 #include <QPainterPath>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace titler {
 namespace {
 
 constexpr int kSign = 14;    // logical pixels, each a square
 constexpr int kPlayMark = 3; // at the left edge, where no text stands
+constexpr DWORD kMatchBack = 0xFFFFD54A;
+constexpr DWORD kMatchText = 0xFF1A1A1A;
 
 struct Sign
 {
@@ -20,9 +25,11 @@ struct Sign
 };
 constexpr Sign kSigns[] = {{kSubtitleNegative, kTextSubtitleNegative, 0xFFFF7B72},
                            {kSubtitleOverlap, kTextSubtitleOverlap, 0xFFFFA657},
-                           {kSubtitleFast, kTextSubtitleFast, 0xFFE3D34B}};
+                           {kSubtitleFast, kTextSubtitleFast, 0xFFE3D34B},
+                           {kSubtitleEmpty, kTextSubtitleEmpty, 0xFF9CC3FF}};
 
-// An arrow back, two that lie over one another, two hooks forwards: told apart without their colours, too.
+// An arrow back, two that lie over one another, an empty ring, two hooks forwards: told apart without their
+// colours, too.
 QPainterPath ShapeOf(unsigned fault)
 {
     QPainterPath shape;
@@ -34,6 +41,9 @@ QPainterPath ShapeOf(unsigned fault)
         shape.addRect(2, 3, 7, 5);
         shape.addRect(5, 6, 7, 5);
         break;
+    case kSubtitleEmpty:
+        shape.addEllipse(2.5, 2.5, 9, 9);
+        break;
     default:
         for (const double x : {2.0, 7.0})
             shape.addPolygon(QPolygonF({{x, 2}, {x + 5, 7}, {x, 12}, {x, 2}}));
@@ -41,14 +51,35 @@ QPainterPath ShapeOf(unsigned fault)
     return shape;
 }
 
+int SignCount(const SubtitleFaults& faults)
+{
+    return static_cast<int>(std::count_if(std::begin(kSigns), std::end(kSigns), [&](const Sign& sign) {
+        return (faults.kinds & sign.fault) != 0;
+    }));
+}
+
+// "0.4", "0.04".
+QString ShortNumber(double number)
+{
+    QString text = QString::number(number, 'f', 2);
+    while (text.endsWith(u'0'))
+        text.chop(1);
+    return text.endsWith(u'.') ? text.chopped(1) : text;
+}
+
 } // namespace
 
-QStringList FaultTexts(unsigned faults)
+QStringList FaultTexts(const SubtitleFaults& faults)
 {
     QStringList texts;
-    for (const Sign& sign : kSigns)
-        if ((faults & sign.fault) != 0)
-            texts << Text(sign.textId);
+    for (const Sign& sign : kSigns) {
+        if ((faults.kinds & sign.fault) == 0)
+            continue;
+        const bool isOverlap = sign.fault == kSubtitleOverlap;
+        texts << (isOverlap ? Text(sign.textId, {QString::number(faults.overlapped + 1),
+                                                 ShortNumber(faults.overlapSeconds)})
+                            : Text(sign.textId));
+    }
     return texts;
 }
 
@@ -65,12 +96,25 @@ void SubtitleList::SetTimes(int row, const SubtitleTimes& times)
     SetTimeCode(row, times.out, 0);
 }
 
-void SubtitleList::SetFaults(std::unordered_map<std::uint64_t, unsigned> faults)
+void SubtitleList::SetFaults(std::unordered_map<std::uint64_t, SubtitleFaults> faults)
 {
     if (faults == m_faults)
         return;
     m_faults = std::move(faults);
     UpdateCells();
+}
+
+void SubtitleList::ShowMatch(int row, const TextRange& range)
+{
+    ClearMatch();
+    m_matchRow = GetRowKey(row);
+    m_match = range;
+    UpdateLine(row);
+}
+
+void SubtitleList::ClearMatch()
+{
+    UpdateLine(FindRowKey(std::exchange(m_matchRow, 0)));
 }
 
 void SubtitleList::GoTo(int row)
@@ -88,29 +132,44 @@ bool SubtitleList::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT
     return !isPlayback && !isStep && CKvSubTitleTxtListEditor::WantsShortcut(key, modifiers, character);
 }
 
-unsigned SubtitleList::FaultsOf(int row) const
+SubtitleFaults SubtitleList::FaultsOf(int row) const
 {
     const auto found = m_faults.find(GetRowKey(row));
-    return found == m_faults.end() ? 0 : found->second;
+    return found == m_faults.end() ? SubtitleFaults() : found->second;
 }
 
 // At the right end of the text.
 QRect SubtitleList::SignsRect(int row) const
 {
     const QRect cell = GetCellRect(row, kKvSubTitleText);
-    const int width = kSign * static_cast<int>(FaultTexts(FaultsOf(row)).size());
+    const int width = kSign * SignCount(FaultsOf(row));
     return {cell.right() + 1 - width, cell.top(), width, cell.height()};
+}
+
+// In the list's own characters.
+std::vector<KvReportMark> SubtitleList::MarksOf(int row) const
+{
+    if (m_matchRow == 0 || GetRowKey(row) != m_matchRow)
+        return {};
+    const QString text = QString::fromStdWString(GetItemText(row, kKvSubTitleText));
+    const std::size_t begin = text.left(m_match.begin).toStdWString().size();
+    const std::size_t end = text.left(m_match.end).toStdWString().size();
+    return {{begin, end - begin, kMatchBack, kMatchText}};
 }
 
 // Over whatever colour the row has: that it plays or is selected hides no fault.
 void SubtitleList::DrawItem(Graphics* graphics, int line, int column)
 {
-    const unsigned faults = graphics != nullptr && column == kKvSubTitleText ? FaultsOf(line) : 0;
-    if (faults == 0) {
+    if (graphics == nullptr || column != kKvSubTitleText) {
         CKvSubTitleTxtListEditor::DrawItem(graphics, line, column);
         return;
     }
     const QRect signs = SignsRect(line);
+    const std::vector<KvReportMark> marks = MarksOf(line);
+    if (signs.isEmpty() && marks.empty()) {
+        CKvSubTitleTxtListEditor::DrawItem(graphics, line, column);
+        return;
+    }
     QRect text = GetCellRect(line, column);
     QRect mark = text;
     mark.setWidth(kPlayMark);
@@ -119,28 +178,43 @@ void SubtitleList::DrawItem(Graphics* graphics, int line, int column)
     graphics->setClipRect(mark, Qt::IntersectClip);
     CKvSubTitleTxtListEditor::DrawItem(graphics, line, column);
     graphics->restore();
-    DrawCellText(graphics, text, line, column, font());
+    DrawCellText(graphics, text, line, column, font(), marks);
+    DrawSigns(*graphics, line);
+}
 
-    graphics->save();
-    graphics->setRenderHint(QPainter::Antialiasing);
-    graphics->translate(signs.left(), signs.top() + (signs.height() - kSign) / 2.0);
+void SubtitleList::DrawSigns(Graphics& graphics, int row) const
+{
+    const QRect signs = SignsRect(row);
+    const unsigned faults = FaultsOf(row).kinds;
+    graphics.save();
+    graphics.setRenderHint(QPainter::Antialiasing);
+    graphics.translate(signs.left(), signs.top() + (signs.height() - kSign) / 2.0);
     for (const Sign& sign : kSigns) {
         if ((faults & sign.fault) == 0)
             continue;
-        graphics->setPen(QPen(QColor(sign.colour), 1.25));
-        graphics->setBrush(sign.fault == kSubtitleOverlap ? QBrush(Qt::NoBrush)
-                                                          : QBrush(QColor(sign.colour)));
-        graphics->drawPath(ShapeOf(sign.fault));
-        graphics->translate(kSign, 0);
+        const bool isOutline = sign.fault == kSubtitleOverlap || sign.fault == kSubtitleEmpty;
+        graphics.setPen(QPen(QColor(sign.colour), 1.25));
+        graphics.setBrush(isOutline ? QBrush(Qt::NoBrush) : QBrush(QColor(sign.colour)));
+        graphics.drawPath(ShapeOf(sign.fault));
+        graphics.translate(kSign, 0);
     }
-    graphics->restore();
+    graphics.restore();
+}
+
+// What the signs show to the eye.
+CString SubtitleList::_GetItemDescription(int line) const
+{
+    QStringList parts = FaultTexts(FaultsOf(line));
+    if (const CString own = CKvSubTitleTxtListEditor::_GetItemDescription(line); !own.empty())
+        parts.prepend(QString::fromStdWString(own));
+    return parts.join(u' ').toStdWString();
 }
 
 QString SubtitleList::ToolTipAt(CPoint point, CRect& area) const
 {
     int line = -1;
     int column = -1;
-    if (HitTest(point, line, column) && FaultsOf(line) != 0) {
+    if (HitTest(point, line, column) && FaultsOf(line).kinds != 0) {
         const QRect signs = SignsRect(line);
         if (signs.contains(point)) {
             area = signs;

@@ -2,16 +2,19 @@
 #pragma once
 
 #include "KvSubTitleTxtListEditor.h"
+#include "subtitles/SubtitleCheck.h"
+#include "subtitles/SubtitleMatches.h"
 #include "subtitles/SubtitleText.h"
 
 #include <QStringList>
 
 #include <unordered_map>
+#include <vector>
 
 namespace titler {
 
-/// What to say of a row; `faults` as `SubtitleFault`.
-QStringList FaultTexts(unsigned faults);
+/// What to say of a row.
+QStringList FaultTexts(const SubtitleFaults& faults);
 
 class SubtitleList : public CKvSubTitleTxtListEditor
 {
@@ -27,8 +30,11 @@ public:
     bool Settle() { return !IsEditing() || EndEdit(1) != 0; }
     SubtitleTimes Times(int row) const;
     void SetTimes(int row, const SubtitleTimes& times);
-    /// Signs in the rows, by `GetRowKey`, as `SubtitleFault`; rows that are not in it have none.
-    void SetFaults(std::unordered_map<std::uint64_t, unsigned> faults);
+    /// Signs in the rows, by `GetRowKey`; rows that are not in it have none.
+    void SetFaults(std::unordered_map<std::uint64_t, SubtitleFaults> faults);
+    /// Marks a part of the row's text; one at a time.
+    void ShowMatch(int row, const TextRange& range);
+    void ClearMatch();
     /// That row alone is selected, current and in view.
     void GoTo(int row);
 
@@ -36,12 +42,17 @@ protected:
     bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
     void DrawItem(Graphics* graphics, int line, int column) override;
     QString ToolTipAt(CPoint point, CRect& area) const override;
+    CString _GetItemDescription(int line) const override;
 
 private:
-    unsigned FaultsOf(int row) const;
+    SubtitleFaults FaultsOf(int row) const;
     QRect SignsRect(int row) const;
+    std::vector<KvReportMark> MarksOf(int row) const;
+    void DrawSigns(Graphics& graphics, int row) const;
 
-    std::unordered_map<std::uint64_t, unsigned> m_faults;
+    std::unordered_map<std::uint64_t, SubtitleFaults> m_faults;
+    std::uint64_t m_matchRow = 0; ///< its key; 0 for none
+    TextRange m_match{0, 0};
 };
 
 } // namespace titler

@@ -1,7 +1,6 @@
 #include "subtitles/SubtitlePanel.h"
 
 #include "edit/Document.h"
-#include "subtitles/SubtitleCheck.h"
 #include "subtitles/SubtitleFindBar.h"
 #include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitleText.h"
@@ -114,10 +113,7 @@ void SubtitlePanel::Connect()
         LengthenProject();
         OnRowsChanged();
     });
-    connect(m_list, &CKvReportListCtrl::SelectionEdited, this, [this] {
-        ShowCommands();
-        ShowFaults();
-    });
+    connect(m_list, &CKvReportListCtrl::SelectionEdited, this, &SubtitlePanel::OnSelectionChanged);
     connect(m_list, &CKvTextListBase::ContextMenuOpening, this, [this](QMenu* menu) { FillMenu(*menu); });
     connect(m_find, &SubtitleFindBar::Found, this, [this] {
         OnRowsChanged();
@@ -224,8 +220,16 @@ void SubtitlePanel::LengthenProject()
     emit Reported(LogType::Message, Text(kTextSubtitleLengthened, {TimeCode(duration, m_transport.Rate())}));
 }
 
+void SubtitlePanel::OnSelectionChanged()
+{
+    m_find->ForgetResult();
+    ShowCommands();
+    ShowFaults();
+}
+
 void SubtitlePanel::OnRowsChanged()
 {
+    m_find->ForgetResult();
     m_check.start();
     ShowCommands();
     ShowPlaying();
@@ -270,12 +274,13 @@ void SubtitlePanel::Check()
     std::vector<TimedText> rows;
     for (int row = 0; row < m_list->GetItemCount(); ++row) {
         const SubtitleTimes times = m_list->Times(row);
-        rows.push_back({FrameOf(times.in), FrameOf(times.out), CharactersOf(RowText(row))});
+        rows.push_back(
+            {FrameOf(times.in), FrameOf(times.out), CharactersOf(PlainSubtitle(RowText(row)).trimmed())});
     }
     m_faults = CheckSubtitles(rows, FrameRateOf(m_rate).PerSecond());
-    std::unordered_map<std::uint64_t, unsigned> signs;
+    std::unordered_map<std::uint64_t, SubtitleFaults> signs;
     for (std::size_t row = 0; row < m_faults.size(); ++row)
-        if (m_faults[row] != 0)
+        if (m_faults[row].kinds != 0)
             signs.emplace(m_list->GetRowKey(static_cast<int>(row)), m_faults[row]);
     m_list->SetFaults(std::move(signs));
     ShowFaults();
@@ -283,15 +288,16 @@ void SubtitlePanel::Check()
 
 void SubtitlePanel::ShowFaults()
 {
-    const auto faulty = std::count_if(m_faults.begin(), m_faults.end(), [](unsigned f) { return f != 0; });
+    const auto faulty = std::count_if(m_faults.begin(), m_faults.end(),
+                                      [](const SubtitleFaults& faults) { return faults.kinds != 0; });
     const QString counted =
         Text(kTextSubtitleSummary, {QString::number(m_list->GetItemCount()), QString::number(faulty)});
     const bool isOwnRate = m_rate != m_document.Current().video.frameRate;
     m_summary->setText(isOwnRate ? Text(kTextSubtitleSummaryRate, {counted, RateText(FrameRateOf(m_rate))})
                                  : counted);
     const auto row = static_cast<std::size_t>(std::max(Current(), 0));
-    const unsigned faults = Current() >= 0 && row < m_faults.size() ? m_faults[row] : 0;
-    m_faultText->setText(FaultTexts(faults).join(u' '));
+    const bool isKnown = Current() >= 0 && row < m_faults.size();
+    m_faultText->setText(isKnown ? FaultTexts(m_faults[row]).join(u' ') : QString());
     m_faultText->setToolTip(m_faultText->text());
 }
 

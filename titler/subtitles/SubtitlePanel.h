@@ -3,6 +3,7 @@
 
 #include "KvVideoFormat.h"
 #include "log/LogPanel.h"
+#include "subtitles/SubtitleCheck.h"
 #include "subtitles/SubtitleSource.h"
 #include "subtitles/SubtitleStyle.h"
 
@@ -107,6 +108,7 @@ private:
     void Edit(const QString& step, const std::function<void()>& change);
 
     void OnRowsChanged();
+    void OnSelectionChanged();
     void OnProjectChanged();
     void ShowCommands();
     void FillMenu(QMenu& menu);
@@ -135,8 +137,8 @@ private:
     QString m_file;
     SubtitleSource m_source;
     EKvFrameRate m_rate;
-    bool m_isOpened = false;        ///< another project is, of which nothing was told yet
-    std::vector<unsigned> m_faults; ///< by row, as `SubtitleFault`
+    bool m_isOpened = false;              ///< another project is, of which nothing was told yet
+    std::vector<SubtitleFaults> m_faults; ///< by row
     QTimer m_check;
 };
 

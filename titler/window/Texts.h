@@ -209,6 +209,11 @@ enum TextId : UINT
     kTextSubtitleStepsGo = 22066,
     kTextSubtitleBeyond = 22067,
     kTextBecomesUtf8 = 22068,
+    kTextSubtitleReplace = 22069, ///< a tip's number is its command's plus 1
+    kTextFindPlace = 22071,
+    kTextPatternWrong = 22072,
+    kTextPatternEnds = 22073,
+    kTextSubtitleEmpty = 22074,
     kTextSubtitleUseRate = 21562,
     kTextSubtitleSummaryRate = 21564,
     kTextSubtitleRateUsed = 21565,
