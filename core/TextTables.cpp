@@ -21,6 +21,12 @@ Overlay& CurrentOverlay()
     return overlay;
 }
 
+std::map<std::uint32_t, std::wstring>& AddedStrings()
+{
+    static std::map<std::uint32_t, std::wstring> strings;
+    return strings;
+}
+
 std::span<const TextEntry> BuiltInTexts(TextKind kind)
 {
     switch (kind) {
@@ -106,12 +112,22 @@ Overlay ReadOverlay(const ProfileDocument& document)
 
 } // namespace
 
+void AddText(std::uint32_t number, std::wstring_view text)
+{
+    AddedStrings()[number] = text;
+}
+
 std::wstring LoadText(TextKind kind, std::uint32_t group, std::uint32_t number)
 {
     const Overlay& overlay = CurrentOverlay();
     const auto found = overlay.find(TextKey(kind, group, number));
     if (found != overlay.end())
         return found->second;
+    if (kind == TextKind::String) {
+        const auto added = AddedStrings().find(number);
+        if (added != AddedStrings().end())
+            return added->second;
+    }
 
     const std::span<const TextEntry> texts = BuiltInTexts(kind);
     const auto entry = std::lower_bound(texts.begin(), texts.end(), std::pair(group, number),

@@ -16,7 +16,10 @@ enum class TextKind
     Tip
 };
 
-/// A text of the overlay, else the built-in one, else empty.
+/// Adds a text to the string table, or replaces the one with that number.
+void AddText(std::uint32_t number, std::wstring_view text);
+
+/// A text of the overlay, else one that was added, else the built-in one, else empty.
 /// @param group the menu's or dialog's number; 0 for strings and tips.
 std::wstring LoadText(TextKind kind, std::uint32_t group, std::uint32_t number);
 

@@ -7,6 +7,7 @@
 
 #include <QPixmap>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -33,6 +34,13 @@ private:
     std::shared_ptr<const Data> m_data;
 };
 
+/// A text of a host's own string table.
+struct KvStringEntry
+{
+    UINT number;
+    const wchar_t* text;
+};
+
 /// Makes a menu at each opening.
 using KvMenuFactory = std::function<std::unique_ptr<QMenu>()>;
 
@@ -52,6 +60,12 @@ public:
     static std::wstring LoadDialogText(UINT dialog, UINT item);
     /// The text of a menu item; empty when there is none.
     static std::wstring LoadMenuText(UINT menu, UINT command);
+
+    /// Adds a host's own texts to the string table, so that `LoadStringW` finds them and a string file can
+    /// translate them. The texts are copied. A number that exists is replaced; 50000 and above is never the
+    /// library's.
+    /// @return 1; 0, with nothing added, when `entries` or one of its texts is null.
+    static int AddStrings(const KvStringEntry* entries, std::size_t count);
 
     /// Overlays a skin folder over the built-in skin: `skin.ini` (section "Colors", lines `key = R,G,B,A` in
     /// decimal) and pictures by name, `.svg` before `.png`. Null or empty removes the overlay. Lines that

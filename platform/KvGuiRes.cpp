@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -206,6 +207,15 @@ KvSkinImage KvGuiRes::LoadImageW(const wchar_t* name)
 std::wstring KvGuiRes::LoadStringW(UINT number)
 {
     return kv::LoadText(number);
+}
+
+int KvGuiRes::AddStrings(const KvStringEntry* entries, std::size_t count)
+{
+    if (!entries || std::any_of(entries, entries + count, [](const auto& entry) { return !entry.text; }))
+        return 0;
+    for (std::size_t i = 0; i < count; ++i)
+        kv::AddText(entries[i].number, entries[i].text);
+    return 1;
 }
 
 std::wstring KvGuiRes::LoadTip(UINT number)

@@ -116,4 +116,18 @@ TEST_F(Skin, ChangeReachesLiveWindowsThatMayDeleteOneAnother)
     delete survivor;
 }
 
+TEST_F(Skin, AHostAddsItsOwnTextsAndAStringFileTranslatesThem)
+{
+    const KvStringEntry own[] = {{60000, L"Lower third"}, {60001, L"Crawl"}};
+    const KvStringEntry torn[] = {{60002, L"Roll"}, {60003, nullptr}};
+    EXPECT_EQ(KvGuiRes::AddStrings(own, 2), 1);
+    EXPECT_EQ(KvGuiRes::AddStrings(torn, 2), 0);
+    EXPECT_EQ(KvGuiRes::AddStrings(nullptr, 1), 0);
+    EXPECT_EQ(KvGuiRes::LoadStringW(60002), L"") << "nothing of a torn table";
+    Write("texts.ini", "[Strings]\n60001 = Laufband\n");
+    EXPECT_EQ(KvGuiRes::SetStringFile(Path("texts.ini").c_str()), 1);
+    EXPECT_EQ(KvGuiRes::LoadStringW(60000), L"Lower third");
+    EXPECT_EQ(KvGuiRes::LoadStringW(60001), L"Laufband");
+}
+
 } // namespace

@@ -12,7 +12,7 @@ namespace {
 
 std::wstring NameOf(Workspace workspace)
 {
-    return KvGuiRes::LoadStringW(TraitsOf(workspace).textId);
+    return WideText(TraitsOf(workspace).textId);
 }
 
 } // namespace
@@ -64,7 +64,7 @@ ApplicationBar::~ApplicationBar()
 void ApplicationBar::AddApplication(Application application, const wchar_t* pictures, UINT nameId,
                                     const WorkspaceTools& tools)
 {
-    BeginAddTitleBar(pictures, KvGuiRes::LoadStringW(nameId).c_str(), nullptr, application, &m_menu);
+    BeginAddTitleBar(pictures, WideText(nameId).c_str(), nullptr, application, &m_menu);
     for (const Workspace workspace : kWorkspaces) {
         if (!Has(application, workspace))
             continue;
@@ -72,7 +72,7 @@ void ApplicationBar::AddApplication(Application application, const wchar_t* pict
         AddRibbonItem(NameOf(workspace).c_str(), strip, strip, 0);
     }
     EndAddTitleBar();
-    SetSysTitle(application, KvGuiRes::LoadStringW(kTextCaptionProduct).c_str());
+    SetSysTitle(application, WideText(kTextCaptionProduct).c_str());
 }
 
 bool ApplicationBar::Has(Application application, Workspace workspace)

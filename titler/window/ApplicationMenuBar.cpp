@@ -46,13 +46,12 @@ ApplicationMenuBar::ApplicationMenuBar(QWidget& frame, Commands& commands, const
 {
     commands.GiveShortcutsAway();
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
-    BeginAddMenuBar(L"titler_icon", KvGuiRes::LoadStringW(kTextTitler).c_str(), kTitler, m_items.get(),
-                    &m_menu);
+    BeginAddMenuBar(L"titler_icon", WideText(kTextTitler).c_str(), kTitler, m_items.get(), &m_menu);
     auto* strips = new Tools(*this, tools);
     m_tools = strips;
     AddMenuBarToolWnd(strips, strips);
     EndAddMenuBar();
-    SetSysTitle(kTitler, KvGuiRes::LoadStringW(kTextCaptionProduct).c_str());
+    SetSysTitle(kTitler, WideText(kTextCaptionProduct).c_str());
     ActiveMenuBar(kTitler);
     m_tools->resize(m_tools->width(), height() - m_tools->y());
     ShowAppMenuBtn(0); // it has no menu of its own

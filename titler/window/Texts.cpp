@@ -1,12 +1,21 @@
 #include "window/Texts.h"
 
-#include "KvGuiRes.h"
+#include "window/TextTable.h"
 
 namespace titler {
 
+std::wstring WideText(UINT id)
+{
+    static const int added = [] {
+        const std::span<const KvStringEntry> own = OwnTexts();
+        return KvGuiRes::AddStrings(own.data(), own.size());
+    }();
+    return added ? KvGuiRes::LoadStringW(id) : std::wstring();
+}
+
 QString Text(UINT id)
 {
-    return QString::fromStdWString(KvGuiRes::LoadStringW(id));
+    return QString::fromStdWString(WideText(id));
 }
 
 QString Text(UINT id, std::initializer_list<QString> values)

@@ -1,5 +1,5 @@
-// The texts that the user sees, by their numbers in the library's string table, so that a string file can
-// replace every one of them.
+// The texts that the user sees, by their numbers; they stand in TextTable.cpp and join the library's string
+// table, so that a string file can replace every one of them.
 #pragma once
 
 #include "KvTypes.h"
@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <initializer_list>
+#include <string>
 
 namespace titler {
 
@@ -453,6 +454,8 @@ enum TextId : UINT
 
 /// The text with that number.
 QString Text(UINT id);
+/// The same for what takes wide texts.
+std::wstring WideText(UINT id);
 /// The text with "%1", "%2" … replaced by `values`; a value is never read as a pattern itself.
 QString Text(UINT id, std::initializer_list<QString> values);
 
