@@ -7,6 +7,7 @@
 #include "subtitles/SubtitlePanel.h"
 #include "window/CommandLine.h"
 #include "window/MainWindow.h"
+#include "window/Settings.h"
 #include "window/Skin.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeView>
 
@@ -49,7 +51,7 @@ bool SaveTitler(const Pictures& pictures)
     QTimer::singleShot(kLongestWait, &wait, &QEventLoop::quit);
     window.Media().OpenFolder(QStringLiteral(TITLER_SAMPLES "/media"));
     wait.exec();
-    window.Project().SelectStop(2);
+    window.Project().Select(window.Project().Selection().WithStop(2));
     window.Time().Seek(kTitlerFrame);
     auto& list = *window.findChild<QTreeView*>(QStringLiteral("media"));
     list.expand(list.model()->index(0, 0));
@@ -131,6 +133,8 @@ bool SaveGradients(const Pictures& pictures)
 int RenderAtOneScale(const QString& folder, const QString& scale)
 {
     const Pictures pictures(QDir(folder).absolutePath(), scale);
+    const QTemporaryDir swatches; // whatever the user has
+    KeepSwatches(swatches.path());
     QCursor::setPos(0, 0); // over no button of a window that stands in the corner
     return SaveTitler(pictures) && SaveGradients(pictures) && SaveColours(pictures) && SaveCurves(pictures) &&
                    SaveCaptions(pictures) && SaveAppLog(pictures) && SaveLists(pictures) &&

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QPixmap>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <cstdio>
@@ -111,6 +112,8 @@ int TakeScreenshot(const Options& options)
         Fail(kFailed, QString::fromStdWString(text)); // nobody is there to close a box
         return IDOK;
     });
+    const QTemporaryDir swatches; // the user's own stay out of it
+    KeepSwatches(swatches.path());
     MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs);
     ProjectError error;
     if (!options.project.isEmpty() && !window.Project().Open(options.project, error))
@@ -139,7 +142,9 @@ int RunWindow(const Options& options)
 {
     Settings settings(options.settings.isEmpty() ? Settings::DefaultFile() : options.settings);
     QString fault = settings.Load();
-    MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs);
+    if (const QString unkept = KeepSwatches(settings.Folder()); fault.isEmpty())
+        fault = unkept;
+    MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs, settings.hsb);
     window.resize(options.windowSize);
     window.Remember(settings);
     const QString rules = options.rules.isEmpty() ? NamingRules::DefaultFile() : options.rules;

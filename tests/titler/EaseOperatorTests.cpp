@@ -170,7 +170,7 @@ TEST_F(Operator, RefusesWhatItCannotStore)
 TEST_F(Operator, CancelRestoresExactly)
 {
     const Project before = document.Current();
-    document.SelectStop(2);
+    document.Select(document.Selection().WithStop(2));
     ease.BeginEdit(kTitle, L"opacity");
     SKvParamEaseData data = Read();
     data.kind = 4;
@@ -184,7 +184,7 @@ TEST_F(Operator, CancelRestoresExactly)
     EXPECT_FALSE(document.Current() == before); // live
     EXPECT_EQ(ease.CancelEdit(kTitle, L"opacity"), 1);
     EXPECT_TRUE(document.Current() == before);
-    EXPECT_EQ(document.SelectedStop(), 2);
+    EXPECT_EQ(document.Selection().Stop(), 2);
     EXPECT_EQ(NewSteps(), 0);
     EXPECT_EQ(ease.CancelEdit(kTitle, L"opacity"), 0);
 }

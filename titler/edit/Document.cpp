@@ -33,13 +33,13 @@ void Document::Start(Project project, const QString& file)
 {
     emit ProjectClosing();
     m_inRun = false;
-    m_now = {std::move(project), 0};
+    m_now = {std::move(project), {}};
     m_fileName = file;
     EndSession();
     m_steps.clear();
     emit ProjectOpened();
     emit ProjectChanged();
-    emit StopSelected();
+    emit SelectionChanged();
     emit FileChanged();
 }
 
@@ -71,15 +71,16 @@ QString Document::SaveAs(const QString& file)
 
 void Document::Edit(EditKind kind, const QString& name, const Change& change)
 {
-    Edit(kind, name, change, m_now.selectedStop);
+    Edit(kind, name, change, m_now.selection);
 }
 
-void Document::Edit(EditKind kind, const QString& name, const Change& change, int selectedStop)
+void Document::Edit(EditKind kind, const QString& name, const Change& change,
+                    const ColourSelection& selection)
 {
     EndRun();
     ProjectState before = m_now;
     change(m_now.project);
-    m_now.selectedStop = selectedStop;
+    m_now.selection = selection;
     Push(std::move(before), kind, name);
 }
 
@@ -101,14 +102,15 @@ int Document::BeginRun(const QString& name)
     return ++m_run;
 }
 
-void Document::UpdateRun(const Change& change, int selectedStop)
+void Document::UpdateRun(const Change& change, const ColourSelection& selection)
 {
     if (!m_inRun)
         return;
     change(m_now.project);
-    m_now.selectedStop = selectedStop;
+    const bool isOther = std::exchange(m_now.selection, selection) != selection;
     emit ProjectChanged();
-    emit StopSelected();
+    if (isOther)
+        emit SelectionChanged();
 }
 
 void Document::EndRun()
@@ -126,13 +128,14 @@ void Document::CancelRun()
         Restore(std::exchange(m_beforeRun, {}));
 }
 
-void Document::SelectStop(int index)
+void Document::Select(const ColourSelection& selection)
 {
-    if (m_now.selectedStop == index)
+    if (m_now.selection == selection)
         return;
-    m_now.selectedStop = index;
+    EndRun();
+    m_now.selection = selection;
     EndSession();
-    emit StopSelected();
+    emit SelectionChanged();
 }
 
 void Document::Undo()
@@ -149,11 +152,14 @@ void Document::Redo()
     m_steps.redo();
 }
 
+// What is selected stays where no colour changes, in an undo of the text for example.
 void Document::Restore(const ProjectState& state)
 {
-    m_now = state;
+    if (!HasSameColours(m_now.project, state.project))
+        m_now.selection = state.selection;
+    m_now.project = state.project;
     emit ProjectChanged();
-    emit StopSelected();
+    emit SelectionChanged();
 }
 
 } // namespace titler

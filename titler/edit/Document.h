@@ -18,7 +18,7 @@ public:
     Document();
 
     const Project& Current() const { return m_now.project; }
-    int SelectedStop() const { return m_now.selectedStop; }
+    const ColourSelection& Selection() const { return m_now.selection; }
     /// Empty for a project that was never saved.
     const QString& FileName() const { return m_fileName; }
     QUndoStack& Steps() { return m_steps; }
@@ -33,8 +33,8 @@ public:
     /// One step of undo: `change` edits a copy of the project. Nothing happens when it changes nothing.
     using Change = std::function<void(Project&)>;
     void Edit(EditKind kind, const QString& name, const Change& change);
-    /// The same, with another stop selected afterwards.
-    void Edit(EditKind kind, const QString& name, const Change& change, int selectedStop);
+    /// The same, with another colour selected afterwards.
+    void Edit(EditKind kind, const QString& name, const Change& change, const ColourSelection& selection);
     /// The next step starts anew instead of joining the last one.
     void EndSession() { ++m_session; }
 
@@ -42,8 +42,8 @@ public:
     /// A run that is open already goes on.
     /// @return the run's number, for `IsInRun`.
     int BeginRun(const QString& name);
-    void UpdateRun(const Change& change) { UpdateRun(change, SelectedStop()); }
-    void UpdateRun(const Change& change, int selectedStop);
+    void UpdateRun(const Change& change) { UpdateRun(change, Selection()); }
+    void UpdateRun(const Change& change, const ColourSelection& selection);
     void EndRun();
     /// Ends the run with the project as it was before it.
     void CancelRun();
@@ -52,8 +52,8 @@ public:
     /// False as soon as somebody else has ended that run.
     bool IsInRun(int run) const { return m_inRun && m_run == run; }
 
-    /// Selecting is no step of undo.
-    void SelectStop(int index);
+    /// Selecting is no step of undo. A run that is open ends: it was about what was selected before.
+    void Select(const ColourSelection& selection);
 
     void Undo();
     void Redo();
@@ -64,7 +64,7 @@ signals:
     /// Another project: a new or an opened one. Before `ProjectChanged`.
     void ProjectOpened();
     void ProjectChanged();
-    void StopSelected();
+    void SelectionChanged();
     /// A new, an opened or a saved project, or another modified state.
     void FileChanged();
 

@@ -1,7 +1,7 @@
 // The steps of undo and redo.
 #pragma once
 
-#include "project/Project.h"
+#include "edit/ColourSelection.h"
 
 #include <QUndoCommand>
 
@@ -15,10 +15,13 @@ enum class EditKind : int
 {
     Single = -1,
     Typing = 1,
-    StopColour,
     StopPosition,
     FontSize,
     GradientAngle,
+    OutlineWidth,
+    ShadowX,
+    ShadowY,
+    ShadowBlur,
     Duration,
     FirstProperty, ///< the others follow it, see `EditKindOf`
 };
@@ -29,11 +32,11 @@ inline EditKind EditKindOf(Property property)
     return static_cast<EditKind>(static_cast<int>(EditKind::FirstProperty) + static_cast<int>(property));
 }
 
-/// A project, and the stop that was selected then, so that undo shows what it changed.
+/// A project, and the colour that was selected then, so that undo shows what it changed.
 struct ProjectState
 {
     Project project;
-    int selectedStop = 0;
+    ColourSelection selection = {};
 };
 
 /// Changes the project from one state to another.

@@ -2,7 +2,6 @@
 
 #include "KvGradientCtrl.h"
 #include "edit/Document.h"
-#include "title/StopInspector.h"
 #include "window/Fields.h"
 #include "window/Texts.h"
 
@@ -38,32 +37,18 @@ bool Shows(CKvGradientCtrl& control, const GradientStops& stops)
            std::memcmp(keys, stops.data(), stops.size() * sizeof(SKvCGGradientKey)) == 0;
 }
 
-QDoubleSpinBox* NumberField(UINT nameId, double most, double step, UINT unitId)
-{
-    auto* field = new QDoubleSpinBox;
-    NameField(*field, nameId);
-    field->setRange(-most, most);
-    field->setDecimals(1);
-    field->setSingleStep(step);
-    field->setSuffix(Text(unitId));
-    field->setKeyboardTracking(false);
-    JoinProject(*field);
-    return field;
-}
-
 } // namespace
 
 GradientInspector::GradientInspector(Document& document)
     : m_document(document)
     , m_control(new CKvGradientCtrl)
-    , m_stop(new StopInspector)
-    , m_angle(NumberField(kTextAngle, 360, 15, kTextDegrees))
+    , m_position(new QDoubleSpinBox)
+    , m_angle(new QDoubleSpinBox)
 {
     BuildControl();
     BuildFields();
-    ConnectStop();
     connect(&document, &Document::ProjectChanged, this, &GradientInspector::ShowProject);
-    connect(&document, &Document::StopSelected, this, &GradientInspector::ShowProject);
+    connect(&document, &Document::SelectionChanged, this, &GradientInspector::ShowProject);
     ShowProject();
 }
 
@@ -81,43 +66,39 @@ void GradientInspector::BuildControl()
     // The control's messages come to its parent: what changed, and in which phase of a drag.
     m_messages = std::make_unique<KvMessageSink>(
         this, [this](UINT message, WPARAM, LPARAM lParam) { return OnMessage(message, lParam); });
-    // The typed signal tells the same; here it keeps the fields below the control up to date.
-    connect(m_control, &CKvGradientCtrl::GradientChanged, this, &GradientInspector::ShowSelectedStop);
+    // The typed signal tells the same; here it keeps the position up to date.
+    connect(m_control, &CKvGradientCtrl::GradientChanged, this, &GradientInspector::ShowPosition);
 }
 
 void GradientInspector::BuildFields()
 {
-    auto* direction = new QHBoxLayout;
-    direction->addWidget(RowLabel(kTextAngle, *m_angle));
-    direction->addWidget(m_angle, 1);
-    direction->addStretch(1);
+    PrepareNumber(*m_position, kTextPosition, 0, 100, kTextPercent);
+    m_position->setDecimals(2);
+    m_position->setObjectName(QStringLiteral("position"));
+    PrepareNumber(*m_angle, kTextAngle, -360, 360, kTextDegrees);
+    m_angle->setSingleStep(15);
+    m_angle->setObjectName(QStringLiteral("angle"));
+    connect(m_position, &QDoubleSpinBox::valueChanged, this,
+            [this](double percent) { MoveStop(percent / 100); });
     connect(m_angle, &QDoubleSpinBox::valueChanged, this, [this](double degrees) {
-        m_document.Edit(EditKind::GradientAngle, Text(kStepAngle),
-                        [&](Project& project) { project.title.fill.angle = degrees; });
+        const ColourTarget target = m_document.Selection().target;
+        m_document.Edit(EditKind::GradientAngle, Text(kStepAngle), [&](Project& project) {
+            if (Paint* paint = PaintOf(project, target))
+                paint->angle = degrees;
+        });
     });
 
+    auto* fields = new QHBoxLayout;
+    fields->addWidget(RowLabel(kTextPosition, *m_position));
+    fields->addWidget(m_position, 1);
+    fields->addSpacing(8);
+    fields->addWidget(FieldLabel(kTextAngle, *m_angle));
+    fields->addWidget(m_angle, 1);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(Heading(kTextGradient));
+    column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_control);
-    column->addWidget(m_stop);
-    column->addLayout(direction);
+    column->addLayout(fields);
     setFocusProxy(m_control);
-}
-
-void GradientInspector::ConnectStop()
-{
-    connect(m_stop, &StopInspector::ColourEdited, this, &GradientInspector::SetStopColour);
-    connect(m_stop, &StopInspector::ColourEditEnded, this, [this] { m_document.EndSession(); });
-    connect(m_stop, &StopInspector::PositionEdited, this, &GradientInspector::MoveStop);
-    connect(m_stop, &StopInspector::ColourDialogOpened, this,
-            [this] { m_document.BeginRun(Text(kStepColour)); });
-    connect(m_stop, &StopInspector::ColourTried, this, [this](DWORD colour) {
-        m_control->SetColor(colour);
-        m_document.UpdateRun([&](Project& project) { SetStops(project.title.fill, StopsOf(*m_control)); },
-                             m_control->GetSelectedKey());
-    });
-    connect(m_stop, &StopInspector::ColourDialogClosed, this,
-            [this](bool keep) { keep ? m_document.EndRun() : m_document.CancelRun(); });
 }
 
 std::optional<LRESULT> GradientInspector::OnMessage(UINT message, LPARAM lParam)
@@ -135,58 +116,73 @@ void GradientInspector::OnGradientNotify(const GradientNotifyRecord& record)
 {
     switch (record.hdr.idFrom) {
     case kKvGradientStopSelected:
-        m_document.SelectStop(m_control->GetSelectedKey());
+        m_document.Select(m_document.Selection().WithStop(m_control->GetSelectedKey()));
         break;
     case kKvGradientStopsEdited:
         if (record.phase == kKvPhaseBegin)
-            m_document.BeginRun(Text(kStepGradient));
+            m_run = m_document.BeginRun(Text(kStepGradient));
         if (record.phase == kKvPhaseEnd)
             m_document.EndRun();
         else
-            m_document.UpdateRun([&](Project& project) { SetStops(project.title.fill, StopsOf(*m_control)); },
-                                 m_control->GetSelectedKey());
+            TakeStops();
         break;
     default: // kKvGradientDataSet: we set the stops ourselves, in an undo for example
         break;
     }
 }
 
-void GradientInspector::ShowProject()
+void GradientInspector::TakeStops()
 {
-    const Paint& fill = m_document.Current().title.fill;
-    const QSignalBlocker angle(m_angle);
-    m_angle->setValue(fill.angle);
-    // In a run the control is ahead of us; to write its own stops back would end the drag.
-    if (!m_document.IsInRun()) {
-        if (!Shows(*m_control, fill.stops))
-            m_control->SetData(static_cast<int>(fill.stops.size()), fill.stops.data());
-        if (m_control->GetSelectedKey() != m_document.SelectedStop())
-            m_control->SetSelectedKey(m_document.SelectedStop());
-    }
-    ShowSelectedStop();
+    const ColourTarget target = m_document.Selection().target;
+    m_document.UpdateRun(
+        [&](Project& project) {
+            if (Paint* paint = PaintOf(project, target))
+                SetStops(*paint, StopsOf(*m_control));
+        },
+        m_document.Selection().WithStop(m_control->GetSelectedKey()));
 }
 
-void GradientInspector::ShowSelectedStop()
+const Paint* GradientInspector::Shown() const
+{
+    return PaintOf(m_document.Current(), m_document.Selection().target);
+}
+
+void GradientInspector::ShowProject()
+{
+    const Paint* const paint = Shown();
+    if (paint == nullptr)
+        return;
+    const QSignalBlocker angle(m_angle);
+    m_angle->setValue(paint->angle);
+    // In its own run the control is ahead of us; to write its stops back would end the drag.
+    if (!m_document.IsInRun(m_run)) {
+        if (!Shows(*m_control, paint->stops))
+            m_control->SetData(static_cast<int>(paint->stops.size()), paint->stops.data());
+        if (m_control->GetSelectedKey() != m_document.Selection().Stop())
+            m_control->SetSelectedKey(m_document.Selection().Stop());
+    }
+    ShowPosition();
+}
+
+void GradientInspector::ShowPosition()
 {
     int count = 0;
     SKvCGGradientKey* keys = nullptr;
     m_control->GetData(count, &keys);
     const int selected = m_control->GetSelectedKey();
-    if (selected >= 0 && selected < count)
-        m_stop->ShowStop(keys[selected], selected, count);
-    else
-        m_stop->ShowStop(std::nullopt, 0, count);
-}
-
-void GradientInspector::SetStopColour(DWORD colour)
-{
-    m_control->SetColor(colour);
-    m_document.Edit(EditKind::StopColour, Text(kStepColour),
-                    [&](Project& project) { SetStops(project.title.fill, StopsOf(*m_control)); });
+    const bool isStop = selected >= 0 && selected < count;
+    m_position->setEnabled(isStop);
+    if (!isStop)
+        return;
+    const QSignalBlocker blocker(m_position);
+    m_position->setValue(static_cast<double>(keys[selected].position) * 100);
+    m_position->setAccessibleDescription(
+        Text(kTextStopOfMany, {QString::number(selected + 1), QString::number(count)}));
 }
 
 void GradientInspector::MoveStop(double position)
 {
+    const ColourSelection selection = m_document.Selection();
     const int selected = m_control->GetSelectedKey();
     GradientStops stops = StopsOf(*m_control);
     if (selected < 0 || static_cast<std::size_t>(selected) >= stops.size())
@@ -200,7 +196,11 @@ void GradientInspector::MoveStop(double position)
     stops.insert(place, moved);
     m_document.Edit(
         EditKind::StopPosition, Text(kStepPosition),
-        [&](Project& project) { SetStops(project.title.fill, stops); }, index);
+        [&](Project& project) {
+            if (Paint* paint = PaintOf(project, selection.target))
+                SetStops(*paint, stops);
+        },
+        selection.WithStop(index));
 }
 
 } // namespace titler

@@ -1,4 +1,4 @@
-// The title's gradient: the gradient control, the selected stop and the direction.
+// The gradient of what is coloured: the gradient control, where the selected stop stands, and the direction.
 #pragma once
 
 #include "KvGradientCtrl.h"
@@ -14,8 +14,8 @@ class QDoubleSpinBox;
 namespace titler {
 
 class Document;
-class StopInspector;
 
+/// Shows the gradient of the selected target, and nothing new while that has none.
 class GradientInspector : public QWidget
 {
     Q_OBJECT
@@ -27,18 +27,19 @@ public:
 private:
     void BuildControl();
     void BuildFields();
-    void ConnectStop();
     std::optional<LRESULT> OnMessage(UINT message, LPARAM lParam);
     void OnGradientNotify(const GradientNotifyRecord& record);
+    void TakeStops();
     void ShowProject();
-    void ShowSelectedStop();
-    void SetStopColour(DWORD colour);
+    void ShowPosition();
     void MoveStop(double position);
+    const Paint* Shown() const;
 
     Document& m_document;
     CKvGradientCtrl* m_control; ///< a child, as is everything below
-    StopInspector* m_stop;
+    QDoubleSpinBox* m_position;
     QDoubleSpinBox* m_angle;
+    int m_run = 0; ///< of the control's own edits
     // Dies before the control, so that no message finds half an inspector.
     std::unique_ptr<KvMessageSink> m_messages;
 };

@@ -4,7 +4,7 @@
 #include "time/TransportBar.h"
 #include "title/AnimationInspector.h"
 #include "title/CanvasView.h"
-#include "title/GradientInspector.h"
+#include "title/ColourInspector.h"
 #include "title/TextInspector.h"
 #include "window/Texts.h"
 
@@ -38,11 +38,11 @@ QSplitter* Splitter(Qt::Orientation orientation, std::initializer_list<QWidget*>
 
 } // namespace
 
-TitleWorkspace::TitleWorkspace(Document& document, Transport& transport)
+TitleWorkspace::TitleWorkspace(Document& document, Transport& transport, bool hsb)
     : m_canvas(new CanvasView(document, transport))
     , m_playback(new TransportBar(document, transport))
 {
-    QScrollArea* inspector = BuildInspector(document, transport);
+    QScrollArea* inspector = BuildInspector(document, transport, hsb);
     QWidget* time = BuildTime(document, transport);
     QSplitter* stage = Splitter(Qt::Vertical, {m_canvas, time}, 0);
     stage->setSizes({8 * time->sizeHint().height(), time->sizeHint().height()});
@@ -54,13 +54,18 @@ TitleWorkspace::TitleWorkspace(Document& document, Transport& transport)
     Show(TitleTask::Design);
 }
 
+bool TitleWorkspace::IsHsb() const
+{
+    return m_colour->IsHsb();
+}
+
 void TitleWorkspace::Show(TitleTask task)
 {
     for (QWidget* widget : m_design)
         widget->setVisible(task == TitleTask::Design);
     for (QWidget* widget : m_animate)
         widget->setVisible(task == TitleTask::Animate);
-    setFocusProxy(task == TitleTask::Design ? m_design.first() : m_canvas);
+    setFocusProxy(task == TitleTask::Design ? static_cast<QWidget*>(m_colour) : m_canvas);
 }
 
 QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
@@ -77,22 +82,21 @@ QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
     return panel;
 }
 
-QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& transport)
+QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& transport, bool hsb)
 {
     auto* sections = new QWidget;
     sections->setProperty("role", "panel");
     auto* column = new QVBoxLayout(sections);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
-    auto* gradient = new GradientInspector(document);
     auto* text = new TextInspector(document);
+    m_colour = new ColourInspector(document, hsb);
     m_animation = new AnimationInspector(document, transport, *m_canvas);
-    setFocusProxy(gradient);
-    for (QWidget* section : std::initializer_list<QWidget*>{gradient, text, m_animation}) {
+    for (QWidget* section : std::initializer_list<QWidget*>{text, m_colour, m_animation}) {
         section->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
         column->addWidget(section);
     }
-    m_design = {gradient, text};
+    m_design = {text, m_colour};
     m_animate << m_animation;
     column->addStretch();
 

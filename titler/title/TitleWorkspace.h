@@ -10,6 +10,7 @@ namespace titler {
 
 class AnimationInspector;
 class CanvasView;
+class ColourInspector;
 class Document;
 class Transport;
 class TransportBar;
@@ -17,7 +18,7 @@ class TransportBar;
 /// What the workspace shows beside the canvas.
 enum class TitleTask
 {
-    Design,  ///< gradient and text
+    Design,  ///< text and colours
     Animate, ///< values with their keys, time and playback
 };
 
@@ -26,19 +27,23 @@ class TitleWorkspace : public QWidget
     Q_OBJECT
 
 public:
-    TitleWorkspace(Document& document, Transport& transport);
+    /// @param hsb the mode in which the colour panel begins.
+    TitleWorkspace(Document& document, Transport& transport, bool hsb);
 
     AnimationInspector& Animation() { return *m_animation; }
     CanvasView& Canvas() { return *m_canvas; }
     void Show(TitleTask task);
 
     TransportBar& Playback() { return *m_playback; }
+    /// The colour panel's mode.
+    bool IsHsb() const;
 
 private:
     QWidget* BuildTime(Document& document, Transport& transport);
-    QScrollArea* BuildInspector(Document& document, Transport& transport);
+    QScrollArea* BuildInspector(Document& document, Transport& transport, bool hsb);
 
     CanvasView* m_canvas;
+    ColourInspector* m_colour = nullptr;
     AnimationInspector* m_animation = nullptr;
     QList<QWidget*> m_design;  ///< only there while a title is designed
     QList<QWidget*> m_animate; ///< and while it is animated

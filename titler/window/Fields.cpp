@@ -1,5 +1,7 @@
 #include "window/Fields.h"
 
+#include "KvColorMapWnd.h"
+#include "KvParamEdit.h"
 #include "window/Texts.h"
 
 #include <QComboBox>
@@ -39,8 +41,7 @@ public:
         : QObject(&field)
         , m_field(field)
         , m_number(qobject_cast<QAbstractSpinBox*>(&field))
-        , m_hasWheel(m_number != nullptr || qobject_cast<QComboBox*>(&field) != nullptr ||
-                     qobject_cast<QAbstractSlider*>(&field) != nullptr)
+        , m_hasWheel(HasWheel(field))
     {
     }
 
@@ -63,6 +64,14 @@ protected:
     }
 
 private:
+    static bool HasWheel(const QWidget& field)
+    {
+        return qobject_cast<const QAbstractSpinBox*>(&field) != nullptr ||
+               qobject_cast<const QComboBox*>(&field) != nullptr ||
+               qobject_cast<const QAbstractSlider*>(&field) != nullptr ||
+               qobject_cast<const CKvParamEdit*>(&field) != nullptr ||
+               qobject_cast<const CKvColorMapWnd*>(&field) != nullptr;
+    }
     bool IsWindows(const QKeyEvent& key) const
     {
         return key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo) || IsBlank(key);
@@ -127,8 +136,20 @@ void JoinProject(QWidget& field)
         field.setFocusPolicy(Qt::StrongFocus);
 }
 
+void PrepareNumber(QDoubleSpinBox& field, UINT nameId, double least, double most, UINT unitId)
+{
+    NameField(field, nameId);
+    field.setRange(least, most);
+    field.setDecimals(1);
+    field.setSuffix(Text(unitId));
+    field.setKeyboardTracking(false);
+    JoinProject(field);
+}
+
 void CommitFields(QWidget& window)
 {
+    for (CKvParamEdit* number : window.findChildren<CKvParamEdit*>())
+        number->EndTyping();
     for (QAbstractSpinBox* number : window.findChildren<QAbstractSpinBox*>())
         number->interpretText();
     for (QLineEdit* edit : window.findChildren<QLineEdit*>())

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class QDoubleSpinBox;
 class QLabel;
 
 namespace titler {
@@ -23,8 +24,12 @@ QLabel* Heading(UINT textId);
 
 /// For a field that edits the project. Ctrl+Z and Ctrl+Y undo the project, not the field's own text; where
 /// something is typed that the project does not have yet, Ctrl+Z drops that alone. In a number Space is
-/// the window's. The wheel changes a value only where the focus is, and scrolls elsewhere.
+/// the window's. The wheel changes a value, or a colour in a map, only where the focus
+/// is, and scrolls elsewhere.
 void JoinProject(QWidget& field);
+
+/// A number of the project: name and tip, range, unit, and all of `JoinProject`.
+void PrepareNumber(QDoubleSpinBox& field, UINT nameId, double least, double most, UINT unitId);
 
 /// Takes what is typed in the fields of a window and not confirmed yet.
 void CommitFields(QWidget& window);

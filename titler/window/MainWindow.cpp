@@ -51,8 +51,8 @@ QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString
 
 } // namespace
 
-MainWindow::MainWindow(Caption caption)
-    : m_workspace(new TitleWorkspace(m_document, m_transport))
+MainWindow::MainWindow(Caption caption, bool hsb)
+    : m_workspace(new TitleWorkspace(m_document, m_transport, hsb))
     , m_media(new MediaPanel(m_rules))
     , m_rulesPanel(new RulesPanel(m_rules))
     , m_subtitles(new SubtitlePanel(m_document, m_transport))
@@ -308,6 +308,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     m_settings->geometry = saveGeometry();
     m_settings->workspace = QLatin1String(TraitsOf(m_current).name);
+    m_settings->hsb = m_workspace->IsHsb();
     if (const QString fault = m_settings->Save(); !fault.isEmpty())
         ShowError(fault);
 }

@@ -38,7 +38,8 @@ public:
         Tabs,  ///< a ribbon title bar
         Menus, ///< a ribbon menu bar
     };
-    explicit MainWindow(Caption caption = Caption::Tabs);
+    /// @param hsb the mode in which the colour panel begins.
+    explicit MainWindow(Caption caption = Caption::Tabs, bool hsb = false);
     ~MainWindow() override;
 
     Document& Project() { return m_document; }

@@ -1,5 +1,6 @@
 #include "window/Settings.h"
 
+#include "KvSolidColorTemplate.h"
 #include "project/WholeFile.h"
 #include "window/Texts.h"
 
@@ -15,6 +16,9 @@ namespace {
 
 constexpr qint64 kLargestFile = 1 << 20; // bytes; ours has a few hundred
 
+constexpr const char* kRgb = "rgb";
+constexpr const char* kHsb = "hsb";
+
 QJsonDocument Parse(QFile& file)
 {
     return QJsonDocument::fromJson(file.isOpen() ? file.read(kLargestFile) : QByteArray());
@@ -26,6 +30,11 @@ QString Settings::DefaultFile()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
     return folder.isEmpty() ? QString() : QDir(folder).filePath(QStringLiteral("settings.json"));
+}
+
+QString Settings::Folder() const
+{
+    return m_file.isEmpty() ? QString() : QFileInfo(m_file).absolutePath();
 }
 
 QString Settings::Load()
@@ -47,6 +56,7 @@ QString Settings::Load()
     m_source = document.object();
     geometry = QByteArray::fromBase64(m_source.value(QLatin1String("geometry")).toString().toLatin1());
     workspace = m_source.value(QLatin1String("workspace")).toString();
+    hsb = m_source.value(QLatin1String("colours")).toString() == QLatin1String(kHsb);
     AddTheirs(m_source);
     return {};
 }
@@ -74,6 +84,7 @@ QString Settings::Save()
     file.close();
     m_source.insert(QLatin1String("geometry"), QString::fromLatin1(geometry.toBase64()));
     m_source.insert(QLatin1String("workspace"), workspace);
+    m_source.insert(QLatin1String("colours"), QLatin1String(hsb ? kHsb : kRgb));
     m_source.insert(QLatin1String("projects"), QJsonArray::fromStringList(projects));
     QDir().mkpath(QFileInfo(m_file).path());
     const QString fault = WriteWhole(m_file, QJsonDocument(m_source).toJson());
@@ -94,6 +105,14 @@ void Settings::DropProject(const QString& name)
     projects.removeAll(name);
     if (!m_dropped.contains(name))
         m_dropped << name;
+}
+
+QString KeepSwatches(const QString& folder)
+{
+    CKvSolidColorTemplate::SetSystemFolder(folder.toStdWString());
+    return CKvSolidColorTemplate::InstallFactoryTemplate() != 0
+               ? QString()
+               : Text(kTextCannotKeepSwatches, {QDir::toNativeSeparators(folder)});
 }
 
 } // namespace titler

@@ -19,6 +19,8 @@ public:
 
     /// The user's own file.
     static QString DefaultFile();
+    /// Where the settings stand, and the user's swatches beside them; empty for settings without a file.
+    QString Folder() const;
 
     /// A missing file is no fault. A broken one is copied beside itself, with ".bak" behind its name;
     /// where even that fails nothing is written any more.
@@ -34,6 +36,7 @@ public:
 
     QByteArray geometry;  ///< the window's, with its state, as QWidget gives it; may be empty
     QString workspace;    ///< its name on the command line; may be empty
+    bool hsb = false;     ///< the colour panel edits hue, saturation and brightness
     QStringList projects; ///< absolute paths, the latest first
 
 private:
@@ -43,5 +46,9 @@ private:
     QJsonObject m_source;
     QStringList m_dropped; ///< they do not come back from the file
 };
+
+/// Keeps the colour panel's swatches in that folder, from the factory's where there are none. Before the
+/// first panel. @return an empty text, or a sentence for the user.
+QString KeepSwatches(const QString& folder);
 
 } // namespace titler

@@ -80,6 +80,8 @@ QPushButton:focus, QToolButton:focus { border-color: @accent; }
 QToolButton[role="tool"] { background: transparent; border-color: transparent; padding: 3px; }
 QToolButton[role="tool"]:hover, QToolButton[role="tool"]:checked { background: @selection; }
 QToolButton[role="tool"]:focus { border-color: @accent; }
+QToolButton[role="switch"] { padding: 4px 2px; }
+QToolButton[role="switch"]:checked { color: @accent; border-color: @accent; }
 QToolButton[role="small"] { padding: 2px 4px; }
 QToolButton[role="deck"] { padding: 3px 5px; }
 )";
