@@ -365,6 +365,24 @@ TEST(ColourWindow, KeepsThePanelsMode)
     }
 }
 
+TEST(ColourWindow, SpacePlaysFromAMapAndFromANumber)
+{
+    MainWindow window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    auto& panel = *window.findChild<CKvColorPanel*>();
+    const auto plays = [&](QWidget& focus) {
+        window.Time().Pause();
+        focus.setFocus();
+        QTest::keyClick(&focus, Qt::Key_Space);
+        return window.Time().IsPlaying();
+    };
+    EXPECT_TRUE(plays(*panel.GetDlgItem(kMap)));
+    EXPECT_TRUE(plays(*panel.GetDlgItem(kGreen)->findChild<QLineEdit*>()));
+    EXPECT_FALSE(plays(*panel.GetDlgItem(kSwatches))) << "it picks a swatch";
+}
+
 TEST(ColourWindow, UndoesTheProjectWhileANumberIsTyped)
 {
     MainWindow window;

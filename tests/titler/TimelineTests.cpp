@@ -11,6 +11,7 @@
 #include "window/DialogPlace.h"
 #include "window/MainWindow.h"
 #include "window/Skin.h"
+#include "window/Switch.h"
 #include "window/Texts.h"
 
 #include <QAccessible>
@@ -574,7 +575,7 @@ TEST_F(Timeline, SpacePlaysUnlessSomebodyWantsIt)
     Field(Property::X).selectAll();
     EXPECT_TRUE(space(Field(Property::X))) << "a number has no use for it";
     EXPECT_EQ(Field(Property::X).value(), 0);
-    EXPECT_FALSE(space(*window.findChild<QToolButton*>("swatch")));
+    EXPECT_FALSE(space(window.findChild<Switch*>()->Button(1)));
     EXPECT_FALSE(space(*Strip(Property::X).findChild<QAbstractButton*>()));
     EXPECT_TRUE(Value(Property::X).IsAnimated()) << "and the button was pressed";
 }

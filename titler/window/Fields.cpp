@@ -41,6 +41,7 @@ public:
         : QObject(&field)
         , m_field(field)
         , m_number(qobject_cast<QAbstractSpinBox*>(&field))
+        , m_colourNumber(qobject_cast<CKvParamEdit*>(&field))
         , m_hasWheel(HasWheel(field))
     {
     }
@@ -78,21 +79,25 @@ private:
     }
     bool IsBlank(const QKeyEvent& key) const
     {
-        return m_number != nullptr && key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier;
+        const bool isNumber = m_number != nullptr || m_colourNumber != nullptr;
+        return isNumber && key.key() == Qt::Key_Space && key.modifiers() == Qt::NoModifier;
     }
     // Swallowed and not accepted, a key goes on to the window's actions.
     bool OnShortcut(QKeyEvent& key)
     {
         key.ignore();
-        if (IsBlank(key))
+        if (IsBlank(key) && m_number != nullptr)
             m_number->interpretText(); // before playback moves the time
+        if (IsBlank(key) && m_colourNumber != nullptr)
+            m_colourNumber->EndTyping();
         if (key.matches(QKeySequence::Undo) && DropTyped(m_field))
             key.accept();
         return IsWindows(key);
     }
 
     QWidget& m_field;
-    QAbstractSpinBox* m_number;
+    QAbstractSpinBox* m_number;   ///< or null, as the next one
+    CKvParamEdit* m_colourNumber; ///< of the colour panel
     bool m_hasWheel;
 };
 
