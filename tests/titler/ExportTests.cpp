@@ -82,6 +82,20 @@ TEST(SavePng, KeepsEveryPixel)
     EXPECT_NE(SavePng(drawn, folder.filePath("missing/p.png")), "");
 }
 
+// Over an opaque background the file needs no alpha.
+TEST(ExportFrame, HoldsTheBackground)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("p.png");
+    Project project = NewProject();
+    project.title.text = "Title";
+    project.background.kind = PaintKind::FourCorner;
+    ASSERT_EQ(ExportFrame(project, file, 0), "");
+    const QImage drawn = TitleRenderer().RenderFrame(project, 0, {1920, 1080});
+    EXPECT_FALSE(QImage(file).hasAlphaChannel());
+    EXPECT_EQ(PixelsOf(file).convertToFormat(drawn.format()), drawn);
+}
+
 struct NameCase
 {
     QString projectFile;

@@ -1,3 +1,6 @@
+#include "edit/Document.h"
+#include "time/Transport.h"
+#include "title/CanvasView.h"
 #include "title/GradientTable.h"
 #include "title/TitleRenderer.h"
 
@@ -84,6 +87,24 @@ TEST(TitleRenderer, IsTheSameForEveryOrderOfCalls)
     for (const double frame : {5.0, 5.0, 3.0, 12.5, 20.0, 0.0})
         EXPECT_EQ(kept.Render(project, frame, {320, 180}),
                   TitleRenderer().Render(project, frame, {320, 180}));
+    for (const auto change :
+         {+[](Project& p) {
+              p.title.outline = {true, kRed, 2};
+          },
+          +[](Project& p) { p.title.shadow.on = true; }, +[](Project& p) { p.title.outline.width = 3; },
+          +[](Project& p) { p.title.shadow.blur = 9; },
+          +[](Project& p) { p.title.fill.kind = PaintKind::FourCorner; },
+          +[](Project& p) { p.title.fill.corners[2] = kBlue; },
+          +[](Project& p) { p.background.kind = PaintKind::Solid; },
+          +[](Project& p) { p.background.colour = kBlue; },
+          +[](Project& p) { p.title.outline.on = false; }}) {
+        change(project);
+        EXPECT_EQ(kept.RenderFrame(project, 20, {320, 180}),
+                  TitleRenderer().RenderFrame(project, 20, {320, 180}));
+    }
+    project.title.shadow.on = false;
+    const QRect part(100, 50, 90, 70);
+    EXPECT_EQ(kept.Render(project, 20, {320, 180}, part), kept.Render(project, 20, {320, 180}).copy(part));
     project.title[Property::Opacity].keys.clear();
     project.title.text.clear();
     EXPECT_EQ(kept.Render(project, 0, {320, 180}).pixel(160, 90), 0u);
@@ -152,10 +173,220 @@ INSTANTIATE_TEST_SUITE_P(
                     Motion{"Faint", 0, 0, 100, -15, 3, 0}),
     [](const auto& row) { return std::string(row.param.name); });
 
+// Where a point of the block stands, from 0 to 1 across and down.
+QPoint PixelOf(const Project& project, double across, double down)
+{
+    const QRectF box = TitlePath(project.title, {640, 360}).boundingRect();
+    const QTransform motion = TitleMotion(ValuesAt(project.title.properties, 0), box, {640, 360});
+    const QPointF at =
+        motion.map(QPointF(box.left() + box.width() * across, box.top() + box.height() * down));
+    return {int(std::floor(at.x())), int(std::floor(at.y()))};
+}
+
+QRgb PixelAt(const QImage& image, QPoint at)
+{
+    return reinterpret_cast<const QRgb*>(image.constScanLine(at.y()))[at.x()];
+}
+
+TEST(TitleRenderer, FillsWithOneOrFourColoursThatMoveWithTheText)
+{
+    Project project = BlockProject();
+    Paint& fill = project.title.fill;
+    fill.colour = 0x80FF8000;
+    fill.corners = {kRed, kBlue, 0xFF00FF00, 0xFFFFFFFF};
+    project.title[Property::Rotation].value = 90;
+    project.title[Property::Scale].value = 70;
+    fill.kind = PaintKind::Solid;
+    ExpectNear(PixelAt(TitleRenderer().Render(project, 0, {640, 360}), PixelOf(project, 0.2, 0.7)),
+               0x80804000, 1);
+    fill.kind = PaintKind::FourCorner;
+    QImage image = TitleRenderer().Render(project, 0, {640, 360});
+    ExpectNear(PixelAt(image, PixelOf(project, 0.5, 0.5)), 0xFF7F7F7F);
+    ExpectNear(PixelAt(image, PixelOf(project, 0.02, 0.02)), 0xFFFA0303, 4);
+    ExpectNear(PixelAt(image, PixelOf(project, 0.98, 0.02)), 0xFF0303FA, 4);
+    ExpectNear(PixelAt(image, PixelOf(project, 0.02, 0.98)), 0xFF03FA03, 4);
+    ExpectNear(PixelAt(image, PixelOf(project, 0.25, 0.5)),
+               0xFF7F7F40); // half way to the middle of the left side
+    project.title[Property::Opacity].value = 50;
+    image = TitleRenderer().Render(project, 0, {640, 360});
+    ExpectNear(PixelAt(image, PixelOf(project, 0.25, 0.5)), 0x80404020);
+}
+
+// An outline of 18 pixels around a block whose side at rest is straight.
+TEST(TitleRenderer, OutlinesTheOuterSideWithRoundJoins)
+{
+    Project project = BlockProject();
+    project.title.fontSize = 20;
+    project.title.fill.kind = PaintKind::Solid;
+    project.title.fill.colour = 0x00FFFFFF;
+    project.title.outline = {true, 0x80FF0000, 5};
+    const QRect box = TitlePath(project.title, {640, 360}).boundingRect().toRect();
+    const auto at = [&](QPoint corner, int right, int down) {
+        return PixelAt(TitleRenderer().Render(project, 0, {640, 360}), corner + QPoint(right, down));
+    };
+    const QPoint middle(box.left(), box.center().y());
+    EXPECT_EQ(at(middle, -21, 0), 0u);
+    EXPECT_EQ(at(middle, -16, 0), qRgba(0x80, 0, 0, 0x80));
+    EXPECT_EQ(at(middle, -2, 0), qRgba(0x80, 0, 0, 0x80));
+    EXPECT_EQ(at(middle, 2, 0), 0u) << "the letters are empty";
+    EXPECT_EQ(at(box.topLeft(), -11, -11), qRgba(0x80, 0, 0, 0x80));
+    EXPECT_EQ(at(box.topLeft(), -15, -15), 0u) << "a corner is round";
+    project.title[Property::Opacity].value = 50;
+    EXPECT_EQ(at(middle, -16, 0), qRgba(0x40, 0, 0, 0x40));
+    // Opaque, the two meet without a gap wherever the edge stands.
+    project.title.outline.colour = kRed;
+    project.title.fill.colour = kBlue;
+    project.title[Property::Opacity].value = 100;
+    project.title[Property::Rotation].value = 7;
+    const QImage image = TitleRenderer().Render(project, 0, {640, 360});
+    for (int x = PixelOf(project, 0, 0.5).x() - 14; x < PixelOf(project, 1, 0.5).x() + 14; ++x)
+        ASSERT_EQ(qAlpha(image.pixel(x, image.height() / 2)), 255) << x;
+}
+
+TEST(TitleRenderer, CastsTheShadowUnderTheLetters)
+{
+    Project project = BlockProject();
+    project.title.fontSize = 20;
+    project.title.fill.kind = PaintKind::Solid;
+    project.title.fill.colour = kBlue;
+    project.title.shadow = {true, 0x80000000, 10, 5, 0}; // 36 pixels to the right, 18 down
+    const QRect box = TitlePath(project.title, {640, 360}).boundingRect().toRect();
+    const auto at = [&](int x, int y) {
+        return PixelAt(TitleRenderer().Render(project, 0, {640, 360}), QPoint(x, y));
+    };
+    EXPECT_EQ(at(box.right() + 33, box.bottom() + 15), 0x80000000u);
+    EXPECT_EQ(at(box.right() + 40, box.center().y()), 0u);
+    EXPECT_EQ(at(box.left() + 2, box.bottom() + 5), 0u);
+    EXPECT_EQ(at(box.center().x(), box.center().y()), kBlue);
+    for (const double reach : {14.4, 36.0}) { // sharp, and reckoned at a fraction of the size
+        project.title.shadow.blur = reach / 3.6;
+        const int edge = box.left() + box.width() + 36;
+        const int y = box.center().y() + 18;
+        EXPECT_NEAR((qAlpha(at(edge - 1, y)) + qAlpha(at(edge, y))) / 2, 64, 8) << reach;
+        EXPECT_EQ(qAlpha(at(edge + int(reach) + 3, y)), 0) << reach;
+        EXPECT_GT(qAlpha(at(edge + int(reach) / 2, y)), 2) << reach;
+        EXPECT_LT(qAlpha(at(edge + int(reach) / 2, y)), 32) << reach;
+    }
+    project.title.shadow.blur = 0;
+    project.title[Property::Opacity].value = 50;
+    EXPECT_EQ(at(box.right() + 33, box.bottom() + 15), 0x40000000u);
+    project.title[Property::Rotation].value = 180;
+    EXPECT_EQ(at(box.left() - 33, box.top() - 15), 0x40000000u) << "turns with the text";
+    project.title[Property::Rotation].value = 0;
+    project.title[Property::X].value =
+        -100.0 * (box.right() + 10) / 640; // the text is outside, the shadow comes in
+    EXPECT_EQ(at(10, box.center().y() + 18), 0x40000000u);
+}
+
+TEST(Coverage, BlurSpreadsAsFarAsItSays)
+{
+    for (const QSize reach : {QSize(0, 0), QSize(1, 0), QSize(2, 5), QSize(16, 9)}) {
+        QImage image(61, 41, QImage::Format_Grayscale8);
+        image.fill(0);
+        for (int y = 18; y <= 22; ++y)
+            std::fill_n(image.scanLine(y) + 28, 5, uchar(255));
+        ASSERT_TRUE(Blur(image, reach));
+        const QRect within =
+            QRect(28, 18, 5, 5).adjusted(-reach.width(), -reach.height(), reach.width(), reach.height());
+        double sum = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const int covered = image.constScanLine(y)[x];
+                sum += covered;
+                ASSERT_TRUE(covered == 0 || within.contains(x, y)) << x << ", " << y;
+                ASSERT_EQ(covered, image.constScanLine(40 - y)[60 - x]) << "to both sides alike";
+            }
+        EXPECT_NEAR(sum, 25 * 255, 25 * 255 * 0.03 + 400) << reach.width();
+    }
+}
+
+// A wide blur is reckoned smaller; the shape shows no trace of that.
+TEST(Coverage, WideBlurIsAsThePlainOne)
+{
+    QPainterPath circle;
+    circle.addEllipse(QPointF(201.3, 148.7), 60, 60);
+    const QRect frame(0, 0, 400, 300);
+    const std::optional<Coverage> fast = BlurredCoverage({circle}, {}, frame, {80, 60});
+    ASSERT_TRUE(fast);
+    QImage plain = CoverageOf({circle}, {}, frame);
+    Blur(plain, {80, 60});
+    EXPECT_TRUE(frame.contains(fast->area));
+    for (int y = 0; y < fast->area.height(); ++y)
+        for (int x = 0; x < fast->area.width(); ++x)
+            ASSERT_NEAR(fast->alpha.constScanLine(y)[x],
+                        plain.constScanLine(fast->area.top() + y)[fast->area.left() + x], 4)
+                << x << ", " << y;
+}
+
+struct BackgroundCase
+{
+    const char* name;
+    Paint paint;
+    QPoint at; ///< of 640 × 360
+    QRgb colour;
+};
+
+void PrintTo(const BackgroundCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
+class Backgrounds : public testing::TestWithParam<BackgroundCase>
+{
+};
+
+TEST_P(Backgrounds, AreExportedAndOnTheCanvas)
+{
+    const BackgroundCase& c = GetParam();
+    Document document;
+    Transport transport(document);
+    CanvasView canvas(document, transport);
+    canvas.resize(688, 408); // the frame in its own size
+    canvas.ShowSafeAreas(false);
+    canvas.show();
+    const QPoint place = canvas.FrameRect().topLeft().toPoint() + c.at;
+    document.BeginRun("");
+    document.UpdateRun([&](Project& project) {
+        project = BlockProject();
+        project.title.text.clear();
+    });
+    const QColor check = canvas.viewport()->grab().toImage().pixelColor(place);
+    document.UpdateRun([&](Project& project) { project.background = c.paint; });
+    const QImage frame = TitleRenderer().RenderFrame(document.Current(), 0, {640, 360});
+    ExpectNear(PixelAt(frame, c.at), c.colour);
+    EXPECT_EQ(frame.hasAlphaChannel(), qAlpha(c.colour) < 255);
+    const int rest = 255 - qAlpha(c.colour);
+    const auto over = [&](int channel, int under) { return channel + under * rest / 255; };
+    ExpectNear(canvas.viewport()->grab().toImage().pixel(place),
+               qRgb(over(qRed(c.colour), check.red()), over(qGreen(c.colour), check.green()),
+                    over(qBlue(c.colour), check.blue())),
+               3);
+}
+
+Paint Background(PaintKind kind, double angle = 0)
+{
+    return {
+        kind, 0x80804020, {{kRed, 0, 0.5f}, {kBlue, 1, 0.5f}}, angle, {kRed, kBlue, 0xFF00FF00, 0xFFFFFFFF}};
+}
+
+// On the diagonal a gradient across the corner is as long as both sides' shares of its direction.
+INSTANTIATE_TEST_SUITE_P(
+    TitleRenderer, Backgrounds,
+    testing::Values(BackgroundCase{"None", {PaintKind::None}, {100, 100}, 0},
+                    BackgroundCase{"Translucent", Background(PaintKind::Solid), {77, 55}, 0x80402010},
+                    BackgroundCase{"Across", Background(PaintKind::Gradient), {160, 300}, 0xFFBF003F},
+                    BackgroundCase{"Down", Background(PaintKind::Gradient, 90), {600, 90}, 0xFFBF003F},
+                    BackgroundCase{"Diagonal", Background(PaintKind::Gradient, 45), {320, 80}, 0xFF990066},
+                    BackgroundCase{"CornersLeft", Background(PaintKind::FourCorner), {160, 180}, 0xFF7F7F40},
+                    BackgroundCase{"CornersTop", Background(PaintKind::FourCorner), {320, 0}, 0xFF7F007F}),
+    [](const auto& row) { return std::string(row.param.name); });
+
 TEST(TitleRenderer, StandsExtremes)
 {
     Project project = BlockProject();
     Title& title = project.title;
+    title.fill.kind = PaintKind::FourCorner;
+    title.shadow = {true, kRed, -20, 20, kWidestBlur};
     title.text = QStringLiteral("W").repeated(kLongestText);
     title.fontSize = kLargestFont;
     for (const double scale : {0.0, 1e-9, 0.01, 1000.0})
@@ -167,6 +398,8 @@ TEST(TitleRenderer, StandsExtremes)
             }
     title = BlockProject().title;
     title[Property::Scale].value = 1000;
+    title.outline = {true, kRed, kWidestOutline};
+    title.shadow = {true, kRed, 0, 0, kWidestBlur};
     EXPECT_EQ(qAlpha(TitleRenderer().Render(project, 0, {640, 360}).pixel(2, 357)), 255);
     EXPECT_TRUE(TitleRenderer().Render(project, 0, {600000000, 1}).isNull());
 }

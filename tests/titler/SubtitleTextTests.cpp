@@ -4,6 +4,8 @@
 #include "subtitles/SubtitlePicture.h"
 #include "subtitles/SubtitleText.h"
 
+#include <QPainter>
+
 #include <gtest/gtest.h>
 
 using namespace titler;
@@ -187,8 +189,9 @@ struct Covered
         const QImage picture = SubtitlePicture(NewProject(), subtitle, QSize(320, 180));
         for (int y = 0; y < picture.height(); ++y)
             for (int x = 0; x < picture.width(); ++x)
-                if (const QColor colour = picture.pixelColor(x, y); colour.alpha() > 16) {
-                    area |= colour.alpha() > 128 ? QRect(x, y, 1, 1) : QRect();
+                if (const QColor colour = picture.pixelColor(x, y);
+                    colour.value() > 64) { // not what is below
+                    area |= colour.value() > 128 ? QRect(x, y, 1, 1) : QRect();
                     ++pixels;
                     red += colour.red() > 128 && colour.green() < 64 ? 1 : 0;
                 }
@@ -214,6 +217,30 @@ TEST(SubtitlePicture, WrapsWithinTheSafeAreaWhereItsTextSays)
     EXPECT_LT(Covered({"{\\an2}short", "Top"}).area.top() - one.area.top(), 2)
         << "the text beats its template";
     EXPECT_EQ(Covered({"", {}}).pixels, 0);
+}
+
+TEST(SubtitlePicture, StandsApartFromABrightPicture)
+{
+    const QImage letters = SubtitlePicture(NewProject(), {"HH", {}}, QSize(640, 360));
+    QImage page(letters.size(), QImage::Format_RGB32);
+    page.fill(Qt::white);
+    QPainter(&page).drawImage(0, 0, letters);
+    // From the left: the page, its rim, and the white stem of a letter.
+    const int row = 332;
+    int x = 0;
+    const auto skip = [&](auto holds) {
+        while (x < page.width() && holds(qRed(page.pixel(x, row))))
+            ++x;
+        return x;
+    };
+    EXPECT_LT(skip([](int red) { return red == 255; }), 320);
+    const int dark = skip([](int red) { return red > 64; });
+    const int stem = skip([](int red) { return red <= 64; });
+    EXPECT_GE(stem - dark, 1);
+    EXPECT_LE(stem - dark, 4);
+    skip([](int red) { return red < 190; });
+    EXPECT_LE(x - stem, 3);
+    EXPECT_EQ(qAlpha(letters.pixel(320, 250)), 0) << "above";
 }
 
 TEST(SubtitlePicture, ShowsTags)

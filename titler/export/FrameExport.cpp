@@ -16,7 +16,8 @@ namespace {
 // writer tries every filter on every row and takes three times as long for pictures that are mostly empty.
 QByteArray Png(const QImage& picture, QString& fault)
 {
-    const QImage pixels = picture.convertToFormat(QImage::Format_RGBA8888);
+    const bool isOpaque = !picture.hasAlphaChannel();
+    const QImage pixels = picture.convertToFormat(isOpaque ? QImage::Format_RGB888 : QImage::Format_RGBA8888);
     if (pixels.isNull()) {
         fault = Text(kTextFrameTooLarge);
         return {};
@@ -25,7 +26,7 @@ QByteArray Png(const QImage& picture, QString& fault)
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(pixels.width());
     image.height = static_cast<png_uint_32>(pixels.height());
-    image.format = PNG_FORMAT_RGBA;
+    image.format = isOpaque ? PNG_FORMAT_RGB : PNG_FORMAT_RGBA;
     image.flags = PNG_IMAGE_FLAG_FAST;
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
@@ -53,7 +54,8 @@ QString ExportFrame(const Project& project, const QString& file, double frame)
 
 QString ExportFrame(TitleRenderer& renderer, const Project& project, const QString& file, double frame)
 try {
-    const QImage image = renderer.Render(project, frame, QSize(project.video.width, project.video.height));
+    const QImage image =
+        renderer.RenderFrame(project, frame, QSize(project.video.width, project.video.height));
     return image.isNull() ? Text(kTextFrameTooLarge) : SavePng(image, file);
 } catch (const std::bad_alloc&) {
     return Text(kTextFrameTooLarge);

@@ -41,6 +41,13 @@ Retiming RetimingOf(const Project& project, double factor)
 
 } // namespace
 
+bool LooksSame(const Title& a, const Title& b)
+{
+    return a.text == b.text && a.fontFamily == b.fontFamily && a.fontSize == b.fontSize && a.bold == b.bold &&
+           a.italic == b.italic && a.align == b.align && LooksSame(a.fill, b.fill) &&
+           a.outline == b.outline && a.shadow == b.shadow && a.properties == b.properties;
+}
+
 Project NewProject()
 {
     Project project;

@@ -63,6 +63,9 @@ struct Project
     QJsonObject source; ///< the file's content as it was loaded, for the fields that we do not know
 };
 
+/// True when both are drawn alike: the fields that we do not know do not count.
+bool LooksSame(const Title& a, const Title& b);
+
 /// A project with a first gradient and no text yet.
 Project NewProject();
 

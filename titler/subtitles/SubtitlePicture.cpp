@@ -1,6 +1,7 @@
 #include "subtitles/SubtitlePicture.h"
 
 #include "subtitles/SubtitleText.h"
+#include "title/Coverage.h"
 #include "title/TitleRenderer.h"
 
 #include <QPainter>
@@ -18,6 +19,12 @@ namespace {
 constexpr double kTextHeight = 5;   // percent of the frame's
 constexpr double kLineHeight = 1.2; // of the text's
 constexpr double kEdge = 0.05;      // of the frame: the title-safe line
+// What keeps white letters apart from a white picture. Of the frame's height.
+constexpr double kRimReach = 0.006;
+constexpr double kShadowReach = 0.016;
+constexpr double kShadowOffset = 0.002;
+constexpr QRgb kRim = qRgba(0, 0, 0, 0xE0);
+constexpr QRgb kShadow = qRgba(0, 0, 0, 0x90);
 
 /// What the tags that are open say.
 struct Style
@@ -135,6 +142,32 @@ QString Wrapped(const QString& text, const QFont& font, QSizeF frame)
     return rows.join(u'\n');
 }
 
+// The letters' coverage in a place, spread. @param times coverage counts so often, up to the whole pixel.
+Coverage Spread(const QImage& image, const QRect& area, QPoint offset, int reach, int times)
+{
+    const QRect placed = area & image.rect() & image.rect().translated(offset);
+    QImage alpha = AlphaOf(image, placed.translated(-offset));
+    if (!Blur(alpha, {reach, reach}))
+        return {};
+    for (int y = 0; y < alpha.height(); ++y)
+        std::transform(alpha.scanLine(y), alpha.scanLine(y) + alpha.width(), alpha.scanLine(y),
+                       [&](int covered) { return static_cast<uchar>(std::min(255, covered * times)); });
+    return {placed, alpha};
+}
+
+// A thin dark rim and a soft shadow under the letters.
+void Underlay(QImage& image, const QRect& letters)
+{
+    const auto pixels = [&](double part) {
+        return std::max(1, static_cast<int>(std::lround(image.height() * part)));
+    };
+    const int shadow = pixels(kShadowReach);
+    const QRect area = letters.adjusted(-2 * shadow, -2 * shadow, 2 * shadow, 2 * shadow);
+    DrawUnder(image, Spread(image, area, {}, pixels(kRimReach), 4), kRim);
+    const int offset = pixels(kShadowOffset);
+    DrawUnder(image, Spread(image, area, {offset, offset}, shadow, 1), kShadow);
+}
+
 // In the look of the project's title, at rest.
 QImage TitlePicture(const Project& project, const Subtitle& subtitle, const SubtitleLook& look, QSize size)
 {
@@ -182,8 +215,14 @@ QImage SubtitlePicture(const Project& project, const Subtitle& subtitle, QSize s
     QPainter painter(&image);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter.scale(size.width() / frame.width(), size.height() / frame.height());
-    for (const std::unique_ptr<QTextLayout>& layout : layouts)
+    QRectF letters;
+    for (const std::unique_ptr<QTextLayout>& layout : layouts) {
         layout->draw(&painter, place);
+        letters |= layout->boundingRect().translated(place);
+    }
+    letters = painter.transform().mapRect(letters);
+    painter.end();
+    Underlay(image, letters.toAlignedRect());
     return image;
 }
 

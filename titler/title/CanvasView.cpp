@@ -25,6 +25,11 @@ constexpr int kCheck = 8;
 constexpr double kActionSafe = 0.93;
 constexpr double kTitleSafe = 0.90;
 
+bool IsSameFrame(const SKvVideoResolution& a, const SKvVideoResolution& b)
+{
+    return a.width == b.width && a.height == b.height && a.aspectRatio == b.aspectRatio;
+}
+
 QRectF Shrunk(const QRectF& frame, double part)
 {
     const double dx = frame.width() * (1 - part) / 2;
@@ -64,9 +69,14 @@ CanvasView::CanvasView(const Document& document, const Transport& transport)
 
 void CanvasView::OnProjectChanged()
 {
-    m_image = {};
-    m_subtitleImage = {};
-    const QSizeF size = DisplaySize(m_document.Current().video);
+    // While the background is dragged the pictures over it stay.
+    const Project& project = m_document.Current();
+    if (!IsSameFrame(m_drawn.video, project.video) || !LooksSame(m_drawn.title, project.title)) {
+        m_drawn = project;
+        m_picture = {};
+        m_subtitleImage = {};
+    }
+    const QSizeF size = DisplaySize(project.video);
     if (size != m_displaySize) {
         m_displaySize = size;
         UpdateScrollBars();
@@ -80,7 +90,7 @@ void CanvasView::OnFrameChanged()
 {
     if (ValuesAt(m_document.Current().title.properties, m_transport.Frame()) == m_values)
         return;
-    m_image = {};
+    m_picture = {};
     viewport()->update();
 }
 
@@ -255,21 +265,58 @@ void CanvasView::DrawFrame(QPainter& painter, const QRectF& frame)
 {
     painter.save();
     painter.setClipRect(frame);
-    painter.setBrushOrigin(frame.topLeft());
-    painter.fillRect(frame.intersected(viewport()->rect()), m_checkerboard);
+    DrawBackground(painter, frame);
 
     // Beyond its own size the frame's pixels are shown as they are exported.
     const SKvVideoResolution& video = m_document.Current().video;
     const QSize shown = (frame.size() * devicePixelRatioF()).toSize();
     const QSize size = Zoom() > 1 ? QSize(video.width, video.height) : shown;
-    if (m_image.size() != size) {
-        m_values = ValuesAt(m_document.Current().title.properties, m_transport.Frame());
-        m_image = m_renderer.Render(m_document.Current(), m_transport.Frame(), size);
-    }
-    painter.drawImage(frame, m_image);
+    DrawTitle(painter, frame, size);
     if (!m_subtitle.text.isEmpty())
         DrawSubtitle(painter, frame, size);
     painter.restore();
+}
+
+void CanvasView::DrawTitle(QPainter& painter, const QRectF& frame, QSize size)
+{
+    const QSizeF pixel(frame.width() / size.width(), frame.height() / size.height());
+    const QRectF seen = frame.intersected(viewport()->rect()).translated(-frame.topLeft());
+    const QRect part = QRectF(seen.left() / pixel.width(), seen.top() / pixel.height(),
+                              seen.width() / pixel.width(), seen.height() / pixel.height())
+                           .toAlignedRect() &
+                       QRect({}, size);
+    if (part.isEmpty())
+        return;
+    if (m_picture.image.isNull() || m_picture.size != size || m_picture.part != part) {
+        m_values = ValuesAt(m_document.Current().title.properties, m_transport.Frame());
+        m_picture = {size, part, m_renderer.Render(m_document.Current(), m_transport.Frame(), size, part)};
+    }
+    painter.drawImage(QRectF(frame.left() + part.left() * pixel.width(),
+                             frame.top() + part.top() * pixel.height(), part.width() * pixel.width(),
+                             part.height() * pixel.height()),
+                      m_picture.image);
+}
+
+void CanvasView::DrawBackground(QPainter& painter, const QRectF& frame)
+{
+    const Project& project = m_document.Current();
+    if (!IsOpaque(project.background)) {
+        painter.setBrushOrigin(frame.topLeft());
+        painter.fillRect(frame.intersected(viewport()->rect()), m_checkerboard);
+    }
+    if (project.background.kind == PaintKind::None)
+        return;
+    const double ratio = devicePixelRatioF();
+    const QRect whole((frame.topLeft() * ratio).toPoint(), (frame.size() * ratio).toSize());
+    const QRect shown = whole & QRect({}, (QSizeF(viewport()->size()) * ratio).toSize());
+    if (m_background.frame != whole || m_background.shown != shown ||
+        !LooksSame(m_background.paint, project.background)) {
+        m_background = {project.background, whole, shown,
+                        PaintedImage(project.background, shown.size(), whole.translated(-shown.topLeft()),
+                                     DisplaySize(project.video))};
+        m_background.picture.setDevicePixelRatio(ratio);
+    }
+    painter.drawImage(QPointF(shown.topLeft()) / ratio, m_background.picture);
 }
 
 void CanvasView::DrawSubtitle(QPainter& painter, const QRectF& frame, QSize size)

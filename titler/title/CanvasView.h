@@ -1,5 +1,5 @@
-// The canvas: the title at the current time over a checkerboard, with safe-area lines, fitted to the window
-// or zoomed.
+// The canvas: the title at the current time over the project's background, or a checkerboard where that is
+// none or translucent, with safe-area lines, fitted to the window or zoomed.
 #pragma once
 
 #include "subtitles/SubtitleStyle.h"
@@ -53,6 +53,8 @@ protected:
 private:
     void Paint();
     void DrawFrame(QPainter& painter, const QRectF& frame);
+    void DrawTitle(QPainter& painter, const QRectF& frame, QSize size);
+    void DrawBackground(QPainter& painter, const QRectF& frame);
     void DrawSubtitle(QPainter& painter, const QRectF& frame, QSize size);
     void DrawSafeAreas(QPainter& painter, const QRectF& frame) const;
     void OnProjectChanged();
@@ -61,12 +63,31 @@ private:
     void ZoomAround(double zoom, QPointF anchor);
     QSizeF FrameSize() const;
 
+    /// What of the background is seen, at the display's own pixels.
+    struct Background
+    {
+        titler::Paint paint;
+        QRect frame; ///< in pixels of the viewport
+        QRect shown; ///< likewise
+        QImage picture;
+    };
+
+    /// The title, as much of it as is seen.
+    struct Picture
+    {
+        QSize size; ///< of the whole frame at which it is drawn
+        QRect part; ///< of the frame
+        QImage image;
+    };
+
     const Document& m_document;
     const Transport& m_transport;
     Skin m_skin;
     QBrush m_checkerboard;
+    Background m_background;
     TitleRenderer m_renderer;
-    QImage m_image; ///< the title at the size at which it is shown; null: to be rendered
+    Project m_drawn; ///< what the pictures show
+    Picture m_picture;
     Subtitle m_subtitle;
     QImage m_subtitleImage;                     ///< likewise
     std::array<double, kProperties> m_values{}; ///< by Property, of that picture

@@ -1,22 +1,19 @@
 #include "title/TitleRenderer.h"
 
-#include "title/GradientTable.h"
+#include "title/PixelMath.h"
 
 #include <QFont>
 #include <QFontDatabase>
 #include <QFontMetricsF>
-#include <QPainter>
+#include <QPainterPathStroker>
+#include <QPen>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <cstring>
-#include <numbers>
 
 namespace titler {
 namespace {
 
-constexpr int kTableSize = 4096;
 // Text that is aligned to a side stands on the title-safe line.
 constexpr double kSideMargin = 0.05;
 
@@ -41,107 +38,6 @@ double LineStart(TextAlign align, double frame, double line)
         break;
     }
     return (frame - line) / 2;
-}
-
-// The place along the gradient of a pixel, in table entries: affine in the pixel's coordinates.
-struct GradientRun
-{
-    double perColumn;
-    double perRow;
-    double origin; ///< of the middle of pixel (0, 0)
-};
-
-// The gradient lies on the text at rest and moves along with it.
-// @param toOutline from a pixel to the outline at rest.
-GradientRun RunOf(double angle, double offset, const QRectF& outline, const QTransform& toOutline)
-{
-    const double radians = angle * std::numbers::pi / 180;
-    const double dx = std::cos(radians);
-    const double dy = std::sin(radians);
-    const double length = std::abs(outline.width() * dx) + std::abs(outline.height() * dy);
-    const double entries = length > 0 ? (kTableSize - 1) / length : 0.0;
-    const QPointF centre = outline.center();
-    const double middle = (0.5 - offset) * (kTableSize - 1);
-    const auto along = [&](double x, double y) { return entries * (x * dx + y * dy); };
-    const QPointF first = toOutline.map(QPointF(0.5, 0.5));
-    return {along(toOutline.m11(), toOutline.m12()), along(toOutline.m21(), toOutline.m22()),
-            middle + along(first.x() - centre.x(), first.y() - centre.y())};
-}
-
-bool IsSame(const GradientStops& a, const GradientStops& b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& s, const auto& t) {
-        return s.colour == t.colour && s.position == t.position && s.midPoint == t.midPoint;
-    });
-}
-
-// The contours that reach into `frame`. The others cover nothing there, and a large title has many.
-QPainterPath ContoursIn(const QRectF& frame, const QPainterPath& path)
-{
-    if (frame.contains(path.controlPointRect()))
-        return path;
-    QPainterPath inside;
-    inside.setFillRule(path.fillRule());
-    for (int begin = 0, end = 0; begin < path.elementCount(); begin = end) {
-        QPainterPath contour;
-        for (end = begin; end < path.elementCount() && (end == begin || !path.elementAt(end).isMoveTo());) {
-            const QPainterPath::Element at = path.elementAt(end);
-            if (at.isMoveTo())
-                contour.moveTo(at);
-            else if (at.isLineTo())
-                contour.lineTo(at);
-            else
-                contour.cubicTo(at, path.elementAt(end + 1), path.elementAt(end + 2));
-            end += at.isCurveTo() ? 3 : 1;
-        }
-        if (contour.controlPointRect().intersects(frame))
-            inside.addPath(contour);
-    }
-    return inside;
-}
-
-// A premultiplied colour times coverage, each channel rounded.
-QRgb Covered(QRgb colour, uint coverage)
-{
-    const auto scaled = [&](int channel) {
-        const uint product = static_cast<uint>(channel) * coverage + 128;
-        return static_cast<int>((product + (product >> 8)) >> 8);
-    };
-    return qRgba(scaled(qRed(colour)), scaled(qGreen(colour)), scaled(qBlue(colour)), scaled(qAlpha(colour)));
-}
-
-// Where the next covered pixel of a row is; most of a frame is empty.
-int NextCovered(const uchar* coverage, int from, int count)
-{
-    std::uint64_t eight = 0;
-    while (from + 8 <= count && (std::memcpy(&eight, coverage + from, 8), eight == 0))
-        from += 8;
-    while (from < count && coverage[from] == 0)
-        ++from;
-    return from;
-}
-
-void ColourRow(const uchar* coverage, QRgb* out, int count, double place, double step,
-               const std::vector<QRgb>& table)
-{
-    for (int i = 0; (i = NextCovered(coverage, i, count)) < count;)
-        for (; i < count && coverage[i] != 0; ++i) {
-            const double entry = std::clamp(place + step * i + 0.5, 0.0, kTableSize - 1.0);
-            const QRgb colour = table[static_cast<std::size_t>(entry)];
-            out[i] = coverage[i] == 255 ? colour : Covered(colour, coverage[i]);
-        }
-}
-
-// The alpha of an area, 8 bits a pixel; a null image when memory is short.
-QImage AlphaOf(const QImage& image, const QRect& area)
-{
-    QImage alpha(area.size(), QImage::Format_Grayscale8);
-    for (int y = 0; y < alpha.height(); ++y) {
-        const auto* from = reinterpret_cast<const QRgb*>(image.constScanLine(area.top() + y)) + area.left();
-        std::transform(from, from + area.width(), alpha.scanLine(y),
-                       [](QRgb pixel) { return static_cast<uchar>(qAlpha(pixel)); });
-    }
-    return alpha;
 }
 
 } // namespace
@@ -200,82 +96,147 @@ QTransform TitleMotion(const std::array<double, kProperties>& values, const QRec
     return motion;
 }
 
-void TitleRenderer::UpdateOutline(const Title& title, QSizeF frame)
+void TitleRenderer::UpdateLetters(const Title& title, QSizeF frame)
 {
-    const Letters letters{title.text,   title.fontFamily, title.fontSize, title.bold,
-                          title.italic, title.align,      frame};
-    if (m_outline.letters == letters)
+    const double stroke = title.outline.on ? 2 * title.outline.width / 100 * frame.height() : 0;
+    const Text text{title.text,   title.fontFamily, title.fontSize, title.bold,
+                    title.italic, title.align,      frame};
+    const bool isSameText = m_letters.text == text;
+    if (isSameText && m_letters.stroke == stroke)
         return;
-    m_outline = {letters, TitleLines(title, frame), {}};
-    for (const QPainterPath& line : m_outline.lines)
-        m_outline.bounds |= line.boundingRect();
+    if (!isSameText) {
+        m_letters = {text, 0, TitleLines(title, frame), {}, {}};
+        for (const QPainterPath& line : m_letters.lines)
+            m_letters.bounds |= line.boundingRect();
+    }
+    m_letters.stroke = stroke;
+    m_letters.withOutline = m_letters.lines;
+    if (stroke > 0) {
+        QPainterPathStroker stroker{QPen(Qt::black, stroke, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin)};
+        for (const QPainterPath& line : m_letters.lines) {
+            m_letters.withOutline.push_back(stroker.createStroke(line));
+            m_letters.withOutline.back().setFillRule(Qt::WindingFill);
+        }
+    }
     m_mask = {};
+    m_shadow = {};
 }
 
-// Fills the outline into `canvas`, which is empty and gets its colours afterwards.
 // @return false when memory is short.
-bool TitleRenderer::UpdateMask(const QTransform& toPixels, QImage& canvas)
+bool TitleRenderer::UpdateMask(const Place& place)
 {
-    if (m_mask.size == canvas.size() && m_mask.toPixels == toPixels)
+    if (m_mask.place == place)
         return true;
+    const QRect frame({}, place.size);
+    const bool isOutlined = m_letters.stroke > 0;
+    const QRect area = AreaOf(isOutlined ? m_letters.withOutline : m_letters.lines, place.toPixels, frame);
     m_mask = {};
-    const QRectF frame(canvas.rect());
-    QRectF covered;
-    QPainter painter(&canvas);
-    painter.setRenderHint(QPainter::Antialiasing);
-    for (const QPainterPath& line : m_outline.lines) {
-        const QPainterPath path = ContoursIn(frame, toPixels.map(line));
-        painter.fillPath(path, Qt::white);
-        covered |= path.controlPointRect() & frame;
-    }
-    painter.end();
-    const QRect area = covered.toAlignedRect();
-    const QImage coverage = area.isEmpty() ? QImage() : AlphaOf(canvas, area);
-    if (coverage.isNull() && !area.isEmpty())
+    QImage letters = CoverageOf(m_letters.lines, place.toPixels, area);
+    QImage outlined = isOutlined ? CoverageOf(m_letters.withOutline, place.toPixels, area) : QImage();
+    if (!area.isEmpty() && (letters.isNull() || outlined.isNull() == isOutlined))
         return false;
-    m_mask = {toPixels, canvas.size(), coverage, area};
+    m_mask = {place, area, std::move(letters), std::move(outlined)};
     return true;
 }
 
-void TitleRenderer::UpdateColours(const GradientStops& stops, double opacity)
+// The shadow lies on the text at rest and moves along with it.
+// @param scale how many pixels a step within the frame at rest is, across and down.
+bool TitleRenderer::UpdateShadow(const TextShadow& shadow, const Place& place, QSizeF scale)
 {
-    if (m_colours.opacity == opacity && IsSame(m_colours.stops, stops))
-        return;
-    m_colours = {stops, opacity, GradientTable(stops, kTableSize, opacity)};
+    const double height = m_letters.text.frame.height() / 100;
+    const QPointF offset(shadow.x * height, shadow.y * height);
+    const QSizeF reach = scale * (shadow.blur * height);
+    if (m_shadow.place == place && m_shadow.offset == offset && m_shadow.reach == reach)
+        return true;
+    m_shadow = {};
+    std::optional<Coverage> coverage = BlurredCoverage(
+        m_letters.withOutline, QTransform::fromTranslate(offset.x(), offset.y()) * place.toPixels,
+        QRect({}, place.size), reach);
+    if (!coverage)
+        return false;
+    m_shadow = {place, offset, reach, std::move(*coverage)};
+    return true;
 }
 
-QImage TitleRenderer::Render(const Project& project, double frame, QSize size)
+// Fill and outline share the pixels between them: what of a pixel the outlined letters cover beyond the
+// letters gets the outline's colour. To draw one over the other would let the lower one shine through at the
+// edges.
+void TitleRenderer::ColourRow(int y, QRgb outline, QRgb* out)
 {
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull())
-        return image;
-    image.fill(Qt::transparent);
+    const QRect& area = m_mask.area;
+    const int count = area.width();
+    const uchar* letters = m_mask.letters.constScanLine(y);
+    const uchar* outlined = m_mask.outlined.isNull() ? letters : m_mask.outlined.constScanLine(y);
+    for (int begin = 0, end = 0; (begin = NextCovered(outlined, end, count)) < count;) {
+        for (end = begin; end < count && outlined[end] != 0;)
+            ++end;
+        m_fill.Sample(area.left() + begin, area.top() + y, end - begin, m_row.data());
+        for (int i = begin; i < end; ++i) {
+            const QRgb fill = m_row[static_cast<std::size_t>(i - begin)];
+            const uint beyond = outlined[i] > letters[i] ? outlined[i] - uint(letters[i]) : 0;
+            const QRgb colour =
+                letters[i] == 255 ? fill : Covered(fill, letters[i]) + Covered(outline, beyond);
+            out[i] = qAlpha(colour) == 255 ? colour : Over(colour, out[i]);
+        }
+    }
+}
+
+// @param start which pixel of the frame, that is so large, the image begins with.
+// @return false when memory is short.
+bool TitleRenderer::Draw(const Project& project, double frame, QSize size, QPoint start, QImage& image)
+{
     const Title& title = project.title;
     const std::array<double, kProperties> values = ValuesAt(title.properties, frame);
     const auto value = [&](Property property) { return values[static_cast<std::size_t>(property)]; };
     const QSizeF display = DisplaySize(project.video);
-    UpdateOutline(title, display);
-    const QTransform toPixels =
-        TitleMotion(values, m_outline.bounds, display) *
-        QTransform::fromScale(size.width() / display.width(), size.height() / display.height());
+    UpdateLetters(title, display);
+    const QSizeF scale(size.width() / display.width(), size.height() / display.height());
+    const Place place{TitleMotion(values, m_letters.bounds, display) *
+                          QTransform::fromScale(scale.width(), scale.height()) *
+                          QTransform::fromTranslate(-start.x(), -start.y()),
+                      image.size()};
     bool isVisible = false;
-    const QTransform toOutline = toPixels.inverted(&isVisible);
-    if (!isVisible || value(Property::Opacity) <= 0)
-        return image;
-    if (!UpdateMask(toPixels, image))
-        return {};
-    UpdateColours(title.fill.stops, value(Property::Opacity) / 100);
-    const GradientRun run =
-        RunOf(title.fill.angle, value(Property::GradientOffset), m_outline.bounds, toOutline);
-    const QRect area = m_mask.area;
-    for (int y = 0; y < area.height(); ++y) {
-        const int row = area.top() + y;
-        ColourRow(m_mask.coverage.constScanLine(y),
-                  reinterpret_cast<QRgb*>(image.scanLine(row)) + area.left(), area.width(),
-                  run.origin + run.perColumn * area.left() + run.perRow * row, run.perColumn,
-                  m_colours.table);
+    const QTransform toLetters = place.toPixels.inverted(&isVisible);
+    const double opacity = value(Property::Opacity) / 100;
+    if (!isVisible || opacity <= 0)
+        return true;
+    if (title.shadow.on) {
+        if (!UpdateShadow(title.shadow, place, scale * (value(Property::Scale) / 100)))
+            return false;
+        DrawOver(image, m_shadow.coverage, PremultipliedColour(title.shadow.colour, opacity));
     }
-    return image;
+    if (!UpdateMask(place))
+        return false;
+    m_fill.SetPaint(title.fill, opacity);
+    m_fill.SetPlace(m_letters.bounds, toLetters, value(Property::GradientOffset));
+    m_row.resize(static_cast<std::size_t>(m_mask.area.width()));
+    const QRgb outline = PremultipliedColour(title.outline.colour, opacity);
+    for (int y = 0; y < m_mask.area.height(); ++y)
+        ColourRow(y, outline,
+                  reinterpret_cast<QRgb*>(image.scanLine(m_mask.area.top() + y)) + m_mask.area.left());
+    return true;
+}
+
+QImage TitleRenderer::Render(const Project& project, double frame, QSize size, const QRect& part)
+{
+    QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return image;
+    image.fill(Qt::transparent);
+    return Draw(project, frame, size, part.topLeft(), image) ? image : QImage();
+}
+
+QImage TitleRenderer::RenderFrame(const Project& project, double frame, QSize size)
+{
+    const Paint& paint = project.background;
+    if (paint.kind == PaintKind::None)
+        return Render(project, frame, size);
+    const QSizeF display = DisplaySize(project.video);
+    if (m_background.picture.size() != size || m_background.display != display ||
+        !LooksSame(m_background.paint, paint))
+        m_background = {paint, display, PaintedImage(paint, size, QRect({}, size), display)};
+    QImage image = m_background.picture.copy();
+    return !image.isNull() && Draw(project, frame, size, {}, image) ? image : QImage();
 }
 
 } // namespace titler

@@ -1,11 +1,8 @@
 // Draws a title. The canvas and the exported frames come from here, so that they show the same.
 #pragma once
 
-#include "project/Project.h"
-
-#include <QImage>
-#include <QPainterPath>
-#include <QTransform>
+#include "title/Coverage.h"
+#include "title/PaintSampler.h"
 
 namespace titler {
 
@@ -22,21 +19,29 @@ std::vector<QPainterPath> TitleLines(const Title& title, QSizeF frame);
 /// @param values as `ValuesAt` gives them. @param outline the bounds of the outline at rest.
 QTransform TitleMotion(const std::array<double, kProperties>& values, const QRectF& outline, QSizeF frame);
 
-/// Keeps outline, coverage and colours from call to call, so that only what changed is done anew: the colours
-/// while a gradient is dragged or a title fades, the coverage while it moves. One renderer belongs to one
-/// thread at a time; several may work side by side.
+/// Keeps outlines, coverage and colours from call to call, so that only what changed is done anew: the
+/// colours while one of them is dragged or a title fades, the coverage while it moves. One renderer belongs
+/// to one thread at a time; several may work side by side.
 class TitleRenderer
 {
 public:
-    /// The title over nothing.
+    /// The title with its outline and shadow over nothing.
     /// @param frame the time, also between frames.
     /// @param size the whole frame's size in pixels; the frame is scaled to it.
     /// @return Format_ARGB32_Premultiplied; a null image when memory is short.
-    QImage Render(const Project& project, double frame, QSize size);
+    QImage Render(const Project& project, double frame, QSize size)
+    {
+        return Render(project, frame, size, QRect({}, size));
+    }
+    /// Only a part of it. @param part in pixels of that size. @return an image as large as the part.
+    QImage Render(const Project& project, double frame, QSize size, const QRect& part);
+    /// The title over the project's background: what is exported.
+    /// @return likewise, but Format_RGB32 over an opaque background.
+    QImage RenderFrame(const Project& project, double frame, QSize size);
 
 private:
-    /// What the outline at rest depends on.
-    struct Letters
+    /// What the letters at rest depend on.
+    struct Text
     {
         QString text;
         QString family;
@@ -46,35 +51,57 @@ private:
         TextAlign align = TextAlign::Centre;
         QSizeF frame;
 
-        bool operator==(const Letters&) const = default;
+        bool operator==(const Text&) const = default;
     };
-    struct Outline
+    /// At rest, in display space.
+    struct Letters
     {
-        Letters letters;
-        std::vector<QPainterPath> lines; ///< one path of a long text takes several times as long to fill
-        QRectF bounds;
+        Text text;
+        double stroke = 0; ///< the pen's width: the outline's outer half and as much within the letters
+        Shapes lines;
+        Shapes withOutline; ///< the lines, and what is stroked around them
+        QRectF bounds;      ///< of the lines
+    };
+    struct Place
+    {
+        QTransform toPixels; ///< from the letters at rest
+        QSize size;          ///< of the picture
+
+        bool operator==(const Place&) const = default;
     };
     struct Mask
     {
-        QTransform toPixels; ///< from the outline at rest
-        QSize size;
-        QImage coverage; ///< Format_Grayscale8, as large as `area`
-        QRect area;      ///< what the text covers, in pixels of the frame
+        Place place;
+        QRect area;      ///< what the text covers, in pixels of the picture
+        QImage letters;  ///< coverage, as large as `area`
+        QImage outlined; ///< of the letters with their outline; null without one
     };
-    struct Colours
+    struct Shadow
     {
-        GradientStops stops;
-        double opacity = 0;
-        std::vector<QRgb> table;
+        Place place;
+        QPointF offset;
+        QSizeF reach; ///< of its edge, in pixels
+        Coverage coverage;
+    };
+    struct Background
+    {
+        Paint paint;
+        QSizeF display;
+        QImage picture;
     };
 
-    void UpdateOutline(const Title& title, QSizeF frame);
-    bool UpdateMask(const QTransform& toPixels, QImage& canvas);
-    void UpdateColours(const GradientStops& stops, double opacity);
+    void UpdateLetters(const Title& title, QSizeF frame);
+    bool UpdateMask(const Place& place);
+    bool UpdateShadow(const TextShadow& shadow, const Place& place, QSizeF scale);
+    void ColourRow(int y, QRgb outline, QRgb* out);
+    bool Draw(const Project& project, double frame, QSize size, QPoint start, QImage& image);
 
-    Outline m_outline;
+    Letters m_letters;
     Mask m_mask;
-    Colours m_colours;
+    Shadow m_shadow;
+    PaintSampler m_fill;
+    Background m_background;
+    std::vector<QRgb> m_row;
 };
 
 } // namespace titler

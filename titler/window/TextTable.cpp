@@ -22,7 +22,7 @@ std::span<const KvStringEntry> OwnTexts()
         {21026, L"Save &as…"},
         {21027, L"Save the project under another name"},
         {21028, L"&Export frame…"},
-        {21029, L"Write the title as a PNG picture at the project's frame size, over nothing"},
+        {21029, L"Write the title and its background as a PNG picture at the project's frame size"},
         {21030, L"Open &media folder…"},
         {21031, L"Show the files of a folder, grouped into clips"},
         {21032, L"&Quit"},
@@ -308,7 +308,8 @@ std::span<const KvStringEntry> OwnTexts()
         {21701, L"The project to open (*.ktitle)."},
         {21702, L"Show the files of this folder in the media panel."},
         {21703, L"Render the main window to a PNG picture and exit. Needs no display."},
-        {21704, L"Render the project's title at its frame size to a PNG picture and exit. Needs no display."},
+        {21704, L"Render the project's title and background at its frame size to a PNG picture and exit. "
+                L"Needs no display."},
         {21705, L"The window's size, for example 1440x800."},
         {21706, L"Show this help and exit."},
         {21707, L"\"%1\" is no size: expected WIDTHxHEIGHT, from %2 to %3"},
