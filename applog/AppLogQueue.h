@@ -12,17 +12,19 @@ namespace kv {
 class AppLogQueue
 {
 public:
-    /// No more than that many are kept; see `AppLogBatch`.
-    void SetMost(std::size_t most)
+    explicit AppLogQueue(int maximum) : m_batch(maximum) {}
+
+    /// Sets the maximum of the log for what comes from now on. @return what came before.
+    AppLogBatch SetMaximum(int maximum)
     {
         const std::lock_guard lock(m_mutex);
-        m_most = most;
+        return Exchange(maximum);
     }
     /// @return true when it was empty: whoever takes it must be woken.
     bool Push(AppLogMessage message)
     {
         const std::lock_guard lock(m_mutex);
-        m_batch.Add(std::move(message), m_most);
+        m_batch.Add(std::move(message));
         return !m_isFilled.exchange(true);
     }
     /// Quick.
@@ -30,13 +32,17 @@ public:
     AppLogBatch TakeAll()
     {
         const std::lock_guard lock(m_mutex);
-        m_isFilled = false;
-        return std::exchange(m_batch, {});
+        return Exchange(m_batch.Maximum());
     }
 
 private:
+    AppLogBatch Exchange(int maximum)
+    {
+        m_isFilled = false;
+        return std::exchange(m_batch, AppLogBatch(maximum));
+    }
+
     std::mutex m_mutex;
-    std::size_t m_most = 0;
     AppLogBatch m_batch;
     std::atomic<bool> m_isFilled = false;
 };

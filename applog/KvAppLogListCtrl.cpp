@@ -9,6 +9,7 @@
 
 namespace {
 
+constexpr int kMostLines = 65535;             // of the largest maximum
 constexpr int kWidths[] = {40, 20, 158, 100}; // the last one takes the rest
 
 } // namespace
@@ -58,9 +59,10 @@ int CKvAppLogListCtrl::AddAppLogMsg(const CArray<SKvAppLogMsgData, const SKvAppL
 int CKvAppLogListCtrl::AddEmptySeparateLine(int count)
 {
     const Impl::Operation operation(*m_impl);
-    if (count > 0) {
+    const int added = std::min(count, kMostLines - GetItemCount());
+    if (added > 0) {
         m_impl->KeepEnd([&] {
-            InsertRows(-1, std::vector<CStringArray>(static_cast<std::size_t>(count)),
+            InsertRows(-1, std::vector<CStringArray>(static_cast<std::size_t>(added)),
                        kv::kAppLogSpacerHeight);
         });
     }
@@ -80,12 +82,13 @@ int CKvAppLogListCtrl::AddTimeSeparateLine(const SYSTEMTIME& time)
 
 unsigned short CKvAppLogListCtrl::SetMaxLogLineCounts(unsigned short count, int apply)
 {
-    // What is posted until the new maximum counts may count for either.
-    m_impl->posted.SetMost(std::max(count, m_impl->maximum));
     const Impl::Operation operation(*m_impl);
+    // What was posted up to now comes in under the old maximum.
+    m_impl->Plan(m_impl->posted.SetMaximum(count));
+    if (m_impl->quiet == 1)
+        m_impl->AddPlanned(Impl::Portion::kAll);
     const unsigned short before = m_impl->maximum;
     m_impl->maximum = count;
-    m_impl->posted.SetMost(count);
     if (apply && _CheckMaxLogLineCounts()) {
         m_impl->SelectLast();
         UpdateCells();
@@ -185,7 +188,7 @@ int CKvAppLogListCtrl::_CheckMaxLogLineCounts()
     const Impl::Operation operation(*m_impl);
     if (!m_impl->IsFull(0))
         return 0;
-    m_impl->DropOld();
+    m_impl->DropOld(kv::AppLogLinesToKeep(m_impl->maximum));
     return 1;
 }
 

@@ -69,17 +69,21 @@ struct CKvAppLogListCtrl::Impl
         kFailed,
     };
 
-    explicit Impl(CKvAppLogListCtrl& control) : list(control) { posted.SetMost(maximum); }
+    explicit Impl(CKvAppLogListCtrl& control) : list(control) {}
 
     // Lines.
     void TakeIn(Portion portion);
+    void Plan(kv::AppLogBatch batch);
+    void AddPlanned(Portion portion);
     /// As of now, at once.
     void Add(const Message& message);
-    void Add(const Message& message, bool isNewDay, bool trims);
+    /// @param keeps to how many lines the log falls back behind it; 0 when it does not.
+    void Add(const Message& message, bool isNewDay, int keeps);
     int AddLine(const Message& message);
     void AddDateLine(const SYSTEMTIME& time);
     bool IsFull(int more) const;
-    void DropOld();
+    /// @param keeps how many of the newest lines stay.
+    void DropOld(int keeps);
     void SelectLast();
     /// Lines were changed by a derived list.
     void LinesChanged();
@@ -97,7 +101,6 @@ struct CKvAppLogListCtrl::Impl
     /// @param error receives why it failed, with the path, when not null.
     Outcome SaveTo(const std::wstring& path, bool selectedOnly, std::string* error = nullptr) const;
     bool Copy(bool selectedOnly, bool withTime) const;
-    bool IsAnySelected() const;
 
     // The menu's commands. Each may end with the list gone.
     void RunCommand(UINT command);
@@ -109,6 +112,8 @@ struct CKvAppLogListCtrl::Impl
     void ApplyFilter();
     void AskOverlay();
     void UpdateOverlay();
+    void CountMissed();
+    void ShowBadge();
     void GoToEnd();
     bool IsAtEnd() const;
     /// Makes a change that is no message's; in follow mode 1 a view at the end stays there.
@@ -136,7 +141,7 @@ struct CKvAppLogListCtrl::Impl
     WORD maximum = 500;
     kv::AppLogDates dates;
     std::array<KvSkinImage, kv::kAppLogTypes> icons;
-    kv::AppLogQueue posted;
+    kv::AppLogQueue posted{maximum};
     kv::AppLogIntake intake; ///< what was posted and taken over, but is no line yet
 
     bool isOwnChange = false;
@@ -146,7 +151,9 @@ struct CKvAppLogListCtrl::Impl
     int matchPlace = 0; ///< which of them was gone to, from 1; 0 for none
 
     int followMode = kKvAppLogFollowAlways;
-    std::deque<std::uint64_t> missed; ///< lines that came below the view, by their numbers
+    std::deque<std::uint64_t> missed; ///< messages that came below the view, by their numbers
+    int missedShown = 0;              ///< how many of them the filter shows
+    bool isMissedCounted = true;      ///< which is true
     QPointer<QPushButton> badge;
     bool overlayAsked = false;
 

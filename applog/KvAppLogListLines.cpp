@@ -137,25 +137,30 @@ void CKvAppLogListCtrl::Impl::AddDateLine(const SYSTEMTIME& time)
 void CKvAppLogListCtrl::Impl::Add(const Message& message)
 {
     const bool isNewDay = kv::IsNewAppLogDay(dates.message, message.time);
-    Add(message, isNewDay, IsFull(isNewDay ? 2 : 1));
+    Add(message, isNewDay, IsFull(isNewDay ? 2 : 1) ? kv::AppLogLinesToKeep(maximum) : 0);
 }
 
-void CKvAppLogListCtrl::Impl::Add(const Message& message, bool isNewDay, bool trims)
+void CKvAppLogListCtrl::Impl::Add(const Message& message, bool isNewDay, int keeps)
 {
     const FrameHold hold(list);
     const bool follows = followMode == kKvAppLogFollowAlways || IsAtEnd();
     if (isNewDay)
         AddDateLine(message.time);
     const int line = AddLine(message);
-    if (!follows && list.IsRowShown(line))
+    if (!follows) {
         missed.push_back(list.GetRowId(line));
-    if (trims)
-        DropOld();
+        missedShown += list.IsRowShown(line);
+    }
+    if (keeps > 0)
+        DropOld(keeps);
     dates.message = message.time;
-    if (follows)
-        SelectLast();
-    else
+    if (!follows) {
         AskOverlay();
+        return;
+    }
+    SelectLast();
+    if (followMode == kKvAppLogFollowAtEnd) // also where a date is shown and its message is not
+        list.EnsureVisible(list.NextShownRow(list.GetItemCount(), -1));
 }
 
 void CKvAppLogListCtrl::Impl::SelectLast()
@@ -171,9 +176,9 @@ bool CKvAppLogListCtrl::Impl::IsFull(int more) const
     return kv::AppLogLinesToTrim(list.GetItemCount() + more, maximum) > 0;
 }
 
-void CKvAppLogListCtrl::Impl::DropOld()
+void CKvAppLogListCtrl::Impl::DropOld(int keeps)
 {
-    list.RemoveRows(0, list.GetItemCount() - kv::AppLogLinesToKeep(maximum));
+    list.RemoveRows(0, list.GetItemCount() - keeps);
     LinesChanged();
 }
 
@@ -195,6 +200,7 @@ int CKvAppLogListCtrl::ClearLog()
 void CKvAppLogListCtrl::Impl::LinesChanged()
 {
     isCounted = false;
+    isMissedCounted = false;
     while (!missed.empty() && list.FindRow(missed.front()) < 0) // the oldest go first
         missed.pop_front();
     AskOverlay();
@@ -283,15 +289,31 @@ void CKvAppLogListCtrl::Impl::TakeIn(Portion portion)
 {
     if (posted.IsEmpty() && intake.IsEmpty())
         return;
+    Plan(posted.TakeAll());
+    AddPlanned(portion);
+}
+
+// Away from the end each message counts: a log that falls back may bring its end into view, and is followed
+// from then on.
+void CKvAppLogListCtrl::Impl::Plan(kv::AppLogBatch batch)
+{
+    using Leave = kv::AppLogIntake::Leave;
     const Quiet still(*this);
-    intake.Plan(posted.TakeAll(), list.GetItemCount(), maximum, dates.message);
+    const bool follows = followMode == kKvAppLogFollowAlways || IsAtEnd();
+    intake.Plan(std::move(batch), list.GetItemCount(), dates.message,
+                follows ? Leave::kWhatCounts : Leave::kAll);
+}
+
+void CKvAppLogListCtrl::Impl::AddPlanned(Portion portion)
+{
+    const Quiet still(*this);
     const FrameHold hold(list);
     QElapsedTimer timer;
     timer.start();
     while (!intake.IsEmpty() && (portion == Portion::kAll || timer.elapsed() < kSlice)) {
         const kv::AppLogIntake::Entry entry = intake.Take();
         const kv::AppLogMessage& message = entry.message;
-        Add({message.type, message.level, message.time, message.text}, entry.isNewDay, entry.trims);
+        Add({message.type, message.level, message.time, message.text}, entry.isNewDay, entry.keeps);
     }
     if (!intake.IsEmpty())
         list.SetTimer(kPostedTimer, kFrame);

@@ -107,13 +107,6 @@ bool CKvAppLogListCtrl::Impl::Copy(bool selectedOnly, bool withTime) const
     return true;
 }
 
-bool CKvAppLogListCtrl::Impl::IsAnySelected() const
-{
-    CArray<int, int> lines;
-    list.GetSelItems(lines);
-    return std::any_of(lines.begin(), lines.end(), [this](int line) { return list.IsRowShown(line) != 0; });
-}
-
 void CKvAppLogListCtrl::OnContextMenu(CPoint point)
 {
     CKvMenu menu;
@@ -131,7 +124,7 @@ void CKvAppLogListCtrl::OnContextMenu(CPoint point)
         else
             delete custom;
         menu.CheckMenuItem(checked, 1);
-        const bool isSelected = m_impl->IsAnySelected();
+        const bool isSelected = GetShownSelCount() > 0;
         menu.EnableMenuItem(kCommandSaveSelected, isSelected);
         menu.EnableMenuItem(kCommandCopySelected, isSelected);
         menu.EnableMenuItem(kCommandClear, GetItemCount() > 0);

@@ -201,6 +201,7 @@ void CKvAppLogListCtrl::Impl::ApplyFilter()
         });
     }
     isCounted = false;
+    isMissedCounted = false;
     AskOverlay();
 }
 
@@ -224,7 +225,24 @@ void CKvAppLogListCtrl::Impl::UpdateOverlay()
         findBar->ShowCount(needle.IsEmpty() ? -1 : matchPlace, matchCount);
     if (IsAtEnd())
         missed.clear();
-    if (missed.empty()) {
+    CountMissed();
+    ShowBadge();
+}
+
+void CKvAppLogListCtrl::Impl::CountMissed()
+{
+    if (missed.empty())
+        missedShown = 0;
+    else if (!isMissedCounted)
+        missedShown = static_cast<int>(std::count_if(missed.begin(), missed.end(), [this](std::uint64_t id) {
+            return list.IsRowShown(list.FindRow(id)) != 0;
+        }));
+    isMissedCounted = true;
+}
+
+void CKvAppLogListCtrl::Impl::ShowBadge()
+{
+    if (missedShown == 0) {
         if (badge)
             badge->hide();
         return;
@@ -237,8 +255,7 @@ void CKvAppLogListCtrl::Impl::UpdateOverlay()
         badge->setStyleSheet(kv::AppLogStyleSheet());
         connect(badge, &QPushButton::clicked, &list, [this] { GoToEnd(); });
     }
-    badge->setText(KvToQString(
-        kv::FillText(kv::LoadText(kTextNew), {kv::NumberText(static_cast<std::int64_t>(missed.size()))})));
+    badge->setText(KvToQString(kv::FillText(kv::LoadText(kTextNew), {kv::NumberText(missedShown)})));
     badge->setToolTip(KvToQString(kv::LoadText(kTextGoToEnd)));
     badge->adjustSize();
     const QRect cells = list.GetCellsRect();

@@ -59,8 +59,8 @@ public:
     int AddAppLogMsg(const CArray<SKvAppLogMsgData, const SKvAppLogMsgData&>& messages);
     /// The same from any thread, while this object lives: the message is taken in at the next operation, else
     /// within frames, without holding the window. Messages of one thread keep their order, and the lines are
-    /// in the end those that adding one by one would leave. No more than the maximum wait at a time: of older
-    /// ones no line would be left.
+    /// in the end those that adding one by one would leave, followed as one by one. Of more messages than the
+    /// maximum that wait at a time the older ones leave no line; in follow mode 1 they are not followed.
     /// @return 1; 0 for a type outside 0 … 9.
     int PostAppLogMsg(const SKvAppLogMsgData& message);
     /// Adds a text of any length as of now: several messages where it is longer than one can be.
@@ -70,8 +70,8 @@ public:
     int PostAppLogText(int type, unsigned short level, const CString& text);
     /// The local time.
     static SYSTEMTIME GetLocalTime();
-    /// Adds spacers; none for 0 or less. Leaves the selection. @return the last line's index; -1 when the
-    /// list is empty.
+    /// Adds spacers; none for 0 or less, nor beyond 65,535 lines, the largest maximum. Leaves the selection.
+    /// @return the last line's index; -1 when the list is empty.
     int AddEmptySeparateLine(int count);
     /// Adds a date line; a spacer instead when the date is that of the last date line which this operation
     /// added. Leaves the selection. @return 1.

@@ -86,7 +86,8 @@ private:
 /// A cell that loses the focus is committed, from the event loop; where its text is refused it stays open
 /// and takes the focus back.
 ///
-/// An open cell is cancelled when the list is disabled.
+/// An open cell is cancelled when the list is disabled. When the list is destroyed, or its line goes, what
+/// was typed in it is dropped.
 ///
 /// A column is 20 to 32,767 wide, a line 1 to 32,767 high; what is given beyond that comes down to it.
 ///
@@ -263,7 +264,8 @@ protected:
     void EnsureVisible(int line);
     /// True when the last line that is shown ends in view, and in an empty list.
     BOOL IsEndInView() const;
-    /// How far the lines are scrolled; `SetScrollOffset` takes what is possible of it.
+    /// How far the lines are scrolled, 0 … 2,147,483,647: beyond that `y` says no more, and only
+    /// `EnsureVisible` scrolls there. `SetScrollOffset` takes what is possible of it.
     CPoint GetScrollOffset() const;
     void SetScrollOffset(CPoint offset);
     /// 0 keeps the screen as it is until a matching 1; they nest. Queries answer truly all the same.
@@ -280,6 +282,8 @@ protected:
     void SetRowFilter(std::function<bool(const KvReportRow&)> accepts);
     BOOL IsRowShown(int line) const;
     int GetShownCount() const;
+    /// How many of the lines shown are selected.
+    int GetShownSelCount() const;
     /// The nearest line shown behind (step 1) or before (step -1) `line`, which may be -1 or the count; -1
     /// when there is none.
     int NextShownRow(int line, int step) const;
@@ -338,6 +342,9 @@ protected:
     virtual void _CommitEdit(int line, int column, const CString& text);
     /// The user cancelled, or the line went while its cell was open (then -1).
     virtual void _CancelEdit(int line, int column);
+    /// No cell is open any more, whatever came of its text. From the event loop, so that it may scroll: what
+    /// closed the cell is over.
+    virtual void _OnEditClosed();
     /// The text in the open editor changed, or its caret moved: fits the editor to its text and scrolls so
     /// that the caret stays 5 pixels inside of the cells' area.
     virtual void _UpdateTextWidth();
@@ -359,7 +366,8 @@ protected:
 
     /// A header was clicked, not dragged.
     virtual void _OnHeaderClick(int column);
-    /// The user scrolled: by wheel, bar or key, or by dragging beyond the view. Only when the list moved.
+    /// The user scrolled: by wheel, bar (then from the event loop) or key, or by dragging beyond the view.
+    /// Only when the list moved. An override may delete the list.
     virtual void _OnUserScroll();
     /// A selected line is dragged. @return 1 when a drag and drop was done; 0 drags the selection on.
     virtual BOOL _BeginRowDrag(int line);

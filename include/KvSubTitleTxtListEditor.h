@@ -78,8 +78,9 @@ public:
     /// its out one; without an out time code to the next in time code of any row, without an in one never.
     /// Takes logarithmic time once rows and time codes stay. @return -1 when none plays.
     int FindPlayIndex(DWORD frame) const;
-    /// Keeps the row that plays in view, until the user scrolls; setting it again resumes. Off at first.
-    /// Waits while a cell is open.
+    /// Keeps the row that plays in view, also when the rows are sorted or the list gets another size, until
+    /// the user scrolls; setting it again resumes. Off at first. Waits while a cell is open or the mouse
+    /// drags.
     void SetFollowPlayback(BOOL follow);
 
 Q_SIGNALS:
@@ -105,6 +106,8 @@ protected:
     BOOL _PasteReplacesCell(int line, int column, const CString& pasted) override;
     BOOL _ValidateEdit(int line, int column, const CString& text, CString& why) override;
     void _OnUserScroll() override;
+    void _OnEditClosed() override;
+    void OnSize(int width, int height) override;
     void OnSkinChanged() override;
 
 private:

@@ -5,7 +5,6 @@
 #include <functional>
 #include <numeric>
 #include <span>
-#include <utility>
 
 namespace {
 
@@ -309,7 +308,7 @@ int CKvReportListCtrl::RemoveRows(int line, int count)
     std::iota(lines.begin(), lines.end(), line);
     _OnItemsModifying(kKvReportRemoved, lines.data(), count);
     m_impl->RemoveRows(line, count);
-    m_impl->Removed(std::move(lines), kKvReportRemoved);
+    m_impl->Removed(lines, kKvReportRemoved);
     return count;
 }
 
@@ -323,9 +322,8 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
         return 0;
     _OnItemsModifying(kKvReportRemoved, gone.data(), static_cast<int>(gone.size()));
     m_impl->RemoveRows(gone);
-    const int count = static_cast<int>(gone.size());
-    m_impl->Removed(std::move(gone), kKvReportRemoved);
-    return count;
+    m_impl->Removed(gone, kKvReportRemoved);
+    return static_cast<int>(gone.size());
 }
 
 void CKvReportListCtrl::RemoveAllRows()
@@ -353,7 +351,7 @@ int CKvReportListCtrl::SetItemText(int line, int column, const CString& text)
         return 1;
     _OnItemsModifying(kKvReportTextChanged, &line, 1);
     m_impl->Refill(line, [&] { m_impl->SetText(line, column, text); });
-    m_impl->Notify(kKvReportTextChanged, {line}, column);
+    m_impl->NotifyText(line, column);
     return 1;
 }
 

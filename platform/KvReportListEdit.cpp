@@ -112,6 +112,13 @@ void CKvReportListCtrl::Impl::CloseEditor()
     old->hide();
     old->deleteLater(); // it may be what called
     LayOut();
+    QMetaObject::invokeMethod(
+        &list,
+        [this] {
+            if (!editor)
+                list._OnEditClosed();
+        },
+        Qt::QueuedConnection);
     if (hadFocus)
         list.setFocus();
 }
@@ -201,6 +208,7 @@ void CKvReportListCtrl::_CommitEdit(int line, int column, const CString& text)
 }
 
 void CKvReportListCtrl::_CancelEdit(int, int) {}
+void CKvReportListCtrl::_OnEditClosed() {}
 
 void CKvReportListCtrl::_UpdateTextWidth()
 {

@@ -45,7 +45,10 @@ void CKvReportListCtrl::Impl::MoveCurrent(int line, Qt::KeyboardModifiers modifi
     if (!IsLine(line) || !rows.Row(line).shown)
         return;
     current = line;
+    const QPointer<CKvReportListCtrl> self(&list);
     ScrollByUser(scrollX, OffsetOf(line));
+    if (!self)
+        return;
     line = current; // who hears of the scrolling may move it
     if (line < 0)
         return;
@@ -271,8 +274,10 @@ void CKvReportListCtrl::OnTimer(UINT id)
                                                              : 0;
     if (impl.drag != Impl::Drag::kSelect || beyond == 0)
         return;
+    const QPointer<CKvReportListCtrl> self(this);
     impl.ScrollByUser(impl.scrollX, impl.scrollY + beyond);
-    impl.DragSelectionTo(point);
+    if (self)
+        impl.DragSelectionTo(point);
 }
 
 void CKvReportListCtrl::OnCaptureChanged()

@@ -44,13 +44,10 @@ CKvReportListCtrl::Impl::Impl(CKvReportListCtrl& control)
         bar->setFocusPolicy(Qt::NoFocus);
     }
     QObject::connect(verticalBar, &QScrollBar::valueChanged, &list, [this](int value) {
-        if (!isSyncing)
-            ScrollByUser(scrollX, kv::ReportBarScale(layout.MaxScrollY()).ToOffset(value));
+        ScrollByBar(scrollX, kv::ReportBarScale(layout.MaxScrollY()).ToOffset(value));
     });
-    QObject::connect(horizontalBar, &QScrollBar::valueChanged, &list, [this](int value) {
-        if (!isSyncing)
-            ScrollByUser(value, scrollY);
-    });
+    QObject::connect(horizontalBar, &QScrollBar::valueChanged, &list,
+                     [this](int value) { ScrollByBar(value, scrollY); });
 }
 
 QRect CKvReportListCtrl::Impl::RowRect(int line) const
@@ -152,13 +149,28 @@ std::int64_t CKvReportListCtrl::Impl::OffsetOf(int line) const
     return kv::OffsetToShow(scrollY, layout.cells.Height(), top, top + rows.Row(line).height);
 }
 
-void CKvReportListCtrl::Impl::ScrollByUser(int x, std::int64_t y)
+// @return whether the list moved.
+bool CKvReportListCtrl::Impl::ScrollsTo(int x, std::int64_t y)
 {
     const int xBefore = scrollX;
     const std::int64_t yBefore = scrollY;
     ScrollTo(x, y);
-    if (scrollX != xBefore || scrollY != yBefore)
+    return scrollX != xBefore || scrollY != yBefore;
+}
+
+void CKvReportListCtrl::Impl::ScrollByUser(int x, std::int64_t y)
+{
+    if (ScrollsTo(x, y))
         list._OnUserScroll();
+}
+
+// Told later: the bar is not done yet, and who hears of it may delete the list.
+void CKvReportListCtrl::Impl::ScrollByBar(int x, std::int64_t y)
+{
+    if (isSyncing || !ScrollsTo(x, y))
+        return;
+    QMetaObject::invokeMethod(
+        &list, [this] { list._OnUserScroll(); }, Qt::QueuedConnection);
 }
 
 void CKvReportListCtrl::Impl::RequestFrame()
@@ -232,10 +244,21 @@ void CKvReportListCtrl::Impl::RepaintRow(int line)
     RequestFrame();
 }
 
-void CKvReportListCtrl::Impl::Notify(int kind, CArray<int, int> lines, int column)
+// Of all kinds but a changed text.
+void CKvReportListCtrl::Impl::Notify(int kind, const CArray<int, int>& lines)
 {
-    rowsChanged = rowsChanged || kind != kKvReportTextChanged;
-    list._OnNotifyItemModify(kind, lines, column);
+    rowsChanged = true;
+    list._OnNotifyItemModify(kind, lines, -1);
+}
+
+// One array serves all texts, unless an override changes further ones: a list may get another text in every
+// row at once.
+void CKvReportListCtrl::Impl::NotifyText(int line, int column)
+{
+    CArray<int, int> lines = std::exchange(lineOfText, {});
+    lines.assign(1, line);
+    list._OnNotifyItemModify(kKvReportTextChanged, lines, column);
+    lineOfText = std::move(lines);
 }
 
 std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CStringArray>& texts,
@@ -256,11 +279,11 @@ void CKvReportListCtrl::Impl::Inserted(int line, int count)
     RowsResized();
     CArray<int, int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
-    Notify(kKvReportInserted, std::move(lines));
+    Notify(kKvReportInserted, lines);
 }
 
 // After rows went; an editor that was open in one of them goes, too.
-void CKvReportListCtrl::Impl::Removed(CArray<int, int> lines, int kind)
+void CKvReportListCtrl::Impl::Removed(const CArray<int, int>& lines, int kind)
 {
     const bool isEditLost = editor && editLine < 0;
     const int column = editColumn;
@@ -268,7 +291,7 @@ void CKvReportListCtrl::Impl::Removed(CArray<int, int> lines, int kind)
         CloseEditor();
     RowsResized();
     const QPointer<CKvReportListCtrl> self(&list);
-    Notify(kind, std::move(lines));
+    Notify(kind, lines);
     if (isEditLost && self)
         list._CancelEdit(-1, column);
 }

@@ -57,7 +57,9 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     void ScrollTo(int x, std::int64_t y);
     void Show(int line);
     std::int64_t OffsetOf(int line) const;
+    bool ScrollsTo(int x, std::int64_t y);
     void ScrollByUser(int x, std::int64_t y);
+    void ScrollByBar(int x, std::int64_t y);
 
     // The frame.
     void RequestFrame();
@@ -88,8 +90,9 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
             RowsResized();
     }
     void Inserted(int line, int count);
-    void Removed(CArray<int, int> lines, int kind);
-    void Notify(int kind, CArray<int, int> lines, int column = -1);
+    void Removed(const CArray<int, int>& lines, int kind);
+    void Notify(int kind, const CArray<int, int>& lines);
+    void NotifyText(int line, int column);
 
     // Selection by the user.
     void MoveCurrent(int line, Qt::KeyboardModifiers modifiers);
@@ -164,6 +167,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     int editHeight = 0; ///< of its line, when the editor was fitted to it
     CString editBegin;
 
+    CArray<int, int> lineOfText; ///< see `NotifyText`
     int suspended = 0;
     bool frameAsked = false;
     bool frameDue = false;       ///< something changed while suspended

@@ -103,6 +103,11 @@ int CKvReportListCtrl::GetShownCount() const
     return m_impl->rows.ShownCount();
 }
 
+int CKvReportListCtrl::GetShownSelCount() const
+{
+    return m_impl->rows.SelectedShownCount();
+}
+
 int CKvReportListCtrl::NextShownRow(int line, int step) const
 {
     const int count = m_impl->rows.Count();

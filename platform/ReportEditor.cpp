@@ -37,6 +37,7 @@ ReportEditor::ReportEditor(QWidget* port, bool isMultiLine, ReportEditorHooks ho
         const auto tell = m_hooks.changed; // may let go of this editor
         tell();
     };
+    connect(document(), &QTextDocument::contentsChanged, this, &ReportEditor::UpdateDirection);
     connect(this, &QPlainTextEdit::textChanged, this, changed);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, changed);
 }
@@ -44,6 +45,19 @@ ReportEditor::ReportEditor(QWidget* port, bool isMultiLine, ReportEditorHooks ho
 void ReportEditor::LetGo()
 {
     m_hooks = {[] {}, [](int, bool) {}, [] {}, [](const QString&) { return false; }};
+}
+
+// As the first letter that has one reads, so that an Arabic or Hebrew text stands at the right.
+void ReportEditor::UpdateDirection()
+{
+    QTextOption option = document()->defaultTextOption();
+    const Qt::LayoutDirection direction =
+        document()->toRawText().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+    if (option.textDirection() == direction)
+        return;
+    option.setTextDirection(direction);
+    option.setAlignment(direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
+    document()->setDefaultTextOption(option);
 }
 
 QSize ReportEditor::NaturalSize() const

@@ -39,6 +39,7 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    void UpdateDirection();
     bool IsEndingKey(const QKeyEvent& event) const;
     void TakeKey(QKeyEvent& event);
 

@@ -79,15 +79,15 @@ void CKvSubTitleTxtListEditor::Impl::ShowTimes(int line, const kv::SubtitleTimes
 
 void CKvSubTitleTxtListEditor::Impl::ShowAllTimes()
 {
-    list._PrivateEnableUpdate(0);
+    const FrameHold hold(list);
     for (int line = 0; line < list.GetItemCount(); ++line)
         ShowTimes(line, TimesOf(line));
-    list._PrivateEnableUpdate(1);
 }
 
 void CKvSubTitleTxtListEditor::Impl::FollowPlayback()
 {
-    if (follows && !userScrolled && !list.IsEditing())
+    // Nothing moves away under an open cell or under the pointer that is dragging.
+    if (follows && !userScrolled && !list.IsEditing() && !list.HasCapture())
         list.EnsureVisible(list.GetPlayIndex());
 }
 
@@ -147,20 +147,18 @@ int CKvSubTitleTxtListEditor::EmptyAll()
 
 int CKvSubTitleTxtListEditor::EmptyAllTimeCode()
 {
-    _PrivateEnableUpdate(0);
+    const FrameHold hold(*this);
     for (int line = 0; line < GetItemCount(); ++line)
         m_impl->SetTimes(line, {});
-    _PrivateEnableUpdate(1);
     return 1;
 }
 
 int CKvSubTitleTxtListEditor::UpdateAllTemplateName(const wchar_t* templateName)
 {
     const CString name = templateName ? templateName : L"";
-    _PrivateEnableUpdate(0);
+    const FrameHold hold(*this);
     for (int line = 0; line < GetItemCount(); ++line)
         SetItemText(line, kKvSubTitleTemplate, name);
-    _PrivateEnableUpdate(1);
     return 1;
 }
 
@@ -320,6 +318,19 @@ void CKvSubTitleTxtListEditor::_OnNotifyItemModify(int kind, const CArray<int, i
         m_impl->playKey = 0;
     if (kind != kKvReportTextChanged)
         m_impl->plays.reset();
+    if (kind == kKvReportOrderChanged)
+        m_impl->FollowPlayback();
+}
+
+void CKvSubTitleTxtListEditor::OnSize(int width, int height)
+{
+    CKvTextListBase::OnSize(width, height);
+    m_impl->FollowPlayback();
+}
+
+void CKvSubTitleTxtListEditor::_OnEditClosed()
+{
+    m_impl->FollowPlayback();
 }
 
 BOOL CKvSubTitleTxtListEditor::_GetItemBKColor(int line, int column, int state, DWORD& colour)

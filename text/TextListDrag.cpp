@@ -114,8 +114,11 @@ void CKvTextListBase::OnTimer(UINT id)
     }
     const CPoint offset = GetScrollOffset();
     SetScrollOffset({offset.x, offset.y + m_impl->dropScroll});
+    const QPointer<CKvTextListBase> self(this);
     if (GetScrollOffset().y != offset.y)
         _OnUserScroll();
+    if (!self)
+        return;
     const CRect cells = GetCellsRect();
     m_impl->ShowDropLine(m_impl->DropLineAt(m_impl->dropScroll < 0 ? cells.top : cells.bottom));
 }

@@ -27,11 +27,11 @@ public:
     }
     bool IsSelected(int row) override { return m_impl.list.IsItemSelected(row) != 0; }
 
-    std::vector<RowText> TakeChanges() { return std::move(m_changes); }
+    std::deque<RowText> TakeChanges() { return std::move(m_changes); }
 
 private:
     Impl& m_impl;
-    std::vector<RowText> m_changes;
+    std::deque<RowText> m_changes; // grows without moving what it has
     int m_lastChanged = -1;
 };
 
@@ -81,7 +81,7 @@ int CKvTextListBase::FindReplace(int startRow, int mode, const CString& find, co
             impl.list.SetSelItem(match->row);
         impl.list.EnsureVisible(match->row);
     };
-    if (std::vector<Impl::RowText> changes = texts.TakeChanges(); !changes.empty())
+    if (std::deque<Impl::RowText> changes = texts.TakeChanges(); !changes.empty())
         impl.Push(std::make_unique<Impl::ReplaceStep>(impl, std::move(changes), show));
     else
         show();

@@ -12,6 +12,7 @@
 #include <QUndoCommand>
 #include <QUndoStack>
 
+#include <deque>
 #include <optional>
 #include <span>
 #include <unordered_map>
@@ -198,6 +199,7 @@ protected:
 
 private:
     void Run(bool forward);
+    bool DoHeld(Impl& impl, bool forward);
 
     QPointer<CKvTextListBase> m_list;
     unsigned m_epoch;
@@ -229,7 +231,7 @@ class CKvTextListBase::Impl::ReplaceStep : public Step
 {
 public:
     /// @param show selects what was found behind the replacements, the first time.
-    ReplaceStep(Impl& impl, std::vector<RowText> texts, std::function<void()> show);
+    ReplaceStep(Impl& impl, std::deque<RowText> texts, std::function<void()> show);
 
 protected:
     bool Do(Impl& impl) override;
@@ -238,7 +240,7 @@ protected:
     bool IsSilentAtFirst() const override { return true; }
 
 private:
-    std::vector<RowText> m_texts;
+    std::deque<RowText> m_texts;
     std::function<void()> m_show;
 };
 

@@ -10,12 +10,12 @@
 
 namespace {
 
-template <typename Change>
-std::vector<std::uint64_t> KeysOf(const std::vector<Change>& changes)
+template <typename Changes>
+std::vector<std::uint64_t> KeysOf(const Changes& changes)
 {
     std::vector<std::uint64_t> keys;
     keys.reserve(changes.size());
-    for (const Change& change : changes)
+    for (const auto& change : changes)
         keys.push_back(change.key);
     return keys;
 }
@@ -56,18 +56,8 @@ void CKvTextListBase::Impl::Step::Run(bool forward)
     Impl& impl = *list->m_impl;
     const bool isFirst = !m_after;
     ++impl.running;
-    list->_PrivateEnableUpdate(0);
     const std::vector<Key> selected = isFirst ? m_before.selected : impl.SelectedKeys();
-    const bool isDone = forward ? Do(impl) : Undo(impl);
-    if (isDone && isFirst) {
-        m_after = impl.Remember();
-        m_contentAfter = ++impl.lastContent;
-    } else if (isDone) {
-        impl.Restore(forward ? *m_after : m_before);
-    }
-    if (isDone)
-        impl.content = forward ? m_contentAfter : m_contentBefore;
-    list->_PrivateEnableUpdate(1);
+    const bool isDone = DoHeld(impl, forward);
     setObsolete(!isDone);
     if (isDone && !(isFirst && IsSilentAtFirst())) {
         Notice notice = NoticeOf();
@@ -76,6 +66,22 @@ void CKvTextListBase::Impl::Step::Run(bool forward)
     }
     if (list)
         --impl.running;
+}
+
+bool CKvTextListBase::Impl::Step::DoHeld(Impl& impl, bool forward)
+{
+    const FrameHold hold(impl.list);
+    const bool isFirst = !m_after;
+    if (!(forward ? Do(impl) : Undo(impl)))
+        return false;
+    if (isFirst) {
+        m_after = impl.Remember();
+        m_contentAfter = ++impl.lastContent;
+    } else {
+        impl.Restore(forward ? *m_after : m_before);
+    }
+    impl.content = forward ? m_contentAfter : m_contentBefore;
+    return true;
 }
 
 // Whether this step may become part of the other one, which came before. What the host has saved between them
@@ -130,7 +136,7 @@ CKvTextListBase::Impl::Notice CKvTextListBase::Impl::CellStep::NoticeOf() const
     return {Notice::Kind::Cell, m_change.front().key, m_change.front().column};
 }
 
-CKvTextListBase::Impl::ReplaceStep::ReplaceStep(Impl& impl, std::vector<RowText> texts,
+CKvTextListBase::Impl::ReplaceStep::ReplaceStep(Impl& impl, std::deque<RowText> texts,
                                                 std::function<void()> show)
     : Step(impl, kv::kReplaceStep)
     , m_texts(std::move(texts))
@@ -138,7 +144,8 @@ CKvTextListBase::Impl::ReplaceStep::ReplaceStep(Impl& impl, std::vector<RowText>
 {
 }
 
-// One string serves all rows: with very many of them allocations take most of the time.
+// One string serves all rows, and each text its successor's: with very many of them allocations take most of
+// the time.
 bool CKvTextListBase::Impl::ReplaceStep::Do(Impl& impl)
 {
     const std::vector<int> lines = impl.LinesOf(KeysOf(m_texts));
@@ -149,7 +156,7 @@ bool CKvTextListBase::Impl::ReplaceStep::Do(Impl& impl)
             continue;
         present = impl.list.ViewItemText(lines[i], 0);
         impl.list._SetCellValue(lines[i], 0, m_texts[i].text);
-        m_texts[i].text.swap(present);
+        m_texts[i].text.assign(present);
         isAny = true;
     }
     if (const auto show = std::exchange(m_show, {}))

@@ -7,6 +7,8 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include <climits>
+
 namespace {
 
 using AppLogList = LogFixture;
@@ -130,6 +132,10 @@ TEST_F(AppLogList, EveryLineCountsAndOnlyMessagesTrim)
     log.SetSelItem(-1);
     log.SetMaxLogLineCounts(100, 1);
     EXPECT_EQ(Selected(), Selection{}) << "nothing went, nothing is selected";
+    for (int round = 0; round < 2; ++round)
+        EXPECT_EQ(log.AddEmptySeparateLine(INT_MAX), 65534) << "no more than the largest maximum";
+    log.AddAppLogMsg(Message(0, L"x"));
+    EXPECT_EQ(log.GetItemCount(), 25);
 }
 
 TEST_F(AppLogList, CountsFollowWhatADerivedListDoes)

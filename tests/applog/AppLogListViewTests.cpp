@@ -117,6 +117,11 @@ TEST_F(AppLogListView, FollowsOnlyAtTheEnd)
     EXPECT_EQ(log.GetScrollOffset(), offset);
     EXPECT_EQ(Selected(), (Selection{3}));
     EXPECT_EQ(BadgeText(), "2 new") << "a hidden one is not there to be seen";
+    for (const auto& [mask, text] :
+         {std::pair(0x3FFu, "3 new"), std::pair(0x1FDu, "1 new"), std::pair(0x1FFu, "2 new")}) {
+        log.SetTypeFilter(mask);
+        EXPECT_EQ(BadgeText(), text) << "as the filter has it";
+    }
     QTest::mouseClick(Badge(), Qt::LeftButton);
     EXPECT_TRUE(log.IsEndInView());
     EXPECT_FALSE(Badge());
@@ -356,33 +361,51 @@ TEST_F(AppLogListView, WhatIsFoundStandsOnItsOwnGround)
 TEST_F(AppLogListView, PostedMessagesLeaveWhatAddingLeaves)
 {
     std::mt19937 random(7);
-    for (int round = 0; round < 40; ++round) {
+    const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    for (int round = 0; round < 120; ++round) {
+        SCOPED_TRACE(round);
         TestLog one;
         TestLog posted;
-        for (TestLog* list : {&one, &posted}) {
-            list->Initialize(1);
-            list->resize(600, 264);
-            list->SetMaxLogLineCounts(static_cast<WORD>(round * 3), 0);
-            list->SetFollowMode(round % 2);
-        }
-        for (int i = static_cast<int>(random() % 200); i > 0; --i) {
-            const SKvAppLogMsgData message = Message(static_cast<int>(random() % 12) - 1, std::to_wstring(i),
-                                                     static_cast<WORD>(random() % 3));
-            EXPECT_EQ(posted.PostAppLogMsg(message), one.AddAppLogMsg(message));
-            if (random() % 50 == 0) {
-                posted.SetSelItem(0);
-                posted.SetScrollOffset({});
-                one.SetSelItem(0);
-                one.SetScrollOffset({});
+        const int maximum = round;
+        const int mode = round % 2;
+        const auto both = [&](const auto& change) { change(one), change(posted); };
+        both([&](TestLog& list) {
+            list.Initialize(1);
+            list.resize(600, 264);
+            list.SetMaxLogLineCounts(static_cast<WORD>(maximum), 0);
+            list.SetFollowMode(mode);
+        });
+        int waiting = 0;
+        for (int i = below(300); i > 0; --i) {
+            const SKvAppLogMsgData message =
+                Message(below(12) - 1, std::to_wstring(i), static_cast<WORD>(below(3)));
+            const int added = one.AddAppLogMsg(message);
+            EXPECT_EQ(posted.PostAppLogMsg(message), added);
+            waiting += added;
+            const bool acts = below(50) == 0;
+            // Of more than the maximum the older ones are not followed.
+            if (acts || (mode == kKvAppLogFollowAtEnd && waiting >= maximum)) {
+                posted.GetItemCount();
+                waiting = 0;
             }
+            if (!acts)
+                continue;
+            const int line = below(100);
+            const auto mask = static_cast<DWORD>(random() | random());
+            both([&](TestLog& list) {
+                list.SetSelItem(line % 2 ? 0 : -1);
+                list.SetTypeFilter(mask);
+                list.SetScrollOffset({0, line * 24});
+            });
         }
-        ASSERT_EQ(posted.GetItemCount(), one.GetItemCount()) << round;
+        ASSERT_EQ(posted.GetItemCount(), one.GetItemCount());
         for (int line = 0; line < one.GetItemCount(); ++line) {
             EXPECT_EQ(posted.GetItemText(line, 0), one.GetItemText(line, 0));
             EXPECT_EQ(posted.GetItemText(line, 3), one.GetItemText(line, 3));
-            EXPECT_EQ(posted.IsItemSelected(line), one.IsItemSelected(line));
+            EXPECT_EQ(posted.IsItemSelected(line), one.IsItemSelected(line)) << line;
         }
-        EXPECT_EQ(posted.GetTopIndex(), one.GetTopIndex());
+        EXPECT_EQ(posted.GetScrollOffset(), one.GetScrollOffset());
+        EXPECT_EQ(posted.IsEndInView(), one.IsEndInView());
     }
 }
 

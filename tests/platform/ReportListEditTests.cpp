@@ -187,13 +187,7 @@ TEST_F(ReportList, HostMayDeleteTheListWhenAnOpenCellIsLeft)
     };
     for (const auto& [name, act] : cases) {
         SCOPED_TRACE(name);
-        auto* doomed = new TestList;
-        doomed->Create({0, 0, 300, 144}, WS_CHILD | WS_VISIBLE, &parent, 6);
-        doomed->InsertColumn(L"First", 100);
-        doomed->InsertColumn(L"Second", 100);
-        for (int i = 0; i < 3; ++i)
-            doomed->Add(L"row");
-        doomed->raise();
+        TestList* doomed = Doomed(3);
         doomed->EditCell(0, 0);
         ASSERT_TRUE(Editor());
         QTest::keyClicks(Editor(), "typed");
@@ -204,6 +198,43 @@ TEST_F(ReportList, HostMayDeleteTheListWhenAnOpenCellIsLeft)
         EXPECT_FALSE(guard);
         delete guard;
     }
+}
+
+TEST_F(ReportList, WhatIsTypedGoesWithTheList)
+{
+    bool isCommitted = false;
+    for (const bool withParent : {false, true}) {
+        auto* window = new QWidget;
+        auto* doomed = Doomed(1);
+        doomed->setParent(window);
+        doomed->committed = [&] { isCommitted = true; };
+        window->show();
+        doomed->EditCell(0, 0);
+        QTest::keyClicks(doomed->findChild<QPlainTextEdit*>(), "typed");
+        delete (withParent ? window : static_cast<QWidget*>(doomed));
+        if (!withParent)
+            delete window;
+        QApplication::processEvents();
+    }
+    EXPECT_FALSE(isCommitted);
+}
+
+TEST_F(ReportList, TheEditorReadsAsItsTextDoes)
+{
+    list.SetAutoSizeColumn(0);
+    Fill(1);
+    list.EditCell(0, 0);
+    const auto caretAt = [this](const QString& text) {
+        Editor()->clear();
+        for (const QChar character : text) // typed
+            Editor()->insertPlainText(character);
+        return Editor()->cursorRect().center().x() > Editor()->width() / 2 ? "right" : "left";
+    };
+    EXPECT_STREQ(caretAt("abc"), "left");
+    EXPECT_STREQ(caretAt("\u0645\u0631"), "right");
+    EXPECT_STREQ(caretAt("- 1 \u05d0"), "right") << "the first letter decides";
+    EXPECT_STREQ(caretAt("a \u05d0"), "left");
+    EXPECT_STREQ(caretAt("\u05d0\nabc"), "right") << "of the whole text";
 }
 
 TEST_F(ReportList, RefusedTextKeepsTheFocus)

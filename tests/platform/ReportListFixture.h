@@ -57,6 +57,7 @@ public:
     int cancelled = -2;
     int scrolled = 0;
     std::function<void()> committed;
+    std::function<void()> userScrolled;
     std::function<void()> asked; ///< by whatever asks about a cell or its text
     int dragged = -1;
 
@@ -110,7 +111,12 @@ protected:
         if (const auto tell = committed)
             tell();
     }
-    void _OnUserScroll() override { ++scrolled; }
+    void _OnUserScroll() override
+    {
+        ++scrolled;
+        if (const auto tell = userScrolled)
+            tell();
+    }
     CString _GetItemDescription(int line) const override { return line == 3 ? L"third" : L""; }
 };
 
@@ -132,6 +138,20 @@ protected:
         for (int i = 0; i < count; ++i)
             list.Add(L"row " + std::to_wstring(i));
         list.modifies.clear();
+    }
+    /// Another list, which the test is to delete.
+    TestList* Doomed(int count)
+    {
+        auto* doomed = new TestList;
+        doomed->Create({0, 0, 300, 144}, WS_CHILD | WS_VISIBLE, &parent, 6);
+        doomed->InsertColumn(L"First", 100);
+        doomed->InsertColumn(L"Second", 100);
+        for (int i = 0; i < count; ++i)
+            doomed->Add(L"row");
+        doomed->SetSelItem(0);
+        doomed->raise();
+        doomed->setFocus();
+        return doomed;
     }
     void Click(int line, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {

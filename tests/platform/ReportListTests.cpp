@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QPaintEvent>
 #include <QPointer>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextDocumentFragment>
 
@@ -266,20 +267,43 @@ TEST_F(ReportList, HostMayDeleteTheListInAnySelectionSignal)
     };
     for (const auto& [name, act] : cases) {
         SCOPED_TRACE(name);
-        auto* doomed = new List;
-        doomed->Create({0, 0, 300, 144}, WS_CHILD | WS_VISIBLE, &parent, 6);
-        doomed->InsertColumn(L"First", 100);
-        doomed->InsertColumn(L"Second", 100);
-        for (int i = 0; i < 3; ++i)
-            doomed->Add(L"row");
-        doomed->SetSelItem(0);
-        doomed->raise();
-        doomed->setFocus();
+        List* doomed = Doomed(3);
         const QPointer<List> guard(doomed);
         QObject::connect(doomed, &List::SelectionEdited, &parent, [doomed] { delete doomed; });
         act(*doomed);
         EXPECT_FALSE(guard);
         delete guard;
+    }
+}
+
+TEST_F(ReportList, DerivedListMayDieWhenTheUserScrolls)
+{
+    const std::pair<const char*, std::function<void(TestList&)>> cases[] = {
+        {"key", [](TestList& one) { QTest::keyClick(&one, Qt::Key_End); }},
+        {"wheel",
+         [](TestList& one) {
+             QWheelEvent event({20, 60}, one.mapToGlobal(QPointF(20, 60)), {}, {0, -120}, {}, {},
+                               Qt::NoScrollPhase, false);
+             QApplication::sendEvent(&one, &event);
+         }},
+        {"bar",
+         [](TestList& one) {
+             one.findChild<QScrollBar*>()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+         }},
+        {"dragging beyond the view",
+         [](TestList& one) {
+             QCursor::setPos(one.mapToGlobal(QPoint(20, 190)));
+             QTest::mousePress(&one, Qt::LeftButton, {}, {20, 60});
+         }},
+    };
+    for (const auto& [name, act] : cases) {
+        SCOPED_TRACE(name);
+        const QPointer<TestList> doomed(Doomed(30));
+        QApplication::processEvents(); // places the bar
+        doomed->userScrolled = [doomed] { delete doomed; };
+        act(*doomed);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return doomed.isNull(); }));
+        delete doomed;
     }
 }
 

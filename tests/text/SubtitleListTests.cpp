@@ -290,6 +290,25 @@ TEST_F(SubtitleList, FollowsPlaybackUntilTheUserScrolls)
     EXPECT_EQ(list.GetTopIndex(), scrolled);
     list.SetFollowPlayback(1);
     EXPECT_EQ(list.GetTopIndex(), 36);
+    list.SortItems(1, 0);
+    EXPECT_EQ(list.GetTopIndex(), 9) << "sorted";
+    list.EnsureVisible(0);
+    list.resize(500, 120);
+    EXPECT_EQ(list.GetTopIndex(), 6) << "another size";
+    for (const BOOL commit : {0, 1}) {
+        list.EnsureVisible(40);
+        list.EditCell(40, 0);
+        QTest::keyClicks(Editor(), "typed");
+        list.SetPlayIndex(9 + commit);
+        EXPECT_EQ(list.GetTopIndex(), 37) << "waits for the open cell";
+        list.EndEdit(commit);
+        QApplication::processEvents();
+        EXPECT_EQ(list.GetTopIndex(), 9 + commit);
+    }
+    list.resize(500, 144);
+    list.SortItems(1, 1);
+    list.SetPlayIndex(40);
+    EXPECT_EQ(list.GetTopIndex(), 36);
     list.EnsureVisible(0);
     list.SetPlayIndex(40);
     EXPECT_EQ(list.GetTopIndex(), 0) << "set before";
