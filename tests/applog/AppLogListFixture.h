@@ -2,8 +2,11 @@
 #pragma once
 
 #include "KvAppLogListCtrl.h"
+#include "KvGuiRes.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -85,12 +88,31 @@ protected:
         log.GetSelItems(lines);
         return lines;
     }
+    /// Another list, which the test is to delete.
+    TestLog* Doomed(const wchar_t* text)
+    {
+        auto* doomed = new TestLog;
+        doomed->Create({0, 0, 300, 200}, WS_CHILD | WS_VISIBLE, &parent, 9);
+        doomed->Initialize(1);
+        doomed->AddAppLogMsg(Message(0, text));
+        return doomed;
+    }
+    /// Makes a skin of these lines the present one, until `SetSkinFolder(nullptr)`.
+    void SetSkin(const QByteArray& colours)
+    {
+        QFile file(folder.filePath("skin.ini"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Colors]\n" + colours);
+        file.close();
+        KvGuiRes::SetSkinFolder(KvFromQString(folder.path()).c_str());
+    }
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&log, key, modifiers);
     }
 
     using Selection = CArray<int, int>;
+    QTemporaryDir folder;
     QWidget parent;
     TestLog log; // dies before its parent
 };

@@ -4,12 +4,10 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDate>
-#include <QFile>
 #include <QFileDialog>
 #include <QMenu>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <functional>
@@ -57,7 +55,6 @@ protected:
         });
     }
 
-    QTemporaryDir folder;
     std::vector<std::wstring> boxes;
     std::vector<UINT> styles;
 };
@@ -235,11 +232,7 @@ TEST_F(AppLogListLog, ClearingAsksAndTellsTheParent)
 TEST_F(AppLogListLog, MayDieInItsMenuItsBoxAndItsNotification)
 {
     for (const char* when : {"menu", "box", "notification"}) {
-        auto* own = new TestLog; // the parent's
-        own->Create({0, 0, 300, 200}, WS_CHILD | WS_VISIBLE, &parent, 9);
-        own->Initialize(1);
-        own->AddAppLogMsg(Message(0, L"x"));
-        const QPointer<TestLog> alive(own);
+        const QPointer<TestLog> alive(Doomed(L"x"));
         KvSetMessageBoxHandler([&](HWND, const std::wstring&, UINT) {
             if (when == std::string("box"))
                 delete alive;
@@ -259,8 +252,8 @@ TEST_F(AppLogListLog, MayDieInItsMenuItsBoxAndItsNotification)
             menu->setActiveAction(menu->actions().back());
             QTest::keyClick(menu, Qt::Key_Return);
         });
-        QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 100}, own->mapToGlobal(QPoint(5, 100)));
-        QApplication::sendEvent(own, &event);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 100}, alive->mapToGlobal(QPoint(5, 100)));
+        QApplication::sendEvent(alive, &event);
         EXPECT_TRUE(alive.isNull()) << when;
     }
 }

@@ -1,15 +1,12 @@
 // What the log list shows: filters, follow mode, search, and messages from other threads.
 #include "AppLogListFixture.h"
-#include "KvGuiRes.h"
 
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QToolButton>
 
 #include <random>
@@ -164,18 +161,6 @@ TEST_F(AppLogListView, AViewAtTheEndStaysThere)
     EXPECT_EQ(log.GetScrollOffset(), CPoint(0, 100)) << "another one stays, too";
 }
 
-TEST_F(AppLogListView, TheBadgeCountsWhatIsThere)
-{
-    log.SetFollowMode(kKvAppLogFollowAtEnd);
-    log.SetMaxLogLineCounts(60, 0);
-    Fill(50);
-    log.SetScrollOffset({});
-    Fill(8);
-    EXPECT_EQ(BadgeText(), "8 new");
-    Fill(100);
-    EXPECT_EQ(BadgeText(), QString("%1 new").arg(log.GetItemCount()));
-}
-
 TEST_F(AppLogListView, ScrollingLeavesNoTraceOfTheBadge)
 {
     log.SetFollowMode(kKvAppLogFollowAtEnd);
@@ -214,6 +199,7 @@ TEST_F(AppLogListView, WhenTheTopLineIsTrimmedTheViewGoesToTheFirst)
     log.AddAppLogMsg(Message(0, L"full again"));
     EXPECT_EQ(log.GetTopIndex(), 0);
     EXPECT_EQ(Selected(), Selection{});
+    EXPECT_EQ(BadgeText(), QString("%1 new").arg(log.GetItemCount())) << "of those that are left";
 }
 
 TEST_F(AppLogListView, FindsForwardsAndBackwards)
@@ -282,10 +268,7 @@ TEST_F(AppLogListView, TheSearchGoesOnFromItsMatch)
 TEST_F(AppLogListView, MayDieWhenItTellsWhatWasFound)
 {
     for (const Qt::Key key : {Qt::Key_N, Qt::Key_Return, Qt::Key_F3}) {
-        auto* own = new TestLog; // the parent's
-        own->Create({0, 0, 300, 200}, WS_CHILD | WS_VISIBLE, &parent, 9);
-        own->Initialize(1);
-        own->AddAppLogMsg(Message(0, L"needle"));
+        TestLog* own = Doomed(L"needle");
         own->ShowFindBar(1);
         auto* text = own->findChild<QLineEdit*>();
         text->setText(key == Qt::Key_N ? "" : "needle");
@@ -300,9 +283,6 @@ TEST_F(AppLogListView, MayDieWhenItTellsWhatWasFound)
 
 TEST_F(AppLogListView, WhatIsFoundIsShapedAsWithout)
 {
-    QTemporaryDir folder;
-    QFile file(folder.filePath("skin.ini"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     DWORD back = 0xFF1F1F22u;
     DWORD ink = 0xFFE2E2E4u;
     KvGuiRes::LoadColor(L"keReportListBKColor", back);
@@ -310,11 +290,9 @@ TEST_F(AppLogListView, WhatIsFoundIsShapedAsWithout)
     const auto line = [](const char* key, QColor colour) {
         return QString("%1=%2,%3,%4,255\n").arg(key).arg(colour.red()).arg(colour.green()).arg(colour.blue());
     };
-    file.write(("[Colors]\n" + line("keApplogFoundBKColor", QColor::fromRgba(back)) +
-                line("keApplogFoundTextColor", QColor::fromRgba(ink)))
-                   .toUtf8());
-    file.close();
-    KvGuiRes::SetSkinFolder(KvFromQString(folder.path()).c_str());
+    SetSkin((line("keApplogFoundBKColor", QColor::fromRgba(back)) +
+             line("keApplogFoundTextColor", QColor::fromRgba(ink)))
+                .toUtf8());
     log.AddAppLogMsg({Message(0, L"plain abc"), Message(0, L"tab\tand\nbreak\r\nabc"),
                       Message(0, L"\u05d0\u05d1\u05d2 abc \u05d3"), Message(0, L"\u0633\u0644abc\u0645"),
                       Message(0, L"long " + std::wstring(300, L'c'))});

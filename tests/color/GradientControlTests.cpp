@@ -4,14 +4,10 @@
 #include "tests/color/ControlEvents.h"
 #include "tests/color/GradientText.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
-#include <QPointer>
-#include <QTest>
 
 #include <gtest/gtest.h>
-#include <map>
 
 namespace {
 
@@ -31,26 +27,19 @@ public:
 // A control 209 x 60, so that 200 pixels are a whole gradient: markers at 4, 64, 124 and 204, mid points at
 // 34, 94 and 164. Messages are written "kind/phase"; behind "@" the index of the stop that the record points
 // to.
-class Gradient : public testing::Test
+class Gradient : public ControlTest<TestCtrl>
 {
 protected:
     Gradient() { Renew(); }
     void Renew()
     {
-        delete control;
-        control = new TestCtrl;
-        control->setGeometry(0, 0, 209, 60);
-        control->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &parent, kId);
-        parent.resize(209, 60);
-        parent.show();
-        QApplication::setActiveWindow(&parent); // the offscreen platform activates no window by itself
-        control->setFocus();
+        ControlTest::Renew({209, 60}, kId);
         control->SetSelectedKey(1);
         onMessage = {};
         runIsOpen = false;
         heard.clear();
     }
-    std::optional<LRESULT> Hear(UINT message, WPARAM wParam, LPARAM lParam)
+    void Hear(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         const auto& record = *reinterpret_cast<const GradientNotifyRecord*>(lParam);
         EXPECT_TRUE(message == WM_NOTIFY && wParam == kId && record.hdr.hwndFrom == control &&
@@ -60,8 +49,7 @@ protected:
             EXPECT_TRUE(record.phase == kKvPhaseBegin || runIsOpen) << "after " << heard;
             runIsOpen = record.phase != kKvPhaseEnd;
         }
-        heard += (heard.empty() ? "" : " ") + std::to_string(record.hdr.idFrom) + '/' +
-                 std::to_string(record.phase);
+        Say(std::to_string(record.hdr.idFrom) + '/' + std::to_string(record.phase));
         if (record.data) {
             SKvCGGradientKey* keys = nullptr;
             int count = 0;
@@ -70,7 +58,6 @@ protected:
         }
         if (onMessage)
             onMessage(messages++);
-        return std::nullopt;
     }
     std::string Stops() const
     {
@@ -78,12 +65,6 @@ protected:
         SKvCGGradientKey* keys = nullptr;
         control->GetData(count, &keys);
         return GradientText({keys, static_cast<std::size_t>(count)}, control->GetSelectedKey());
-    }
-    std::string Heard() { return std::exchange(heard, {}); }
-
-    void Mouse(QEvent::Type type, QPointF at, Qt::MouseButtons buttons)
-    {
-        SendMouse(*control, type, at, buttons);
     }
     void Control(QEvent::Type type, quint32 nativeKey)
     {
@@ -107,57 +88,29 @@ protected:
         window.setWindowModality(Qt::ApplicationModal);
         window.show();
     }
-    // Steps: P, D, M, N and U with a point are press, second press of a double click, move, move without the
-    // button and release; K with a key; C with bytes on the clipboard; X with a menu command and a point, Y
-    // with one by the menu key; A adds and L selects at a point, as a subclass does; H hides the control, V
-    // its parent; O opens a modal window; F takes the focus away; S sets other stops, T makes them the
-    // defaults, R resets, G selects the third stop, W makes the selected one blue; "!" forgets the messages
-    // so far.
-    void Run(const char* steps)
+    // Further steps: C with bytes on the clipboard; A adds and L selects at a point, as a subclass does; O
+    // opens a modal window; F takes the focus away; S sets other stops, T makes them the defaults, R resets,
+    // G selects the third stop, W makes the selected one blue; "!" forgets the messages so far.
+    Actions OwnActions(const Step& step) override
     {
-        for (const QString& step : QString(steps).split(' ')) {
-            if (control)
-                Do(step.front().toLatin1(), step.mid(1));
-        }
-    }
-    void Do(char step, const QString& what)
-    {
-        const QStringList parts = what.split(u',');
-        const QPoint at = parts.size() < 2 ? QPoint() : QPoint(parts.end()[-2].toInt(), parts.back().toInt());
-        const QKeyCombination key = QKeySequence(what)[0];
-        const std::map<char, std::function<void()>> actions{
-            {'P', [&] { Mouse(QEvent::MouseButtonPress, at, Qt::LeftButton); }},
-            {'D', [&] { Mouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton); }},
-            {'M', [&] { Mouse(QEvent::MouseMove, at, Qt::LeftButton); }},
-            {'N', [&] { Mouse(QEvent::MouseMove, at, {}); }},
-            {'U', [&] { Mouse(QEvent::MouseButtonRelease, at, {}); }},
-            {'K', [&] { QTest::keyClick(control.data(), key.key(), key.keyboardModifiers()); }},
-            {'C', [&] { Copy(QByteArray::fromHex(what.toLatin1())); }},
-            {'X', [&] { Menu(at, QString(parts.front()).replace(u'_', u' ')); }},
-            {'Y', [&] { Menu({}, what, QContextMenuEvent::Keyboard); }},
-            {'A', [&] { control->AddKey(at); }},
-            {'L', [&] { control->CheckSelectKey(at); }},
-            {'H', [&] { control->hide(); }},
-            {'V', [&] { parent.hide(); }},
-            {'O', [&] { ShowModalWindow(); }},
-            {'F', [&] { control->clearFocus(); }},
-            {'S', [&] { control->SetData(2, kOther); }},
-            {'T', [&] { control->SetDefaultData(2, kOther); }},
-            {'R', [&] { control->ResetDefault(); }},
-            {'G', [&] { control->SetSelectedKey(2); }},
-            {'W', [&] { control->SetColor(0xFF0000FFu); }},
-            {'!', [&] { Heard(); }},
+        return {
+            {'C', [=] { Copy(QByteArray::fromHex(step.text.toLatin1())); }},
+            {'A', [=, this] { control->AddKey(step.at); }},
+            {'L', [=, this] { control->CheckSelectKey(step.at); }},
+            {'O', [] { ShowModalWindow(); }},
+            {'F', [this] { control->clearFocus(); }},
+            {'S', [this] { control->SetData(2, kOther); }},
+            {'T', [this] { control->SetDefaultData(2, kOther); }},
+            {'R', [this] { control->ResetDefault(); }},
+            {'G', [this] { control->SetSelectedKey(2); }},
+            {'W', [this] { control->SetColor(0xFF0000FFu); }},
+            {'!', [this] { Heard(); }},
         };
-        actions.at(step)();
     }
 
-    QWidget parent;
-    KvMessageSink sink{&parent, [this](UINT m, WPARAM w, LPARAM l) { return Hear(m, w, l); }};
-    QPointer<TestCtrl> control;
     std::function<void(int index)> onMessage;
     int messages = 0;
     bool runIsOpen = false;
-    std::string heard;
 };
 
 constexpr char kFirst[] = "B0/0 *Y30 R60 M100";

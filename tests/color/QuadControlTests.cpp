@@ -3,9 +3,7 @@
 #include "tests/color/ControlEvents.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QClipboard>
-#include <QPointer>
 
 #include <gtest/gtest.h>
 #include <map>
@@ -23,37 +21,27 @@ public:
 
 // A control 160 x 60: corners of 20 x 20, the preview from (20, 12) to (140, 48). "c" is CornersChanged, a
 // message is the colour that it tells, "s" with a corner the signal after it.
-class QuadControl : public testing::Test
+class QuadControl : public ControlTest<TestCtrl>
 {
 protected:
     QuadControl() { Renew(); }
     void Renew()
     {
-        delete control;
-        control = new TestCtrl;
-        control->setGeometry(0, 0, 160, 60);
-        control->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &parent, 1003);
+        ControlTest::Renew({160, 60}, 1003);
         QObject::connect(control, &CKvQuadGradCtrl::CornersChanged, [this] { Say("c"); });
         QObject::connect(control, &CKvQuadGradCtrl::CornerSelected,
                          [this](int corner) { Say('s' + std::to_string(corner)); });
-        parent.resize(160, 60);
-        parent.show();
-        QApplication::setActiveWindow(&parent);
-        control->setFocus();
         onMessage = {};
         heard.clear();
     }
-    void Say(const std::string& what) { heard += (heard.empty() ? "" : " ") + what; }
-    std::optional<LRESULT> Hear(UINT message, WPARAM wParam, LPARAM lParam)
+    void Hear(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         const auto& record = *reinterpret_cast<const KvNotifyHeader*>(lParam);
         EXPECT_TRUE(message == WM_NOTIFY && wParam == 0 && record.hwndFrom == control && record.idFrom == 0);
         Say(QString::number(record.code, 16).toStdString());
         if (onMessage)
             onMessage();
-        return std::nullopt;
     }
-    std::string Heard() { return std::exchange(heard, {}); }
     std::string Corners() const
     {
         static const std::map<DWORD, std::string> names{
@@ -69,37 +57,14 @@ protected:
         }
         return text;
     }
-    // Steps: P with a point is a press; K with a key; X with a menu command and a point, Y with one by the
-    // menu key; D with a text and a point drops it; N selects no corner.
-    void Run(const char* steps)
+    // Further steps: D with a text and a point drops it; N selects no corner.
+    Actions OwnActions(const Step& step) override
     {
-        for (const QString& step : QString(steps).split(' ')) {
-            if (control)
-                Do(step.front().toLatin1(), step.mid(1));
-        }
-    }
-    void Do(char step, const QString& what)
-    {
-        const QStringList parts = what.split(u',');
-        const QPoint at = parts.size() < 2 ? QPoint() : QPoint(parts.end()[-2].toInt(), parts.back().toInt());
-        const QKeyCombination key = QKeySequence(what)[0];
-        const QString text = QString(parts.front()).replace(u'_', u' ');
-        const std::map<char, std::function<void()>> actions{
-            {'P', [&] { SendMouse(*control, QEvent::MouseButtonPress, at, Qt::LeftButton); }},
-            {'K', [&] { QTest::keyClick(control.data(), key.key(), key.keyboardModifiers()); }},
-            {'X', [&] { UseContextMenu(*control, at, text); }},
-            {'Y', [&] { UseContextMenu(*control, {}, text, QContextMenuEvent::Keyboard); }},
-            {'D', [&] { DropText(*control, at, text); }},
-            {'N', [&] { control->SetSelectedCorner(-1); }},
-        };
-        actions.at(step)();
+        return {{'D', [=, this] { DropText(*control, step.at, step.command); }},
+                {'N', [this] { control->SetSelectedCorner(-1); }}};
     }
 
-    QWidget parent;
-    KvMessageSink sink{&parent, [this](UINT m, WPARAM w, LPARAM l) { return Hear(m, w, l); }};
-    QPointer<TestCtrl> control;
     std::function<void()> onMessage;
-    std::string heard;
 };
 
 TEST_F(QuadControl, UserActions)

@@ -36,25 +36,18 @@ public:
 
 // A grid of 3 by 8, 92 x 83: cells of 30 x 10, the alpha cells from row 70 on, each 23 wide. Messages are
 // written "index/store#colour".
-class SwatchGrid : public testing::Test
+class SwatchGrid : public ControlTest<TestGrid>
 {
 protected:
     SwatchGrid() { Renew(); }
     void Renew()
     {
-        delete grid;
         CKvSolidColorTemplate::SetSystemFolder(KvFromQString(QString::fromStdString(folder.Path().string())));
         QFile file(FileName());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(kProfile) > 0);
         file.close();
-        grid = new TestGrid;
-        grid->setGeometry(0, 0, 92, 83);
-        grid->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &parent, kId);
+        ControlTest::Renew({92, 83}, kId);
         ASSERT_TRUE(TestGrid::ReadFile(KvFromQString(FileName()), false));
-        parent.resize(92, 83);
-        parent.show();
-        QApplication::setActiveWindow(&parent);
-        grid->setFocus();
         onMessage = {};
         heard.clear();
     }
@@ -68,52 +61,19 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
     }
-    std::optional<LRESULT> Hear(UINT message, WPARAM wParam, LPARAM lParam)
+    void Hear(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         const auto& record = *reinterpret_cast<const KvSwatchNotifyRecord*>(lParam);
         EXPECT_TRUE(message == WM_NOTIFY && wParam == kId && record.header.idFrom == kId);
-        EXPECT_TRUE(record.header.hwndFrom == grid && record.header.code == 0xFFFFFFD7u);
-        heard += (heard.empty() ? "" : " ") + std::to_string(record.index) + '/' +
-                 std::to_string(record.store) + '#' + QString::number(*record.colour, 16).toStdString();
+        EXPECT_TRUE(record.header.hwndFrom == control && record.header.code == 0xFFFFFFD7u);
+        Say(std::to_string(record.index) + '/' + std::to_string(record.store) + '#' +
+            QString::number(*record.colour, 16).toStdString());
         if (onMessage)
             onMessage(record);
-        return std::nullopt;
-    }
-    std::string Heard() { return std::exchange(heard, {}); }
-    // Steps: P, M and U with a point are press, move and release; K with a key; X with a menu command and a
-    // point, Y with one by the menu key; H hides the grid, E disables it.
-    void Run(const char* steps)
-    {
-        for (const QString& step : QString(steps).split(' ')) {
-            if (grid)
-                Do(step.front().toLatin1(), step.mid(1));
-        }
-    }
-    void Do(char step, const QString& what)
-    {
-        const QStringList parts = what.split(u',');
-        const QPoint at = parts.size() < 2 ? QPoint() : QPoint(parts.end()[-2].toInt(), parts.back().toInt());
-        const QKeyCombination key = QKeySequence(what)[0];
-        const QString command = QString(parts.front()).replace(u'_', u' ');
-        const std::map<char, std::function<void()>> actions{
-            {'P', [&] { SendMouse(*grid, QEvent::MouseButtonPress, at, Qt::LeftButton); }},
-            {'M', [&] { SendMouse(*grid, QEvent::MouseMove, at, Qt::LeftButton); }},
-            {'U', [&] { SendMouse(*grid, QEvent::MouseButtonRelease, at, {}); }},
-            {'K', [&] { QTest::keyClick(grid.data(), key.key(), key.keyboardModifiers()); }},
-            {'X', [&] { UseContextMenu(*grid, at, command); }},
-            {'Y', [&] { UseContextMenu(*grid, {}, command, QContextMenuEvent::Keyboard); }},
-            {'H', [&] { grid->hide(); }},
-            {'E', [&] { grid->setEnabled(false); }},
-        };
-        actions.at(step)();
     }
 
     kv::TemporaryFolder folder;
-    QWidget parent;
-    KvMessageSink sink{&parent, [this](UINT m, WPARAM w, LPARAM l) { return Hear(m, w, l); }};
-    QPointer<TestGrid> grid;
     std::function<void(const KvSwatchNotifyRecord&)> onMessage;
-    std::string heard;
 };
 
 TEST_F(SwatchGrid, Picks)
@@ -150,7 +110,7 @@ TEST_F(SwatchGrid, Picks)
         Renew();
         Run(test.steps);
         EXPECT_EQ(Heard(), test.messages) << test.name;
-        EXPECT_FALSE(grid->HasCapture()) << test.name;
+        EXPECT_FALSE(control->HasCapture()) << test.name;
     }
 }
 
@@ -162,27 +122,27 @@ TEST_F(SwatchGrid, SignalsComeWithTheMessages)
             signalled += kind + std::to_string(index) + '#' + QString::number(colour, 16).toStdString() + ' ';
         };
     };
-    QObject::connect(grid, &CKvSolidColorTemplate::CellPicked, note('p'));
-    QObject::connect(grid, &CKvSolidColorTemplate::CellStoreRequested, note('s'));
+    QObject::connect(control, &CKvSolidColorTemplate::CellPicked, note('p'));
+    QObject::connect(control, &CKvSolidColorTemplate::CellStoreRequested, note('s'));
     Run("P35,5 U35,5 P91,82 U91,82 XSave_Current_Color,35,5");
     EXPECT_EQ(signalled, "p-1#ff00ff00 p3#ffffffff s1#ff00ff00 ");
 }
 
 TEST_F(SwatchGrid, SavesTheParentsColour)
 {
-    EXPECT_EQ(UseContextMenu(*grid, {5, 72}), QStringList{"Save Current Color"});
-    EXPECT_EQ(UseContextMenu(*grid, {5, 5}), QStringList{});
-    onMessage = [&](const KvSwatchNotifyRecord& record) { grid->SetCellColor(record.index, 0x40010203u); };
+    EXPECT_EQ(UseContextMenu(*control, {5, 72}), QStringList{"Save Current Color"});
+    EXPECT_EQ(UseContextMenu(*control, {5, 5}), QStringList{});
+    onMessage = [&](const KvSwatchNotifyRecord& record) { control->SetCellColor(record.index, 0x40010203u); };
     Run("XSave_Current_Color,35,15");
     EXPECT_EQ(Heard(), "4/0#0");
     EXPECT_TRUE(FileText().contains("Color_5= 1,2,3,64"));
     Run("KRight YSave_Current_Color");
     EXPECT_EQ(Heard(), "1/0#ff00ff00");
-    EXPECT_EQ(grid->GetCellColor(1), 0x40010203u);
+    EXPECT_EQ(control->GetCellColor(1), 0x40010203u);
 
     onMessage = [&](const KvSwatchNotifyRecord& record) {
-        grid->SetCellColor(record.index, 0xFF0A0B0Cu);
-        delete grid;
+        control->SetCellColor(record.index, 0xFF0A0B0Cu);
+        delete control;
     };
     Run("XSave_Current_Color,5,5");
     EXPECT_TRUE(FileText().contains("Color_1= 10,11,12,255")) << "the swatch outlives the grid";
@@ -192,15 +152,15 @@ TEST_F(SwatchGrid, ResetsToTheFactory)
 {
     Run("XReset_All,5,5");
     EXPECT_EQ(Heard(), "");
-    EXPECT_EQ(grid->GetCellColor(4), 0xFF050505u);
+    EXPECT_EQ(control->GetCellColor(4), 0xFF050505u);
     const QByteArray text = FileText();
     EXPECT_EQ(text.count("Color_1= 1,1,1,255"), 2) << text.constData();
-    grid->SetCellColor(0, 1);
-    EXPECT_EQ(grid->InitialData(0), 0) << "loaded once";
-    EXPECT_EQ(grid->GetCellColor(0), 1u);
+    control->SetCellColor(0, 1);
+    EXPECT_EQ(control->InitialData(0), 0) << "loaded once";
+    EXPECT_EQ(control->GetCellColor(0), 1u);
     QFile::remove(FileName());
-    EXPECT_EQ(grid->InitialData(1), 0);
-    EXPECT_EQ(grid->GetCellCount(), 5) << "a failure leaves the swatches";
+    EXPECT_EQ(control->InitialData(1), 0);
+    EXPECT_EQ(control->GetCellCount(), 5) << "a failure leaves the swatches";
 }
 
 TEST_F(SwatchGrid, AllGridsShowTheSameSwatches)
@@ -213,9 +173,9 @@ TEST_F(SwatchGrid, AllGridsShowTheSameSwatches)
     window.show();
     const auto middle = [&other](int x, int y) { return other.grab().toImage().pixel(x, y); };
     EXPECT_EQ(middle(45, 5), 0xFF00FF00u);
-    grid->SetCellColor(1, 0xFF102030u);
+    control->SetCellColor(1, 0xFF102030u);
     EXPECT_EQ(middle(45, 5), 0xFF102030u);
-    grid->SetCellColor(-1, 5), grid->SetCellColor(5, 5); // ignored
+    control->SetCellColor(-1, 5), control->SetCellColor(5, 5); // ignored
     EXPECT_TRUE(TestGrid::ReadFile(KvFromQString(FileName()), true));
     EXPECT_EQ(middle(45, 5), 0xFF020202u);
     other.SetNumRect(0, -3);
@@ -227,7 +187,7 @@ TEST_F(SwatchGrid, AllGridsShowTheSameSwatches)
 TEST_F(SwatchGrid, Pictures)
 {
     parent.setPalette(QPalette(QColor(0x20, 0x30, 0x40)));
-    grid->clearFocus();
+    control->clearFocus();
     const auto at = [this](int x, int y) { return parent.grab().toImage().pixel(x, y); };
     EXPECT_EQ(at(0, 0), 0xFF203040u) << "the gap";
     EXPECT_EQ(at(1, 1), 0xFF18181Au) << "the frame";
@@ -239,42 +199,42 @@ TEST_F(SwatchGrid, Pictures)
     EXPECT_EQ(at(91, 5), 0xFF203040u) << "no column";
     EXPECT_EQ(at(35, 78), 0xFF555555u);
 
-    SendMouse(*grid, QEvent::MouseMove, {75, 5}, {});
+    SendMouse(*control, QEvent::MouseMove, {75, 5}, {});
     EXPECT_EQ(at(61, 5), 0xFFFFFFFFu) << "hovered";
-    SendMouse(*grid, QEvent::MouseButtonPress, {75, 5}, Qt::LeftButton);
+    SendMouse(*control, QEvent::MouseButtonPress, {75, 5}, Qt::LeftButton);
     EXPECT_NE(at(75, 5), 0xFF0000FFu) << "pressed";
-    SendMouse(*grid, QEvent::MouseMove, {75, 25}, Qt::LeftButton);
+    SendMouse(*control, QEvent::MouseMove, {75, 25}, Qt::LeftButton);
     EXPECT_EQ(at(75, 5), 0xFF0000FFu) << "no longer pressed";
-    SendMouse(*grid, QEvent::MouseButtonRelease, {75, 25}, {});
-    grid->setEnabled(false);
+    SendMouse(*control, QEvent::MouseButtonRelease, {75, 25}, {});
+    control->setEnabled(false);
     EXPECT_EQ(at(75, 5), 0xFF2A2A2Au);
     EXPECT_EQ(at(35, 78), 0xFF2A2A2Au);
 }
 
 TEST_F(SwatchGrid, TakesAndGivesColours)
 {
-    EXPECT_TRUE(DropText(*grid, {35, 5}, "#123"));
-    EXPECT_EQ(grid->GetCellColor(1), 0xFF112233u);
+    EXPECT_TRUE(DropText(*control, {35, 5}, "#123"));
+    EXPECT_EQ(control->GetCellColor(1), 0xFF112233u);
     EXPECT_TRUE(FileText().contains("Color_2= 17,34,51,255"));
-    EXPECT_FALSE(DropText(*grid, {5, 72}, "#123")) << "on an alpha cell";
-    EXPECT_FALSE(DropText(*grid, {65, 15}, "#123")) << "beside the swatches";
-    EXPECT_FALSE(DropText(*grid, {35, 5}, "no colour"));
+    EXPECT_FALSE(DropText(*control, {5, 72}, "#123")) << "on an alpha cell";
+    EXPECT_FALSE(DropText(*control, {65, 15}, "#123")) << "beside the swatches";
+    EXPECT_FALSE(DropText(*control, {35, 5}, "no colour"));
     EXPECT_EQ(Heard(), "");
     Run("KRight KCtrl+C");
     EXPECT_EQ(QApplication::clipboard()->mimeData()->data(kFormat), QByteArray::fromHex("332211ff"));
     Run("KEnd KCtrl+C");
     EXPECT_EQ(QApplication::clipboard()->mimeData()->data(kFormat), QByteArray::fromHex("332211ff"));
-    grid->setEnabled(false);
-    EXPECT_FALSE(DropText(*grid, {35, 5}, "#456"));
+    control->setEnabled(false);
+    EXPECT_FALSE(DropText(*control, {35, 5}, "#456"));
 }
 
 TEST_F(SwatchGrid, DragsASwatchOut)
 {
     QString text;
     Run("P35,5 M35,35");
-    EXPECT_TRUE(grid->HasCapture()) << "not within the event";
-    QTimer::singleShot(0, grid, [&] {
-        if (const auto* drag = grid->findChild<QDrag*>()) {
+    EXPECT_TRUE(control->HasCapture()) << "not within the event";
+    QTimer::singleShot(0, control, [&] {
+        if (const auto* drag = control->findChild<QDrag*>()) {
             text = drag->mimeData()->text();
             EXPECT_EQ(drag->mimeData()->data(kFormat), QByteArray::fromHex("00ff00ff"));
         }
@@ -282,12 +242,12 @@ TEST_F(SwatchGrid, DragsASwatchOut)
     });
     QApplication::processEvents();
     EXPECT_EQ(text, "#ff00ff00");
-    EXPECT_FALSE(grid->HasCapture());
+    EXPECT_FALSE(control->HasCapture());
     EXPECT_EQ(Heard(), "");
 
     Run("P30,75 M35,35"); // an alpha cell stands for no colour
     QApplication::processEvents();
-    EXPECT_TRUE(grid->HasCapture());
+    EXPECT_TRUE(control->HasCapture());
     Run("U35,35");
     EXPECT_EQ(Heard(), "");
 }
@@ -297,9 +257,9 @@ TEST_F(SwatchGrid, ParentMayDeleteTheGridInItsHandler)
     for (const char* steps :
          {"P5,5 U5,5", "KReturn", "P5,72 U5,72", "XSave_Current_Color,5,5", "YSave_Current_Color"}) {
         Renew();
-        onMessage = [this](const KvSwatchNotifyRecord&) { delete grid; };
+        onMessage = [this](const KvSwatchNotifyRecord&) { delete control; };
         Run(steps);
-        EXPECT_FALSE(grid) << steps;
+        EXPECT_FALSE(control) << steps;
     }
 }
 
@@ -310,8 +270,8 @@ TEST_F(SwatchGrid, InstallsTheFactoryFileWhereThereIsNone)
     EXPECT_EQ(FileText(), before);
     CKvSolidColorTemplate::SetSystemFolder(CKvSolidColorTemplate::GetSystemFolder() + L"/new/deep");
     EXPECT_EQ(CKvSolidColorTemplate::InstallFactoryTemplate(), 1);
-    EXPECT_EQ(grid->InitialData(1), 1);
-    EXPECT_EQ(grid->GetCellCount(), 32);
+    EXPECT_EQ(control->InitialData(1), 1);
+    EXPECT_EQ(control->GetCellCount(), 32);
     CKvSolidColorTemplate::SetSystemFolder(KvFromQString(FileName())); // a file is no folder
     EXPECT_EQ(CKvSolidColorTemplate::InstallFactoryTemplate(), 0);
 }
@@ -319,13 +279,13 @@ TEST_F(SwatchGrid, InstallsTheFactoryFileWhereThereIsNone)
 TEST_F(SwatchGrid, CellsAreNamed)
 {
     CRect area;
-    EXPECT_EQ(grid->ToolTipAt({5, 5}, area), "R 255  G 0  B 0  A 128  #80FF0000");
+    EXPECT_EQ(control->ToolTipAt({5, 5}, area), "R 255  G 0  B 0  A 128  #80FF0000");
     EXPECT_EQ(area, CRect(0, 0, 30, 10));
-    EXPECT_EQ(grid->ToolTipAt({50, 75}, area), "Alpha 128");
+    EXPECT_EQ(control->ToolTipAt({50, 75}, area), "Alpha 128");
     EXPECT_EQ(area, CRect(46, 70, 69, 83));
-    EXPECT_EQ(grid->ToolTipAt({91, 5}, area), "");
+    EXPECT_EQ(control->ToolTipAt({91, 5}, area), "");
 
-    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(grid);
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(control);
     ASSERT_EQ(list->childCount(), 9);
     EXPECT_EQ(list->child(1)->text(QAccessible::Name), "Swatch 2 of 5, green");
     EXPECT_EQ(list->child(8)->text(QAccessible::Name), "Alpha 255");

@@ -1,29 +1,15 @@
 // Whatever host and user do in turn: rows, colours, play row, selection and time codes keep in step with a
 // model that does the same the plain way.
-#include "KvSubTitleTxtListEditor.h"
-
-#include <QApplication>
-#include <QPlainTextEdit>
-#include <QTest>
-#include <QUndoStack>
+#include "TextListFixture.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 #include <optional>
 #include <random>
 #include <set>
 
 namespace {
 
-constexpr DWORD kNone = 0xFFFFFFFFu;
-using Lines = CArray<int, int>;
-
-class TestList : public CKvSubTitleTxtListEditor
-{
-public:
-    using CKvSubTitleTxtListEditor::EditCell;
-    using CKvSubTitleTxtListEditor::EndEdit;
-};
+using namespace kv::test;
 
 struct Row
 {
@@ -156,17 +142,9 @@ private:
     int m_lastId = 0;
 };
 
-class Properties : public testing::Test
+class Properties : public SubtitleFixture
 {
 protected:
-    Properties()
-    {
-        list.Create({0, 0, 500, 144}, WS_CHILD | WS_VISIBLE, &parent, 5);
-        parent.show();
-        QApplication::setActiveWindow(&parent);
-        list.setFocus();
-        list.GetItemBkColor(0, &theme, nullptr);
-    }
     int Below(int end) { return end <= 0 ? 0 : static_cast<int>(random() % static_cast<unsigned>(end)); }
     DWORD Frame() { return Below(5) == 0 ? kNone : static_cast<DWORD>(Below(1000)); }
     Row NewRow()
@@ -176,10 +154,6 @@ protected:
             std::nullopt};
     }
     Row& At(int line) { return model.rows[static_cast<std::size_t>(line)]; }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(&list, key, modifiers);
-    }
 
     void Host(int action);
     void User(int action);
@@ -188,10 +162,7 @@ protected:
     void Check();
 
     std::mt19937 random;
-    QWidget parent;
-    TestList list;
     Model model;
-    DWORD theme = 0;
 };
 
 void Properties::Sort(int column, bool ascending)
@@ -245,7 +216,7 @@ void Properties::EditCell(int line, int column)
         (column == 1 ? after.in : after.out) = static_cast<DWORD>(Below(20));
     text = column == 0 ? text : std::to_wstring(column == 1 ? after.in : after.out);
     ASSERT_TRUE(list.EditCell(line, column));
-    qobject_cast<QPlainTextEdit*>(QApplication::focusWidget())->setPlainText(KvToQString(text));
+    Editor()->setPlainText(KvToQString(text));
     ASSERT_TRUE(list.EndEdit(1));
     const Row& before = At(line);
     if (after.text == before.text && after.in == before.in && after.out == before.out)
@@ -284,12 +255,12 @@ void Properties::User(int action)
         EditCell(first, Below(3));
     } else if (action < 5 && count > 0) {
         list.SetSelItem(lines);
-        Press(Qt::Key_Delete);
+        Key(Qt::Key_Delete);
         model.Push({Step::kRemove, {}, {}, {model.rows.begin() + first, model.rows.begin() + last + 1}});
     } else if (action == 5 && count > 0) {
         list.SetSelItem(lines);
-        Press(Qt::Key_C, Qt::ControlModifier);
-        Press(Qt::Key_V, Qt::ControlModifier);
+        Key(Qt::Key_C, Qt::ControlModifier);
+        Key(Qt::Key_V, Qt::ControlModifier);
         Step step{Step::kInsert, {}, {}, {model.rows.begin() + first, model.rows.begin() + last + 1}};
         for (Row& row : step.rows)
             row.id = model.NewId();
@@ -298,20 +269,20 @@ void Properties::User(int action)
         model.Push(std::move(step));
     } else if (action == 6 && count > 0) {
         list.SetSelItem(lines);
-        Press(Below(2) ? Qt::Key_Up : Qt::Key_Down, Qt::AltModifier);
+        Key(Below(2) ? Qt::Key_Up : Qt::Key_Down, Qt::AltModifier);
         if (list.GetUndoStack()->index() == static_cast<int>(model.done.size()) + 1) {
-            Press(Qt::Key_Z,
-                  Qt::ControlModifier); // the rows are where they were; neither knows of it any more
+            Key(Qt::Key_Z,
+                Qt::ControlModifier); // the rows are where they were; neither knows of it any more
             list.GetUndoStack()->clear();
             model.done.clear();
             model.undone.clear();
         }
     } else if (action < 9) {
         model.Undo();
-        Press(Qt::Key_Z, Qt::ControlModifier);
+        Key(Qt::Key_Z, Qt::ControlModifier);
     } else {
         model.Redo();
-        Press(Qt::Key_Y, Qt::ControlModifier);
+        Key(Qt::Key_Y, Qt::ControlModifier);
     }
 }
 

@@ -1,6 +1,7 @@
-// A text list in a window, of which five rows are in view.
+// The lists of texts in a window, of which five rows are in view.
 #pragma once
 
+#include "KvSubTitleTxtListEditor.h"
 #include "KvTextEditListCtrl.h"
 
 #include <QApplication>
@@ -12,60 +13,91 @@
 
 namespace kv::test {
 
+inline constexpr DWORD kNone = 0xFFFFFFFFu;
 using Lines = CArray<int, int>;
 
-class TextTestList : public CKvTextEditListCtrl
+template <typename List>
+class TestListOf : public List
 {
 public:
-    using CKvTextEditListCtrl::EditCell;
-    using CKvTextEditListCtrl::EndEdit;
-    using CKvTextEditListCtrl::GetCellRect;
-    using CKvTextEditListCtrl::GetCurrentItem;
-    using CKvTextEditListCtrl::GetEditLine;
-    using CKvTextEditListCtrl::GetScrollOffset;
-    using CKvTextEditListCtrl::IsEditing;
-    using CKvTextEditListCtrl::SetScrollOffset;
+    using List::_GetItemDescription;
+    using List::EditCell;
+    using List::EndEdit;
+    using List::EnsureVisible;
+    using List::GetCellRect;
+    using List::GetCurrentItem;
+    using List::GetEditColumn;
+    using List::GetEditLine;
+    using List::GetScrollOffset;
+    using List::IsEditing;
+    using List::SetScrollOffset;
 };
 
-class TextList : public testing::Test
+template <typename List>
+class ListFixture : public testing::Test
 {
 protected:
-    TextList()
+    explicit ListFixture(int height)
     {
-        parent.resize(400, 200);
-        list.Create({0, 0, 300, 120}, WS_CHILD | WS_VISIBLE, &parent, 5); // five rows
+        parent.resize(600, 200);
+        list.Create({0, 0, 500, height}, WS_CHILD | WS_VISIBLE, &parent, 5);
         parent.show();
         QApplication::setActiveWindow(&parent);
         list.setFocus();
-    }
-    CStringArray Texts() const
-    {
-        CStringArray texts{L"?"};
-        list.GetString(texts);
-        return texts;
-    }
-    Lines Selected() const
-    {
-        Lines lines;
-        list.GetAllSelItems(lines);
-        return lines;
     }
     QPlainTextEdit* Editor() const { return qobject_cast<QPlainTextEdit*>(QApplication::focusWidget()); }
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&list, key, modifiers);
     }
-    void Type(int line, const char* text, Qt::Key end = Qt::Key_Return)
+    void Type(int line, int column, const char* text, Qt::Key end = Qt::Key_Return)
     {
-        list.EditCell(line, 0);
+        list.EditCell(line, column);
         QTest::keyClicks(Editor(), QLatin1String(text));
         QTest::keyClick(Editor(), end);
     }
     void Undo() { Key(Qt::Key_Z, Qt::ControlModifier); }
     void Redo() { Key(Qt::Key_Y, Qt::ControlModifier); }
+    Lines Selected() const
+    {
+        Lines lines{77};
+        list.GetAllSelItems(lines);
+        return lines;
+    }
 
     QWidget parent;
-    TextTestList list;
+    TestListOf<List> list;
+};
+
+using TextTestList = TestListOf<CKvTextEditListCtrl>;
+
+class TextList : public ListFixture<CKvTextEditListCtrl>
+{
+protected:
+    TextList() : ListFixture(120) {}
+    CStringArray Texts() const
+    {
+        CStringArray texts{L"?"};
+        list.GetString(texts);
+        return texts;
+    }
+    void Type(int line, const char* text, Qt::Key end = Qt::Key_Return)
+    {
+        ListFixture::Type(line, 0, text, end);
+    }
+};
+
+class SubtitleFixture : public ListFixture<CKvSubTitleTxtListEditor>
+{
+protected:
+    SubtitleFixture() : ListFixture(144) {} // with its header
+    using Times = std::pair<DWORD, DWORD>;
+    Times TimesOf(int line) const
+    {
+        Times times{1, 2};
+        list.GetTimeCode(line, times.first, times.second);
+        return times;
+    }
 };
 
 } // namespace kv::test

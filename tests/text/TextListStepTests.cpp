@@ -44,57 +44,32 @@ TEST_F(TextList, CommitsOfOneCellAreOneStep)
     EXPECT_EQ(rows.size(), 0);
 }
 
-TEST_F(TextList, StepsKnowTheirRows)
+TEST_F(TextList, AStepWhoseRowIsGoneLeavesWithoutAWord)
 {
-    list.AddString({L"a", L"b", L"c", L"d"});
-    Type(2, "edited");
-    list.SetSelItem(1);
-    Key(Qt::Key_Delete); // "b"
-    list.SortItems(0, 0);
-    list.InsertString(0, L"host");
-    EXPECT_EQ(Texts(), (CStringArray{L"host", L"edited", L"d", L"a"}));
-    Undo();
-    EXPECT_EQ(Texts(), (CStringArray{L"host", L"b", L"edited", L"d", L"a"}))
-        << "before the same row as before";
-    list.DeleteString(2);
+    list.AddString({L"a", L"b"});
+    Type(0, "edited");
+    Type(1, "b2");
+    list.DeleteString(1);
     QSignalSpy texts(&list, &CKvTextListBase::TextEdited);
     Undo();
-    EXPECT_EQ(list.GetUndoStack()->count(), 1) << "the step of the row that is gone has left";
-    EXPECT_EQ(texts.size(), 0);
-    Redo();
-    EXPECT_EQ(Texts(), (CStringArray{L"host", L"d", L"a"}));
+    EXPECT_EQ(Texts(), (CStringArray{L"a"})) << "passed over";
+    EXPECT_EQ(list.GetUndoStack()->count(), 1);
+    EXPECT_EQ(texts.size(), 1);
     list.ResetContent(1);
-    EXPECT_FALSE(list.GetUndoStack()->canUndo());
+    EXPECT_FALSE(list.GetUndoStack()->canUndo() || list.GetUndoStack()->canRedo());
     EXPECT_FALSE(list.IsModified());
 }
 
-TEST_F(TextList, WhatTheHostDoesAsAStepIsUndoneWhole)
+TEST_F(TextList, WhatTheHostDoesAsAStepIsNamedAndSilent)
 {
-    list.AddString({L"a", L"b", L"c", L"d"});
-    Type(1, "bb");
-    const CStringArray before = Texts();
+    list.AddString({L"a", L"b"});
     QSignalSpy rows(&list, &CKvTextListBase::RowsEdited);
     EXPECT_EQ(list.RunAsStep(L"nothing", [] {}), 0);
-    const auto change = [&] {
-        list.DeleteString(1); // the row that the user has edited
-        list.DeleteString(2);
-        list.InsertString(0, L"first");
-        list.InsertString(-1, L"last");
-    };
-    EXPECT_EQ(list.RunAsStep(L"host's", change), 1);
+    EXPECT_EQ(list.RunAsStep(L"host's", [&] { list.DeleteString(1); }), 1);
     EXPECT_EQ(rows.size(), 0);
-    const CStringArray after = Texts();
-    EXPECT_EQ(after, (CStringArray{L"first", L"a", L"c", L"last"}));
     EXPECT_EQ(list.GetUndoStack()->undoText(), "host's");
-    for (int round = 0; round < 2; ++round) {
-        Undo();
-        EXPECT_EQ(Texts(), before);
-        Undo();
-        EXPECT_EQ(Texts(), (CStringArray{L"a", L"b", L"c", L"d"})) << "the row is still the user's";
-        Redo();
-        Redo();
-        EXPECT_EQ(Texts(), after);
-    }
+    Undo();
+    EXPECT_EQ(rows.size(), 1);
 }
 
 // Rows that go one by one, each before one that goes later, between rows of the host's own, changed before,
@@ -122,6 +97,8 @@ TEST_F(TextList, WhateverAHostsStepDidComesBackInOrder)
     };
     for (int round = 0; round < 300; ++round) {
         SCOPED_TRACE(round);
+        if (list.GetItemCount() > 0 && below(4) == 0)
+            Type(below(list.GetItemCount()), "user's");
         const CStringArray before = Texts();
         if (list.RunAsStep(L"step", change) == 0)
             continue;

@@ -95,20 +95,14 @@ TEST_F(TextList, ColoursFollowTheirRows)
     check(0, "at first");
     list.SetSelItem(0);
     check(0, "selected");
-    list.InsertString(0, L"new");
-    check(1, "after an insertion above");
-    list.SortItems(0, 1);
-    EXPECT_EQ(Texts(), (CStringArray{L"a", L"b", L"c", L"new"}));
-    check(1, "sorted");
     list.SortItems(0, 0);
-    check(2, "sorted down");
+    check(1, "sorted down");
+    list.SetSelItem(1);
     Key(Qt::Key_Delete);
-    EXPECT_EQ(list.GetItemCount(), 3);
     Undo();
-    check(2, "back by undo");
-    EXPECT_EQ(Selected(), (Lines{2}));
+    check(1, "back by undo");
     list.SetSelItem(-1);
-    const QPoint inside = QRect(list.GetCellRect(2, 0)).topRight() - QPoint(8, -4);
+    const QPoint inside = QRect(list.GetCellRect(1, 0)).topRight() - QPoint(8, -4);
     EXPECT_EQ(list.grab().toImage().pixelColor(inside), QColor::fromRgba(red));
 }
 
