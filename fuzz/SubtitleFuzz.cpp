@@ -42,7 +42,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(again.cues.size() == rows.size() && again.faults.empty());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         Require(again.cues[i].in == rows[i].in && again.cues[i].out == rows[i].out);
-        Require(again.cues[i].settings == rows[i].settings && again.cues[i].identifier == rows[i].identifier);
+        Require(again.cues[i].identifier == rows[i].identifier);
+        // WebVTT has no settings in braces: they move behind the times.
+        if (format == titler::SubtitleFormat::WebVtt && rows[i].text.find("{\\") != std::string::npos)
+            continue;
+        Require(again.cues[i].settings == rows[i].settings);
         Require(!losesNothing || again.cues[i].text == rows[i].text);
     }
     return 0;

@@ -128,6 +128,8 @@ TEST_F(SubtitleWindow, EveryStepIsLogged)
     EXPECT_TRUE(window.windowTitle().startsWith("in.srt")) << "the log serves what is worked on";
     QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(LogHas("Undone: in time of subtitle 1: 00:00:02:00"));
+    EXPECT_TRUE(LogHas("Done: replace (subtitle 1)"));
+    EXPECT_FALSE(LogHas("split subtitle 1 (")) << "it says so itself";
     QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
     EXPECT_FALSE(panel.IsModified());
     window.Show(Workspace::Design);
@@ -158,7 +160,7 @@ TEST_F(SubtitleWindow, TheListsMenuHasTheCommandsOfRows)
                 if (panel.Commands().contains(action) && !action->isSeparator())
                     own << action->text();
             }
-            EXPECT_EQ(own.size(), 10);
+            EXPECT_EQ(own.size(), 7);
             EXPECT_FALSE(own.filter("Merge").isEmpty()) << own.join(", ").toStdString();
             for (QAction* action : menu->actions())
                 if (round == 1 && action->text().contains("Merge"))
@@ -170,6 +172,120 @@ TEST_F(SubtitleWindow, TheListsMenuHasTheCommandsOfRows)
     }
     EXPECT_EQ(list.GetItemCount(), 1);
     EXPECT_EQ(panel.Commands().size(), commands);
+}
+
+TEST_F(SubtitleWindow, TheListsOwnStepsSayToWhichRows)
+{
+    ASSERT_TRUE(Import("1\n00:00:01,000 --> 00:00:02,000\none\n\n2\n00:00:03,000 --> 00:00:04,000\ntwo\n\n"
+                       "3\n00:00:05,000 --> 00:00:06,000\nthree\n"));
+    Select(1);
+    OpenCell("other");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(LogHas("Done: edit text (subtitle 2)"));
+    Select(1);
+    Press(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_TRUE(LogHas("Done: move (subtitle 3)"));
+    list.SetSelItem({0, 1});
+    Press(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_TRUE(LogHas("Done: cut (subtitles 1\u20132)"));
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(LogHas("Done: paste (subtitles 2\u20133)"));
+    list.SetSelItem(0);
+    Press(Qt::Key_Delete);
+    EXPECT_TRUE(LogHas("Done: delete (subtitle 1)"));
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(LogHas("Undone: delete (subtitle 1)"));
+    Press(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_FALSE(LogHas("(subtitle 1) (")) << "once";
+}
+
+TEST_F(SubtitleWindow, TypingOverARowOpensItsCellWhichThenHasTheKeys)
+{
+    ASSERT_TRUE(Import(kThree));
+    Select(0);
+    QTest::keyClick(&list, 'H');
+    ASSERT_TRUE(list.IsEditing());
+    QTest::keyClicks(QApplication::focusWidget(), "io ");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(Row(0), "25-75 Hio ");
+    EXPECT_FALSE(window.Time().IsPlaying());
+}
+
+TEST_F(SubtitleWindow, RowsHaveAMenuAndTheHeaderHasNone)
+{
+    ASSERT_TRUE(Import(kThree));
+    for (const int y : {5, 40}) {
+        bool isOpen = false;
+        QTimer::singleShot(0, &window, [&] {
+            isOpen = QApplication::activePopupWidget() != nullptr;
+            if (isOpen)
+                QApplication::activePopupWidget()->close();
+        });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {20, y}, list.mapToGlobal(QPoint(20, y)));
+        QApplication::sendEvent(&list, &event);
+        QApplication::processEvents();
+        EXPECT_EQ(isOpen, y > 30) << y;
+    }
+}
+
+TEST_F(SubtitleWindow, GivesTheSelectedRowsATemplate)
+{
+    ASSERT_TRUE(Import(kThree));
+    const auto name = [this](int row) { return list.GetItemText(row, kKvSubTitleTemplate); };
+    const auto entries = [this] {
+        QStringList texts;
+        for (QAction* entry : Command("Template")->menu()->actions())
+            if (entry->isVisible() && !entry->isSeparator())
+                texts << entry->text() + (entry->isChecked() ? "*" : "");
+        return texts;
+    };
+    const auto choose = [this](const QString& text) {
+        for (QAction* entry : Command("Template")->menu()->actions())
+            if (entry->text() == text)
+                entry->trigger();
+    };
+    list.ModifyItem(1, nullptr, nullptr, nullptr, L"Sign & note");
+    Select(0);
+    list.SetSelItem({0, 1});
+    choose("Voice");
+    EXPECT_EQ(name(0) + name(1), L"VoiceVoice");
+    EXPECT_TRUE(LogHas("template \u201cVoice\u201d of subtitles 1\u20132"));
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(name(0) + name(1), L"Sign & note") << "one step";
+    Select(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return entries().contains("Sign && note*"); }));
+    EXPECT_EQ(entries(), (QStringList{"Bottom", "Top", "Voice", "Title", "Sign && note*", "&None"}));
+    Press(Qt::Key_2, Qt::AltModifier);
+    EXPECT_EQ(name(1), L"Top");
+    choose("&None");
+    EXPECT_EQ(name(1), L"");
+    EXPECT_TRUE(LogHas("no template for subtitle 2"));
+    window.Show(Workspace::Log);
+    for (QAction* entry : Command("Template")->menu()->actions())
+        EXPECT_TRUE(entry->isSeparator() || !entry->isEnabled()) << "its key is another one there";
+}
+
+TEST(SubtitlesUnderAMenuBar, TheLogUndoesWhatIsWorkedOn)
+{
+    MainWindow window(MainWindow::Caption::Menus);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    SubtitleList& list = window.Subtitles().List();
+    window.Project().Edit(EditKind::Single, "length", [](Project& project) { project.duration = 77; });
+    window.Show(Workspace::Subtitles);
+    list.RunAsStep(L"add", [&] { list.InserItem(-1, L"one", 0, 10, nullptr); });
+    window.Show(Workspace::Log);
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(list.GetItemCount(), 0);
+    EXPECT_EQ(window.Project().Current().duration, 77);
+    QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(list.GetItemCount(), 1);
+    window.Show(Workspace::Design);
+    window.Show(Workspace::Log);
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(list.GetItemCount(), 1);
+    EXPECT_NE(window.Project().Current().duration, 77);
 }
 
 } // namespace

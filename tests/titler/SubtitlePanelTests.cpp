@@ -129,6 +129,20 @@ TEST_F(SubtitleWindow, ALongFileLengthensTheProject)
     EXPECT_EQ(list.GetItemCount(), 1);
 }
 
+TEST_F(SubtitleWindow, TheLengthOfSubtitlesAloneIsNothingToAskFor)
+{
+    window.Project().New();
+    ASSERT_TRUE(Import("1\n00:00:01,000 --> 00:01:40,000\nlong\n\n"));
+    EXPECT_TRUE(window.Project().Steps().canUndo());
+    answer = IDCANCEL;
+    window.Project().Edit(EditKind::Single, "text", [](Project& project) { project.title.text = "more"; });
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(asked.size(), 1);
+    window.Project().Undo();
+    EXPECT_TRUE(window.close());
+    EXPECT_EQ(asked.size(), 1);
+}
+
 TEST_F(SubtitleWindow, AnotherRateKeepsTheFilesOwnTimes)
 {
     const QByteArray bytes = "1\n00:00:01,013 --> 00:00:02,987\nA\n\n";

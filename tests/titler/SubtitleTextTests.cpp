@@ -140,6 +140,12 @@ TEST(SubtitleText, SplitsOutsideOfMarkupAndKeepsIt)
         EXPECT_EQ(SplitSubtitle(row.text, 0.5), row.parts) << row.why;
 }
 
+TEST(SubtitleText, ReadsStylesInBracesAsTags)
+{
+    EXPECT_EQ(WithTags("{\\an8}{\\i1}a{\\i0} {\\b1}b{\\b} {\\i2}{i1}"),
+              "{\\an8}<i>a</i> <b>b</b> {\\i2}{i1}");
+}
+
 TEST(SubtitleText, CountsWhatIsRead)
 {
     const std::pair<const char*, int> rows[] = {

@@ -146,6 +146,46 @@ TEST_F(SubtitleFiles, RowsKeepWhatIsTheirsThroughEditsSortAndUndo)
     EXPECT_TRUE(asked.isEmpty());
 }
 
+TEST_F(SubtitleFiles, CopiedRowsBringAlongWhatIsTheirs)
+{
+    ASSERT_TRUE(Import("in.vtt", WithoutNote(kStyled)));
+    const QByteArray intro = "intro\n00:00:01.001 --> 00:00:02.019 align:end\nA B\n\n";
+    panel.show();
+    list.SetSelItem(0);
+    QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+    list.SetSelItem(1);
+    QTest::keyClick(&list, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(panel.Export(Path("copied.vtt")));
+    EXPECT_EQ(Read("copied.vtt").count(intro), 2);
+    list.SetSelItem(0);
+    QTest::keyClick(&list, Qt::Key_X, Qt::ControlModifier);
+    QTest::keyClick(&list, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(panel.Export(Path("moved.vtt")));
+    EXPECT_EQ(Read("moved.vtt").count(intro), 2);
+    EXPECT_TRUE(Read("moved.vtt").contains("line:10%\nC\n\nintro")) << "behind the next row";
+    Edit(0, L"another", 1, 2);
+    list.RunAsStep(L"insert", [&] { list.InserItem(-1, L"new", 75, 100, nullptr); });
+    EXPECT_TRUE(panel.Export(Path("other.vtt")));
+    EXPECT_TRUE(Read("other.vtt").endsWith("\n\n00:00:03.000 --> 00:00:04.000\nnew\n\n"));
+}
+
+TEST_F(SubtitleFiles, BracesNeverReachAWebVttFile)
+{
+    ASSERT_TRUE(Import("in.vtt", WithoutNote(kStyled)));
+    Edit(0, L"{\\an7}A", 25, 50);
+    Edit(1, L"{\\an2}C", 75, 100);
+    EXPECT_TRUE(panel.Export(Path("placed.vtt")));
+    EXPECT_TRUE(asked.isEmpty()) << asked.join(u' ').toStdString();
+    EXPECT_TRUE(Read("placed.vtt").contains("00:00:02.019 line:0 align:left\nA\n"))
+        << "its own alignment goes";
+    EXPECT_TRUE(Read("placed.vtt").contains("00:00:04.000\nC\n")) << "the place that it has anyway";
+    Edit(0, L"{\\an8}{\\i1}A {\\x", 25, 50);
+    EXPECT_TRUE(panel.Export(Path("styled.vtt")));
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_TRUE(asked[0].contains("styles and tags of row 1 are not kept")) << asked[0].toStdString();
+    EXPECT_TRUE(Read("styled.vtt").contains("line:0\nA {\\x\n")) << "what is no markup is text";
+}
+
 TEST_F(SubtitleFiles, TimesThatWereNotEditedKeepTheirMilliseconds)
 {
     QByteArray bytes;

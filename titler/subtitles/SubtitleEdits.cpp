@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QInputDialog>
+#include <QMenu>
 #include <QUndoStack>
 
 #include <algorithm>
@@ -49,19 +50,6 @@ private:
     QString m_question;
     Check m_check;
 };
-
-// "subtitle 12", "subtitles 3–7", "4 subtitles from 3 to 9". Ascending, at least one.
-QString NamedRows(const std::vector<int>& rows)
-{
-    const QString first = QString::number(rows.front() + 1);
-    const QString last = QString::number(rows.back() + 1);
-    const auto count = static_cast<int>(rows.size());
-    if (count == 1)
-        return Text(kTextSubtitleNamed, {first});
-    const bool areNeighbours = rows.back() - rows.front() + 1 == count;
-    return Text(areNeighbours ? kTextSubtitlesNamed : kTextSubtitlesApart,
-                {first, last, QString::number(count)});
-}
 
 // Where a row stands by its time: behind the last one that begins no later, else before the first one that
 // has a time; `otherwise` when none has.
@@ -137,18 +125,21 @@ void SubtitlePanel::BuildCommands()
     m_follow->setChecked(true);
     m_commands << nullptr;
     m_listMenu << nullptr;
-    int key = Qt::Key_1;
-    for (const QString& name : SubtitleTemplates()) {
-        QAction* use = AddCommand(kTextSubtitleTemplate, nullptr, Qt::ALT | static_cast<Qt::Key>(key++),
-                                  [this, name] { UseTemplate(name); });
-        use->setText(Text(kTextSubtitleTemplate, {name}));
-        m_listMenu << onRows(use);
-    }
+    QAction* templates = BuildTemplates()->menuAction();
+    m_commands << onRows(templates);
+    m_listMenu << templates;
+}
+
+QAction* SubtitlePanel::AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
+                                   std::function<void()> run)
+{
+    m_commands << MakeCommand(nameId, icon, key, std::move(run));
+    return m_commands.back();
 }
 
 // What is being typed in a cell counts, whatever comes.
-QAction* SubtitlePanel::AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
-                                   std::function<void()> run)
+QAction* SubtitlePanel::MakeCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
+                                    std::function<void()> run)
 {
     auto* command = new QAction(Text(nameId), this);
     command->setToolTip(Text(nameId + 1));
@@ -160,7 +151,6 @@ QAction* SubtitlePanel::AddCommand(UINT nameId, const wchar_t* icon, const QKeyS
         if (Settle())
             run();
     });
-    m_commands << command;
     return command;
 }
 
@@ -174,6 +164,7 @@ bool SubtitlePanel::Settle()
 
 void SubtitlePanel::Edit(const QString& step, const std::function<void()>& change)
 {
+    m_stepNames.insert(step);
     m_list->RunAsStep(step.toStdWString(), change);
     OnRowsChanged();
 }
@@ -299,17 +290,6 @@ void SubtitlePanel::ShiftRows()
     Edit(step, [&] {
         for (std::size_t i = 0; i < rows.size(); ++i)
             m_list->SetTimes(rows[i], shifted[i]);
-    });
-}
-
-void SubtitlePanel::UseTemplate(const QString& name)
-{
-    const std::vector<int> rows = SelectedRows();
-    Edit(Text(kStepSubtitleTemplate, {NamedRows(rows), name}), [&, text = name.toStdWString()] {
-        for (const int row : rows) {
-            const SubtitleTimes times = m_list->Times(row);
-            m_list->ModifyItem(row, nullptr, &times.in, &times.out, text.c_str());
-        }
     });
 }
 

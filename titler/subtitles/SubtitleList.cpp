@@ -2,6 +2,8 @@
 
 #include "window/Texts.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -121,6 +123,74 @@ void SubtitleList::GoTo(int row)
 {
     SetSelItem(row);
     EnsureVisible(row);
+}
+
+QString SubtitleList::RowFormat() const
+{
+    return QLatin1String(_GetRowFormat());
+}
+
+std::vector<int> SubtitleList::TakeTouchedRows()
+{
+    std::vector<int> rows = std::exchange(m_touched, {});
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+void SubtitleList::_OnItemsModifying(int kind, const int* lines, int count)
+{
+    if (kind == kKvReportRemoved)
+        m_touched.insert(m_touched.end(), lines, lines + count);
+    CKvSubTitleTxtListEditor::_OnItemsModifying(kind, lines, count);
+}
+
+void SubtitleList::_OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column)
+{
+    if (kind == kKvReportInserted || kind == kKvReportTextChanged)
+        m_touched.insert(m_touched.end(), rows.begin(), rows.end());
+    CKvSubTitleTxtListEditor::_OnNotifyItemModify(kind, rows, column);
+}
+
+BOOL SubtitleList::_BeginRowDrag(int line)
+{
+    emit RowsPickedUp();
+    return CKvSubTitleTxtListEditor::_BeginRowDrag(line);
+}
+
+BOOL SubtitleList::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
+{
+    m_modifiers = modifiers;
+    return CKvSubTitleTxtListEditor::OnKeyDown(key, modifiers);
+}
+
+BOOL SubtitleList::OnChar(UINT character)
+{
+    return CKvSubTitleTxtListEditor::OnChar(character) != 0 || TypeOver(character) ? 1 : 0;
+}
+
+// A character opens the current cell in place of its text. From then on the cell has the keys, also those
+// that are commands elsewhere.
+bool SubtitleList::TypeOver(UINT character)
+{
+    constexpr UINT firstText = 0x21; // a blank plays
+    constexpr UINT deleteSign = 0x7F;
+    const bool isText = character >= firstText && character != deleteSign &&
+                        !(m_modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    if (!isText || GetCurrentItem() < 0 || EditCell(GetCurrentItem(), GetCurrentColumn()) == 0)
+        return false;
+    const auto typed = static_cast<char32_t>(character);
+    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString::fromUcs4(&typed, 1));
+    if (QWidget* cell = focusWidget(); cell != nullptr && cell != this)
+        QCoreApplication::sendEvent(cell, &press);
+    return true;
+}
+
+// The header has none: it belongs to no row.
+void SubtitleList::OnContextMenu(CPoint point)
+{
+    if (GetCellsRect().PtInRect(point))
+        CKvSubTitleTxtListEditor::OnContextMenu(point);
 }
 
 // Space plays: the current row is selected already, and Ctrl+Space remains where it is not. Ctrl and the

@@ -35,24 +35,42 @@ public:
     /// Marks a part of the row's text; one at a time.
     void ShowMatch(int row, const TextRange& range);
     void ClearMatch();
+    /// The rows that came, went or changed since the last call, ascending; those that went by where they
+    /// were.
+    std::vector<int> TakeTouchedRows();
     /// That row alone is selected, current and in view.
     void GoTo(int row);
+    /// The clipboard's name for whole rows.
+    QString RowFormat() const;
+
+signals:
+    /// The selected rows are picked up to be dragged.
+    void RowsPickedUp();
 
 protected:
     bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
     void DrawItem(Graphics* graphics, int line, int column) override;
     QString ToolTipAt(CPoint point, CRect& area) const override;
     CString _GetItemDescription(int line) const override;
+    void _OnItemsModifying(int kind, const int* lines, int count) override;
+    void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override;
+    BOOL _BeginRowDrag(int line) override;
+    BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    BOOL OnChar(UINT character) override;
+    void OnContextMenu(CPoint point) override;
 
 private:
     SubtitleFaults FaultsOf(int row) const;
     QRect SignsRect(int row) const;
     std::vector<KvReportMark> MarksOf(int row) const;
     void DrawSigns(Graphics& graphics, int row) const;
+    bool TypeOver(UINT character);
 
     std::unordered_map<std::uint64_t, SubtitleFaults> m_faults;
     std::uint64_t m_matchRow = 0; ///< its key; 0 for none
     TextRange m_match{0, 0};
+    std::vector<int> m_touched;
+    Qt::KeyboardModifiers m_modifiers; ///< of the key that is being pressed
 };
 
 } // namespace titler

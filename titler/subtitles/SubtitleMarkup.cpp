@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <initializer_list>
 #include <iterator>
+#include <sstream>
 
 namespace titler {
 namespace {
@@ -65,18 +67,67 @@ const char* SettingsOfPlace(std::string_view braces)
     return place >= 0 && place < static_cast<int>(std::size(settings)) ? settings[place] : nullptr;
 }
 
+/// Without the settings of these names; they are parted by blanks.
+std::string WithoutSettings(const std::string& settings, std::initializer_list<std::string_view> names)
+{
+    std::string kept;
+    std::istringstream parts(settings);
+    for (std::string part; parts >> part;) {
+        const bool goes = std::any_of(names.begin(), names.end(), [&](std::string_view name) {
+            return part.compare(0, name.size(), name) == 0;
+        });
+        if (!goes)
+            (kept += kept.empty() ? "" : " ") += part;
+    }
+    return kept;
+}
+
+/// WebVTT knows no braces: the first place in them becomes settings, all else goes.
+class BracesAsSettings
+{
+public:
+    explicit BracesAsSettings(WrittenText& written) : m_written(written) {}
+
+    void Take(std::string_view braces)
+    {
+        const char* const place = SettingsOfPlace(braces);
+        if (place == nullptr || m_isPlaced) {
+            m_written.loses = true;
+            return;
+        }
+        m_isPlaced = true;
+        const std::string others = WithoutSettings(m_written.settings, {"line:", "align:"});
+        m_written.settings = place;
+        if (!others.empty())
+            m_written.settings += (m_written.settings.empty() ? "" : " ") + others;
+    }
+
+private:
+    WrittenText& m_written;
+    bool m_isPlaced = false;
+};
+
+WrittenText WebVttWithoutBraces(const SubtitleRow& row)
+{
+    WrittenText written{{}, row.settings};
+    BracesAsSettings braces(written);
+    Walk(row.text, written.text, [&](std::string_view markup) {
+        if (markup.front() == '{')
+            braces.Take(markup);
+        else
+            written.text += markup;
+    });
+    return written;
+}
+
 /// Tags that SubRip knows and WebVTT does not; whatever neither knows is text.
 WrittenText SubRipAsWebVtt(std::string_view text)
 {
     WrittenText written;
-    bool isPlaced = false; // the first one holds
+    BracesAsSettings braces(written);
     Walk(text, written.text, [&](std::string_view markup) {
         if (markup.front() == '{') {
-            const char* const settings = SettingsOfPlace(markup);
-            if (settings != nullptr && !isPlaced)
-                written.settings = settings;
-            written.loses = written.loses || settings == nullptr || isPlaced;
-            isPlaced = isPlaced || settings != nullptr;
+            braces.Take(markup);
             return;
         }
         const std::string name = TagName(markup);
@@ -123,7 +174,8 @@ std::string WithoutMarkup(std::string_view text)
 WrittenText MarkupIn(const SubtitleRow& row, SubtitleFormat format)
 {
     if (row.origin == format)
-        return {row.text, row.settings};
+        return format == SubtitleFormat::WebVtt ? WebVttWithoutBraces(row)
+                                                : WrittenText{row.text, row.settings};
     if (row.origin == SubtitleFormat::PlainText)
         return {row.text, {}};
     return format == SubtitleFormat::WebVtt ? SubRipAsWebVtt(row.text) : WebVttAsSubRip(row.text);

@@ -19,8 +19,8 @@ struct WrittenText
 };
 
 /// A row's text and settings as that format, SubRip or WebVTT, has them. In the format that they were read in
-/// they stay, and a plain text has no markup. SubRip's "{\\anN}" becomes WebVTT's settings; other settings
-/// mean nothing in the other format.
+/// they stay, but for settings in braces, which WebVTT does not know; and a plain text has no markup.
+/// SubRip's "{\\anN}" becomes WebVTT's settings; other settings mean nothing in the other format.
 WrittenText MarkupIn(const SubtitleRow& row, SubtitleFormat format);
 
 } // namespace titler

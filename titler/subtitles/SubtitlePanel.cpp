@@ -12,6 +12,8 @@
 #include "window/Texts.h"
 
 #include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
 #include <QSplitter>
@@ -106,10 +108,16 @@ void SubtitlePanel::Connect()
     m_check.setSingleShot(true);
     m_check.setInterval(kCheckAfter);
     connect(&m_check, &QTimer::timeout, this, &SubtitlePanel::Check);
-    connect(m_list, &SubtitleList::RowsEdited, this, &SubtitlePanel::OnRowsChanged);
+    connect(m_list, &SubtitleList::RowsEdited, this, [this] {
+        GiveCopiedSources();
+        OnRowsChanged();
+    });
+    connect(m_list, &SubtitleList::RowsPickedUp, this, &SubtitlePanel::RememberCopied);
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &SubtitlePanel::OnClipboardChanged);
     connect(m_list, &SubtitleList::TextEdited, this, &SubtitlePanel::OnRowsChanged);
     connect(m_list, &SubtitleList::TimeCodeEdited, this, &SubtitlePanel::OnRowsChanged);
     connect(&Steps(), &QUndoStack::indexChanged, this, [this] {
+        NameStep();
         LengthenProject();
         OnRowsChanged();
     });
@@ -230,6 +238,7 @@ void SubtitlePanel::OnSelectionChanged()
 void SubtitlePanel::OnRowsChanged()
 {
     m_find->ForgetResult();
+    m_list->TakeTouchedRows(); // no step's, or one's that is named
     m_check.start();
     ShowCommands();
     ShowPlaying();
@@ -243,6 +252,9 @@ void SubtitlePanel::ShowCommands()
     for (QAction* command : m_commands)
         if (command != nullptr)
             command->setEnabled(isShown && (hasRow || !m_onRows.contains(command)));
+    for (QAction* command : m_templates)
+        command->setEnabled(isShown && hasRow);
+    CheckTemplate();
     m_useRate->setEnabled(isShown && m_rate != m_document.Current().video.frameRate);
 }
 
@@ -263,9 +275,9 @@ void SubtitlePanel::ShowPlaying()
     if (row != m_list->GetPlayIndex())
         m_list->SetPlayIndex(row);
     const Subtitle shown =
-        row < 0
-            ? Subtitle()
-            : Subtitle{RowText(row), QString::fromStdWString(m_list->GetItemText(row, kKvSubTitleTemplate))};
+        row < 0 ? Subtitle()
+                : Subtitle{WithTags(RowText(row)),
+                           QString::fromStdWString(m_list->GetItemText(row, kKvSubTitleTemplate))};
     emit SubtitleShown(shown);
 }
 
@@ -284,6 +296,7 @@ void SubtitlePanel::Check()
             signs.emplace(m_list->GetRowKey(static_cast<int>(row)), m_faults[row]);
     m_list->SetFaults(std::move(signs));
     ShowFaults();
+    ShowTemplates();
 }
 
 void SubtitlePanel::ShowFaults()

@@ -8,6 +8,7 @@
 #include "subtitles/SubtitleStyle.h"
 
 #include <QList>
+#include <QSet>
 #include <QTimer>
 #include <QWidget>
 
@@ -77,6 +78,8 @@ protected:
 
 private:
     void BuildCommands();
+    QAction* MakeCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
+                         std::function<void()> run);
     QAction* AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key, std::function<void()> run);
     QWidget* BuildRows();
     void Connect();
@@ -99,11 +102,27 @@ private:
     void MergeRows();
     void SetTimeHere(bool in);
     void ShiftRows();
+    QMenu* BuildTemplates();
     void UseTemplate(const QString& name);
+    /// The submenu has the templates that are in use beside the program's own.
+    void ShowTemplates();
+    /// The current row's is checked in it.
+    void CheckTemplate();
     void AskForRow();
     void GoToTime();
     void GoToFault(int step);
     void Follow();
+    /// A row as it was copied or picked up, with what the list does not show of it.
+    struct CopiedRow
+    {
+        std::vector<CString> cells;
+        SubtitleSource::Row source;
+    };
+    void NameStep();
+    CopiedRow CopyOf(int row) const; ///< without the latter
+    void OnClipboardChanged();
+    void RememberCopied();
+    void GiveCopiedSources();
     /// One step of undo.
     void Edit(const QString& step, const std::function<void()>& change);
 
@@ -130,17 +149,24 @@ private:
     QLabel* m_summary;
     QLabel* m_faultText;
     QList<QAction*> m_commands;
-    QList<QAction*> m_onRows;   ///< those that need a selected row
-    QList<QAction*> m_listMenu; ///< those that the list's own menu has, too; null is a separator
+    QList<QAction*> m_onRows;    ///< those that need a selected row
+    QList<QAction*> m_listMenu;  ///< those that the list's own menu has, too; null is a separator
+    QList<QAction*> m_templates; ///< first the program's own, then those in use, then none at all
     QAction* m_follow = nullptr;
     QAction* m_useRate = nullptr;
     QString m_file;
     SubtitleSource m_source;
     EKvFrameRate m_rate;
+    std::vector<CopiedRow> m_copied;
+    SubtitleFormat m_copiedFormat = SubtitleFormat::SubRip;
+    QSet<QString> m_stepNames;            ///< of the steps that say to which rows
     bool m_isOpened = false;              ///< another project is, of which nothing was told yet
     std::vector<SubtitleFaults> m_faults; ///< by row
     QTimer m_check;
 };
+
+/// "subtitle 12", "subtitles 3–7", "4 subtitles from 3 to 9". @param rows ascending, at least one.
+QString NamedRows(const std::vector<int>& rows);
 
 /// Why a file cannot be imported without asking: its encoding is uncertain, or is none.
 /// @param encoding empty: what the file tells. @return empty when it can, and for a file that cannot be read.

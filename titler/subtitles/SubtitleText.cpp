@@ -1,5 +1,6 @@
 #include "subtitles/SubtitleText.h"
 
+#include <QRegularExpression>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -129,6 +130,22 @@ std::vector<Markup> MarkupOf(const QString& text)
         at = end;
     }
     return found;
+}
+
+QString WithTags(const QString& text)
+{
+    static const QRegularExpression style(QStringLiteral(R"(^\{\\([ibu])([01]?)\}$)"));
+    const std::vector<Markup> markup = MarkupOf(text);
+    QString tagged = text;
+    for (auto mark = markup.rbegin(); mark != markup.rend(); ++mark) {
+        const qsizetype length = mark->end - mark->begin;
+        const QRegularExpressionMatch match = style.match(text.mid(mark->begin, length));
+        if (match.hasMatch())
+            tagged.replace(mark->begin, length,
+                           (match.captured(2) == u"1" ? QStringLiteral("<%1>") : QStringLiteral("</%1>"))
+                               .arg(match.captured(1)));
+    }
+    return tagged;
 }
 
 QString PlainSubtitle(const QString& text)

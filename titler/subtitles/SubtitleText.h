@@ -44,6 +44,8 @@ struct Markup
     bool operator==(const Markup&) const = default;
 };
 std::vector<Markup> MarkupOf(const QString& text);
+/// "{\\i1}", "{\\b1}", "{\\u1}" and their ends as tags; all else stays.
+QString WithTags(const QString& text);
 /// The text as it is read: without markup.
 QString PlainSubtitle(const QString& text);
 /// How many characters are read, as a reader counts them: whatever belongs to a letter is one with it. Line

@@ -121,7 +121,7 @@ struct SubtitleRow
 };
 
 /// The losses that writing these rows in that format brings, by kind; none: reading the file gives the rows'
-/// texts, times, settings and names and the head again.
+/// texts, times, settings and names and the head again. (In WebVTT "{\\an8}" is a setting then.)
 std::vector<SubtitleLoss> SubtitleLosses(const std::vector<SubtitleRow>& rows, SubtitleFormat format,
                                          const SubtitleHead& head = {});
 

@@ -254,10 +254,20 @@ void MainWindow::Settle()
     m_document.EndRun();
 }
 
+// A project that was never saved and has nothing but the length of its subtitles is no work to lose.
+bool MainWindow::HasLengthAlone()
+{
+    const QUndoStack& steps = m_document.Steps();
+    bool isLength = m_document.FileName().isEmpty();
+    for (int i = 0; i < steps.index(); ++i)
+        isLength = isLength && steps.text(i) == Text(kStepSubtitleDuration);
+    return isLength;
+}
+
 bool MainWindow::MayLeave()
 {
     Settle();
-    if (!m_document.IsModified())
+    if (!m_document.IsModified() || HasLengthAlone())
         return true;
     const QString& file = m_document.FileName();
     const QString name = file.isEmpty() ? Text(kTextUntitled) : FileNameOf(file);

@@ -105,6 +105,7 @@ private:
     /// Takes what is typed or dragged right now: what follows is about the whole project.
     void Settle();
     /// Asks when there are unsaved changes. @return false when the user wants to stay.
+    bool HasLengthAlone();
     bool MayLeave();
     void New();
     void ChooseProject();

@@ -242,6 +242,10 @@ enum TextId : UINT
     kTextPatternWrong = 22072,
     kTextPatternEnds = 22073,
     kTextSubtitleEmpty = 22074,
+    kTextStepOfRows = 22075,
+    kTextSubtitleTemplates = 22076, ///< as kTextSubtitleReplace
+    kTextSubtitleNoTemplate = 22078,
+    kStepSubtitleNoTemplate = 22079,
     kTextSubtitleUseRate = 21562,
     kTextSubtitleSummaryRate = 21564,
     kTextSubtitleRateUsed = 21565,

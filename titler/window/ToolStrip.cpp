@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QHBoxLayout>
 #include <QHelpEvent>
+#include <QMenu>
 #include <QToolTip>
 
 namespace titler {
@@ -22,6 +23,8 @@ void AddButton(QHBoxLayout& row, QAction& tool)
     button->setToolButtonStyle(Qt::ToolButtonIconOnly);
     button->setProperty("role", "tool");
     button->setFocusPolicy(Qt::TabFocus);
+    if (tool.menu() != nullptr)
+        button->setPopupMode(QToolButton::InstantPopup);
     row.addWidget(button);
 }
 

@@ -1,0 +1,87 @@
+// Templates of rows: the submenu that gives them to the selected ones.
+#include "subtitles/SubtitleList.h"
+#include "subtitles/SubtitlePanel.h"
+#include "subtitles/SubtitleStyle.h"
+#include "time/TransportBar.h"
+#include "window/Texts.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace titler {
+namespace {
+
+constexpr int kMostOthers = 9; // names that are not the program's own
+
+} // namespace
+
+// The entries are there from the beginning: a menu that is a copy of this one has them, too.
+QMenu* SubtitlePanel::BuildTemplates()
+{
+    auto* menu = new QMenu(Text(kTextSubtitleTemplates), this);
+    menu->setToolTipsVisible(true);
+    menu->menuAction()->setIcon(SkinIcon(L"titler_tool_template"));
+    menu->menuAction()->setToolTip(Text(kTextSubtitleTemplates + 1));
+    const auto add = [&](const QString& name, const QKeySequence& key) {
+        auto* entry = MakeCommand(kTextSubtitleTemplate, nullptr, key, [] {});
+        connect(entry, &QAction::triggered, this, [this, entry] {
+            if (Settle())
+                UseTemplate(entry->data().toString());
+        });
+        entry->setCheckable(true);
+        entry->setData(name);
+        entry->setText(Text(kTextSubtitleTemplate, {name}));
+        menu->addAction(entry);
+        m_templates << entry;
+        return entry;
+    };
+    int key = Qt::Key_1;
+    for (const QString& name : SubtitleTemplates())
+        add(name, Qt::ALT | static_cast<Qt::Key>(key++));
+    menu->addSeparator();
+    for (int i = 0; i < kMostOthers; ++i)
+        add({}, {})->setVisible(false);
+    menu->addSeparator();
+    add({}, {})->setText(Text(kTextSubtitleNoTemplate));
+    return menu;
+}
+
+void SubtitlePanel::ShowTemplates()
+{
+    const QStringList known = SubtitleTemplates();
+    QStringList others;
+    for (int row = 0; row < m_list->GetItemCount() && others.size() < kMostOthers; ++row) {
+        const QString name = QString::fromStdWString(m_list->GetItemText(row, kKvSubTitleTemplate));
+        if (!name.isEmpty() && !known.contains(name) && !others.contains(name))
+            others << name;
+    }
+    for (int i = 0; i < kMostOthers; ++i) {
+        QAction& entry = *m_templates[known.size() + i];
+        entry.setVisible(i < others.size());
+        entry.setData(others.value(i));
+        entry.setText(Text(kTextSubtitleTemplate, {others.value(i).replace(u'&', QLatin1String("&&"))}));
+    }
+    CheckTemplate();
+}
+
+void SubtitlePanel::CheckTemplate()
+{
+    const QString current = QString::fromStdWString(m_list->GetItemText(Current(), kKvSubTitleTemplate));
+    for (QAction* entry : m_templates)
+        entry->setChecked(entry->isVisible() && entry->data().toString() == current);
+}
+
+void SubtitlePanel::UseTemplate(const QString& name)
+{
+    const std::vector<int> rows = SelectedRows();
+    const QString step = name.isEmpty() ? Text(kStepSubtitleNoTemplate, {NamedRows(rows)})
+                                        : Text(kStepSubtitleTemplate, {NamedRows(rows), name});
+    Edit(step, [&, text = name.toStdWString()] {
+        for (const int row : rows) {
+            const SubtitleTimes times = m_list->Times(row);
+            m_list->ModifyItem(row, nullptr, &times.in, &times.out, text.c_str());
+        }
+    });
+}
+
+} // namespace titler
