@@ -1,5 +1,7 @@
 #include "project/TimeCode.h"
 
+#include "KvTimecode.h"
+
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -14,25 +16,29 @@ constexpr qint64 kSecond = 1000000000; // nanoseconds
 constexpr int kFields = 4;             // hours, minutes, seconds, frames
 constexpr int kLongestText = 16;       // its numbers do not overflow
 
-// How many numbers a minute leaves out at its begin, unless it is a tenth one.
-qint64 Dropped(const FrameRate& rate)
-{
-    return rate.dropFrame ? rate.nominal / 15 : 0;
-}
-
-qint64 LabelOfFrame(qint64 frame, const FrameRate& rate)
-{
-    const qint64 dropped = Dropped(rate);
-    const qint64 minute = 60 * rate.nominal - dropped;
-    const qint64 tenMinutes = 10 * minute + dropped;
-    const qint64 rest = frame % tenMinutes;
-    const qint64 minutes = rest < dropped ? 0 : (rest - dropped) / minute;
-    return frame + dropped * (9 * (frame / tenMinutes) + minutes);
-}
-
 QString TwoDigits(qint64 number)
 {
     return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+}
+
+constexpr qint64 kSecondsOfDay = 24 * 60 * 60;
+
+// The time code of so many counted frames within a day, whether it exists or not.
+std::wstring CodeOfLabel(qint64 label, const FrameRate& rate)
+{
+    const qint64 seconds = label / rate.nominal;
+    return (TwoDigits(seconds / 3600) + u':' + TwoDigits(seconds / 60 % 60) + u':' + TwoDigits(seconds % 60) +
+            u':' + TwoDigits(label % rate.nominal))
+        .toStdWString();
+}
+
+// The last one of a day is never left out.
+qint64 FramesOfDay(const FrameRate& rate)
+{
+    DWORD last = 0;
+    KvTimecode::FromText(CodeOfLabel(kSecondsOfDay * rate.nominal - 1, rate), rate.rate, rate.dropFrame,
+                         last);
+    return qint64{last} + 1;
 }
 
 // Hours, minutes, seconds and frames as they were typed; fewer are the last ones.
@@ -60,8 +66,10 @@ std::optional<QStringList> FieldsOf(const QString& text)
 FrameRate FrameRateOf(EKvFrameRate rate)
 {
     constexpr FrameRate rates[] = {
-        {24000, 1001, 24, false}, {24, 1, 24, false}, {25, 1, 25, false},      {30000, 1001, 30, true},
-        {30, 1, 30, false},       {50, 1, 50, false}, {60000, 1001, 60, true}, {60, 1, 60, false},
+        {24000, 1001, 24, false, kKvFrameRate23_976}, {24, 1, 24, false, kKvFrameRate24},
+        {25, 1, 25, false, kKvFrameRate25},           {30000, 1001, 30, true, kKvFrameRate29_97},
+        {30, 1, 30, false, kKvFrameRate30},           {50, 1, 50, false, kKvFrameRate50},
+        {60000, 1001, 60, true, kKvFrameRate59_94},   {60, 1, 60, false, kKvFrameRate60},
     };
     return rate >= 0 && static_cast<std::size_t>(rate) < std::size(rates) ? rates[rate] : rates[2];
 }
@@ -97,12 +105,15 @@ qint64 MillisecondsOfFrame(quint32 frame, const FrameRate& rate)
     return qint64{frame} * 1000 * rate.denominator / rate.numerator;
 }
 
+// Beyond a day the hours go on.
 QString TimeCode(int frame, const FrameRate& rate)
 {
-    const qint64 label = LabelOfFrame(std::max(0, frame), rate);
-    const qint64 seconds = label / rate.nominal;
-    return TwoDigits(seconds / 3600) + u':' + TwoDigits(seconds / 60 % 60) + u':' + TwoDigits(seconds % 60) +
-           (rate.dropFrame ? u';' : u':') + TwoDigits(label % rate.nominal);
+    const qint64 shown = std::max(0, frame);
+    const qint64 day = FramesOfDay(rate);
+    std::wstring code;
+    KvTimecode::ToText(static_cast<DWORD>(shown % day), rate.rate, rate.dropFrame, code);
+    const QString text = QString::fromStdWString(code);
+    return TwoDigits(shown / day * 24 + text.left(2).toInt()) + text.mid(2);
 }
 
 std::optional<int> ParseTimeCode(const QString& text, const FrameRate& rate)
@@ -124,12 +135,12 @@ std::optional<int> ParseTimeCode(const QString& text, const FrameRate& rate)
 
 qint64 FrameOfLabel(qint64 label, const FrameRate& rate)
 {
-    const qint64 dropped = Dropped(rate);
-    const qint64 minute = 60 * rate.nominal;
-    const qint64 minutes = label / minute;
-    const bool isLeftOut = minutes % 10 != 0 && label % minute < dropped;
-    const qint64 labelled = isLeftOut ? minutes * minute + dropped : label;
-    return labelled - dropped * (minutes - minutes / 10);
+    const qint64 labels = kSecondsOfDay * rate.nominal;
+    qint64 ofDay = label % labels;
+    DWORD frame = 0;
+    while (!KvTimecode::FromText(CodeOfLabel(ofDay, rate), rate.rate, rate.dropFrame, frame))
+        ++ofDay; // drop frame leaves it out
+    return label / labels * FramesOfDay(rate) + frame;
 }
 
 } // namespace titler

@@ -16,6 +16,7 @@ struct FrameRate
     int denominator;
     int nominal;    ///< frames that a second of the time code counts
     bool dropFrame; ///< the time code leaves numbers out, so that it keeps to the clock
+    EKvFrameRate rate;
 
     double PerSecond() const { return static_cast<double>(numerator) / denominator; }
 };
