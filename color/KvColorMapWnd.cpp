@@ -72,7 +72,7 @@ void CKvColorMapWnd::SetValue(DWORD colour)
 {
     kv::ColourState state = m_impl->Colour();
     state.SetValue(colour);
-    m_impl->Show(state);
+    m_impl->Set(state);
 }
 
 DWORD CKvColorMapWnd::GetValue() const
@@ -82,22 +82,22 @@ DWORD CKvColorMapWnd::GetValue() const
 
 void CKvColorMapWnd::SetR(int value)
 {
-    m_impl->Show(Entered(m_impl->Colour(), kv::ColourChannel::Red, value));
+    m_impl->Set(Entered(m_impl->Colour(), kv::ColourChannel::Red, value));
 }
 
 void CKvColorMapWnd::SetG(int value)
 {
-    m_impl->Show(Entered(m_impl->Colour(), kv::ColourChannel::Green, value));
+    m_impl->Set(Entered(m_impl->Colour(), kv::ColourChannel::Green, value));
 }
 
 void CKvColorMapWnd::SetB(int value)
 {
-    m_impl->Show(Entered(m_impl->Colour(), kv::ColourChannel::Blue, value));
+    m_impl->Set(Entered(m_impl->Colour(), kv::ColourChannel::Blue, value));
 }
 
 void CKvColorMapWnd::SetA(int value)
 {
-    m_impl->Show(Entered(m_impl->Colour(), kv::ColourChannel::Alpha, value));
+    m_impl->Set(Entered(m_impl->Colour(), kv::ColourChannel::Alpha, value));
 }
 
 int CKvColorMapWnd::GetR() const
@@ -140,7 +140,7 @@ void CKvColorMapWnd::SetHSBValue(double hue, double sat, double bri)
     const double inRange = hue >= 0 ? std::min(hue, 360.0) : 0.0;
     kv::ColourState state = m_impl->Colour();
     state.SetHsb({inRange, sat, bri});
-    m_impl->Show(state);
+    m_impl->Set(state);
 }
 
 void CKvColorMapWnd::GetHPValue(double& red, double& green, double& blue) const
@@ -153,7 +153,7 @@ void CKvColorMapWnd::GetHPValue(double& red, double& green, double& blue) const
 
 void CKvColorMapWnd::SetHPValue(double red, double green, double blue)
 {
-    m_impl->Show(WithRgb(m_impl->Colour(), {red, green, blue}));
+    m_impl->Set(WithRgb(m_impl->Colour(), {red, green, blue}));
 }
 
 void CKvColorMapWnd::DrawPan()
@@ -222,10 +222,14 @@ void CKvColorMapWnd::OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point)
         CKvWnd::OnMouseMove(modifiers, point);
 }
 
-void CKvColorMapWnd::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint)
+void CKvColorMapWnd::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point)
 {
     if (m_impl->dragFrom)
         return;
+    if (!hasFocus()) { // else scrolling past it would change the colour
+        CKvWnd::OnMouseWheel(modifiers, delta, point);
+        return;
+    }
     m_impl->wheel += delta;
     const int steps = m_impl->wheel / kNotch;
     m_impl->wheel %= kNotch;

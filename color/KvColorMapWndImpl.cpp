@@ -5,6 +5,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 CKvColorMapWnd::Impl::Impl(CKvColorMapWnd& owner) : control(owner), access(owner, *this) {}
 
 kv::ColourMapShape CKvColorMapWnd::Impl::Shape() const
@@ -34,21 +36,41 @@ void CKvColorMapWnd::Impl::Show(const kv::ColourState& colour)
     access.Update();
 }
 
+void CKvColorMapWnd::Impl::Set(const kv::ColourState& colour)
+{
+    Show(colour);
+    if (dragFrom && !isNotifying)
+        dragFrom = colour;
+}
+
 bool CKvColorMapWnd::Impl::Notify(EKvColorPhase phase)
 {
     const QPointer<CKvColorMapWnd> alive(&control);
     const UINT id = control.GetDlgCtrlID();
     DWORD colour = model.Value();
     KvColorNotifyRecord record{{&control, id, kKvColorNotifyCode}, phase, &colour, sizeof(colour)};
+    const bool outer = std::exchange(isNotifying, true);
     KvSendMessage(control.parentWidget(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
     if (alive)
         emit alive->ColorChanged(phase);
+    if (!alive)
+        return false;
+    isNotifying = outer;
+    return true;
+}
+
+bool CKvColorMapWnd::Impl::Begin()
+{
+    const QPointer<CKvColorMapWnd> alive(&control);
+    emit control.RunBeginning();
     return !alive.isNull();
 }
 
 bool CKvColorMapWnd::Impl::DragTo(CPoint point)
 {
     const bool begins = !dragFrom;
+    if (begins && !Begin())
+        return false;
     if (begins)
         dragFrom = model.Colour();
     Show(ColourAt(point));
@@ -73,7 +95,11 @@ void CKvColorMapWnd::Impl::CancelDrag()
 
 bool CKvColorMapWnd::Impl::EditOnce(const std::function<bool(kv::ColourPanelModel&)>& rule)
 {
-    if (!EndDrag() || !rule(model))
+    if (!EndDrag())
+        return false;
+    if (kv::ColourPanelModel tried = model; !rule(tried))
+        return false;
+    if (!Begin() || !rule(model))
         return false;
     control.update();
     access.Update();

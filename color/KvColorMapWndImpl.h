@@ -21,6 +21,9 @@ struct CKvColorMapWnd::Impl : kv::ColourMapUser
 
     /// Shows another colour; silent.
     void Show(const kv::ColourState& colour);
+    /// Likewise for the owner, who decides what a drag is taken back to, except by answering a message.
+    void Set(const kv::ColourState& colour);
+    bool Begin();
     bool Notify(EKvColorPhase phase);
     /// Begins a drag by a press, or goes on with it.
     bool DragTo(CPoint point);
@@ -42,7 +45,8 @@ struct CKvColorMapWnd::Impl : kv::ColourMapUser
     int type = kKvColorMapField;
     kv::ColourPanelModel model; ///< its mode and channel are the lock type
     kv::ColourMapPainter painter;
-    std::optional<kv::ColourState> dragFrom; ///< the colour before the press
-    int wheel = 0;                           ///< what is left of the last notch
+    std::optional<kv::ColourState> dragFrom; ///< the colour before the press, or what the owner set since
+    bool isNotifying = false;
+    int wheel = 0; ///< what is left of the last notch
     kv::ColourMapAccess access;
 };

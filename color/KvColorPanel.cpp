@@ -32,6 +32,8 @@ int CKvColorPanel::Create(CWnd* parent)
     if (IsCreated())
         return 0;
     const QPoint place = pos();
+    if (parent) // heard before the dialog hears of it and destroys the window
+        connect(parent, &QObject::destroyed, this, [this] { m_impl->listener.clear(); });
     setParent(parent, Qt::Widget);
     move(place); // else the toolkit would place it as it places a dialog
     return CKvDialog::Create(kKvColorPanelDialog, parent);
@@ -54,7 +56,7 @@ void CKvColorPanel::SetColor(DWORD colour)
         return;
     // Escape is not to bring back what the host replaced; its answer to a change is part of that change.
     if (!m_impl->isNotifying)
-        m_impl->runFrom = m_impl->model.Colour();
+        m_impl->TakeHostsColour();
     m_impl->ShowColour();
 }
 
@@ -65,8 +67,6 @@ DWORD CKvColorPanel::GetColor() const
 
 void CKvColorPanel::SetEnableState(EKvColorPanelState state)
 {
-    if (!m_impl->EndTyping())
-        return;
     m_impl->model.SetState(state);
     UpdateDialogControls();
 }
@@ -105,17 +105,10 @@ void CKvColorPanel::OnUpdateCmdUI(CCmdUI* command)
 
 void CKvColorPanel::OnEnable(int enable)
 {
-    if (!m_impl->EndTyping())
-        return;
     m_impl->isEnabled = enable != 0;
-    const QPointer<CKvColorPanel> alive(this);
-    const auto children = findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
-    const QList<QPointer<QWidget>> kept(children.begin(), children.end()); // a run may end, and be heard
-    for (const QPointer<QWidget>& child : kept) {
-        if (child)
-            child->setEnabled(enable != 0);
-    }
-    if (alive && enable)
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        child->setEnabled(enable != 0);
+    if (enable)
         UpdateDialogControls();
 }
 
@@ -127,6 +120,16 @@ int CKvColorPanel::PreTranslateMessage(MSG*)
 void CKvColorPanel::OnOK() {}
 
 void CKvColorPanel::OnCancel() {}
+
+void CKvColorPanel::OnAnswer(int)
+{
+    // A parent that deletes the panel does not expect to hear of it again, one that dies cannot.
+    if (m_impl->isDying || !m_impl->listener)
+        return;
+    m_impl->isDestroying = true;
+    if (m_impl->EndRuns())
+        m_impl->isDestroying = false;
+}
 
 QSize CKvColorPanel::sizeHint() const
 {
@@ -153,14 +156,17 @@ BOOL CKvColorPanel::OnSubclassControls()
 
 void CKvColorPanel::_NotifyChangeColor(int phase)
 {
-    if (m_impl->isDying) // a parent that deletes the panel does not expect to hear of it again
-        return;
     const QPointer<CKvColorPanel> alive(this);
+    if (phase == kKvPhaseBegin || !m_impl->listener)
+        m_impl->listener = parentWidget(); // a run's end is for the one who heard of its begin
+    QWidget* const listener = m_impl->listener;
     const UINT id = GetDlgCtrlID();
     DWORD colour = m_impl->model.Value();
     KvColorNotifyRecord record{{this, id, kKvColorNotifyCode}, phase, &colour, sizeof(colour)};
     const bool outer = std::exchange(m_impl->isNotifying, true);
-    KvSendMessage(parentWidget(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
+    KvSendMessage(listener, WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
+    if (alive && phase == kKvPhaseEnd)
+        m_impl->listener.clear();
     if (alive)
         emit ColorChanged(phase);
     if (alive)
@@ -185,12 +191,15 @@ BOOL CKvColorPanel::OnInitDialog()
 
 BOOL CKvColorPanel::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
+    if (lParam == 0)
+        return CKvDialog::OnNotify(wParam, lParam, result);
     const auto& header = *reinterpret_cast<const KvNotifyHeader*>(lParam);
     const auto id = static_cast<UINT>(wParam);
     if (header.code != kKvColorNotifyCode || !m_impl->IsChild(id, header.hwndFrom))
         return CKvDialog::OnNotify(wParam, lParam, result);
     if (m_impl->MapOf(id)) {
-        m_impl->TakeMap(id, reinterpret_cast<const KvColorNotifyRecord*>(lParam)->phase);
+        _ProcessColorMapNotify(id);
+        _NotifyChangeColor(reinterpret_cast<const KvColorNotifyRecord*>(lParam)->phase);
         return 1;
     }
     if (id == kv::kPanelSwatches) {

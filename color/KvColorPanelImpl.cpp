@@ -78,6 +78,7 @@ void CKvColorPanel::Impl::MakeMaps()
         made->Create(kChildStyle, &panel, id);
         made->SetType(type);
         panel.ReplaceDlgItem(id, made);
+        connect(made, &CKvColorMapWnd::RunBeginning, &panel, [this, made] { EndRuns(made); });
         return made;
     };
     map = make(kv::kPanelMap, kKvColorMapField);
@@ -113,6 +114,7 @@ void CKvColorPanel::Impl::MakeEdits()
         edit = new CKvParamEdit;
         edit->Create(kChildStyle, &panel, id);
         panel.ReplaceDlgItem(id, edit);
+        connect(edit, &CKvParamEdit::RunBeginning, &panel, [this, made = edit.data()] { EndRuns(made); });
         connect(edit, &CKvParamEdit::ForeignPasted, &panel, [this] { Paste(); });
         ++id;
     }
@@ -143,7 +145,7 @@ void CKvColorPanel::Impl::ShowColour(int typedEdit)
     }
     for (int i = 0; i < ColourPanelModel::kEdits; ++i) {
         CKvParamEdit* const edit = edits[static_cast<std::size_t>(i)];
-        if (edit && i != takenEdit && model.IsEditStale(i, edit->GetValue(), typedEdit))
+        if (edit && model.IsEditStale(i, edit->GetValue(), typedEdit))
             edit->SetValue(model.EditValue(i));
     }
     if (preview)
@@ -204,13 +206,25 @@ bool CKvColorPanel::Impl::NotifyRun()
     return true;
 }
 
-bool CKvColorPanel::Impl::EndTyping(int besides)
+// Runs never nest: what is open in the other children ends before a child's own begins.
+bool CKvColorPanel::Impl::EndRuns(const QWidget* besides)
 {
     const QPointer<CKvColorPanel> alive(&panel);
-    for (int i = 0; i < ColourPanelModel::kEdits; ++i) {
-        CKvParamEdit* const edit = edits[static_cast<std::size_t>(i)];
-        if (edit && i != besides)
-            edit->EndTyping();
+    for (const auto& child : {map, slider, alpha}) {
+        if (child && child != besides)
+            child->m_impl->EndDrag();
+        if (!alive)
+            return false;
+    }
+    for (std::size_t i = 0; i < edits.size(); ++i) {
+        if (edits[i] == besides && besides)
+            continue;
+        if (i < channels.size() && channels[i])
+            channels[i]->EndScrub();
+        if (alive && edits[i])
+            edits[i]->EndScrub(false);
+        if (alive && edits[i])
+            isDestroying ? edits[i]->StopTyping() : edits[i]->EndTyping();
         if (!alive)
             return false;
     }
@@ -219,54 +233,44 @@ bool CKvColorPanel::Impl::EndTyping(int besides)
 
 void CKvColorPanel::Impl::SetMode(ColourMode mode)
 {
-    if (EndTyping() && model.SetMode(mode))
+    if (mode != model.Mode() && EndRuns() && model.SetMode(mode))
         ShowMode();
 }
 
 void CKvColorPanel::Impl::SetChannel(int channel)
 {
-    if (!model.SetChannel(channel))
+    if (!map || !model.SetChannel(channel))
         return;
     ShowButtons();
     map->SetLockType(model.MapLock());
     slider->SetLockType(model.MapSliderLock());
 }
 
-void CKvColorPanel::Impl::TakeMap(UINT id, int phase)
-{
-    CKvColorMapWnd::Impl& source = *MapOf(id)->m_impl;
-    kv::ColourState picked = source.Colour();
-    if (phase == kKvPhaseBegin && !EndTyping())
-        return;
-    // What the end of a typing changed is in the model alone: only alpha, or all but alpha, is the map's.
-    if (id == kv::kPanelAlpha) {
-        const int opacity = picked.Alpha();
-        picked = model.Colour();
-        picked.SetAlpha(opacity);
-    } else {
-        picked.SetAlpha(model.Colour().Alpha());
-    }
-    source.Show(picked);
-    panel._ProcessColorMapNotify(id);
-    panel._NotifyChangeColor(phase);
-}
-
 void CKvColorPanel::Impl::TakeEdit(int edit, int phase)
 {
     const CKvParamEdit& source = *edits[static_cast<std::size_t>(edit)];
-    if (phase == kKvPhaseBegin) {
-        takenEdit = edit;
-        if (!EndTyping(edit))
-            return;
-        takenEdit = -1;
+    if (phase == kKvPhaseBegin)
         runFrom = model.Colour();
-    }
     if (source.IsTakingBack())
         model.Restore(runFrom);
     else
         model.EnterEdit(edit, source.GetValue());
     ShowColour(source.IsTyping() ? edit : -1);
     panel._NotifyChangeColor(phase);
+}
+
+void CKvColorPanel::Impl::TakeHostsColour()
+{
+    runFrom = model.Colour();
+    for (const auto& child : {map, slider, alpha}) {
+        if (child)
+            child->m_impl->Set(model.Colour());
+    }
+    for (int i = 0; i < ColourPanelModel::kEdits; ++i) {
+        CKvParamEdit* const edit = edits[static_cast<std::size_t>(i)];
+        if (edit && edit->IsTyping())
+            edit->SetValue(model.EditValue(i));
+    }
 }
 
 void CKvColorPanel::Impl::TakeSwatch(const KvSwatchNotifyRecord& record)
@@ -283,7 +287,7 @@ void CKvColorPanel::Impl::TakeSwatch(const KvSwatchNotifyRecord& record)
     if (isPreset ? !model.IsAlphaEnabled() : !model.IsColourEnabled())
         return;
     const DWORD colour = *record.colour;
-    if (!EndTyping())
+    if (!EndRuns())
         return;
     if (isPreset)
         model.PickAlphaPreset(record.index);
@@ -301,7 +305,7 @@ bool CKvColorPanel::Impl::CanPaste() const
 void CKvColorPanel::Impl::Paste()
 {
     const std::wstring text = ClipboardColourText();
-    if (!model.CanPaste(text) || !EndTyping())
+    if (!model.CanPaste(text) || !EndRuns())
         return;
     model.Paste(text);
     ShowColour();
@@ -320,7 +324,7 @@ void CKvColorPanel::Impl::ScrubChannel(int channel, int steps)
 bool CKvColorPanel::Impl::WalkButtons(const QKeyEvent& key)
 {
     const bool isBack = key.key() == Qt::Key_Left || key.key() == Qt::Key_Up;
-    if (!isBack && key.key() != Qt::Key_Right && key.key() != Qt::Key_Down)
+    if (!map || (!isBack && key.key() != Qt::Key_Right && key.key() != Qt::Key_Down))
         return false;
     const int step = isBack ? -1 : 1;
     const QWidget* const focus = panel.focusWidget();

@@ -50,12 +50,13 @@ struct CKvColorPanel::Impl
     void NameChildren();
 
     bool NotifyRun();
-    /// Ends the typing in every edit but one: another child's run begins. @param besides -1 for none.
-    bool EndTyping(int besides = -1);
-    void TakeMap(UINT id, int phase);
+    /// Ends every drag, scrub and typing but those of one child. @param besides null for none.
+    bool EndRuns(const QWidget* besides = nullptr);
     void SetMode(kv::ColourMode mode);
     void SetChannel(int channel);
     void TakeEdit(int edit, int phase);
+    /// The host set the model's colour of its own accord: nothing leads back to an earlier one.
+    void TakeHostsColour();
     void TakeSwatch(const KvSwatchNotifyRecord& record);
     /// @return true when the clipboard holds a colour of which the state allows a part.
     bool CanPaste() const;
@@ -69,11 +70,12 @@ struct CKvColorPanel::Impl
 
     CKvColorPanel& panel;
     kv::ColourPanelModel model;
-    kv::ColourState runFrom; ///< the colour when the open run of an edit began
-    int takenEdit = -1;      ///< the edit whose number is being taken over
+    kv::ColourState runFrom;    ///< the colour when the open run of an edit began
+    QPointer<QWidget> listener; ///< who heard of the begin of the open run; null without
     bool isNotifying = false;
-    bool isDying = false;
-    bool isEnabled = true; ///< as `OnEnable` was told last
+    bool isDying = false;      ///< the destructor is at work
+    bool isDestroying = false; ///< the children are about to go
+    bool isEnabled = true;     ///< as `OnEnable` was told last
     // The children are the dialog's items, which go before the panel does.
     QPointer<CKvColorMapWnd> map;
     QPointer<CKvColorMapWnd> slider;

@@ -116,12 +116,14 @@ public:
     int UpdateBitmap(const wchar_t* unchecked, const wchar_t* checked);
     void SetCheck(BOOL check);
     BOOL GetCheck() const;
+    /// Ends a scrub as a release does; what is left of the press does nothing.
+    void EndScrub();
 
 Q_SIGNALS:
-    /// A press that went beyond the toolkit's drag distance: no click follows. @param steps pixels to the
-    /// right and upwards since the press.
+    /// A press of the left button that went beyond the toolkit's drag distance: no click follows. @param
+    /// steps pixels to the right and upwards since the press.
     void Scrubbed(int steps);
-    /// @param cancelled by Escape; losing the mouse ends a scrub as a release does.
+    /// @param cancelled by Escape; losing the mouse ends a scrub as a release does, but from the event loop.
     void ScrubEnded(bool cancelled);
 
 protected:
@@ -132,11 +134,15 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    struct Press;
     void ShowPicture();
-    void EndScrub(bool cancelled);
+    void StartScrub();
+    void FinishScrub(bool cancelled);
+    bool TellLoss();
+    bool EndPress();
+    bool IsScrubbing() const;
 
     std::wstring m_unchecked;
     std::wstring m_checked;
-    QPoint m_press;
-    bool m_isScrubbing = false;
+    std::unique_ptr<Press> m_press; ///< of the left button, until it is released
 };

@@ -41,7 +41,9 @@ enum EKvColorLock : int
 /// as it was, then the end). Arrow keys (Shift: ten steps), Page Up and Down (ten steps up and down), Home
 /// and End (to the left and right end of a field, the lower and upper one of a slider) and the wheel (up and
 /// down; on a field with Alt right and left) are one-shot edits, which send all three phases; a step at the
-/// end of a range changes and sends nothing. The parent may delete the map in its handler.
+/// end of a range changes and sends nothing. The wheel is the map's while it has the focus, else its
+/// parent's. A setter called in a drag, but not by the parent's handler, is what Escape takes the drag back
+/// to. A drag that loses the mouse ends from the event loop. The parent may delete the map in its handler.
 class KV_API CKvColorMapWnd : public CKvWnd
 {
     Q_OBJECT
@@ -95,6 +97,9 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
+    /// Before a drag or a one-shot edit begins. An owner of several controls ends the runs of the others
+    /// here; the change counts from the colour that it leaves.
+    void RunBeginning();
     /// After each message to the parent. @param phase an EKvColorPhase.
     void ColorChanged(int phase);
 

@@ -20,7 +20,10 @@ inline constexpr UINT kKvColorPanelDialog = 14010;
 /// alpha, a number for each, and the swatch grid. All of them view one colour.
 ///
 /// The user's changes send the parent WM_NOTIFY with a KvColorNotifyRecord: wParam and idFrom are the panel's
-/// own number (`SetDlgCtrlID`), the phase is that of the child that was used, data points to the colour.
+/// own number (`SetDlgCtrlID`), the phase is that of the child that was used, data points to the colour. Runs
+/// never nest: a child that begins one ends what is open in another first. What the user has open also ends,
+/// from the event loop, when the panel is hidden, disabled, moved to another parent or loses the mouse, and
+/// before `DestroyWindow` returns; a panel that is destroyed says nothing.
 /// Picks, presets, wheel notches and keys are one-shot edits with all three phases. Setters, another mode and
 /// another channel send nothing. The parent may call any setter in its handler, or delete the panel.
 ///
@@ -66,6 +69,7 @@ public:
 
     void OnOK() override;
     void OnCancel() override;
+    void OnAnswer(int result) override;
     QSize sizeHint() const override;
     void setVisible(bool visible) override;
 

@@ -17,11 +17,12 @@ struct KvParamEditRecord
 ///
 /// Typing: digits act at once while they are in the range; the first change of a typing begins a run, further
 /// ones continue it, Enter, leaving the edit or Escape ends it. A value beyond the range can be typed and is
-/// clamped when the typing ends. Escape restores the number as it was when the typing began. Arrows and the
-/// wheel step, Page Up and Down step by ten; each is a one-shot edit, which sends all three phases. A step at
-/// the end of the range changes and sends nothing. A vertical or horizontal drag on the border scrubs: right
-/// or up raises, a step a pixel, beyond the toolkit's drag distance. The parent may delete the edit in its
-/// handler.
+/// clamped when the typing ends. Escape restores the number as it was when the typing began. An edit that is
+/// hidden ends its typing, one that is disabled ends it with the number in force, both from the event loop.
+/// Arrows and the wheel step, Page Up and Down step by ten; each is a one-shot edit, which sends all three
+/// phases. The wheel is the edit's while it has the focus, else its parent's. A step at the end of the range
+/// changes and sends nothing. A vertical or horizontal drag on the border scrubs: right or up raises, a step
+/// a pixel, beyond the toolkit's drag distance. The parent may delete the edit in its handler.
 class KV_API CKvParamEdit : public CKvWnd
 {
     Q_OBJECT
@@ -52,6 +53,8 @@ public:
     bool IsTyping() const;
     /// Ends a typing as Enter does.
     void EndTyping();
+    /// Ends a typing with the number in force; a run that is open is ended, none is begun.
+    void StopTyping();
     /// True during the message that takes a typing or a scrub back.
     bool IsTakingBack() const;
 
@@ -66,9 +69,13 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
+    /// Before the first change of a run. An owner of several controls ends the runs of the others here; the
+    /// change counts from the number that it leaves.
+    void RunBeginning();
     /// After each message to the parent.
     void ValueChanged(int phase);
-    /// What the clipboard holds was pasted and is no number. The edit ignores it; its owner may know it.
+    /// What the clipboard holds was pasted and is no number. The edit ignores it, a typing goes on; its owner
+    /// may know it.
     void ForeignPasted();
 
 protected:
@@ -81,6 +88,7 @@ protected:
     void OnCaptureChanged() override;
     void OnEnable(BOOL enabled) override;
     void OnSkinChanged() override;
+    void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

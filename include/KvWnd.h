@@ -38,8 +38,6 @@ public:
     ///         the control unless it asks for it.
     virtual UINT OnGetDlgCode();
 
-    void setVisible(bool visible) override;
-
 protected:
     // Messages of children. Return non-zero when handled; `*result` is the sender's answer.
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
@@ -81,7 +79,8 @@ protected:
     virtual void OnEnable(BOOL enabled);
     virtual void OnTimer(UINT id);
     /// The mouse was taken away in a drag: a popup or modal window opened, or the window was hidden,
-    /// disabled or deactivated. `ReleaseCapture` does not call it.
+    /// disabled or deactivated. It comes from the event loop, after the call that took it away, or before the
+    /// window's next input. `ReleaseCapture` does not call it.
     virtual void OnCaptureChanged();
     /// The skin or the texts changed: look keys, images and texts up again. What a host set by a setter
     /// stays. The window is repainted afterwards.
@@ -120,11 +119,11 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     friend class KvGuiRes;
     void LoseCapture();
+    bool TellLoss();
     template <typename Handler>
     void Dispatch(QEvent* event, Handler handler);
 

@@ -9,20 +9,20 @@ class QWidget;
 
 namespace kv {
 
-/// Watches the application while a control drags. A popup or modal window takes the mouse away without a word
-/// to the widget that had it, and an ancestor that is hidden tells its children too late: in the middle of
-/// the toolkit's work on them, when the parent must not delete the control.
+/// Watches the application while a control drags. The mouse is lost when a popup or modal window opens, and
+/// when the control is hidden or disabled or its window is deactivated or blocked. The toolkit is in the
+/// middle of its work on the control, its parents or its siblings then, all of which the parent may delete
+/// when it hears of the end: so the loss is told later, from the event loop, or by `TellLoss`.
 class CaptureWatcher : public QObject
 {
 public:
-    /// @param lost called when the mouse is taken away; it may destroy the watcher.
-    CaptureWatcher(const QWidget& control, std::function<void()> lost);
+    /// @param lost called once; it may destroy the watcher. A watcher that is destroyed before says nothing.
+    CaptureWatcher(QWidget& control, std::function<void()> lost);
     ~CaptureWatcher() override;
 
-    /// True while the toolkit works on the control or a window closes, perhaps in its destructor: the parent
-    /// hears of the loss later, from the event loop.
-    bool IsUnsafe() const { return m_isUnsafe; }
-    void MarkUnsafe() { m_isUnsafe = true; }
+    bool IsLost() const { return m_isLost; }
+    /// Tells of a loss that was not told yet: the control gets another input. The control may be gone then.
+    void TellLoss();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -30,9 +30,9 @@ protected:
 private:
     bool TakesTheMouse(const QObject& watched, const QEvent& event) const;
 
-    const QWidget& m_control;
+    QWidget& m_control;
     std::function<void()> m_lost;
-    bool m_isUnsafe = false;
+    bool m_isLost = false;
 };
 
 } // namespace kv

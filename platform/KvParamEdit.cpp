@@ -31,8 +31,8 @@ CKvParamEdit::CKvParamEdit() : m_impl(std::make_unique<Impl>(*this))
     line->installEventFilter(this);
     line->setCursor(Qt::IBeamCursor);
     connect(line, &QLineEdit::textEdited, this, [this] { m_impl->OnEdited(); });
-    setFocusPolicy(Qt::ClickFocus);
     setFocusProxy(line);
+    setFocusPolicy(Qt::ClickFocus); // the line's too
     setCursor(Qt::SizeHorCursor);
     SetValueRange(0, 255);
     m_impl->ApplyLook();
@@ -50,7 +50,7 @@ int CKvParamEdit::Create(UINT style, CWnd* parent, DWORD id)
 
 void CKvParamEdit::SetValue(int value)
 {
-    m_impl->entry.SetValue(value);
+    m_impl->isNotifying ? m_impl->entry.Answer(value) : m_impl->entry.SetValue(value);
     m_impl->ShowNumber();
 }
 
@@ -63,8 +63,8 @@ void CKvParamEdit::SetValueRange(int minimum, int maximum)
 {
     m_impl->entry.SetRange(minimum, maximum);
     const QString sign = m_impl->entry.Minimum() < 0 ? QStringLiteral("-?") : QString();
-    auto* validator = new QRegularExpressionValidator(QRegularExpression(sign + QStringLiteral("[0-9]{0,6}")),
-                                                      m_impl->line);
+    auto* validator = new QRegularExpressionValidator(
+        QRegularExpression(sign + QStringLiteral("[0-9]{0,10}")), m_impl->line);
     delete m_impl->line->validator();
     m_impl->line->setValidator(validator);
     m_impl->ShowNumber();
@@ -92,13 +92,7 @@ int CKvParamEdit::GetStep() const
 
 void CKvParamEdit::EnterValue(int value)
 {
-    if (!m_impl->Commit())
-        return;
-    const kv::NumberRun run = m_impl->entry.Enter(value);
-    if (!run.begins)
-        return;
-    m_impl->ShowNumber();
-    m_impl->Send(run);
+    m_impl->ChangeOnce([value](kv::NumberEntry& number) { return number.Enter(value); });
 }
 
 void CKvParamEdit::SetLabel(const wchar_t* text)
@@ -119,6 +113,15 @@ void CKvParamEdit::EndTyping()
     m_impl->Commit();
 }
 
+void CKvParamEdit::StopTyping()
+{
+    if (!m_impl->entry.IsTyping())
+        return;
+    const kv::NumberRun run = m_impl->entry.StopTyping();
+    m_impl->ShowNumber();
+    m_impl->Send(run);
+}
+
 bool CKvParamEdit::IsTakingBack() const
 {
     return m_impl->isTakingBack;
@@ -132,11 +135,11 @@ void CKvParamEdit::BeginScrub()
 
 void CKvParamEdit::Scrub(int steps)
 {
-    const kv::NumberRun run = m_impl->entry.Scrub(steps);
-    if (run == kv::NumberRun{})
+    const auto run = m_impl->Change([steps](kv::NumberEntry& number) { return number.Scrub(steps); });
+    if (!run || *run == kv::NumberRun{})
         return;
     m_impl->ShowNumber();
-    m_impl->Send(run);
+    m_impl->Send(*run);
 }
 
 void CKvParamEdit::EndScrub(bool cancel)
@@ -209,10 +212,14 @@ void CKvParamEdit::OnLButtonUp(Qt::KeyboardModifiers, CPoint)
     EndScrub(false);
 }
 
-void CKvParamEdit::OnMouseWheel(Qt::KeyboardModifiers, int delta, CPoint)
+void CKvParamEdit::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point)
 {
     if (m_impl->entry.IsScrubbing())
         return;
+    if (!m_impl->line->hasFocus()) { // else scrolling past it would change the number
+        CKvWnd::OnMouseWheel(modifiers, delta, point);
+        return;
+    }
     m_impl->wheel += delta;
     const int steps = m_impl->wheel / kNotch;
     m_impl->wheel %= kNotch;
@@ -229,12 +236,14 @@ void CKvParamEdit::OnCaptureChanged()
 void CKvParamEdit::OnEnable(BOOL enabled)
 {
     update();
-    if (enabled)
-        return;
-    if (m_impl->entry.IsScrubbing())
-        EndScrub(false);
-    else
-        m_impl->Commit();
+    if (!enabled)
+        m_impl->EndLater();
+}
+
+void CKvParamEdit::hideEvent(QHideEvent* event)
+{
+    CKvWnd::hideEvent(event);
+    m_impl->EndLater();
 }
 
 void CKvParamEdit::OnSkinChanged()
@@ -249,9 +258,12 @@ bool CKvParamEdit::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::KeyPress:
         event->accept();
-        return m_impl->RunKey(static_cast<const QKeyEvent&>(*event)) || m_impl->Forward(*event);
+        if (!m_impl->RunKey(static_cast<const QKeyEvent&>(*event)))
+            m_impl->WithLine([this, event] { m_impl->line->event(event); });
+        return true;
     case QEvent::InputMethod:
-        return m_impl->Forward(*event);
+        m_impl->WithLine([this, event] { m_impl->line->event(event); });
+        return true;
     case QEvent::ShortcutOverride: {
         const auto& key = static_cast<const QKeyEvent&>(*event);
         if (m_impl->TakesBeforeShortcuts(key)) {
@@ -266,7 +278,8 @@ bool CKvParamEdit::eventFilter(QObject* watched, QEvent* event)
         QApplication::sendEvent(this, event);
         return true;
     case QEvent::ContextMenu:
-        m_impl->OpenMenu(static_cast<QContextMenuEvent&>(*event));
+        event->accept();
+        m_impl->OpenMenu(static_cast<QContextMenuEvent&>(*event).globalPos());
         return true;
     case QEvent::FocusIn:
         update();

@@ -1,15 +1,14 @@
 #include "platform/KvParamEditImpl.h"
 
+#include "KvMenu.h"
+#include "platform/ColourClipboard.h"
 #include "platform/NumberAccess.h"
 #include "platform/SkinColours.h"
 #include "platform/VirtualKey.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QContextMenuEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QPointer>
 
 #include <utility>
@@ -17,6 +16,16 @@
 namespace {
 
 constexpr int kPage = 10;
+constexpr UINT kMenu = 12160;
+
+enum MenuCommand : UINT
+{
+    kMenuCut = 12161,
+    kMenuCopy = 12162,
+    kMenuPaste = 12163,
+    kMenuDelete = 12164,
+    kMenuSelectAll = 12165,
+};
 
 bool IsPaste(const QKeyEvent& key)
 {
@@ -60,10 +69,14 @@ bool CKvParamEdit::Impl::Notify(EKvColorPhase phase)
     const QPointer<CKvParamEdit> alive(&control);
     const UINT id = control.GetDlgCtrlID();
     KvParamEditRecord record{{&control, id, kKvColorNotifyCode}, phase};
+    const bool outer = std::exchange(isNotifying, true);
     KvSendMessage(control.parentWidget(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
     if (alive)
         emit alive->ValueChanged(phase);
-    return !alive.isNull();
+    if (!alive)
+        return false;
+    isNotifying = outer;
+    return true;
 }
 
 bool CKvParamEdit::Impl::Send(const kv::NumberRun& run)
@@ -72,29 +85,69 @@ bool CKvParamEdit::Impl::Send(const kv::NumberRun& run)
            (!run.ends || Notify(kKvPhaseEnd));
 }
 
+std::optional<kv::NumberRun>
+CKvParamEdit::Impl::Change(const std::function<kv::NumberRun(kv::NumberEntry&)>& change)
+{
+    kv::NumberEntry tried = entry;
+    if (change(tried).begins) {
+        const QPointer<CKvParamEdit> alive(&control);
+        emit control.RunBeginning();
+        if (!alive)
+            return std::nullopt;
+    }
+    return change(entry);
+}
+
+void CKvParamEdit::Impl::ChangeOnce(const std::function<kv::NumberRun(kv::NumberEntry&)>& change)
+{
+    if (!Commit())
+        return;
+    const auto run = Change(change);
+    if (!run || !run->begins)
+        return;
+    ShowNumber();
+    if (line->hasFocus())
+        line->selectAll();
+    Send(*run);
+}
+
 bool CKvParamEdit::Impl::Commit()
 {
     if (!entry.IsTyping())
         return true;
-    const kv::NumberRun run = entry.Commit();
+    const auto run = Change([](kv::NumberEntry& number) { return number.Commit(); });
+    if (!run)
+        return false;
     ShowNumber();
-    return Send(run);
+    return Send(*run);
 }
 
 // Where the focus goes to a neighbour or nowhere, the toolkit still works on what a parent may delete in
-// its handler: the end waits until that is done.
+// its handler.
 bool CKvParamEdit::Impl::CommitOnLeaving()
 {
     const QWidget* const next = QApplication::focusWidget();
     const QWidget* const parent = control.parentWidget();
     if (next && parent && !parent->isAncestorOf(next))
         return Commit();
-    const auto commit = [this] {
-        if (!line->hasFocus())
+    EndLater();
+    return true;
+}
+
+void CKvParamEdit::Impl::EndLater()
+{
+    if (!entry.IsTyping() && !entry.IsScrubbing())
+        return;
+    const auto end = [this] {
+        const bool isUsable = control.isEnabled() && control.isVisible();
+        if (entry.IsScrubbing() && !isUsable)
+            control.EndScrub(false);
+        else if (!control.isEnabled())
+            control.StopTyping();
+        else if (!isUsable || !line->hasFocus())
             Commit();
     };
-    QMetaObject::invokeMethod(&control, commit, Qt::QueuedConnection);
-    return true;
+    QMetaObject::invokeMethod(&control, end, Qt::QueuedConnection);
 }
 
 bool CKvParamEdit::Impl::SendTakingBack(const kv::NumberRun& run)
@@ -109,73 +162,88 @@ bool CKvParamEdit::Impl::SendTakingBack(const kv::NumberRun& run)
 
 void CKvParamEdit::Impl::StepBy(int steps)
 {
-    if (!Commit())
-        return;
-    const kv::NumberRun run = entry.StepBy(steps);
-    if (!run.begins)
-        return;
-    ShowNumber();
-    line->selectAll();
-    Send(run);
+    ChangeOnce([steps](kv::NumberEntry& number) { return number.StepBy(steps); });
 }
 
 void CKvParamEdit::Impl::Paste()
 {
-    const QString text = QApplication::clipboard()->text();
-    if (kv::ParseWholeNumber(KvFromQString(text))) {
-        line->insert(text.trimmed());
-        OnTyped();
+    const auto number = kv::ParseWholeNumber(KvFromQString(QApplication::clipboard()->text()));
+    if (!number) {
+        emit control.ForeignPasted();
         return;
     }
-    if (Commit())
-        emit control.ForeignPasted();
+    // As it can be typed: without a sign where there are no numbers below 0.
+    const int typed = std::max(*number, std::min(0, entry.Minimum()));
+    WithLine([this, typed] { line->insert(QString::number(typed)); });
 }
 
 void CKvParamEdit::Impl::OnTyped()
 {
-    const kv::NumberRun run = entry.Type(KvFromQString(line->text()));
-    if (run.begins || run.continues)
+    const QString text = line->text();
+    const auto run = Change([&text](kv::NumberEntry& number) { return number.Type(KvFromQString(text)); });
+    if (!run)
+        return;
+    if (line->text() != text) // what the owner did before this run wrote the number anew
+        line->setText(text);
+    if (run->begins || run->continues)
         kv::TellNumberChanged(control);
-    Send(run);
+    Send(*run);
 }
 
-// The toolkit's line is not to be deleted by a handler while it is at work.
-bool CKvParamEdit::Impl::Forward(QEvent& event)
+void CKvParamEdit::Impl::WithLine(const std::function<void()>& act)
 {
     const QPointer<CKvParamEdit> alive(&control);
-    isForwarding = true;
-    line->event(&event);
+    isActing = true;
+    act();
     if (!alive)
-        return true;
-    isForwarding = false;
+        return;
+    isActing = false;
     if (std::exchange(isEdited, false))
         OnTyped();
-    return true;
 }
 
 void CKvParamEdit::Impl::OnEdited()
 {
-    if (isForwarding)
+    if (isActing)
         isEdited = true;
     else
         QMetaObject::invokeMethod(
             &control, [this] { OnTyped(); }, Qt::QueuedConnection);
 }
 
-void CKvParamEdit::Impl::OpenMenu(QContextMenuEvent& event)
+// The toolkit's own menu knows neither a colour on the clipboard nor who is to have it.
+void CKvParamEdit::Impl::OpenMenu(CPoint screen)
 {
-    QMenu* const menu = line->createStandardContextMenu();
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (QAction* action : menu->actions()) {
-        if (action->shortcut() != QKeySequence(QKeySequence::Paste) &&
-            action->objectName() != QLatin1String("edit-paste"))
-            continue;
-        action->disconnect(line);
-        action->setEnabled(true);
-        connect(
-            action, &QAction::triggered, &control, [this] { Paste(); }, Qt::QueuedConnection);
+    CKvMenu menu;
+    menu.LoadMenu(kMenu);
+    const bool canPaste = kv::ClipboardHasColour() || !QApplication::clipboard()->text().isEmpty();
+    const bool isChosen = line->hasSelectedText();
+    for (const UINT command : {kMenuCut, kMenuCopy, kMenuDelete})
+        menu.EnableMenuItem(command, isChosen ? 1 : 0);
+    menu.EnableMenuItem(kMenuPaste, canPaste ? 1 : 0);
+    const QPointer<CKvParamEdit> alive(&control);
+    const UINT command = menu.TrackPopupMenu(TPM_RETURNCMD, screen, &control);
+    if (!alive || !control.isEnabled())
+        return;
+    switch (command) {
+    case kMenuCut:
+        WithLine([this] { line->cut(); });
+        break;
+    case kMenuCopy:
+        line->copy();
+        break;
+    case kMenuPaste:
+        Paste();
+        break;
+    case kMenuDelete:
+        WithLine([this] { line->del(); });
+        break;
+    case kMenuSelectAll:
+        line->selectAll();
+        break;
+    default:
+        break;
     }
-    menu->popup(event.globalPos());
 }
 
 bool CKvParamEdit::Impl::RunKey(const QKeyEvent& key)

@@ -6,9 +6,9 @@
 
 #include <QLineEdit>
 
+#include <functional>
 #include <optional>
 
-class QContextMenuEvent;
 class QKeyEvent;
 
 // Functions that notify return false when the edit is gone afterwards; then nothing of it may be touched.
@@ -20,14 +20,23 @@ struct CKvParamEdit::Impl
     bool Send(const kv::NumberRun& run);
     bool Commit();
     bool CommitOnLeaving();
+    /// Ends from the event loop what is open in an edit that lost the focus, or was hidden or disabled: the
+    /// toolkit is still at work on it.
+    void EndLater();
+    /// A change of the number. The owner is told before one that begins a run.
+    /// @return what it has to tell; nothing when the edit is gone.
+    std::optional<kv::NumberRun> Change(const std::function<kv::NumberRun(kv::NumberEntry&)>& change);
+    /// A one-shot edit.
+    void ChangeOnce(const std::function<kv::NumberRun(kv::NumberEntry&)>& change);
     bool SendTakingBack(const kv::NumberRun& run);
     void StepBy(int steps);
+    /// An act on the line; what it changed is taken afterwards, when a handler may delete the line.
+    void WithLine(const std::function<void()>& act);
     /// Digits go into the line; another text is the owner's, if it knows it.
     void Paste();
     void OnTyped();
-    bool Forward(QEvent& event);
     void OnEdited();
-    void OpenMenu(QContextMenuEvent& event);
+    void OpenMenu(CPoint screen);
     /// @return true for a key that the edit used; it may be gone then.
     bool RunKey(const QKeyEvent& key);
     bool TakesBeforeShortcuts(const QKeyEvent& key) const;
@@ -37,7 +46,8 @@ struct CKvParamEdit::Impl
     QLineEdit* line;
     kv::NumberEntry entry;
     bool isTakingBack = false;
-    bool isForwarding = false;   ///< an event is with the line
+    bool isNotifying = false;
+    bool isActing = false;       ///< the line is at work
     bool isEdited = false;       ///< and has changed its text
     std::optional<CPoint> press; ///< of a drag on the border
     int wheel = 0;               ///< what is left of the last notch

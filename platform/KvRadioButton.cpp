@@ -1,6 +1,7 @@
 #include "KvButtons.h"
 #include "KvDialog.h"
 #include "KvGuiRes.h"
+#include "platform/CaptureWatcher.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -8,6 +9,20 @@
 #include <QPointer>
 
 #include <utility>
+
+struct CKvRadioBitmapButton::Press
+{
+    enum class Use
+    {
+        Click,
+        Scrub,
+        None, ///< a scrub has ended before the release
+    };
+
+    QPoint at;
+    Use use = Use::Click;
+    std::unique_ptr<kv::CaptureWatcher> capture; ///< of a scrub
+};
 
 CKvRadioBitmapButton::CKvRadioBitmapButton()
 {
@@ -57,73 +72,111 @@ void CKvRadioBitmapButton::ShowPicture()
     CKvBitmapButton::UpdateBitmap((isChecked() ? m_checked : m_unchecked).c_str());
 }
 
-void CKvRadioBitmapButton::EndScrub(bool cancelled)
+void CKvRadioBitmapButton::EndScrub()
 {
-    if (std::exchange(m_isScrubbing, false))
-        emit ScrubEnded(cancelled);
+    FinishScrub(false);
+}
+
+void CKvRadioBitmapButton::StartScrub()
+{
+    m_press->use = Press::Use::Scrub;
+    m_press->capture = std::make_unique<kv::CaptureWatcher>(*this, [this] { FinishScrub(false); });
+    setDown(false); // no click follows
+}
+
+// The toolkit's press goes on until the release, but is nothing to it any more.
+void CKvRadioBitmapButton::FinishScrub(bool cancelled)
+{
+    if (!IsScrubbing())
+        return;
+    m_press->use = Press::Use::None;
+    m_press->capture.reset();
+    emit ScrubEnded(cancelled);
+}
+
+// A loss that was not told yet, before other input. @return false when the button is gone.
+bool CKvRadioBitmapButton::TellLoss()
+{
+    const QPointer<CKvRadioBitmapButton> self(this);
+    if (m_press && m_press->capture)
+        m_press->capture->TellLoss();
+    return !self.isNull();
+}
+
+// @return false when the button is gone.
+bool CKvRadioBitmapButton::EndPress()
+{
+    const QPointer<CKvRadioBitmapButton> self(this);
+    FinishScrub(false);
+    if (self)
+        m_press.reset();
+    return !self.isNull();
+}
+
+bool CKvRadioBitmapButton::IsScrubbing() const
+{
+    return m_press && m_press->use == Press::Use::Scrub;
 }
 
 bool CKvRadioBitmapButton::event(QEvent* event)
 {
-    switch (event->type()) {
-    case QEvent::ShortcutOverride:
-        if (m_isScrubbing && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-            event->accept();
-            return true;
-        }
-        break;
-    case QEvent::UngrabMouse:
-    case QEvent::WindowDeactivate:
-    case QEvent::WindowBlocked:
-    case QEvent::EnabledChange:
-    case QEvent::Hide: {
-        const QPointer<CKvRadioBitmapButton> self(this);
-        EndScrub(false);
-        if (!self)
-            return true;
-        break;
-    }
-    default:
-        break;
+    if (event->type() == QEvent::ShortcutOverride && IsScrubbing() &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
     }
     return CKvBitmapButton::event(event);
 }
 
 void CKvRadioBitmapButton::mousePressEvent(QMouseEvent* event)
 {
-    m_press = event->position().toPoint();
+    if (event->button() == Qt::LeftButton) {
+        if (!EndPress())
+            return;
+        m_press = std::make_unique<Press>();
+        m_press->at = event->position().toPoint();
+    }
     CKvBitmapButton::mousePressEvent(event);
 }
 
 void CKvRadioBitmapButton::mouseMoveEvent(QMouseEvent* event)
 {
-    const QPoint way = event->position().toPoint() - m_press;
-    const bool isDragged = event->buttons().testFlag(Qt::LeftButton) &&
-                           way.manhattanLength() >= QApplication::startDragDistance();
-    if (isDragged && isDown())
-        m_isScrubbing = true;
-    if (!m_isScrubbing) {
+    if (!TellLoss())
+        return;
+    const bool isReleased = !event->buttons().testFlag(Qt::LeftButton); // also where nobody saw it
+    if (isReleased && !EndPress())
+        return;
+    if (!m_press) {
         CKvBitmapButton::mouseMoveEvent(event);
         return;
     }
-    setDown(false); // no click follows
+    const QPoint way = event->position().toPoint() - m_press->at;
+    if (m_press->use == Press::Use::Click && isDown() &&
+        way.manhattanLength() >= QApplication::startDragDistance())
+        StartScrub();
+    if (m_press->use == Press::Use::Click) {
+        CKvBitmapButton::mouseMoveEvent(event);
+        return;
+    }
     event->accept();
-    emit Scrubbed(way.x() - way.y());
+    if (IsScrubbing())
+        emit Scrubbed(way.x() - way.y());
 }
 
 void CKvRadioBitmapButton::mouseReleaseEvent(QMouseEvent* event)
 {
-    const QPointer<CKvRadioBitmapButton> self(this);
-    EndScrub(false);
-    if (self)
-        CKvBitmapButton::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && !EndPress())
+        return;
+    CKvBitmapButton::mouseReleaseEvent(event);
     event->accept();
 }
 
 void CKvRadioBitmapButton::keyPressEvent(QKeyEvent* event)
 {
-    if (m_isScrubbing && event->key() == Qt::Key_Escape)
-        EndScrub(true);
-    else if (!m_isScrubbing)
+    if (!TellLoss())
+        return;
+    if (IsScrubbing() && event->key() == Qt::Key_Escape)
+        FinishScrub(true);
+    else if (!IsScrubbing())
         CKvBitmapButton::keyPressEvent(event);
 }

@@ -5,7 +5,6 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QToolTip>
 
 CKvWnd::CKvWnd() : m_impl(std::make_unique<Impl>())
@@ -134,13 +133,6 @@ bool CKvWnd::event(QEvent* event)
             kv::DispatchMessage(*event, [this](auto... message) { return OnWndMsg(message...); }))
         return *handled;
     switch (event->type()) {
-    case QEvent::UngrabMouse:
-    case QEvent::WindowDeactivate:
-    case QEvent::WindowBlocked: {
-        const QPointer<CKvWnd> self(this);
-        LoseCapture();
-        return self ? QWidget::event(event) : true;
-    }
     case QEvent::ShortcutOverride: {
         auto& key = static_cast<QKeyEvent&>(*event);
         if (WantsShortcut(kv::VirtualKey(key), key.modifiers(), kv::KeyCharacter(key))) {
@@ -195,27 +187,6 @@ void CKvWnd::timerEvent(QTimerEvent* event)
 void CKvWnd::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() != QEvent::EnabledChange)
-        return;
-    const QPointer<CKvWnd> self(this);
-    if (!isEnabled())
-        LoseCapture();
-    if (self)
+    if (event->type() == QEvent::EnabledChange)
         OnEnable(isEnabled() ? 1 : 0);
-}
-
-void CKvWnd::setVisible(bool visible)
-{
-    const QPointer<CKvWnd> self(this);
-    if (!visible)
-        LoseCapture(); // before the toolkit hides it: the parent may delete it when it hears of the end
-    if (self)
-        QWidget::setVisible(visible);
-}
-
-void CKvWnd::hideEvent(QHideEvent*)
-{
-    if (m_impl->capture)
-        m_impl->capture->MarkUnsafe();
-    LoseCapture();
 }

@@ -87,7 +87,7 @@ CPoint CKvWnd::ContextMenuPoint() const
 
 void CKvWnd::SetCapture()
 {
-    if (!m_impl->capture)
+    if (!HasCapture())
         m_impl->capture = std::make_unique<kv::CaptureWatcher>(*this, [this] { LoseCapture(); });
 }
 
@@ -98,26 +98,34 @@ void CKvWnd::ReleaseCapture()
 
 bool CKvWnd::HasCapture() const
 {
-    return m_impl->capture != nullptr;
+    return m_impl->capture && !m_impl->capture->IsLost();
 }
 
 void CKvWnd::LoseCapture()
 {
     if (!m_impl->capture)
         return;
-    const bool isUnsafe = m_impl->capture->IsUnsafe();
     m_impl->capture.reset();
-    if (isUnsafe)
-        QMetaObject::invokeMethod(
-            this, [this] { OnCaptureChanged(); }, Qt::QueuedConnection);
-    else
-        OnCaptureChanged();
+    OnCaptureChanged();
+}
+
+// Input that comes before the event loop has told of the loss is no part of that drag any more.
+bool CKvWnd::TellLoss()
+{
+    const QPointer<CKvWnd> self(this);
+    if (m_impl->capture)
+        m_impl->capture->TellLoss();
+    return !self.isNull();
 }
 
 // Calls a mouse handler; the event is ignored when only the default handler saw it.
 template <typename Handler>
 void CKvWnd::Dispatch(QEvent* event, Handler handler)
 {
+    if (!TellLoss()) {
+        event->accept();
+        return;
+    }
     const QPointer<CKvWnd> self(this);
     const bool outer = std::exchange(m_impl->unhandled, false); // of the event in whose handler this one came
     handler();
@@ -210,6 +218,10 @@ void CKvWnd::contextMenuEvent(QContextMenuEvent* event)
 
 void CKvWnd::keyPressEvent(QKeyEvent* event)
 {
+    if (!TellLoss()) {
+        event->accept();
+        return;
+    }
     const QPointer<CKvWnd> self(this);
     // A copy: the handlers may delete this window, and the event with it.
     const UINT character = kv::KeyCharacter(*event);

@@ -43,8 +43,13 @@ void NumberEntry::SetStep(int step)
 
 void NumberEntry::SetValue(int value)
 {
-    m_value = std::clamp(value, m_minimum, m_maximum);
+    Answer(value);
     m_before = m_value;
+}
+
+void NumberEntry::Answer(int value)
+{
+    m_value = std::clamp(value, m_minimum, m_maximum);
     if (m_typed)
         m_typed = std::to_wstring(m_value);
 }
@@ -94,6 +99,14 @@ NumberRun NumberEntry::TakeBack()
     return End();
 }
 
+NumberRun NumberEntry::StopTyping()
+{
+    if (!m_typed)
+        return {};
+    m_typed.reset();
+    return End();
+}
+
 int NumberEntry::Stepped(int from, int steps) const
 {
     const std::int64_t stepped = from + std::int64_t{steps} * m_step;
@@ -116,7 +129,7 @@ NumberRun NumberEntry::Scrub(int steps)
 NumberRun NumberEntry::EndScrub(bool takeBack)
 {
     if (m_scrubFrom && takeBack)
-        m_value = *m_scrubFrom;
+        m_value = m_before;
     m_scrubFrom.reset();
     return End();
 }

@@ -30,8 +30,10 @@ public:
     void SetRange(int minimum, int maximum);
     /// At least 1.
     void SetStep(int step);
-    /// Clamped. What was typed before is forgotten, but an open run stays open.
+    /// Clamped. What was typed before is forgotten and is not taken back to, but an open run stays open.
     void SetValue(int value);
+    /// The owner's answer to a change, as a part of it: taking back leads to the number before both.
+    void Answer(int value);
 
     bool IsTyping() const { return m_typed.has_value(); }
     /// The text is another one by the user's hand.
@@ -40,13 +42,15 @@ public:
     NumberRun Commit();
     /// Ends a typing with the number as it was before.
     NumberRun TakeBack();
+    /// Ends a typing with the number in force; what is out of the range is forgotten.
+    NumberRun StopTyping();
 
     // One-shot edits, clamped.
     NumberRun StepBy(int steps) { return Enter(Stepped(m_value, steps)); }
     NumberRun Enter(int value);
 
     bool IsScrubbing() const { return m_scrubFrom.has_value(); }
-    void BeginScrub() { m_scrubFrom = m_value; }
+    void BeginScrub() { m_scrubFrom = m_before = m_value; }
     /// @param steps since the beginning.
     NumberRun Scrub(int steps);
     NumberRun EndScrub(bool takeBack);
@@ -61,7 +65,7 @@ private:
     int m_maximum = 255;
     int m_step = 1;
     std::optional<std::wstring> m_typed; ///< the text of a typing
-    int m_before = 0;                    ///< the number when the typing began
+    int m_before = 0;                    ///< the number when the typing or the scrub began
     bool m_isRunning = false;
     std::optional<int> m_scrubFrom;
 };

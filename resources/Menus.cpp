@@ -46,6 +46,12 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12100, 12105, L"Exchange &Top and Bottom"},
         {12100, 12106, L"Turn Cloc&kwise"},
         {12100, 12107, L"Turn Counterclock&wise"},
+        // 12160: number
+        {12160, 12161, L"Cu&t\tCtrl+X"},
+        {12160, 12162, L"&Copy\tCtrl+C"},
+        {12160, 12163, L"&Paste\tCtrl+V"},
+        {12160, 12164, L"&Delete"},
+        {12160, 12165, L"Select &All\tCtrl+A"},
         // 20100: lists of texts
         {20100, 33001, L"Cu&t\tCtrl+X"},
         {20100, 33002, L"&Copy\tCtrl+C"},
@@ -73,9 +79,10 @@ std::span<const MenuEntry> BuiltInMenus()
         {12071, 32856},          {12071, 32857},          {12071, kMenuSeparator}, {12071, 32858},
         {12100, 12101},          {12100, 12102},          {12100, kMenuSeparator}, {12100, 12103},
         {12100, 12104},          {12100, 12105},          {12100, kMenuSeparator}, {12100, 12106},
-        {12100, 12107},          {20100, 33001},          {20100, 33002},          {20100, 33003},
-        {20100, 33004},          {20100, kMenuSeparator}, {20100, 33005},          {20100, kMenuSeparator},
-        {20100, 33006},          {20100, 33007},
+        {12100, 12107},          {12160, 12161},          {12160, 12162},          {12160, 12163},
+        {12160, 12164},          {12160, kMenuSeparator}, {12160, 12165},          {20100, 33001},
+        {20100, 33002},          {20100, 33003},          {20100, 33004},          {20100, kMenuSeparator},
+        {20100, 33005},          {20100, kMenuSeparator}, {20100, 33006},          {20100, 33007},
     };
     return menus;
 }

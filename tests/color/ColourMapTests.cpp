@@ -128,7 +128,9 @@ TEST_F(ColourMap, TakesADragBackOnEscapeAndEndsItWhenTheMouseIsLost)
     EXPECT_FALSE(map->WantsShortcut(VK_ESCAPE, Qt::NoModifier, 0));
     Press({0, 100});
     map->setEnabled(false);
-    EXPECT_EQ(Heard(), "0:ff330000 2:ff330000");
+    EXPECT_EQ(Heard(), "0:ff330000") << "the toolkit is still at work on it";
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(Heard(), "2:ff330000");
 }
 
 TEST_F(ColourMap, StepsByKeysAndWheel)
@@ -228,28 +230,26 @@ TEST_F(ColourMap, OffersItsChannelsAsSliders)
 
 TEST_F(ColourMap, MayBeDeletedByEachOfItsMessages)
 {
-    const std::function<void()> uses[] = {
-        [this] {
-            Press({5, 5});
-        },
-        [this] { QTest::keyClick(map, Qt::Key_Up); },
-        [this] {
-            Press({5, 5});
-            onMessage = [this] { delete map; };
-            QTest::keyClick(map, Qt::Key_Escape);
-        },
-        [this] {
-            Press({5, 5});
-            onMessage = [this] { delete map; };
-            map->hide();
-        },
+    const struct
+    {
+        bool isDragged;
+        std::function<void()> use;
+    } cases[] = {
+        {false,
+         [this] {
+             Press({5, 5});
+         }},
+        {false, [this] { QTest::keyClick(map, Qt::Key_Up); }},
+        {true, [this] { QTest::keyClick(map, Qt::Key_Escape); }},
+        {true, [this] { map->hide(); }},
     };
-    int index = 0;
-    for (const auto& use : uses) {
+    for (const auto& one : cases) {
         Renew(kKvColorMapField, kKvLockFieldR);
-        if (index++ < 2)
-            onMessage = [this] { delete map; };
-        use();
+        if (one.isDragged)
+            Press({5, 5});
+        onMessage = [this] { delete map; };
+        one.use();
+        QCoreApplication::sendPostedEvents();
         EXPECT_TRUE(map.isNull());
     }
 }

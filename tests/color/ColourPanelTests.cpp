@@ -435,8 +435,131 @@ TEST_F(ColourPanel, MayBeDeletedByEachOfItsMessages)
         Renew();
         onMessage = [this] { delete panel; };
         use();
+        QCoreApplication::sendPostedEvents();
         EXPECT_TRUE(panel.isNull());
     }
+}
+
+TEST_F(ColourPanel, EndsWhatIsOpenWhenItIsLostAndMayBeDeletedThen)
+{
+    const std::pair<const char*, std::function<void()>> drags[] = {
+        {"field",
+         [this] {
+             Mouse(Map(kMap), QEvent::MouseButtonPress, {5, 5});
+         }},
+        {"channel's button",
+         [this] {
+             auto* green = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
+             Mouse(green, QEvent::MouseButtonPress, {5, 5});
+             Mouse(green, QEvent::MouseMove, {25, 5});
+         }},
+        {"edit's border",
+         [this] {
+             Mouse(Edit(kFirstEdit), QEvent::MouseButtonPress, {1, 5});
+             Mouse(Edit(kFirstEdit), QEvent::MouseMove, {25, 5});
+         }},
+        {"typing", [this] { QTest::keyClicks(Line(kFirstEdit), "9"); }},
+    };
+    QWidget other;
+    other.show();
+    const std::pair<const char*, std::function<void()>> losses[] = {
+        {"deactivated", [&] { QApplication::setActiveWindow(&other); }},
+        {"parent hidden", [&] { parent.hide(); }},
+        {"parent disabled", [&] { parent.setEnabled(false); }},
+        {"hidden", [&] { panel->hide(); }},
+        {"disabled", [&] { panel->setEnabled(false); }},
+        {"OnEnable", [&] { panel->OnEnable(0); }},
+        {"moved to another parent", [&] { panel->setParent(&other); }},
+        {"destroyed", [&] { panel->DestroyWindow(); }},
+    };
+    for (const auto& [drag, begin] : drags) {
+        for (const auto& [loss, lose] : losses) {
+            for (const bool isDeleted : {false, true}) {
+                SCOPED_TRACE(testing::Message() << drag << ", " << loss << ", " << isDeleted);
+                parent.setEnabled(true);
+                Renew();
+                begin();
+                ASSERT_EQ(Heard().left(2), "0:");
+                if (isDeleted)
+                    onMessage = [this] { delete panel; };
+                lose();
+                QApplication::processEvents();
+                EXPECT_EQ(panel.isNull(), isDeleted);
+                EXPECT_TRUE(heard.startsWith("2:") && heard.count(':') == 1) << heard.toStdString();
+            }
+        }
+    }
+}
+
+TEST_F(ColourPanel, SaysNothingWhenItsParentDiesInADrag)
+{
+    auto* owner = new QWidget;
+    int messages = 0;
+    auto* owned = new CKvColorPanel;
+    QObject::connect(owned, &CKvColorPanel::ColorChanged, [&] { ++messages; });
+    owned->Create(owner);
+    owned->show();
+    owner->show();
+    QWidget* const green = owned->GetDlgItem(kFirstChannel + 1);
+    Mouse(green, QEvent::MouseButtonPress, {5, 5});
+    Mouse(green, QEvent::MouseMove, {25, 5});
+    EXPECT_EQ(std::exchange(messages, 0), 1);
+    delete owner;
+    QApplication::processEvents();
+    EXPECT_EQ(messages, 0);
+}
+
+TEST_F(ColourPanel, APopupEndsAScrub)
+{
+    auto* green = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
+    Mouse(green, QEvent::MouseButtonPress, {5, 5});
+    Mouse(green, QEvent::MouseMove, {25, 5});
+    QWidget popup(nullptr, Qt::Popup);
+    popup.show();
+    Mouse(green, QEvent::MouseMove, {5, 5});
+    Mouse(green, QEvent::MouseMove, {45, 5});
+    Mouse(green, QEvent::MouseButtonRelease, {5, 5});
+    EXPECT_EQ(Heard(), "0:ff337a99 2:ff337a99") << "no second scrub";
+    EXPECT_EQ(Map(kMap)->GetLockType(), 1) << "and no click";
+}
+
+TEST_F(ColourPanel, RunsDoNotNestAndCountFromWhatTheLastOneLeft)
+{
+    const std::pair<std::function<void()>, const char*> cases[] = {
+        {[this] {
+             Mouse(Map(kMap), QEvent::MouseButtonPress, {-1, 9999});
+         },
+         "1:ffff6699 2:ffff6699 0:ffff0000"},
+        {[this] {
+             Mouse(Map(kAlpha), QEvent::MouseButtonPress, {3, 9999});
+         },
+         "1:ffff6699 2:ffff6699 0:00ff6699"},
+        {[this] { Swatch(0, 0); }, "1:ffff6699 2:ffff6699 0:00ff6699 1:00ff6699 2:00ff6699"},
+        {[this] { Edit(kFirstEdit + 1)->EnterValue(103); },
+         "1:ffff6699 2:ffff6699 0:ffff6799 1:ffff6799 2:ffff6799"},
+    };
+    for (const auto& [use, expected] : cases) {
+        Renew();
+        QTest::keyClicks(Line(kFirstEdit), "999");
+        Heard();
+        use();
+        EXPECT_EQ(Heard(), expected);
+    }
+    Renew();
+    Mouse(Map(kSlider), QEvent::MouseButtonPress, {3, -1});
+    QTest::keyClick(Line(kFirstEdit + 1), Qt::Key_Up);
+    Mouse(Map(kSlider), QEvent::MouseMove, {3, 9});
+    EXPECT_EQ(Heard(), "0:ffff6699 2:ffff6699 0:ffff6799 1:ffff6799 2:ffff6799");
+}
+
+TEST_F(ColourPanel, DoesNothingBeforeItIsCreated)
+{
+    CKvColorPanel early;
+    QTest::keyClick(&early, Qt::Key_Down);
+    KvSendMessage(&early, WM_COMMAND, kFirstChannel + 1, 0);
+    KvSendMessage(panel, WM_NOTIFY, kMap, 0);
+    EXPECT_EQ(early.GetColor(), 0xFF000000u);
+    EXPECT_EQ(Heard(), "");
 }
 
 TEST_F(ColourPanel, GivesTheMapWhatIsFreeAndStaysWhereItIsPut)

@@ -114,6 +114,12 @@ protected:
                 Do(step.front().toLatin1(), step.mid(1));
         }
     }
+    /// Something takes the mouse from the control, which ends a drag from the event loop.
+    void Lose(const std::function<void()>& take)
+    {
+        take();
+        QCoreApplication::sendPostedEvents(control);
+    }
 
     QWidget parent;
     KvMessageSink sink{&parent, [this](UINT message, WPARAM wParam, LPARAM lParam) {
@@ -139,9 +145,9 @@ private:
             {'K', [&] { QTest::keyClick(control.data(), key.key(), key.keyboardModifiers()); }},
             {'X', [&] { UseContextMenu(*control, at, step.command); }},
             {'Y', [&] { UseContextMenu(*control, {}, step.command, QContextMenuEvent::Keyboard); }},
-            {'H', [&] { control->hide(); }},
-            {'V', [&] { parent.hide(); }},
-            {'E', [&] { control->setEnabled(false); }},
+            {'H', [&] { Lose([&] { control->hide(); }); }},
+            {'V', [&] { Lose([&] { parent.hide(); }); }},
+            {'E', [&] { Lose([&] { control->setEnabled(false); }); }},
         };
         const Actions own = OwnActions(step);
         const auto action = own.find(letter);

@@ -97,7 +97,7 @@ protected:
             {'C', [=] { Copy(QByteArray::fromHex(step.text.toLatin1())); }},
             {'A', [=, this] { control->AddKey(step.at); }},
             {'L', [=, this] { control->CheckSelectKey(step.at); }},
-            {'O', [] { ShowModalWindow(); }},
+            {'O', [this] { Lose(ShowModalWindow); }},
             {'F', [this] { control->clearFocus(); }},
             {'S', [this] { control->SetData(2, kOther); }},
             {'T', [this] { control->SetDefaultData(2, kOther); }},

@@ -58,6 +58,8 @@ void EaseWindow::Run(const char* steps)
         if (window)
             Do(step.front().toLatin1(), step.mid(1));
     }
+    if (window)
+        QCoreApplication::sendPostedEvents(window); // the end of a gesture that lost the mouse
 }
 
 void EaseWindow::Do(char step, const QString& what)
