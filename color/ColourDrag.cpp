@@ -9,11 +9,14 @@
 #include <QMimeData>
 #include <QPixmap>
 
+#include <cmath>
+
 namespace kv {
 
 namespace {
 
 constexpr int kSide = 20;
+constexpr qsizetype kLongestText = 200; // of a colour, with blanks around it
 
 QPixmap DraggedPicture(const QWidget& source, std::uint32_t colour)
 {
@@ -44,8 +47,18 @@ std::optional<std::uint32_t> DroppedColour(const QMimeData* data)
         return colour;
     if (!data->hasText())
         return std::nullopt;
-    const std::optional<TypedColour> typed = ParseColourText(KvFromQString(data->text()));
+    // Asked at each move of a drag, which may carry a whole book.
+    const QString text = data->text();
+    if (text.size() > kLongestText)
+        return std::nullopt;
+    const std::optional<TypedColour> typed = ParseColourText(KvFromQString(text));
     return typed ? std::optional(typed->colour) : std::nullopt;
+}
+
+QPoint PixelOf(const QDropEvent& event)
+{
+    const QPointF position = event.position();
+    return {static_cast<int>(std::floor(position.x())), static_cast<int>(std::floor(position.y()))};
 }
 
 void AnswerDrag(QDropEvent& event, bool takes)

@@ -323,11 +323,16 @@ void CKvColorPanel::Impl::ScrubChannel(int channel, int steps)
 
 bool CKvColorPanel::Impl::WalkButtons(const QKeyEvent& key)
 {
-    const bool isBack = key.key() == Qt::Key_Left || key.key() == Qt::Key_Up;
-    if (!map || (!isBack && key.key() != Qt::Key_Right && key.key() != Qt::Key_Down))
+    const bool isLevel = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
+    const bool isPlain = (key.modifiers() & ~Qt::KeypadModifier) == 0;
+    if (!map || !isPlain || (!isLevel && key.key() != Qt::Key_Up && key.key() != Qt::Key_Down))
         return false;
-    const int step = isBack ? -1 : 1;
     const QWidget* const focus = panel.focusWidget();
+    const bool isMode = focus == modes[0] || focus == modes[1];
+    // The modes stand side by side, the other way round where text runs from right to left.
+    const bool isMirrored = isMode && isLevel && panel.isRightToLeft();
+    const bool isBack = (key.key() == Qt::Key_Left || key.key() == Qt::Key_Up) != isMirrored;
+    const int step = isBack ? -1 : 1;
     for (int i = 0; i < ColourPanelModel::kChannels; ++i) {
         if (focus != channels[static_cast<std::size_t>(i)])
             continue;
@@ -336,7 +341,7 @@ bool CKvColorPanel::Impl::WalkButtons(const QKeyEvent& key)
         channels[static_cast<std::size_t>(next)]->setFocus(Qt::TabFocusReason);
         return true;
     }
-    if (focus != modes[0] && focus != modes[1])
+    if (!isMode)
         return false;
     const QPointer<CKvRadioBitmapButton> next = modes[isBack ? 0 : 1];
     SetMode(isBack ? ColourMode::Rgb : ColourMode::Hsb);

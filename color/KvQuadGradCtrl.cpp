@@ -50,7 +50,7 @@ bool IsWalk(UINT key, Qt::KeyboardModifiers modifiers)
 void KvFillQuadGradient(QImage& image, const CRect& rect, const DWORD corners[4])
 {
     const std::optional<kv::PixelFormat> format = PixelFormatOf(image);
-    if (!format || !corners)
+    if (!format || !corners || !(image.devicePixelRatio() > 0))
         return;
     kv::FillQuadGradient(kv::PixelsOf(image), *format, kv::DeviceGrid(image.devicePixelRatio()), rect,
                          ColoursOf(corners));

@@ -113,7 +113,7 @@ int CKvQuadGradCtrl::Impl::DropCorner(const QDropEvent& event) const
 {
     const bool takes = control.isEnabled() && event.possibleActions().testFlag(Qt::CopyAction) &&
                        kv::DroppedColour(event.mimeData());
-    return takes ? layout.HitCorner(event.position().toPoint()) : -1;
+    return takes ? layout.HitCorner(kv::PixelOf(event)) : -1;
 }
 
 void CKvQuadGradCtrl::Impl::DropOver(int corner)

@@ -31,7 +31,8 @@ CKvSolidColorTemplate::~CKvSolidColorTemplate() = default;
 
 void CKvSolidColorTemplate::SetSystemFolder(const CString& folder)
 {
-    Impl::Folder() = folder;
+    // A host may change its working folder later.
+    Impl::Folder() = folder.empty() ? folder : KvFromQString(QDir(KvToQString(folder)).absolutePath());
 }
 
 CString CKvSolidColorTemplate::GetSystemFolder()

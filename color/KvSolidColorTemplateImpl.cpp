@@ -276,7 +276,7 @@ void CKvSolidColorTemplate::Impl::RunMenuCommand(UINT command, const SwatchCell&
 
 std::optional<SwatchCell> CKvSolidColorTemplate::Impl::DropCell(const QDropEvent& event) const
 {
-    const std::optional<SwatchCell> cell = HitTest(event.position().toPoint());
+    const std::optional<SwatchCell> cell = HitTest(kv::PixelOf(event));
     const bool takes = control.isEnabled() && cell && cell->kind == SwatchCell::Kind::Swatch &&
                        event.possibleActions().testFlag(Qt::CopyAction) &&
                        kv::DroppedColour(event.mimeData());

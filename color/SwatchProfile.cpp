@@ -85,6 +85,7 @@ bool WriteSet(ProfileDocument& profile, const Head& head, SwatchSet set,
 
 std::uint32_t ParseSwatch(std::wstring_view value)
 {
+    value.remove_prefix(std::min(value.find_first_not_of(L" \t"), value.size()));
     value = value.substr(0, kMostCharacters);
     std::array<std::uint32_t, 4> channels{255, 255, 255, 255}; // red, green, blue, alpha
     for (std::size_t i = 0; i < channels.size(); ++i) {

@@ -60,7 +60,9 @@ bool SwatchStore::Initialise(std::wstring_view path, bool reset)
 bool InstallFactorySwatches(std::wstring_view path)
 {
     const std::wstring file(path);
-    return KvFileUtils::DoesFileExist(file.c_str()) != 0 || WriteWholeFile(file, FactorySwatchProfile());
+    if (KvFileUtils::DoesFileExist(file.c_str()) != 0)
+        return ReadWholeFile(file, nullptr, ProfileDocument::kMostBytes).has_value();
+    return WriteWholeFile(file, FactorySwatchProfile());
 }
 
 } // namespace kv

@@ -131,7 +131,7 @@ bool CanBeValue(std::wstring_view value)
 int LeadingInteger(std::wstring_view text)
 {
     constexpr std::int64_t kLimit = std::numeric_limits<int>::max();
-    text.remove_prefix(std::min(text.find_first_not_of(L" \t"), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(L" \t\n\v\f\r"), text.size()));
     const bool negative = text.starts_with(L'-');
     if (negative || text.starts_with(L'+'))
         text.remove_prefix(1);

@@ -17,7 +17,8 @@ enum EKvColorPanelState : std::int32_t
 inline constexpr UINT kKvColorPanelDialog = 14010;
 
 /// Edits one colour, 0xAARRGGBB, in RGB or HSB: a map of two channels, a slider of the third, a slider of
-/// alpha, a number for each, and the swatch grid. All of them view one colour.
+/// alpha, a number for each, and the swatch grid. All of them view one colour. The swatches come from the
+/// grid's file: call `CKvSolidColorTemplate::InstallFactoryTemplate` before the first panel.
 ///
 /// The user's changes send the parent WM_NOTIFY with a KvColorNotifyRecord: wParam and idFrom are the panel's
 /// own number (`SetDlgCtrlID`), the phase is that of the child that was used, data points to the colour. Runs

@@ -121,7 +121,9 @@ void CKvDialog::UpdateDialogControls()
             if (!control)
                 return;
             // Else the toolkit hands the focus to the next button, where the next Space does something else.
-            if (!enable && refuge && refuge != control && control->window()->focusWidget() == control)
+            const QWidget* const focus = control->window()->focusWidget();
+            const bool hasFocus = focus && (focus == control || control->isAncestorOf(focus));
+            if (!enable && refuge && refuge != control && hasFocus)
                 refuge->setFocus();
             control->setEnabled(enable != 0);
         }

@@ -27,8 +27,10 @@ public:
     QVariant currentValue() const override { return m_edit.GetValue(); }
     void setCurrentValue(const QVariant& value) override
     {
-        if (m_edit.isEnabled())
-            m_edit.EnterValue(value.toInt());
+        bool isNumber = false;
+        const int number = value.toInt(&isNumber);
+        if (isNumber && m_edit.isEnabled())
+            m_edit.EnterValue(number);
     }
     QVariant minimumValue() const override { return m_edit.GetMinimum(); }
     QVariant maximumValue() const override { return m_edit.GetMaximum(); }

@@ -52,11 +52,11 @@ inline QStringList UseContextMenu(QWidget& control, QPoint at, const QString& ch
 }
 
 /// Drags text over a point and drops it. @return whether the drop was taken.
-inline bool DropText(QWidget& control, QPoint at, const QString& text)
+inline bool DropText(QWidget& control, QPointF at, const QString& text)
 {
     QMimeData data;
     data.setText(text);
-    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&control, &enter);
     if (!enter.isAccepted())
         return false;

@@ -219,6 +219,10 @@ TEST_F(SwatchGrid, TakesAndGivesColours)
     EXPECT_FALSE(DropText(*control, {5, 72}, "#123")) << "on an alpha cell";
     EXPECT_FALSE(DropText(*control, {65, 15}, "#123")) << "beside the swatches";
     EXPECT_FALSE(DropText(*control, {35, 5}, "no colour"));
+    EXPECT_FALSE(DropText(*control, {35, 5}, "#123" + QString(1000000, u' ')));
+    EXPECT_TRUE(DropText(*control, {29.6, 5}, "#789")) << "in the pixel before the second cell";
+    EXPECT_EQ(control->GetCellColor(0), 0xFF778899u);
+    EXPECT_EQ(control->GetCellColor(1), 0xFF112233u);
     EXPECT_EQ(Heard(), "");
     Run("KRight KCtrl+C");
     EXPECT_EQ(QApplication::clipboard()->mimeData()->data(kFormat), QByteArray::fromHex("332211ff"));

@@ -55,6 +55,7 @@ TEST(SwatchProfile, Values)
         {L"x,1x,+2,\t3 4", 0x03000102u},
         {L"1,2,3,4,999", 0x04010203u},
         {L"1,2,3,00000000000000000000000255", 0x19010203u}, // 31 characters
+        {L"                              1,\v2,\f3,4", 0x04010203u},
     };
     for (const auto& test : cases)
         EXPECT_EQ(ParseSwatch(test.value), test.colour) << testing::PrintToString(test.value);

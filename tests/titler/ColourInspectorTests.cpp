@@ -208,7 +208,7 @@ TEST_F(Colours, DroppingOnACornerIsOneStep)
     const CornerColours before = document.Current().title.fill.corners;
     document.Select(document.Selection().WithCorner(1));
     auto& corners = Get<CKvQuadGradCtrl>();
-    EXPECT_TRUE(DropText(corners, {corners.width() - 9, 9}, "#80112233"));
+    EXPECT_TRUE(DropText(corners, QPoint(corners.width() - 9, 9), "#80112233"));
     EXPECT_EQ(document.Current().title.fill.corners[1], 0x80112233u);
     EXPECT_EQ(Panel().GetColor(), 0x80112233u);
     EXPECT_EQ(Steps(), 1);
