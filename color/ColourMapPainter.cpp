@@ -6,13 +6,16 @@
 #include "platform/DevicePixels.h"
 #include "platform/FocusRing.h"
 
+#include <algorithm>
+
 namespace kv {
 
 namespace {
 
 constexpr qreal kDisabledOpacity = 0.3;
 constexpr qreal kMarkRadius = 4.5;
-constexpr int kBarHalf = 2; ///< a slider's mark reaches this far above and below its row
+constexpr qreal kMarkReach = kMarkRadius + 2; ///< with its lines
+constexpr int kBarHalf = 2;                   ///< a slider's mark reaches this far above and below its row
 
 /// White between black, so that it is seen on every colour.
 void DrawFieldMark(Graphics& graphics, QPointF centre)
@@ -26,11 +29,23 @@ void DrawFieldMark(Graphics& graphics, QPointF centre)
     }
 }
 
+/// The mark shows whole, also where black, white and pure colours are: at the edges.
+QPointF KeptInside(QPointF centre, const QRect& client)
+{
+    const QRectF all(client);
+    const QRectF room = all.adjusted(kMarkReach, kMarkReach, -kMarkReach, -kMarkReach);
+    const auto keep = [](qreal at, qreal low, qreal high) {
+        return low < high ? std::clamp(at, low, high) : (low + high) / 2;
+    };
+    return {keep(centre.x(), room.left(), room.right()), keep(centre.y(), room.top(), room.bottom())};
+}
+
 void DrawSliderMark(Graphics& graphics, const QRect& client, int row)
 {
     const DevicePixels pixels(graphics);
-    const QRectF outer =
-        pixels.Snapped(QRectF(client.left(), row - kBarHalf, client.width(), 2 * kBarHalf + 1));
+    const int top =
+        std::clamp(row - kBarHalf, client.top(), std::max(client.top(), client.bottom() - 2 * kBarHalf));
+    const QRectF outer = pixels.Snapped(QRectF(client.left(), top, client.width(), 2 * kBarHalf + 1));
     const qreal line = pixels.Hairline();
     const auto frame = [&](qreal inset, Qt::GlobalColor colour) {
         const QRectF rect = outer.adjusted(inset, inset, -inset, -inset);
@@ -111,12 +126,12 @@ void ColourMapPainter::Paint(Graphics& graphics, const ColourMapShape& shape, co
     const ColourPlace place{right ? colour.Place(*right) : 0, colour.Place(ChannelUpwards(shape))};
     const CPoint at = PointOf(shape.client, place);
     graphics.setRenderHint(QPainter::Antialiasing);
-    if (right)
-        DrawFieldMark(graphics, QPointF(at.x + 0.5, at.y + 0.5));
-    else
-        DrawSliderMark(graphics, shape.client, at.y);
     if (focused)
         DrawFocus(graphics, shape.client);
+    if (right)
+        DrawFieldMark(graphics, KeptInside(QPointF(at.x + 0.5, at.y + 0.5), shape.client));
+    else
+        DrawSliderMark(graphics, shape.client, at.y);
 }
 
 } // namespace kv
