@@ -65,6 +65,12 @@ void ColourMapAccess::Update()
     }
 }
 
+void ColourMapAccess::FollowChannel(ColourChannel channel)
+{
+    m_followed = channel;
+    UpdateFocus();
+}
+
 void ColourMapAccess::NamesChanged()
 {
     PartsChanged();
@@ -111,6 +117,10 @@ AccessiblePart ColourMapAccess::Describe(Key key) const
 
 std::optional<AccessibleParts::Key> ColourMapAccess::FocusedPart() const
 {
+    for (int i = 0; i < Count(); ++i) {
+        if (m_followed && KeyAt(i) == KeyOf(*m_followed))
+            return KeyAt(i);
+    }
     return KeyAt(0);
 }
 
@@ -122,6 +132,7 @@ void ColourMapAccess::SetValue(Key key, double value)
 void ColourMapAccess::DoAction(Key key, const QString& action)
 {
     if (action == QAccessibleActionInterface::setFocusAction()) {
+        FollowChannel(ChannelOf(key));
         Control().setFocus();
         return;
     }

@@ -32,6 +32,8 @@ public:
 
     /// Compares the values with those of the last call and tells which changed.
     void Update();
+    /// The channel that the user turns to is the part that has the focus; at first that is the first one.
+    void FollowChannel(ColourChannel channel);
     /// Other channels or another language.
     void NamesChanged();
 
@@ -46,6 +48,7 @@ public:
 private:
     ColourMapUser& m_user;
     ColourState m_seen;
+    std::optional<ColourChannel> m_followed;
 };
 
 } // namespace kv

@@ -112,6 +112,8 @@ bool CKvColorMapWnd::Impl::EditOnce(const std::function<bool(kv::ColourPanelMode
 
 bool CKvColorMapWnd::Impl::Step(int stepsX, int stepsY)
 {
+    if (const auto right = kv::ChannelToTheRight(Shape()))
+        access.FollowChannel(stepsX != 0 ? *right : kv::ChannelUpwards(Shape()));
     return EditOnce([&](kv::ColourPanelModel& colour) {
         if (IsField())
             return colour.StepMap(stepsX, stepsY);

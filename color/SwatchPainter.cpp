@@ -103,7 +103,7 @@ void DrawSwatch(PixelView pixels, const DeviceGrid& grid, const CRect& rect, std
         FillOverCheckerboard(pixels, grid, cell, shown);
         return;
     }
-    pixels.FillRect(face.left, face.top, face.right, face.bottom, FrameColour());
+    pixels.FillRect(face.left, face.top, face.right, face.bottom, qPremultiply(FrameColour()));
     FillOverCheckerboard(pixels, grid, inside, shown);
 }
 

@@ -226,6 +226,15 @@ TEST_F(ColourMap, OffersItsChannelsAsSliders)
     EXPECT_EQ(field->child(1)->valueInterface()->currentValue().toInt(), 0x99);
     field->child(1)->valueInterface()->setCurrentValue(16);
     EXPECT_EQ(Heard(), "0:ff336610 1:ff336610 2:ff336610");
+
+    map->setFocus();
+    QTest::keyClick(map, Qt::Key_Up);
+    EXPECT_TRUE(field->child(1)->state().focused) << "the channel that was stepped";
+    QTest::keyClick(map, Qt::Key_Right);
+    EXPECT_TRUE(field->child(0)->state().focused);
+    field->child(1)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_TRUE(field->child(1)->state().focused);
+    EXPECT_FALSE(field->child(0)->state().focused);
 }
 
 TEST_F(ColourMap, MayBeDeletedByEachOfItsMessages)
