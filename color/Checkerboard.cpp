@@ -1,5 +1,7 @@
 #include "color/Checkerboard.h"
 
+#include "color/GradientColour.h"
+
 #include <algorithm>
 
 namespace kv {
@@ -8,8 +10,20 @@ namespace {
 
 constexpr int kSquare = 4;
 
-/// The square that holds a device pixel.
-int SquareAt(const DeviceGrid& grid, int pixel)
+} // namespace
+
+CheckerColours BoardUnder(std::uint32_t colour)
+{
+    const CheckerColours board;
+    return {DrawOver(colour, board.dark), DrawOver(colour, board.light)};
+}
+
+int CheckerEdge(const DeviceGrid& grid, int index)
+{
+    return grid.Edge((index + 1.0) * kSquare);
+}
+
+int CheckerSquare(const DeviceGrid& grid, int pixel)
 {
     int square = static_cast<int>(pixel / (kSquare * grid.Ratio()));
     while (square > 0 && CheckerEdge(grid, square - 1) > pixel)
@@ -19,17 +33,10 @@ int SquareAt(const DeviceGrid& grid, int pixel)
     return square;
 }
 
-} // namespace
-
-int CheckerEdge(const DeviceGrid& grid, int index)
-{
-    return grid.Edge((index + 1.0) * kSquare);
-}
-
 void DrawCheckerRow(std::uint32_t* row, int left, int right, const DeviceGrid& grid, int square,
                     const CheckerColours& colours)
 {
-    int across = SquareAt(grid, left);
+    int across = CheckerSquare(grid, left);
     for (int from = left; from < right; ++across) {
         const int to = std::clamp(CheckerEdge(grid, across), from, right);
         std::fill(row + from, row + to, (across + square) % 2 == 0 ? colours.dark : colours.light);
@@ -37,7 +44,8 @@ void DrawCheckerRow(std::uint32_t* row, int left, int right, const DeviceGrid& g
     }
 }
 
-void DrawCheckerboard(PixelView picture, const DeviceGrid& grid, const CRect& rect)
+void DrawCheckerboard(PixelView picture, const DeviceGrid& grid, const CRect& rect,
+                      const CheckerColours& colours)
 {
     const int left = std::max(rect.left, 0);
     const int right = std::min(rect.right, picture.width);
@@ -45,7 +53,7 @@ void DrawCheckerboard(PixelView picture, const DeviceGrid& grid, const CRect& re
     const int bottom = std::min(rect.bottom, picture.height);
     if (left >= right || top >= bottom)
         return;
-    int square = SquareAt(grid, top);
+    int square = CheckerSquare(grid, top);
     const std::uint32_t* drawn = nullptr;
     for (int y = top; y < bottom; ++y) {
         std::uint32_t* const row = picture.Row(y);
@@ -56,7 +64,7 @@ void DrawCheckerboard(PixelView picture, const DeviceGrid& grid, const CRect& re
         if (drawn)
             std::copy(drawn + left, drawn + right, row + left);
         else
-            DrawCheckerRow(row, left, right, grid, square, {});
+            DrawCheckerRow(row, left, right, grid, square, colours);
         drawn = row;
     }
 }

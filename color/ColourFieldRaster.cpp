@@ -158,14 +158,9 @@ void DrawColourSlider(PixelView picture, const DeviceGrid& grid, CSize size, int
 void DrawAlphaSlider(PixelView picture, const DeviceGrid& grid, CSize size, const ColourState& colour)
 {
     const Places places(grid, size);
-    const CheckerColours board;
-    int square = 0;
     for (int y = 0; y < picture.height; ++y) {
-        while (CheckerEdge(grid, square) <= y)
-            ++square;
         const std::uint32_t shown = Packed(colour.GetRgb(), ByteOf(places.Y(y)));
-        DrawCheckerRow(picture.Row(y), 0, picture.width, grid, square,
-                       {DrawOver(shown, board.dark), DrawOver(shown, board.light)});
+        DrawCheckerRow(picture.Row(y), 0, picture.width, grid, CheckerSquare(grid, y), BoardUnder(shown));
     }
 }
 

@@ -119,19 +119,17 @@ void ColourMapPainter::Paint(Graphics& graphics, const ColourMapShape& shape, co
     m_picture.Paint(graphics, shape.client, [&](PixelView pixels, const DeviceGrid& grid) {
         DrawPixels(pixels, grid, shape, colour);
     });
-    graphics.setOpacity(1);
-    if (!enabled)
-        return;
     const auto right = ChannelToTheRight(shape);
     const ColourPlace place{right ? colour.Place(*right) : 0, colour.Place(ChannelUpwards(shape))};
     const CPoint at = PointOf(shape.client, place);
     graphics.setRenderHint(QPainter::Antialiasing);
-    if (focused)
+    if (focused && enabled)
         DrawFocus(graphics, shape.client);
     if (right)
         DrawFieldMark(graphics, KeptInside(QPointF(at.x + 0.5, at.y + 0.5), shape.client));
     else
         DrawSliderMark(graphics, shape.client, at.y);
+    graphics.setOpacity(1);
 }
 
 } // namespace kv

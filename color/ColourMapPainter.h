@@ -28,7 +28,7 @@ class ColourMapPainter
 {
 public:
     void Invalidate() { m_picture.Invalidate(); }
-    /// @param focused draws the focus ring; a disabled map is faint and has no marks.
+    /// @param focused draws the focus ring; a disabled map is faint, its mark too.
     void Paint(Graphics& graphics, const ColourMapShape& shape, const ColourState& colour, bool enabled,
                bool focused);
 

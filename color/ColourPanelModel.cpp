@@ -1,6 +1,7 @@
 #include "color/ColourPanelModel.h"
 
 #include "color/ColourText.h"
+#include "color/FixedAlphas.h"
 
 namespace kv {
 
@@ -111,9 +112,9 @@ bool ColourPanelModel::PickSwatch(std::uint32_t colour)
 
 bool ColourPanelModel::PickAlphaPreset(int index)
 {
-    if (index < 0 || index >= static_cast<int>(kAlphaPresets.size()))
+    if (index < 0 || index >= static_cast<int>(kFixedAlphas.size()))
         return false;
-    return EnterEdit(kAlphaEdit, kAlphaPresets[static_cast<std::size_t>(index)]);
+    return EnterEdit(kAlphaEdit, kFixedAlphas[static_cast<std::size_t>(index)]);
 }
 
 bool ColourPanelModel::CanPaste(std::wstring_view text) const

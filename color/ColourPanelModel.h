@@ -3,7 +3,6 @@
 
 #include "color/ColourState.h"
 
-#include <array>
 #include <cstdint>
 #include <string_view>
 
@@ -24,7 +23,6 @@ public:
     /// The edits: the three channels, then alpha.
     static constexpr int kAlphaEdit = 3;
     static constexpr int kEdits = 4;
-    static constexpr std::array<int, 4> kAlphaPresets{0, 64, 128, 255};
 
     explicit ColourPanelModel(ColourMode mode = ColourMode::Rgb) : m_mode(mode) {}
 
@@ -81,7 +79,7 @@ public:
 
     /// A swatch gives colour and alpha, as far as the state allows.
     bool PickSwatch(std::uint32_t colour);
-    /// @param index of kAlphaPresets.
+    /// @param index of kFixedAlphas.
     bool PickAlphaPreset(int index);
     /// True for a text that names a colour of which the state allows a part.
     bool CanPaste(std::wstring_view text) const;

@@ -2,9 +2,11 @@
 
 #include "color/Checkerboard.h"
 #include "color/ColourText.h"
-#include "color/GradientColour.h"
+#include "color/ColourWords.h"
 #include "color/GradientPainter.h"
 #include "color/GradientRaster.h"
+#include "color/SwatchTexts.h"
+#include "core/TextTables.h"
 #include "platform/SkinColours.h"
 
 #include <utility>
@@ -13,31 +15,44 @@ namespace kv {
 
 namespace {
 
+constexpr std::uint32_t kTextPreview = 12158;
 constexpr DWORD kDefaultFrameColour = 0xFF686870u;
 
 void DrawBoth(PixelView picture, const DeviceGrid& grid, DWORD colour, DWORD frame)
 {
     picture.Fill(frame);
-    const CheckerColours board;
-    const CheckerColours shown{DrawOver(colour, board.dark), DrawOver(colour, board.light)};
     const int line = grid.Line();
-    int square = 0;
-    for (int y = line; y < picture.height - line; ++y) {
-        while (CheckerEdge(grid, square) <= y)
-            ++square;
-        DrawCheckerRow(picture.Row(y), picture.width / 2, picture.width - line, grid, square, shown);
-    }
-    picture.FillRect(line, line, picture.width / 2, picture.height - line, 0xFF000000u | colour);
+    const int middle = picture.width / 2;
+    const int bottom = picture.height - line;
+    DrawCheckerboard(picture, grid, {middle, line, picture.width - line, bottom}, BoardUnder(colour));
+    picture.FillRect(line, line, middle, bottom, 0xFF000000u | colour);
 }
 
 } // namespace
+
+ColourPreview::ColourPreview()
+    : m_access(*this, QAccessible::Graphic, [] { return KvToQString(LoadText(kTextPreview)); })
+{
+    Describe();
+}
 
 void ColourPreview::SetColour(DWORD colour)
 {
     if (std::exchange(m_colour, colour) == colour)
         return;
-    setAccessibleDescription(KvToQString(ColourText(colour)));
+    Describe();
     update();
+}
+
+void ColourPreview::Describe()
+{
+    setAccessibleDescription(KvToQString(ColourWords(m_colour)) + QStringLiteral(", ") +
+                             ChannelsText(m_colour));
+}
+
+void ColourPreview::OnSkinChanged()
+{
+    Describe();
 }
 
 void ColourPreview::OnPaint(Graphics& graphics)

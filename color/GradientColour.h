@@ -1,4 +1,4 @@
-// Arithmetic on 0xAARRGGBB colours that the gradient's rules need.
+// Arithmetic on 0xAARRGGBB colours.
 #pragma once
 
 #include <cstdint>

@@ -224,12 +224,8 @@ void DrawPalette(PixelView picture, const DeviceGrid& grid, int width, std::span
         picture.FillRect(right, edge, picture.width, edge + line, 0);
     }
     const std::size_t bytes = static_cast<std::size_t>(picture.width) * sizeof(std::uint32_t);
-    int square = 0;
-    for (int y = top + line; y < bottom - line; ++y) {
-        while (CheckerEdge(grid, square) <= y)
-            ++square;
-        std::memcpy(picture.Row(y), (square % 2 == 0 ? rows.even : rows.odd).data(), bytes);
-    }
+    for (int y = top + line; y < bottom - line; ++y)
+        std::memcpy(picture.Row(y), (CheckerSquare(grid, y) % 2 == 0 ? rows.even : rows.odd).data(), bytes);
 }
 
 void DrawTick(PixelView picture, const DeviceGrid& grid, int x)

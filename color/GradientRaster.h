@@ -2,6 +2,7 @@
 // picture and drawn on whole device pixels, so lines and markers are sharp at any pixel ratio.
 #pragma once
 
+#include "KvTypes.h"
 #include "color/GradientBlend.h"
 
 #include <cstddef>
@@ -22,7 +23,17 @@ struct PixelView
     void Fill(std::uint32_t colour) const;
     /// Fills the part of a rectangle that lies inside; right and bottom are outside.
     void FillRect(int left, int top, int right, int bottom, std::uint32_t colour) const;
+    void FillRect(const CRect& rect, std::uint32_t colour) const
+    {
+        FillRect(rect.left, rect.top, rect.right, rect.bottom, colour);
+    }
 };
+
+/// A rectangle without some pixels all around.
+constexpr CRect Deflated(const CRect& rect, int by)
+{
+    return {rect.left + by, rect.top + by, rect.right - by, rect.bottom - by};
+}
 
 /// Where logical pixels fall on device pixels.
 class DeviceGrid
@@ -39,6 +50,11 @@ public:
     int Line() const { return Length(1.0); }
     /// The first device pixel of a line that stands for logical pixel `pixel`, centred on it.
     int LineAt(int pixel) const;
+    /// A rectangle of logical edges on device pixels.
+    CRect Edges(const CRect& logical) const
+    {
+        return {Edge(logical.left), Edge(logical.top), Edge(logical.right), Edge(logical.bottom)};
+    }
 
 private:
     // The library's floor is a call that shows in the pixel loops.

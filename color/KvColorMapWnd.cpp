@@ -36,7 +36,8 @@ int CKvColorMapWnd::Create(UINT style, CWnd* parent, DWORD id)
 
 void CKvColorMapWnd::SetType(int type)
 {
-    if (type != kKvColorMapField && type != kKvColorMapSlider && type != kKvColorMapAlpha)
+    const bool isOne = type == kKvColorMapField || type == kKvColorMapSlider || type == kKvColorMapAlpha;
+    if (!isOne || type == m_impl->type)
         return;
     m_impl->type = type;
     m_impl->access.NamesChanged();
@@ -51,7 +52,7 @@ int CKvColorMapWnd::GetType() const
 void CKvColorMapWnd::SetLockType(int lock)
 {
     const int first = m_impl->IsField() ? kKvLockFieldR : kKvLockSliderR;
-    if (m_impl->type == kKvColorMapAlpha || lock < first || lock > first + 5)
+    if (m_impl->type == kKvColorMapAlpha || lock < first || lock > first + 5 || lock == GetLockType())
         return;
     const int channel = lock - first;
     constexpr int kChannels = kv::ColourPanelModel::kChannels;

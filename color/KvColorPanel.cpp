@@ -106,10 +106,13 @@ void CKvColorPanel::OnUpdateCmdUI(CCmdUI* command)
 void CKvColorPanel::OnEnable(int enable)
 {
     m_impl->isEnabled = enable != 0;
+    const bool hadFocus = isAncestorOf(window()->focusWidget());
     for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
         child->setEnabled(enable != 0);
     if (enable)
         UpdateDialogControls();
+    else if (hadFocus && !window()->focusWidget())
+        m_impl->FocusBehind();
 }
 
 int CKvColorPanel::PreTranslateMessage(MSG*)

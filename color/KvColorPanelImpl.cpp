@@ -3,6 +3,7 @@
 #include "KvGuiRes.h"
 #include "color/ColourMapAccess.h"
 #include "color/ColourText.h"
+#include "color/FixedAlphas.h"
 #include "color/KvColorMapWndImpl.h"
 #include "core/Text.h"
 #include "core/TextTables.h"
@@ -24,7 +25,7 @@ enum Texts : std::uint32_t
     kTextChannelTip = 12155,
     kTextRgb = 12156,
     kTextHsb = 12157,
-    kTextPreview = 12158,
+    kTextPanel = 12166,
 };
 
 constexpr UINT kChildStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
@@ -70,6 +71,12 @@ void CheckOne(QAbstractButton& button, bool check)
 }
 
 } // namespace
+
+CKvColorPanel::Impl::Impl(CKvColorPanel& owner)
+    : panel(owner)
+    , access(owner, QAccessible::Grouping, [] { return KvToQString(kv::LoadText(kTextPanel)); })
+{
+}
 
 void CKvColorPanel::Impl::MakeMaps()
 {
@@ -179,7 +186,6 @@ void CKvColorPanel::Impl::NameChildren()
     }
     modes[0]->setToolTip(KvToQString(kv::LoadText(kTextRgb)));
     modes[1]->setToolTip(KvToQString(kv::LoadText(kTextHsb)));
-    preview->setAccessibleName(KvToQString(kv::LoadText(kTextPreview)));
 }
 
 void CKvColorPanel::Impl::ShowMode()
@@ -281,7 +287,7 @@ void CKvColorPanel::Impl::TakeSwatch(const KvSwatchNotifyRecord& record)
         return;
     }
     const bool isPreset = record.index != kPicked;
-    const auto presets = static_cast<std::int32_t>(ColourPanelModel::kAlphaPresets.size());
+    const auto presets = static_cast<std::int32_t>(kv::kFixedAlphas.size());
     if (record.index < kPicked || record.index >= presets)
         return;
     if (isPreset ? !model.IsAlphaEnabled() : !model.IsColourEnabled())
@@ -348,6 +354,17 @@ bool CKvColorPanel::Impl::WalkButtons(const QKeyEvent& key)
     if (next)
         next->setFocus(Qt::TabFocusReason);
     return true;
+}
+
+void CKvColorPanel::Impl::FocusBehind()
+{
+    for (QWidget* next = panel.nextInFocusChain(); next != &panel; next = next->nextInFocusChain()) {
+        const bool isReached = next->isEnabled() && next->isVisible() && next->focusPolicy() & Qt::TabFocus;
+        if (isReached && next->window() == panel.window() && !panel.isAncestorOf(next)) {
+            next->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+    }
 }
 
 CKvColorMapWnd* CKvColorPanel::Impl::MapOf(UINT id) const

@@ -8,6 +8,7 @@
 #include "KvSolidColorTemplate.h"
 #include "color/ColourPanelModel.h"
 #include "color/ColourPreview.h"
+#include "platform/NamedAccess.h"
 
 #include <QPointer>
 
@@ -34,7 +35,7 @@ enum ColourPanelItem : UINT
 // Functions that notify return false when the panel is gone afterwards; then nothing of it may be touched.
 struct CKvColorPanel::Impl
 {
-    explicit Impl(CKvColorPanel& owner) : panel(owner) {}
+    explicit Impl(CKvColorPanel& owner);
 
     void MakeMaps();
     void MakeButtons();
@@ -64,11 +65,14 @@ struct CKvColorPanel::Impl
     void ScrubChannel(int channel, int steps);
     /// An arrow key on a group of buttons. @return false when it is none.
     bool WalkButtons(const QKeyEvent& key);
+    /// The focus goes to the next of the host's controls that the Tab key reaches, if there is one.
+    void FocusBehind();
 
     CKvColorMapWnd* MapOf(UINT id) const;
     bool IsChild(UINT id, const QWidget* sender) const { return sender && panel.GetDlgItem(id) == sender; }
 
     CKvColorPanel& panel;
+    kv::NamedAccess access;
     kv::ColourPanelModel model;
     kv::ColourState runFrom;    ///< the colour when the open run of an edit began
     QPointer<QWidget> listener; ///< who heard of the begin of the open run; null without

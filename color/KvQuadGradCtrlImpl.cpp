@@ -1,5 +1,6 @@
 #include "color/KvQuadGradCtrlImpl.h"
 
+#include "color/CellLines.h"
 #include "color/ColourDrag.h"
 #include "color/GradientRaster.h"
 #include "color/QuadRaster.h"
@@ -31,7 +32,7 @@ void CKvQuadGradCtrl::Impl::Paint(Graphics& graphics)
                                                        : layout.corners[static_cast<std::size_t>(selected)]));
     }
     if (dropTarget >= 0)
-        kv::DrawFocusRing(graphics, QRect(layout.corners[static_cast<std::size_t>(dropTarget)]));
+        kv::DrawDropMark(graphics, layout.corners[static_cast<std::size_t>(dropTarget)]);
 }
 
 void CKvQuadGradCtrl::Impl::RedrawAll()
@@ -53,8 +54,8 @@ void CKvQuadGradCtrl::Impl::SelectByUser(int corner)
     const QPointer<CKvQuadGradCtrl> alive(&control);
     KvNotifyHeader record{&control, 0, ColourOf(corner)};
     KvSendMessage(control.parentWidget(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&record));
-    if (alive)
-        emit alive->CornerSelected(corner);
+    if (alive && model.Selected() >= 0) // the parent may have selected another one, or none
+        emit alive->CornerSelected(model.Selected());
 }
 
 void CKvQuadGradCtrl::Impl::FocusCorner(int corner)

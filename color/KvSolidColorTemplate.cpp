@@ -88,7 +88,7 @@ void CKvSolidColorTemplate::DrawPalette()
 
 void CKvSolidColorTemplate::SetCellColor(int index, DWORD colour)
 {
-    if (Impl::Store().SetColour(index, colour))
+    if (GetCellColor(index) != colour && Impl::Store().SetColour(index, colour))
         Impl::SwatchChanged(index);
 }
 

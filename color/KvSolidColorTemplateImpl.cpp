@@ -146,10 +146,14 @@ void CKvSolidColorTemplate::Impl::DrawCellAtRest(Graphics& graphics, const Swatc
     const CRect rect = layout.RectOf(cell);
     if (rect.IsRectEmpty())
         return;
-    kv::DrawSharply(graphics, rect, [&](kv::PixelView pixels, const kv::DeviceGrid& grid) {
-        kv::DrawSwatch(pixels, grid, {0, 0, rect.Width(), rect.Height()}, ColourOf(cell),
-                       control.isEnabled());
-    });
+    // From the grid's corner on, where its checkerboard begins; nothing but the cell is drawn.
+    kv::DrawSharply(graphics, {0, 0, rect.right, rect.bottom},
+                    [&](kv::PixelView pixels, const kv::DeviceGrid& grid) {
+                        if (cell.kind == SwatchCell::Kind::Alpha)
+                            kv::DrawAlphaSwatch(pixels, grid, rect, cell.index, control.isEnabled());
+                        else
+                            kv::DrawSwatch(pixels, grid, rect, ColourOf(cell), control.isEnabled());
+                    });
 }
 
 void CKvSolidColorTemplate::Impl::SetCurrent(const SwatchCell& cell)

@@ -16,11 +16,6 @@ constexpr std::uint32_t kMostOfDark = 384;
 /// The mark is drawn three pixels wide on the swatch's outline, which cuts one off.
 constexpr int kMarkWidth = 2;
 
-CRect Deflated(const CRect& rect, int by)
-{
-    return {rect.left + by, rect.top + by, rect.right - by, rect.bottom - by};
-}
-
 /// Lines of a rectangle, within it.
 void DrawFrame(PixelView picture, const CRect& rect, int width, std::uint32_t colour)
 {
@@ -31,16 +26,15 @@ void DrawFrame(PixelView picture, const CRect& rect, int width, std::uint32_t co
     picture.FillRect(std::max(inner.right, rect.left), rect.top, rect.right, rect.bottom, colour);
 }
 
-/// Clears the picture and draws its frame and the checkerboard. @return the device pixels within the frame.
+/// Clears the picture and draws its frame. @return the device pixels within the frame.
 CRect DrawGround(PixelView picture, const DeviceGrid& grid, CSize size)
 {
-    const CRect frame(grid.Edge(1), grid.Edge(1), grid.Edge(size.cx - 1), grid.Edge(size.cy - 1));
+    const CRect frame = grid.Edges({1, 1, size.cx - 1, size.cy - 1});
     const CRect inside = Deflated(frame, grid.Line());
     picture.Fill(0);
     if (frame.IsRectEmpty())
         return {};
     DrawFrame(picture, frame, grid.Line(), kBlack);
-    DrawCheckerboard(picture, grid, inside);
     return inside;
 }
 
@@ -51,11 +45,7 @@ void DrawQuadCorner(PixelView picture, const DeviceGrid& grid, CSize size, std::
 {
     const CRect inside = DrawGround(picture, grid, size);
     const std::uint32_t shown = DisplayColour(colour, enabled);
-    const int right = std::min(inside.right, picture.width);
-    for (int y = inside.top; y < std::min(inside.bottom, picture.height); ++y) {
-        for (std::uint32_t* pixel = picture.Row(y) + inside.left; pixel < picture.Row(y) + right; ++pixel)
-            *pixel = DrawOver(shown, *pixel);
-    }
+    DrawCheckerboard(picture, grid, inside, BoardUnder(shown));
     if (!selected || inside.IsRectEmpty())
         return;
     const bool isDark = RedOf(shown) + GreenOf(shown) + BlueOf(shown) <= kMostOfDark;
@@ -66,6 +56,7 @@ void DrawQuadPalette(PixelView picture, const DeviceGrid& grid, CSize size, cons
                      bool enabled)
 {
     const CRect inside = DrawGround(picture, grid, size);
+    DrawCheckerboard(picture, grid, inside);
     QuadColours shown;
     std::transform(corners.begin(), corners.end(), shown.begin(),
                    [enabled](std::uint32_t colour) { return DisplayColour(colour, enabled); });

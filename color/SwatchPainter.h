@@ -26,6 +26,9 @@ struct SwatchLook
 /// @param rect of the cell, in logical pixels of the picture.
 void DrawSwatch(PixelView pixels, const DeviceGrid& grid, const CRect& rect, std::uint32_t colour,
                 bool enabled);
+/// An alpha cell at rest: its grey, and along the bottom a strip that shows the alpha over the checkerboard,
+/// where there is room for it.
+void DrawAlphaSwatch(PixelView pixels, const DeviceGrid& grid, const CRect& rect, int index, bool enabled);
 
 /// Keeps the cells at rest as a picture and draws what the user does over it.
 class SwatchPainter

@@ -43,9 +43,23 @@ struct Head
     }
 };
 
+/// A value without the blanks around it and without one pair of quotes; empty when there is none.
+std::wstring ReadValue(const ProfileDocument& profile, std::wstring_view section, std::wstring_view key)
+{
+    constexpr wchar_t kBlanks[] = L" \t";
+    const std::wstring value = profile.Value(section, key).value_or(L"");
+    std::wstring_view read = value;
+    read.remove_prefix(std::min(read.find_first_not_of(kBlanks), read.size()));
+    read = read.substr(0, read.find_last_not_of(kBlanks) + 1);
+    const bool isQuoted =
+        read.size() > 1 && read.front() == read.back() && (read.front() == L'"' || read.front() == L'\'');
+    return std::wstring(isQuoted ? read.substr(1, read.size() - 2) : read);
+}
+
 std::optional<Head> ReadHead(const ProfileDocument& profile)
 {
-    const Head head{profile.Integer(kHead, kLines, 0), profile.Integer(kHead, kColoursPerLine, 0)};
+    const Head head{LeadingInteger(ReadValue(profile, kHead, kLines)),
+                    LeadingInteger(ReadValue(profile, kHead, kColoursPerLine))};
     if (head.lines < 1 || head.coloursPerLine < 1 || head.lines > kMostSwatches / head.coloursPerLine)
         return std::nullopt;
     return head;
@@ -119,7 +133,7 @@ std::optional<std::vector<std::uint32_t>> ReadSwatches(const ProfileDocument& pr
     std::vector<std::uint32_t> colours;
     colours.reserve(head->Count());
     ForEachSwatch(*head, set, [&](const std::wstring& section, const std::wstring& key) {
-        colours.push_back(ParseSwatch(profile.Value(section, key).value_or(L"")));
+        colours.push_back(ParseSwatch(ReadValue(profile, section, key)));
         return true;
     });
     return colours;

@@ -29,7 +29,8 @@ std::uint32_t ParseSwatch(std::wstring_view value);
 /// " R,G,B,A", with the leading blank.
 std::wstring SwatchValue(std::uint32_t colour);
 
-/// The swatches line by line; malformed and missing ones are opaque white.
+/// The swatches line by line; malformed and missing ones are opaque white. Blanks and one pair of quotes
+/// around a value do not count.
 /// @return nothing when a head count is below 1 or there are too many swatches.
 std::optional<std::vector<std::uint32_t>> ReadSwatches(const ProfileDocument& profile, SwatchSet set);
 

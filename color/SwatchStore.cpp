@@ -12,7 +12,9 @@ namespace {
 std::optional<ProfileDocument> ReadProfile(std::wstring_view path)
 {
     const auto bytes = ReadWholeFile(path, nullptr, ProfileDocument::kMostBytes);
-    return bytes ? std::optional<ProfileDocument>(*bytes) : std::nullopt;
+    if (!bytes)
+        return std::nullopt;
+    return ProfileDocument(*bytes, ProfileNames::AnyCase);
 }
 
 } // namespace

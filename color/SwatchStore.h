@@ -1,6 +1,7 @@
 // The swatches that all grids of a process show, and the file that they come from.
 #pragma once
 
+#include "color/FixedAlphas.h"
 #include "color/SwatchProfile.h"
 
 #include <array>
@@ -10,7 +11,7 @@
 
 namespace kv {
 
-/// The four alpha cells, for alpha 0, 64, 128 and 255; they need no file.
+/// The greys of the four alpha cells; they need no file.
 inline constexpr std::array<std::uint32_t, 4> kFixedAlphaColours{0xFF000000u, 0xFF555555u, 0xFFAAAAAAu,
                                                                  0xFFFFFFFFu};
 

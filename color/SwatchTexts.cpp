@@ -1,6 +1,7 @@
 #include "color/SwatchTexts.h"
 
 #include "KvPlatform.h"
+#include "color/FixedAlphas.h"
 #include "color/GradientColour.h"
 #include "core/Text.h"
 #include "core/TextTables.h"
@@ -18,8 +19,8 @@ QString ChannelsText(std::uint32_t colour)
 
 QString AlphaText(int index)
 {
-    constexpr std::int64_t alphas[] = {0, 64, 128, 255};
-    return KvToQString(FillText(LoadText(kTextAlphaCell), {NumberText(alphas[index])}));
+    const std::int64_t alpha = kFixedAlphas[static_cast<std::size_t>(index)];
+    return KvToQString(FillText(LoadText(kTextAlphaCell), {NumberText(alpha)}));
 }
 
 } // namespace kv

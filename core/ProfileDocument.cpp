@@ -44,13 +44,14 @@ struct ProfileDocument::Impl
         }
     };
 
-    explicit Impl(std::string decoded);
+    Impl(std::string decoded, ProfileNames names);
     void AddLine(std::string_view line, std::size_t& begin, std::optional<SectionId>& section);
 
     bool IsEmpty() const { return pieces[0].next == tail && pieces[tail].head.empty(); }
     PieceId AppendPiece(std::string_view head, std::string_view value);
     PieceId InsertPiece(PieceId after, std::string_view head);
     std::string_view Store(std::string bytes) { return stored.emplace_back(std::move(bytes)); }
+    std::string Folded(std::string name) const;
     std::string_view Comparable(std::string_view name);
 
     std::optional<SectionId> FindSection(std::string_view name) const;
@@ -60,6 +61,7 @@ struct ProfileDocument::Impl
     void Write(PieceId piece, std::string value);
     std::string_view KeyOf(PieceId piece) const;
 
+    const ProfileNames names;
     const std::string text;
     std::deque<std::string> stored; ///< texts that are not in the file
     std::string_view lineEnd;
@@ -74,7 +76,10 @@ struct ProfileDocument::Impl
 };
 
 // Section 0, with the empty name, is what stands before the first section line.
-ProfileDocument::Impl::Impl(std::string decoded) : text(std::move(decoded)), lineEnd(LineEndOf(text))
+ProfileDocument::Impl::Impl(std::string decoded, ProfileNames compared)
+    : names(compared)
+    , text(std::move(decoded))
+    , lineEnd(LineEndOf(text))
 {
     const std::string_view all = text;
     std::size_t begin = all.starts_with(kUtf8Bom) ? kUtf8Bom.size() : 0;
@@ -142,24 +147,37 @@ ProfileDocument::Impl::PieceId ProfileDocument::Impl::InsertPiece(PieceId after,
     return id;
 }
 
+/// A name in the one case that it is compared in.
+std::string ProfileDocument::Impl::Folded(std::string name) const
+{
+    if (names == ProfileNames::AnyCase)
+        std::transform(name.begin(), name.end(), name.begin(), [](char byte) {
+            return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+        });
+    return name;
+}
+
 /// A name as look-ups spell it: what is no UTF-8 in the file is U+FFFD there.
 std::string_view ProfileDocument::Impl::Comparable(std::string_view name)
 {
-    if (std::all_of(name.begin(), name.end(), [](char byte) { return static_cast<signed char>(byte) >= 0; }))
+    const bool isAscii =
+        std::all_of(name.begin(), name.end(), [](char byte) { return static_cast<signed char>(byte) >= 0; });
+    if (isAscii && names == ProfileNames::Exact)
         return name;
-    std::string valid;
-    for (std::size_t at = 0; at < name.size();) {
+    std::string valid(isAscii ? name : std::string_view());
+    for (std::size_t at = valid.size(); at < name.size();) {
         const CodePoint next = NextCodePoint(name, at);
         AppendUtf8(valid, next.value);
         at += next.length;
     }
+    valid = Folded(std::move(valid));
     return valid == name ? name : Store(std::move(valid));
 }
 
 std::optional<ProfileDocument::Impl::SectionId>
 ProfileDocument::Impl::FindSection(std::string_view name) const
 {
-    const auto found = sections.find(name);
+    const auto found = sections.find(Folded(std::string(name)));
     return found == sections.end() ? std::nullopt : std::optional(found->second);
 }
 
@@ -169,7 +187,8 @@ std::optional<ProfileDocument::Impl::PieceId> ProfileDocument::Impl::FindKey(std
     const auto id = FindSection(section);
     if (!id)
         return std::nullopt;
-    const auto found = keys.find(Key{*id, key});
+    const std::string name = Folded(std::string(key));
+    const auto found = keys.find(Key{*id, name});
     return found == keys.end() ? std::nullopt : std::optional(found->second);
 }
 
@@ -194,7 +213,7 @@ ProfileDocument::Impl::SectionId ProfileDocument::Impl::AddSection(std::string_v
     tail = InsertPiece(first, lineEnd);
     const auto id = static_cast<SectionId>(blocks.size());
     blocks.push_back({first, first});
-    sections.emplace(line.substr(nameBegin, name.size()), id);
+    sections.emplace(Comparable(line.substr(nameBegin, name.size())), id);
     ++entries;
     return id;
 }
@@ -217,7 +236,7 @@ ProfileDocument::Impl::PieceId ProfileDocument::Impl::AddKey(SectionId section, 
     else if (!follows)
         InsertPiece(added, lineEnd);
     block.last = added;
-    keys.emplace(Key{section, line.substr(nameBegin, key.size())}, added);
+    keys.emplace(Key{section, Comparable(line.substr(nameBegin, key.size()))}, added);
     ++entries;
     return added;
 }
@@ -242,8 +261,8 @@ std::string_view ProfileDocument::Impl::KeyOf(PieceId piece) const
 }
 
 ProfileDocument::ProfileDocument() : ProfileDocument(std::string_view()) {}
-ProfileDocument::ProfileDocument(std::string_view bytes)
-    : m_impl(std::make_unique<Impl>(DecodeProfile(bytes)))
+ProfileDocument::ProfileDocument(std::string_view bytes, ProfileNames names)
+    : m_impl(std::make_unique<Impl>(DecodeProfile(bytes), names))
 {
 }
 ProfileDocument::~ProfileDocument() = default;

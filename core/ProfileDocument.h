@@ -21,6 +21,13 @@ namespace kv {
 inline constexpr wchar_t kProfileVersionSection[] = L"ProfileVersion";
 inline constexpr wchar_t kProfileVersionKey[] = L"Version";
 
+/// How the names of sections and keys are told apart.
+enum class ProfileNames
+{
+    Exact,
+    AnyCase, ///< the case of A … Z does not count
+};
+
 class ProfileDocument
 {
 public:
@@ -33,7 +40,7 @@ public:
     ProfileDocument();
     /// Reads the bytes of a file: UTF-8 with or without BOM, or UTF-16 with BOM. Never fails; what is no
     /// key line is kept as it is.
-    explicit ProfileDocument(std::string_view bytes);
+    explicit ProfileDocument(std::string_view bytes, ProfileNames names = ProfileNames::Exact);
     ~ProfileDocument();
     ProfileDocument(ProfileDocument&&) noexcept;
     ProfileDocument& operator=(ProfileDocument&&) noexcept;

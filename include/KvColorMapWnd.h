@@ -62,7 +62,8 @@ public:
     void SetLockType(int lock);
     int GetLockType() const;
 
-    /// The whole colour, 0xAARRGGBB. Hue and saturation become those of the colour (0 where it has none).
+    /// The whole colour, 0xAARRGGBB. One whose lower 24 bits are the map's own changes alpha alone; of
+    /// another one hue and saturation become those of the colour (0 where it has none).
     void SetValue(DWORD colour);
     DWORD GetValue() const;
     // One channel, 0 … 255, clamped; the getters round to the nearest.

@@ -50,7 +50,8 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// The user selected another corner; after the message to the parent.
+    /// The user selected another corner; after the message to the parent. @param corner the one in force:
+    /// when the parent's handler selected another one, that; the signal is not sent when it selected none.
     void CornerSelected(int corner);
     /// The user exchanged or turned corners, or pasted or dropped a colour into one.
     void CornersChanged();

@@ -173,7 +173,7 @@ void CKvParamEdit::OnPaint(Graphics& graphics)
     graphics.fillRect(outer, border);
     graphics.setOpacity(1);
     graphics.fillRect(outer.adjusted(line, line, -line, -line),
-                      kv::SkinColour(L"keReportListBKColor", kDefaultFieldColour));
+                      kv::SkinColour(L"keParamEditBKColor", kDefaultFieldColour));
 }
 
 void CKvParamEdit::OnSize(int, int)

@@ -61,7 +61,14 @@ bool IsEnter(const QKeyEvent& key)
 void CKvParamEdit::Impl::ShowNumber()
 {
     line->setText(QString::number(entry.Value()));
-    kv::TellNumberChanged(control);
+    TellNumber();
+}
+
+void CKvParamEdit::Impl::TellNumber()
+{
+    const int number = entry.Value();
+    if (std::exchange(told, number) != number)
+        kv::TellNumberChanged(control);
 }
 
 bool CKvParamEdit::Impl::Notify(EKvColorPhase phase)
@@ -185,8 +192,7 @@ void CKvParamEdit::Impl::OnTyped()
         return;
     if (line->text() != text) // what the owner did before this run wrote the number anew
         line->setText(text);
-    if (run->begins || run->continues)
-        kv::TellNumberChanged(control);
+    TellNumber();
     Send(*run);
 }
 

@@ -16,6 +16,8 @@ struct CKvParamEdit::Impl
 {
     explicit Impl(CKvParamEdit& owner) : control(owner), line(new QLineEdit(&owner)) {}
     void ShowNumber();
+    /// Tells a screen reader of a number that it has not heard yet.
+    void TellNumber();
     bool Notify(EKvColorPhase phase);
     bool Send(const kv::NumberRun& run);
     bool Commit();
@@ -51,4 +53,5 @@ struct CKvParamEdit::Impl
     bool isEdited = false;       ///< and has changed its text
     std::optional<CPoint> press; ///< of a drag on the border
     int wheel = 0;               ///< what is left of the last notch
+    int told = 0;                ///< the number that a screen reader heard last
 };

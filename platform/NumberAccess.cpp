@@ -24,6 +24,14 @@ public:
         return QAccessibleWidget::interface_cast(type);
     }
 
+    QString text(QAccessible::Text text) const override
+    {
+        // Without a description of its own the toolkit takes the tool tip, which is the name once more.
+        const QString found = QAccessibleWidget::text(text);
+        const bool isRepeated = text == QAccessible::Description && found == this->text(QAccessible::Name);
+        return isRepeated ? QString() : found;
+    }
+
     QVariant currentValue() const override { return m_edit.GetValue(); }
     void setCurrentValue(const QVariant& value) override
     {

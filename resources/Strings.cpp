@@ -65,6 +65,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 12156, L"Red, green, blue"},
         {0, 12157, L"Hue, saturation, brightness"},
         {0, 12158, L"Current color"},
+        {0, 12166, L"Color"},
         {0, 15040, L"Switch Application (Alt+F1)"},
         // The log list.
         {0, 15041, L"Type"},

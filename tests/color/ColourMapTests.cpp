@@ -210,6 +210,27 @@ TEST_F(ColourMap, DrawsItsFieldAtEveryRatioWithItsMarkOnTop)
     }
 }
 
+TEST_F(ColourMap, ADisabledMapStillShowsWhereItStands)
+{
+    // The pictures under the marks are those of the first colour.
+    const struct
+    {
+        int type;
+        int lock;
+        DWORD other;
+    } cases[] = {{kKvColorMapField, kKvLockFieldR, 0xFF80F0F0u},
+                 {kKvColorMapSlider, kKvLockSliderHue, 0xFF20F040u},
+                 {kKvColorMapAlpha, 0, 0x40804020u}};
+    for (const auto& one : cases) {
+        Renew(one.type, one.lock);
+        map->setEnabled(false);
+        map->SetValue(0xFF804020u);
+        const QImage picture = Picture();
+        map->SetValue(one.other);
+        EXPECT_NE(Picture(), picture) << one.type;
+    }
+}
+
 TEST_F(ColourMap, TellsTheColourUnderThePointer)
 {
     CRect area;

@@ -6,6 +6,7 @@
 #include "KvParamEdit.h"
 #include "KvSolidColorTemplate.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
@@ -281,6 +282,51 @@ TEST_F(ColourPanel, StatesEnableColourAndAlpha)
         panel->OnEnable(1);
         EXPECT_EQ(Enabled(), one.enabled) << one.state;
     }
+}
+
+TEST_F(ColourPanel, LeavesTheFocusToTheHostWhenItIsDisabled)
+{
+    QLineEdit disabled(&parent), behind(&parent);
+    disabled.show(), behind.show();
+    disabled.setEnabled(false);
+    QLineEdit* const line = Line(kFirstEdit + 1);
+    line->setText("1025"); // open, and out of the range
+    QTest::keyClicks(line, "5");
+    panel->OnEnable(0);
+    EXPECT_TRUE(behind.hasFocus());
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(Heard(), "");
+    panel->OnEnable(1);
+    Line(kFirstEdit);
+    behind.hide();
+    panel->OnEnable(0); // nobody else takes it
+    EXPECT_EQ(parent.focusWidget(), nullptr);
+}
+
+TEST_F(ColourPanel, IsNamedForScreenReaders)
+{
+    const struct
+    {
+        UINT id; ///< 0 is the panel
+        QAccessible::Role role;
+        const char* name;
+        const char* description;
+    } cases[] = {
+        {0, QAccessible::Grouping, "Color", ""},
+        {14128, QAccessible::Graphic, "Current color", "blue, R 51  G 102  B 153  A 255  #FF336699"},
+        {kFirstEdit, QAccessible::SpinBox, "Red, 0 to 255", ""},
+    };
+    for (const auto& one : cases) {
+        QWidget* const child = one.id ? panel->GetDlgItem(one.id) : panel.data();
+        const QAccessibleInterface* found = QAccessible::queryAccessibleInterface(child);
+        ASSERT_TRUE(found) << one.id;
+        EXPECT_EQ(found->role(), one.role) << one.id;
+        EXPECT_EQ(found->text(QAccessible::Name), one.name);
+        EXPECT_EQ(found->text(QAccessible::Description), one.description) << one.id;
+    }
+    QAccessibleInterface* line = QAccessible::queryAccessibleInterface(Line(kFirstEdit));
+    EXPECT_EQ(line->text(QAccessible::Value), "51") << "where the focus is";
+    EXPECT_EQ(line->parent(), QAccessible::queryAccessibleInterface(Edit(kFirstEdit)));
 }
 
 TEST_F(ColourPanel, StatesLimitWhatIsPickedAndPasted)

@@ -174,6 +174,32 @@ TEST_F(QuadControl, Pictures)
     EXPECT_EQ(at(10, 10), 0xFF203040u);
 }
 
+TEST_F(QuadControl, ADropIsMarkedOtherwiseThanTheFocus)
+{
+    const auto at = [this](int x, int y) { return parent.grab().toImage().pixel(x, y); };
+    const QRgb ring = at(0, 10); // of the selected corner
+    EXPECT_EQ(at(1, 10), 0xFF000000u) << "its frame";
+    QMimeData data;
+    data.setText("#123");
+    QDragEnterEvent enter({150, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(control, &enter);
+    EXPECT_EQ(at(140, 50), ring);
+    EXPECT_EQ(at(141, 50), ring) << "thicker";
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(control, &leave);
+    EXPECT_EQ(at(141, 50), 0xFF000000u);
+}
+
+TEST_F(QuadControl, SignalNamesTheCornerInForce)
+{
+    for (const auto& [corner, heardThen] : {std::pair(2, "ff00ff00 s2"), std::pair(-1, "ff00ff00")}) {
+        Renew();
+        onMessage = [this, other = corner] { control->SetSelectedCorner(other); };
+        Run("P150,5");
+        EXPECT_EQ(Heard(), heardThen) << "the parent selected " << corner;
+    }
+}
+
 TEST_F(QuadControl, FillsImages)
 {
     const DWORD corners[4] = {0xFFFF0000u, 0xFF00FF00u, 0xFF0000FFu, 0xFFFF00FFu};

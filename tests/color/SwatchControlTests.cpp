@@ -29,6 +29,8 @@ constexpr char kProfile[] = "[SolidColorTemplate_Head]\nTemplateLine=1\nColors P
 class TestGrid : public CKvSolidColorTemplate
 {
 public:
+    using CKvSolidColorTemplate::DrawAlphaCell;
+    using CKvSolidColorTemplate::DrawCell;
     using CKvSolidColorTemplate::HasCapture;
     using CKvSolidColorTemplate::ReadFile;
     using CKvSolidColorTemplate::ToolTipAt;
@@ -209,6 +211,41 @@ TEST_F(SwatchGrid, Pictures)
     control->setEnabled(false);
     EXPECT_EQ(at(75, 5), 0xFF2A2A2Au);
     EXPECT_EQ(at(35, 78), 0xFF2A2A2Au);
+}
+
+TEST_F(SwatchGrid, CellsAloneAreThoseOfTheWholePicture)
+{
+    control->clearFocus();
+    for (const double ratio : {1.0, 1.5}) {
+        QImage whole(control->size() * ratio, QImage::Format_ARGB32_Premultiplied);
+        whole.setDevicePixelRatio(ratio);
+        whole.fill(0);
+        QImage cells = whole;
+        control->render(&whole, {}, {}, {});
+        {
+            QPainter painter(&cells);
+            for (int index = -1; index <= 5; ++index) {
+                control->DrawCell(painter, index);
+                control->DrawAlphaCell(painter, index);
+            }
+        }
+        EXPECT_EQ(whole, cells) << ratio;
+    }
+}
+
+TEST_F(SwatchGrid, AlphaCellsShowWhatTheirAlphaDoes)
+{
+    control->resize(92, 8 * 20);
+    const QImage picture = control->grab().toImage();
+    const std::uint32_t middles[] = {0xFF000000u, 0xFF555555u, 0xFFAAAAAAu, 0xFFFFFFFFu};
+    const std::uint32_t strips[] = {0xFFDDDDDDu, 0xFFA6A6A6u, 0xFF6E6E6Eu, 0xFF000000u};
+    for (int index = 0; index < 4; ++index) {
+        EXPECT_EQ(picture.pixel(23 * index + 11, 150), middles[index]) << index;
+        std::uint32_t lightest = 0;
+        for (int x = 4; x < 19; ++x)
+            lightest = std::max(lightest, picture.pixel(23 * index + x, 156));
+        EXPECT_EQ(lightest, strips[index]) << "black over the checkerboard, " << index;
+    }
 }
 
 TEST_F(SwatchGrid, TakesAndGivesColours)

@@ -82,6 +82,23 @@ TEST(SwatchProfile, HeadCounts)
     }
 }
 
+TEST(SwatchStore, NamesMayBeOfAnyCaseAndValuesQuoted)
+{
+    const TemporaryFolder folder;
+    const std::wstring path = folder.Wide("swatches.ini");
+    folder.Put("swatches.ini", "[SOLIDCOLORTEMPLATE_head]\ntemplateline=\"1\"\nCOLORS PER LINE='4'\n"
+                               "[solidcolorline_ALTERED_1]\ncolor_1=\"1,2,3,4\"\nCOLOR_2= ' 5,6,7,8' \n"
+                               "Color_3=\"9,9,9,9\nColor_4='9,9,9,9\"\nCOLOR_4=1,1,1,1\n");
+    SwatchStore store;
+    ASSERT_TRUE(store.Initialise(path, false));
+    EXPECT_EQ(store.Colours(), (Colours{0x04010203u, 0x08050607u, 0x09000909u, 0x09000909u}));
+    store.SetColour(0, 0xFF0A0B0Cu);
+    ASSERT_TRUE(store.Write(path));
+    const std::string bytes = folder.Get("swatches.ini");
+    EXPECT_NE(bytes.find("color_1= 10,11,12,255\n"), std::string::npos) << "in the place that it had";
+    EXPECT_EQ(bytes.find("Color_1"), std::string::npos) << bytes;
+}
+
 TEST(SwatchProfile, FactoryIsWhole)
 {
     const ProfileDocument profile(FactorySwatchProfile());
