@@ -239,6 +239,8 @@ TEST_F(Colours, ThePanelIsEnabledWhereThereIsAColour)
     for (const int target : {2, 3}) {
         Target(target).click();
         EXPECT_FALSE(Map().isEnabled());
+        const Title& title = document.Current().title;
+        EXPECT_EQ(Panel().GetColor(), target == 2 ? title.outline.colour : title.shadow.colour);
         for (QCheckBox* on : inspector.findChildren<QCheckBox*>("on"))
             if (on->isVisible())
                 on->click();

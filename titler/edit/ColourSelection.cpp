@@ -87,6 +87,20 @@ std::optional<DWORD> SelectedColour(const Project& project, const ColourSelectio
     return colour != nullptr ? std::optional(*colour) : std::nullopt;
 }
 
+std::optional<DWORD> ColourAtRest(const Project& project, const ColourSelection& selection)
+{
+    switch (selection.target) {
+    case ColourTarget::Outline:
+        return project.title.outline.colour;
+    case ColourTarget::Shadow:
+        return project.title.shadow.colour;
+    default:
+        break;
+    }
+    const Paint& paint = *PaintOf(project, selection.target);
+    return paint.kind == PaintKind::None ? paint.colour : SelectedColour(project, selection);
+}
+
 void SetSelectedColour(Project& project, const ColourSelection& selection, DWORD colour)
 {
     if (DWORD* const target = ColourIn(project, selection))

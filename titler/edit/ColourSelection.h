@@ -50,6 +50,9 @@ Paint* PaintOf(Project& project, ColourTarget target);
 /// The selected colour, 0xAARRGGBB; nothing where the selection colours nothing: a background of the kind
 /// None, an outline or a shadow that is off, a stop that is none.
 std::optional<DWORD> SelectedColour(const Project& project, const ColourSelection& selection);
+/// What would be selected if the outline or shadow were on and the background of the kind Solid; nothing for
+/// a stop that is none.
+std::optional<DWORD> ColourAtRest(const Project& project, const ColourSelection& selection);
 /// Nothing happens where there is no selected colour.
 void SetSelectedColour(Project& project, const ColourSelection& selection, DWORD colour);
 

@@ -127,10 +127,11 @@ void ColourInspector::ShowProject()
 
 void ColourInspector::ShowColour()
 {
-    const std::optional<DWORD> colour = SelectedColour(m_document.Current(), m_document.Selection());
-    if (colour)
+    const Project& project = m_document.Current();
+    const ColourSelection& selection = m_document.Selection();
+    if (const std::optional<DWORD> colour = ColourAtRest(project, selection))
         m_panel->SetColor(*colour);
-    m_panel->setEnabled(colour.has_value());
+    m_panel->setEnabled(SelectedColour(project, selection).has_value());
 }
 
 } // namespace titler
