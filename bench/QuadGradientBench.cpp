@@ -83,9 +83,9 @@ cairo_pattern_t* MakeMesh(const kv::QuadColours& corners)
 class MeshPeer
 {
 public:
-    explicit MeshPeer(std::uint32_t* bits)
-        : m_surface(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(bits),
-                                                        CAIRO_FORMAT_RGB24, kWidth, kHeight, 4 * kWidth))
+    MeshPeer(std::uint32_t* bits, cairo_format_t format)
+        : m_surface(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(bits), format,
+                                                        kWidth, kHeight, 4 * kWidth))
         , m_cairo(cairo_create(m_surface))
     {
     }
@@ -119,7 +119,7 @@ bool PicturesAgree(const kv::QuadColours& corners)
     std::uint32_t* const a = ours.Next();
     std::uint32_t* const b = theirs.Next();
     Fill(a, kv::PixelFormat::Rgb32, corners);
-    MeshPeer(b).Draw(corners);
+    MeshPeer(b, CAIRO_FORMAT_RGB24).Draw(corners);
     for (std::size_t i = 0; i < kPixels; i += 97) {
         for (const int shift : {0, 8, 16}) {
             if (std::abs(static_cast<int>(a[i] >> shift & 0xFF) - static_cast<int>(b[i] >> shift & 0xFF)) > 4)
@@ -158,13 +158,14 @@ void PeerMemset(benchmark::State& state)
 }
 BENCHMARK(PeerMemset)->Arg(1)->Arg(kBuffers);
 
-void PeerMesh(benchmark::State& state)
+void PeerMesh(benchmark::State& state, cairo_format_t format, const kv::QuadColours& corners)
 {
     Buffers buffers(1);
-    MeshPeer peer(buffers.Next());
+    MeshPeer peer(buffers.Next(), format);
     for (auto _ : state)
-        peer.Draw(kOpaque);
+        peer.Draw(corners);
 }
-BENCHMARK(PeerMesh);
+BENCHMARK_CAPTURE(PeerMesh, Opaque, CAIRO_FORMAT_RGB24, kOpaque);
+BENCHMARK_CAPTURE(PeerMesh, Translucent, CAIRO_FORMAT_ARGB32, kTranslucent); // premultiplied
 
 } // namespace

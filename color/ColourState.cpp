@@ -84,18 +84,11 @@ void ColourState::SetAlpha(int alpha)
     m_alpha = std::clamp(alpha, 0, 255);
 }
 
-bool ColourState::SetOpaqueValue(std::uint32_t colour)
-{
-    if (((colour ^ Value()) & 0xFFFFFFu) == 0)
-        return false;
-    SetRgb(RgbOf(colour), LostHue::Zero);
-    return true;
-}
-
 bool ColourState::SetValue(std::uint32_t colour)
 {
     const bool changed = colour != Value();
-    SetOpaqueValue(colour);
+    if (((colour ^ Value()) & 0xFFFFFFu) != 0)
+        SetRgb(RgbOf(colour), LostHue::Zero);
     SetAlpha(static_cast<int>(AlphaOf(colour)));
     return changed;
 }

@@ -63,8 +63,6 @@ public:
     void SetAlpha(int alpha);
     /// Colour and alpha; a colour that shows already keeps its finer values. @return true when it changed.
     bool SetValue(std::uint32_t colour);
-    /// The same for the colour alone.
-    bool SetOpaqueValue(std::uint32_t colour);
 
     /// A channel as a number in its shown range: what an edit does. Greys and blacks made with red, green or
     /// blue lose hue and saturation.

@@ -66,15 +66,15 @@ bool CKvColorMapWnd::Impl::Begin()
     return !alive.isNull();
 }
 
-bool CKvColorMapWnd::Impl::DragTo(CPoint point)
+void CKvColorMapWnd::Impl::DragTo(CPoint point)
 {
     const bool begins = !dragFrom;
     if (begins && !Begin())
-        return false;
+        return;
     if (begins)
         dragFrom = model.Colour();
     Show(ColourAt(point));
-    return Notify(begins ? kKvPhaseBegin : kKvPhaseContinue);
+    Notify(begins ? kKvPhaseBegin : kKvPhaseContinue);
 }
 
 bool CKvColorMapWnd::Impl::EndDrag()
@@ -93,28 +93,27 @@ void CKvColorMapWnd::Impl::CancelDrag()
         EndDrag();
 }
 
-bool CKvColorMapWnd::Impl::EditOnce(const std::function<bool(kv::ColourPanelModel&)>& rule)
+void CKvColorMapWnd::Impl::EditOnce(const std::function<bool(kv::ColourPanelModel&)>& rule)
 {
     if (!EndDrag())
-        return false;
+        return;
     if (kv::ColourPanelModel tried = model; !rule(tried))
-        return false;
+        return;
     if (!Begin() || !rule(model))
-        return false;
+        return;
     control.update();
     access.Update();
     for (const EKvColorPhase phase : {kKvPhaseBegin, kKvPhaseContinue, kKvPhaseEnd}) {
         if (!Notify(phase))
-            return false;
+            return;
     }
-    return true;
 }
 
-bool CKvColorMapWnd::Impl::Step(int stepsX, int stepsY)
+void CKvColorMapWnd::Impl::Step(int stepsX, int stepsY)
 {
     if (const auto right = kv::ChannelToTheRight(Shape()))
         access.FollowChannel(stepsX != 0 ? *right : kv::ChannelUpwards(Shape()));
-    return EditOnce([&](kv::ColourPanelModel& colour) {
+    EditOnce([&](kv::ColourPanelModel& colour) {
         if (IsField())
             return colour.StepMap(stepsX, stepsY);
         const int steps = stepsX + stepsY;

@@ -9,7 +9,8 @@
 #include <functional>
 #include <optional>
 
-// Functions that notify return false when the map is gone afterwards; then nothing of it may be touched.
+// Functions that notify may delete the map; then nothing of it may be touched, and those with a result return
+// false.
 struct CKvColorMapWnd::Impl : kv::ColourMapUser
 {
     explicit Impl(CKvColorMapWnd& owner);
@@ -26,14 +27,13 @@ struct CKvColorMapWnd::Impl : kv::ColourMapUser
     bool Begin();
     bool Notify(EKvColorPhase phase);
     /// Begins a drag by a press, or goes on with it.
-    bool DragTo(CPoint point);
+    void DragTo(CPoint point);
     /// Ends a drag as a release does; does nothing without.
     bool EndDrag();
     void CancelDrag();
     /// Applies a rule and, when it did something, sends begin, continue and end.
-    /// @return false when the map is gone or nothing was changed.
-    bool EditOnce(const std::function<bool(kv::ColourPanelModel&)>& rule);
-    bool Step(int stepsX, int stepsY);
+    void EditOnce(const std::function<bool(kv::ColourPanelModel&)>& rule);
+    void Step(int stepsX, int stepsY);
     /// @return false for a key that is none of the map's.
     bool RunKey(UINT key, Qt::KeyboardModifiers modifiers);
 

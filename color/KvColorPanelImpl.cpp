@@ -201,15 +201,14 @@ void CKvColorPanel::Impl::ShowMode()
     ShowColour();
 }
 
-bool CKvColorPanel::Impl::NotifyRun()
+void CKvColorPanel::Impl::NotifyRun()
 {
     const QPointer<CKvColorPanel> alive(&panel);
     for (const EKvColorPhase phase : {kKvPhaseBegin, kKvPhaseContinue, kKvPhaseEnd}) {
         panel._NotifyChangeColor(phase);
         if (!alive)
-            return false;
+            return;
     }
-    return true;
 }
 
 // Runs never nest: what is open in the other children ends before a child's own begins.

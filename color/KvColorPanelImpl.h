@@ -32,7 +32,8 @@ enum ColourPanelItem : UINT
 
 } // namespace kv
 
-// Functions that notify return false when the panel is gone afterwards; then nothing of it may be touched.
+// Functions that notify may delete the panel; then nothing of it may be touched, and those with a result
+// return false.
 struct CKvColorPanel::Impl
 {
     explicit Impl(CKvColorPanel& owner);
@@ -50,7 +51,7 @@ struct CKvColorPanel::Impl
     void ShowButtons();
     void NameChildren();
 
-    bool NotifyRun();
+    void NotifyRun();
     /// Ends every drag, scrub and typing but those of one child. @param besides null for none.
     bool EndRuns(const QWidget* besides = nullptr);
     void SetMode(kv::ColourMode mode);

@@ -76,10 +76,10 @@ void CKvGradientCtrl::Impl::Select(int index)
     access.Update();
 }
 
-bool CKvGradientCtrl::Impl::SelectKey(int index)
+void CKvGradientCtrl::Impl::SelectKey(int index)
 {
     Select(index);
-    return Notify(kKvGradientStopSelected, kKvPhaseBegin, model.SelectedKey());
+    Notify(kKvGradientStopSelected, kKvPhaseBegin, model.SelectedKey());
 }
 
 void CKvGradientCtrl::Impl::AddSilently(float position)
@@ -89,10 +89,10 @@ void CKvGradientCtrl::Impl::AddSilently(float position)
     changing = true;
 }
 
-bool CKvGradientCtrl::Impl::AddKeyAt(float position)
+void CKvGradientCtrl::Impl::AddKeyAt(float position)
 {
     AddSilently(position);
-    return Notify(kKvGradientStopsEdited, kKvPhaseBegin);
+    Notify(kKvGradientStopsEdited, kKvPhaseBegin);
 }
 
 std::function<bool()> CKvGradientCtrl::Impl::WatchSelection()
@@ -156,18 +156,20 @@ void CKvGradientCtrl::Impl::PressMidPoint(CPoint point)
     Redraw(kv::GradientPainter::MidStrip);
 }
 
-bool CKvGradientCtrl::Impl::DragTo(CPoint point)
+void CKvGradientCtrl::Impl::DragTo(CPoint point)
 {
-    if (drag->kind == kv::GradientDrag::MidPoint)
-        return DragMidPointTo(point);
+    if (drag->kind == kv::GradientDrag::MidPoint) {
+        DragMidPointTo(point);
+        return;
+    }
     const std::optional<float> position = layout.DraggedPosition(drag->startValue, point.x - drag->start.x);
     if (position)
         model.PlaceKey(model.Selected(), *position);
     RedrawAll();
-    return NotifyChange();
+    NotifyChange();
 }
 
-bool CKvGradientCtrl::Impl::DragMidPointTo(CPoint point)
+void CKvGradientCtrl::Impl::DragMidPointTo(CPoint point)
 {
     const std::optional<float> dragged =
         layout.DraggedMidPoint(model, drag->midPoint, drag->startValue, point.x - drag->start.x);
@@ -177,7 +179,7 @@ bool CKvGradientCtrl::Impl::DragMidPointTo(CPoint point)
     Redraw(kv::GradientPainter::MidStrip);
     Redraw(kv::GradientPainter::Palette);
     access.Update();
-    return NotifyChange();
+    NotifyChange();
 }
 
 bool CKvGradientCtrl::Impl::EndInput()

@@ -48,7 +48,8 @@ struct GradientDrag
 
 } // namespace kv
 
-// Functions that notify return false when the control is gone afterwards; then nothing of it may be touched.
+// Functions that notify may delete the control; then nothing of it may be touched, and those with a result
+// return false.
 struct CKvGradientCtrl::Impl : kv::GradientUser
 {
     explicit Impl(CKvGradientCtrl& owner);
@@ -68,10 +69,10 @@ struct CKvGradientCtrl::Impl : kv::GradientUser
 
     /// Selects a stop; silent.
     void Select(int index);
-    bool SelectKey(int index);
+    void SelectKey(int index);
     /// Adds a stop and opens a change run of which the parent is yet to hear.
     void AddSilently(float position);
-    bool AddKeyAt(float position);
+    void AddKeyAt(float position);
     /// Asked later, the result says whether the control lives and the stop that is selected now is still
     /// there, in its place and selected: in its handlers the host may do anything.
     std::function<bool()> WatchSelection();
@@ -81,8 +82,8 @@ struct CKvGradientCtrl::Impl : kv::GradientUser
     void PressStop(CPoint point);
     void PressMidPoint(CPoint point);
     void BeginDrag(kv::GradientDrag::Kind kind, CPoint point, float value, int midPoint);
-    bool DragTo(CPoint point);
-    bool DragMidPointTo(CPoint point);
+    void DragTo(CPoint point);
+    void DragMidPointTo(CPoint point);
     /// Drops digits that are typed and ends a drag as a button-up does; does nothing without.
     bool EndInput();
     /// Takes the drag back: the selection and, when anything was changed, the stops are as before the press.

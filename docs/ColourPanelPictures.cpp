@@ -6,6 +6,7 @@
 #include "Pictures.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -68,6 +69,10 @@ void TypeNumber(PanelScene& scene)
     auto& line = *scene.Child(kThirdEdit).findChild<QLineEdit*>();
     line.setFocus();
     line.selectAll();
+    for (const Qt::Key digit : {Qt::Key_2, Qt::Key_3, Qt::Key_4}) {
+        QKeyEvent press(QEvent::KeyPress, digit, Qt::NoModifier, QString(QChar(digit)));
+        QApplication::sendEvent(&line, &press);
+    }
 }
 
 } // namespace
@@ -94,7 +99,8 @@ bool SaveColourPanel(const Pictures& pictures)
            SavePanel(pictures, "colour-panel-typing", false, TypeNumber) &&
            SavePanel(pictures, "colour-panel-colour-only", false, state(kKvColorPanelColour)) &&
            SavePanel(pictures, "colour-panel-alpha-only", false, state(kKvColorPanelAlpha)) &&
-           SavePanel(pictures, "colour-panel-disabled", false, state(3)) &&
+           SavePanel(pictures, "colour-panel-disabled", false,
+                     [](PanelScene& scene) { scene.Panel().OnEnable(0); }) &&
            SavePanel(pictures, "colour-panel-large", true, [](PanelScene& scene) {
                scene.Resize({160, 80});
            });
