@@ -12,7 +12,6 @@ namespace kv {
 
 namespace {
 
-constexpr qreal kDisabledOpacity = 0.3;
 constexpr qreal kMarkRadius = 4.5;
 constexpr qreal kMarkReach = kMarkRadius + 2; ///< with its lines
 constexpr int kBarHalf = 2;                   ///< a slider's mark reaches this far above and below its row

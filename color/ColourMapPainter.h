@@ -9,6 +9,9 @@
 
 namespace kv {
 
+/// Of what shows a colour and is disabled.
+inline constexpr qreal kDisabledOpacity = 0.3;
+
 /// What a map shows and where.
 struct ColourMapShape
 {

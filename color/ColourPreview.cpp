@@ -1,6 +1,7 @@
 #include "color/ColourPreview.h"
 
 #include "color/Checkerboard.h"
+#include "color/ColourMapPainter.h"
 #include "color/ColourText.h"
 #include "color/ColourWords.h"
 #include "color/GradientPainter.h"
@@ -60,6 +61,7 @@ void ColourPreview::OnPaint(Graphics& graphics)
     if (rect().isEmpty())
         return;
     const DWORD frame = SkinColour(L"keWindowBorderColor", kDefaultFrameColour).rgba();
+    graphics.setOpacity(isEnabled() ? 1 : kDisabledOpacity);
     DrawSharply(graphics, rect(),
                 [&](PixelView picture, const DeviceGrid& grid) { DrawBoth(picture, grid, m_colour, frame); });
 }
