@@ -201,6 +201,53 @@ TEST_F(ColourPanel, EveryChildKeepsTheOthersInStep)
          "0:40336699 1:40336699 2:40336699"},
         {"the same swatch", 0, [this] { Swatch(-1, 0xFF336699u); }, "51 102 153 255",
          "0:ff336699 1:ff336699 2:ff336699"},
+        {"preset in HSB", 1, [this] { Swatch(2, 0xFFAAAAAAu); }, "210 66 60 128",
+         "0:80336699 1:80336699 2:80336699"},
+        {"hue slider", 1,
+         [this] {
+             Mouse(Map(kSlider), QEvent::MouseButtonPress, {3, -1});
+             Mouse(Map(kSlider), QEvent::MouseMove, {3, 9999});
+             Mouse(Map(kSlider), QEvent::MouseButtonRelease, {3, 9999});
+         },
+         "0 66 60 255", "0:ff993333 1:ff993333 2:ff993333"},
+        {"brightness slider", 1,
+         [this] {
+             Click(kFirstChannel + 2);
+             Mouse(Map(kSlider), QEvent::MouseButtonPress, {3, 9999});
+             Mouse(Map(kSlider), QEvent::MouseButtonRelease, {3, 9999});
+         },
+         "210 66 0 255", "0:ff000000 2:ff000000"},
+        {"alpha slider in HSB", 1,
+         [this] {
+             Mouse(Map(kAlpha), QEvent::MouseButtonPress, {3, 9999});
+             Mouse(Map(kAlpha), QEvent::MouseButtonRelease, {3, 9999});
+         },
+         "210 66 60 0", "0:00336699 2:00336699"},
+        {"alpha edit in HSB", 1, [this] { QTest::keyClick(Line(kAlphaEdit), Qt::Key_PageDown); },
+         "210 66 60 245", "0:f5336699 1:f5336699 2:f5336699"},
+        {"channel's button in HSB", 1,
+         [this] {
+             auto* const saturation = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
+             Mouse(saturation, QEvent::MouseButtonPress, {5, 5});
+             Mouse(saturation, QEvent::MouseMove, {999, 5});
+             Mouse(saturation, QEvent::MouseButtonRelease, {999, 5});
+         },
+         "210 100 60 255", "0:ff004d99 2:ff004d99"},
+        {"alpha edit's border", 0,
+         [this] {
+             Mouse(Edit(kAlphaEdit), QEvent::MouseButtonPress, {1, 5});
+             Mouse(Edit(kAlphaEdit), QEvent::MouseMove, {-999, 5});
+             Mouse(Edit(kAlphaEdit), QEvent::MouseButtonRelease, {-999, 5});
+         },
+         "51 102 153 0", "0:00336699 2:00336699"},
+        {"wheel over an edit", 0,
+         [this] {
+             QLineEdit* const line = Line(kFirstEdit);
+             QWheelEvent turn(QPointF(3, 3), line->mapToGlobal(QPointF(3, 3)), {}, {0, 120}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+             QApplication::sendEvent(line, &turn);
+         },
+         "52 102 153 255", "0:ff346699 1:ff346699 2:ff346699"},
         {"scroll message", 0,
          [this] {
              Map(kMap)->SetG(9);
@@ -441,6 +488,35 @@ TEST_F(ColourPanel, AHostMaySetColourInItsHandler)
     QTest::keyClick(line, Qt::Key_Escape);
     EXPECT_EQ(panel->GetColor(), 0xFFF06090u);
     EXPECT_EQ(Heard(), "0:ff096090 2:fff06090");
+}
+
+// Escape takes back what the user did, not what the host set meanwhile.
+TEST_F(ColourPanel, AHostMaySetColourInTheMiddleOfAScrub)
+{
+    auto* const green = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
+    Mouse(green, QEvent::MouseButtonPress, {5, 5});
+    Mouse(green, QEvent::MouseMove, {25, 5});
+    panel->SetColor(0xFF102030u);
+    Mouse(green, QEvent::MouseMove, {35, 5});
+    QTest::keyClick(green, Qt::Key_Escape);
+    EXPECT_EQ(Shown(), "16 32 48 255");
+    EXPECT_EQ(Heard(), "0:ff337a99 1:ff108430 2:ff102030") << "a scrub follows the pointer";
+}
+
+TEST_F(ColourPanel, IsMirroredWhereTextRunsFromTheRight)
+{
+    panel->setLayoutDirection(Qt::RightToLeft);
+    auto* const rgb = Get<CKvRadioBitmapButton>(kRgb);
+    EXPECT_GT(rgb->x(), panel->GetDlgItem(kHsb)->x());
+    rgb->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(rgb, Qt::Key_Left);
+    EXPECT_EQ(panel->IsHSBMode(), 1) << "the one to the left";
+    Click(kRgb);
+    auto* const red = Get<CKvRadioBitmapButton>(kFirstChannel);
+    Mouse(red, QEvent::MouseButtonPress, {5, 5});
+    Mouse(red, QEvent::MouseMove, {25, 5});
+    Mouse(red, QEvent::MouseButtonRelease, {25, 5});
+    EXPECT_EQ(Heard(), "0:ff476699 2:ff476699") << "to the right raises all the same";
 }
 
 TEST_F(ColourPanel, MayBeDeletedByEachOfItsMessages)
