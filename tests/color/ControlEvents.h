@@ -51,11 +51,9 @@ inline QStringList UseContextMenu(QWidget& control, QPoint at, const QString& ch
     return disabled;
 }
 
-/// Drags text over a point and drops it. @return whether the drop was taken.
-inline bool DropText(QWidget& control, QPointF at, const QString& text)
+/// Drags something over a point and drops it. @return whether the drop was taken.
+inline bool Drop(QWidget& control, QPointF at, QMimeData& data)
 {
-    QMimeData data;
-    data.setText(text);
     QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&control, &enter);
     if (!enter.isAccepted())
@@ -64,6 +62,13 @@ inline bool DropText(QWidget& control, QPointF at, const QString& text)
     drop.ignore();
     QApplication::sendEvent(&control, &drop);
     return drop.isAccepted();
+}
+
+inline bool DropText(QWidget& control, QPointF at, const QString& text)
+{
+    QMimeData data;
+    data.setText(text);
+    return Drop(control, at, data);
 }
 
 /// A control in a window. What the user does to it, and what its parent hears of it, is written as text.

@@ -269,6 +269,27 @@ TEST_F(SwatchGrid, TakesAndGivesColours)
     EXPECT_FALSE(DropText(*control, {35, 5}, "#456"));
 }
 
+TEST_F(SwatchGrid, TakesTheFourBytesOfAColour)
+{
+    const struct
+    {
+        const char* bytes;
+        const char* text;
+        std::uint32_t colour; ///< of the swatch afterwards
+    } cases[] = {{"44332211", "#789", 0x11223344u},
+                 {"443322", "#789", 0xFF778899u},
+                 {"4433221100", nullptr, 0xFF778899u},
+                 {"", "#456", 0xFF445566u}};
+    for (const auto& one : cases) {
+        QMimeData data;
+        data.setData(kFormat, QByteArray::fromHex(one.bytes));
+        if (one.text)
+            data.setText(one.text);
+        EXPECT_EQ(Drop(*control, {35, 5}, data), one.colour != control->GetCellColor(1));
+        EXPECT_EQ(control->GetCellColor(1), one.colour) << one.bytes;
+    }
+}
+
 TEST_F(SwatchGrid, DragsASwatchOut)
 {
     QString text;

@@ -3,7 +3,13 @@
 #include "core/Text.h"
 #include "tests/core/TemporaryFolder.h"
 
+#include <array>
 #include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 namespace kv {
 namespace {
@@ -98,6 +104,48 @@ TEST(SwatchStore, NamesMayBeOfAnyCaseAndValuesQuoted)
     EXPECT_NE(bytes.find("color_1= 10,11,12,255\n"), std::string::npos) << "in the place that it had";
     EXPECT_EQ(bytes.find("Color_1"), std::string::npos) << bytes;
 }
+
+#ifndef _WIN32
+TEST(SwatchStore, TwoProcessesThatSaveAtOnceLeaveAWholeFile)
+{
+    const TemporaryFolder folder;
+    const std::wstring path = folder.Wide("swatches.ini");
+    ASSERT_TRUE(InstallFactorySwatches(path));
+    const std::uint32_t colours[] = {0xFF010101u, 0x80FEFEFEu};
+    std::array<pid_t, 2> children{};
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        children[i] = fork();
+        ASSERT_NE(children[i], -1);
+        if (children[i] != 0)
+            continue;
+        SwatchStore store;
+        bool isWritten = store.Read(path, SwatchSet::Altered);
+        for (int swatch = 0; swatch < store.Count(); ++swatch)
+            store.SetColour(swatch, colours[i]);
+        for (int save = 0; save < 50; ++save)
+            isWritten = store.Write(path) && isWritten;
+        _exit(isWritten ? 0 : 1);
+    }
+    const auto isOneProcess = [&](const Colours& read) {
+        return read == Colours(32, colours[0]) || read == Colours(32, colours[1]);
+    };
+    SwatchStore store;
+    int running = 2;
+    while (running > 0) {
+        EXPECT_TRUE(store.Read(path, SwatchSet::Altered));
+        int status = 0;
+        for (pid_t& child : children)
+            if (child != 0 && waitpid(child, &status, WNOHANG) == child) {
+                EXPECT_EQ(status, 0);
+                child = 0;
+                --running;
+            }
+        EXPECT_TRUE(isOneProcess(store.Colours()) || store.Colours()[0] == 0xFFEB1010u)
+            << "or still the factory's";
+    }
+    EXPECT_TRUE(store.Read(path, SwatchSet::Altered) && isOneProcess(store.Colours()));
+}
+#endif
 
 TEST(SwatchProfile, FactoryIsWhole)
 {
