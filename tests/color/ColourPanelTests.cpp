@@ -362,6 +362,8 @@ TEST_F(ColourPanel, IsNamedForScreenReaders)
         {0, QAccessible::Grouping, "Color", ""},
         {14128, QAccessible::Graphic, "Current color", "blue, R 51  G 102  B 153  A 255  #FF336699"},
         {kFirstEdit, QAccessible::SpinBox, "Red, 0 to 255", ""},
+        {kFirstChannel, QAccessible::RadioButton, "Red on the slider", ""},
+        {kHsb, QAccessible::RadioButton, "Hue, saturation, brightness", ""},
     };
     for (const auto& one : cases) {
         QWidget* const child = one.id ? panel->GetDlgItem(one.id) : panel.data();
