@@ -42,5 +42,8 @@ bool SaveCaptions(const Pictures& pictures);
 /// The subtitle list and the text list.
 bool SaveLists(const Pictures& pictures);
 
+/// The find and replace dialog.
+bool SaveTextTools(const Pictures& pictures);
+
 /// The colour panel.
 bool SaveColourPanel(const Pictures& pictures);

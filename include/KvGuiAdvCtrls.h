@@ -8,6 +8,7 @@
 #include "KvColorPanel.h"
 #include "KvDialog.h"
 #include "KvFileNaming.h"
+#include "KvFindReplaceTxtDlg.h"
 #include "KvGradientCtrl.h"
 #include "KvGuiRes.h"
 #include "KvKeyFrameCtrl.h"

@@ -2,9 +2,11 @@
 
 #include "KvGuiRes.h"
 
+#include <QCheckBox>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -13,6 +15,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <limits>
 
 namespace kv {
 namespace {
@@ -70,6 +73,41 @@ private:
     }
 };
 
+/// A check box in the colours of the dialog, which a style sheet gives its text but not its mark.
+class CheckBox final : public QCheckBox
+{
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStylePainter painter(this);
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        painter.drawControl(QStyle::CE_CheckBox, option);
+        if (!isChecked())
+            return;
+        QRectF box = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
+        box = box.marginsRemoved({box.width() / 4, box.height() / 4, box.width() / 4, box.height() / 4});
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(
+            QPen(palette().color(foregroundRole()), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(
+            QPolygonF({box.center() - QPointF(box.width() / 2, 0),
+                       QPointF(box.center().x() - box.width() / 8, box.bottom()), box.topRight()}));
+    }
+
+    // Enter is the dialog's.
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            event->ignore();
+        else
+            QCheckBox::keyPressEvent(event);
+    }
+};
+
 class Label final : public QLabel
 {
 public:
@@ -118,6 +156,13 @@ std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dial
         label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         return label;
     }
+    if (item.kind == DialogItemKind::Edit) {
+        auto edit = std::make_unique<QLineEdit>(dialog);
+        edit->setMaxLength(std::numeric_limits<int>::max());
+        return edit;
+    }
+    if (item.kind == DialogItemKind::CheckBox)
+        return std::make_unique<CheckBox>(dialog);
     auto button = std::make_unique<Button>(dialog);
     button->setDefault(item.kind == DialogItemKind::DefaultButton);
     button->setAutoDefault(button->isDefault()); // the focus on another does not change it
@@ -129,12 +174,13 @@ void SetDialogTexts(const DialogItem& item, QWidget& control)
     const QString text = KvToQString(KvGuiRes::LoadDialogText(item.dialog, item.text));
     if (auto* label = qobject_cast<QLabel*>(&control))
         label->setText(text);
-    auto* button = qobject_cast<QPushButton*>(&control);
+    const QString tip = KvToQString(KvGuiRes::LoadTip(item.id));
+    if (item.kind != DialogItemKind::Static)
+        control.setToolTip(tip);
+    auto* button = qobject_cast<QAbstractButton*>(&control);
     if (!button)
         return;
     button->setText(text);
-    const QString tip = KvToQString(KvGuiRes::LoadTip(item.id));
-    button->setToolTip(tip);
     // A sign such as "|<" says nothing when it is read aloud.
     const bool hasWords =
         std::any_of(text.begin(), text.end(), [](QChar unit) { return unit.isLetterOrNumber(); });

@@ -9,7 +9,7 @@ class QWidget;
 
 namespace kv {
 
-/// A static text or a button. What does not fit into its place is cut with an ellipsis; then the tool tip
+/// A static text, a button, a check box or an edit. What does not fit into its place is cut with an ellipsis; then the tool tip
 /// tells it whole.
 std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dialog);
 

@@ -21,6 +21,17 @@ CKvDialog > QPushButton:hover { background: @hover; }
 CKvDialog > QPushButton:pressed { background: @pressed; }
 CKvDialog > QPushButton:focus { border-color: @focus; }
 CKvDialog > QPushButton:disabled { background: @window; color: @disabled; border-color: @faint; }
+CKvDialog > QLineEdit { background: @field; color: @text; border: 1px solid @border; border-radius: 2px;
+    padding: 0 4px; selection-background-color: @selection; selection-color: @selected; }
+CKvDialog > QLineEdit:focus { border-color: @focus; }
+CKvDialog > QLineEdit:disabled { color: @disabled; border-color: @faint; }
+CKvDialog > QCheckBox { background: transparent; color: @text; spacing: 6px; }
+CKvDialog > QCheckBox:disabled { color: @disabled; }
+CKvDialog > QCheckBox::indicator { width: 13px; height: 13px; background: @field; border: 1px solid @strong;
+    border-radius: 2px; }
+CKvDialog > QCheckBox::indicator:hover { background: @button; }
+CKvDialog > QCheckBox::indicator:focus { border-color: @focus; }
+CKvDialog > QCheckBox::indicator:disabled { border-color: @faint; }
 )";
 
 } // namespace
@@ -30,14 +41,23 @@ QString DialogStyleSheet(const SKvGuiBasicSettings* settings)
     QColor window = SkinColour(L"keWindowBKColor", 0xFF2B2B2E);
     QColor text = TextColour();
     QColor disabled = DisabledTextColour();
+    QColor field = SkinColour(L"keParamEditBKColor", 0xFF1F1F22u);
+    QColor selection = SkinColour(L"keReportListSelectedBKColor", 0xFF4A5568u);
+    QColor selected = SkinColour(L"keReportListSelectedTextColor", 0xFFFFFFFFu);
     if (settings) {
         window = QColor::fromRgba(settings->background);
         text = QColor::fromRgba(settings->textColour);
         disabled = QColor::fromRgba(settings->disabledTextColour);
+        field = window;
+        selection = text;
+        selected = window;
     }
     const std::pair<const char*, QColor> names[] = {
         {"@window", window},
         {"@text", text},
+        {"@field", field},
+        {"@selection", selection},
+        {"@selected", selected},
         {"@hint", Mix(window, text, 75)},
         {"@button", Mix(window, text, 12)},
         {"@hover", Mix(window, text, 20)},

@@ -50,6 +50,10 @@ QRect ItemRect(const DialogItem& item, const DialogUnits& units, QSize growth)
 {
     const QRect rect = ToPixels(units, {item.x, item.y, item.width, item.height});
     switch (item.growth) {
+    case DialogGrowth::Keep:
+        return rect;
+    case DialogGrowth::Widen:
+        return rect.adjusted(0, 0, growth.width(), 0);
     case DialogGrowth::KeepRight:
         return rect.translated(growth.width(), 0);
     case DialogGrowth::WidenAtBottom:

@@ -5,6 +5,7 @@ namespace kv {
 std::span<const DialogTemplate> BuiltInDialogs()
 {
     static constexpr DialogTemplate dialogs[] = {
+        {10034, 244, 64},  // find and replace
         {12016, 411, 211}, // ease dialog
         {14010, 172, 104}, // colour panel
     };
@@ -16,6 +17,15 @@ std::span<const DialogItem> BuiltInDialogItems()
     using enum DialogItemKind;
     using enum DialogGrowth;
     static constexpr DialogItem items[] = {
+        {10034, kNoDialogItem, 65535, Static, Keep, 7, 9, 48, 10},
+        {10034, 10242, 10242, Edit, Widen, 58, 7, 110, 14},
+        {10034, kNoDialogItem, 65534, Static, Keep, 7, 27, 48, 10},
+        {10034, 10243, 10243, Edit, Widen, 58, 25, 110, 14},
+        {10034, 10240, 10240, CheckBox, Keep, 58, 43, 110, 14},
+        {10034, 10235, 10235, DefaultButton, KeepRight, 177, 7, 60, 14},
+        {10034, 10244, 10244, Button, KeepRight, 177, 25, 60, 14},
+        {10034, 10245, 10245, Button, KeepRight, 177, 43, 60, 14},
+
         {12016, 12088, 12088, Static, TakeRoom, 7, 7, 341, 180},
         {12016, 12077, 12077, Button, KeepRight, 354, 7, 50, 14},
         {12016, 12079, 12079, Button, KeepRight, 354, 23, 50, 14},

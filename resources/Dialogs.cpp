@@ -6,6 +6,14 @@ namespace kv {
 std::span<const TextEntry> BuiltInDialogTexts()
 {
     static constexpr TextEntry texts[] = {
+        // 10034: find and replace
+        {10034, kDialogTitle, L"Find and Replace"},
+        {10034, 10235, L"Find Next"},
+        {10034, 10240, L"Match case"},
+        {10034, 10244, L"Replace"},
+        {10034, 10245, L"Replace All"},
+        {10034, 65534, L"Replace with:"},
+        {10034, 65535, L"Find what:"},
         // 12016: ease dialog
         {12016, kDialogTitle, L"Parameter Curve Setup"},
         {12016, 1, L"OK"},

@@ -14,6 +14,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 7024, L"VideoAudio"},
         {0, 7025, L"Audio"},
         {0, 10023, L"1.0(Pixel Ratio)"},
+        {0, 10073, L"Can not Find \"%s\"!"},
         {0, 12024, L"Upper First"},
         {0, 12025, L"Lower First"},
         {0, 12026, L"Progressive"},

@@ -41,12 +41,16 @@ enum class DialogItemKind : std::uint8_t
 {
     Static,
     Button,
-    DefaultButton
+    DefaultButton,
+    CheckBox,
+    Edit ///< one line; its text is the user's
 };
 
 /// What an item does with the room of a dialog that is larger than its template.
 enum class DialogGrowth : std::uint8_t
 {
+    Keep,          ///< keeps its place
+    Widen,         ///< takes the width
     KeepRight,     ///< keeps its distance to the right edge
     WidenAtBottom, ///< keeps its distance to the bottom and takes the width
     TakeRoom,      ///< takes width and height

@@ -5,6 +5,12 @@ namespace kv {
 std::span<const TextEntry> BuiltInTips()
 {
     static constexpr TextEntry tips[] = {
+        // The find and replace dialog.
+        {0, 10235, L"Go to the next place (Enter or F3)"},
+        {0, 10242, L"Earlier texts: Up and Down"},
+        {0, 10243, L"Earlier texts: Up and Down"},
+        {0, 10244, L"Replace the place that was found"},
+        {0, 10245, L"Replace every place"},
         // The buttons of the ease dialog.
         {0, 12077, L"Undo the last change (Ctrl+Z)"},
         {0, 12078, L"Back to the curve as it was at first"},

@@ -15,6 +15,6 @@ for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetD
   'KvSaveFileNamingCollection(' 'KvCreateBezierCurve2D(' 'KvBezierEase::Value(' \
   'CKvBitmapButton::CreateButton(' 'CKvButton::SetWindowText(' 'CKvCaptionBar::Create(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
   'CKvColorPanel::SetColor(' 'CKvColorMapWnd::SetHPValue(' 'CKvParamEdit::SetValueRange(' 'CKvRadioBitmapButton::SubClassButton(' \
-  'CKvAppLogListCtrl::AddAppLogMsg(' 'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
+  'CKvAppLogListCtrl::AddAppLogMsg(' 'CKvFindReplaceTxtDlg::FindNext(' 'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
   grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }
 done
