@@ -20,12 +20,13 @@ std::optional<int> ParseWholeNumber(std::wstring_view text)
         text.remove_prefix(1);
     if (text.empty())
         return std::nullopt;
-    constexpr std::int64_t kMost = std::numeric_limits<int>::max();
+    // The least number has no positive one beside it.
+    const std::int64_t most = std::int64_t{std::numeric_limits<int>::max()} + (isNegative ? 1 : 0);
     std::int64_t number = 0;
     for (const wchar_t digit : text) {
         if (digit < L'0' || digit > L'9')
             return std::nullopt;
-        number = std::min(number * 10 + (digit - L'0'), kMost);
+        number = std::min(number * 10 + (digit - L'0'), most);
     }
     return static_cast<int>(isNegative ? -number : number);
 }

@@ -1,140 +1,13 @@
 // The colour panel: every child keeps all others in step, and the parent hears of what the user did.
-#include "KvButtons.h"
-#include "KvColorMapWnd.h"
-#include "KvColorPanel.h"
 #include "KvGuiRes.h"
-#include "KvParamEdit.h"
-#include "KvSolidColorTemplate.h"
+#include "tests/color/ColourPanelFixture.h"
+#include "tests/color/ControlEvents.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QClipboard>
-#include <QLineEdit>
-#include <QPointer>
 #include <QTemporaryDir>
-#include <QTest>
-
-#include <functional>
-#include <gtest/gtest.h>
 
 namespace {
-
-constexpr UINT kId = 4711;
-enum Item : UINT
-{
-    kMap = 14023,
-    kSlider = 14024,
-    kAlpha = 14025,
-    kFirstEdit = 14026,
-    kAlphaEdit = 14029,
-    kSwatches = 14030,
-    kFirstChannel = 14032,
-    kRgb = 14035,
-    kHsb = 14036,
-};
-
-class TestPanel : public CKvColorPanel
-{
-public:
-    using CKvColorPanel::_NotifyChangeColor;
-};
-
-// A panel in a parent; messages are written "phase:colour".
-class ColourPanel : public testing::Test
-{
-protected:
-    ColourPanel() { Renew(); }
-    void Renew(int hsb = 0)
-    {
-        onMessage = {};
-        delete panel;
-        panel = new TestPanel;
-        panel->SetInitialMode(hsb);
-        ASSERT_EQ(panel->Create(&parent), 1);
-        panel->SetDlgCtrlID(kId);
-        panel->SetColor(0xFF336699u);
-        parent.resize(400, 300);
-        panel->resize(panel->sizeHint());
-        panel->show();
-        parent.show();
-        QApplication::setActiveWindow(&parent);
-        heard.clear();
-    }
-    std::optional<LRESULT> Hear(UINT message, WPARAM wParam, LPARAM lParam)
-    {
-        const auto& record = *reinterpret_cast<const KvColorNotifyRecord*>(lParam);
-        EXPECT_TRUE(message == WM_NOTIFY && wParam == kId && record.hdr.hwndFrom == panel &&
-                    record.hdr.idFrom == kId && record.hdr.code == 0xFFFFFFD7u && record.dataSize == 4);
-        const DWORD colour = *static_cast<const DWORD*>(record.data);
-        EXPECT_EQ(colour, panel->GetColor());
-        heard += QString::asprintf("%s%d:%08x", heard.isEmpty() ? "" : " ", record.phase, colour);
-        if (onMessage)
-            onMessage();
-        return std::nullopt;
-    }
-    QString Heard() { return std::exchange(heard, {}); }
-    template <typename Child>
-    Child* Get(UINT id)
-    {
-        return dynamic_cast<Child*>(panel->GetDlgItem(id));
-    }
-    CKvColorMapWnd* Map(UINT id) { return Get<CKvColorMapWnd>(id); }
-    CKvParamEdit* Edit(UINT id) { return Get<CKvParamEdit>(id); }
-    QLineEdit* Line(UINT id)
-    {
-        auto* line = Edit(id)->findChild<QLineEdit*>();
-        line->setFocus();
-        line->selectAll();
-        return line;
-    }
-    void Click(UINT id) { Get<CKvRadioBitmapButton>(id)->click(); }
-
-    void Mouse(QWidget* child, QEvent::Type type, QPointF at)
-    {
-        const bool isMove = type == QEvent::MouseMove;
-        QMouseEvent event(type, at, child->mapToGlobal(at), isMove ? Qt::NoButton : Qt::LeftButton,
-                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(child, &event);
-    }
-    void Swatch(std::int32_t index, DWORD colour, std::int32_t store = 1)
-    {
-        QWidget* const grid = panel->GetDlgItem(kSwatches);
-        KvSwatchNotifyRecord record{{grid, kSwatches, kKvColorNotifyCode}, index, &colour, store};
-        KvSendMessage(panel, WM_NOTIFY, kSwatches, reinterpret_cast<LPARAM>(&record));
-    }
-    // The four edits; each must show what all maps hold.
-    QString Shown()
-    {
-        QString shown;
-        for (UINT id = kFirstEdit; id <= kAlphaEdit; ++id)
-            shown += (shown.isEmpty() ? "" : " ") + QString::number(Edit(id)->GetValue());
-        for (const UINT id : {kMap, kSlider, kAlpha})
-            EXPECT_EQ(Map(id)->GetValue(), panel->GetColor()) << id;
-        double hue[2], sat[2];
-        for (const int i : {0, 1}) {
-            hue[i] = Map(i ? kSlider : kMap)->GetHue();
-            sat[i] = Map(i ? kSlider : kMap)->GetSat();
-        }
-        EXPECT_EQ(hue[0], hue[1]);
-        EXPECT_EQ(sat[0], sat[1]);
-        return shown;
-    }
-    QString Enabled()
-    {
-        QString enabled;
-        for (UINT id = kMap; id <= kHsb; ++id) {
-            if (QWidget* child = panel->GetDlgItem(id))
-                enabled += child->isEnabled() ? '1' : '0';
-        }
-        return enabled;
-    }
-
-    QWidget parent;
-    KvMessageSink sink{&parent, [this](auto... message) { return Hear(message...); }};
-    QPointer<TestPanel> panel;
-    QString heard;
-    std::function<void()> onMessage;
-};
 
 TEST_F(ColourPanel, ShowsTheColourInEveryChild)
 {
@@ -151,6 +24,18 @@ TEST_F(ColourPanel, ShowsTheColourInEveryChild)
 
 TEST_F(ColourPanel, EveryChildKeepsTheOthersInStep)
 {
+    const auto slide = [this](UINT id) { // to the top, then to the bottom
+        Drag(Map(id), {3, -1}, {{0, 9999}});
+        Release(Map(id));
+    };
+    const auto press = [this](QPointF at) {
+        Drag(Map(kMap), at, {});
+        Release(Map(kMap));
+    };
+    const auto pasteByMenu = [this](UINT edit, const char* text) {
+        QApplication::clipboard()->setText(text);
+        UseContextMenu(*Line(edit), {3, 3}, "Paste");
+    };
     const struct
     {
         const char* name;
@@ -186,6 +71,33 @@ TEST_F(ColourPanel, EveryChildKeepsTheOthersInStep)
              Mouse(Map(kMap), QEvent::MouseButtonRelease, right);
          },
          "210 100 100 255", "0:ff0080ff 2:ff0080ff"},
+        {"field of hue and brightness", 1,
+         [&] {
+             Click(kFirstChannel + 1);
+             press({9999, -1});
+         },
+         "360 66 100 255", "0:ffff5555 2:ffff5555"},
+        {"field of hue and saturation", 1,
+         [&] {
+             Click(kFirstChannel + 2);
+             press({-1, -1});
+         },
+         "0 100 60 255", "0:ff990000 2:ff990000"},
+        {"hue slider", 1, [&] { slide(kSlider); }, "0 66 60 255", "0:ff993333 1:ff993333 2:ff993333"},
+        {"saturation slider", 1,
+         [&] {
+             Click(kFirstChannel + 1);
+             slide(kSlider);
+         },
+         "210 0 60 255", "0:ff004d99 1:ff999999 2:ff999999"},
+        {"brightness slider", 1,
+         [&] {
+             Click(kFirstChannel + 2);
+             slide(kSlider);
+         },
+         "210 66 0 255", "0:ff55aaff 1:ff000000 2:ff000000"},
+        {"alpha slider in HSB", 1, [&] { slide(kAlpha); }, "210 66 60 0",
+         "0:ff336699 1:00336699 2:00336699"},
         {"key on the slider in HSB", 1, [this] { QTest::keyClick(Map(kSlider), Qt::Key_Up); },
          "211 66 60 255", "0:ff336499 1:ff336499 2:ff336499"},
         {"edit", 0, [this] { QTest::keyClicks(Line(kFirstEdit + 1), "7"); }, "51 7 153 255", "0:ff330799"},
@@ -193,61 +105,50 @@ TEST_F(ColourPanel, EveryChildKeepsTheOthersInStep)
          "0:fe336699 1:fe336699 2:fe336699"},
         {"edit in HSB", 1, [this] { QTest::keyClick(Line(kFirstEdit), Qt::Key_PageUp); }, "220 66 60 255",
          "0:ff335599 1:ff335599 2:ff335599"},
+        {"alpha edit in HSB", 1, [this] { QTest::keyClick(Line(kAlphaEdit), Qt::Key_PageDown); },
+         "210 66 60 245", "0:f5336699 1:f5336699 2:f5336699"},
+        {"scrub of a channel's button in HSB", 1,
+         [this] {
+             Drag(Channel(1), {5, 5}, {{12, 0}, {20, 0}});
+             Release(Channel(1));
+         },
+         "210 86 60 255", "0:ff225d99 1:ff155799 2:ff155799"},
+        {"scrub of the hue upwards", 1,
+         [this] {
+             Drag(Channel(0), {5, 5}, {{0, -30}});
+             Release(Channel(0));
+         },
+         "240 66 60 255", "0:ff333399 2:ff333399"},
+        {"scrub of the alpha edit's border", 1,
+         [this] {
+             Drag(Edit(kAlphaEdit), {1, 5}, {{-20, 0}, {-30, 5}});
+             Release(Edit(kAlphaEdit));
+         },
+         "210 66 60 220", "0:eb336699 1:dc336699 2:dc336699"},
+        {"wheel over the edit with the focus", 1, [this] { Wheel(Line(kFirstEdit + 1), 120); },
+         "210 67 60 255", "0:ff326699 1:ff326699 2:ff326699"},
+        {"wheel over another edit", 1,
+         [this] {
+             Line(kFirstEdit);
+             Wheel(Edit(kFirstEdit + 1)->findChild<QLineEdit*>(), 120);
+         },
+         "210 66 60 255", ""},
+        {"colour pasted by an edit's menu", 1, [&] { pasteByMenu(kFirstEdit + 1, "#80ff0000"); },
+         "0 100 100 128", "0:80ff0000 1:80ff0000 2:80ff0000"},
+        {"number pasted by an edit's menu", 1, [&] { pasteByMenu(kFirstEdit + 1, "+5"); }, "210 5 60 255",
+         "0:ff919599"},
+        {"number pasted by the alpha edit's menu", 0, [&] { pasteByMenu(kAlphaEdit, "64"); },
+         "51 102 153 64", "0:40336699"},
         {"swatch", 0, [this] { Swatch(-1, 0x80FF0010u); }, "255 0 16 128",
          "0:80ff0010 1:80ff0010 2:80ff0010"},
         {"swatch in HSB", 1, [this] { Swatch(-1, 0x8000FF00u); }, "120 100 100 128",
          "0:8000ff00 1:8000ff00 2:8000ff00"},
         {"alpha preset", 0, [this] { Swatch(1, 0xFF555555u); }, "51 102 153 64",
          "0:40336699 1:40336699 2:40336699"},
+        {"alpha preset in HSB", 1, [this] { Swatch(2, 0xFFAAAAAAu); }, "210 66 60 128",
+         "0:80336699 1:80336699 2:80336699"},
         {"the same swatch", 0, [this] { Swatch(-1, 0xFF336699u); }, "51 102 153 255",
          "0:ff336699 1:ff336699 2:ff336699"},
-        {"preset in HSB", 1, [this] { Swatch(2, 0xFFAAAAAAu); }, "210 66 60 128",
-         "0:80336699 1:80336699 2:80336699"},
-        {"hue slider", 1,
-         [this] {
-             Mouse(Map(kSlider), QEvent::MouseButtonPress, {3, -1});
-             Mouse(Map(kSlider), QEvent::MouseMove, {3, 9999});
-             Mouse(Map(kSlider), QEvent::MouseButtonRelease, {3, 9999});
-         },
-         "0 66 60 255", "0:ff993333 1:ff993333 2:ff993333"},
-        {"brightness slider", 1,
-         [this] {
-             Click(kFirstChannel + 2);
-             Mouse(Map(kSlider), QEvent::MouseButtonPress, {3, 9999});
-             Mouse(Map(kSlider), QEvent::MouseButtonRelease, {3, 9999});
-         },
-         "210 66 0 255", "0:ff000000 2:ff000000"},
-        {"alpha slider in HSB", 1,
-         [this] {
-             Mouse(Map(kAlpha), QEvent::MouseButtonPress, {3, 9999});
-             Mouse(Map(kAlpha), QEvent::MouseButtonRelease, {3, 9999});
-         },
-         "210 66 60 0", "0:00336699 2:00336699"},
-        {"alpha edit in HSB", 1, [this] { QTest::keyClick(Line(kAlphaEdit), Qt::Key_PageDown); },
-         "210 66 60 245", "0:f5336699 1:f5336699 2:f5336699"},
-        {"channel's button in HSB", 1,
-         [this] {
-             auto* const saturation = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
-             Mouse(saturation, QEvent::MouseButtonPress, {5, 5});
-             Mouse(saturation, QEvent::MouseMove, {999, 5});
-             Mouse(saturation, QEvent::MouseButtonRelease, {999, 5});
-         },
-         "210 100 60 255", "0:ff004d99 2:ff004d99"},
-        {"alpha edit's border", 0,
-         [this] {
-             Mouse(Edit(kAlphaEdit), QEvent::MouseButtonPress, {1, 5});
-             Mouse(Edit(kAlphaEdit), QEvent::MouseMove, {-999, 5});
-             Mouse(Edit(kAlphaEdit), QEvent::MouseButtonRelease, {-999, 5});
-         },
-         "51 102 153 0", "0:00336699 2:00336699"},
-        {"wheel over an edit", 0,
-         [this] {
-             QLineEdit* const line = Line(kFirstEdit);
-             QWheelEvent turn(QPointF(3, 3), line->mapToGlobal(QPointF(3, 3)), {}, {0, 120}, Qt::NoButton,
-                              Qt::NoModifier, Qt::NoScrollPhase, false);
-             QApplication::sendEvent(line, &turn);
-         },
-         "52 102 153 255", "0:ff346699 1:ff346699 2:ff346699"},
         {"scroll message", 0,
          [this] {
              Map(kMap)->SetG(9);
@@ -282,6 +183,50 @@ TEST_F(ColourPanel, PicksFromTheSwatchesAndStoresItsWholeColourThere)
     EXPECT_EQ(grid->GetCellColor(2), 0x12345678u);
     EXPECT_EQ(Heard(), "");
     EXPECT_EQ(panel->GetColor(), 0x12345678u);
+}
+
+// The layout is mirrored; what the user does to a number, a field or a swatch is not.
+TEST_F(ColourPanel, StandsTheOtherWayRoundFromRightToLeft)
+{
+    const QTemporaryDir folder;
+    CKvSolidColorTemplate::SetSystemFolder(KvFromQString(folder.path()));
+    ASSERT_EQ(CKvSolidColorTemplate::InstallFactoryTemplate(), 1);
+    ASSERT_EQ(Get<CKvSolidColorTemplate>(kSwatches)->InitialData(1), 1);
+    for (const bool isMirrored : {false, true}) {
+        SCOPED_TRACE(isMirrored);
+        Renew();
+        panel->setLayoutDirection(isMirrored ? Qt::RightToLeft : Qt::LeftToRight);
+        QWidget* const rgb = panel->GetDlgItem(kRgb);
+        QWidget* const hsb = panel->GetDlgItem(kHsb);
+        EXPECT_EQ(rgb->x() > hsb->x(), isMirrored);
+        EXPECT_EQ(Map(kMap)->x() > Edit(kFirstEdit)->x(), isMirrored);
+        rgb->setFocus(Qt::TabFocusReason);
+        const Qt::Key toHsb = isMirrored ? Qt::Key_Left : Qt::Key_Right;
+        const Qt::Key toRgb = isMirrored ? Qt::Key_Right : Qt::Key_Left;
+        QTest::keyClick(rgb, toRgb);
+        EXPECT_EQ(panel->IsHSBMode(), 0);
+        QTest::keyClick(rgb, toHsb);
+        EXPECT_EQ(panel->IsHSBMode(), 1);
+        EXPECT_EQ(panel->focusWidget(), hsb);
+        QTest::keyClick(hsb, toRgb);
+        EXPECT_EQ(panel->focusWidget(), rgb);
+
+        Drag(Channel(1), {5, 5}, {{20, 0}});
+        Release(Channel(1));
+        Drag(Edit(kAlphaEdit), {1, 5}, {{-20, 0}});
+        Release(Edit(kAlphaEdit));
+        Drag(Map(kMap), {9999, 9999}, {});
+        Release(Map(kMap));
+        EXPECT_EQ(Heard(), "0:ff337a99 2:ff337a99 0:eb337a99 2:eb337a99 0:eb33ff00 2:eb33ff00");
+
+        auto* grid = Get<CKvSolidColorTemplate>(kSwatches);
+        QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier, {4, 4});
+        EXPECT_EQ(panel->GetColor(), grid->GetCellColor(0));
+        EXPECT_EQ(grid->grab().toImage().pixel(5, 5), grid->GetCellColor(0));
+        QTest::keyClick(grid, Qt::Key_Right);
+        QTest::keyClick(grid, Qt::Key_Return);
+        EXPECT_EQ(panel->GetColor(), grid->GetCellColor(1));
+    }
 }
 
 TEST_F(ColourPanel, SwitchesModeAndChannelWithoutAMessage)
@@ -404,62 +349,6 @@ TEST_F(ColourPanel, StatesLimitWhatIsPickedAndPasted)
     EXPECT_EQ(Heard(), "0:55010203 1:55010203 2:55010203");
 }
 
-TEST_F(ColourPanel, TypingHasOneRunAndEscapeGivesTheExactColourBack)
-{
-    Renew(1);
-    const double hue = Map(kMap)->GetHue();
-    QLineEdit* line = Line(kFirstEdit + 1);
-    QTest::keyClicks(line, "29");
-    EXPECT_EQ(Shown(), "210 29 60 255");
-    QTest::keyClick(line, Qt::Key_Escape);
-    EXPECT_EQ(Heard(), "0:ff969799 1:ff6d8399 2:ff336699");
-    EXPECT_EQ(Shown(), "210 66 60 255");
-    EXPECT_EQ(Map(kMap)->GetHue(), hue);
-    EXPECT_EQ(panel->GetColor(), 0xFF336699u);
-    EXPECT_TRUE(panel->isVisible());
-}
-
-TEST_F(ColourPanel, AnotherChildEndsATypingBeforeItBegins)
-{
-    QTest::keyClicks(Line(kFirstEdit), "999");
-    Heard();
-    Mouse(Map(kAlpha), QEvent::MouseButtonPress, {3, 9999});
-    Mouse(Map(kAlpha), QEvent::MouseButtonRelease, {3, 9999});
-    EXPECT_EQ(Heard(), "1:ffff6699 2:ffff6699 0:00ff6699 2:00ff6699");
-}
-
-TEST_F(ColourPanel, TypedNumbersStayWhenAnotherChannelMoves)
-{
-    Renew(1);
-    QTest::keyClicks(Line(kFirstEdit + 1), "29");
-    QTest::keyClick(Line(kFirstEdit), Qt::Key_Up);
-    EXPECT_EQ(Shown(), "211 29 60 255");
-    QTest::keyClicks(Line(kFirstEdit), "360");
-    EXPECT_EQ(Shown(), "360 29 60 255") << "red, and still 360";
-    QTest::keyClicks(Line(kFirstEdit + 2), "0");
-    EXPECT_EQ(Shown(), "360 29 0 255") << "black keeps hue and saturation";
-}
-
-TEST_F(ColourPanel, ADragOnAChannelsButtonScrubsItsNumber)
-{
-    auto* green = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
-    Mouse(green, QEvent::MouseButtonPress, {5, 5});
-    Mouse(green, QEvent::MouseMove, {25, 5});
-    Mouse(green, QEvent::MouseButtonRelease, {25, 5});
-    EXPECT_EQ(Heard(), "0:ff337a99 2:ff337a99");
-    EXPECT_EQ(green->GetCheck(), 0);
-    Mouse(green, QEvent::MouseButtonPress, {5, 5});
-    Mouse(green, QEvent::MouseMove, {5, 25});
-    QTest::keyClick(green, Qt::Key_Escape);
-    EXPECT_EQ(Heard(), "0:ff336699 2:ff337a99");
-    panel->SetEnableState(kKvColorPanelAlpha);
-    Mouse(green, QEvent::MouseButtonPress, {5, 5});
-    Mouse(green, QEvent::MouseMove, {25, 5});
-    Mouse(green, QEvent::MouseButtonRelease, {25, 5});
-    EXPECT_EQ(Heard(), "");
-    EXPECT_EQ(panel->GetColor(), 0xFF337A99u);
-}
-
 TEST_F(ColourPanel, ArrowsWalkTheButtonsAndEnterAndEscapeAreTheHosts)
 {
     auto* red = Get<CKvRadioBitmapButton>(kFirstChannel);
@@ -476,204 +365,6 @@ TEST_F(ColourPanel, ArrowsWalkTheButtonsAndEnterAndEscapeAreTheHosts)
         EXPECT_FALSE(event.isAccepted());
         EXPECT_TRUE(panel->isVisible());
     }
-}
-
-TEST_F(ColourPanel, AHostMaySetColourInItsHandler)
-{
-    onMessage = [this] { panel->SetColor(panel->GetColor() & 0xFFF0F0F0u); };
-    Mouse(Map(kSlider), QEvent::MouseButtonPress, {3, -1});
-    EXPECT_EQ(Shown(), "240 96 144 255");
-    Mouse(Map(kSlider), QEvent::MouseButtonRelease, {3, -1});
-    EXPECT_EQ(Heard(), "0:ffff6699 2:fff06090");
-    QLineEdit* line = Line(kFirstEdit);
-    QTest::keyClicks(line, "9");
-    QTest::keyClick(line, Qt::Key_Escape);
-    EXPECT_EQ(panel->GetColor(), 0xFFF06090u);
-    EXPECT_EQ(Heard(), "0:ff096090 2:fff06090");
-}
-
-// Escape takes back what the user did, not what the host set meanwhile.
-TEST_F(ColourPanel, AHostMaySetColourInTheMiddleOfAScrub)
-{
-    auto* const green = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
-    Mouse(green, QEvent::MouseButtonPress, {5, 5});
-    Mouse(green, QEvent::MouseMove, {25, 5});
-    panel->SetColor(0xFF102030u);
-    Mouse(green, QEvent::MouseMove, {35, 5});
-    QTest::keyClick(green, Qt::Key_Escape);
-    EXPECT_EQ(Shown(), "16 32 48 255");
-    EXPECT_EQ(Heard(), "0:ff337a99 1:ff108430 2:ff102030") << "a scrub follows the pointer";
-}
-
-TEST_F(ColourPanel, IsMirroredWhereTextRunsFromTheRight)
-{
-    panel->setLayoutDirection(Qt::RightToLeft);
-    auto* const rgb = Get<CKvRadioBitmapButton>(kRgb);
-    EXPECT_GT(rgb->x(), panel->GetDlgItem(kHsb)->x());
-    rgb->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(rgb, Qt::Key_Left);
-    EXPECT_EQ(panel->IsHSBMode(), 1) << "the one to the left";
-    Click(kRgb);
-    auto* const red = Get<CKvRadioBitmapButton>(kFirstChannel);
-    Mouse(red, QEvent::MouseButtonPress, {5, 5});
-    Mouse(red, QEvent::MouseMove, {25, 5});
-    Mouse(red, QEvent::MouseButtonRelease, {25, 5});
-    EXPECT_EQ(Heard(), "0:ff476699 2:ff476699") << "to the right raises all the same";
-}
-
-TEST_F(ColourPanel, MayBeDeletedByEachOfItsMessages)
-{
-    const std::function<void()> uses[] = {
-        [this] {
-            Mouse(Map(kMap), QEvent::MouseButtonPress, {3, 3});
-        },
-        [this] { QTest::keyClick(Map(kAlpha), Qt::Key_Down); },
-        [this] { QTest::keyClicks(Line(kFirstEdit), "7"); },
-        [this] { QTest::keyClick(Line(kFirstEdit), Qt::Key_Up); },
-        [this] {
-            onMessage = {};
-            QLineEdit* line = Line(kFirstEdit);
-            QTest::keyClicks(line, "7");
-            onMessage = [this] { delete panel; };
-            QTest::keyClick(line, Qt::Key_Tab);
-        },
-        [this] {
-            onMessage = {};
-            QTest::keyClicks(Line(kFirstEdit), "7");
-            onMessage = [this] { delete panel; };
-            panel->SetEnableState(kKvColorPanelAlpha);
-        },
-        [this] { Swatch(-1, 1); },
-        [this] { Swatch(0, 1); },
-        [this] {
-            QApplication::clipboard()->setText("#123456");
-            QTest::keyClick(Line(kFirstEdit), Qt::Key_V, Qt::ControlModifier);
-        },
-        [this] {
-            auto* red = Get<CKvRadioBitmapButton>(kFirstChannel);
-            Mouse(red, QEvent::MouseButtonPress, {5, 5});
-            Mouse(red, QEvent::MouseMove, {25, 5});
-        },
-    };
-    for (const auto& use : uses) {
-        Renew();
-        onMessage = [this] { delete panel; };
-        use();
-        QCoreApplication::sendPostedEvents();
-        EXPECT_TRUE(panel.isNull());
-    }
-}
-
-TEST_F(ColourPanel, EndsWhatIsOpenWhenItIsLostAndMayBeDeletedThen)
-{
-    const std::pair<const char*, std::function<void()>> drags[] = {
-        {"field",
-         [this] {
-             Mouse(Map(kMap), QEvent::MouseButtonPress, {5, 5});
-         }},
-        {"channel's button",
-         [this] {
-             auto* green = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
-             Mouse(green, QEvent::MouseButtonPress, {5, 5});
-             Mouse(green, QEvent::MouseMove, {25, 5});
-         }},
-        {"edit's border",
-         [this] {
-             Mouse(Edit(kFirstEdit), QEvent::MouseButtonPress, {1, 5});
-             Mouse(Edit(kFirstEdit), QEvent::MouseMove, {25, 5});
-         }},
-        {"typing", [this] { QTest::keyClicks(Line(kFirstEdit), "9"); }},
-    };
-    QWidget other;
-    other.show();
-    const std::pair<const char*, std::function<void()>> losses[] = {
-        {"deactivated", [&] { QApplication::setActiveWindow(&other); }},
-        {"parent hidden", [&] { parent.hide(); }},
-        {"parent disabled", [&] { parent.setEnabled(false); }},
-        {"hidden", [&] { panel->hide(); }},
-        {"disabled", [&] { panel->setEnabled(false); }},
-        {"OnEnable", [&] { panel->OnEnable(0); }},
-        {"moved to another parent", [&] { panel->setParent(&other); }},
-        {"destroyed", [&] { panel->DestroyWindow(); }},
-    };
-    for (const auto& [drag, begin] : drags) {
-        for (const auto& [loss, lose] : losses) {
-            for (const bool isDeleted : {false, true}) {
-                SCOPED_TRACE(testing::Message() << drag << ", " << loss << ", " << isDeleted);
-                parent.setEnabled(true);
-                Renew();
-                begin();
-                ASSERT_EQ(Heard().left(2), "0:");
-                if (isDeleted)
-                    onMessage = [this] { delete panel; };
-                lose();
-                QApplication::processEvents();
-                EXPECT_EQ(panel.isNull(), isDeleted);
-                EXPECT_TRUE(heard.startsWith("2:") && heard.count(':') == 1) << heard.toStdString();
-            }
-        }
-    }
-}
-
-TEST_F(ColourPanel, SaysNothingWhenItsParentDiesInADrag)
-{
-    auto* owner = new QWidget;
-    int messages = 0;
-    auto* owned = new CKvColorPanel;
-    QObject::connect(owned, &CKvColorPanel::ColorChanged, [&] { ++messages; });
-    owned->Create(owner);
-    owned->show();
-    owner->show();
-    QWidget* const green = owned->GetDlgItem(kFirstChannel + 1);
-    Mouse(green, QEvent::MouseButtonPress, {5, 5});
-    Mouse(green, QEvent::MouseMove, {25, 5});
-    EXPECT_EQ(std::exchange(messages, 0), 1);
-    delete owner;
-    QApplication::processEvents();
-    EXPECT_EQ(messages, 0);
-}
-
-TEST_F(ColourPanel, APopupEndsAScrub)
-{
-    auto* green = Get<CKvRadioBitmapButton>(kFirstChannel + 1);
-    Mouse(green, QEvent::MouseButtonPress, {5, 5});
-    Mouse(green, QEvent::MouseMove, {25, 5});
-    QWidget popup(nullptr, Qt::Popup);
-    popup.show();
-    Mouse(green, QEvent::MouseMove, {5, 5});
-    Mouse(green, QEvent::MouseMove, {45, 5});
-    Mouse(green, QEvent::MouseButtonRelease, {5, 5});
-    EXPECT_EQ(Heard(), "0:ff337a99 2:ff337a99") << "no second scrub";
-    EXPECT_EQ(Map(kMap)->GetLockType(), 1) << "and no click";
-}
-
-TEST_F(ColourPanel, RunsDoNotNestAndCountFromWhatTheLastOneLeft)
-{
-    const std::pair<std::function<void()>, const char*> cases[] = {
-        {[this] {
-             Mouse(Map(kMap), QEvent::MouseButtonPress, {-1, 9999});
-         },
-         "1:ffff6699 2:ffff6699 0:ffff0000"},
-        {[this] {
-             Mouse(Map(kAlpha), QEvent::MouseButtonPress, {3, 9999});
-         },
-         "1:ffff6699 2:ffff6699 0:00ff6699"},
-        {[this] { Swatch(0, 0); }, "1:ffff6699 2:ffff6699 0:00ff6699 1:00ff6699 2:00ff6699"},
-        {[this] { Edit(kFirstEdit + 1)->EnterValue(103); },
-         "1:ffff6699 2:ffff6699 0:ffff6799 1:ffff6799 2:ffff6799"},
-    };
-    for (const auto& [use, expected] : cases) {
-        Renew();
-        QTest::keyClicks(Line(kFirstEdit), "999");
-        Heard();
-        use();
-        EXPECT_EQ(Heard(), expected);
-    }
-    Renew();
-    Mouse(Map(kSlider), QEvent::MouseButtonPress, {3, -1});
-    QTest::keyClick(Line(kFirstEdit + 1), Qt::Key_Up);
-    Mouse(Map(kSlider), QEvent::MouseMove, {3, 9});
-    EXPECT_EQ(Heard(), "0:ffff6699 2:ffff6699 0:ffff6799 1:ffff6799 2:ffff6799");
 }
 
 TEST_F(ColourPanel, DoesNothingBeforeItIsCreated)

@@ -52,7 +52,7 @@ inline QStringList UseContextMenu(QWidget& control, QPoint at, const QString& ch
 }
 
 /// Drags something over a point and drops it. @return whether the drop was taken.
-inline bool Drop(QWidget& control, QPointF at, QMimeData& data)
+inline bool Drop(QWidget& control, QPointF at, const QMimeData& data)
 {
     QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&control, &enter);

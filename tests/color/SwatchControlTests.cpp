@@ -269,24 +269,38 @@ TEST_F(SwatchGrid, TakesAndGivesColours)
     EXPECT_FALSE(DropText(*control, {35, 5}, "#456"));
 }
 
-TEST_F(SwatchGrid, TakesTheFourBytesOfAColour)
+TEST_F(SwatchGrid, TakesBinaryColoursOfFourBytes)
 {
+    constexpr QPointF kSwatch(35, 5);
+    constexpr QPointF kAlphaCell(30, 75);
+    constexpr DWORD kBefore = 0xFF00FF00u;
     const struct
     {
         const char* bytes;
-        const char* text;
-        std::uint32_t colour; ///< of the swatch afterwards
-    } cases[] = {{"44332211", "#789", 0x11223344u},
-                 {"443322", "#789", 0xFF778899u},
-                 {"4433221100", nullptr, 0xFF778899u},
-                 {"", "#456", 0xFF445566u}};
+        const char* text; ///< beside it
+        QPointF at;
+        DWORD colour;
+    } cases[] = {
+        {"332211ff", "", kSwatch, 0xFF112233u},        {"33221100", "", kSwatch, 0x00112233u},
+        {"332211ff", "#445566", kSwatch, 0xFF112233u}, {"", "", kSwatch, kBefore},
+        {"33", "", kSwatch, kBefore},                  {"332211", "", kSwatch, kBefore},
+        {"332211ff00", "", kSwatch, kBefore},          {"332211ff332211ff", "", kSwatch, kBefore},
+        {"332211", "#445566", kSwatch, 0xFF445566u},   {"332211ff", "", kAlphaCell, kBefore},
+        {"332211", "", kAlphaCell, kBefore},           {"332211ff00", "#445566", kAlphaCell, kBefore},
+    };
     for (const auto& one : cases) {
+        SCOPED_TRACE(testing::Message() << one.bytes << ' ' << one.text << " at " << one.at.y());
+        Renew();
+        const QByteArray before = FileText();
         QMimeData data;
         data.setData(kFormat, QByteArray::fromHex(one.bytes));
-        if (one.text)
+        if (*one.text)
             data.setText(one.text);
-        EXPECT_EQ(Drop(*control, {35, 5}, data), one.colour != control->GetCellColor(1));
-        EXPECT_EQ(control->GetCellColor(1), one.colour) << one.bytes;
+        EXPECT_EQ(Drop(*control, one.at, data), one.colour != kBefore);
+        EXPECT_EQ(control->GetCellColor(1), one.colour);
+        EXPECT_EQ(FileText() == before, one.colour == kBefore);
+        EXPECT_EQ(control->GetCellColor(0), 0x80FF0000u);
+        EXPECT_EQ(Heard(), "");
     }
 }
 

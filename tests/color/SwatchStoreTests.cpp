@@ -3,6 +3,7 @@
 #include "core/Text.h"
 #include "tests/core/TemporaryFolder.h"
 
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 
@@ -105,48 +106,6 @@ TEST(SwatchStore, NamesMayBeOfAnyCaseAndValuesQuoted)
     EXPECT_EQ(bytes.find("Color_1"), std::string::npos) << bytes;
 }
 
-#ifndef _WIN32
-TEST(SwatchStore, TwoProcessesThatSaveAtOnceLeaveAWholeFile)
-{
-    const TemporaryFolder folder;
-    const std::wstring path = folder.Wide("swatches.ini");
-    ASSERT_TRUE(InstallFactorySwatches(path));
-    const std::uint32_t colours[] = {0xFF010101u, 0x80FEFEFEu};
-    std::array<pid_t, 2> children{};
-    for (std::size_t i = 0; i < children.size(); ++i) {
-        children[i] = fork();
-        ASSERT_NE(children[i], -1);
-        if (children[i] != 0)
-            continue;
-        SwatchStore store;
-        bool isWritten = store.Read(path, SwatchSet::Altered);
-        for (int swatch = 0; swatch < store.Count(); ++swatch)
-            store.SetColour(swatch, colours[i]);
-        for (int save = 0; save < 50; ++save)
-            isWritten = store.Write(path) && isWritten;
-        _exit(isWritten ? 0 : 1);
-    }
-    const auto isOneProcess = [&](const Colours& read) {
-        return read == Colours(32, colours[0]) || read == Colours(32, colours[1]);
-    };
-    SwatchStore store;
-    int running = 2;
-    while (running > 0) {
-        EXPECT_TRUE(store.Read(path, SwatchSet::Altered));
-        int status = 0;
-        for (pid_t& child : children)
-            if (child != 0 && waitpid(child, &status, WNOHANG) == child) {
-                EXPECT_EQ(status, 0);
-                child = 0;
-                --running;
-            }
-        EXPECT_TRUE(isOneProcess(store.Colours()) || store.Colours()[0] == 0xFFEB1010u)
-            << "or still the factory's";
-    }
-    EXPECT_TRUE(store.Read(path, SwatchSet::Altered) && isOneProcess(store.Colours()));
-}
-#endif
-
 TEST(SwatchProfile, FactoryIsWhole)
 {
     const ProfileDocument profile(FactorySwatchProfile());
@@ -247,6 +206,80 @@ TEST(SwatchStore, TheMostSwatchesAreWrittenAndRead)
     ASSERT_TRUE(next.Initialise(path, false));
     EXPECT_EQ(next.Colours(), store.Colours());
 }
+
+#ifndef _WIN32
+// One of two processes that share a profile: its swatches are all of its one colour.
+class Saver
+{
+public:
+    Saver(const std::wstring& path, const Colours& both, std::size_t own)
+    {
+        if (::pipe(m_orders.data()) != 0)
+            return;
+        m_process = ::fork();
+        if (m_process != 0)
+            return;
+        ::close(m_orders[1]);
+        char order = 0;
+        bool isRight = true;
+        while (::read(m_orders[0], &order, 1) == 1)
+            isRight = isRight && Save(path, both, own);
+        ::_exit(isRight ? 0 : 1);
+    }
+    void Order(int saves) const
+    {
+        const std::string orders(static_cast<std::size_t>(saves), '.');
+        EXPECT_EQ(::write(m_orders[1], orders.data(), orders.size()), saves);
+    }
+    /// @return whether all of its saves went well.
+    bool Finish()
+    {
+        ::close(m_orders[0]);
+        ::close(m_orders[1]);
+        int status = -1;
+        return m_process > 0 && ::waitpid(m_process, &status, 0) == m_process && status == 0;
+    }
+
+private:
+    static bool Save(const std::wstring& path, const Colours& both, std::size_t own)
+    {
+        SwatchStore store;
+        if (!store.Read(path, SwatchSet::Altered))
+            return false;
+        for (int index = 0; index < store.Count(); ++index)
+            store.SetColour(index, both[own]);
+        if (!store.Write(path) || !store.Read(path, SwatchSet::Altered))
+            return false;
+        const Colours& read = store.Colours();
+        return std::count(read.begin(), read.end(), both[0]) == store.Count() ||
+               std::count(read.begin(), read.end(), both[1]) == store.Count();
+    }
+
+    std::array<int, 2> m_orders{-1, -1};
+    ::pid_t m_process = -1;
+};
+
+TEST(SwatchStore, TwoProcessesThatSaveLeaveTheWholeFileOfTheLast)
+{
+    const TemporaryFolder folder;
+    folder.Put("swatches.ini", "[SolidColorTemplate_Head]\nTemplateLine=10\nColors Per Line=40\n");
+    const std::wstring path = folder.Wide("swatches.ini");
+    const Colours both{0xFF102030u, 0x80405060u};
+    for (const std::size_t last : {0u, 1u}) {
+        Saver one(path, both, last);
+        Saver other(path, both, 1 - last);
+        one.Order(20);
+        other.Order(20);
+        EXPECT_TRUE(other.Finish());
+        one.Order(1);
+        EXPECT_TRUE(one.Finish());
+        SwatchStore store;
+        ASSERT_TRUE(store.Read(path, SwatchSet::Altered));
+        EXPECT_EQ(store.Colours(), Colours(400, both[last]));
+        EXPECT_EQ(folder.Count(), 1) << "nothing is left beside it";
+    }
+}
+#endif
 
 } // namespace
 } // namespace kv

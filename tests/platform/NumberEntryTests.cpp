@@ -2,6 +2,7 @@
 #include "platform/NumberEntry.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -38,7 +39,9 @@ TEST(NumberText, IsReadAsAWholeNumber)
                  {L"1.5", {}},
                  {L"#112233", {}},
                  {L"12 3", {}},
-                 {L"9999999999", 2147483647}};
+                 {L"9999999999", 2147483647},
+                 {L"-2147483648", std::numeric_limits<int>::min()},
+                 {L"-9999999999", std::numeric_limits<int>::min()}};
     for (const auto& one : cases)
         EXPECT_EQ(kv::ParseWholeNumber(one.text), one.number) << testing::PrintToString(one.text);
 }

@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 
 namespace {
@@ -140,14 +141,92 @@ TEST_F(ParamEdit, PastesNumbersAndHandsOtherTextsOn)
 {
     int foreign = 0;
     QObject::connect(edit, &CKvParamEdit::ForeignPasted, [&foreign] { ++foreign; });
-    QApplication::clipboard()->setText(" 42 ");
-    QTest::keyClick(line, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(Heard(), "0:42");
-    edit->EndTyping();
-    QApplication::clipboard()->setText("#123456");
-    QTest::keyClick(line, Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(foreign, 1);
-    EXPECT_EQ(line->text(), "42");
+    const struct
+    {
+        const char* pasted;
+        const char* text;
+        const char* heard;
+        int foreign;
+    } cases[] = {{" 42 ", "42", "0:42 2:42", 0},
+                 {"+5", "5", "0:5 2:5", 0},
+                 {"-5", "0", "0:0 2:0", 0},
+                 {"+", "50", "", 1},
+                 {"99999999999", "2147483647", "0:100 2:100", 0},
+                 {"#123456", "50", "", 1}};
+    for (const auto& one : cases) {
+        edit->SetValue(50);
+        line->selectAll();
+        QApplication::clipboard()->setText(one.pasted);
+        QTest::keyClick(line, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(line->text(), one.text);
+        edit->EndTyping();
+        EXPECT_EQ(Heard(), one.heard) << one.pasted;
+        EXPECT_EQ(std::exchange(foreign, 0), one.foreign) << one.pasted;
+    }
+}
+
+TEST_F(ParamEdit, TakesNumbersOfTenDigits)
+{
+    constexpr int kLeast = std::numeric_limits<int>::min();
+    constexpr int kMost = std::numeric_limits<int>::max();
+    const struct
+    {
+        int minimum, maximum;
+        const char* typed;
+        int number;
+    } cases[] = {
+        {0, kMost, "2147483647", kMost},
+        {0, kMost, "2147483646", kMost - 1},
+        {0, kMost, "2147483648", kMost},
+        {0, kMost, "9999999999", kMost},
+        {0, kMost, "21474836470", kMost}, // no room for the last one
+        {kLeast, kMost, "-2147483648", kLeast},
+        {kLeast, kMost, "-9999999999", kLeast},
+        {kLeast, -1, "5", -1},
+    };
+    for (const auto& one : cases) {
+        edit->SetValueRange(one.minimum, one.maximum);
+        edit->SetValue(one.minimum / 2);
+        line->selectAll();
+        QTest::keyClicks(line, one.typed);
+        EXPECT_TRUE(QString(one.typed).startsWith(line->text())) << "it is shown until it is committed";
+        QTest::keyClick(line, Qt::Key_Return);
+        EXPECT_EQ(edit->GetValue(), one.number) << one.typed;
+        EXPECT_EQ(line->text(), QString::number(one.number));
+        const std::string last = "2:" + std::to_string(one.number);
+        EXPECT_TRUE(QString::fromStdString(Heard()).endsWith(QString::fromStdString(last))) << one.typed;
+    }
+    edit->SetValueRange(kLeast, kMost);
+    for (const auto& [end, key] : {std::pair(kMost, Qt::Key_PageUp), std::pair(kLeast, Qt::Key_PageDown)}) {
+        edit->SetValue(end - end / 500'000'000);
+        QTest::keyClick(line, key);
+        EXPECT_EQ(edit->GetValue(), end);
+        Heard();
+        QTest::keyClick(line, key);
+        EXPECT_EQ(Heard(), "") << end;
+    }
+}
+
+TEST_F(ParamEdit, IsReachedByTabOnlyWithItsStyle)
+{
+    for (const UINT style : {UINT{WS_TABSTOP}, UINT{0}}) {
+        QWidget window;
+        QLineEdit before(&window);
+        CKvParamEdit between;
+        between.Create(WS_CHILD | WS_VISIBLE | style, &window, kId);
+        QLineEdit behind(&window);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QWidget* const field = between.findChild<QLineEdit*>();
+        before.setFocus();
+        QTest::keyClick(&before, Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), style ? field : &behind);
+        behind.setFocus();
+        QTest::keyClick(&behind, Qt::Key_Backtab);
+        EXPECT_EQ(QApplication::focusWidget(), style ? field : &before);
+        between.setFocus();
+        EXPECT_TRUE(field->hasFocus()) << "by the host";
+    }
 }
 
 TEST_F(ParamEdit, MayBeDeletedByEachOfItsMessages)
