@@ -1,6 +1,7 @@
 // What the user does to the four-corner control, what its parent hears of it, and what it shows.
 #include "KvQuadGradCtrl.h"
 #include "tests/color/ControlEvents.h"
+#include "tests/color/PlainQuad.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -218,6 +219,64 @@ TEST_F(QuadControl, FillsImages)
     QImage none;
     KvFillQuadGradient(none, {0, 0, 4, 4}, corners);
     KvFillQuadGradient(image, {0, 0, 4, 4}, nullptr);
+}
+
+TEST(QuadFill, OfAnImageIsExactInEveryFormatAndAtEveryRatio)
+{
+    const std::pair<QImage::Format, kv::PixelFormat> formats[] = {
+        {QImage::Format_ARGB32, kv::PixelFormat::Argb32},
+        {QImage::Format_ARGB32_Premultiplied, kv::PixelFormat::Argb32Premultiplied},
+        {QImage::Format_RGB32, kv::PixelFormat::Rgb32},
+    };
+    const kv::QuadColours gradients[] = {{0xFFFF0000u, 0xFF00FF00u, 0xFF0000FFu, 0xFFFF00FFu},
+                                         {0xC0FF8000u, 0x4000FF40u, 0xFF2000FFu, 0x20FFFFFFu}};
+    const CRect rects[] = {{0, 0, 41, 27}, {7, 3, 30, 20}, {-9, 5, 60, 33}};
+    constexpr int kSpare = 8; // bytes behind each row
+    const auto pixelOf = [](const QImage& image, int i, int j) {
+        return reinterpret_cast<const DWORD*>(image.constScanLine(j))[i];
+    };
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        const int width = qRound(41 * ratio);
+        const int height = qRound(27 * ratio);
+        for (const auto& [format, meant] : formats) {
+            for (const kv::QuadColours& corners : gradients) {
+                for (const CRect& rect : rects) {
+                    SCOPED_TRACE(testing::Message()
+                                 << ratio << ", format " << format << ", from " << rect.left);
+                    std::vector<uchar> bytes(static_cast<std::size_t>((4 * width + kSpare) * height), 9);
+                    QImage image(bytes.data(), width, height, 4 * width + kSpare, format);
+                    for (int j = 0; j < height; ++j) {
+                        for (int i = 0; i < width; ++i) { // of every alpha, premultiplied or not
+                            const auto alpha = static_cast<DWORD>((37 * i + 11 * j) % 256);
+                            reinterpret_cast<DWORD*>(image.scanLine(j))[i] =
+                                kv::MakeColour(alpha, alpha / 2, alpha, alpha / 3);
+                        }
+                    }
+                    const QImage before = image.copy();
+                    image.setDevicePixelRatio(ratio);
+                    KvFillQuadGradient(image, rect, corners.data());
+                    const double worst = WorstError(
+                        {width, height}, {rect, ratio, meant}, corners,
+                        [&, image = &before](int i, int j) { return pixelOf(*image, i, j); },
+                        [&](int i, int j) { return pixelOf(image, i, j); });
+                    EXPECT_LE(worst, 2.0);
+                    EXPECT_EQ(image.constBits(), bytes.data()) << "in place";
+                    EXPECT_EQ(std::count(bytes.end() - kSpare, bytes.end(), 9), kSpare);
+                }
+            }
+        }
+    }
+}
+
+TEST(QuadFill, LeavesACopyOfTheImageAlone)
+{
+    QImage image(4, 4, QImage::Format_ARGB32);
+    image.fill(0xFF101010u);
+    const QImage copy = image;
+    const DWORD white[4] = {0xFFFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu, 0xFFFFFFFFu};
+    KvFillQuadGradient(image, {0, 0, 4, 4}, white);
+    EXPECT_EQ(image.pixel(2, 2), 0xFFFFFFFFu);
+    EXPECT_EQ(copy.pixel(2, 2), 0xFF101010u);
 }
 
 TEST_F(QuadControl, CornersAreNamed)

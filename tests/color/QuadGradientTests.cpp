@@ -1,9 +1,7 @@
 // The four-corner fill against the same fan reckoned pixel by pixel.
-#include "color/GradientColour.h"
-#include "color/QuadGradient.h"
 #include "tests/color/PixelPicture.h"
+#include "tests/color/PlainQuad.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -12,86 +10,14 @@ namespace {
 using kv::PixelFormat;
 using kv::QuadColours;
 
-using Channels = std::array<double, 4>; // alpha, red, green, blue
-
-Channels ChannelsOf(std::uint32_t colour)
-{
-    return {kv::AlphaOf(colour) + 0.0, kv::RedOf(colour) + 0.0, kv::GreenOf(colour) + 0.0,
-            kv::BlueOf(colour) + 0.0};
-}
-
-// The gradient's own colour at a place, by barycentric weights in the triangle that holds it.
-Channels Fan(const QuadColours& corners, double x, double y)
-{
-    const Channels tl = ChannelsOf(corners[0]);
-    const Channels tr = ChannelsOf(corners[1]);
-    const Channels bl = ChannelsOf(corners[2]);
-    const Channels br = ChannelsOf(corners[3]);
-    const Channels centre = ChannelsOf(kv::QuadCentre(corners));
-    const auto in = [&](const Channels& first, const Channels& second, double depth, double along) {
-        Channels mixed{};
-        for (std::size_t c = 0; c < 4; ++c)
-            mixed[c] = first[c] * (1 - along - depth) + second[c] * (along - depth) + centre[c] * 2 * depth;
-        return mixed;
-    };
-    const double depth = std::min({x, y, 1 - x, 1 - y});
-    if (depth == y)
-        return in(tl, tr, depth, x);
-    if (depth == x)
-        return in(tl, bl, depth, y);
-    return depth == 1 - x ? in(tr, br, depth, y) : in(bl, br, depth, x);
-}
-
-// Drawn over a pixel, without any rounding.
-Channels Over(const Channels& top, std::uint32_t pixel, PixelFormat format)
-{
-    const double alpha = top[0] / 255;
-    Channels below = ChannelsOf(pixel);
-    if (format == PixelFormat::Rgb32)
-        below[0] = 255;
-    Channels out{};
-    out[0] = top[0] + below[0] * (1 - alpha);
-    for (std::size_t c = 1; c < 4; ++c) {
-        if (format == PixelFormat::Argb32)
-            out[c] = out[0] > 0 ? (top[c] * top[0] + below[c] * below[0] * (1 - alpha)) / out[0] : 0;
-        else
-            out[c] = top[c] * alpha + below[c] * (1 - alpha);
-    }
-    return out;
-}
-
-struct Fill
-{
-    CRect rect;
-    double ratio = 1;
-    PixelFormat format = PixelFormat::Argb32;
-};
-
 // The largest difference of any channel, after one fill.
-double WorstError(PixelPicture& picture, const Fill& fill, const QuadColours& corners)
+double WorstError(PixelPicture& picture, const PlainFill& fill, const QuadColours& corners)
 {
     const PixelPicture before = picture;
-    const kv::DeviceGrid grid(fill.ratio);
-    kv::FillQuadGradient(picture.View(), fill.format, grid, fill.rect, corners);
-    double worst = 0;
-    for (int j = 0; j < picture.height; ++j) {
-        for (int i = 0; i < picture.width; ++i) {
-            if (i < grid.Edge(fill.rect.left) || i >= grid.Edge(fill.rect.right) ||
-                j < grid.Edge(fill.rect.top) || j >= grid.Edge(fill.rect.bottom)) {
-                worst = picture.At(i, j) == before.At(i, j) ? worst : 1000;
-                continue;
-            }
-            const double x = std::max((i / fill.ratio - fill.rect.left) / fill.rect.Width(), 0.0);
-            const double y = std::max((j / fill.ratio - fill.rect.top) / fill.rect.Height(), 0.0);
-            const Channels exact = Over(Fan(corners, x, y), before.At(i, j), fill.format);
-            const Channels drawn = ChannelsOf(picture.At(i, j));
-            // Where next to nothing is seen of a straight colour, it has no digits to be right in.
-            const bool counts = fill.format != PixelFormat::Argb32 || exact[0] >= 1;
-            for (std::size_t c = 0; c < (counts ? 4u : 1u); ++c)
-                worst = std::max(worst, std::fabs(drawn[c] - exact[c]));
-        }
-    }
-    return worst;
+    kv::FillQuadGradient(picture.View(), fill.format, kv::DeviceGrid(fill.ratio), fill.rect, corners);
+    return WorstError(
+        {picture.width, picture.height}, fill, corners, [&](int i, int j) { return before.At(i, j); },
+        [&](int i, int j) { return picture.At(i, j); });
 }
 
 constexpr PixelFormat kFormats[] = {PixelFormat::Argb32, PixelFormat::Argb32Premultiplied,
@@ -114,7 +40,7 @@ TEST(QuadGradient, FollowsTheFanWhateverTheSizeAndTheColours)
             pixel = kv::MakeColour(alpha, alpha / 2, alpha, static_cast<std::uint32_t>(below(3)) * alpha / 2);
         }
         constexpr double ratios[] = {1, 1.25, 1.5, 2};
-        Fill fill{{}, ratios[below(4)], kFormats[below(3)]};
+        PlainFill fill{{}, ratios[below(4)], kFormats[below(3)]};
         fill.rect.left = below(60) - 30;
         fill.rect.top = below(40) - 20;
         fill.rect.right = fill.rect.left + 1 + below(picture.width + 20);

@@ -281,12 +281,18 @@ TEST_F(SwatchGrid, TakesBinaryColoursOfFourBytes)
         QPointF at;
         DWORD colour;
     } cases[] = {
-        {"332211ff", "", kSwatch, 0xFF112233u},        {"33221100", "", kSwatch, 0x00112233u},
-        {"332211ff", "#445566", kSwatch, 0xFF112233u}, {"", "", kSwatch, kBefore},
-        {"33", "", kSwatch, kBefore},                  {"332211", "", kSwatch, kBefore},
-        {"332211ff00", "", kSwatch, kBefore},          {"332211ff332211ff", "", kSwatch, kBefore},
-        {"332211", "#445566", kSwatch, 0xFF445566u},   {"332211ff", "", kAlphaCell, kBefore},
-        {"332211", "", kAlphaCell, kBefore},           {"332211ff00", "#445566", kAlphaCell, kBefore},
+        {"332211ff", "", kSwatch, 0xFF112233u},
+        {"33221100", "", kSwatch, 0x00112233u},
+        {"332211ff", "#445566", kSwatch, 0xFF112233u},
+        {"", "", kSwatch, kBefore},
+        {"33", "", kSwatch, kBefore},
+        {"332211", "", kSwatch, kBefore},
+        {"332211ff00", "", kSwatch, kBefore},
+        {"332211ff332211ff", "", kSwatch, kBefore},
+        {"332211", "#445566", kSwatch, 0xFF445566u},
+        {"332211ff", "", kAlphaCell, kBefore},
+        {"332211", "", kAlphaCell, kBefore},
+        {"332211ff00", "#445566", kAlphaCell, kBefore},
     };
     for (const auto& one : cases) {
         SCOPED_TRACE(testing::Message() << one.bytes << ' ' << one.text << " at " << one.at.y());
