@@ -14,6 +14,7 @@ QColor Mix(const QColor& from, const QColor& to, int percent)
 constexpr const char* kSheet = R"(
 CKvDialog { background: @window; color: @text; }
 CKvDialog > QLabel { background: transparent; color: @hint; border: none; padding: 0; margin: 0; }
+CKvDialog > QLabel:disabled { color: @disabled; }
 CKvDialog > QPushButton { background: @button; color: @text; border: 1px solid @border;
     border-radius: 3px; padding: 0; margin: 0; min-width: 0; min-height: 0; }
 CKvDialog > QPushButton:default { border-color: @strong; }
