@@ -2,7 +2,7 @@
 // The plain way (every file offered to every base) stands beside it for as long as it is bearable.
 #include "KvFileNaming.h"
 #include "naming/MediaGrouper.h"
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -4,7 +4,7 @@
 #include "KvFileNaming.h"
 #include "core/Wildcard.h"
 #include "naming/NamePattern.h"
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <algorithm>
 #include <array>

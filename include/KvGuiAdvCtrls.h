@@ -21,6 +21,8 @@
 #include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"
+#include "KvScroll.h"
+#include "KvScrollHelpers.h"
 #include "KvSolidColorTemplate.h"
 #include "KvSubTitleTxtListEditor.h"
 #include "KvTextEditListCtrl.h"

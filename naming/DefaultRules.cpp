@@ -1,6 +1,6 @@
 #include "naming/DefaultRules.h"
 
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <array>
 

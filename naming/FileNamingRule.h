@@ -2,7 +2,7 @@
 #pragma once
 
 #include "KvFileNaming.h"
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <optional>
 #include <string>

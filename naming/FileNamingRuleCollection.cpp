@@ -1,5 +1,5 @@
 #include "KvFileNaming.h"
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <cstddef>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "naming/MediaRules.h"
 
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <utility>
 

@@ -6,7 +6,7 @@
 #include "core/WholeFile.h"
 #include "naming/DefaultRules.h"
 #include "naming/FileNamingRule.h"
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <algorithm>
 #include <cstddef>

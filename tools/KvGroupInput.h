@@ -3,7 +3,7 @@
 
 #include "KvFileNaming.h"
 #include "naming/MediaNames.h"
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <cstdio>
 #include <string>

@@ -5,7 +5,7 @@
 #include "naming/MediaGrouper.h"
 #include "naming/MediaReport.h"
 #include "naming/MediaTextOrder.h"
-#include "naming/RefCounted.h"
+#include "core/RefCounted.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

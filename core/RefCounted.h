@@ -1,4 +1,4 @@
-// What every reference-counted object of the file naming family has in common.
+// What every reference-counted object that crosses the boundary has in common.
 #pragma once
 
 #include "KvUnknown.h"

@@ -1,0 +1,66 @@
+// The scroll bar that tells its parent in messages, and the scroll helpers.
+#pragma once
+
+#include "KvPlatform.h"
+#include "KvScrollHelpers.h"
+
+#include <QScrollBar>
+
+#include <memory>
+
+/// What a scroll bar was asked for: the low word of wParam.
+enum EKvScrollCode : UINT
+{
+    SB_LINEUP = 0, ///< also to the left
+    SB_LINEDOWN = 1,
+    SB_PAGEUP = 2,
+    SB_PAGEDOWN = 3,
+    SB_THUMBPOSITION = 4, ///< to the bar's position, without a drag or at its end
+    SB_THUMBTRACK = 5,    ///< to the bar's position, while the thumb is dragged
+    SB_TOP = 6,
+    SB_BOTTOM = 7,
+    SB_ENDSCROLL = 8, ///< the thumb was let go
+};
+
+/// A scroll bar from 0 to the largest position of a view, its thumb as long as the view is of the content.
+///
+/// A user's action is sent to the parent as WM_HSCROLL or WM_VSCROLL: the low word of wParam is an
+/// EKvScrollCode, the high one the position's low 16 bits, lParam the bar; the whole position is
+/// `GetScrollPos`. The bar itself stands where it stood until the parent sets it, but for a drag and other
+/// moves of the thumb. The wheel over the bar is the parent's. Setters are silent.
+///
+/// The parent must not delete the bar in its handler. The toolkit's own range is a scaled one where 32 bits
+/// do not reach; hosts use the operations here.
+class KV_API CKvScrollBar : public QScrollBar
+{
+    Q_OBJECT
+
+public:
+    CKvScrollBar();
+    ~CKvScrollBar() override;
+
+    /// Makes the bar a child of `parent`, without ever taking the focus.
+    /// @param orientation Qt::Horizontal sends WM_HSCROLL, Qt::Vertical WM_VSCROLL.
+    /// @param style see `CKvWnd::CreateWnd`. @return 1; 0 for a null parent.
+    int Create(Qt::Orientation orientation, UINT style, const CRect& rect, CWnd* parent, UINT id);
+    /// Shows a line's range and position, and view length ÷ virtual length as the thumb.
+    void SetScroll(IKvScrollLineHelper& line);
+    /// @param position clamped to 0 … range.
+    void SetScrollPos(std::int64_t position);
+    std::int64_t GetScrollPos() const;
+    /// @return the largest position.
+    std::int64_t GetScrollRange() const;
+    /// Looks its colours up again: for the parent's `OnSkinChanged`.
+    void LoadSkin();
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void Act(int action);
+    void Track();
+    void Send(UINT code);
+
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
