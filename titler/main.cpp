@@ -75,8 +75,9 @@ int ExportPictures(const Options& options)
     ProjectError error;
     if (!options.project.isEmpty() && !document.Open(options.project, error))
         return Fail(kFailed, ErrorText(options.project, error));
+    document.ChoosePage(options.page - 1);
     const Project& project = document.Current();
-    QString fault = FrameFault(options, project);
+    QString fault = PlaceFault(options, project);
     if (!fault.isEmpty())
         return Fail(kUsageError, fault);
     if (!options.exportFrame.isEmpty())
@@ -118,6 +119,7 @@ int TakeScreenshot(const Options& options)
     ProjectError error;
     if (!options.project.isEmpty() && !window.Project().Open(options.project, error))
         return Fail(kFailed, ErrorText(options.project, error));
+    window.Project().ChoosePage(options.page - 1);
     if (!options.rules.isEmpty()) {
         if (const QString fault = window.Rules().Load(options.rules); !fault.isEmpty())
             return Fail(kFailed, fault);

@@ -97,6 +97,15 @@ INSTANTIATE_TEST_SUITE_P(
                    "the project has no frame 150: its last one is 149"},
         Invocation{
             "FrameBeyondTheProject", {"--screenshot", "DIR/a.png", "--frame", "150"}, 2, "no frame 150"},
+        Invocation{"PageBeyondTheProject",
+                   {"--export-frame", "DIR/a.png", "--page", "2"},
+                   2,
+                   "the project has no page 2: its last one is 1"},
+        Invocation{"NoPage",
+                   {"--export-frames", "DIR/f", "--page", "0"},
+                   2,
+                   "expected a whole number from 1 to 1000"},
+        Invocation{"PageAlone", {"--page", "1"}, 2, "--page goes with"},
         Invocation{"RangeAlone", {"--range", "1-2"}, 2, "--range goes with --export-frames DIR"},
         Invocation{
             "NoThreads", {"--export-frames", "DIR/f", "--threads", "0"}, 2, "whole number from 1 to 256"},

@@ -333,6 +333,12 @@ INSTANTIATE_TEST_SUITE_P(
                "title.shadow.y: expected a number from -20 to 20,"},
         Broken{"BackgroundStops", "{'version':1,'background':{'gradient':{'stops':[]}}}",
                "background.gradient.stops: expected a list of 2 to 255 elements"},
+        Broken{"FirstPage", "{'version':1,'firstPage':1}", "firstPage: expected an object"},
+        Broken{"PageIsText", "{'version':1,'pages':[{},'x']}", "pages[1]: expected an object"},
+        Broken{"PageField", "{'version':1,'pages':[{},{'title':{'opacity':101}}]}",
+               "pages[1].title.opacity: expected a number from 0 to 100,"},
+        Broken{"TooManyPages", "{'version':1,'pages':[{}" + QByteArray(",{}").repeated(kMostPages - 1) + "]}",
+               "pages: expected a list of 0 to 999 elements, found 1000 elements."},
         Broken{"Colour", Stops("[{'colour':'#12345G'},{}]"), "stops[0].colour: expected a colour such as"}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -28,6 +28,8 @@ struct ColourSelection
     ColourSelection WithTarget(ColourTarget other) const;
     ColourSelection WithStop(int stop) const;
     ColourSelection WithCorner(int corner) const;
+    /// The same target at the first stop and corner of every paint: for another page.
+    ColourSelection AtBegin() const { return ColourSelection{}.WithTarget(target); }
 
     bool operator==(const ColourSelection&) const = default;
 

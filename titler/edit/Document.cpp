@@ -1,5 +1,6 @@
 #include "edit/Document.h"
 
+#include "project/Pages.h"
 #include "window/Texts.h"
 
 #include <algorithm>
@@ -138,6 +139,19 @@ void Document::Select(const ColourSelection& selection)
     emit SelectionChanged();
 }
 
+void Document::ChoosePage(int index)
+{
+    EndRun();
+    EndSession();
+    const int before = m_now.project.pageIndex;
+    titler::ChoosePage(m_now.project, index);
+    if (m_now.project.pageIndex == before)
+        return;
+    m_now.selection = m_now.selection.AtBegin();
+    emit ProjectChanged();
+    emit SelectionChanged();
+}
+
 void Document::Undo()
 {
     EndRun();
@@ -152,12 +166,16 @@ void Document::Redo()
     m_steps.redo();
 }
 
-// What is selected stays where no colour changes, in an undo of the text for example.
+// The page stays where none changes, in an undo of the duration for example, and what is selected stays where
+// no colour changes.
 void Document::Restore(const ProjectState& state)
 {
-    if (!HasSameColours(m_now.project, state.project))
+    Project next = state.project;
+    if (HaveSamePages(m_now.project, next))
+        titler::ChoosePage(next, m_now.project.pageIndex);
+    if (!HasSameColours(m_now.project, next))
         m_now.selection = state.selection;
-    m_now.project = state.project;
+    m_now.project = std::move(next);
     emit ProjectChanged();
     emit SelectionChanged();
 }

@@ -54,6 +54,8 @@ public:
 
     /// Selecting is no step of undo. A run that is open ends: it was about what was selected before.
     void Select(const ColourSelection& selection);
+    /// Likewise of the page that every view is about; an index that is none changes nothing.
+    void ChoosePage(int index);
 
     void Undo();
     void Redo();

@@ -32,7 +32,7 @@ inline EditKind EditKindOf(Property property)
     return static_cast<EditKind>(static_cast<int>(EditKind::FirstProperty) + static_cast<int>(property));
 }
 
-/// A project, and the colour that was selected then, so that undo shows what it changed.
+/// A project, and the page and the colour that were selected then, so that undo shows what it changed.
 struct ProjectState
 {
     Project project;

@@ -1,5 +1,6 @@
 #include "project/Project.h"
 
+#include "project/Pages.h"
 #include "project/ProjectJson.h"
 #include "project/TimeCode.h"
 #include "project/WholeFile.h"
@@ -9,6 +10,7 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <utility>
 
@@ -29,7 +31,9 @@ int LastKeyFrame(const Title& title)
 Retiming RetimingOf(const Project& project, double factor)
 {
     const int duration = project.duration;
-    const int last = std::max(duration, LastKeyFrame(project.title));
+    int last = duration;
+    for (int i = 0; i < PageCount(project); ++i)
+        last = std::max(last, LastKeyFrame(PageAt(project, i).title));
     if (duration * factor > kLongestDuration)
         factor = static_cast<double>(kLongestDuration) / last;
     const int newDuration = std::max(1, static_cast<int>(std::lround(duration * factor)));
@@ -37,6 +41,18 @@ Retiming RetimingOf(const Project& project, double factor)
     if (last > duration)
         behind = std::min(factor, static_cast<double>(kLongestDuration - newDuration) / (last - duration));
     return {duration, newDuration, factor, behind};
+}
+
+bool HasKeys(const Title& title)
+{
+    return std::any_of(title.properties.begin(), title.properties.end(),
+                       [](const Animated& animated) { return animated.IsAnimated(); });
+}
+
+void RetimeKeys(Title& title, const Retiming& retiming)
+{
+    for (Animated& animated : title.properties)
+        Retime(animated, retiming);
 }
 
 } // namespace
@@ -48,16 +64,22 @@ bool LooksSame(const Title& a, const Title& b)
            a.outline == b.outline && a.shadow == b.shadow && a.properties == b.properties;
 }
 
-Project NewProject()
+Page NewPage()
 {
-    Project project;
-    project.title.fill.stops = {
-        {0xFFFFF3D6, 0.0f, 0.5f}, {0xFFFFB347, 0.45f, 0.5f}, {0xFFE8505B, 1.0f, 0.5f}};
-    Paint& background = project.background;
+    Page page;
+    page.title.fill.stops = {{0xFFFFF3D6, 0.0f, 0.5f}, {0xFFFFB347, 0.45f, 0.5f}, {0xFFE8505B, 1.0f, 0.5f}};
+    Paint& background = page.background;
     background.colour = 0xFF000000;
     background.stops = {{0xFF2B3A55, 0.0f, 0.5f}, {0xFF0B1018, 1.0f, 0.5f}};
     background.angle = 90;
     background.corners = {0xFF24405E, 0xFF3A2E5C, 0xFF0F1E2E, 0xFF1B1230};
+    return page;
+}
+
+Project NewProject()
+{
+    Project project;
+    static_cast<Page&>(project) = NewPage();
     return project;
 }
 
@@ -90,8 +112,14 @@ void SetVideoFormat(Project& project, const SKvVideoResolution& format)
     const Retiming retiming =
         RetimingOf(project, FrameRateOf(format.frameRate).PerSecond() / FrameRateOf(before).PerSecond());
     project.duration = retiming.newDuration;
-    for (Animated& animated : project.title.properties)
-        Retime(animated, retiming);
+    RetimeKeys(project.title, retiming);
+    for (std::shared_ptr<const Page>& page : project.otherPages) {
+        if (!HasKeys(page->title))
+            continue;
+        Page retimed = *page;
+        RetimeKeys(retimed.title, retiming);
+        page = std::make_shared<const Page>(std::move(retimed));
+    }
 }
 
 std::optional<Project> LoadProject(const QString& name, ProjectError& error)
@@ -122,13 +150,19 @@ std::optional<Project> LoadProject(const QString& name, ProjectError& error)
 
 QString SaveProject(const QString& file, const Project& project)
 {
-    return WriteWhole(file, SerialiseProject(project));
+    const QByteArray json = SerialiseProject(project);
+    return json.size() <= kLargestFile ? WriteWhole(file, json) : qt_error_string(EFBIG);
+}
+
+bool operator==(const Page& a, const Page& b)
+{
+    // Pages are compared at every step of undo, and keys may be many.
+    return a.title.properties == b.title.properties && StillToJson(a) == StillToJson(b);
 }
 
 bool operator==(const Project& a, const Project& b)
 {
-    // Projects are compared at every step of undo, and keys may be many.
-    return a.title.properties == b.title.properties && StillToJson(a) == StillToJson(b);
+    return HaveSamePages(a, b) && HeadToJson(a) == HeadToJson(b);
 }
 
 QString ColourText(DWORD colour)

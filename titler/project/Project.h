@@ -9,21 +9,24 @@
 #include "project/Paint.h"
 
 #include <QJsonObject>
+#include <QList>
 #include <QSize>
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
 namespace titler {
 
 inline constexpr int kProjectVersion = 1;
+inline constexpr int kMostPages = 1000;
 inline constexpr int kLongestText = 4000;
 inline constexpr int kSmallestFrame = 16;
 inline constexpr int kLargestFrame = 8192;
 inline constexpr double kSmallestFont = 1.0;
 inline constexpr double kLargestFont = 100.0;
-inline constexpr qint64 kLargestMegabytes = 16;
+inline constexpr qint64 kLargestMegabytes = 64;
 inline constexpr qint64 kLargestFile = kLargestMegabytes << 20; ///< bytes
 
 enum class TextAlign
@@ -33,7 +36,7 @@ enum class TextAlign
     Right
 };
 
-/// What the canvas shows.
+/// A text, how it looks and how it moves.
 struct Title
 {
     QString text;
@@ -53,20 +56,36 @@ struct Title
     }
 };
 
-struct Project
+/// What the canvas shows.
+struct Page
+{
+    Title title;
+    Paint background{PaintKind::None}; ///< fills the frame; None is over nothing
+    /// The fields of its place in the file as they were loaded, without keys, for those that we do not know.
+    QJsonObject pageSource = {};
+};
+
+/// A project is its current page with all that belongs to every page, and the other pages: so whatever draws
+/// or edits a project draws or edits that page. Pages.h has the operations on pages.
+struct Project : Page
 {
     SKvVideoResolution video{kKvAspect16x9, kKvFrameRate29_97, kKvScanUpperFirst, 1920, 1080};
     SKvWaveFormatInfo audio{2, 48000, 16};
     int duration = 150; ///< frames, 1 to kLongestDuration
-    Title title;
-    Paint background{PaintKind::None}; ///< fills the frame; None is over nothing
-    QJsonObject source; ///< the file's content as it was loaded, for the fields that we do not know
+    int pageIndex = 0;  ///< of the current page among all, from 0
+    /// In their order, without the current one. Copies of the project share them: the steps of undo hold
+    /// many.
+    QList<std::shared_ptr<const Page>> otherPages = {};
+    QJsonObject source = {}; ///< the file's content as it was loaded, without pages, likewise
 };
 
 /// True when both are drawn alike: the fields that we do not know do not count.
 bool LooksSame(const Title& a, const Title& b);
 
-/// A project with a first gradient and no text yet.
+/// A page with a first gradient and no text yet.
+Page NewPage();
+
+/// A project of one such page.
 Project NewProject();
 
 /// The frame at which an opened project stands: by the middle a title has come in and has not gone yet.
@@ -124,10 +143,13 @@ std::optional<Project> ParseProject(const QByteArray& json, ProjectError& error)
 QByteArray SerialiseProject(const Project& project);
 
 std::optional<Project> LoadProject(const QString& file, ProjectError& error);
-/// Writes a project whole, or leaves the old file as it is. @return an empty text, or the system's reason.
+/// Writes a project whole, or leaves the old file as it is, also when the project is too large to be loaded
+/// again. @return an empty text, or the system's reason.
 QString SaveProject(const QString& file, const Project& project);
 
 /// True when both would be saved as the same text.
+bool operator==(const Page& a, const Page& b);
+/// Likewise; which page is the current one is not saved.
 bool operator==(const Project& a, const Project& b);
 
 /// "#AARRGGBB".

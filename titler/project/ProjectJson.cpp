@@ -2,6 +2,7 @@
 
 #include "project/AnimationJson.h"
 #include "project/JsonReader.h"
+#include "project/Pages.h"
 #include "project/PaintJson.h"
 
 #include <QJsonDocument>
@@ -34,6 +35,9 @@ constexpr Names<TextAlign, 3> kAligns{
     {{TextAlign::Left, "left"}, {TextAlign::Centre, "centre"}, {TextAlign::Right, "right"}}};
 
 constexpr QLatin1String kTitle("title");
+constexpr QLatin1String kBackground("background");
+constexpr QLatin1String kFirstPage("firstPage"); // what it has beside title and background
+constexpr QLatin1String kPages("pages");         // from the second on
 
 void ReadVideo(JsonReader reader, SKvVideoResolution& video)
 {
@@ -65,15 +69,47 @@ void ReadTitle(JsonReader reader, Title& title)
     ReadProperties(reader, title.properties);
 }
 
-// The file's content without the keys: these carry their unknown fields themselves.
-QJsonObject SourceOf(QJsonObject file)
+// A page as it was loaded without the keys: these carry their unknown fields themselves.
+QJsonObject SourceOf(QJsonObject page)
 {
-    if (!file.value(kTitle).isObject())
-        return file;
-    QJsonObject title = file.value(kTitle).toObject();
+    if (!page.value(kTitle).isObject())
+        return page;
+    QJsonObject title = page.value(kTitle).toObject();
     DropKeys(title);
-    file[kTitle] = title;
-    return file;
+    page[kTitle] = title;
+    return page;
+}
+
+void ReadPage(JsonReader& reader, Page& page)
+{
+    page = NewPage();
+    page.pageSource = SourceOf(reader.All());
+    ReadTitle(reader.Object("title"), page.title);
+    ReadBackground(reader.Object("background"), page.background);
+}
+
+// Title and background of the first page stand in the file itself, where they were when there was no other.
+void ReadFirstPage(JsonReader& root, Project& project)
+{
+    QJsonObject source = root.Object("firstPage").All();
+    ReadPage(root, project);
+    for (const QLatin1String field : {kTitle, kBackground})
+        if (const QJsonValue value = root.All().value(field); !value.isUndefined())
+            source[field] = value;
+    project.pageSource = SourceOf(source);
+    project.source = root.All();
+    for (const QLatin1String field : {kTitle, kBackground, kFirstPage, kPages})
+        project.source.remove(field);
+}
+
+void ReadPages(JsonReader& root, Project& project)
+{
+    ReadFirstPage(root, project);
+    for (JsonReader& reader : root.Objects("pages", 0, kMostPages - 1)) {
+        Page page;
+        ReadPage(reader, page);
+        project.otherPages.append(std::make_shared<const Page>(std::move(page)));
+    }
 }
 
 bool ReadVersion(JsonReader& root, ProjectError& error)
@@ -111,6 +147,15 @@ QJsonObject TitleToJson(const Title& title)
     return Overlay(Overlay(json, TitlePaintToJson(title)), StillValuesToJson(title.properties));
 }
 
+QJsonObject PageToJson(const Page& page)
+{
+    const QJsonObject json = StillToJson(page);
+    const QJsonObject keys = KeysToJson(page.title.properties);
+    if (keys.isEmpty())
+        return json;
+    return Overlay(json, {{kTitle, QJsonObject{{QStringLiteral("animation"), keys}}}});
+}
+
 } // namespace
 
 QJsonObject Overlay(const QJsonObject& old, const QJsonObject& known)
@@ -126,7 +171,7 @@ QJsonObject Overlay(const QJsonObject& old, const QJsonObject& known)
     return result;
 }
 
-QJsonObject StillToJson(const Project& project)
+QJsonObject HeadToJson(const Project& project)
 {
     const SKvVideoResolution& video = project.video;
     const SKvWaveFormatInfo& audio = project.audio;
@@ -141,19 +186,30 @@ QJsonObject StillToJson(const Project& project)
         {QStringLiteral("audio"), QJsonObject{{QStringLiteral("channels"), qint64(audio.channels)},
                                               {QStringLiteral("sampleRate"), qint64(audio.sampleRate)},
                                               {QStringLiteral("bitsPerSample"), audio.bitsPerSample}}},
-        {QStringLiteral("duration"), project.duration},
-        {kTitle, TitleToJson(project.title)},
-        {QStringLiteral("background"), BackgroundToJson(project.background)}};
+        {QStringLiteral("duration"), project.duration}};
     return Overlay(project.source, known);
+}
+
+QJsonObject StillToJson(const Page& page)
+{
+    return Overlay(page.pageSource,
+                   {{kTitle, TitleToJson(page.title)}, {kBackground, BackgroundToJson(page.background)}});
 }
 
 QJsonObject ProjectToJson(const Project& project)
 {
-    QJsonObject json = StillToJson(project);
-    const QJsonObject keys = KeysToJson(project.title.properties);
-    if (keys.isEmpty())
-        return json;
-    return Overlay(json, {{kTitle, QJsonObject{{QStringLiteral("animation"), keys}}}});
+    QJsonObject json = HeadToJson(project);
+    QJsonObject first = PageToJson(PageAt(project, 0));
+    json[kTitle] = first.take(kTitle);
+    json[kBackground] = first.take(kBackground);
+    if (!first.isEmpty())
+        json[kFirstPage] = first;
+    QJsonArray others;
+    for (int i = 1; i < PageCount(project); ++i)
+        others.append(PageToJson(PageAt(project, i)));
+    if (!others.isEmpty())
+        json[kPages] = others;
+    return json;
 }
 
 QByteArray SerialiseProject(const Project& project)
@@ -190,12 +246,10 @@ std::optional<Project> ParseProject(const QByteArray& bytes, ProjectError& error
     if (!ReadVersion(root, error))
         return std::nullopt;
     Project project = NewProject();
-    project.source = SourceOf(document.object());
     root.ReadWhole("duration", project.duration, 1, kLongestDuration);
     ReadVideo(root.Object("video"), project.video);
     ReadAudio(root.Object("audio"), project.audio);
-    ReadTitle(root.Object("title"), project.title);
-    ReadBackground(root.Object("background"), project.background);
+    ReadPages(root, project);
     return error.path.isEmpty() ? std::optional(std::move(project)) : std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "window/CommandLine.h"
 
+#include "project/Pages.h"
 #include "window/Texts.h"
 
 #include <QCommandLineParser>
@@ -36,6 +37,7 @@ struct Parser
     QCommandLineOption range{QStringLiteral("range"), Text(kTextOptionRange), QStringLiteral("A-B")};
     QCommandLineOption threads{QStringLiteral("threads"), Text(kTextOptionThreads), QStringLiteral("N")};
     QCommandLineOption frame{QStringLiteral("frame"), Text(kTextOptionFrame), QStringLiteral("N")};
+    QCommandLineOption page{QStringLiteral("page"), Text(kTextOptionPage), QStringLiteral("N")};
     QCommandLineOption size{QStringLiteral("size"), Text(kTextOptionSize), QStringLiteral("WxH")};
     QCommandLineOption settings{QStringLiteral("settings"), Text(kTextOptionSettings),
                                 QStringLiteral("FILE")};
@@ -53,7 +55,7 @@ struct Parser
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, size,
+        parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, page, size,
                            settings, subtitles, encoding, rules, menuBar, workspace, play, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
@@ -66,6 +68,7 @@ struct Parser
     QString ReadRange(std::optional<FrameRange>& frames) const;
     QString ReadThreads(int& count) const;
     QString ReadFrame(std::optional<int>& number) const;
+    QString ReadPage(int& number) const;
     QString ReadSize(QSize& window) const;
     QString ReadWorkspace(std::optional<Workspace>& wanted) const;
     QString ReadEncoding(QString& name) const;
@@ -123,6 +126,17 @@ QString Parser::ReadFrame(std::optional<int>& number) const
                   : Text(kTextBadFrame, {parser.value(frame), QString::number(kLongestDuration - 1)});
 }
 
+QString Parser::ReadPage(int& number) const
+{
+    if (!parser.isSet(page))
+        return {};
+    if (!parser.isSet(exportFrame) && !parser.isSet(exportFrames) && !parser.isSet(screenshot))
+        return Text(kTextPageNeedsPicture);
+    const std::optional<int> read = WholeNumber(parser.value(page), 1, kMostPages);
+    number = read.value_or(1);
+    return read ? QString() : Text(kTextBadPage, {parser.value(page), QString::number(kMostPages)});
+}
+
 QString Parser::ReadSize(QSize& window) const
 {
     if (!parser.isSet(size))
@@ -176,8 +190,8 @@ QString Parser::Read(Options& options) const
           ReadValue(subtitles, options.subtitles), ReadEncoding(options.encoding),
           ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
           ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
-          ReadThreads(options.threads), ReadFrame(options.frame), ReadSize(options.windowSize),
-          ReadWorkspace(options.workspace)})
+          ReadThreads(options.threads), ReadFrame(options.frame), ReadPage(options.page),
+          ReadSize(options.windowSize), ReadWorkspace(options.workspace)})
         if (!fault.isEmpty())
             return fault;
     return {};
@@ -190,8 +204,10 @@ int Options::LastFrame() const
     return std::max(frame.value_or(-1), range ? range->last : -1);
 }
 
-QString FrameFault(const Options& options, const Project& project)
+QString PlaceFault(const Options& options, const Project& project)
 {
+    if (const int pages = PageCount(project); options.page > pages)
+        return Text(kTextNoSuchPage, {QString::number(options.page), QString::number(pages)});
     const int last = options.LastFrame();
     return last < project.duration
                ? QString()

@@ -22,6 +22,7 @@ struct Options
     std::optional<FrameRange> range; ///< of `exportFrames`; nothing: the whole project
     int threads = 0;                 ///< of `exportFrames`; 0: as `FrameTarget` has it
     std::optional<int> frame;        ///< of `screenshot` and `exportFrame`; nothing: the middle one
+    int page = 1;                    ///< of all three, from 1
     QSize windowSize{1440, 800};
     bool isSized = false; ///< `windowSize` was asked for
     QString settings;     ///< a file; empty: the user's own
@@ -46,8 +47,8 @@ struct Options
 /// no sense.
 std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& fault);
 
-/// Why the project does not have the frames that are asked for; empty when it has.
-QString FrameFault(const Options& options, const Project& project);
+/// Why the project does not have the page or the frames that are asked for; empty when it has.
+QString PlaceFault(const Options& options, const Project& project);
 
 /// The text for "--help"; needs a QCoreApplication.
 QString HelpText();

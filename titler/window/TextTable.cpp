@@ -606,6 +606,16 @@ std::span<const KvStringEntry> OwnTexts()
         {22171, L"move shadow"},
         {22172, L"change shadow blur"},
         {22173, L"The swatches cannot be kept in %1."},
+        {22200, L"add page"},
+        {22201, L"duplicate page"},
+        {22202, L"delete page"},
+        {22203, L"move page"},
+        {22204,
+         L"With --export-frame, --export-frames and --screenshot: the page that is shown; 1, the first "
+         L"one, without it"},
+        {22205, L"\"%1\" is no page: expected a whole number from 1 to %2"},
+        {22206, L"--page goes with --export-frame, --export-frames or --screenshot"},
+        {22207, L"the project has no page %1: its last one is %2"},
     };
     static_assert(std::ranges::is_sorted(texts, std::ranges::less_equal(), &KvStringEntry::number),
                   "in order, and no number twice");

@@ -116,6 +116,16 @@ enum TextId : UINT
     kStepShadowBlur = 22172,
     kTextCannotKeepSwatches = 22173,
 
+    // Pages of a project.
+    kStepAddPage = 22200,
+    kStepDuplicatePage = 22201,
+    kStepDeletePage = 22202,
+    kStepMovePage = 22203,
+    kTextOptionPage = 22204,
+    kTextBadPage = 22205,
+    kTextPageNeedsPicture = 22206,
+    kTextNoSuchPage = 22207,
+
     // Canvas and status line.
     kTextCanvas = 21300,
     kTextCanvasTip = 21301,
