@@ -12,6 +12,7 @@
 #include "KvGradientCtrl.h"
 #include "KvGuiRes.h"
 #include "KvKeyFrameCtrl.h"
+#include "KvLayoutSelector.h"
 #include "KvMenu.h"
 #include "KvParamBezierCtrlDlg.h"
 #include "KvParamBezierWnd.h"

@@ -67,6 +67,10 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 12157, L"Hue, saturation, brightness"},
         {0, 12158, L"Current color"},
         {0, 12166, L"Color"},
+        // The layout strip, for screen readers.
+        {0, 12180, L"Layouts"},
+        {0, 12181, L"Layout %d of %d"},
+        {0, 12182, L"%s, layout %d of %d"},
         {0, 15040, L"Switch Application (Alt+F1)"},
         // The log list.
         {0, 15041, L"Type"},

@@ -13,7 +13,7 @@ for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetD
   'CKvStatic::staticMetaObject' 'KvGetResolutionString(' 'KvTimecode::ToText(' 'vtable for CKvWnd' 'typeinfo for KvMessageEvent' \
   'CreateFileNamingRule(' 'CreateFileNamingRuleCollection(' 'CheckRuleLabels(' 'KvLoadFileNamingCollection(' \
   'KvSaveFileNamingCollection(' 'KvCreateBezierCurve2D(' 'KvBezierEase::Value(' \
-  'KvCreateScrollLineHelper(' 'KvCreateScrollRectHelper(' 'CKvScrollBar::SetScroll(' 'CKvBitmapButton::CreateButton(' 'CKvButton::SetWindowText(' 'CKvCaptionBar::Create(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
+  'KvCreateScrollLineHelper(' 'KvCreateScrollRectHelper(' 'CKvScrollBar::SetScroll(' 'CKvLayoutSelector::SetData(' 'CKvProjectFileLayoutData::Select(' 'CKvBitmapButton::CreateButton(' 'CKvButton::SetWindowText(' 'CKvCaptionBar::Create(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
   'CKvColorPanel::SetColor(' 'CKvColorMapWnd::SetHPValue(' 'CKvParamEdit::SetValueRange(' 'CKvRadioBitmapButton::SubClassButton(' \
   'CKvAppLogListCtrl::AddAppLogMsg(' 'CKvFindReplaceTxtDlg::FindNext(' 'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
   grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }

@@ -1,0 +1,211 @@
+#include "KvLayoutSelector.h"
+
+#include "layout/KvLayoutSelectorImpl.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr UINT kScrollBarId = 1000;
+constexpr int kMotionTick = 16; // milliseconds
+constexpr QSize kSizeHint(640, 96);
+
+} // namespace
+
+CKvLayoutSelector::CKvLayoutSelector() : m_impl(std::make_unique<Impl>(*this))
+{
+    setFocusPolicy(Qt::ClickFocus);
+    setEnabled(false);
+}
+
+CKvLayoutSelector::~CKvLayoutSelector() = default;
+
+int CKvLayoutSelector::Create(const CRect& rect, UINT id, CWnd* parent, DWORD style)
+{
+    if (IsCreated())
+        return 0;
+    m_impl->vertical = rect.Width() < rect.Height();
+    CreateWnd(style | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_BORDER, rect, parent, id);
+    const CRect barRect = _GetScrollbarRect();
+    if (!barRect.IsRectEmpty()) {
+        auto bar = std::make_unique<CKvScrollBar>();
+        bar->setLayoutDirection(Qt::LeftToRight); // as the strip runs in every language
+        bar->Create(m_impl->vertical ? Qt::Vertical : Qt::Horizontal, WS_CHILD | WS_VISIBLE, barRect, this,
+                    kScrollBarId);
+        m_impl->bar = bar.release(); // this window's now
+    }
+    _UpdateClient();
+    return 1;
+}
+
+int CKvLayoutSelector::Create(UINT id, CWnd* parent, DWORD style)
+{
+    const CRect set = testAttribute(Qt::WA_Resized) || !parent ? geometry() : parent->rect();
+    return Create(set, id, parent, style);
+}
+
+void CKvLayoutSelector::SetData(SIZE layoutSize, IKvLayoutSelectorData* layouts)
+{
+    if (layouts)
+        layouts->AddRef(); // before the release of the old ones, which may be the same
+    m_impl->data.reset(layouts);
+    m_impl->layoutSize = layoutSize;
+    m_impl->cache.Clear();
+    m_impl->hot = -1;
+    setEnabled(layouts != nullptr);
+    _UpdateLayoutThumb();
+}
+
+BOOL CKvLayoutSelector::GetData(IKvLayoutSelectorData** out) const
+{
+    if (!out)
+        return 0;
+    *out = m_impl->data.get();
+    if (!*out)
+        return 0;
+    (*out)->AddRef();
+    return 1;
+}
+
+void CKvLayoutSelector::EnableSelect(BOOL enable)
+{
+    m_impl->showsSelection = enable != 0;
+    update();
+}
+
+void CKvLayoutSelector::UpdateScroll()
+{
+    m_impl->cache.Clear();
+    m_impl->UpdateScroll();
+}
+
+void CKvLayoutSelector::NotifyUnitChanged(int index)
+{
+    m_impl->cache.Drop(index);
+    if (index < 0 || index >= m_impl->Count())
+        return;
+    if (m_impl->IsInView(index))
+        update(QRect(m_impl->RectOf(index)).adjusted(-1, -1, 1, 1)); // as far as whole device pixels reach
+    m_impl->access.NameChanged(static_cast<kv::AccessibleParts::Key>(index));
+}
+
+void CKvLayoutSelector::Paint()
+{
+    m_impl->cache.Clear();
+    update();
+}
+
+void CKvLayoutSelector::ScrollView(BOOL forward)
+{
+    IKvScrollLineHelper& line = m_impl->Line();
+    const std::int64_t length = forward ? line.GetViewLength() : -line.GetViewLength();
+    const std::int64_t target = std::clamp<std::int64_t>(GetScrollTarget() + length, 0, line.GetRange());
+    if (!isVisible()) {
+        m_impl->ScrollTo(target);
+        return;
+    }
+    m_impl->motion = kv::StripMotion{line.GetPosition(), target, {}};
+    m_impl->motion->clock.start();
+    SetTimer(kv::kStripMotionTimer, kMotionTick);
+}
+
+std::int64_t CKvLayoutSelector::GetScrollTarget() const
+{
+    return m_impl->motion ? m_impl->motion->target : m_impl->Line().GetPosition();
+}
+
+void CKvLayoutSelector::EnsureVisible(int index)
+{
+    if (index >= 0 && index < m_impl->Count())
+        m_impl->ShowAtOnce(index);
+}
+
+int CKvLayoutSelector::GetFocusIndex() const
+{
+    return std::min(m_impl->focus, m_impl->Count() - 1);
+}
+
+void CKvLayoutSelector::SetFocusIndex(int index)
+{
+    m_impl->SetFocusMark(std::clamp(index, -1, m_impl->Count() - 1));
+}
+
+void CKvLayoutSelector::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
+{
+    m_impl->settings = settings;
+    update();
+}
+
+UINT CKvLayoutSelector::OnGetDlgCode()
+{
+    return DLGC_WANTARROWS | DLGC_WANTCHARS;
+}
+
+QSize CKvLayoutSelector::sizeHint() const
+{
+    return m_impl->vertical && IsCreated() ? kSizeHint.transposed() : kSizeHint;
+}
+
+void CKvLayoutSelector::_UpdateClient()
+{
+    m_impl->UpdateClient();
+}
+
+void CKvLayoutSelector::_UpdateLayoutThumb()
+{
+    m_impl->UpdateThumbs();
+}
+
+CRect CKvLayoutSelector::_GetScrollbarRect() const
+{
+    return kv::StripLayout::ScrollBarRect(GetClientRect(), m_impl->vertical);
+}
+
+int CKvLayoutSelector::_GetThumbRect(int index, RECT* out) const
+{
+    if (!out || !m_impl->IsInView(index))
+        return 0;
+    *out = m_impl->RectOf(index);
+    return 1;
+}
+
+int CKvLayoutSelector::_FindThumbRect(CPoint point) const
+{
+    return m_impl->HitTest(point);
+}
+
+void CKvLayoutSelector::_DrawLayoutView(Graphics& graphics)
+{
+    _Drawbackground(graphics);
+    _DrawLayoutThumb(graphics);
+    m_impl->painter.DrawBorder(graphics, GetClientRect());
+}
+
+void CKvLayoutSelector::_Drawbackground(Graphics& graphics)
+{
+    m_impl->painter.DrawBackground(graphics, GetClientRect(), m_impl->Look());
+}
+
+void CKvLayoutSelector::_DrawLayoutThumb(Graphics& graphics)
+{
+    const kv::StripLayout::Range range = m_impl->InView(kv::StripLayout::kShadow);
+    for (int index = range.begin; index < range.end; ++index)
+        _DrawThumbUnit(&graphics, m_impl->RectOf(index), index);
+}
+
+void CKvLayoutSelector::_DrawThumbUnit(Graphics* graphics, CRect rect, int index)
+{
+    // Asked each time: the host may lose layouts while it makes their pictures.
+    if (!graphics || index < 0 || index >= m_impl->Count() || rect.IsRectEmpty())
+        return;
+    const QSize size = kv::StripPainter::DeviceSize(*graphics, {rect.Width(), rect.Height()});
+    m_impl->cache.SetSizes(size, kv::StripPainter::DeviceMarkSize(*graphics));
+    const kv::StripThumb thumb = m_impl->Thumb(index);
+    kv::StripCell cell{rect, index};
+    if (m_impl->showsSelection && index == m_impl->hot)
+        cell.frame = kv::StripFrame::Hovered;
+    else if (m_impl->showsSelection && index < m_impl->Count() && m_impl->IsLayoutSelected(index))
+        cell.frame = kv::StripFrame::Selected;
+    cell.focused = hasFocus() && !m_impl->isFocusByMove && index == m_impl->CurrentLayout();
+    m_impl->painter.DrawCell(*graphics, GetClientRect(), cell, thumb, m_impl->Look());
+}

@@ -1,0 +1,328 @@
+#include "layout/KvLayoutSelectorImpl.h"
+
+#include "platform/SkinColours.h"
+#include "platform/VirtualKey.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr UINT kPicked = 1;
+
+bool EditsText(const QWidget* widget)
+{
+    return widget && widget->testAttribute(Qt::WA_InputMethodEnabled);
+}
+
+std::optional<kv::StripKey> StripKeyOf(UINT key)
+{
+    switch (key) {
+    case VK_LEFT:
+    case VK_UP:
+        return kv::StripKey::Previous;
+    case VK_RIGHT:
+    case VK_DOWN:
+        return kv::StripKey::Next;
+    case VK_PRIOR:
+        return kv::StripKey::PageBack;
+    case VK_NEXT:
+        return kv::StripKey::PageOn;
+    case VK_HOME:
+        return kv::StripKey::First;
+    case VK_END:
+        return kv::StripKey::Last;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+CKvLayoutSelector::Impl::Impl(CKvLayoutSelector& owner) : control(owner), access(owner, *this)
+{
+    IKvScrollLineHelper* across = nullptr;
+    IKvScrollLineHelper* down = nullptr;
+    IKvScrollRectHelper* both = nullptr;
+    KvCreateScrollLineHelper(&across);
+    KvCreateScrollLineHelper(&down);
+    KvCreateScrollRectHelper(across, down, &both);
+    columns.reset(across);
+    rows.reset(down);
+    scroll.reset(both);
+}
+
+kv::Reference<IKvLayoutSelectorData> CKvLayoutSelector::Impl::HeldData() const
+{
+    data->AddRef();
+    return kv::Reference<IKvLayoutSelectorData>(data.get());
+}
+
+int CKvLayoutSelector::Impl::Count() const
+{
+    return data ? std::max(data->GetCount(), 0) : 0;
+}
+
+IKvScrollLineHelper& CKvLayoutSelector::Impl::Line() const
+{
+    return vertical ? *rows : *columns;
+}
+
+kv::StripLayout::Range CKvLayoutSelector::Impl::InView(int shadow) const
+{
+    const CRect client = control.GetClientRect();
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    scroll->ToContent(client.TopLeft(), x, y);
+    const std::int64_t begin = vertical ? y : x;
+    const int length = vertical ? client.Height() : client.Width();
+    return layout.Reaching(begin - shadow, begin + length, Count());
+}
+
+bool CKvLayoutSelector::Impl::IsInView(int index) const
+{
+    const kv::StripLayout::Range range = InView(0);
+    return index >= range.begin && index < range.end;
+}
+
+int CKvLayoutSelector::Impl::HitTest(CPoint point) const
+{
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    scroll->ToContent(point, x, y);
+    return layout.HitTest(x, y, Count());
+}
+
+kv::StripLook CKvLayoutSelector::Impl::Look() const
+{
+    kv::StripLook look;
+    look.background =
+        settings ? QColor::fromRgba(settings->background) : kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
+    look.text = settings ? QColor::fromRgba(settings->textColour) : kv::TextColour();
+    look.font = settings ? settings->font : control.font();
+    look.enabled = control.isEnabled();
+    return look;
+}
+
+kv::StripThumb CKvLayoutSelector::Impl::Thumb(int index)
+{
+    const kv::Reference<IKvLayoutSelectorData> held = HeldData();
+    return cache.Get(*held, index);
+}
+
+void CKvLayoutSelector::Impl::UpdateClient()
+{
+    const CRect client = control.GetClientRect();
+    if (bar)
+        bar->setGeometry(kv::StripLayout::ScrollBarRect(client, vertical));
+    UpdateThumbs();
+}
+
+void CKvLayoutSelector::Impl::UpdateThumbs()
+{
+    DropMotion();
+    const std::int64_t position = Line().GetPosition();
+    const kv::StripLayout before =
+        std::exchange(layout, kv::StripLayout(control.GetClientRect(), vertical, bar != nullptr, layoutSize));
+    scroll->SetView(layout.Content());
+    // Without a range of its own the new place would be cut at the end of the old one.
+    const bool isEmpty = before.Length() == 0 || layout.Length() == 0;
+    const std::int64_t target = isEmpty ? position : layout.PositionFrom(before, position);
+    UpdateScroll();
+    Line().SetPosition(target);
+    if (bar)
+        bar->SetScrollPos(Line().GetPosition());
+}
+
+void CKvLayoutSelector::Impl::UpdateScroll()
+{
+    const int count = Count();
+    const std::int64_t length = layout.TotalLength(count);
+    scroll->SetVirtualSize(vertical ? layout.Across() : length, vertical ? length : layout.Across());
+    hot = hot < count ? hot : -1;
+    focus = std::min(focus, count - 1);
+    if (motion)
+        motion->target = std::min(motion->target, Line().GetRange());
+    if (bar)
+        bar->SetScroll(Line());
+    control.update();
+    if (std::exchange(seenCount, count) != count)
+        access.PartsChanged();
+    access.UpdateFocus();
+}
+
+bool CKvLayoutSelector::Impl::ScrollTo(std::int64_t position)
+{
+    DropMotion();
+    if (Line().SetPosition(position) == 0)
+        return false;
+    if (bar)
+        bar->SetScrollPos(Line().GetPosition());
+    control.update();
+    return true;
+}
+
+void CKvLayoutSelector::Impl::MoveOn()
+{
+    if (!motion)
+        return;
+    const std::int64_t target = motion->target;
+    Line().SetPosition(control.isVisible() ? kv::StripMotionAt(motion->from, target, motion->clock.elapsed())
+                                           : target);
+    hot = -1;
+    if (bar)
+        bar->SetScrollPos(Line().GetPosition());
+    control.update();
+    if (Line().GetPosition() == target)
+        DropMotion();
+}
+
+void CKvLayoutSelector::Impl::DropMotion()
+{
+    motion.reset();
+    control.KillTimer(kv::kStripMotionTimer);
+}
+
+void CKvLayoutSelector::Impl::ShowAtOnce(int index)
+{
+    const SKvScrollRect thumb = layout.ThumbAt(index);
+    ScrollTo(vertical ? Line().PositionToShow(thumb.top, thumb.bottom)
+                      : Line().PositionToShow(thumb.left, thumb.right));
+}
+
+bool CKvLayoutSelector::Impl::RunScrollCode(UINT code, std::int64_t position)
+{
+    hot = -1;
+    switch (code) {
+    case SB_LINEUP:
+    case SB_PAGEUP:
+        ScrollBy(-layout.Step());
+        return true;
+    case SB_LINEDOWN:
+    case SB_PAGEDOWN:
+        ScrollBy(layout.Step());
+        return true;
+    case SB_THUMBPOSITION:
+    case SB_THUMBTRACK:
+        ScrollTo(position);
+        return true;
+    case SB_TOP:
+        ScrollTo(0);
+        return true;
+    case SB_BOTTOM:
+        ScrollTo(Line().GetRange());
+        return true;
+    default:
+        return code == SB_ENDSCROLL;
+    }
+}
+
+bool CKvLayoutSelector::Impl::Pick(int index, bool exclusive)
+{
+    const QPointer<CKvLayoutSelector> alive(&control);
+    const kv::Reference<IKvLayoutSelectorData> held = HeldData();
+    held->Select(index, exclusive ? 1 : 0);
+    if (!alive)
+        return false;
+    hot = -1;
+    focus = index;
+    UpdateScroll();
+    access.SelectionChanged();
+    KvSendMessage(control.parentWidget(), WM_COMMAND, MAKEWPARAM(control.GetDlgCtrlID(), kPicked),
+                  reinterpret_cast<LPARAM>(&control));
+    if (alive)
+        emit alive->LayoutPicked(index);
+    return !alive.isNull();
+}
+
+void CKvLayoutSelector::Impl::SetHot(int index)
+{
+    if (std::exchange(hot, index) != index)
+        control.update();
+}
+
+void CKvLayoutSelector::Impl::SetFocusMark(int index)
+{
+    focus = index;
+    control.update();
+    access.UpdateFocus();
+}
+
+void CKvLayoutSelector::Impl::TakeFocusByMove()
+{
+    if (control.hasFocus() || EditsText(control.window()->focusWidget()))
+        return;
+    isFocusByMove = true;
+    control.setFocus(Qt::MouseFocusReason);
+}
+
+void CKvLayoutSelector::Impl::BeginDrag(CPoint point)
+{
+    DropMotion();
+    drag = kv::StripDrag{point, Line().GetPosition()};
+    control.SetCapture();
+}
+
+void CKvLayoutSelector::Impl::DragTo(CPoint point)
+{
+    ScrollBy(std::int64_t{2} * (layout.Along(point) - layout.Along(drag->anchor)));
+    drag->anchor = point;
+}
+
+void CKvLayoutSelector::Impl::EndDrag()
+{
+    drag.reset();
+    control.ReleaseCapture();
+}
+
+bool CKvLayoutSelector::Impl::RunKey(UINT key, Qt::KeyboardModifiers modifiers)
+{
+    const int current = CurrentLayout();
+    const bool withControl = modifiers.testFlag(Qt::ControlModifier);
+    if (current < 0)
+        return false;
+    isFocusByMove = false;
+    if (key == VK_SPACE || key == VK_RETURN) {
+        ShowAtOnce(current);
+        Pick(current, !withControl);
+        return true;
+    }
+    const std::optional<kv::StripKey> step = StripKeyOf(key);
+    if (!step)
+        return false;
+    const auto page = static_cast<int>(std::min<std::int64_t>(
+        (Line().GetViewLength() + kv::StripLayout::kSpacing) / layout.Step(), Count()));
+    const int target = kv::StripKeyTarget(current, *step, page, Count());
+    ShowAtOnce(target);
+    if (withControl)
+        SetFocusMark(target);
+    else if (target != current || !kv::IsArrow(key))
+        Pick(target, true);
+    return true;
+}
+
+int CKvLayoutSelector::Impl::CurrentLayout() const
+{
+    const int count = Count();
+    return count > 0 ? std::clamp(focus, 0, count - 1) : -1;
+}
+
+void CKvLayoutSelector::Impl::PickLayout(int index)
+{
+    if (index < Count())
+        Pick(index, true);
+}
+
+void CKvLayoutSelector::Impl::FocusLayout(int index)
+{
+    if (index >= Count())
+        return;
+    const QPointer<CKvLayoutSelector> alive(&control);
+    control.setFocus(Qt::OtherFocusReason);
+    if (!alive)
+        return;
+    ShowAtOnce(index);
+    SetFocusMark(index);
+}
