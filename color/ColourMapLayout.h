@@ -27,10 +27,10 @@ constexpr int PixelOfPlace(double place, int size)
     return static_cast<int>(rounded);
 }
 
-/// The place of a row, upwards.
+/// The place of a row, upwards. Counted from the bottom row: 1 less a quotient would round half a step away.
 constexpr double PlaceOfRow(double row, int height)
 {
-    return 1 - PlaceOfPixel(row, height);
+    return PlaceOfPixel(height - 1 - row, height);
 }
 
 constexpr ColourPlace PlaceAt(const CRect& client, CPoint point)

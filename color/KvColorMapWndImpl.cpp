@@ -69,7 +69,7 @@ bool CKvColorMapWnd::Impl::Begin()
 void CKvColorMapWnd::Impl::DragTo(CPoint point)
 {
     const bool begins = !dragFrom;
-    if (begins && !Begin())
+    if (begins && (!Begin() || !control.HasCapture())) // a parent that opens a window there takes the mouse
         return;
     if (begins)
         dragFrom = model.Colour();

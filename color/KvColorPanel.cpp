@@ -160,9 +160,9 @@ BOOL CKvColorPanel::OnSubclassControls()
 void CKvColorPanel::_NotifyChangeColor(int phase)
 {
     const QPointer<CKvColorPanel> alive(this);
-    if (phase == kKvPhaseBegin || !m_impl->listener)
+    if (phase == kKvPhaseBegin)
         m_impl->listener = parentWidget(); // a run's end is for the one who heard of its begin
-    QWidget* const listener = m_impl->listener;
+    QWidget* const listener = m_impl->listener ? m_impl->listener.data() : parentWidget();
     const UINT id = GetDlgCtrlID();
     DWORD colour = m_impl->model.Value();
     KvColorNotifyRecord record{{this, id, kKvColorNotifyCode}, phase, &colour, sizeof(colour)};
@@ -189,7 +189,9 @@ BOOL CKvColorPanel::OnInitDialog()
 {
     OnSubclassControls();
     m_impl->ShowMode();
-    return 0; // the focus stays with the host
+    if (!m_impl->isEnabled)
+        OnEnable(0); // it was disabled before there was a child
+    return 0;        // the focus stays with the host
 }
 
 BOOL CKvColorPanel::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)

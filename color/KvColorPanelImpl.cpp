@@ -261,6 +261,8 @@ void CKvColorPanel::Impl::TakeEdit(int edit, int phase)
     else
         model.EnterEdit(edit, source.GetValue());
     ShowColour(source.IsTyping() ? edit : -1);
+    if (const auto i = static_cast<std::size_t>(edit); phase == kKvPhaseEnd && i < channels.size())
+        channels[i]->EndScrub(); // of an edit that was disabled: its button is not to begin another one
     panel._NotifyChangeColor(phase);
 }
 
@@ -320,10 +322,13 @@ void CKvColorPanel::Impl::Paste()
 void CKvColorPanel::Impl::ScrubChannel(int channel, int steps)
 {
     const QPointer<CKvParamEdit> edit = edits[static_cast<std::size_t>(channel)];
+    const QPointer<CKvRadioBitmapButton> button = channels[static_cast<std::size_t>(channel)];
     if (edit)
-        edit->BeginScrub(); // the first step of a scrub begins it
-    if (edit)
-        edit->Scrub(steps);
+        edit->EndTyping(); // a parent that opens a window there takes the mouse
+    if (!edit || !button || !button->IsScrubbing())
+        return;
+    edit->BeginScrub(); // the first step of a scrub begins it
+    edit->Scrub(steps);
 }
 
 bool CKvColorPanel::Impl::WalkButtons(const QKeyEvent& key)

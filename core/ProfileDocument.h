@@ -1,10 +1,10 @@
 // A line-preserving profile (INI) document: changing a value changes that line and nothing else.
 //
-// Sections and keys are compared exactly and the first of several wins; blanks at the start of a line are
-// skipped; ";" or "#" starts a comment line. A value is the text after "=" as it stands, except that for a
-// hand-written `Key = value` (a blank before the "=") the blanks after the "=" go too. Keys before the first
-// section line belong to the section with the empty name. A section's name ends at its first "]". A line ends
-// with LF, CR LF or CR.
+// Sections and keys are compared exactly, unless a reader asks for any case, and the first of several wins;
+// blanks at the start of a line are skipped; ";" or "#" starts a comment line. A value is the text after "="
+// as it stands, except that for a hand-written `Key = value` (a blank before the "=") the blanks after the
+// "=" go too. Keys before the first section line belong to the section with the empty name. A section's name
+// ends at its first "]". A line ends with LF, CR LF or CR.
 #pragma once
 
 #include <cstddef>

@@ -40,7 +40,7 @@ void CheckText(const std::wstring& text)
 
 void CheckProfile(std::string_view bytes)
 {
-    kv::ProfileDocument profile(bytes);
+    kv::ProfileDocument profile(bytes, kv::ProfileNames::AnyCase);
     auto colours = kv::ReadSwatches(profile, SwatchSet::Altered);
     const auto factory = kv::ReadSwatches(profile, SwatchSet::Factory);
     Require(colours.has_value() == factory.has_value(), "the head counts for both sets");
@@ -59,7 +59,7 @@ void CheckProfile(std::string_view bytes)
     for (std::size_t i = 0; i < colours->size(); ++i) // each another one
         (*colours)[i] += 0x9E3779B9u * static_cast<std::uint32_t>(i + 1);
     Require(kv::WriteSwatches(profile, *colours), "a profile that was read is written");
-    const kv::ProfileDocument again(profile.Bytes());
+    const kv::ProfileDocument again(profile.Bytes(), kv::ProfileNames::AnyCase);
     Require(kv::ReadSwatches(again, SwatchSet::Altered) == colours, "swatches come back");
     Require(kv::ReadSwatches(again, SwatchSet::Factory) == factory, "the factory's stay");
 }

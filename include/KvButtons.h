@@ -118,6 +118,7 @@ public:
     BOOL GetCheck() const;
     /// Ends a scrub as a release does; what is left of the press does nothing.
     void EndScrub();
+    bool IsScrubbing() const;
 
 Q_SIGNALS:
     /// A press of the left button that went beyond the toolkit's drag distance: no click follows. @param
@@ -140,7 +141,6 @@ private:
     void FinishScrub(bool cancelled);
     bool TellLoss();
     bool EndPress();
-    bool IsScrubbing() const;
 
     std::wstring m_unchecked;
     std::wstring m_checked;

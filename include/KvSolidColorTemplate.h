@@ -36,7 +36,7 @@ public:
     static void SetSystemFolder(const CString& folder);
     static CString GetSystemFolder();
     /// Writes the library's own swatches where there is no file yet. A host calls it before its first grid.
-    /// @return 1 when the file is there afterwards.
+    /// @return 1 when there is a file that can be read afterwards.
     static int InstallFactoryTemplate();
 
     int Create(UINT style, CWnd* parent, DWORD id) override;

@@ -17,6 +17,8 @@ inline void DrawFocusRing(QPainter& painter, const QRectF& room)
     const qreal width = std::max(1.0, std::round(ratio)) / ratio;
     const qreal inner = kFocusRingRadius - width;
     const QRectF outer = DevicePixels(painter).Snapped(room);
+    if (outer.width() < 2 * width || outer.height() < 2 * width)
+        return; // a part that there is no room for
     QPainterPath ring;
     ring.addRoundedRect(outer, kFocusRingRadius, kFocusRingRadius);
     ring.addRoundedRect(outer.adjusted(width, width, -width, -width), inner, inner);

@@ -197,10 +197,9 @@ void CKvParamEdit::OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point)
     if (!m_impl->entry.IsScrubbing()) {
         if (way.manhattanLength() < QApplication::startDragDistance())
             return;
-        const QPointer<CKvParamEdit> alive(this);
-        BeginScrub();
-        if (!alive)
+        if (!m_impl->Commit() || !m_impl->press) // a parent that opens a window there takes the mouse
             return;
+        BeginScrub();
     }
     Scrub(way.x() - way.y());
 }

@@ -21,7 +21,7 @@ struct Picture : PixelPicture
     double PlaceX(int i) const { return size.cx > 1 ? std::min(i / grid.Ratio() / (size.cx - 1), 1.0) : 0; }
     double PlaceY(int j) const
     {
-        return size.cy > 1 ? std::max(1 - j / grid.Ratio() / (size.cy - 1), 0.0) : 1;
+        return size.cy > 1 ? std::max((size.cy - 1 - j / grid.Ratio()) / (size.cy - 1), 0.0) : 0;
     }
 };
 

@@ -4,6 +4,7 @@
 #include "tests/color/ControlEvents.h"
 
 #include <QClipboard>
+#include <QDialog>
 
 namespace {
 
@@ -86,6 +87,66 @@ TEST_F(ColourPanel, AScrubFollowsThePointerWhateverTheHostSets)
     QTest::keyClick(Channel(1), Qt::Key_Escape);
     EXPECT_EQ(Shown(), "16 32 48 255");
     EXPECT_EQ(Heard(), "0:ff337a99 1:ff108430 2:ff102030");
+}
+
+TEST_F(ColourPanel, AWindowThatTheHostOpensTakesTheMouseBeforeADragBegins)
+{
+    const std::function<QWidget*()> drags[] = {
+        [this] {
+            Drag(Map(kMap), {20, 20}, {});
+            return Map(kMap);
+        },
+        [this] {
+            Drag(Channel(0), {5, 5}, {{30, 0}});
+            return Channel(0);
+        },
+        [this] {
+            Drag(Edit(kFirstEdit), {1, 5}, {{30, 0}});
+            return Edit(kFirstEdit);
+        },
+    };
+    for (const auto& drag : drags) {
+        Renew();
+        QTest::keyClicks(Line(kFirstEdit), "12");
+        Heard();
+        onMessage = [this] { // the end of the typing
+            onMessage = {};
+            QDialog dialog(&parent);
+            QTimer::singleShot(0, &dialog, &QDialog::accept);
+            dialog.exec();
+        };
+        QWidget* const child = drag();
+        QMouseEvent move(QEvent::MouseMove, QPointF(60, 60), child->mapToGlobal(QPointF(60, 60)),
+                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(child, &move);
+        EXPECT_EQ(Heard(), "2:ff0c6699");
+        QTest::keyClicks(Line(kFirstEdit), "7");
+        EXPECT_EQ(Heard(), "0:ff076699") << "the number is not dead";
+    }
+}
+
+TEST_F(ColourPanel, AScrubOfANumberThatWasDisabledDoesNotGoOn)
+{
+    Drag(Channel(0), {5, 5}, {{20, 0}});
+    panel->SetEnableState(kKvColorPanelAlpha);
+    QApplication::processEvents();
+    panel->SetEnableState(kKvColorPanelAll);
+    Mouse(Channel(0), QEvent::MouseMove, {26, 5});
+    EXPECT_EQ(Heard(), "0:ff476699 2:ff476699");
+}
+
+TEST_F(ColourPanel, AContinueWithoutABeginBindsTheNextToNobody)
+{
+    const auto scroll = [this] {
+        KvSendMessage(panel, WM_HSCROLL, 0, reinterpret_cast<LPARAM>(panel->GetDlgItem(kMap)));
+    };
+    scroll();
+    EXPECT_EQ(Heard(), "1:ff336699");
+    QWidget other;
+    panel->setParent(&other);
+    scroll();
+    EXPECT_EQ(Heard(), "");
+    panel->setParent(&parent);
 }
 
 TEST_F(ColourPanel, EscapeKeepsTheColourThatTheHostSetMeanwhile)

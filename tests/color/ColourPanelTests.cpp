@@ -275,6 +275,16 @@ TEST_F(ColourPanel, StatesEnableColourAndAlpha)
     }
 }
 
+TEST_F(ColourPanel, MayBeDisabledBeforeItIsCreated)
+{
+    CKvColorPanel early;
+    early.OnEnable(0);
+    early.Create(&parent);
+    EXPECT_FALSE(early.GetDlgItem(kMap)->isEnabled());
+    early.OnEnable(1);
+    EXPECT_TRUE(early.GetDlgItem(kMap)->isEnabled());
+}
+
 TEST_F(ColourPanel, LeavesTheFocusToTheHostWhenItIsDisabled)
 {
     QLineEdit disabled(&parent), behind(&parent);

@@ -92,6 +92,19 @@ TEST(ColourSpace, OddValuesArePutInRange)
     EXPECT_EQ(kv::ByteOf(nan), 0u);
 }
 
+// A row that stands for exactly half a step is rounded up, as a column is.
+TEST(ColourMapLayout, RowsAndColumnsGiveTheSameBytes)
+{
+    for (int size = 2; size < 600; ++size) {
+        for (int pixel = 0; pixel < size; ++pixel) {
+            const int exact = (2 * 255 * pixel + size - 1) / (2 * (size - 1));
+            const kv::ColourPlace place = kv::PlaceAt({0, 0, size, size}, {pixel, size - 1 - pixel});
+            ASSERT_EQ(kv::ByteOf(place.x), static_cast<std::uint32_t>(exact)) << pixel << " of " << size;
+            ASSERT_EQ(kv::ByteOf(place.y), static_cast<std::uint32_t>(exact)) << pixel << " of " << size;
+        }
+    }
+}
+
 TEST(ColourMapLayout, PixelsAndPlacesAreInverse)
 {
     const CRect client(5, 7, 105, 207);

@@ -73,6 +73,19 @@ TEST(Profile, AddedKeysStandInTheOrderOfWriting)
     EXPECT_EQ(ProfileDocument(document.Bytes()).Section(L"A"), document.Section(L"A"));
 }
 
+TEST(Profile, NamesOfAnyCaseAreKeptAsTheyStand)
+{
+    ProfileDocument document("[Colours]\nRed=1\n[COLOURS]\nblue=2\n", kv::ProfileNames::AnyCase);
+    EXPECT_EQ(document.Value(L"colours", L"RED"), L"1");
+    EXPECT_TRUE(document.SetValue(L"cOLOURS", L"rED", L"3"));
+    EXPECT_TRUE(document.SetValue(L"cOLOURS", L"Green", L"4"));
+    EXPECT_TRUE(document.SetValue(L"New", L"Key", L"5"));
+    EXPECT_EQ(document.Bytes().substr(0, 24), "[Colours]\nRed=3\nGreen=4\n");
+    const ProfileDocument again(document.Bytes(), kv::ProfileNames::AnyCase);
+    EXPECT_EQ(again.Value(L"COLOURS", L"green"), L"4");
+    EXPECT_EQ(again.Value(L"NEW", L"key"), L"5");
+}
+
 TEST(Profile, ReadsHandWrittenLines)
 {
     const ProfileDocument document("top=0\n [A] ; comment\n;a=1\n #b=1\nnothing\n=1\n[open\n[open=1\n"
