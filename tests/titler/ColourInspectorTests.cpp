@@ -151,6 +151,38 @@ TEST_F(Colours, EscapeTakesADragBackWhole)
     EXPECT_FALSE(document.IsInRun());
 }
 
+TEST_F(Colours, ADragEndsWhenAnotherColourIsSelected)
+{
+    SetUpAll(PaintKind::FourCorner, PaintKind::None);
+    const CornerColours old = document.Current().title.fill.corners;
+    Press();
+    DragTo(0.5, 0.5);
+    document.Select(document.Selection().WithCorner(1));
+    SendMouse(Map(), QEvent::MouseMove, {60, 60}, Qt::LeftButton);
+    EXPECT_EQ(Panel().GetColor(), old[1]) << "the panel shows what is selected";
+    Release();
+    EXPECT_EQ(document.Current().title.fill.corners[1], old[1]);
+    EXPECT_EQ(Steps(), 1);
+    document.Undo();
+    EXPECT_EQ(document.Current().title.fill.corners, old);
+}
+
+TEST_F(Colours, AHeldArrowIsOneStep)
+{
+    const std::optional<DWORD> old = Colour();
+    for (int i = 0; i < 5; ++i)
+        QTest::keyClick(&Map(), i < 3 ? Qt::Key_Down : Qt::Key_Left);
+    EXPECT_EQ(Steps(), 1);
+    Press();
+    Release();
+    QTest::keyClick(&Map(), Qt::Key_Up);
+    EXPECT_EQ(Steps(), 3) << "a click is one of its own";
+    document.Undo();
+    document.Undo();
+    document.Undo();
+    EXPECT_EQ(Colour(), old);
+}
+
 TEST_F(Colours, ADragThatAnUndoInterruptsGoesOnAsAnotherStep)
 {
     const std::optional<DWORD> old = Colour();

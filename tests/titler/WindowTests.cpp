@@ -1,5 +1,6 @@
 // The main window's caption: workspaces, commands and what it says of the document.
 #include "KvButtons.h"
+#include "KvColorMapWnd.h"
 #include "KvGuiRes.h"
 #include "edit/Document.h"
 #include "media/MediaPanel.h"
@@ -84,6 +85,27 @@ TEST_F(Window, EachWorkspaceShowsItsViewsAndTools)
         EXPECT_EQ(Shows<MediaPanel>(), row.media) << row.key;
         EXPECT_TRUE(ShownTools(window).contains(row.tool)) << ShownTools(window).join(',').toStdString();
     }
+}
+
+// Down the inspector, through every group of choices at the one that is checked.
+TEST_F(Window, TabWalksThroughTheInspector)
+{
+    EXPECT_TRUE(qobject_cast<CanvasView*>(QApplication::focusWidget()))
+        << "where a turned wheel edits nothing";
+    QStringList there, back;
+    const auto walk = [](Qt::Key key, QStringList& names, const auto& isAtEnd) {
+        for (int i = 0; i < 20 && !isAtEnd(*QApplication::focusWidget()); ++i) {
+            names << QApplication::focusWidget()->accessibleName();
+            QTest::keyClick(QApplication::focusWidget(), key);
+        }
+    };
+    walk(Qt::Key_Tab, there, [](const QWidget& at) { return qobject_cast<const CKvColorMapWnd*>(&at); });
+    EXPECT_EQ(there.join(", ").toStdString(),
+              "Canvas, Text, Font, Size, Bold, Italic, Centre, Text, Gradient, Gradient, Position, Angle");
+    walk(Qt::Key_Backtab, back, [](const QWidget& at) { return qobject_cast<const CanvasView*>(&at); });
+    EXPECT_EQ(back.join(", ").toStdString(),
+              ", Angle, Position, Gradient, Gradient, Text, Centre, Italic, Bold, Size, Font, Text")
+        << "from the map";
 }
 
 TEST_F(Window, AnApplicationComesBackWithItsTab)

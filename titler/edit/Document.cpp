@@ -114,12 +114,13 @@ void Document::UpdateRun(const Change& change, const ColourSelection& selection)
         emit SelectionChanged();
 }
 
-void Document::EndRun()
+void Document::EndRun(EditKind kind)
 {
     if (!std::exchange(m_inRun, false))
         return;
-    EndSession();
-    Push(std::exchange(m_beforeRun, {}), EditKind::Single, m_runName);
+    if (kind == EditKind::Single)
+        EndSession();
+    Push(std::exchange(m_beforeRun, {}), kind, m_runName);
     emit ProjectChanged();
 }
 

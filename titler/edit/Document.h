@@ -44,7 +44,8 @@ public:
     int BeginRun(const QString& name);
     void UpdateRun(const Change& change) { UpdateRun(change, Selection()); }
     void UpdateRun(const Change& change, const ColourSelection& selection);
-    void EndRun();
+    /// @param kind as for `Edit`: runs of one kind become one step.
+    void EndRun(EditKind kind = EditKind::Single);
     /// Ends the run with the project as it was before it.
     void CancelRun();
     bool IsInRun() const { return m_inRun; }

@@ -16,6 +16,7 @@ enum class EditKind : int
     Single = -1,
     Typing = 1,
     StopPosition,
+    ColourStep,
     FontSize,
     GradientAngle,
     OutlineWidth,

@@ -58,7 +58,7 @@ LogPanel::LogPanel() : m_list(new CKvAppLogListCtrl), m_filter(new QLineEdit)
     auto* column = new QVBoxLayout(this);
     column->addWidget(BuildFilters());
     column->addWidget(m_list, 1);
-    setFocusProxy(m_list);
+    FocusFirst(*this, *m_list);
     m_counts.setSingleShot(true);
     m_counts.setInterval(kCountAfter);
     connect(&m_counts, &QTimer::timeout, this, &LogPanel::ShowCounts);

@@ -28,7 +28,7 @@ MediaPanel::MediaPanel(NamingRules& rules)
     connect(&m_scanner, &MediaScanner::ClipsFound, this, &MediaPanel::OnClips);
     connect(&m_scanner, &MediaScanner::Finished, this, &MediaPanel::OnFinished);
     connect(&rules, &NamingRules::Changed, this, [this] { m_isStale = true; });
-    setFocusProxy(m_filter);
+    FocusFirst(*this, *m_filter);
     connect(m_filter, &QLineEdit::textChanged, this, &MediaPanel::OnFilter);
     ShowHint(Text(kTextMediaNoFolder));
 }

@@ -81,7 +81,7 @@ RulesPanel::RulesPanel(NamingRules& rules)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(parts);
-    setFocusProxy(m_list);
+    FocusFirst(*this, *m_list);
     Connect();
     ShowRules();
 }

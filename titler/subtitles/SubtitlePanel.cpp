@@ -68,7 +68,7 @@ SubtitlePanel::SubtitlePanel(Document& document, Transport& transport)
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins({});
     whole->addWidget(parts);
-    setFocusProxy(m_list);
+    FocusFirst(*this, *m_list);
     Connect();
     SetRate(m_rate);
     OnRowsChanged();

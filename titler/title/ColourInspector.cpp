@@ -1,7 +1,7 @@
 #include "title/ColourInspector.h"
 
-#include "KvColorMapWnd.h"
 #include "KvColorPanel.h"
+#include "KvSolidColorTemplate.h"
 #include "edit/Document.h"
 #include "title/EffectInspectors.h"
 #include "title/PaintInspector.h"
@@ -9,6 +9,7 @@
 #include "window/Switch.h"
 #include "window/Texts.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -57,7 +58,6 @@ ColourInspector::ColourInspector(Document& document, bool hsb)
     BuildPanel(hsb);
     column->addWidget(m_panel);
     column->addStretch(); // takes what a part leaves that is hidden, until the section has shrunk
-    setFocusProxy(m_panel->findChild<CKvColorMapWnd*>());
     connect(m_target, &Switch::Chosen, this, [this](int target) {
         m_document.Select(m_document.Selection().WithTarget(static_cast<ColourTarget>(target)));
     });
@@ -99,10 +99,18 @@ std::optional<LRESULT> ColourInspector::OnMessage(UINT message, WPARAM wParam, L
     return 0;
 }
 
-// A run that an undo or another edit has ended goes on as a new one with the panel's next change.
+// A run that an undo or another edit has ended goes on as a new one with the panel's next change; one during
+// which another colour was selected does not.
 void ColourInspector::OnPanelNotify(int phase, DWORD colour)
 {
     const ColourSelection selection = m_document.Selection();
+    if (phase == kKvPhaseBegin)
+        m_gesture = {selection, colour};
+    if (m_gesture.selection != selection) {
+        ShowColour();
+        return;
+    }
+    m_gesture.Count(phase, colour);
     if (phase != kKvPhaseEnd && !m_document.IsInRun(m_run))
         m_run = m_document.BeginRun(Text(StepOf(m_document.Current(), selection.target)));
     // The end of a typing may still change the number.
@@ -111,8 +119,23 @@ void ColourInspector::OnPanelNotify(int phase, DWORD colour)
     if (phase != kKvPhaseEnd)
         return;
     if (m_document.IsInRun(m_run))
-        m_document.EndRun();
+        m_document.EndRun(IsStep() ? EditKind::ColourStep : EditKind::Single);
     ShowColour();
+}
+
+// A held arrow key is one step of undo, as it is in a number; swatches are tried one by one.
+bool ColourInspector::IsStep() const
+{
+    return m_gesture.isOneShot &&
+           qobject_cast<CKvSolidColorTemplate*>(QApplication::focusWidget()) == nullptr;
+}
+
+// Keys and wheel notches tell all phases at once, with one colour; a press and its release have no phase
+// between them.
+void ColourInspector::Gesture::Count(int phase, DWORD colour)
+{
+    if (phase == kKvPhaseContinue)
+        isOneShot = ++continues == 1 && colour == first;
 }
 
 void ColourInspector::ShowProject()

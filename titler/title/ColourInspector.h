@@ -1,7 +1,7 @@
 // The colours of the title: what is coloured, how, and the panel that edits the colour.
 #pragma once
 
-#include "KvTypes.h"
+#include "edit/ColourSelection.h"
 
 #include <QWidget>
 
@@ -34,9 +34,20 @@ public:
     bool IsHsb() const;
 
 private:
+    /// From the panel's begin to its end.
+    struct Gesture
+    {
+        ColourSelection selection = {}; ///< what it is about
+        DWORD first = 0;
+        int continues = 0;
+        bool isOneShot = false;
+
+        void Count(int phase, DWORD colour);
+    };
     void BuildPanel(bool hsb);
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnPanelNotify(int phase, DWORD colour);
+    bool IsStep() const;
     void ShowProject();
     void ShowColour();
 
@@ -47,6 +58,7 @@ private:
     ShadowInspector* m_shadow;
     CKvColorPanel* m_panel;
     int m_run = 0; ///< of the panel's own edits
+    Gesture m_gesture;
     // Dies before the panel, so that no message finds half an inspector.
     std::unique_ptr<KvMessageSink> m_messages;
 };

@@ -98,6 +98,7 @@ void TextInspector::BuildFields()
         m_align->addButton(button, static_cast<int>(m_align->buttons().size()));
         styles->addWidget(button);
     }
+    TabAtChecked(*m_align);
     styles->addStretch();
 
     auto* rows = new QGridLayout;

@@ -6,6 +6,7 @@
 #include "title/CanvasView.h"
 #include "title/ColourInspector.h"
 #include "title/TextInspector.h"
+#include "window/Fields.h"
 #include "window/Texts.h"
 
 #include <QHBoxLayout>
@@ -51,6 +52,7 @@ TitleWorkspace::TitleWorkspace(Document& document, Transport& transport, bool hs
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(whole);
+    FocusFirst(*this, *m_canvas);
     Show(TitleTask::Design);
 }
 
@@ -65,7 +67,6 @@ void TitleWorkspace::Show(TitleTask task)
         widget->setVisible(task == TitleTask::Design);
     for (QWidget* widget : m_animate)
         widget->setVisible(task == TitleTask::Animate);
-    setFocusProxy(task == TitleTask::Design ? static_cast<QWidget*>(m_colour) : m_canvas);
 }
 
 QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)

@@ -4,6 +4,8 @@
 #include "KvParamEdit.h"
 #include "window/Texts.h"
 
+#include <QAbstractButton>
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QKeyEvent>
@@ -101,7 +103,42 @@ private:
     bool m_hasWheel;
 };
 
+class FocusGiver : public QObject
+{
+public:
+    FocusGiver(QWidget& whole, QWidget& part) : QObject(&whole), m_part(part)
+    {
+        whole.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::FocusIn)
+            m_part.setFocus(static_cast<QFocusEvent*>(event)->reason());
+        return false;
+    }
+
+private:
+    QWidget& m_part;
+};
+
 } // namespace
+
+void FocusFirst(QWidget& whole, QWidget& part)
+{
+    new FocusGiver(whole, part); // the whole deletes it
+}
+
+void TabAtChecked(QButtonGroup& group)
+{
+    const auto update = [&group] {
+        for (QAbstractButton* button : group.buttons())
+            button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    QObject::connect(&group, &QButtonGroup::idToggled, &group, update);
+    update();
+}
 
 void NameField(QWidget& field, UINT nameId)
 {

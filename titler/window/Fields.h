@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class QButtonGroup;
 class QDoubleSpinBox;
 class QLabel;
 
@@ -27,6 +28,13 @@ QLabel* Heading(UINT textId);
 /// the window's. The wheel changes a value, or a colour in a map, only where the focus
 /// is, and scrolls elsewhere.
 void JoinProject(QWidget& field);
+
+/// What is set the focus to gives it to one of its parts. A focus proxy would do that too, but then Tab would
+/// leave out all that stands before the part.
+void FocusFirst(QWidget& whole, QWidget& part);
+
+/// Tab reaches the checked button of the group alone, from wherever it comes.
+void TabAtChecked(QButtonGroup& group);
 
 /// A number of the project: name and tip, range, unit, and all of `JoinProject`.
 void PrepareNumber(QDoubleSpinBox& field, UINT nameId, double least, double most, UINT unitId);

@@ -28,6 +28,7 @@ Switch::Switch(UINT nameId, std::initializer_list<UINT> choices) : m_group(new Q
         row->addWidget(button);
     }
     Check(0);
+    TabAtChecked(*m_group);
     connect(m_group, &QButtonGroup::idClicked, this, &Switch::Chosen);
 }
 
