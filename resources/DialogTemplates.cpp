@@ -17,9 +17,9 @@ std::span<const DialogItem> BuiltInDialogItems()
     using enum DialogItemKind;
     using enum DialogGrowth;
     static constexpr DialogItem items[] = {
-        {10034, kNoDialogItem, 65535, Static, Keep, 7, 9, 48, 10},
+        {10034, kNoDialogItem, 65535, Static, Keep, 7, 10, 48, 10},
         {10034, 10242, 10242, Edit, Widen, 58, 7, 110, 14},
-        {10034, kNoDialogItem, 65534, Static, Keep, 7, 27, 48, 10},
+        {10034, kNoDialogItem, 65534, Static, Keep, 7, 28, 48, 10},
         {10034, 10243, 10243, Edit, Widen, 58, 25, 110, 14},
         {10034, 10240, 10240, CheckBox, Keep, 58, 43, 110, 14},
         {10034, 10235, 10235, DefaultButton, KeepRight, 177, 7, 60, 14},
