@@ -4,6 +4,7 @@
 #include "KvAppLogListCtrl.h"
 #include "KvButtons.h"
 #include "KvCaptionBar.h"
+#include "KvCharMapDlg.h"
 #include "KvColorMapWnd.h"
 #include "KvColorPanel.h"
 #include "KvDialog.h"

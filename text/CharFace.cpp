@@ -1,0 +1,92 @@
+#include "text/CharFace.h"
+
+#include <QFont>
+#include <QFontDatabase>
+#include <QGlyphRun>
+
+#include <algorithm>
+
+namespace kv {
+
+namespace {
+
+// The toolkit answers with another family where one is missing, so the list decides. It names the foundry
+// where a family comes from several.
+bool IsInstalled(const QString& family)
+{
+    const QStringList families = QFontDatabase::families();
+    return !family.isEmpty() && std::any_of(families.begin(), families.end(), [&family](const QString& one) {
+        return one.startsWith(family, Qt::CaseInsensitive) &&
+               (one.size() == family.size() || QStringView(one).sliced(family.size()).startsWith(u" ["));
+    });
+}
+
+QRawFont LoadFace(const QString& family, double size)
+{
+    QFont font;
+    font.setFamilies({family});
+    font.setWeight(QFont::Normal);
+    font.setStyle(QFont::StyleNormal);
+    font.setStretch(QFont::Unstretched);
+    font.setPixelSize(static_cast<int>(size));
+    font.setStyleStrategy(QFont::NoFontMerging);
+    return QRawFont::fromFont(font);
+}
+
+} // namespace
+
+CharFace::CharFace(const QString& family)
+{
+    if (!IsInstalled(family))
+        return;
+    m_cells = LoadFace(family, kCellSize);
+    m_preview = LoadFace(family, kPreviewSize);
+}
+
+CodeTable CharFace::ReadTable() const
+{
+    if (!m_cells.isValid())
+        return {};
+    constexpr qsizetype kGlyphCountEnd = 6;
+    const QByteArray profile = m_cells.fontTable("maxp");
+    if (profile.size() < kGlyphCountEnd)
+        return {};
+    const auto byte = [&profile](qsizetype at) { return static_cast<std::uint8_t>(profile[at]); };
+    const std::uint32_t glyphs = static_cast<std::uint32_t>(byte(4) << 8 | byte(5));
+    const QByteArray map = m_cells.fontTable("cmap");
+    return ReadCodeTable(
+        {reinterpret_cast<const std::uint8_t*>(map.constData()), static_cast<std::size_t>(map.size())},
+        glyphs);
+}
+
+QPointF CentredOrigin(const QRawFont& font, std::uint32_t glyph, const QRectF& rect)
+{
+    QPointF advance;
+    font.advancesForGlyphIndexes(&glyph, &advance, 1);
+    const double baseline = rect.center().y() + (font.ascent() - font.descent()) / 2;
+    if (advance.x() > 0)
+        return {rect.center().x() - advance.x() / 2, baseline};
+    return {rect.center().x() - font.boundingRect(glyph).center().x(), baseline};
+}
+
+void DrawGlyphs(QPainter& painter, const QRawFont& font, const QVector<quint32>& glyphs,
+                const QVector<QPointF>& origins)
+{
+    if (glyphs.isEmpty())
+        return;
+    QGlyphRun run;
+    run.setRawFont(font);
+    run.setGlyphIndexes(glyphs);
+    run.setPositions(origins);
+    painter.drawGlyphRun({}, run);
+}
+
+void DrawCentredGlyph(QPainter& painter, const QRawFont& font, std::uint32_t glyph, const QRectF& rect)
+{
+    painter.save();
+    painter.setClipRect(rect, Qt::IntersectClip);
+    DrawGlyphs(painter, font, {glyph}, {CentredOrigin(font, glyph, rect)});
+    painter.restore();
+}
+
+} // namespace kv

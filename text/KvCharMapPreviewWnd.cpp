@@ -1,0 +1,251 @@
+#include "KvCharMapDlg.h"
+#include "platform/SkinColours.h"
+#include "text/CharNames.h"
+#include "text/KvCharMapPreviewWndImpl.h"
+
+#include <QDrag>
+#include <QFontInfo>
+#include <QMimeData>
+#include <QPointer>
+
+#include <utility>
+
+CKvCharMapPreviewWnd::CKvCharMapPreviewWnd() : m_impl(std::make_unique<Impl>(*this))
+{
+    setFocusPolicy(Qt::ClickFocus);
+}
+
+CKvCharMapPreviewWnd::~CKvCharMapPreviewWnd() = default;
+
+int CKvCharMapPreviewWnd::Create(UINT style, CWnd* parent, DWORD id)
+{
+    return CKvStatic::Create(style, parent, id) ? Initialize() : 0;
+}
+
+int CKvCharMapPreviewWnd::Initialize()
+{
+    UpdateCodeTable();
+    return 1;
+}
+
+void CKvCharMapPreviewWnd::SetFont(const CString& face)
+{
+    m_impl->face = face;
+    UpdateCodeTable();
+}
+
+CString CKvCharMapPreviewWnd::GetFont() const
+{
+    return m_impl->face.empty() ? KvFromQString(QFontInfo(font()).family()) : m_impl->face;
+}
+
+void CKvCharMapPreviewWnd::UpdateCodeTable()
+{
+    m_impl->font = kv::CharFace(KvToQString(GetFont()));
+    kv::CodeTable table = m_impl->font.ReadTable();
+    kv::DropLeadingSpace(table);
+    m_impl->model.SetTable(std::move(table));
+    m_impl->page.Invalidate();
+    m_impl->press.reset();
+    m_impl->access.PartsChanged();
+    m_impl->access.UpdateFocus();
+    DrawCharMap();
+}
+
+void CKvCharMapPreviewWnd::DrawCharMap()
+{
+    update();
+}
+
+void CKvCharMapPreviewWnd::DrawSelected()
+{
+    if (const int cell = m_impl->model.CellOf(m_impl->model.Selected()); cell >= 0)
+        update(QRect(kv::CharCellRect(cell)).adjusted(0, 0, 1, 1).united(QRect(m_impl->PreviewRect())));
+}
+
+int CKvCharMapPreviewWnd::Select(CPoint point)
+{
+    const int index = m_impl->IndexAt(point);
+    if (index < 0)
+        return 0;
+    SetSelected(index);
+    return 1;
+}
+
+int CKvCharMapPreviewWnd::GetCodeCount() const
+{
+    return m_impl->model.Count();
+}
+
+DWORD CKvCharMapPreviewWnd::GetCode(int index) const
+{
+    const bool isThere = index >= 0 && index < GetCodeCount();
+    return isThere ? m_impl->model.Table()[static_cast<std::size_t>(index)].code : 0u;
+}
+
+int CKvCharMapPreviewWnd::FindCode(DWORD code) const
+{
+    return kv::PlaceOf(m_impl->model.Table(), code);
+}
+
+int CKvCharMapPreviewWnd::SetSelected(int index)
+{
+    if (!m_impl->model.Select(index))
+        return 0;
+    m_impl->hidesPreview = false;
+    m_impl->access.SelectionChanged();
+    m_impl->access.UpdateFocus();
+    update();
+    return 1;
+}
+
+int CKvCharMapPreviewWnd::GetSelected() const
+{
+    return m_impl->model.Selected();
+}
+
+int CKvCharMapPreviewWnd::SetFirst(int index)
+{
+    if (!m_impl->model.SetFirst(index))
+        return 0;
+    update();
+    return 1;
+}
+
+int CKvCharMapPreviewWnd::GetFirst() const
+{
+    return m_impl->model.First();
+}
+
+int CKvCharMapPreviewWnd::GetLastFirst() const
+{
+    return kv::LastFirstChar(m_impl->model.Count());
+}
+
+void CKvCharMapPreviewWnd::ScrollWheel(int delta)
+{
+    if (!m_impl->model.Wheel(delta))
+        return;
+    update();
+    if (m_impl->Send(kKvCharScrolled))
+        Q_EMIT Scrolled(GetFirst());
+}
+
+UINT CKvCharMapPreviewWnd::OnGetDlgCode()
+{
+    return DLGC_WANTARROWS | DLGC_WANTCHARS;
+}
+
+QSize CKvCharMapPreviewWnd::sizeHint() const
+{
+    return {kv::kCharGridRight + kv::kCharOrigin, kv::kCharGridBottom + kv::kCharOrigin};
+}
+
+void CKvCharMapPreviewWnd::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
+{
+    CKvStatic::SetGuiBasicSettings(settings);
+    update();
+}
+
+void CKvCharMapPreviewWnd::Impl::PickCharacter(int index)
+{
+    const QPointer<CKvCharMapPreviewWnd> alive(&control);
+    SelectByUser(index);
+    if (alive && model.Selected() == index)
+        Pick();
+}
+
+void CKvCharMapPreviewWnd::Impl::FocusCharacter(int index)
+{
+    const QPointer<CKvCharMapPreviewWnd> alive(&control);
+    control.setFocus(Qt::OtherFocusReason);
+    if (alive)
+        SelectByUser(index);
+}
+
+void CKvCharMapPreviewWnd::Impl::SelectByUser(int index)
+{
+    const int first = model.First();
+    if (control.SetSelected(index))
+        NotifySelected(model.First() != first);
+}
+
+void CKvCharMapPreviewWnd::Impl::NotifySelected(bool scrolled)
+{
+    const QPointer<CKvCharMapPreviewWnd> alive(&control);
+    const char16_t code = SelectedCode();
+    const int first = model.First();
+    if (!Send(kKvCharSelected))
+        return;
+    Q_EMIT alive->CharSelected(code);
+    if (!scrolled || !alive || !Send(kKvCharScrolled))
+        return;
+    Q_EMIT alive->Scrolled(first);
+}
+
+void CKvCharMapPreviewWnd::Impl::Pick()
+{
+    if (model.Selected() < 0)
+        return;
+    const QPointer<CKvCharMapPreviewWnd> alive(&control);
+    const char16_t code = SelectedCode();
+    if (Send(kKvCharPicked))
+        Q_EMIT alive->CharPicked(code);
+}
+
+bool CKvCharMapPreviewWnd::Impl::Send(UINT code)
+{
+    const QPointer<CKvCharMapPreviewWnd> alive(&control);
+    KvSendMessage(control.parentWidget(), WM_COMMAND, MAKEWPARAM(control.GetDlgCtrlID(), code),
+                  reinterpret_cast<LPARAM>(&control));
+    return !alive.isNull();
+}
+
+kv::CharMapLook CKvCharMapPreviewWnd::Impl::Look() const
+{
+    const SKvGuiBasicSettings* settings = control.GuiBasicSettings();
+    const bool enabled = control.isEnabled();
+    kv::CharMapLook look;
+    if (settings) {
+        look.background = QColor::fromRgba(settings->background);
+        look.text = QColor::fromRgba(enabled ? settings->textColour : settings->disabledTextColour);
+    } else {
+        look.background = kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
+        look.text = enabled ? kv::TextColour() : kv::DisabledTextColour();
+    }
+    look.focused = enabled && control.hasFocus();
+    look.preview = enabled && !hidesPreview;
+    return look;
+}
+
+int CKvCharMapPreviewWnd::Impl::IndexAt(CPoint point) const
+{
+    const std::optional<int> cell = kv::CharCellAt(point);
+    return cell ? model.IndexAt(*cell) : -1;
+}
+
+CRect CKvCharMapPreviewWnd::Impl::PreviewRect() const
+{
+    const int cell = model.CellOf(model.Selected());
+    return cell < 0 ? CRect() : kv::CharPreviewRect(cell, control.GetClientRect().Size());
+}
+
+char16_t CKvCharMapPreviewWnd::Impl::SelectedCode() const
+{
+    return static_cast<char16_t>(control.GetCode(model.Selected()));
+}
+
+void CKvCharMapPreviewWnd::Impl::BeginDrag()
+{
+    if (!press || model.Selected() < 0)
+        return;
+    press.reset();
+    control.ReleaseCapture();
+    auto* drag = new QDrag(&control); // the toolkit deletes it
+    auto* data = new QMimeData;       // the drag's
+    data->setText(QString(QChar(SelectedCode())));
+    drag->setMimeData(data);
+    if (const int cell = model.CellOf(model.Selected()); cell >= 0)
+        drag->setPixmap(control.grab(QRect(kv::CharCellRect(cell)).adjusted(0, 0, 1, 1)));
+    drag->exec(Qt::CopyAction);
+}
