@@ -113,3 +113,91 @@ private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
+
+/// Receives what is picked. Never deleted through this interface: it has no virtual destructor.
+class IKvCmdTarget
+{
+public:
+    /// @param id KvCharMapCommand. @param character the picked one, a UTF-16 unit. The last parameter is 0.
+    /// The operation may delete the dialog.
+    virtual int OnCommand(unsigned /*id*/, WPARAM /*character*/, LPARAM) { return 0; }
+};
+
+/// The command that a picked character is sent with.
+inline constexpr unsigned KvCharMapCommand = 12240;
+
+// The items of the dialog.
+inline constexpr UINT kKvCharMapGrid = 20001;
+inline constexpr UINT kKvCharMapScrollBar = 20002;
+inline constexpr UINT kKvCharMapStatus = 20003; ///< a label: code and name of the selected character
+inline constexpr UINT kKvCharMapSearch = 20004; ///< an edit
+
+/// "Character Map", modeless: the grid with a scroll bar, a search box, the selected character's code and
+/// name, the characters used last, favourites, and a line to collect several characters and copy them at
+/// once. `Create` makes it hidden and `show` shows it; Escape and the close box hide it, and everything in it
+/// stays until the window is destroyed.
+///
+/// A pick (double click or Enter on a character, the Insert button, Enter in the search box) is sent to the
+/// command target once, then emitted. The search box selects the first match as one types: by the character
+/// itself, by its code (`E9`, `U+E9`, `0xE9`) or by words of its name in any order; F3 goes to the next
+/// match. Without a match the selection stays and the box says so. Space collects the selected character,
+/// Ctrl+D makes it a favourite or takes that back.
+class KV_API CKvCharMapDlg : public CKvDialog
+{
+    Q_OBJECT
+
+public:
+    CKvCharMapDlg();
+    ~CKvCharMapDlg() override;
+
+    /// Makes the window, hidden. @param target may be null; it must outlive the window.
+    /// @return see `CKvDialog::Create`.
+    int Create(CWnd* parent, IKvCmdTarget* target);
+    /// Shows the characters of a face, from the first one on. @param face a family; empty for the dialog's
+    /// own.
+    void SetFont(const CString& face);
+    CString GetFont() const;
+
+    /// Scrolls the grid. @param code SB_…; @param position for SB_THUMBTRACK and SB_THUMBPOSITION the row
+    /// that comes first. A line is one row, a page ten.
+    void OnVScroll(UINT code, UINT position);
+    /// Scrolls the grid a row a notch. @param delta 120 a notch, positive away from the user; parts add up
+    /// until the direction turns. @param point unused. @return 1; 0 without a window.
+    BOOL OnMouseWheel(short delta, CPoint point);
+
+    /// The grid; null without a window.
+    CKvCharMapPreviewWnd* GetGrid() const;
+    // What a host may keep from run to run: at most 20 characters each, newest first and in the order of
+    // their adding. Setters are silent; characters that no grid shows are left out.
+    void SetRecent(const CString& characters);
+    CString GetRecent() const;
+    void SetFavorites(const CString& characters);
+    CString GetFavorites() const;
+    /// What is in the line of collected characters.
+    CString GetCollected() const;
+
+    int DestroyWindow() override;
+    BOOL OnInitDialog() override;
+    /// Hides the dialog.
+    void OnCancel() override;
+    void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
+
+Q_SIGNALS:
+    /// After the command.
+    void CharPicked(quint32 code);
+    /// The user changed the favourites.
+    void FavoritesChanged();
+
+protected:
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    void OnSkinChanged() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};

@@ -20,6 +20,7 @@ CKvDialog > QPushButton { background: @button; color: @text; border: 1px solid @
 CKvDialog > QPushButton:default { border-color: @strong; }
 CKvDialog > QPushButton:hover { background: @hover; }
 CKvDialog > QPushButton:pressed { background: @pressed; }
+CKvDialog > QPushButton:checked { background: @selection; color: @selected; }
 CKvDialog > QPushButton:focus { border-color: @focus; }
 CKvDialog > QPushButton:disabled { background: @window; color: @disabled; border-color: @faint; }
 CKvDialog > QLineEdit { background: @field; color: @text; border: 1px solid @border; border-radius: 2px;

@@ -52,6 +52,12 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12160, 12163, L"&Paste\tCtrl+V"},
         {12160, 12164, L"&Delete"},
         {12160, 12165, L"Select &All\tCtrl+A"},
+        // 12240: character map
+        {12240, 12241, L"&Insert\tEnter"},
+        {12240, 12242, L"&Copy\tCtrl+C"},
+        {12240, 12243, L"C&ollect\tSpace"},
+        {12240, 12244, L"Add to &Favorites\tCtrl+D"},
+        {12240, 12245, L"Remove from &Favorites\tCtrl+D"},
         // 20100: lists of texts
         {20100, 33001, L"Cu&t\tCtrl+X"},
         {20100, 33002, L"&Copy\tCtrl+C"},
@@ -80,9 +86,11 @@ std::span<const MenuEntry> BuiltInMenus()
         {12100, 12101},          {12100, 12102},          {12100, kMenuSeparator}, {12100, 12103},
         {12100, 12104},          {12100, 12105},          {12100, kMenuSeparator}, {12100, 12106},
         {12100, 12107},          {12160, 12161},          {12160, 12162},          {12160, 12163},
-        {12160, 12164},          {12160, kMenuSeparator}, {12160, 12165},          {20100, 33001},
-        {20100, 33002},          {20100, 33003},          {20100, 33004},          {20100, kMenuSeparator},
-        {20100, 33005},          {20100, kMenuSeparator}, {20100, 33006},          {20100, 33007},
+        {12160, 12164},          {12160, kMenuSeparator}, {12160, 12165},          {12240, 12241},
+        {12240, 12242},          {12240, 12243},          {12240, kMenuSeparator}, {12240, 12244},
+        {12240, 12245},          {20100, 33001},          {20100, 33002},          {20100, 33003},
+        {20100, 33004},          {20100, kMenuSeparator}, {20100, 33005},          {20100, kMenuSeparator},
+        {20100, 33006},          {20100, 33007},
     };
     return menus;
 }

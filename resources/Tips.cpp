@@ -26,6 +26,12 @@ std::span<const TextEntry> BuiltInTips()
         {0, 15001, L"Add/Remove KeyFrame"},
         {0, 15002, L"Go To Prev/Head KeyFrame"},
         {0, 15003, L"Go To Next/Tail KeyFrame"},
+        // The character map's.
+        {0, 20240, L"Send the selected character to the text (Enter)"},
+        {0, 20241, L"Keep the selected character at hand (Ctrl+D)"},
+        {0, 20242, L"Add the selected character to the line (Space)"},
+        {0, 20243, L"Copy the line, or the selected character while it is empty"},
+        {0, 20244, L"A character, a code such as U+E9, or words of a name; F3 goes on"},
     };
     return tips;
 }

@@ -15,6 +15,6 @@ for name in 'KvSendMessage(' 'KvCreateFileNamingMatcher(' 'CKvGradientCtrl::SetD
   'KvSaveFileNamingCollection(' 'KvCreateBezierCurve2D(' 'KvBezierEase::Value(' \
   'KvCreateScrollLineHelper(' 'KvCreateScrollRectHelper(' 'CKvScrollBar::SetScroll(' 'CKvLayoutSelector::SetData(' 'CKvProjectFileLayoutData::Select(' 'CKvBitmapButton::CreateButton(' 'CKvButton::SetWindowText(' 'CKvCaptionBar::Create(' 'CKvDialog::DoModal(' 'CKvKeyFrameCtrl::SetToggleCheck(' \
   'CKvColorPanel::SetColor(' 'CKvColorMapWnd::SetHPValue(' 'CKvParamEdit::SetValueRange(' 'CKvRadioBitmapButton::SubClassButton(' \
-  'CKvAppLogListCtrl::AddAppLogMsg(' 'CKvFindReplaceTxtDlg::FindNext(' 'CKvCharMapPreviewWnd::Select(' 'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
+  'CKvAppLogListCtrl::AddAppLogMsg(' 'CKvFindReplaceTxtDlg::FindNext(' 'CKvCharMapPreviewWnd::Select(' 'CKvCharMapDlg::OnVScroll(' 'CKvFrameWnd::RequestShowState(' 'CKvParamBezierWnd::Load(' 'CKvParamBezierInfo::GetCurve(' 'CKvParamBezierCtrlDlg::GetCurveWnd('; do
   grep -qF "$name" <<<"$names" || { printf 'Not exported: %s\n' "$name"; exit 1; }
 done

@@ -10,7 +10,6 @@ namespace kv {
 
 namespace {
 
-constexpr QRgb kLineColour = 0xFF808080u;
 constexpr double kPreviewMargin = 4;
 
 std::uint16_t GlyphAt(const CharMapModel& model, int index)
@@ -27,7 +26,7 @@ QRectF FaceOf(int cell)
 void DrawLines(Graphics& graphics)
 {
     const DevicePixels pixels(graphics);
-    const QColor colour = QColor::fromRgba(kLineColour);
+    const QColor colour = CharLineColour();
     for (int x = kCharOrigin; x <= kCharGridRight; x += kCharCellSide)
         graphics.fillRect(pixels.Column(x, kCharOrigin, kCharGridBottom), colour);
     for (int y = kCharOrigin; y <= kCharGridBottom; y += kCharCellSide) {
@@ -79,6 +78,24 @@ void DrawPreview(Graphics& graphics, const CRect& client, const CharFace& face, 
 }
 
 } // namespace
+
+CharMapLook CharLookOf(const SKvGuiBasicSettings* settings, bool enabled)
+{
+    CharMapLook look;
+    if (settings) {
+        look.background = QColor::fromRgba(settings->background);
+        look.text = QColor::fromRgba(enabled ? settings->textColour : settings->disabledTextColour);
+    } else {
+        look.background = SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
+        look.text = enabled ? TextColour() : DisabledTextColour();
+    }
+    return look;
+}
+
+QColor CharLineColour()
+{
+    return {0x80, 0x80, 0x80};
+}
 
 void CharPage::Place(const QRawFont& font, const CharMapModel& model)
 {

@@ -15,6 +15,11 @@ struct CharMapLook
     bool preview = false; ///< the selected character is shown enlarged beside its cell
 };
 
+/// The look of the theme, or of a host's settings, which may be null.
+CharMapLook CharLookOf(const SKvGuiBasicSettings* settings, bool enabled);
+/// The lines between cells.
+QColor CharLineColour();
+
 /// The glyphs of a page, placed; kept until another page is shown.
 class CharPage
 {

@@ -40,7 +40,7 @@ QString CharCode(char16_t code)
 
 QString CharCodeAndName(char16_t code)
 {
-    return CharCode(code) + QStringLiteral("  ") + QString::fromStdString(CharName(code));
+    return CharCode(code) + u' ' + QString::fromStdString(CharName(code));
 }
 
 const CharNameIndex& CharNames()

@@ -11,7 +11,7 @@ namespace kv {
 std::string CharName(char16_t code);
 /// "U+00E9".
 QString CharCode(char16_t code);
-/// Both: "U+00E9  LATIN SMALL LETTER E WITH ACUTE".
+/// Both: "U+00E9 LATIN SMALL LETTER E WITH ACUTE".
 QString CharCodeAndName(char16_t code);
 
 /// The names of all characters of a grid; made at the first call.

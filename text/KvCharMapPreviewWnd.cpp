@@ -1,5 +1,4 @@
 #include "KvCharMapDlg.h"
-#include "platform/SkinColours.h"
 #include "text/CharNames.h"
 #include "text/KvCharMapPreviewWndImpl.h"
 
@@ -31,7 +30,8 @@ int CKvCharMapPreviewWnd::Initialize()
 void CKvCharMapPreviewWnd::SetFont(const CString& face)
 {
     m_impl->face = face;
-    UpdateCodeTable();
+    if (IsCreated())
+        UpdateCodeTable();
 }
 
 CString CKvCharMapPreviewWnd::GetFont() const
@@ -203,16 +203,8 @@ bool CKvCharMapPreviewWnd::Impl::Send(UINT code)
 
 kv::CharMapLook CKvCharMapPreviewWnd::Impl::Look() const
 {
-    const SKvGuiBasicSettings* settings = control.GuiBasicSettings();
     const bool enabled = control.isEnabled();
-    kv::CharMapLook look;
-    if (settings) {
-        look.background = QColor::fromRgba(settings->background);
-        look.text = QColor::fromRgba(enabled ? settings->textColour : settings->disabledTextColour);
-    } else {
-        look.background = kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
-        look.text = enabled ? kv::TextColour() : kv::DisabledTextColour();
-    }
+    kv::CharMapLook look = kv::CharLookOf(control.GuiBasicSettings(), enabled);
     look.focused = enabled && control.hasFocus();
     look.preview = enabled && !hidesPreview;
     return look;

@@ -1,0 +1,197 @@
+// The character map: what is picked, found, scrolled and kept.
+#include "CharMapFixture.h"
+#include "KvScroll.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+
+#include <functional>
+
+namespace {
+
+/// Writes down what it is sent.
+class Target : public IKvCmdTarget
+{
+public:
+    std::vector<unsigned> picked;
+    std::function<void()> meanwhile = [] {};
+
+    int OnCommand(unsigned id, WPARAM character, LPARAM lParam) override
+    {
+        EXPECT_EQ(id, KvCharMapCommand);
+        EXPECT_EQ(lParam, 0);
+        picked.push_back(static_cast<unsigned>(character));
+        meanwhile();
+        return 1;
+    }
+};
+
+class CharMap : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        dialog = std::make_unique<CKvCharMapDlg>();
+        dialog->SetFont(kTestFace);
+        ASSERT_EQ(dialog->Create(nullptr, &target), 1);
+        ASSERT_FALSE(dialog->isVisible());
+        dialog->show();
+        QApplication::setActiveWindow(dialog.get());
+    }
+    CKvCharMapPreviewWnd& Grid() { return *dialog->GetGrid(); }
+    QLineEdit& Search() { return *qobject_cast<QLineEdit*>(dialog->GetDlgItem(kKvCharMapSearch)); }
+    QString Status() { return qobject_cast<QLabel*>(dialog->GetDlgItem(kKvCharMapStatus))->text(); }
+    CKvScrollBar& Bar() { return *qobject_cast<CKvScrollBar*>(dialog->GetDlgItem(kKvCharMapScrollBar)); }
+    unsigned Selected() { return Grid().GetCode(Grid().GetSelected()); }
+    void Find(const QString& query)
+    {
+        Search().clear();
+        QTest::keyClicks(&Search(), query);
+    }
+
+    Target target;
+    std::unique_ptr<CKvCharMapDlg> dialog;
+};
+
+using Codes = std::vector<unsigned>;
+
+TEST_F(CharMap, SendsEachPickOnce)
+{
+    std::vector<unsigned> emitted;
+    QObject::connect(dialog.get(), &CKvCharMapDlg::CharPicked,
+                     [&](quint32 code) { emitted.push_back(code); });
+    QTest::mouseClick(&Grid(), Qt::LeftButton, {}, CellMiddle(0));
+    EXPECT_EQ(target.picked, Codes{}); // selected alone
+    EXPECT_EQ(Status(), QStringLiteral("U+0021 EXCLAMATION MARK"));
+    QTest::mouseDClick(&Grid(), Qt::LeftButton, {}, CellMiddle(0));
+    QTest::keyClick(&Grid(), Qt::Key_Right);
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    Find(QStringLiteral("e acute small"));
+    QTest::keyClick(&Search(), Qt::Key_Return);
+    EXPECT_EQ(target.picked, (Codes{'!', '"', 0xE9}));
+    EXPECT_EQ(emitted, target.picked);
+    EXPECT_EQ(dialog->GetRecent(), L"\u00E9\"!");
+    QTest::keyClick(dialog.get(), Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(Selected(), 0xE9u);
+}
+
+TEST_F(CharMap, NobodyNeedHearAndWhoHearsMayDelete)
+{
+    target.meanwhile = [this] { dialog.reset(); };
+    Grid().SetSelected(4);
+    QTest::keyPress(&Grid(), Qt::Key_Return);
+    EXPECT_FALSE(dialog);
+    dialog = std::make_unique<CKvCharMapDlg>();
+    dialog->SetFont(kTestFace);
+    dialog->Create(nullptr, nullptr);
+    Grid().SetSelected(4);
+    QTest::keyClick(&Grid(), Qt::Key_Return);
+    EXPECT_EQ(dialog->GetRecent(), L"%");
+    EXPECT_EQ(dialog->DestroyWindow(), 1);
+    EXPECT_EQ(dialog->GetGrid(), nullptr);
+    EXPECT_EQ(dialog->OnMouseWheel(120, {}), 0);
+    dialog->OnVScroll(SB_LINEDOWN, 0);
+    dialog->SetFavorites(L"ab");
+    EXPECT_EQ(dialog->Create(nullptr, nullptr), 1);
+    EXPECT_EQ(dialog->GetFavorites(), L"ab");
+}
+
+TEST_F(CharMap, ScrollsByBarAndWheel)
+{
+    const int last = Grid().GetLastFirst();
+    struct Step
+    {
+        UINT code;
+        UINT position;
+        int first;
+    };
+    const Step steps[] = {{SB_LINEUP, 0, 0},
+                          {SB_LINEDOWN, 0, 20},
+                          {SB_PAGEDOWN, 0, 220},
+                          {SB_PAGEUP, 0, 20},
+                          {SB_THUMBTRACK, 7, 140},
+                          {SB_THUMBPOSITION, 3, 60},
+                          {SB_THUMBTRACK, 0xFFFF, last},
+                          {SB_LINEDOWN, 0, last},
+                          {SB_TOP, 0, 0},
+                          {SB_BOTTOM, 0, last},
+                          {SB_ENDSCROLL, 0, last},
+                          {99, 0, last}};
+    for (const Step& step : steps) {
+        dialog->OnVScroll(step.code, step.position);
+        EXPECT_EQ(Grid().GetFirst(), step.first) << step.code << ' ' << step.position;
+        EXPECT_EQ(Bar().GetScrollPos() * 20, step.first);
+    }
+    EXPECT_EQ(last % 20, 0);
+    EXPECT_EQ(last, (Grid().GetCodeCount() + 19) / 20 * 20 - 200);
+    dialog->OnVScroll(SB_TOP, 0);
+    Bar().triggerAction(QAbstractSlider::SliderPageStepAdd);
+    EXPECT_EQ(Grid().GetFirst(), 200);
+    EXPECT_EQ(dialog->OnMouseWheel(60, {}), 1);
+    EXPECT_EQ(Grid().GetFirst(), 200);
+    dialog->OnMouseWheel(60, {});
+    EXPECT_EQ(Grid().GetFirst(), 180);
+    SendWheel(Grid(), {100, 100}, -240);
+    EXPECT_EQ(Bar().GetScrollPos(), 11);
+    QTest::keyClick(&Grid(), Qt::Key_End);
+    EXPECT_EQ(Bar().GetScrollPos() * 20, last);
+    dialog->SetFont(L"No such face anywhere");
+    EXPECT_EQ(Bar().GetScrollRange(), 0);
+    EXPECT_TRUE(Status().contains(QStringLiteral("No such face anywhere")));
+}
+
+TEST_F(CharMap, SearchJumpsAndNeverFilters)
+{
+    const int count = Grid().GetCodeCount();
+    Find(QStringLiteral("U+20AC"));
+    EXPECT_EQ(Selected(), 0x20ACu);
+    EXPECT_EQ(Status(), QStringLiteral("U+20AC EURO SIGN"));
+    EXPECT_EQ(Search().accessibleDescription(), QString());
+    Search().setText(QStringLiteral("no such name"));
+    EXPECT_EQ(Search().accessibleDescription(), QStringLiteral("No match"));
+    EXPECT_EQ(Selected(), 0x20ACu);
+    Search().setText(QStringLiteral("heart"));
+    const unsigned first = Selected();
+    QTest::keyClick(&Search(), Qt::Key_F3);
+    EXPECT_GT(Selected(), first);
+    while (Selected() != first)
+        QTest::keyClick(&Search(), Qt::Key_F3);
+    EXPECT_EQ(Grid().GetCodeCount(), count);
+    const int at = Grid().GetSelected() - Grid().GetFirst();
+    EXPECT_TRUE(at >= 0 && at < 200);
+    QTest::keyClick(&Search(), Qt::Key_Down);
+    EXPECT_TRUE(Grid().hasFocus());
+}
+
+TEST_F(CharMap, KeepsCharactersAtHand)
+{
+    int changes = 0;
+    QObject::connect(dialog.get(), &CKvCharMapDlg::FavoritesChanged, [&] { ++changes; });
+    dialog->SetFavorites(L"\u266A\U0001F600");
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(dialog->GetFavorites(), L"\u266A");
+    Grid().SetSelected(Grid().FindCode(0xE9));
+    Grid().setFocus();
+    QTest::keyClick(&Grid(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(dialog->GetFavorites(), L"\u266A\u00E9");
+    QTest::keyClick(&Grid(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(dialog->GetFavorites(), L"\u266A");
+    EXPECT_EQ(changes, 2);
+    QTest::keyClick(&Grid(), Qt::Key_Space);
+    QTest::keyClick(&Grid(), Qt::Key_Left);
+    QTest::keyClick(&Grid(), Qt::Key_Space);
+    EXPECT_EQ(dialog->GetCollected(), L"\u00E9\u00E8");
+    EXPECT_EQ(target.picked, Codes{});
+    EXPECT_EQ(dialog->GetRecent(), L"\u00E8\u00E9");
+    for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
+        if (button->text() == QStringLiteral("Copy"))
+            button->click();
+    }
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("éè"));
+}
+
+} // namespace

@@ -1,0 +1,191 @@
+#include "text/CharShelfWnd.h"
+
+#include "platform/AccessibleParts.h"
+#include "platform/DevicePixels.h"
+#include "platform/FocusRing.h"
+#include "platform/VirtualKey.h"
+#include "text/CharMapLayout.h"
+#include "text/CharMapPainter.h"
+#include "text/CharNames.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace kv {
+
+namespace {
+
+CRect ShelfCell(int index)
+{
+    return {index * kCharCellSide, 0, (index + 1) * kCharCellSide, kCharCellSide};
+}
+
+bool IsShelfKey(UINT key, Qt::KeyboardModifiers modifiers)
+{
+    return HeldModifiers(modifiers) == Qt::NoModifier &&
+           (key == VK_LEFT || key == VK_RIGHT || key == VK_HOME || key == VK_END || key == VK_RETURN ||
+            key == VK_DELETE);
+}
+
+} // namespace
+
+class CharShelfWnd::Access : public AccessibleParts
+{
+public:
+    explicit Access(CharShelfWnd& row) : AccessibleParts(row, QAccessible::List), m_row(row) {}
+
+    QString ControlName() const override { return m_row.m_name; }
+    int Count() const override { return static_cast<int>(m_row.m_shown.size()); }
+    Key KeyAt(int index) const override { return m_row.m_shown[static_cast<std::size_t>(index)].code; }
+    AccessiblePart Describe(Key key) const override
+    {
+        AccessiblePart part;
+        part.role = QAccessible::ListItem;
+        part.name = CharCodeAndName(static_cast<char16_t>(key));
+        part.rect = ShelfCell(IndexOf(key));
+        part.actions = {QAccessibleActionInterface::pressAction()};
+        return part;
+    }
+    std::optional<Key> FocusedPart() const override
+    {
+        return m_row.m_current < Count() ? std::optional(KeyAt(m_row.m_current)) : std::nullopt;
+    }
+    void DoAction(Key key, const QString&) override { m_row.m_hooks.pick(static_cast<char16_t>(key)); }
+
+private:
+    CharShelfWnd& m_row;
+};
+
+CharShelfWnd::CharShelfWnd(CharShelfHooks hooks)
+    : m_hooks(std::move(hooks))
+    , m_access(std::make_unique<Access>(*this))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+CharShelfWnd::~CharShelfWnd() = default;
+
+void CharShelfWnd::SetCharacters(const CharFace& face, const CodeTable& table,
+                                 const std::u16string& characters)
+{
+    m_face = &face;
+    m_shown.clear();
+    for (const char16_t code : characters) {
+        if (const int place = PlaceOf(table, code); place >= 0)
+            m_shown.push_back(table[static_cast<std::size_t>(place)]);
+    }
+    m_current = std::clamp(m_current, 0, std::max(0, static_cast<int>(m_shown.size()) - 1));
+    m_access->PartsChanged();
+    m_access->UpdateFocus();
+    update();
+}
+
+void CharShelfWnd::SetName(const QString& name)
+{
+    m_name = name;
+}
+
+QSize CharShelfWnd::sizeHint() const
+{
+    return {kCharColumns * kCharCellSide + 1, kCharCellSide + 1};
+}
+
+UINT CharShelfWnd::OnGetDlgCode()
+{
+    return DLGC_WANTARROWS;
+}
+
+void CharShelfWnd::OnPaint(Graphics& graphics)
+{
+    const CharMapLook look = CharLookOf(GuiBasicSettings(), isEnabled());
+    const DevicePixels pixels(graphics);
+    const QColor line = CharLineColour();
+    graphics.fillRect(pixels.Row(0, width(), 0), line);
+    graphics.fillRect(pixels.Row(0, width(), kCharCellSide), line);
+    for (int x = 0; x <= kCharColumns * kCharCellSide; x += kCharCellSide)
+        graphics.fillRect(pixels.Column(x, 0, kCharCellSide), line);
+    graphics.setPen(look.text);
+    for (int index = 0; index < static_cast<int>(m_shown.size()); ++index) {
+        const QRectF cell = QRectF(QRect(ShelfCell(index))).adjusted(1, 1, 0, 0);
+        DrawCentredGlyph(graphics, m_face->Cells(), m_shown[static_cast<std::size_t>(index)].glyph, cell);
+    }
+    if (hasFocus())
+        DrawFocusRing(graphics, QRectF(QRect(ShelfCell(m_current))).adjusted(0, 0, 1, 1));
+}
+
+int CharShelfWnd::IndexAt(CPoint point) const
+{
+    const bool isInside = QRect(0, 0, width(), height()).contains(point);
+    const int index = point.x / kCharCellSide;
+    return isInside && index < static_cast<int>(m_shown.size()) ? index : -1;
+}
+
+void CharShelfWnd::SetCurrent(int index)
+{
+    m_current = index;
+    update();
+    m_access->UpdateFocus();
+    m_hooks.select(m_shown[static_cast<std::size_t>(index)].code);
+}
+
+void CharShelfWnd::OnLButtonDown(Qt::KeyboardModifiers, CPoint point)
+{
+    if (const int index = IndexAt(point); index >= 0)
+        SetCurrent(index);
+}
+
+void CharShelfWnd::OnLButtonDblClk(Qt::KeyboardModifiers, CPoint point)
+{
+    if (const int index = IndexAt(point); index >= 0)
+        m_hooks.pick(m_shown[static_cast<std::size_t>(index)].code);
+}
+
+void CharShelfWnd::Step(UINT key)
+{
+    const int last = static_cast<int>(m_shown.size()) - 1;
+    const int next = key == VK_HOME ? 0 : key == VK_END ? last : m_current + (key == VK_LEFT ? -1 : 1);
+    SetCurrent(std::clamp(next, 0, last));
+}
+
+BOOL CharShelfWnd::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
+{
+    if (!IsShelfKey(key, modifiers) || m_shown.empty())
+        return CKvStatic::OnKeyDown(key, modifiers);
+    const char16_t code = m_shown[static_cast<std::size_t>(m_current)].code;
+    if (key == VK_RETURN)
+        m_hooks.pick(code);
+    else if (key != VK_DELETE)
+        Step(key);
+    else if (m_hooks.remove)
+        m_hooks.remove(code);
+    return 1;
+}
+
+bool CharShelfWnd::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT) const
+{
+    return IsShelfKey(key, modifiers) && !m_shown.empty();
+}
+
+void CharShelfWnd::OnSetFocus()
+{
+    update();
+    m_access->FocusChanged();
+}
+
+void CharShelfWnd::OnKillFocus()
+{
+    update();
+}
+
+QString CharShelfWnd::ToolTipAt(CPoint point, CRect& area) const
+{
+    const int index = IndexAt(point);
+    if (index < 0)
+        return {};
+    area = ShelfCell(index);
+    return CharCodeAndName(m_shown[static_cast<std::size_t>(index)].code);
+}
+
+} // namespace kv

@@ -1,0 +1,241 @@
+#include "KvCharMapDlg.h"
+
+#include "platform/VirtualKey.h"
+#include "text/CharNames.h"
+#include "text/KvCharMapDlgImpl.h"
+
+#include <QKeyEvent>
+#include <QLayout>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace {
+constexpr UINT kTemplate = 12200;
+}
+
+CKvCharMapDlg::CKvCharMapDlg() : m_impl(std::make_unique<Impl>(*this))
+{
+    KvCreateScrollLineHelper(&m_impl->line);
+}
+
+CKvCharMapDlg::~CKvCharMapDlg()
+{
+    CKvCharMapDlg::DestroyWindow();
+    m_impl->line->Release();
+}
+
+int CKvCharMapDlg::Create(CWnd* parent, IKvCmdTarget* target)
+{
+    if (IsCreated())
+        return 0;
+    m_impl->target = target;
+    return CKvDialog::Create(kTemplate, parent);
+}
+
+BOOL CKvCharMapDlg::OnInitDialog()
+{
+    m_impl->MakeItems();
+    m_impl->ApplyTexts();
+    m_impl->LayOut();
+    m_impl->FaceChanged();
+    layout()->activate();
+    return CKvDialog::OnInitDialog();
+}
+
+int CKvCharMapDlg::DestroyWindow()
+{
+    const QPointer<CKvCharMapDlg> self(this);
+    const int result = CKvDialog::DestroyWindow();
+    if (self && result)
+        m_impl->Clear();
+    return result;
+}
+
+void CKvCharMapDlg::SetFont(const CString& face)
+{
+    m_impl->face = face;
+    if (!m_impl->IsMade())
+        return;
+    m_impl->grid->SetFont(face);
+    m_impl->FaceChanged();
+}
+
+CString CKvCharMapDlg::GetFont() const
+{
+    return m_impl->IsMade() ? m_impl->grid->GetFont() : m_impl->face;
+}
+
+void CKvCharMapDlg::OnVScroll(UINT code, UINT position)
+{
+    if (!m_impl->IsMade())
+        return;
+    CKvCharMapPreviewWnd& grid = *m_impl->grid;
+    const int row = grid.GetFirst() / kv::kCharColumns;
+    const int last = grid.GetLastFirst() / kv::kCharColumns;
+    const auto show = [&grid](int first) { grid.SetFirst(first * kv::kCharColumns); };
+    switch (code) {
+    case SB_LINEUP:
+        show(row - 1);
+        break;
+    case SB_LINEDOWN:
+        show(row + 1);
+        break;
+    case SB_PAGEUP:
+        show(row - kv::kCharRows);
+        break;
+    case SB_PAGEDOWN:
+        show(row + kv::kCharRows);
+        break;
+    case SB_THUMBPOSITION:
+    case SB_THUMBTRACK:
+        show(static_cast<int>(std::min(position, static_cast<UINT>(last))));
+        break;
+    case SB_TOP:
+        show(0);
+        break;
+    case SB_BOTTOM:
+        show(last);
+        break;
+    default:
+        return;
+    }
+    m_impl->UpdateBar();
+}
+
+BOOL CKvCharMapDlg::OnMouseWheel(short delta, CPoint)
+{
+    if (!m_impl->IsMade())
+        return 0;
+    m_impl->grid->ScrollWheel(delta);
+    return 1;
+}
+
+CKvCharMapPreviewWnd* CKvCharMapDlg::GetGrid() const
+{
+    return m_impl->grid;
+}
+
+void CKvCharMapDlg::SetRecent(const CString& characters)
+{
+    m_impl->recent.Set(characters);
+    if (m_impl->IsMade())
+        m_impl->UpdateRows();
+}
+
+CString CKvCharMapDlg::GetRecent() const
+{
+    return m_impl->recent.Text();
+}
+
+void CKvCharMapDlg::SetFavorites(const CString& characters)
+{
+    m_impl->favorites.Set(characters);
+    if (!m_impl->IsMade())
+        return;
+    m_impl->UpdateRows();
+    m_impl->UpdateSelection();
+}
+
+CString CKvCharMapDlg::GetFavorites() const
+{
+    return m_impl->favorites.Text();
+}
+
+CString CKvCharMapDlg::GetCollected() const
+{
+    return m_impl->IsMade() ? KvFromQString(m_impl->collected->text()) : CString();
+}
+
+void CKvCharMapDlg::OnCancel()
+{
+    hide();
+}
+
+void CKvCharMapDlg::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
+{
+    CKvDialog::SetGuiBasicSettings(settings);
+    m_impl->settings = settings;
+    if (!m_impl->IsMade())
+        return;
+    m_impl->grid->SetGuiBasicSettings(settings);
+    m_impl->recentRow->SetGuiBasicSettings(settings);
+    m_impl->favoritesRow->SetGuiBasicSettings(settings);
+}
+
+BOOL CKvCharMapDlg::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    if (LOWORD(wParam) != kKvCharMapGrid || !m_impl->IsMade())
+        return CKvDialog::OnCommand(wParam, lParam, result);
+    switch (HIWORD(wParam)) {
+    case kKvCharSelected:
+        m_impl->UpdateSelection();
+        break;
+    case kKvCharScrolled:
+        m_impl->UpdateBar();
+        break;
+    case kKvCharPicked:
+        m_impl->PickSelected();
+        break;
+    default:
+        break;
+    }
+    return 1;
+}
+
+BOOL CKvCharMapDlg::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    if (message != WM_VSCROLL)
+        return CKvDialog::OnWndMsg(message, wParam, lParam, result);
+    OnVScroll(LOWORD(wParam), HIWORD(wParam));
+    return 1;
+}
+
+void CKvCharMapDlg::OnSkinChanged()
+{
+    CKvDialog::OnSkinChanged();
+    if (!m_impl->IsMade())
+        return;
+    m_impl->bar->LoadSkin();
+    m_impl->ApplyTexts();
+}
+
+// From the search box into the characters that it found.
+bool CKvCharMapDlg::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_impl->search || event->type() != QEvent::KeyPress ||
+        static_cast<QKeyEvent*>(event)->key() != Qt::Key_Down)
+        return CKvDialog::eventFilter(watched, event);
+    m_impl->grid->setFocus(Qt::TabFocusReason);
+    return true;
+}
+
+void CKvCharMapDlg::showEvent(QShowEvent* event)
+{
+    CKvDialog::showEvent(event);
+    if (event->spontaneous() || !m_impl->IsMade())
+        return;
+    kv::CharNames(); // else the first key pressed in the search box waits for it
+    m_impl->search->setFocus();
+    m_impl->search->selectAll();
+}
+
+void CKvCharMapDlg::keyPressEvent(QKeyEvent* event)
+{
+    const Qt::KeyboardModifiers held = kv::HeldModifiers(event->modifiers());
+    if (m_impl->IsMade() && event->key() == Qt::Key_F3 && held == Qt::NoModifier)
+        m_impl->SearchNext();
+    else if (m_impl->IsMade() && event->key() == Qt::Key_Space && held == Qt::NoModifier &&
+             m_impl->grid->hasFocus())
+        m_impl->Collect();
+    else if (m_impl->IsMade() && event->key() == Qt::Key_D && held == Qt::ControlModifier)
+        m_impl->ToggleFavorite(m_impl->SelectedCode());
+    else
+        CKvDialog::keyPressEvent(event);
+}
+
+void CKvCharMapDlg::wheelEvent(QWheelEvent* event)
+{
+    OnMouseWheel(static_cast<short>(event->angleDelta().y()), event->globalPosition().toPoint());
+    event->accept();
+}

@@ -1,0 +1,322 @@
+#include "text/KvCharMapDlgImpl.h"
+
+#include "KvGuiRes.h"
+#include "KvMenu.h"
+#include "core/Text.h"
+#include "text/CharMapTexts.h"
+#include "text/CharNames.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kMargin = 10;
+constexpr int kSpacing = 6;
+constexpr int kRowHeight = 26; // of edits and buttons
+
+constexpr UINT kMenu = 12240;
+constexpr UINT kMenuInsert = 12241;
+constexpr UINT kMenuCopy = 12242;
+constexpr UINT kMenuCollect = 12243;
+constexpr UINT kMenuAddFavorite = 12244;
+constexpr UINT kMenuRemoveFavorite = 12245;
+
+constexpr UINT kInsertTip = 20240;
+constexpr UINT kFavoriteTip = 20241;
+constexpr UINT kCollectTip = 20242;
+constexpr UINT kCopyTip = 20243;
+constexpr UINT kSearchTip = 20244;
+
+QString TextOf(UINT number)
+{
+    return KvToQString(KvGuiRes::LoadStringW(number));
+}
+
+QString TipOf(UINT number)
+{
+    return KvToQString(KvGuiRes::LoadTip(number));
+}
+
+QPushButton* MakeButton(QWidget& dialog)
+{
+    auto* button = new QPushButton(&dialog);
+    button->setAutoDefault(false);
+    button->setFixedHeight(kRowHeight);
+    return button;
+}
+
+void SetButtonTexts(QPushButton& button, UINT text, UINT tip)
+{
+    constexpr int kPadding = 24;
+    button.setText(TextOf(text));
+    button.setToolTip(TipOf(tip));
+    button.setFixedWidth(button.fontMetrics().horizontalAdvance(button.text()) + kPadding);
+}
+
+} // namespace
+
+void CKvCharMapDlg::Impl::MakeItems()
+{
+    search = new kv::CharSearchBox(&dialog);
+    search->setFixedHeight(kRowHeight);
+    grid = new CKvCharMapPreviewWnd;
+    grid->SetFont(face);
+    grid->setFixedSize(grid->sizeHint());
+    grid->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &dialog, kKvCharMapGrid);
+    grid->SetGuiBasicSettings(settings);
+    bar = new CKvScrollBar;
+    bar->Create(Qt::Vertical, WS_CHILD | WS_VISIBLE, {}, &dialog, kKvCharMapScrollBar);
+    status = new QLabel(&dialog);
+    status->setTextFormat(Qt::PlainText);
+    status->setWordWrap(true);
+    status->setFixedHeight(2 * status->fontMetrics().lineSpacing()); // long names take two lines
+    insert = MakeButton(dialog);
+    insert->setDefault(true);
+    favorite = MakeButton(dialog);
+    favorite->setCheckable(true);
+    const auto pick = [this](char16_t code) {
+        SelectCode(code);
+        PickSelected();
+    };
+    const auto select = [this](char16_t code) { SelectCode(code); };
+    recentRow = new kv::CharShelfWnd({select, pick, {}});
+    favoritesRow = new kv::CharShelfWnd({select, pick, [this](char16_t code) { ToggleFavorite(code); }});
+    for (kv::CharShelfWnd* row : {recentRow.data(), favoritesRow.data()}) {
+        row->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &dialog, 0);
+        row->SetGuiBasicSettings(settings);
+    }
+    for (QPointer<QLabel>* label : {&recentLabel, &favoritesLabel, &collectedLabel})
+        *label = new QLabel(&dialog);
+    collected = new QLineEdit(&dialog);
+    collected->setFixedHeight(kRowHeight);
+    collect = MakeButton(dialog);
+    copy = MakeButton(dialog);
+    KvSetDlgItemId(status, kKvCharMapStatus);
+    KvSetDlgItemId(search, kKvCharMapSearch);
+    search->installEventFilter(&dialog);
+    connect(search, &QLineEdit::textChanged, &dialog, [this] { Search(-1); });
+    connect(grid, &CKvCharMapPreviewWnd::MenuRequested, &dialog, [this](QPoint screen) { OpenMenu(screen); });
+    connect(insert, &QPushButton::clicked, &dialog, [this] { PickSelected(); });
+    connect(favorite, &QPushButton::clicked, &dialog, [this] { ToggleFavorite(SelectedCode()); });
+    connect(collect, &QPushButton::clicked, &dialog, [this] { Collect(); });
+    connect(copy, &QPushButton::clicked, &dialog, [this] { Copy(); });
+    connect(collected, &QLineEdit::textChanged, &dialog, [this] { UpdateSelection(); });
+}
+
+void CKvCharMapDlg::Impl::LayOut()
+{
+    auto* column = new QVBoxLayout(&dialog);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setSpacing(kSpacing);
+    column->addWidget(search);
+    auto* characters = new QHBoxLayout;
+    characters->setSpacing(0);
+    characters->addWidget(grid);
+    characters->addWidget(bar);
+    column->addLayout(characters);
+    auto* selected = new QHBoxLayout;
+    selected->setSpacing(kSpacing);
+    selected->addWidget(status, 1);
+    selected->addWidget(favorite);
+    selected->addWidget(insert);
+    column->addLayout(selected);
+    for (const auto& [label, row] :
+         {std::pair(recentLabel, recentRow), std::pair(favoritesLabel, favoritesRow)}) {
+        column->addWidget(label);
+        column->addWidget(row);
+    }
+    column->addWidget(collectedLabel);
+    auto* collecting = new QHBoxLayout;
+    collecting->setSpacing(kSpacing);
+    collecting->addWidget(collected, 1);
+    collecting->addWidget(collect);
+    collecting->addWidget(copy);
+    column->addLayout(collecting);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    QWidget* const order[] = {search,       grid,      favorite, insert, recentRow,
+                              favoritesRow, collected, collect,  copy};
+    for (std::size_t i = 1; i < std::size(order); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
+}
+
+void CKvCharMapDlg::Impl::ApplyTexts()
+{
+    search->setPlaceholderText(TextOf(kv::kTextSearchHint));
+    search->setAccessibleName(TextOf(kv::kTextSearchHint));
+    search->setToolTip(TipOf(kSearchTip));
+    SetButtonTexts(*insert, kv::kTextInsert, kInsertTip);
+    SetButtonTexts(*favorite, kv::kTextFavorite, kFavoriteTip);
+    SetButtonTexts(*collect, kv::kTextCollect, kCollectTip);
+    SetButtonTexts(*copy, kv::kTextCopy, kCopyTip);
+    recentLabel->setText(TextOf(kv::kTextRecent));
+    favoritesLabel->setText(TextOf(kv::kTextFavorites));
+    collectedLabel->setText(TextOf(kv::kTextCollected));
+    recentRow->SetName(recentLabel->text());
+    favoritesRow->SetName(favoritesLabel->text());
+    collected->setAccessibleName(collectedLabel->text());
+    UpdateSelection();
+    if (!search->text().isEmpty())
+        Search(-1);
+}
+
+void CKvCharMapDlg::Impl::Clear()
+{
+    delete dialog.layout();
+    for (QWidget* item :
+         {static_cast<QWidget*>(grid.data()), static_cast<QWidget*>(bar.data()),
+          static_cast<QWidget*>(status.data()), static_cast<QWidget*>(search.data()),
+          static_cast<QWidget*>(recentLabel.data()), static_cast<QWidget*>(favoritesLabel.data()),
+          static_cast<QWidget*>(collectedLabel.data()), static_cast<QWidget*>(recentRow.data()),
+          static_cast<QWidget*>(favoritesRow.data()), static_cast<QWidget*>(collected.data()),
+          static_cast<QWidget*>(insert.data()), static_cast<QWidget*>(favorite.data()),
+          static_cast<QWidget*>(collect.data()), static_cast<QWidget*>(copy.data())})
+        delete item;
+}
+
+char16_t CKvCharMapDlg::Impl::SelectedCode() const
+{
+    return static_cast<char16_t>(grid->GetCode(grid->GetSelected()));
+}
+
+void CKvCharMapDlg::Impl::FaceChanged()
+{
+    rowFace = kv::CharFace(KvToQString(grid->GetFont()));
+    table = rowFace.ReadTable();
+    kv::DropLeadingSpace(table);
+    UpdateBar();
+    UpdateRows();
+    UpdateSelection();
+    search->ShowFault({});
+}
+
+void CKvCharMapDlg::Impl::UpdateBar()
+{
+    const int last = grid->GetLastFirst() / kv::kCharColumns;
+    line->SetViewLength(kv::kCharRows);
+    line->SetVirtualLength(last + kv::kCharRows);
+    line->SetPosition(grid->GetFirst() / kv::kCharColumns);
+    bar->SetScroll(*line);
+}
+
+void CKvCharMapDlg::Impl::UpdateRows()
+{
+    recentRow->SetCharacters(rowFace, table, recent.Characters());
+    favoritesRow->SetCharacters(rowFace, table, favorites.Characters());
+}
+
+void CKvCharMapDlg::Impl::UpdateSelection()
+{
+    const bool isSelected = grid->GetSelected() >= 0;
+    if (isSelected)
+        status->setText(kv::CharCodeAndName(SelectedCode()));
+    else if (grid->GetCodeCount() == 0)
+        status->setText(KvToQString(kv::FillText(KvGuiRes::LoadStringW(kv::kTextNoFace), {grid->GetFont()})));
+    else
+        status->setText(TextOf(kv::kTextNothingSelected));
+    const bool isFavorite = isSelected && favorites.Has(SelectedCode());
+    favorite->setChecked(isFavorite);
+    favorite->setEnabled(isSelected && (isFavorite || !favorites.IsFull()));
+    insert->setEnabled(isSelected);
+    collect->setEnabled(isSelected);
+    copy->setEnabled(isSelected || !collected->text().isEmpty());
+}
+
+void CKvCharMapDlg::Impl::SelectCode(char16_t code)
+{
+    const int index = grid->FindCode(code);
+    if (index < 0)
+        return;
+    grid->SetSelected(index);
+    UpdateBar();
+    UpdateSelection();
+}
+
+void CKvCharMapDlg::Impl::Search(int after)
+{
+    const QString query = search->text();
+    if (query.trimmed().isEmpty()) {
+        search->ShowFault({});
+        return;
+    }
+    const int index = kv::FindCharacter(KvFromQString(query), table, kv::CharNames(), after);
+    search->ShowFault(index < 0 ? TextOf(kv::kTextNoMatch) : QString());
+    if (index >= 0)
+        SelectCode(table[static_cast<std::size_t>(index)].code);
+}
+
+void CKvCharMapDlg::Impl::PickSelected()
+{
+    if (grid->GetSelected() < 0)
+        return;
+    const char16_t code = SelectedCode();
+    Used(code);
+    const QPointer<CKvCharMapDlg> alive(&dialog);
+    if (target)
+        target->OnCommand(KvCharMapCommand, code, 0);
+    if (alive)
+        Q_EMIT alive->CharPicked(code);
+}
+
+void CKvCharMapDlg::Impl::Used(char16_t code)
+{
+    recent.PutFirst(code);
+    UpdateRows();
+}
+
+void CKvCharMapDlg::Impl::Collect()
+{
+    if (grid->GetSelected() < 0)
+        return;
+    collected->insert(QString(QChar(SelectedCode())));
+    Used(SelectedCode());
+}
+
+void CKvCharMapDlg::Impl::Copy()
+{
+    const QString text = collected->text();
+    if (!text.isEmpty())
+        QApplication::clipboard()->setText(text);
+    else if (grid->GetSelected() >= 0)
+        QApplication::clipboard()->setText(QString(QChar(SelectedCode())));
+}
+
+void CKvCharMapDlg::Impl::ToggleFavorite(char16_t code)
+{
+    if (code == 0 || (!favorites.Remove(code) && !favorites.Append(code)))
+        return;
+    UpdateRows();
+    UpdateSelection();
+    Q_EMIT dialog.FavoritesChanged();
+}
+
+void CKvCharMapDlg::Impl::OpenMenu(QPoint screen)
+{
+    const char16_t code = SelectedCode();
+    const bool isFavorite = favorites.Has(code);
+    CKvMenu menu;
+    menu.LoadMenu(kMenu);
+    menu.EnableMenuItem(kMenuAddFavorite, !isFavorite && !favorites.IsFull());
+    menu.EnableMenuItem(kMenuRemoveFavorite, isFavorite);
+    const QPointer<CKvCharMapDlg> alive(&dialog);
+    const UINT command = menu.TrackPopupMenu(TPM_RIGHTBUTTON | TPM_RETURNCMD, CPoint(screen), &dialog);
+    if (!alive || !IsMade())
+        return;
+    SelectCode(code);
+    switch (command) {
+    case kMenuInsert:
+        return PickSelected();
+    case kMenuCopy:
+        return QApplication::clipboard()->setText(QString(QChar(code)));
+    case kMenuCollect:
+        return Collect();
+    case kMenuAddFavorite:
+    case kMenuRemoveFavorite:
+        return ToggleFavorite(code);
+    default:
+        return;
+    }
+}

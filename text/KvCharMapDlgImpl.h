@@ -1,0 +1,70 @@
+// What stands behind the character map: its items, and what they do to one another.
+#pragma once
+
+#include "KvCharMapDlg.h"
+#include "KvScroll.h"
+#include "text/CharSearchBox.h"
+#include "text/CharShelf.h"
+#include "text/CharShelfWnd.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+
+// Functions that notify may delete the dialog; nothing of it is touched afterwards.
+struct CKvCharMapDlg::Impl
+{
+    explicit Impl(CKvCharMapDlg& owner) : dialog(owner) {}
+
+    void MakeItems();
+    void LayOut();
+    void ApplyTexts();
+    /// Deletes what `MakeItems` made.
+    void Clear();
+    bool IsMade() const { return !grid.isNull(); }
+
+    char16_t SelectedCode() const;
+    /// The face changed: bar, rows, status and search begin anew.
+    void FaceChanged();
+    void UpdateBar();
+    void UpdateRows();
+    /// The selection changed: status and buttons.
+    void UpdateSelection();
+    /// Selects a character for the user, where the face has it.
+    void SelectCode(char16_t code);
+    /// Selects the first match, or says that there is none. @param after see `kv::FindCharacter`.
+    void Search(int after);
+    void SearchNext() { Search(kv::PlaceOf(table, SelectedCode())); }
+    void PickSelected();
+    void Used(char16_t code);
+    void Collect();
+    void Copy();
+    void ToggleFavorite(char16_t code);
+    void OpenMenu(QPoint screen);
+
+    CKvCharMapDlg& dialog;
+    IKvCmdTarget* target = nullptr;
+    SKvGuiBasicSettings* settings = nullptr;
+    CString face;
+    kv::CharShelf recent;
+    kv::CharShelf favorites;
+    kv::CharFace rowFace; ///< of the two rows
+    kv::CodeTable table;  ///< as the grid shows it
+
+    QPointer<CKvCharMapPreviewWnd> grid;
+    QPointer<CKvScrollBar> bar;
+    QPointer<QLabel> status;
+    QPointer<kv::CharSearchBox> search;
+    QPointer<QLabel> recentLabel;
+    QPointer<QLabel> favoritesLabel;
+    QPointer<QLabel> collectedLabel;
+    QPointer<kv::CharShelfWnd> recentRow;
+    QPointer<kv::CharShelfWnd> favoritesRow;
+    QPointer<QLineEdit> collected;
+    QPointer<QPushButton> insert;
+    QPointer<QPushButton> favorite;
+    QPointer<QPushButton> collect;
+    QPointer<QPushButton> copy;
+    IKvScrollLineHelper* line = nullptr; ///< in rows
+};
