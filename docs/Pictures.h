@@ -42,7 +42,7 @@ bool SaveCaptions(const Pictures& pictures);
 /// The subtitle list and the text list.
 bool SaveLists(const Pictures& pictures);
 
-/// The find and replace dialog.
+/// The find and replace dialog and the character map.
 bool SaveTextTools(const Pictures& pictures);
 
 /// The colour panel.

@@ -5,6 +5,7 @@
 #include "platform/SkinColours.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kv {
 
@@ -33,6 +34,38 @@ void DrawLines(Graphics& graphics)
         const int end = y == kCharGridBottom ? kCharGridRight + 1 : kCharGridRight;
         graphics.fillRect(pixels.Row(kCharOrigin, end, y), colour);
     }
+}
+
+/// Draws the glyphs of a row of the table, the first cell's corner at (0, 0), in the painter's pen.
+void DrawRow(Graphics& graphics, const QRawFont& font, const CharMapModel& model, int row)
+{
+    QVector<quint32> glyphs;
+    QVector<QPointF> origins;
+    const int begin = row * kCharColumns;
+    const int end = std::min(begin + kCharColumns, model.Count());
+    for (int index = begin; index < end; ++index) {
+        const std::uint32_t glyph = GlyphAt(model, index);
+        const QRectF cell((index - begin) * kCharCellSide + 1, 1, kCharCellSide - 1, kCharCellSide - 1);
+        const QPointF origin = CentredOrigin(font, glyph, cell);
+        if (!cell.contains(font.boundingRect(glyph).translated(origin))) {
+            DrawCentredGlyph(graphics, font, glyph, cell);
+            continue;
+        }
+        glyphs.push_back(glyph);
+        origins.push_back(origin);
+    }
+    DrawGlyphs(graphics, font, glyphs, origins);
+}
+
+/// Whether every cell's corner falls on a corner between device pixels, so that a picture of a row can be
+/// copied.
+bool StandsOnPixels(const Graphics& graphics)
+{
+    const QTransform& device = graphics.deviceTransform();
+    const auto isWhole = [](double place) { return std::abs(place - std::round(place)) < 1e-6; };
+    const QPointF origin = device.map(QPointF(kCharOrigin, kCharOrigin));
+    return device.m11() == device.m22() && device.type() <= QTransform::TxScale && device.m11() > 0 &&
+           isWhole(origin.x()) && isWhole(origin.y()) && isWhole(device.m11() * kCharCellSide);
 }
 
 void DrawSelected(Graphics& graphics, const CharFace& face, const CharMapModel& model, int cell,
@@ -97,46 +130,54 @@ QColor CharLineColour()
     return {0x80, 0x80, 0x80};
 }
 
-void CharPage::Place(const QRawFont& font, const CharMapModel& model)
+QPixmap CharRows::Picture(const CharFace& face, const CharMapModel& model, int row)
 {
-    m_glyphs.clear();
-    m_origins.clear();
-    m_large.clear();
-    for (int cell = 0; cell < kCharCells; ++cell) {
-        const int index = model.IndexAt(cell);
-        if (index < 0)
-            break;
-        const std::uint32_t glyph = GlyphAt(model, index);
-        const QRectF rect = FaceOf(cell);
-        const QPointF origin = CentredOrigin(font, glyph, rect);
-        if (!rect.contains(font.boundingRect(glyph).translated(origin))) {
-            m_large.push_back(cell);
-            continue;
-        }
-        m_glyphs.push_back(glyph);
-        m_origins.push_back(origin);
-    }
-    m_first = model.First();
+    if (const QPixmap* picture = m_pictures.object(row))
+        return *picture;
+    const QSizeF size = QSizeF(kCharColumns * kCharCellSide, kCharCellSide) * m_ratio;
+    QPixmap picture(size.toSize());
+    picture.setDevicePixelRatio(m_ratio);
+    picture.fill(m_background);
+    QPainter painter(&picture);
+    painter.setPen(m_text);
+    DrawRow(painter, face.Cells(), model, row);
+    painter.end();
+    m_pictures.insert(row, new QPixmap(picture), picture.width() * picture.height() * 4);
+    return picture;
 }
 
-void CharPage::Draw(Graphics& graphics, const CharFace& face, const CharMapModel& model)
+void CharRows::Draw(Graphics& graphics, const CharFace& face, const CharMapModel& model,
+                    const CharMapLook& look)
 {
-    if (m_first != model.First())
-        Place(face.Cells(), model);
-    DrawGlyphs(graphics, face.Cells(), m_glyphs, m_origins);
-    for (const int cell : m_large) {
-        if (const int index = model.IndexAt(cell); index >= 0)
-            DrawCentredGlyph(graphics, face.Cells(), GlyphAt(model, index), FaceOf(cell));
+    const double ratio = graphics.deviceTransform().m11();
+    if (m_ratio != ratio || m_background != look.background || m_text != look.text) {
+        m_pictures.clear();
+        m_ratio = ratio;
+        m_background = look.background;
+        m_text = look.text;
+    }
+    const int first = model.First() / kCharColumns;
+    const bool isWhole = StandsOnPixels(graphics);
+    for (int row = 0; row < kCharRows && model.IndexAt(row * kCharColumns) >= 0; ++row) {
+        const QPointF origin(kCharOrigin, kCharOrigin + row * kCharCellSide);
+        if (isWhole) {
+            graphics.drawPixmap(origin, Picture(face, model, first + row));
+        } else {
+            graphics.save();
+            graphics.translate(origin);
+            DrawRow(graphics, face.Cells(), model, first + row);
+            graphics.restore();
+        }
     }
 }
 
 void DrawCharMap(Graphics& graphics, const CRect& client, const CharFace& face, const CharMapModel& model,
-                 CharPage& page, const CharMapLook& look)
+                 CharRows& rows, const CharMapLook& look)
 {
     graphics.fillRect(QRect(client), look.background);
-    DrawLines(graphics);
     graphics.setPen(look.text);
-    page.Draw(graphics, face, model);
+    rows.Draw(graphics, face, model, look);
+    DrawLines(graphics);
     const int cell = model.CellOf(model.Selected());
     if (cell >= 0) {
         DrawSelected(graphics, face, model, cell, look);

@@ -5,6 +5,9 @@
 #include "text/CharFace.h"
 #include "text/CharMapModel.h"
 
+#include <QCache>
+#include <QPixmap>
+
 namespace kv {
 
 struct CharMapLook
@@ -20,23 +23,27 @@ CharMapLook CharLookOf(const SKvGuiBasicSettings* settings, bool enabled);
 /// The lines between cells.
 QColor CharLineColour();
 
-/// The glyphs of a page, placed; kept until another page is shown.
-class CharPage
+/// The rows of a grid, each kept as a picture until the look changes or others need the room: scrolling draws
+/// what is new, and a repaint draws no glyph but the selected one.
+class CharRows
 {
 public:
-    void Invalidate() { m_first = -1; }
-    void Draw(Graphics& graphics, const CharFace& face, const CharMapModel& model);
+    void Invalidate() { m_pictures.clear(); }
+    /// Draws the glyphs of the page over the background.
+    void Draw(Graphics& graphics, const CharFace& face, const CharMapModel& model, const CharMapLook& look);
 
 private:
-    void Place(const QRawFont& font, const CharMapModel& model);
+    static constexpr int kBudget = 8 << 20; // bytes
 
-    int m_first = -1;
-    QVector<quint32> m_glyphs;
-    QVector<QPointF> m_origins;
-    QVector<int> m_large; ///< cells whose glyph is cut off
+    QPixmap Picture(const CharFace& face, const CharMapModel& model, int row);
+
+    QCache<int, QPixmap> m_pictures{kBudget};
+    double m_ratio = 0;
+    QColor m_background;
+    QColor m_text;
 };
 
 void DrawCharMap(Graphics& graphics, const CRect& client, const CharFace& face, const CharMapModel& model,
-                 CharPage& page, const CharMapLook& look);
+                 CharRows& rows, const CharMapLook& look);
 
 } // namespace kv

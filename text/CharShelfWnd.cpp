@@ -16,9 +16,14 @@ namespace kv {
 
 namespace {
 
+constexpr int kTop = 1; // the upper line's device pixel may begin a little above
+constexpr int kBottom = kTop + kCharCellSide;
+
+// Below the grid's columns.
 CRect ShelfCell(int index)
 {
-    return {index * kCharCellSide, 0, (index + 1) * kCharCellSide, kCharCellSide};
+    const int left = kCharOrigin + index * kCharCellSide;
+    return {left, kTop, left + kCharCellSide, kBottom};
 }
 
 bool IsShelfKey(UINT key, Qt::KeyboardModifiers modifiers)
@@ -89,7 +94,7 @@ void CharShelfWnd::SetName(const QString& name)
 
 QSize CharShelfWnd::sizeHint() const
 {
-    return {kCharColumns * kCharCellSide + 1, kCharCellSide + 1};
+    return {kCharGridRight + kCharOrigin, kBottom + 1};
 }
 
 UINT CharShelfWnd::OnGetDlgCode()
@@ -102,10 +107,10 @@ void CharShelfWnd::OnPaint(Graphics& graphics)
     const CharMapLook look = CharLookOf(GuiBasicSettings(), isEnabled());
     const DevicePixels pixels(graphics);
     const QColor line = CharLineColour();
-    graphics.fillRect(pixels.Row(0, width(), 0), line);
-    graphics.fillRect(pixels.Row(0, width(), kCharCellSide), line);
-    for (int x = 0; x <= kCharColumns * kCharCellSide; x += kCharCellSide)
-        graphics.fillRect(pixels.Column(x, 0, kCharCellSide), line);
+    graphics.fillRect(pixels.Row(kCharOrigin, kCharGridRight, kTop), line);
+    graphics.fillRect(pixels.Row(kCharOrigin, kCharGridRight + 1, kBottom), line);
+    for (int x = kCharOrigin; x <= kCharGridRight; x += kCharCellSide)
+        graphics.fillRect(pixels.Column(x, kTop, kBottom), line);
     graphics.setPen(look.text);
     for (int index = 0; index < static_cast<int>(m_shown.size()); ++index) {
         const QRectF cell = QRectF(QRect(ShelfCell(index))).adjusted(1, 1, 0, 0);
@@ -117,9 +122,8 @@ void CharShelfWnd::OnPaint(Graphics& graphics)
 
 int CharShelfWnd::IndexAt(CPoint point) const
 {
-    const bool isInside = QRect(0, 0, width(), height()).contains(point);
-    const int index = point.x / kCharCellSide;
-    return isInside && index < static_cast<int>(m_shown.size()) ? index : -1;
+    const CRect all(ShelfCell(0).left, kTop, ShelfCell(static_cast<int>(m_shown.size())).left, kBottom);
+    return all.PtInRect(point) ? (point.x - all.left) / kCharCellSide : -1;
 }
 
 void CharShelfWnd::SetCurrent(int index)

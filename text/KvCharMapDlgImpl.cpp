@@ -52,6 +52,7 @@ QPushButton* MakeButton(QWidget& dialog)
 void SetButtonTexts(QPushButton& button, UINT text, UINT tip)
 {
     constexpr int kPadding = 24;
+    button.ensurePolished();
     button.setText(TextOf(text));
     button.setToolTip(TipOf(tip));
     button.setFixedWidth(button.fontMetrics().horizontalAdvance(button.text()) + kPadding);

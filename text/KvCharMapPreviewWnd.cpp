@@ -45,7 +45,7 @@ void CKvCharMapPreviewWnd::UpdateCodeTable()
     kv::CodeTable table = m_impl->font.ReadTable();
     kv::DropLeadingSpace(table);
     m_impl->model.SetTable(std::move(table));
-    m_impl->page.Invalidate();
+    m_impl->rows.Invalidate();
     m_impl->press.reset();
     m_impl->access.PartsChanged();
     m_impl->access.UpdateFocus();

@@ -43,7 +43,7 @@ bool IsGridKey(UINT key, Qt::KeyboardModifiers modifiers)
 
 void CKvCharMapPreviewWnd::OnPaint(Graphics& graphics)
 {
-    kv::DrawCharMap(graphics, GetClientRect(), m_impl->font, m_impl->model, m_impl->page, m_impl->Look());
+    kv::DrawCharMap(graphics, GetClientRect(), m_impl->font, m_impl->model, m_impl->rows, m_impl->Look());
 }
 
 void CKvCharMapPreviewWnd::OnLButtonDown(Qt::KeyboardModifiers, CPoint point)

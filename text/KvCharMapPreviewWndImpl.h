@@ -36,7 +36,7 @@ struct CKvCharMapPreviewWnd::Impl : kv::CharMapUser
     CString face;
     kv::CharFace font;
     kv::CharMapModel model;
-    kv::CharPage page;
+    kv::CharRows rows;
     kv::CharMapAccess access;
     std::optional<CPoint> press; ///< on the selected character, not yet a drag
     bool hidesPreview = false;
