@@ -1,0 +1,343 @@
+#include "tests/monkey/Subjects.h"
+
+#include "KvAppLogListCtrl.h"
+#include "KvCharMapDlg.h"
+#include "KvColorMapWnd.h"
+#include "KvColorPanel.h"
+#include "KvFindReplaceTxtDlg.h"
+#include "KvGradientCtrl.h"
+#include "KvKeyFrameCtrl.h"
+#include "KvLayoutSelector.h"
+#include "KvParamBezierWnd.h"
+#include "KvParamEdit.h"
+#include "KvQuadGradCtrl.h"
+#include "KvRibbonMenuBar.h"
+#include "KvRibbonTitlebar.h"
+#include "KvSolidColorTemplate.h"
+#include "KvSubTitleTxtListEditor.h"
+#include "KvTextEditListCtrl.h"
+#include "core/RefCounted.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+namespace {
+
+constexpr UINT kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+
+DWORD Colour(Random& random)
+{
+    return static_cast<DWORD>(random());
+}
+
+template <typename C>
+class Of : public Subject
+{
+public:
+    QWidget& Control() override { return *control; }
+    C* control = new C; // the parent's
+};
+
+// A control that is created with a style, its parent and a number.
+template <typename C>
+struct Plain : Of<C>
+{
+    explicit Plain(QWidget& parent) { this->control->Create(kStyle, &parent, 1000); }
+};
+
+struct Gradient : Plain<CKvGradientCtrl>
+{
+    using Plain::Plain;
+    void Change(Random& random) override
+    {
+        std::vector<SKvCGGradientKey> stops(static_cast<std::size_t>(2 + Below(random, 6)));
+        for (SKvCGGradientKey& stop : stops)
+            stop = {Colour(random), static_cast<float>(Below(random, 101)) / 100, 0.5f};
+        if (Below(random, 2) == 0)
+            control->SetData(static_cast<int>(stops.size()), stops.data());
+        else
+            control->SetColor(Colour(random));
+    }
+};
+
+struct Quad : Plain<CKvQuadGradCtrl>
+{
+    using Plain::Plain;
+    void Change(Random& random) override
+    {
+        control->SetSelectedCorner(Below(random, 6) - 1);
+        control->SetColor(Colour(random));
+    }
+};
+
+struct Swatches : Plain<CKvSolidColorTemplate>
+{
+    explicit Swatches(QWidget& parent) : Plain(parent)
+    {
+        CKvSolidColorTemplate::SetSystemFolder(KvFromQString(folder.path()));
+        CKvSolidColorTemplate::InstallFactoryTemplate();
+        control->SetNumRect(4, 9);
+        control->InitialData(1);
+    }
+    void Change(Random& random) override
+    {
+        control->SetCellColor(Below(random, 40) - 2, Colour(random));
+        control->SetNumRect(Below(random, 8), Below(random, 12));
+    }
+    QTemporaryDir folder;
+};
+
+struct Map : Plain<CKvColorMapWnd>
+{
+    using Plain::Plain;
+    void Change(Random& random) override
+    {
+        constexpr int kTypes[] = {0, 2, 3};
+        const int type = kTypes[Below(random, 3)];
+        control->SetType(type);
+        control->SetLockType(type == 2 ? 10 + Below(random, 6) : 1 + Below(random, 6));
+        control->SetValue(Colour(random));
+    }
+};
+
+struct Number : Plain<CKvParamEdit>
+{
+    using Plain::Plain;
+    void Change(Random& random) override
+    {
+        control->SetValueRange(Below(random, 50) - 25, 25 + Below(random, 500));
+        control->SetValue(Below(random, 1000) - 500);
+    }
+};
+
+struct Panel : Of<CKvColorPanel>
+{
+    explicit Panel(QWidget& parent) { control->Create(&parent); }
+    void Change(Random& random) override
+    {
+        if (Below(random, 3) == 0)
+            control->SetEnableState(static_cast<EKvColorPanelState>(Below(random, 4)));
+        else
+            control->SetColor(Colour(random));
+    }
+};
+
+struct Segment : IKvParamBezierInfo
+{
+    int GetCurve(double points[8], double& minimum, double& maximum, std::uint32_t& lock,
+                 std::uint32_t& kind) override
+    {
+        constexpr double kPoints[] = {1, 0, 1.9, 0.05, 2.2, 0.98, 3, 1};
+        std::copy(std::begin(kPoints), std::end(kPoints), points);
+        minimum = 0;
+        maximum = 1;
+        lock = isLocked ? 1 : 0;
+        kind = 4;
+        return isThere ? 1 : 0;
+    }
+    bool isLocked = false;
+    bool isThere = true;
+};
+
+struct Ease : Subject
+{
+    explicit Ease(QWidget& parent) { control->Create(kStyle, CRect(0, 0, 300, 200), &parent, 1000); }
+    ~Ease() override { delete control; } // before what it shows
+    QWidget& Control() override { return *control; }
+    void Change(Random& random) override
+    {
+        segment.isLocked = Below(random, 2) == 0;
+        segment.isThere = Below(random, 5) != 0;
+        control->Load();
+    }
+    Segment segment;
+    CKvParamBezierWnd* control = new CKvParamBezierWnd(&segment, nullptr);
+};
+
+struct Keys : Of<CKvKeyFrameCtrl>
+{
+    explicit Keys(QWidget& parent) { control->Create(1000, &parent, kStyle); }
+    void Change(Random& random) override
+    {
+        control->SetToggleCheck(Below(random, 2));
+        control->SetKeyOperatorCheck(Below(random, 2));
+        control->EnableNextKeyCtrl(Below(random, 2));
+    }
+};
+
+struct Log : Of<CKvAppLogListCtrl>
+{
+    explicit Log(QWidget& parent)
+    {
+        control->Create(CRect(0, 0, 300, 200), kStyle, &parent, 1000);
+        control->Initialize(1);
+        control->SetMaxLogLineCounts(200, 0);
+    }
+    void Change(Random& random) override
+    {
+        for (int i = Below(random, 20); i >= 0; --i)
+            control->AddAppLogText(Below(random, 5) - 1, 1, L"line " + std::to_wstring(random()));
+        control->SetFollowMode(static_cast<EKvAppLogFollow>(Below(random, 3)));
+    }
+};
+
+struct SubtitleRows : Of<CKvSubTitleTxtListEditor>
+{
+    explicit SubtitleRows(QWidget& parent) { control->Create(CRect(0, 0, 300, 200), kStyle, &parent, 1000); }
+    void Change(Random& random) override
+    {
+        const auto in = static_cast<DWORD>(Below(random, 1000));
+        if (Below(random, 3) == 0)
+            control->DeleteItem(Below(random, 10));
+        else
+            control->InserItem(Below(random, 10) - 1, L"A row\nof two", in, in + 50, L"Title");
+        control->SetPlayIndex(Below(random, 10) - 1);
+    }
+};
+
+struct TextRows : Of<CKvTextEditListCtrl>
+{
+    explicit TextRows(QWidget& parent) { control->Create(CRect(0, 0, 300, 200), kStyle, &parent, 1000); }
+    void Change(Random& random) override
+    {
+        control->AddString(CStringArray{L"one", L"two\nlines", L"الضوء"});
+        control->SortItems(0, Below(random, 2));
+        control->SetSelItem(Below(random, 10));
+    }
+};
+
+class Layouts : public kv::RefCounted<IKvLayoutSelectorData>
+{
+public:
+    int GetCount() override { return count; }
+    BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage**, IKvThumbImage**) override
+    {
+        std::to_wstring(index).copy(name, 63);
+        return 0;
+    }
+    BOOL IsSelected(int index) override { return index % 3 == 0; }
+    int Select(int, BOOL) override { return 1; }
+    int count = 20;
+};
+
+struct Strip : Of<CKvLayoutSelector>
+{
+    explicit Strip(QWidget& parent)
+    {
+        control->Create(CRect(0, 0, 300, 80), 1000, &parent, kStyle);
+        control->SetData({16, 9}, layouts);
+    }
+    ~Strip() override { layouts->Release(); }
+    void Change(Random& random) override
+    {
+        layouts->count = Below(random, 60);
+        switch (Below(random, 4)) {
+        case 0:
+            return control->UpdateScroll();
+        case 1:
+            return control->SetData({Below(random, 3), Below(random, 3)}, layouts);
+        case 2:
+            return control->ScrollView(Below(random, 2));
+        default:
+            return control->EnsureVisible(Below(random, 70) - 5);
+        }
+    }
+    Layouts* layouts = new Layouts;
+};
+
+struct Characters : Plain<CKvCharMapPreviewWnd>
+{
+    using Plain::Plain;
+    void Change(Random& random) override
+    {
+        control->SetFont(Below(random, 3) == 0 ? L"no such face" : L"");
+        control->SetFirst(Below(random, 5000));
+    }
+};
+
+struct CharacterMap : Of<CKvCharMapDlg>
+{
+    explicit CharacterMap(QWidget& parent) { control->Create(&parent, nullptr); }
+    void Change(Random& random) override { control->SetFont(Below(random, 3) == 0 ? L"no such face" : L""); }
+};
+
+struct Editor : IKvFindReplaceTxtNotify
+{
+    int Find(const wchar_t*, BOOL) override { return 2; }
+    int Replace(const wchar_t*, const wchar_t*, BOOL, BOOL) override { return 0; }
+};
+
+struct Find : Of<CKvFindReplaceTxtDlg>
+{
+    explicit Find(QWidget& parent)
+    {
+        control->Create(&parent);
+        control->SetNotify(&editor);
+    }
+    void Change(Random&) override
+    {
+        CStringArray texts{L"find"};
+        control->SetFindString(texts);
+    }
+    Editor editor;
+};
+
+struct TitleBar : Of<CKvRibbonTitlebar>
+{
+    explicit TitleBar(QWidget& parent)
+    {
+        control->Create(kStyle, CRect(0, 0, 300, 96), &parent, 1000);
+        Add();
+    }
+    void Add()
+    {
+        control->BeginAddTitleBar(L"none", L"Application", nullptr, ++last, nullptr);
+        for (const wchar_t* name : {L"&Design", L"&Animate", L"A long name of a tab"})
+            control->AddRibbonItem(name, nullptr, nullptr, 0);
+        control->EndAddTitleBar();
+        control->ActiveTitleBar(last, 1);
+    }
+    void Change(Random& random) override
+    {
+        if (Below(random, 3) == 0)
+            control->RemoveTitleBar(static_cast<unsigned>(Below(random, static_cast<int>(last) + 1)));
+        if (Below(random, 3) == 0)
+            Add();
+        control->SetDocTitle(last, L"A document");
+    }
+    unsigned last = 0;
+};
+
+template <typename S>
+SubjectMaker Maker(const char* name)
+{
+    return {name, [](QWidget& parent) -> std::unique_ptr<Subject> { return std::make_unique<S>(parent); }};
+}
+
+} // namespace
+
+const std::vector<SubjectMaker>& AllSubjects()
+{
+    static const std::vector<SubjectMaker> makers{
+        Maker<Gradient>("Gradient"),
+        Maker<Quad>("FourCorners"),
+        Maker<Swatches>("Swatches"),
+        Maker<Map>("ColourMap"),
+        Maker<Number>("Number"),
+        Maker<Panel>("ColourPanel"),
+        Maker<Ease>("EaseWindow"),
+        Maker<Keys>("KeyFrames"),
+        Maker<Log>("LogList"),
+        Maker<SubtitleRows>("Subtitles"),
+        Maker<TextRows>("Texts"),
+        Maker<Strip>("LayoutStrip"),
+        Maker<Characters>("CharacterGrid"),
+        Maker<CharacterMap>("CharacterMap"),
+        Maker<Find>("FindDialog"),
+        Maker<TitleBar>("TitleBar"),
+    };
+    return makers;
+}
