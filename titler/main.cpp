@@ -4,8 +4,10 @@
 #include "export/TerminalExport.h"
 #include "media/MediaPanel.h"
 #include "project/ProjectText.h"
+#include "recovery/RecoveryFile.h"
 #include "subtitles/SubtitlePanel.h"
 #include "time/Transport.h"
+#include "tour/Tour.h"
 #include "window/CommandLine.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
@@ -15,6 +17,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QEventLoop>
+#include <QIcon>
 #include <QPixmap>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -140,6 +143,16 @@ int TakeScreenshot(const Options& options)
     return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.screenshot, fault}));
 }
 
+int TakeTour(const Options& options)
+{
+    QString report;
+    const QString fault = RunTour(options.tour, options.windowSize, report);
+    if (!fault.isEmpty())
+        return Fail(kFailed, fault);
+    std::printf("%s\n", qUtf8Printable(report));
+    return kDone;
+}
+
 int RunWindow(const Options& options)
 {
     Settings settings(options.settings.isEmpty() ? Settings::DefaultFile() : options.settings);
@@ -149,6 +162,7 @@ int RunWindow(const Options& options)
     MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs, settings.hsb);
     window.resize(options.windowSize);
     window.Remember(settings);
+    window.KeepWork(RecoveryFile::DefaultFolder());
     const QString rules = options.rules.isEmpty() ? NamingRules::DefaultFile() : options.rules;
     if (const QString unread = window.Rules().Load(rules); fault.isEmpty())
         fault = unread;
@@ -157,13 +171,18 @@ int RunWindow(const Options& options)
         window.resize(options.windowSize);
     }
     ShowWorkspace(window, options);
+    if (options.NamesNothing())
+        window.ShowStart();
     window.show();
     const auto openArguments = [&] {
         if (!options.media.isEmpty())
             window.Media().OpenFolder(options.media);
-        if (!options.project.isEmpty())
+        const bool isRestored = window.OfferWork();
+        if (!options.project.isEmpty() && !isRestored)
             window.OpenProject(options.project);
-        if (!options.subtitles.isEmpty())
+        if (isRestored && !options.project.isEmpty())
+            window.Say(Text(kTextRestoredInstead, {options.project}), LogType::Warning);
+        if (!options.subtitles.isEmpty() && !isRestored)
             window.Subtitles().Import(options.subtitles, options.encoding);
         window.Time().SetLoop(options.play);
         if (options.play) {
@@ -190,7 +209,11 @@ int Run(int& argc, char** argv, const Options& options)
         if (status != kDone || options.screenshot.isEmpty())
             return status;
     }
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/titler/desktop/titler.svg")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("titler"));
     ApplySkin(application, LoadSkin());
+    if (!options.tour.isEmpty())
+        return TakeTour(options);
     return options.screenshot.isEmpty() ? RunWindow(options) : TakeScreenshot(options);
 }
 
@@ -222,7 +245,7 @@ int main(int argc, char** argv)
             return Fail(kFailed, unsure);
     }
     // Whatever is set: other platforms without a display have no fonts, and boxes would stand for letters.
-    if (options->OnlyPictures())
+    if (options->OnlyPictures() || !options->tour.isEmpty())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!HasDisplay())
         return Fail(kUsageError, Text(kTextNoDisplay));

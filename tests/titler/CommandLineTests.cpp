@@ -61,6 +61,8 @@ INSTANTIATE_TEST_SUITE_P(
     Titler, Program,
     testing::Values(
         Invocation{"Help", {"--help"}, 0, "--export-frame <OUT.png>"},
+        Invocation{"TourWithMore", {"--selftest-tour", "DIR/t", "--play"}, 2, "takes no other options"},
+        Invocation{"EmptyTour", {"--selftest-tour", ""}, 2, "--selftest-tour needs a value"},
         Invocation{"UnknownWorkspace", {"--workspace", "nowhere"}, 2, "design, animate, clips"},
         Invocation{"HelpWithADeadDisplay", {"--help"}, 0, "--export-frame <OUT.png>", ":987"},
         Invocation{"NoDisplay", {kSample}, 2, "there is no display"},

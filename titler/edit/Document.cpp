@@ -49,6 +49,13 @@ void Document::New()
     Start(FirstProject(), {});
 }
 
+void Document::Begin(Project project, const QString& file, bool isModified)
+{
+    Start(std::move(project), file);
+    if (isModified)
+        m_steps.resetClean();
+}
+
 bool Document::Open(const QString& file, ProjectError& error)
 {
     std::optional<Project> project = LoadProject(file, error);

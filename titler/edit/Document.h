@@ -25,6 +25,8 @@ public:
     bool IsModified() const;
 
     void New();
+    /// Another project, under that name, which may be empty. @param isModified it is not what its file holds.
+    void Begin(Project project, const QString& file, bool isModified);
     /// @return false and the reason; the open project then stays.
     bool Open(const QString& file, ProjectError& error);
     /// @return an empty text, or the system's reason; the project then stays modified.

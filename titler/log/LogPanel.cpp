@@ -3,6 +3,7 @@
 #include "KvAppLogListCtrl.h"
 #include "KvDialog.h"
 #include "time/TransportBar.h"
+#include "window/EmptyHint.h"
 #include "window/Fields.h"
 #include "window/Texts.h"
 
@@ -54,6 +55,7 @@ LogPanel::LogPanel() : m_list(new CKvAppLogListCtrl), m_filter(new QLineEdit)
     m_list->SetFollowMode(kKvAppLogFollowAtEnd);
     m_list->setObjectName(QStringLiteral("log"));
     m_list->setAccessibleName(Text(kTextTabLog));
+    m_none = new EmptyHint(*m_list, kTextLogNone);
     BuildCommands();
     auto* column = new QVBoxLayout(this);
     column->addWidget(BuildFilters());
@@ -186,10 +188,14 @@ void LogPanel::Filter()
 
 void LogPanel::ShowCounts()
 {
+    int total = 0;
     for (const TypeCommand& type : kTypes) {
         const int index = static_cast<int>(type.type);
-        m_types[index]->setText(Text(type.nameId, {QString::number(m_list->GetTypeCount(index))}));
+        const int count = m_list->GetTypeCount(index);
+        m_types[index]->setText(Text(type.nameId, {QString::number(count)}));
+        total += count;
     }
+    m_none->setVisible(total == 0);
 }
 
 void LogPanel::Add(LogType type, const QString& text)

@@ -67,6 +67,7 @@ private:
     QList<QAction*> m_commands;
     QList<QAction*> m_types; ///< by LogType: whether its messages are shown
     QAction* m_follow = nullptr;
+    QWidget* m_none = nullptr; ///< stands in an empty log
     QLineEdit* m_filter;
     QTimer m_counts;
 };

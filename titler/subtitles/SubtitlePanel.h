@@ -5,6 +5,7 @@
 #include "log/LogPanel.h"
 #include "subtitles/SubtitleCheck.h"
 #include "subtitles/SubtitleSource.h"
+#include "subtitles/SubtitleState.h"
 #include "subtitles/SubtitleStyle.h"
 
 #include <QList>
@@ -56,6 +57,9 @@ public:
     bool IsModified() const;
     /// The rows' frame rate: the project's when they were imported or begun, whatever the project's is now.
     EKvFrameRate Rate() const { return m_rate; }
+    /// All of it, without the steps of undo.
+    SubtitleState State() const;
+    void Restore(const SubtitleState& state);
     /// Asks when there are unsaved changes. @return false when the user wants to stay.
     bool MayLeave();
     /// Exports to where the rows came from, or asks for a file. @return false when nothing was written.

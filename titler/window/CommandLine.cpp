@@ -50,13 +50,14 @@ struct Parser
     QCommandLineOption workspace{QStringLiteral("workspace"), Text(kTextOptionWorkspace),
                                  QStringLiteral("NAME")};
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
+    QCommandLineOption tour{QStringLiteral("selftest-tour"), Text(kTextOptionTour), QStringLiteral("DIR")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
 
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, page, size,
-                           settings, subtitles, encoding, rules, menuBar, workspace, play, help});
+                           settings, subtitles, encoding, rules, menuBar, workspace, play, tour, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -73,6 +74,7 @@ struct Parser
     QString ReadWorkspace(std::optional<Workspace>& wanted) const;
     QString ReadEncoding(QString& name) const;
     QString ReadProject(QString& project) const;
+    QString ReadTour(QString& folder) const;
 };
 
 QString Parser::ReadValue(const QCommandLineOption& option, QString& value) const
@@ -178,6 +180,17 @@ QString Parser::ReadProject(QString& project) const
     return projects.isEmpty() || !project.isEmpty() ? QString() : Text(kTextNoProjectName);
 }
 
+// It is about the program alone.
+QString Parser::ReadTour(QString& folder) const
+{
+    if (!parser.isSet(tour))
+        return {};
+    for (const QString& name : parser.optionNames())
+        if (!tour.names().contains(name) && !size.names().contains(name))
+            return Text(kTextTourAlone);
+    return parser.positionalArguments().isEmpty() ? ReadValue(tour, folder) : Text(kTextTourAlone);
+}
+
 QString Parser::Read(Options& options) const
 {
     options.help = parser.isSet(help);
@@ -191,7 +204,8 @@ QString Parser::Read(Options& options) const
           ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
           ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
           ReadThreads(options.threads), ReadFrame(options.frame), ReadPage(options.page),
-          ReadSize(options.windowSize), ReadWorkspace(options.workspace)})
+          ReadSize(options.windowSize), ReadWorkspace(options.workspace),
+          options.help ? QString() : ReadTour(options.tour)})
         if (!fault.isEmpty())
             return fault;
     return {};

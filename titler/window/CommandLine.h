@@ -32,12 +32,18 @@ struct Options
     std::optional<Workspace> workspace;
     bool menuBar = false; ///< the caption has menus instead of tabs
     bool play = false;    ///< the window plays the title from the begin, over and over
+    QString tour;         ///< a folder: the program shows itself
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.
     bool OnlyPictures() const
     {
         return !screenshot.isEmpty() || !exportFrame.isEmpty() || !exportFrames.isEmpty();
+    }
+    /// True when nothing is said of what to begin with.
+    bool NamesNothing() const
+    {
+        return project.isEmpty() && media.isEmpty() && subtitles.isEmpty() && !workspace && !play;
     }
     /// The last frame that is asked for; -1 for none.
     int LastFrame() const;

@@ -6,6 +6,7 @@
 #include "media/MediaPanel.h"
 #include "media/RulesPanel.h"
 #include "project/ProjectText.h"
+#include "recovery/Autosave.h"
 #include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "title/AnimationInspector.h"
@@ -14,6 +15,7 @@
 #include "window/Fields.h"
 #include "window/Settings.h"
 #include "window/Texts.h"
+#include "window/VideoFormats.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -70,6 +72,7 @@ MainWindow::MainWindow(Caption caption, bool hsb)
     }
     setCentralWidget(m_pages);
     m_workspace->setFocus();
+    BuildStart();
     BuildMenus();
     BuildBar(caption);
     BuildStatusLine();
@@ -103,6 +106,7 @@ MainWindow::MainWindow(Caption caption, bool hsb)
 // bar goes before the commands of its menu; what the document says of its own end is for nobody.
 MainWindow::~MainWindow()
 {
+    m_autosave.reset();
     m_document.disconnect(this);
     m_document.Steps().disconnect(this);
     m_subtitles->disconnect(this);
@@ -139,8 +143,10 @@ void MainWindow::ShowPage(Workspace workspace)
     unsigned application = TraitsOf(workspace).application;
     if (application == kEvery)
         application = m_bar != nullptr ? m_bar->Active() : m_application;
-    if (workspace == m_current && application == m_application)
+    if (workspace == m_current && application == m_application) {
+        LeaveStart();
         return;
+    }
     Settle();
     m_current = workspace;
     m_application = application;
@@ -148,25 +154,9 @@ void MainWindow::ShowPage(Workspace workspace)
     m_safeAreas->setEnabled(TraitsOf(workspace).application == kTitles); // its key is another one elsewhere
     if (m_menuBar != nullptr)
         m_menuBar->ShowTools(workspace);
-    switch (workspace) {
-    case Workspace::Design:
-    case Workspace::Animate:
+    if (TraitsOf(workspace).application == kTitles)
         m_workspace->Show(workspace == Workspace::Design ? TitleTask::Design : TitleTask::Animate);
-        m_pages->setCurrentWidget(m_workspace);
-        break;
-    case Workspace::Clips:
-        m_pages->setCurrentWidget(m_media);
-        break;
-    case Workspace::Rules:
-        m_pages->setCurrentWidget(m_rulesPanel);
-        break;
-    case Workspace::Subtitles:
-        m_pages->setCurrentWidget(m_subtitles);
-        break;
-    case Workspace::Log:
-        m_pages->setCurrentWidget(m_log);
-        break;
-    }
+    m_pages->setCurrentWidget(PageOf(workspace));
     m_pages->currentWidget()->setFocus(); // its proxy: what the workspace is about
     ShowSteps();
     ShowFile();
@@ -202,9 +192,8 @@ void MainWindow::ShowFile()
 
 void MainWindow::ShowFormat()
 {
+    m_video->setText(FormatText(m_document.Current().video));
     std::wstring text;
-    KvGetResolutionString(m_document.Current().video, 0, text);
-    m_video->setText(QString::fromStdWString(text));
     KvGetAudioFormatString(m_document.Current().audio, text);
     m_audio->setText(QString::fromStdWString(text));
     ShowSteps();
@@ -258,7 +247,7 @@ void MainWindow::Settle()
 bool MainWindow::HasLengthAlone()
 {
     const QUndoStack& steps = m_document.Steps();
-    bool isLength = m_document.FileName().isEmpty();
+    bool isLength = m_document.FileName().isEmpty() && steps.cleanIndex() == 0;
     for (int i = 0; i < steps.index(); ++i)
         isLength = isLength && steps.text(i) == Text(kStepSubtitleDuration);
     return isLength;

@@ -21,9 +21,11 @@ class QStackedWidget;
 
 namespace titler {
 
+class Autosave;
 class MediaPanel;
 class RulesPanel;
 class Settings;
+class StartPage;
 class SubtitlePanel;
 class TitleWorkspace;
 
@@ -56,6 +58,15 @@ public:
     /// Takes place, state, workspace and recent projects from the settings, and keeps them there from now on.
     /// @param settings must outlive the window.
     void Remember(Settings& settings);
+    /// Keeps what is unsaved in that folder, for a start after a crash. An empty name: it does not.
+    void KeepWork(const QString& folder);
+    /// Offers what other runs have left there. @return true when some of it is restored.
+    bool OfferWork();
+    /// What to begin with, in the place of the workspace.
+    void ShowStart();
+    bool IsAtStart() const;
+    /// A project, subtitles or a folder of media, after a question where something else would go.
+    void OpenAny(const QString& file);
     /// Says something in the status line, and in the log.
     void Say(const QString& text, LogType type = LogType::Message);
     /// Says what is wrong in a message box. @return false when the file could not be opened.
@@ -65,6 +76,8 @@ protected:
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void BuildMenus();
@@ -81,6 +94,13 @@ private:
     void ShowRecent();
     void OpenRecent(int index);
     void KeepProject(const QString& file, bool isThere);
+    void BuildStart();
+    void LeaveStart();
+    /// Where the workspace stands in `m_pages`.
+    QWidget* PageOf(Workspace workspace) const;
+    void BeginSample();
+    void BeginFormat(const SKvVideoResolution& format);
+    void RemoveRecent(const QString& file);
     void BuildBar(Caption caption);
     void ShowPage(Workspace workspace);
     QList<QAction*>& ToolsOf(Workspace workspace) { return m_tools[static_cast<std::size_t>(workspace)]; }
@@ -129,6 +149,7 @@ private:
     SubtitlePanel* m_subtitles;
     LogPanel* m_log;
     QStackedWidget* m_pages;
+    StartPage* m_start = nullptr;
     Commands m_commands{*this};
     ApplicationBar* m_bar = nullptr; ///< one of the two
     ApplicationMenuBar* m_menuBar = nullptr;
@@ -145,6 +166,8 @@ private:
     QList<QAction*> m_recent;      ///< hidden where the list is shorter
     QAction* m_noRecent = nullptr; ///< stands in an empty list
     Settings* m_settings = nullptr;
+    QString m_recoveryFolder;
+    std::unique_ptr<Autosave> m_autosave;
     QLabel* m_video;
     QLabel* m_audio;
     QLabel* m_zoom;

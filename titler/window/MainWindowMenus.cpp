@@ -1,4 +1,3 @@
-#include "KvVideoFormat.h"
 #include "media/MediaPanel.h"
 #include "media/RulesPanel.h"
 #include "subtitles/SubtitlePanel.h"
@@ -9,40 +8,13 @@
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 #include "window/Texts.h"
+#include "window/VideoFormats.h"
 
 #include <QActionGroup>
 #include <QApplication>
 #include <QMenu>
 
-#include <tuple>
-
 namespace titler {
-namespace {
-
-constexpr SKvVideoResolution kFormats[] = {
-    {kKvAspect16x9, kKvFrameRate29_97, kKvScanUpperFirst, 1920, 1080},
-    {kKvAspect16x9, kKvFrameRate25, kKvScanUpperFirst, 1920, 1080},
-    {kKvAspect16x9, kKvFrameRate25, kKvScanProgressive, 1920, 1080},
-    {kKvAspect16x9, kKvFrameRate23_976, kKvScanProgressive, 1920, 1080},
-    {kKvAspect16x9, kKvFrameRate50, kKvScanProgressive, 1280, 720},
-    {kKvAspect16x9, kKvFrameRate59_94, kKvScanProgressive, 1280, 720},
-    {kKvAspect16x9, kKvFrameRate50, kKvScanProgressive, 3840, 2160},
-    {kKvAspect16x9, kKvFrameRate59_94, kKvScanProgressive, 3840, 2160},
-    {kKvAspect4x3, kKvFrameRate25, kKvScanUpperFirst, 720, 576},
-    {kKvAspect4x3, kKvFrameRate29_97, kKvScanLowerFirst, 720, 480},
-    {kKvAspectSquarePixel, kKvFrameRate30, kKvScanProgressive, 1080, 1920},
-};
-
-bool IsSame(const SKvVideoResolution& a, const SKvVideoResolution& b)
-{
-    const auto fields = [](const SKvVideoResolution& v) {
-        return std::tie(v.aspectRatio, v.frameRate, v.scanMode, v.width, v.height);
-    };
-    return fields(a) == fields(b);
-}
-
-} // namespace
-
 QMenu& MainWindow::AddMenu(UINT nameId)
 {
     return m_commands.AddMenu(nameId);
@@ -102,6 +74,7 @@ void MainWindow::BuildFileMenu()
         L"titler_tool_rescan");
     menu.addSeparator();
     BuildRecentItems(menu);
+    AddItem(menu, kTextStartPage, {}, [this] { ShowStart(); });
     menu.addSeparator();
     AddItem(menu, kTextQuit, {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); });
 
@@ -182,10 +155,8 @@ void MainWindow::BuildProjectMenu()
     QMenu& menu = AddMenu(kTextProjectMenu);
     m_formats = new QActionGroup(this);
     m_formats->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
-    for (const SKvVideoResolution& format : kFormats) {
-        std::wstring text;
-        KvGetResolutionString(format, 0, text);
-        QAction* action = menu.addAction(QString::fromStdWString(text));
+    for (const SKvVideoResolution& format : VideoFormats()) {
+        QAction* action = menu.addAction(FormatText(format));
         action->setToolTip(Text(kTextFormatTip));
         action->setStatusTip(Text(kTextFormatTip));
         action->setCheckable(true);
@@ -274,7 +245,8 @@ void MainWindow::ShowFormats()
 {
     const QList<QAction*> formats = m_formats->actions();
     for (qsizetype i = 0; i < formats.size(); ++i)
-        formats[i]->setChecked(IsSame(kFormats[i], m_document.Current().video));
+        formats[i]->setChecked(
+            IsSameFormat(VideoFormats()[static_cast<std::size_t>(i)], m_document.Current().video));
 }
 
 } // namespace titler

@@ -126,6 +126,49 @@ enum TextId : UINT
     kTextPageNeedsPicture = 22206,
     kTextNoSuchPage = 22207,
 
+    // Work that was not saved: a tip's number is its field's plus 1.
+    kTextRecoveryTitle = 22250,
+    kTextRecoveryQuestion = 22251,
+    kTextRecoveryList = 22252,
+    kTextRecoveryRow = 22254,
+    kTextRecoveryWithSubtitles = 22255,
+    kTextRecoveryNeverSaved = 22256,
+    kTextRecoveryRestore = 22257,
+    kTextRecoveryDiscard = 22259,
+    kTextRecoveryLater = 22261,
+    kTextRecoveryDiscardSure = 22263,
+    kTextRestored = 22264,
+    kTextCannotKeepWork = 22265,
+    kTextRecoveryNoLock = 22266,
+    kTextRestoredInstead = 22267,
+
+    // Start page: a tip's number is its field's plus 1.
+    kTextStartPage = 22270,
+    kTextStartBegin = 22272,
+    kTextStartSample = 22273,
+    kTextStartOpen = 22275,
+    kTextStartFormat = 22277,
+    kTextStartNew = 22279,
+    kTextStartRecent = 22281,
+    kTextStartRemove = 22283,
+    kTextStartNoRecent = 22285,
+    kTextStartMissing = 22286,
+    kTextStartHint = 22287,
+    kTextStartRow = 22288,
+    kTextNoSuchKind = 22289,
+
+    // What stands where nothing is yet.
+    kTextCanvasEmpty = 22300,
+    kTextSubtitlesNone = 22301,
+    kTextLogNone = 22302,
+
+    // The tour. A step's caption has the first caption's number plus the step's, from 0.
+    kTextOptionTour = 22310,
+    kTextTourStep = 22311,
+    kTextTourDone = 22312,
+    kTextTourAlone = 22313,
+    kTextTourCaption = 22315,
+
     // Canvas and status line.
     kTextCanvas = 21300,
     kTextCanvasTip = 21301,

@@ -1,0 +1,266 @@
+#include "tour/Tour.h"
+
+#include "KvDialog.h"
+#include "export/FrameExport.h"
+#include "media/MediaPanel.h"
+#include "project/WholeFile.h"
+#include "subtitles/SubtitleList.h"
+#include "subtitles/SubtitlePanel.h"
+#include "title/CanvasView.h"
+#include "window/MainWindow.h"
+#include "window/Settings.h"
+#include "window/Texts.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+#include <functional>
+
+namespace titler {
+namespace {
+
+constexpr int kLongestWait = 20000; // milliseconds, for a step to be done
+constexpr const char* kTitle = "HARBOUR";
+constexpr const char* kRowText = "The last ferry leaves at seven.";
+constexpr const char* kRows = "1\n00:00:00,400 --> 00:00:02,000\nThe last ferry leaves at six.\n\n"
+                              "2\n00:00:01,900 --> 00:00:03,400\nThen we have one hour.\n\n"
+                              "3\n00:00:03,600 --> 00:00:04,800\nNobody has seen him since.\n";
+
+class Tour
+{
+public:
+    Tour(QString folder, QSize size);
+
+    QString Run(QString& report);
+
+private:
+    struct Step
+    {
+        const char* name;
+        std::function<void()> act;
+        std::function<bool()> isDone;
+    };
+    std::vector<Step> Steps();
+    QString Show(const Step& step, int index);
+
+    QString Make(const QString& name, const QByteArray& bytes = {});
+    void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void Type(const char* text);
+    void Press(UINT textId);
+    void Drop(const QString& file);
+    const titler::Project& Now() { return m_window.Project().Current(); }
+    std::size_t KeysOf(Property property) { return Now().title[property].keys.size(); }
+    QString RowText(int row);
+
+    QString m_folder;
+    QTemporaryDir m_material;
+    QString m_fault; ///< what had no control to be done with, or what a message box said
+    QString m_captions;
+    std::size_t m_keys = 0; ///< before the step that adds one
+    int m_frame = 0;        ///< before it plays
+    MainWindow m_window;
+};
+
+Tour::Tour(QString folder, QSize size) : m_folder(std::move(folder))
+{
+    m_window.resize(size);
+    m_window.ShowStart();
+    m_window.show();
+    m_window.activateWindow();
+}
+
+// A file of the tour's own, to be dropped on the window.
+QString Tour::Make(const QString& name, const QByteArray& bytes)
+{
+    const QString file = m_material.filePath(name);
+    QDir().mkpath(QFileInfo(file).path());
+    const QString fault = WriteWhole(file, bytes);
+    if (!fault.isEmpty())
+        m_fault = fault;
+    return file;
+}
+
+void Tour::Key(int key, Qt::KeyboardModifiers modifiers)
+{
+    QWidget* focus = QApplication::focusWidget();
+    QTest::keyClick(focus != nullptr ? focus : &m_window, static_cast<Qt::Key>(key), modifiers);
+}
+
+void Tour::Type(const char* text)
+{
+    if (QWidget* focus = QApplication::focusWidget())
+        QTest::keyClicks(focus, QLatin1String(text));
+}
+
+// The button that a user sees under that name.
+void Tour::Press(UINT textId)
+{
+    for (QAbstractButton* button : m_window.findChildren<QAbstractButton*>())
+        if (button->isVisible() && button->isEnabled() && button->text() == Text(textId)) {
+            QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(12, button->height() / 2));
+            return;
+        }
+    m_fault = Text(textId);
+}
+
+void Tour::Drop(const QString& file)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file)});
+    const QPoint place = m_window.rect().center();
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_window, &enter);
+    if (!enter.isAccepted()) {
+        m_fault = file;
+        return;
+    }
+    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_window, &drop);
+}
+
+QString Tour::RowText(int row)
+{
+    return QString::fromStdWString(m_window.Subtitles().List().GetItemText(row, kKvSubTitleText));
+}
+
+std::vector<Tour::Step> Tour::Steps()
+{
+    const auto isAt = [this](Workspace workspace) {
+        return [this, workspace] { return m_window.Current() == workspace && !m_window.IsAtStart(); };
+    };
+    return {
+        {"start", [] {}, [this] { return m_window.IsAtStart(); }},
+        {"sample", [this] { Press(kTextStartSample); },
+         [this] { return !m_window.IsAtStart() && KeysOf(Property::Scale) > 0; }},
+        {"text",
+         [this] {
+             for (QPlainTextEdit* field : m_window.findChildren<QPlainTextEdit*>())
+                 if (field->isVisible())
+                     QTest::mouseClick(field->viewport(), Qt::LeftButton);
+             Key(Qt::Key_A, Qt::ControlModifier);
+             Type(kTitle);
+         },
+         [this] { return Now().title.text == QLatin1String(kTitle); }},
+        {"corners", [this] { Press(kTextFillCorners); },
+         [this] { return Now().title.fill.kind == PaintKind::FourCorner; }},
+        {"outline",
+         [this] {
+             Press(kTextTargetOutline);
+             Press(kTextOutlineOn);
+         },
+         [this] { return Now().title.outline.on; }},
+        {"undo",
+         [this] {
+             Key(Qt::Key_Z, Qt::ControlModifier);
+             Key(Qt::Key_Z, Qt::ControlModifier);
+         },
+         [this] {
+             return !Now().title.outline.on && Now().title.fill.kind == PaintKind::Gradient &&
+                    Now().title.text == QLatin1String(kTitle);
+         }},
+        {"animate", [this] { Key(Qt::Key_F7); }, isAt(Workspace::Animate)},
+        {"key",
+         [this] {
+             m_keys = KeysOf(Property::Scale);
+             Key(Qt::Key_A, Qt::AltModifier);
+             Key(Qt::Key_A, Qt::ControlModifier);
+             Type("130");
+             Key(Qt::Key_Return);
+         },
+         [this] { return KeysOf(Property::Scale) == m_keys + 1; }},
+        {"play",
+         [this] {
+             m_frame = m_window.Time().Frame();
+             Key(Qt::Key_Space);
+         },
+         [this] { return m_window.Time().Frame() > m_frame; }},
+        {"clips",
+         [this] {
+             Key(Qt::Key_Space); // pauses
+             for (const char* name : {"ferry.mxf", "ferry_A1.wav", "ferry_A2.wav", "pier.mov", "pier.wav"})
+                 Make(QStringLiteral("media/") + QLatin1String(name));
+             Drop(m_material.filePath(QStringLiteral("media")));
+         },
+         [this] {
+             return m_window.Current() == Workspace::Clips && !m_window.Media().IsBusy() &&
+                    m_window.Media().Summary().contains(u'5');
+         }},
+        {"rules", [this] { Key(Qt::Key_F9); }, isAt(Workspace::Rules)},
+        {"subtitles", [this] { Drop(Make(QStringLiteral("ferry.srt"), kRows)); },
+         [this] {
+             return m_window.Current() == Workspace::Subtitles &&
+                    RowText(2).startsWith(QLatin1String("Nobody"));
+         }},
+        {"row",
+         [this] {
+             m_window.Subtitles().List().setFocus();
+             Key(Qt::Key_Home, Qt::ControlModifier);
+             Key(Qt::Key_F2);
+             Key(Qt::Key_A, Qt::ControlModifier);
+             Type(kRowText);
+             Key(Qt::Key_Return);
+         },
+         [this] { return RowText(0) == QLatin1String(kRowText); }},
+        {"fault", [this] { Key(Qt::Key_F8, Qt::ControlModifier); },
+         [this] { return m_window.Subtitles().List().GetCurrentItem() == 2; }},
+        {"log", [this] { Key(Qt::Key_F12); }, isAt(Workspace::Log)},
+    };
+}
+
+QString Tour::Show(const Step& step, int index)
+{
+    const QString name = QStringLiteral("%1-%2.png").arg(index + 1, 2, 10, QLatin1Char('0')).arg(step.name);
+    const QString caption = Text(kTextTourCaption + static_cast<UINT>(index));
+    step.act();
+    const bool isDone = m_fault.isEmpty() && QTest::qWaitFor(step.isDone, kLongestWait);
+    QTest::qWait(50); // what is drawn a moment later is drawn, too
+    QString fault = m_fault;
+    if (fault.isEmpty() && !isDone)
+        fault = caption;
+    const QString unwritten = SavePng(m_window.grab().toImage(), QDir(m_folder).filePath(name));
+    m_captions += name + u'\t' + caption + u'\n';
+    if (!unwritten.isEmpty())
+        return Text(kTextCannotExport, {name, unwritten});
+    return fault.isEmpty() ? QString() : Text(kTextTourStep, {QString::number(index + 1), step.name, fault});
+}
+
+QString Tour::Run(QString& report)
+{
+    if (!QTest::qWaitForWindowActive(&m_window, kLongestWait))
+        return Text(kTextNoDisplay);
+    KvSetMessageBoxHandler([this](HWND, const std::wstring& text, UINT) {
+        m_fault = QString::fromStdWString(text); // the tour gives no reason for one
+        return IDNO;
+    });
+    const std::vector<Step> steps = Steps();
+    QString fault;
+    int shown = 0;
+    for (; fault.isEmpty() && shown < static_cast<int>(steps.size()); ++shown)
+        fault = Show(steps[static_cast<std::size_t>(shown)], shown);
+    const QString captions = QDir(m_folder).filePath(QStringLiteral("captions.txt"));
+    if (const QString unwritten = WriteWhole(captions, m_captions.toUtf8());
+        fault.isEmpty() && !unwritten.isEmpty())
+        fault = Text(kTextCannotExport, {captions, unwritten});
+    KvSetMessageBoxHandler({});
+    report = Text(kTextTourDone, {QString::number(shown), QDir::toNativeSeparators(m_folder)});
+    return fault;
+}
+
+} // namespace
+
+QString RunTour(const QString& folder, QSize window, QString& report)
+{
+    QDir().mkpath(folder);
+    const QTemporaryDir swatches; // the user's own stay out of it
+    KeepSwatches(swatches.path());
+    return Tour(folder, window).Run(report);
+}
+
+} // namespace titler
