@@ -203,7 +203,8 @@ void CKvCharMapDlg::OnSkinChanged()
 // From the search box into the characters that it found.
 bool CKvCharMapDlg::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_impl->search || event->type() != QEvent::KeyPress ||
+    // The kind first: the box that tells of its own end is no box any more.
+    if (event->type() != QEvent::KeyPress || watched != m_impl->search ||
         static_cast<QKeyEvent*>(event)->key() != Qt::Key_Down)
         return CKvDialog::eventFilter(watched, event);
     m_impl->grid->setFocus(Qt::TabFocusReason);
