@@ -47,3 +47,6 @@ bool SaveTextTools(const Pictures& pictures);
 
 /// The colour panel.
 bool SaveColourPanel(const Pictures& pictures);
+
+/// The layout strip.
+bool SaveLayouts(const Pictures& pictures);

@@ -55,8 +55,11 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void sliderChange(SliderChange change) override;
 
 private:
+    QRect ThumbRect() const;
     void Act(int action);
     void Track();
     void Send(UINT code);

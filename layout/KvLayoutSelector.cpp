@@ -50,7 +50,7 @@ void CKvLayoutSelector::SetData(SIZE layoutSize, IKvLayoutSelectorData* layouts)
         layouts->AddRef(); // before the release of the old ones, which may be the same
     m_impl->data.reset(layouts);
     m_impl->layoutSize = layoutSize;
-    m_impl->cache.Clear();
+    m_impl->cache.AskAgain();
     m_impl->hot = -1;
     setEnabled(layouts != nullptr);
     _UpdateLayoutThumb();
@@ -70,29 +70,28 @@ BOOL CKvLayoutSelector::GetData(IKvLayoutSelectorData** out) const
 void CKvLayoutSelector::EnableSelect(BOOL enable)
 {
     m_impl->showsSelection = enable != 0;
-    update();
+    m_impl->Repaint();
 }
 
 void CKvLayoutSelector::UpdateScroll()
 {
-    m_impl->cache.Clear();
+    m_impl->cache.AskAgain();
     m_impl->UpdateScroll();
 }
 
 void CKvLayoutSelector::NotifyUnitChanged(int index)
 {
-    m_impl->cache.Drop(index);
+    m_impl->cache.AskAgain(index);
     if (index < 0 || index >= m_impl->Count())
         return;
-    if (m_impl->IsInView(index))
-        update(QRect(m_impl->RectOf(index)).adjusted(-1, -1, 1, 1)); // as far as whole device pixels reach
+    m_impl->RepaintUnit(index);
     m_impl->access.NameChanged(static_cast<kv::AccessibleParts::Key>(index));
 }
 
 void CKvLayoutSelector::Paint()
 {
-    m_impl->cache.Clear();
-    update();
+    m_impl->cache.AskAgain();
+    m_impl->Repaint();
 }
 
 void CKvLayoutSelector::ScrollView(BOOL forward)
@@ -133,7 +132,7 @@ void CKvLayoutSelector::SetFocusIndex(int index)
 void CKvLayoutSelector::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
 {
     m_impl->settings = settings;
-    update();
+    m_impl->Repaint();
 }
 
 UINT CKvLayoutSelector::OnGetDlgCode()
@@ -188,24 +187,14 @@ void CKvLayoutSelector::_Drawbackground(Graphics& graphics)
 
 void CKvLayoutSelector::_DrawLayoutThumb(Graphics& graphics)
 {
+    const kv::StripLook look = m_impl->Look();
     const kv::StripLayout::Range range = m_impl->InView(kv::StripLayout::kShadow);
     for (int index = range.begin; index < range.end; ++index)
-        _DrawThumbUnit(&graphics, m_impl->RectOf(index), index);
+        m_impl->DrawUnit(graphics, m_impl->RectOf(index), index, look);
 }
 
 void CKvLayoutSelector::_DrawThumbUnit(Graphics* graphics, CRect rect, int index)
 {
-    // Asked each time: the host may lose layouts while it makes their pictures.
-    if (!graphics || index < 0 || index >= m_impl->Count() || rect.IsRectEmpty())
-        return;
-    const QSize size = kv::StripPainter::DeviceSize(*graphics, {rect.Width(), rect.Height()});
-    m_impl->cache.SetSizes(size, kv::StripPainter::DeviceMarkSize(*graphics));
-    const kv::StripThumb thumb = m_impl->Thumb(index);
-    kv::StripCell cell{rect, index};
-    if (m_impl->showsSelection && index == m_impl->hot)
-        cell.frame = kv::StripFrame::Hovered;
-    else if (m_impl->showsSelection && index < m_impl->Count() && m_impl->IsLayoutSelected(index))
-        cell.frame = kv::StripFrame::Selected;
-    cell.focused = hasFocus() && !m_impl->isFocusByMove && index == m_impl->CurrentLayout();
-    m_impl->painter.DrawCell(*graphics, GetClientRect(), cell, thumb, m_impl->Look());
+    if (graphics && index >= 0)
+        m_impl->DrawUnit(*graphics, rect, index, m_impl->Look());
 }

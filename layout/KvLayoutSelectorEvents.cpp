@@ -116,21 +116,21 @@ bool CKvLayoutSelector::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers,
 
 void CKvLayoutSelector::OnSetFocus()
 {
-    update();
+    m_impl->Repaint();
     m_impl->access.FocusChanged();
 }
 
 void CKvLayoutSelector::OnKillFocus()
 {
     m_impl->isFocusByMove = false;
-    update();
+    m_impl->Repaint();
 }
 
 void CKvLayoutSelector::OnEnable(BOOL enabled)
 {
     if (!enabled)
         m_impl->hot = -1;
-    update();
+    m_impl->Repaint();
 }
 
 void CKvLayoutSelector::OnTimer(UINT)

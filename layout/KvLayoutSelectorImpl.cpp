@@ -112,6 +112,37 @@ kv::StripThumb CKvLayoutSelector::Impl::Thumb(int index)
     return cache.Get(*held, index);
 }
 
+void CKvLayoutSelector::Impl::Repaint() const
+{
+    QRect rest = control.rect();
+    if (bar)
+        (vertical ? rest.setRight(bar->x() - 1) : rest.setBottom(bar->y() - 1));
+    control.update(rest);
+}
+
+void CKvLayoutSelector::Impl::RepaintUnit(int index) const
+{
+    if (IsInView(index))
+        control.update(QRect(RectOf(index)).adjusted(-1, -1, 1, 1)); // as far as whole device pixels reach
+}
+
+void CKvLayoutSelector::Impl::DrawUnit(Graphics& graphics, const CRect& rect, int index,
+                                       const kv::StripLook& look)
+{
+    // Counted each time: the host may lose layouts while it makes their pictures.
+    if (index >= Count() || rect.IsRectEmpty())
+        return;
+    cache.SetStyle(kv::StripPainter::StyleFor(graphics, rect, look));
+    const kv::StripThumb thumb = Thumb(index);
+    kv::StripCell cell{rect, index};
+    if (showsSelection && index == hot)
+        cell.frame = kv::StripFrame::Hovered;
+    else if (showsSelection && index < Count() && IsLayoutSelected(index))
+        cell.frame = kv::StripFrame::Selected;
+    cell.focused = control.hasFocus() && !isFocusByMove && index == CurrentLayout();
+    painter.DrawCell(graphics, control.GetClientRect(), cell, thumb, look);
+}
+
 void CKvLayoutSelector::Impl::UpdateClient()
 {
     const CRect client = control.GetClientRect();
@@ -147,7 +178,7 @@ void CKvLayoutSelector::Impl::UpdateScroll()
         motion->target = std::min(motion->target, Line().GetRange());
     if (bar)
         bar->SetScroll(Line());
-    control.update();
+    Repaint();
     if (std::exchange(seenCount, count) != count)
         access.PartsChanged();
     access.UpdateFocus();
@@ -160,7 +191,7 @@ bool CKvLayoutSelector::Impl::ScrollTo(std::int64_t position)
         return false;
     if (bar)
         bar->SetScrollPos(Line().GetPosition());
-    control.update();
+    Repaint();
     return true;
 }
 
@@ -174,7 +205,7 @@ void CKvLayoutSelector::Impl::MoveOn()
     hot = -1;
     if (bar)
         bar->SetScrollPos(Line().GetPosition());
-    control.update();
+    Repaint();
     if (Line().GetPosition() == target)
         DropMotion();
 }
@@ -239,14 +270,17 @@ bool CKvLayoutSelector::Impl::Pick(int index, bool exclusive)
 
 void CKvLayoutSelector::Impl::SetHot(int index)
 {
-    if (std::exchange(hot, index) != index)
-        control.update();
+    const int before = std::exchange(hot, index);
+    if (before == index)
+        return;
+    RepaintUnit(before);
+    RepaintUnit(index);
 }
 
 void CKvLayoutSelector::Impl::SetFocusMark(int index)
 {
     focus = index;
-    control.update();
+    Repaint();
     access.UpdateFocus();
 }
 

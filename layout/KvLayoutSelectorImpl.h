@@ -51,6 +51,10 @@ struct CKvLayoutSelector::Impl : kv::StripUser
     kv::StripLook Look() const;
     /// What is drawn of a layout in view.
     kv::StripThumb Thumb(int index);
+    /// Everything but the scroll bar, which knows itself when it changes.
+    void Repaint() const;
+    void RepaintUnit(int index) const;
+    void DrawUnit(Graphics& graphics, const CRect& rect, int index, const kv::StripLook& look);
 
     void UpdateClient();
     void UpdateThumbs();

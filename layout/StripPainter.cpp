@@ -4,13 +4,9 @@
 #include "platform/DevicePixels.h"
 #include "platform/FocusRing.h"
 #include "platform/SkinColours.h"
-#include "platform/SkinPictures.h"
 
-#include <QFontMetricsF>
-
-#include <array>
+#include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace kv {
 
@@ -21,38 +17,33 @@ constexpr double kFrameWidth = 0.8;
 constexpr int kFocusInset = 2;
 /// Of a part of a thumbnail that lies outside of the window; longer ones are cut off there.
 constexpr int kOutside = 16;
-constexpr double kDisabledOpacity = 0.45;
-constexpr int kPlateAlpha = 176;
-constexpr double kPlateRadius = 2;
-constexpr double kPlateMargin = 2;
-constexpr double kLightText = 128;
+constexpr int kDisabledVeil = 140; // alpha
 
-/// Dark behind light text and the other way round: a thumbnail may have any colour.
-QColor PlateColour(const QColor& text)
+QSize DeviceSize(const Graphics& graphics, QSize size)
 {
-    const double light = 0.299 * text.red() + 0.587 * text.green() + 0.114 * text.blue();
-    const int level = light >= kLightText ? 0 : 255;
-    return {level, level, level, kPlateAlpha};
+    const QTransform& toDevice = graphics.deviceTransform();
+    return {static_cast<int>(std::lround(size.width() * toDevice.m11())),
+            static_cast<int>(std::lround(size.height() * toDevice.m22()))};
 }
 
-void DrawOnPlate(Graphics& graphics, const QString& text, const QRectF& room, Qt::Alignment side,
-                 const QColor& colour)
+/// The picture's own pixels, from a corner between device pixels on.
+void DrawPixels(Graphics& graphics, const QPointF& corner, const QImage& picture)
 {
-    const QFontMetricsF metrics(graphics.font());
-    const double most = room.width() - 2 * kPlateMargin;
-    if (most <= 0 || room.height() < metrics.height())
-        return;
-    const QString shown = metrics.elidedText(text, Qt::ElideRight, most);
-    QRectF plate(0, 0, metrics.horizontalAdvance(shown) + 2 * kPlateMargin, metrics.height());
-    if (side == Qt::AlignLeft)
-        plate.moveTopLeft(room.topLeft());
-    else
-        plate.moveBottomRight(room.bottomRight());
-    graphics.setPen(Qt::NoPen);
-    graphics.setBrush(PlateColour(colour));
-    graphics.drawRoundedRect(plate, kPlateRadius, kPlateRadius);
-    graphics.setPen(colour);
-    graphics.drawText(plate, Qt::AlignCenter | Qt::TextSingleLine, shown);
+    const DevicePixels pixels(graphics);
+    graphics.drawImage(pixels.ToLogical(pixels.Nearest(corner)), picture);
+}
+
+/// Mark, number and name.
+void DrawLabels(Graphics& graphics, const QRectF& rect, const StripThumb& thumb)
+{
+    if (!thumb.mark.isNull())
+        DrawPixels(graphics, {rect.right() - kMarkSize - 1, rect.top() + 1}, thumb.mark);
+    if (!thumb.number.isNull())
+        DrawPixels(graphics, rect.topLeft() + QPointF(1, 1), thumb.number);
+    const QSizeF title = thumb.title.deviceIndependentSize();
+    if (!thumb.title.isNull())
+        DrawPixels(graphics, rect.bottomRight() - QPointF(title.width() + 1, title.height() + 1),
+                   thumb.title);
 }
 
 } // namespace
@@ -62,6 +53,7 @@ struct StripPainter::Place
 {
     Place(const Graphics& graphics, const CRect& client, const CRect& rect)
         : toLogical(graphics.deviceTransform().inverted())
+        , ratio(graphics.deviceTransform().m11())
         , whole(QPointF(graphics.deviceTransform().map(QPointF(rect.left, rect.top)).toPoint()),
                 QSizeF(DeviceSize(graphics, {rect.Width(), rect.Height()})))
     {
@@ -83,6 +75,7 @@ struct StripPainter::Place
     bool IsCut() const { return seen != whole; }
 
     QTransform toLogical;
+    double ratio; ///< device pixels in a logical one
     QRectF whole; ///< device pixels, as is `seen`
     QRectF seen;
 };
@@ -97,16 +90,11 @@ void StripPainter::LoadSkin()
     m_shadow = KvGuiRes::LoadImageW(L"layoutshadow.png");
 }
 
-QSize StripPainter::DeviceSize(const Graphics& graphics, QSize size)
+ThumbStyle StripPainter::StyleFor(const Graphics& graphics, const CRect& thumb, const StripLook& look)
 {
-    const QTransform& toDevice = graphics.deviceTransform();
-    return {static_cast<int>(std::lround(size.width() * toDevice.m11())),
-            static_cast<int>(std::lround(size.height() * toDevice.m22()))};
-}
-
-QSize StripPainter::DeviceMarkSize(const Graphics& graphics)
-{
-    return DeviceSize(graphics, {kMarkSize, kMarkSize});
+    return {DeviceSize(graphics, {thumb.Width(), thumb.Height()}),
+            DeviceSize(graphics, {kMarkSize, kMarkSize}), graphics.deviceTransform().m11(), look.font,
+            look.text};
 }
 
 void StripPainter::DrawBackground(Graphics& graphics, const CRect& client, const StripLook& look) const
@@ -129,48 +117,70 @@ void StripPainter::DrawCell(Graphics& graphics, const CRect& client, const Strip
                             const StripThumb& thumb, const StripLook& look) const
 {
     const Place place(graphics, client, cell.rect);
-    graphics.save();
-    graphics.setRenderHint(QPainter::Antialiasing);
-    graphics.setOpacity(look.enabled ? 1.0 : kDisabledOpacity);
     // Of a thumbnail that is longer than the window the shadow would be a picture beyond measure.
     if (!m_shadow.IsNull() && cell.rect.Width() <= client.Width() && cell.rect.Height() <= client.Height())
-        DrawSkinPicture(graphics, m_shadow,
-                        place.Whole().translated(StripLayout::kShadow, StripLayout::kShadow));
-    if (!place.seen.isEmpty()) {
+        DrawShadow(graphics, place);
+    if (place.seen.isEmpty())
+        return;
+    if (thumb.picture.isNull() || place.IsCut())
         graphics.fillRect(place.Seen(), thumb.isThere ? QColor(Qt::black) : m_empty);
-        if (!thumb.picture.isNull()) {
-            graphics.setRenderHint(QPainter::SmoothPixmapTransform, place.IsCut());
-            graphics.drawImage(place.Seen(), thumb.picture, place.SeenOf(thumb.picture));
-        }
-        if (thumb.isThere) {
-            const QRectF rect = place.Whole();
-            if (!thumb.mark.isNull())
-                graphics.drawImage(DevicePixels(graphics).Snapped(QRectF(
-                                       rect.right() - kMarkSize - 1, rect.top() + 1, kMarkSize, kMarkSize)),
-                                   thumb.mark);
-            std::array<char, 16> label{};
-            std::snprintf(label.data(), label.size(), "%04d", cell.index);
-            const QRectF room = rect.adjusted(1, 1, -1, -1);
-            graphics.setFont(look.font);
-            DrawOnPlate(graphics, QLatin1String(label.data()), room, Qt::AlignLeft, look.text);
-            if (!thumb.name.isEmpty())
-                DrawOnPlate(graphics, thumb.name, room, Qt::AlignRight, look.text);
-        }
-        DrawFrame(graphics, place, cell.frame);
-        if (cell.focused)
-            DrawFocusRing(graphics,
-                          place.Seen().adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset));
+    if (!thumb.picture.isNull() && place.IsCut())
+        graphics.drawImage(place.Seen(), thumb.picture, place.SeenOf(thumb.picture));
+    else if (!thumb.picture.isNull())
+        graphics.drawImage(place.Whole().topLeft(), thumb.picture);
+    // Under the texts, which are read through no line.
+    if (cell.focused)
+        DrawFocusRing(graphics, place.Seen().adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset));
+    if (thumb.isThere)
+        DrawLabels(graphics, place.Whole(), thumb);
+    DrawFrame(graphics, place, cell.frame);
+    if (!look.enabled) {
+        QColor veil = look.background;
+        veil.setAlpha(kDisabledVeil);
+        graphics.fillRect(place.Seen(), veil);
     }
-    graphics.restore();
+}
+
+// Only what the thumbnail leaves uncovered.
+void StripPainter::DrawShadow(Graphics& graphics, const Place& place) const
+{
+    const QSize size = place.whole.size().toSize();
+    const double ratio = place.ratio;
+    const double by = std::round(StripLayout::kShadow * ratio);
+    const QPixmap shadow = m_shadow.Pixmap(size, 1);
+    const auto draw = [&](const QRectF& part) {
+        graphics.drawPixmap(place.toLogical.mapRect(part.translated(place.whole.topLeft() + QPointF(by, by))),
+                            shadow, part);
+    };
+    const double right = std::min<double>(by, size.width());
+    const double below = std::min<double>(by, size.height());
+    draw({0, size.height() - below, static_cast<double>(size.width()), below});
+    draw({size.width() - right, 0, right, size.height() - below});
 }
 
 void StripPainter::DrawFrame(Graphics& graphics, const Place& place, StripFrame frame) const
 {
-    const QRectF lines = place.toLogical.mapRect(place.seen.adjusted(0.5, 0.5, -0.5, -0.5));
-    graphics.setPen(QPen(m_frames[static_cast<std::size_t>(frame)], kFrameWidth, Qt::SolidLine, Qt::SquareCap,
-                         Qt::MiterJoin));
+    QColor colour = m_frames[static_cast<std::size_t>(frame)];
+    const double width = kFrameWidth * place.ratio;
+    const auto fill = [&](double left, double top, double right, double bottom) {
+        graphics.fillRect(place.toLogical.mapRect(QRectF(QPointF(left, top), QPointF(right, bottom))),
+                          colour);
+    };
+    const QRectF& seen = place.seen;
+    if (width <= 1) { // a line within one pixel: less of the colour, and no outline to fill
+        colour.setAlphaF(static_cast<float>(colour.alphaF() * width));
+        fill(seen.left(), seen.top(), seen.right(), seen.top() + 1);
+        fill(seen.left(), seen.bottom() - 1, seen.right(), seen.bottom());
+        fill(seen.left(), seen.top() + 1, seen.left() + 1, seen.bottom() - 1);
+        fill(seen.right() - 1, seen.top() + 1, seen.right(), seen.bottom() - 1);
+        return;
+    }
+    graphics.save();
+    graphics.setRenderHint(QPainter::Antialiasing);
+    graphics.setPen(QPen(colour, kFrameWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     graphics.setBrush(Qt::NoBrush);
-    graphics.drawRect(lines);
+    graphics.drawRect(place.toLogical.mapRect(seen.adjusted(0.5, 0.5, -0.5, -0.5)));
+    graphics.restore();
 }
 
 } // namespace kv

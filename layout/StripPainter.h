@@ -40,9 +40,8 @@ public:
     StripPainter() { LoadSkin(); }
 
     void LoadSkin();
-    /// @return a thumbnail's or a mark's size in the device pixels of the painter's target.
-    static QSize DeviceSize(const Graphics& graphics, QSize size);
-    static QSize DeviceMarkSize(const Graphics& graphics);
+    /// In what style thumbnails of a size are kept for the painter's target.
+    static ThumbStyle StyleFor(const Graphics& graphics, const CRect& thumb, const StripLook& look);
 
     void DrawBackground(Graphics& graphics, const CRect& client, const StripLook& look) const;
     /// The line around the window, over its outer pixel.
@@ -52,6 +51,7 @@ public:
 
 private:
     struct Place;
+    void DrawShadow(Graphics& graphics, const Place& place) const;
     void DrawFrame(Graphics& graphics, const Place& place, StripFrame frame) const;
 
     QColor m_frames[3]; ///< by StripFrame

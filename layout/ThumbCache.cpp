@@ -1,7 +1,6 @@
 #include "layout/ThumbCache.h"
 
-#include <QPainter>
-
+#include <algorithm>
 #include <cwchar>
 #include <limits>
 #include <memory>
@@ -21,7 +20,7 @@ struct ThumbReleaser
 };
 using ThumbReference = std::unique_ptr<IKvThumbImage, ThumbReleaser>;
 
-/// The host's picture in a size of our own; null when it lends no pixels.
+/// The host's picture in a size of our own, with alpha; null when it lends no pixels.
 QImage Scaled(IKvThumbImage& image, QSize size)
 {
     UINT width = 0;
@@ -37,46 +36,68 @@ QImage Scaled(IKvThumbImage& image, QSize size)
     if (isSound) {
         const QImage lent(reinterpret_cast<const uchar*>(pixels), static_cast<int>(width),
                           static_cast<int>(height), stride, QImage::Format_ARGB32);
-        // A copy also where nothing is to be scaled: the pixels are the host's.
-        scaled = lent.size() == size ? lent.copy()
-                                     : lent.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        scaled =
+            lent.size() == size ? lent : lent.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        // Also a copy of what was not scaled: the pixels are the host's.
+        scaled.convertTo(QImage::Format_ARGB32_Premultiplied);
     }
     image.Unlock();
     return scaled;
 }
 
+/// Over black, premultiplied colours are those that are seen.
 QImage OnBlack(const QImage& image)
 {
     if (image.isNull())
         return {};
     QImage opaque(image.size(), QImage::Format_RGB32);
-    opaque.fill(Qt::black);
-    QPainter(&opaque).drawImage(0, 0, image);
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        std::transform(from, from + image.width(), reinterpret_cast<QRgb*>(opaque.scanLine(y)),
+                       [](QRgb pixel) { return pixel | 0xFF000000u; });
+    }
     return opaque;
+}
+
+qsizetype BytesOf(const StripThumb& thumb)
+{
+    return qsizetype{sizeof(StripThumb)} + thumb.picture.sizeInBytes() + thumb.mark.sizeInBytes() +
+           thumb.number.sizeInBytes() + thumb.title.sizeInBytes() +
+           thumb.name.size() * qsizetype{sizeof(QChar)};
 }
 
 } // namespace
 
-ThumbCache::ThumbCache() : m_thumbs(kBudget) {}
+ThumbCache::ThumbCache() : m_kept(kBudget) {}
 
-void ThumbCache::SetSizes(QSize thumb, QSize mark)
+void ThumbCache::SetStyle(const ThumbStyle& style)
 {
-    if (thumb == m_thumbSize && mark == m_markSize)
+    if (style == m_style)
         return;
-    m_thumbSize = thumb;
-    m_markSize = mark;
-    Clear();
+    m_style = style;
+    m_kept.clear();
+}
+
+void ThumbCache::AskAgain(int index)
+{
+    if (Kept* kept = m_kept.object(index))
+        kept->generation = 0;
 }
 
 StripThumb ThumbCache::Get(IKvLayoutSelectorData& data, int index)
 {
-    if (const StripThumb* kept = m_thumbs.object(index))
-        return *kept;
-    auto asked = std::make_unique<StripThumb>(Ask(data, index));
-    const StripThumb thumb = *asked;
-    const qsizetype bytes = qsizetype{sizeof(StripThumb)} + thumb.picture.sizeInBytes() +
-                            thumb.mark.sizeInBytes() + thumb.name.size() * qsizetype{sizeof(QChar)};
-    m_thumbs.insert(index, asked.release(), bytes);
+    if (const Kept* kept = m_kept.object(index); kept && kept->generation == m_generation)
+        return kept->thumb;
+    const unsigned generation = m_generation; // the host may ask for more while it answers
+    StripThumb thumb = Ask(data, index);
+    if (thumb.isThere) {
+        const Kept* before = m_kept.object(index);
+        const bool isNamedAlike = before && before->thumb.isThere && before->thumb.name == thumb.name;
+        thumb.number =
+            isNamedAlike ? before->thumb.number : MakeStripLabel(QString::asprintf("%04d", index), m_style);
+        thumb.title = isNamedAlike ? before->thumb.title : MakeStripLabel(thumb.name, m_style);
+    }
+    m_kept.insert(index, new Kept{thumb, generation}, BytesOf(thumb));
     return thumb;
 }
 
@@ -94,9 +115,11 @@ StripThumb ThumbCache::Ask(IKvLayoutSelectorData& data, int index) const
         return made;
     const wchar_t* end = std::wmemchr(name, L'\0', kNameLength);
     made.name = KvToQString({name, end ? static_cast<std::size_t>(end - name) : kNameLength}).trimmed();
-    made.picture = OnBlack(Scaled(*thumb, m_thumbSize.boundedTo(kLargestPicture)));
+    made.picture = OnBlack(Scaled(*thumb, m_style.thumb.boundedTo(kLargestPicture)));
+    made.picture.setDevicePixelRatio(m_style.ratio);
     if (mark)
-        made.mark = Scaled(*mark, m_markSize).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        made.mark = Scaled(*mark, m_style.mark);
+    made.mark.setDevicePixelRatio(m_style.ratio);
     return made;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvLayoutSelector.h"
+#include "layout/StripLabel.h"
 
 #include <QCache>
 #include <QImage>
@@ -9,13 +10,15 @@
 
 namespace kv {
 
-/// One layout as it is drawn.
+/// One layout as it is drawn; pictures are in device pixels.
 struct StripThumb
 {
     bool isThere = false; ///< it has a thumbnail
     QString name;
-    QImage picture; ///< opaque, in device pixels; null when the host has none now
-    QImage mark;    ///< likewise, with alpha
+    QImage picture; ///< opaque; null when the host has none now
+    QImage mark;
+    QImage number; ///< the labels
+    QImage title;
 };
 
 /// Keeps the layouts that were drawn last, up to a number of bytes.
@@ -24,19 +27,26 @@ class ThumbCache
 public:
     ThumbCache();
 
-    /// @param thumb, mark sizes in device pixels; what was kept in others is dropped.
-    void SetSizes(QSize thumb, QSize mark);
+    /// What was kept in another style is dropped.
+    void SetStyle(const ThumbStyle& style);
     /// The layout as it was kept, else as the data tell. @param index one that the data have.
     StripThumb Get(IKvLayoutSelectorData& data, int index);
-    void Drop(int index) { m_thumbs.remove(index); }
-    void Clear() { m_thumbs.clear(); }
+    /// The data are asked again for that layout, or for all of them.
+    void AskAgain(int index);
+    void AskAgain() { ++m_generation; }
 
 private:
+    struct Kept
+    {
+        StripThumb thumb;
+        unsigned generation; ///< 0: to be asked again
+    };
+
     StripThumb Ask(IKvLayoutSelectorData& data, int index) const;
 
-    QSize m_thumbSize;
-    QSize m_markSize;
-    QCache<int, StripThumb> m_thumbs; ///< its costs are bytes
+    ThumbStyle m_style;
+    unsigned m_generation = 1;
+    QCache<int, Kept> m_kept; ///< its costs are bytes
 };
 
 } // namespace kv

@@ -2,6 +2,8 @@
 #include "platform/ReportLayout.h"
 #include "platform/SkinColours.h"
 
+#include <QStyle>
+#include <QStyleOptionSlider>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -36,6 +38,7 @@ struct CKvScrollBar::Impl
     std::int64_t range = 0;
     std::int64_t position = 0;
     bool isSetting = false; ///< by a setter, which is silent
+    QRect paintedThumb;
 
     kv::ReportBarScale Scale() const { return kv::ReportBarScale(range); }
 };
@@ -109,6 +112,27 @@ void CKvScrollBar::LoadSkin()
 void CKvScrollBar::wheelEvent(QWheelEvent* event)
 {
     event->ignore();
+}
+
+void CKvScrollBar::paintEvent(QPaintEvent* event)
+{
+    m_impl->paintedThumb = ThumbRect();
+    QScrollBar::paintEvent(event);
+}
+
+// Most changes of a long range move the thumb by less than a pixel, and a bar takes longer to paint than the
+// view beside it.
+void CKvScrollBar::sliderChange(SliderChange change)
+{
+    if (change == SliderOrientationChange || ThumbRect() != m_impl->paintedThumb)
+        QScrollBar::sliderChange(change);
+}
+
+QRect CKvScrollBar::ThumbRect() const
+{
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    return style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
 }
 
 void CKvScrollBar::Act(int action)
