@@ -7,7 +7,8 @@ namespace kv {
 
 namespace {
 constexpr int kMargin = 8;
-}
+constexpr float kFaultOpacity = 0.75F;
+} // namespace
 
 void CharSearchBox::ShowFault(const QString& text)
 {
@@ -27,7 +28,9 @@ void CharSearchBox::paintEvent(QPaintEvent* event)
     if (m_fault.isEmpty())
         return;
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    QColor colour = palette().color(QPalette::Text);
+    colour.setAlphaF(kFaultOpacity);
+    painter.setPen(colour);
     const auto end = static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignRight));
     painter.drawText(rect().adjusted(kMargin, 0, -kMargin, 0), end | Qt::AlignVCenter, m_fault);
 }

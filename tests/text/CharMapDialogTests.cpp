@@ -3,10 +3,14 @@
 #include "KvScroll.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 
@@ -192,6 +196,69 @@ TEST_F(CharMap, KeepsCharactersAtHand)
             button->click();
     }
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("éè"));
+}
+
+TEST_F(CharMap, TheRowsPickAndGiveBack)
+{
+    const auto row = [this](const QString& name) -> QWidget* {
+        for (CKvStatic* one : dialog->findChildren<CKvStatic*>()) {
+            if (QAccessible::queryAccessibleInterface(one)->text(QAccessible::Name) == name)
+                return one;
+        }
+        return nullptr;
+    };
+    QWidget* recent = row(QStringLiteral("Recent:"));
+    QWidget* favorites = row(QStringLiteral("Favorites:"));
+    ASSERT_TRUE(recent && favorites);
+    dialog->SetRecent(L"xyz");
+    dialog->SetFavorites(L"ab\uFDD0"); // the face lacks the last one, which is kept all the same
+    QTest::mouseDClick(recent, Qt::LeftButton, {}, CellMiddle(1) - QPoint(0, 11));
+    EXPECT_EQ(target.picked, Codes{'y'});
+    EXPECT_EQ(dialog->GetRecent(), L"yxz");
+    QTest::mouseClick(recent, Qt::LeftButton, {}, CellMiddle(3) - QPoint(0, 11)); // an empty cell
+    EXPECT_EQ(Selected(), unsigned{'y'});
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(favorites);
+    ASSERT_EQ(list->childCount(), 2);
+    EXPECT_EQ(list->child(1)->text(QAccessible::Name), QStringLiteral("U+0062 LATIN SMALL LETTER B"));
+    favorites->setFocus();
+    QTest::keyClick(favorites, Qt::Key_Right);
+    EXPECT_EQ(Selected(), unsigned{'b'});
+    QTest::keyClick(favorites, Qt::Key_Return);
+    EXPECT_EQ(target.picked, (Codes{'y', 'b'}));
+    QTest::keyClick(favorites, Qt::Key_Delete);
+    QTest::keyClick(favorites, Qt::Key_Delete);
+    QTest::keyClick(favorites, Qt::Key_Delete);
+    EXPECT_EQ(dialog->GetFavorites(), L"\uFDD0");
+}
+
+TEST_F(CharMap, TheMenuDoesWhatTheKeysDo)
+{
+    const auto choose = [this](const QString& choice) {
+        QTimer::singleShot(0, dialog.get(), [choice] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (QAction* action : menu->actions()) {
+                if (action->text().section(u'\t', 0, 0).remove(u'&') == choice && action->isEnabled())
+                    menu->setActiveAction(action);
+            }
+            QTest::keyClick(menu, menu->activeAction() ? Qt::Key_Return : Qt::Key_Escape);
+        });
+        const QPoint at = CellMiddle(32); // "A"
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, Grid().mapToGlobal(at));
+        QApplication::sendEvent(&Grid(), &event);
+    };
+    choose(QStringLiteral("Insert"));
+    EXPECT_EQ(target.picked, Codes{'A'});
+    choose(QStringLiteral("Copy"));
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("A"));
+    choose(QStringLiteral("Collect"));
+    EXPECT_EQ(dialog->GetCollected(), L"A");
+    choose(QStringLiteral("Remove from Favorites")); // it is none
+    choose(QStringLiteral("Add to Favorites"));
+    EXPECT_EQ(dialog->GetFavorites(), L"A");
+    choose(QStringLiteral("Add to Favorites"));
+    choose(QStringLiteral("Remove from Favorites"));
+    EXPECT_EQ(dialog->GetFavorites(), L"");
 }
 
 } // namespace

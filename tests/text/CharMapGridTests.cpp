@@ -3,7 +3,10 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QDrag>
+#include <QMimeData>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 
@@ -169,6 +172,31 @@ TEST_F(Grid, TheParentMayDeleteItAtAnyMoment)
             SendWheel(*grid, {50, 50}, -240);
         EXPECT_FALSE(grid) << action;
     }
+}
+
+TEST_F(Grid, ACharacterIsDraggedOutAsText)
+{
+    const QPoint from = CellMiddle(grid->FindCode(0xE9));
+    QString text;
+    QTest::mousePress(grid.data(), Qt::LeftButton, {}, from);
+    SendMove(*grid, from + QPoint(2, 0), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_EQ(grid->findChild<QDrag*>(), nullptr); // not yet
+    SendMove(*grid, from + QPoint(40, 0), Qt::LeftButton);
+    QTimer::singleShot(0, grid.data(), [&] {
+        if (const auto* drag = grid->findChild<QDrag*>())
+            text = drag->mimeData()->text();
+        QTest::keyClick(parent.get(), Qt::Key_Escape); // ends the toolkit's drag
+    });
+    QApplication::processEvents();
+    EXPECT_EQ(text, QStringLiteral("é"));
+    EXPECT_EQ(Heard(), "selected ");
+    // A release, or Escape, comes before the drag begins.
+    QTest::mousePress(grid.data(), Qt::LeftButton, {}, from);
+    SendMove(*grid, from + QPoint(40, 0), Qt::LeftButton);
+    QTest::keyClick(grid.data(), Qt::Key_Escape);
+    QApplication::processEvents();
+    EXPECT_EQ(grid->findChild<QDrag*>(), nullptr);
 }
 
 TEST_F(Grid, ThePreviewGivesWayToThePointer)
