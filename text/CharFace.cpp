@@ -33,6 +33,14 @@ QRawFont LoadFace(const QString& family, double size)
     return QRawFont::fromFont(font);
 }
 
+/// How far begin … end must move to lie between two places; to their middle where it is longer.
+double WayInto(double begin, double end, double from, double to)
+{
+    if (end - begin > to - from)
+        return (from + to - begin - end) / 2;
+    return begin < from ? from - begin : end > to ? to - end : 0;
+}
+
 } // namespace
 
 CharFace::CharFace(const QString& family)
@@ -63,10 +71,13 @@ QPointF CentredOrigin(const QRawFont& font, std::uint32_t glyph, const QRectF& r
 {
     QPointF advance;
     font.advancesForGlyphIndexes(&glyph, &advance, 1);
+    const QRectF ink = font.boundingRect(glyph);
     const double baseline = rect.center().y() + (font.ascent() - font.descent()) / 2;
-    if (advance.x() > 0)
-        return {rect.center().x() - advance.x() / 2, baseline};
-    return {rect.center().x() - font.boundingRect(glyph).center().x(), baseline};
+    const double left = advance.x() > 0 ? -advance.x() / 2 : -ink.center().x();
+    const QPointF origin(rect.center().x() + left, baseline);
+    return origin +
+           QPointF(WayInto(ink.left() + origin.x(), ink.right() + origin.x(), rect.left(), rect.right()),
+                   WayInto(ink.top() + origin.y(), ink.bottom() + origin.y(), rect.top(), rect.bottom()));
 }
 
 void DrawGlyphs(QPainter& painter, const QRawFont& font, const QVector<quint32>& glyphs,

@@ -30,8 +30,9 @@ private:
     QRawFont m_preview;
 };
 
-/// Where the origin of a glyph lies so that its line stands in the middle of a rectangle; a glyph that takes
-/// no room of its own, such as a combining mark, is centred by its ink.
+/// Where the origin of a glyph lies so that its line stands in the middle of a rectangle. A glyph that takes
+/// no room of its own, such as a combining mark, is centred by its ink; one that would reach beyond the
+/// rectangle, as in fonts with tall lines, is moved inside as far as it has room there.
 QPointF CentredOrigin(const QRawFont& font, std::uint32_t glyph, const QRectF& rect);
 /// Draws one glyph so, in the painter's pen, cut off at the rectangle.
 void DrawCentredGlyph(QPainter& painter, const QRawFont& font, std::uint32_t glyph, const QRectF& rect);

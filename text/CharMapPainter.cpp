@@ -101,13 +101,7 @@ void DrawPreview(Graphics& graphics, const CRect& client, const CharFace& face, 
     const double most = kCharPreviewSide - 2 * kPreviewMargin;
     if (const double larger = std::max(ink.width(), ink.height()); larger > most)
         font.setPixelSize(font.pixelSize() * most / larger);
-    const QRectF within = rect.adjusted(1, 1, -1, -1);
-    QPointF origin = CentredOrigin(font, glyph, within);
-    // What would reach beyond the box is centred by its ink.
-    const QRectF drawn = font.boundingRect(glyph).translated(origin);
-    if (!within.contains(drawn))
-        origin += within.center() - drawn.center();
-    DrawGlyphs(graphics, font, {glyph}, {origin});
+    DrawGlyphs(graphics, font, {glyph}, {CentredOrigin(font, glyph, rect.adjusted(1, 1, -1, -1))});
 }
 
 } // namespace
