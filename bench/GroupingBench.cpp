@@ -1,8 +1,8 @@
 // Grouping a folder's names in memory: names in, clips out. The counter "per_name" is the figure to read.
 // The plain way (every file offered to every base) stands beside it for as long as it is bearable.
 #include "KvFileNaming.h"
-#include "naming/MediaGrouper.h"
 #include "core/RefCounted.h"
+#include "naming/MediaGrouper.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

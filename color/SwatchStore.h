@@ -41,7 +41,8 @@ private:
     bool m_firstLoad = true;
 };
 
-/// Writes the factory's profile where there is no file. @return true when there is one that can be read afterwards.
+/// Writes the factory's profile where there is no file. @return true when there is one that can be read
+/// afterwards.
 bool InstallFactorySwatches(std::wstring_view path);
 
 } // namespace kv

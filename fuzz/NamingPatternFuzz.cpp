@@ -2,9 +2,9 @@
 // labels, so that a mutation of one byte makes another pattern. The engine must agree with a reader that is
 // written for plainness, and the matcher must keep count.
 #include "KvFileNaming.h"
+#include "core/RefCounted.h"
 #include "core/Wildcard.h"
 #include "naming/NamePattern.h"
-#include "core/RefCounted.h"
 
 #include <algorithm>
 #include <array>

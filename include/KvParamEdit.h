@@ -22,7 +22,8 @@ struct KvParamEditRecord
 /// Arrows and the wheel step, Page Up and Down step by ten; each is a one-shot edit, which sends all three
 /// phases. The wheel is the edit's while it has the focus, else its parent's. A step at the end of the range
 /// changes and sends nothing. A vertical or horizontal drag on the border scrubs: right or up raises, a step
-/// for each pixel since the press, once it is beyond the toolkit's drag distance. The parent may delete the edit in its handler.
+/// for each pixel since the press, once it is beyond the toolkit's drag distance. The parent may delete the
+/// edit in its handler.
 class KV_API CKvParamEdit : public CKvWnd
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 #include "KvFileNaming.h"
 #include "core/KvFileUtils.h"
-#include "naming/NamePattern.h"
 #include "core/RefCounted.h"
+#include "naming/NamePattern.h"
 
 #include <algorithm>
 #include <cstddef>

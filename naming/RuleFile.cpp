@@ -2,11 +2,11 @@
 #include "core/CodePoints.h"
 #include "core/KvFileUtils.h"
 #include "core/ProfileDocument.h"
+#include "core/RefCounted.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
 #include "naming/DefaultRules.h"
 #include "naming/FileNamingRule.h"
-#include "core/RefCounted.h"
 
 #include <algorithm>
 #include <cstddef>

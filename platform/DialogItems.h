@@ -9,8 +9,8 @@ class QWidget;
 
 namespace kv {
 
-/// A static text, a button, a check box or an edit. What does not fit into its place is cut with an ellipsis; then the tool tip
-/// tells it whole.
+/// A static text, a button, a check box or an edit. What does not fit into its place is cut with an ellipsis;
+/// then the tool tip tells it whole.
 std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dialog);
 
 /// Gives a control its text, tip and name from the tables.

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "KvFileNaming.h"
-#include "naming/MediaNames.h"
 #include "core/RefCounted.h"
+#include "naming/MediaNames.h"
 
 #include <cstdio>
 #include <string>

@@ -1,11 +1,11 @@
 #include "KvFileNaming.h"
+#include "core/RefCounted.h"
 #include "core/Text.h"
 #include "core/Wildcard.h"
 #include "naming/MediaExtensions.h"
 #include "naming/MediaGrouper.h"
 #include "naming/MediaReport.h"
 #include "naming/MediaTextOrder.h"
-#include "core/RefCounted.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
