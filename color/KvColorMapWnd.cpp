@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr int kNotch = 120;
-
 kv::ColourState WithRgb(kv::ColourState colour, const kv::Rgb& rgb)
 {
     colour.SetRgb(rgb, kv::LostHue::Kept);
@@ -231,9 +229,7 @@ void CKvColorMapWnd::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CP
         CKvWnd::OnMouseWheel(modifiers, delta, point);
         return;
     }
-    m_impl->wheel += delta;
-    const int steps = m_impl->wheel / kNotch;
-    m_impl->wheel %= kNotch;
+    const int steps = m_impl->wheel.Turn(delta);
     if (steps == 0)
         return;
     const bool sideways = m_impl->IsField() && modifiers.testFlag(Qt::AltModifier);

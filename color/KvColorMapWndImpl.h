@@ -5,6 +5,7 @@
 #include "color/ColourMapAccess.h"
 #include "color/ColourMapPainter.h"
 #include "color/ColourPanelModel.h"
+#include "core/WheelNotches.h"
 
 #include <functional>
 #include <optional>
@@ -47,6 +48,6 @@ struct CKvColorMapWnd::Impl : kv::ColourMapUser
     kv::ColourMapPainter painter;
     std::optional<kv::ColourState> dragFrom; ///< the colour before the press, or what the owner set since
     bool isNotifying = false;
-    int wheel = 0; ///< what is left of the last notch
+    kv::WheelNotches wheel;
     kv::ColourMapAccess access;
 };

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int kNotch = 120;
-
 bool IsStripKey(UINT key, Qt::KeyboardModifiers modifiers)
 {
     const Qt::KeyboardModifiers held = kv::HeldModifiers(modifiers);
@@ -83,12 +81,7 @@ void CKvLayoutSelector::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta,
         CKvWnd::OnMouseWheel(modifiers, delta, point);
         return;
     }
-    // Finer devices send parts of a notch, which add up until the direction turns.
-    if ((delta < 0) != (m_impl->wheelRest < 0))
-        m_impl->wheelRest = 0;
-    m_impl->wheelRest += delta;
-    const int steps = m_impl->wheelRest / kNotch;
-    m_impl->wheelRest %= kNotch;
+    const int steps = m_impl->wheel.Turn(delta);
     if (steps == 0)
         return;
     if (m_impl->ScrollTo(m_impl->Line().GetPosition() - steps * m_impl->layout.Step()))

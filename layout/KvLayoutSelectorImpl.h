@@ -4,6 +4,7 @@
 #include "KvLayoutSelector.h"
 #include "KvScroll.h"
 #include "core/RefCounted.h"
+#include "core/WheelNotches.h"
 #include "layout/StripAccess.h"
 #include "layout/StripLayout.h"
 #include "layout/StripPainter.h"
@@ -101,7 +102,7 @@ struct CKvLayoutSelector::Impl : kv::StripUser
     int hot = -1;
     int focus = -1;
     int seenCount = 0; ///< at the last look
-    int wheelRest = 0; ///< less than a notch
+    kv::WheelNotches wheel;
     std::optional<kv::StripDrag> drag;
     std::optional<kv::StripMotion> motion;
     kv::ThumbCache cache;

@@ -14,7 +14,6 @@
 namespace {
 
 constexpr int kBorder = 3; ///< wide enough to take hold of
-constexpr int kNotch = 120;
 constexpr DWORD kDefaultFieldColour = 0xFF1F1F22u;
 constexpr DWORD kDefaultBorderColour = 0xFF686870u;
 
@@ -219,9 +218,7 @@ void CKvParamEdit::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoi
         CKvWnd::OnMouseWheel(modifiers, delta, point);
         return;
     }
-    m_impl->wheel += delta;
-    const int steps = m_impl->wheel / kNotch;
-    m_impl->wheel %= kNotch;
+    const int steps = m_impl->wheel.Turn(delta);
     if (steps != 0)
         m_impl->StepBy(steps);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvParamEdit.h"
+#include "core/WheelNotches.h"
 #include "platform/NumberEntry.h"
 
 #include <QLineEdit>
@@ -52,6 +53,6 @@ struct CKvParamEdit::Impl
     bool isActing = false;       ///< the line is at work
     bool isEdited = false;       ///< and has changed its text
     std::optional<CPoint> press; ///< of a drag on the border
-    int wheel = 0;               ///< what is left of the last notch
-    int told = 0;                ///< the number that a screen reader heard last
+    kv::WheelNotches wheel;
+    int told = 0; ///< the number that a screen reader heard last
 };

@@ -11,7 +11,7 @@ void CharMapModel::SetTable(CodeTable table)
     m_table = std::move(table);
     m_first = 0;
     m_selected = -1;
-    m_wheel = 0;
+    m_wheel = {};
 }
 
 bool CharMapModel::SetFirst(int first)
@@ -29,12 +29,7 @@ bool CharMapModel::ScrollRows(int rows)
 
 bool CharMapModel::Wheel(int delta)
 {
-    constexpr int kNotch = 120;
-    if ((delta < 0) != (m_wheel < 0))
-        m_wheel = 0;
-    const std::int64_t turned = std::int64_t{m_wheel} + delta;
-    m_wheel = static_cast<int>(turned % kNotch);
-    return ScrollRows(-static_cast<int>(turned / kNotch));
+    return ScrollRows(-m_wheel.Turn(delta));
 }
 
 bool CharMapModel::Select(int index)

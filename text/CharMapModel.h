@@ -1,6 +1,7 @@
 // Which characters a grid shows, and which of them is selected.
 #pragma once
 
+#include "core/WheelNotches.h"
 #include "text/CharMapLayout.h"
 #include "text/CodeTable.h"
 
@@ -53,7 +54,7 @@ private:
     CodeTable m_table;
     int m_first = 0;
     int m_selected = -1;
-    int m_wheel = 0; ///< what is left of the last notch
+    WheelNotches m_wheel;
 };
 
 } // namespace kv
