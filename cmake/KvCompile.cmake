@@ -11,6 +11,8 @@ function(kv_compile target)
     return()
   endif()
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
+  # What is handed out names no folder of whoever built it.
+  target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>")
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # g++ 12 raises this one falsely inside std::string at -O2.
     target_compile_options(${target} PRIVATE -Wno-restrict)

@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# installed.sh CASE SOURCE BUILD TREE: installs BUILD to TREE, or checks what stands there as a stranger would.
+set -euo pipefail
+case_=$1 source=$2 build=$3 tree=$4
+here=$source/tests/install
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+fail() { printf 'FAILED: %s\n' "$*" >&2; exit 1; }
+# The library's folder has another name on each system.
+libdir=$(dirname "$(find "$tree" -name libKvCore.a 2>/dev/null | head -n 1)")
+export PKG_CONFIG_PATH=$libdir/pkgconfig
+
+configure() { # FOLDER [OPTIONS]
+  cmake -G Ninja -S "$1" -B "$work/build" -DCMAKE_PREFIX_PATH="$tree" -DCMAKE_BUILD_TYPE=Debug "${@:2}" >"$work/log" 2>&1
+}
+build_and_run() { # FOLDER
+  configure "$1" || { cat "$work/log"; fail "$1 is not configured"; }
+  cmake --build "$work/build" || fail "$1 is not built"
+  "$work/build/stranger"
+}
+
+case $case_ in
+tree)
+  rm -rf "$tree" "$tree.first"
+  cmake --install "$build" --prefix "$tree.first" >/dev/null
+  mv "$tree.first" "$tree"
+  for path in include/KvGuiAdvCtrls/KvTypes.h bin/kvgroup share/man/man1/kvgroup.1; do
+    [ -e "$tree/$path" ] || fail "$path is missing"
+  done
+  # What is built for a debugger names its sources.
+  only=$(grep -q '^CMAKE_BUILD_TYPE:.*=Debug' "$build/CMakeCache.txt" && echo -I || true)
+  left=$(grep -rlF $only -e "$source" -e "$build" -e "$tree" "$tree" || true)
+  [ -z "$left" ] || fail "paths of the build in: $left"
+  ;;
+programs)
+  for path in applications/titler.desktop icons/hicolor/scalable/apps/titler.svg metainfo/titler.metainfo.xml \
+    mime/packages/titler.xml man/man1/titler.1 kvguiadvctrls/skin/skin.ini; do
+    [ -e "$tree/share/$path" ] || fail "share/$path is missing"
+  done
+  readlink "$libdir/libKvGuiAdvCtrls.so" >/dev/null || fail "the library has no version"
+  "$tree/bin/kvgroup" --help >/dev/null
+  "$tree/bin/titler" --screenshot "$work/title.png"
+  [ -s "$work/title.png" ] || fail "titler drew nothing"
+  ;;
+core)
+  # A machine without Qt: whoever looks for it is told that there is none.
+  configure "$here/core" -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON || { cat "$work/log"; fail "Core is not found"; }
+  cmake --build "$work/build"
+  "$work/build/stranger"
+  # Asked for the controls there it says what is missing.
+  rm -rf "$work/build"
+  if configure "$here/widgets" -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON; then fail "Widgets is found without Qt"; fi
+  tr -s '\n ' ' ' <"$work/log" | grep -qE 'component Widgets: it (needs Qt|was built without)' || { cat "$work/log"; fail "no reason"; }
+  pkg-config --cflags --libs kvguiadvctrls-core >"$work/flags"
+  "${CXX:-g++}" -std=c++17 "$here/core/main.cpp" -o "$work/stranger" @"$work/flags"
+  "$work/stranger"
+  ;;
+cmake)
+  build_and_run "$here/widgets"
+  ;;
+pkgconfig)
+  pkg-config --cflags --libs kvguiadvctrls >"$work/flags"
+  "${CXX:-g++}" -std=c++17 -fPIC "$here/widgets/main.cpp" -o "$work/stranger" @"$work/flags" -Wl,-rpath,"$libdir"
+  "$work/stranger"
+  ;;
+both)
+  if configure "$here/both"; then fail "a program with both libraries is configured"; fi
+  grep -q "IS_LINKED_EITHER_AS_Core_OR_AS_GuiAdvCtrls" "$work/log" || { cat "$work/log"; fail "no reason"; }
+  ;;
+*) fail "no case $case_" ;;
+esac
