@@ -1,6 +1,7 @@
 # What `cmake --install` lays down. Nothing in it holds an absolute path, so that the tree can be moved.
 include(CMakePackageConfigHelpers)
 
+option(KV_SYSTEM_PATHS "Install as packages of a system are: programs without a search path of their own" OFF)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KvGuiAdvCtrls")
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 set(share_dir "${CMAKE_INSTALL_DATADIR}/kvguiadvctrls")
@@ -44,9 +45,19 @@ install(FILES
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/" DESTINATION "${KV_INCLUDE_DIR}" COMPONENT devel
   FILES_MATCHING PATTERN "*.h")
 
+# A program's man page; packages have theirs compressed.
+function(kv_install_page program)
+  set(page "${PROJECT_SOURCE_DIR}/docs/man/${program}.1")
+  if(KV_SYSTEM_PATHS)
+    set(packed "${PROJECT_BINARY_DIR}/${program}.1.gz")
+    execute_process(COMMAND gzip -9nc "${page}" OUTPUT_FILE "${packed}" COMMAND_ERROR_IS_FATAL ANY)
+    set(page "${packed}")
+  endif()
+  install(FILES "${page}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
+endfunction()
+
 # Programs find the library beside them, wherever the tree stands. A package of a system has its libraries
 # where the linker looks anyway.
-option(KV_SYSTEM_PATHS "Install programs without a search path of their own, for packages of a system" OFF)
 file(RELATIVE_PATH bin_to_lib "/x/${CMAKE_INSTALL_BINDIR}" "/x/${CMAKE_INSTALL_LIBDIR}")
 foreach(program IN ITEMS titler kvgroup)
   if(NOT TARGET ${program})
@@ -56,8 +67,7 @@ foreach(program IN ITEMS titler kvgroup)
     set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
   endif()
   install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT tools)
-  install(FILES "${PROJECT_SOURCE_DIR}/docs/man/${program}.1"
-    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tools)
+  kv_install_page(${program})
 endforeach()
 if(TARGET titler)
   set(desktop "${PROJECT_SOURCE_DIR}/titler/desktop")
@@ -72,4 +82,8 @@ if(TARGET titler)
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/skin/" DESTINATION "${share_dir}/skin" COMPONENT devel
     FILES_MATCHING PATTERN "*.svg" PATTERN "*.png" PATTERN "*.ini")
 endif()
-install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
+if(KV_SYSTEM_PATHS)
+  include(cmake/KvPackages.cmake) # they have copyright files instead
+else()
+  install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
+endif()

@@ -6,7 +6,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 packages_build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libpng-dev libicu-dev)
 packages_run=(fonts-dejavu-core)
 packages_bench=(libbenchmark-dev libpcre2-dev libcairo2-dev fonts-unifont)
-packages_test=(libgtest-dev xvfb openbox xdotool x11-utils)
+packages_package=(dpkg-dev lintian)
+packages_test=(pkg-config libgtest-dev xvfb openbox xdotool x11-utils)
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -43,6 +44,7 @@ build() {
   local preset=$1 target=$2 tests=OFF
   shift 2
   if ! command -v dpkg-query >/dev/null || is_installed libgtest-dev; then tests=ON; fi
+  [ "$preset" != package ] || tests=OFF
   local log="build/$preset.log"
   mkdir -p build
   say "Building ($preset) …"

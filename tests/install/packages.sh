@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# packages.sh FOLDER: the packages in it hold to Debian's rules, need one another as they should, and leave
+# nothing behind once they were installed, used and purged. Installs into the system, so it wants root.
+set -euo pipefail
+cd "$1"
+fail() { printf 'FAILED: %s\n' "$*" >&2; exit 1; }
+depends() { dpkg-deb -f "$1"_*.deb Depends; }
+listing() { # all files but those that belong to nobody: caches, and the packager's own notes
+  find /usr /etc /opt -xdev ! -path '*/mime/*' ! -name '*.cache' ! -path '*/__pycache__/*' | sort
+}
+
+library=$(basename libkvguiadvctrls[0-9]*.deb | cut -d_ -f1)
+version=$(dpkg-deb -f "$library"_*.deb Version)
+names=$(for file in *.deb; do dpkg-deb -f "$file" Package; done)
+for name in $names; do
+  [ "$name" = "$library" ] || depends "$name" | grep -qF "$library (= $version)" || fail "$name does not need $library"
+done
+depends "$library" | grep -q libqt6widgets6 || fail "the library does not need the toolkit"
+lintian --allow-root --fail-on error,warning ./*.deb
+
+! dpkg-query -W $names >/dev/null 2>&1 || fail "the packages are installed already"
+before=$(listing)
+work=$(mktemp -d)
+trap 'rm -rf "$work"; dpkg --purge $names >/dev/null 2>&1 || true' EXIT
+dpkg -i ./*.deb >/dev/null
+kvgroup --help >/dev/null
+QT_QPA_PLATFORM=offscreen titler --settings "$work/settings.json" --screenshot "$work/title.png"
+[ -s "$work/title.png" ] || fail "titler drew nothing"
+dpkg -L "$library" | grep -q '\.so\.' || fail "there is no library in $library"
+dpkg --purge $names >/dev/null
+left=$(diff <(printf '%s\n' "$before") <(listing) || true)
+[ -z "$left" ] || fail "left behind or taken away: $left"
+echo "Packages: all is well."
