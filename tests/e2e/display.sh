@@ -62,8 +62,9 @@ start() {
 # focus TITLE: brings a window to the front and waits until it has the keyboard.
 focus() {
   local window
-  wait_until "window $1" xdotool search --onlyvisible --name "^$1\$"
-  window=$(xdotool search --onlyvisible --name "^$1\$" | head -n 1)
+  # A search fails when some other window goes meanwhile.
+  has_window() { window=$(xdotool search --onlyvisible --name "^$1\$" | head -n 1); [ -n "$window" ]; }
+  wait_until "window $1" has_window "$1"
   xdotool windowactivate "$window"
   has_focus() { [ "$(xdotool getwindowfocus)" = "$window" ]; }
   wait_until "focus of $1" has_focus
