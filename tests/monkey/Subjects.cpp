@@ -8,11 +8,14 @@
 #include "KvGradientCtrl.h"
 #include "KvKeyFrameCtrl.h"
 #include "KvLayoutSelector.h"
+#include "KvParamBezierCtrlDlg.h"
 #include "KvParamBezierWnd.h"
 #include "KvParamEdit.h"
 #include "KvQuadGradCtrl.h"
+#include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"
 #include "KvRibbonTitlebar.h"
+#include "KvScroll.h"
 #include "KvSolidColorTemplate.h"
 #include "KvSubTitleTxtListEditor.h"
 #include "KvTextEditListCtrl.h"
@@ -23,6 +26,7 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -157,6 +161,55 @@ struct Ease : Subject
     CKvParamBezierWnd* control = new CKvParamBezierWnd(&segment, nullptr);
 };
 
+struct EaseHost : IKvDataOperator
+{
+    int BeginEdit(const wchar_t*, const wchar_t*) override { return ++open; }
+    int CommitEdit(const wchar_t*, const wchar_t*) override { return --open == 0 ? 1 : 0; }
+    int CancelEdit(const wchar_t*, const wchar_t*) override { return --open == 0 ? 1 : 0; }
+    int GetEaseData(const wchar_t*, const wchar_t*, SKvParamEaseData& out) override
+    {
+        out = data;
+        return 1;
+    }
+    int SetEaseData(const wchar_t*, const wchar_t*, const SKvParamEaseData& in) override
+    {
+        if (open != 1)
+            ADD_FAILURE() << "written in " << open << " transactions";
+        if (in.endX > in.startX) // not a wish for a preset
+            data = in;
+        return 1;
+    }
+    int CanGoPrevKey(const wchar_t*, const wchar_t*) override { return open; }
+    int CanGoNextKey(const wchar_t*, const wchar_t*) override { return open; }
+    int GoPrevKey(const wchar_t*, const wchar_t*) override { return 1; }
+    int GoNextKey(const wchar_t*, const wchar_t*) override { return 1; }
+    SKvParamEaseData data{4, 0.3, 0, 0.3, 0, 0, 0, 25, 100, 0, 100, 0};
+    int open = 0;
+};
+
+struct EaseDialog : Subject
+{
+    explicit EaseDialog(QWidget& parent)
+        : control(new CKvParamBezierCtrlDlg(&host, L"title", L"opacity", &parent))
+    {
+        control->Create(kKvParamBezierDialog, &parent);
+    }
+    ~EaseDialog() override
+    {
+        delete control; // before its host
+        EXPECT_EQ(host.open, 0) << "a transaction without an end";
+    }
+    QWidget& Control() override { return *control; }
+    // An answer has closed it.
+    void Change(Random&) override
+    {
+        if (host.open == 0)
+            control->Create(kKvParamBezierDialog, control->parentWidget());
+    }
+    EaseHost host;
+    CKvParamBezierCtrlDlg* control;
+};
+
 struct Keys : Of<CKvKeyFrameCtrl>
 {
     explicit Keys(QWidget& parent) { control->Create(1000, &parent, kStyle); }
@@ -182,6 +235,56 @@ struct Log : Of<CKvAppLogListCtrl>
             control->AddAppLogText(Below(random, 5) - 1, 1, L"line " + std::to_wstring(random()));
         control->SetFollowMode(static_cast<EKvAppLogFollow>(Below(random, 3)));
     }
+};
+
+class AnyList : public CKvReportListCtrl
+{
+public:
+    void Begin()
+    {
+        InsertColumn(L"Name", 120);
+        InsertColumn(L"Text", 90);
+        SetAutoSizeColumn(1);
+    }
+    void Edit(Random& random)
+    {
+        const int line = Below(random, 30) - 2;
+        switch (Below(random, 7)) {
+        case 0:
+            RemoveRows(line, Below(random, 4));
+            return;
+        case 1:
+            SetItemText(line, Below(random, 3), L"another text of this row");
+            return;
+        case 2:
+            SetItemHeight(line, Below(random, 80));
+            return;
+        case 3:
+            EditCell(line, Below(random, 2));
+            return;
+        case 4:
+            SetRowFilter(Below(random, 2) == 0
+                             ? nullptr
+                             : std::function<bool(const KvReportRow&)>(
+                                   [](const KvReportRow& row) { return row.Text(0).size() % 2 == 0; }));
+            return;
+        default:
+            InsertRow(line, {std::to_wstring(random()), L"text"}, Below(random, 60));
+        }
+    }
+
+protected:
+    BOOL _CanEditCell(int, int) override { return 1; }
+};
+
+struct ReportRows : Of<AnyList>
+{
+    explicit ReportRows(QWidget& parent)
+    {
+        control->Create(CRect(0, 0, 300, 200), kStyle, &parent, 1000);
+        control->Begin();
+    }
+    void Change(Random& random) override { control->Edit(random); }
 };
 
 struct SubtitleRows : Of<CKvSubTitleTxtListEditor>
@@ -248,6 +351,25 @@ struct Strip : Of<CKvLayoutSelector>
     Layouts* layouts = new Layouts;
 };
 
+struct ScrollBar : Of<CKvScrollBar>
+{
+    explicit ScrollBar(QWidget& parent)
+    {
+        KvCreateScrollLineHelper(&line);
+        control->Create(Qt::Horizontal, kStyle, CRect(0, 0, 300, 17), &parent, 1000);
+    }
+    ~ScrollBar() override { line->Release(); }
+    void Change(Random& random) override
+    {
+        line->SetViewLength(Below(random, 400));
+        line->SetVirtualLength(std::int64_t{Below(random, 2000)} << Below(random, 40));
+        line->SetPosition(std::int64_t{Below(random, 1000)} << Below(random, 40));
+        control->SetScroll(*line);
+        EXPECT_LE(control->GetScrollPos(), control->GetScrollRange());
+    }
+    IKvScrollLineHelper* line = nullptr;
+};
+
 struct Characters : Plain<CKvCharMapPreviewWnd>
 {
     using Plain::Plain;
@@ -311,6 +433,36 @@ struct TitleBar : Of<CKvRibbonTitlebar>
     unsigned last = 0;
 };
 
+struct MenuBar : Of<CKvRibbonMenuBar>
+{
+    explicit MenuBar(QWidget& parent)
+    {
+        for (const char* name : {"&File", "&Edit", "A long name of a menu"})
+            for (QMenu* popup = menu.addMenu(QString::fromLatin1(name)); popup->actions().size() < 3;)
+                popup->addAction(QStringLiteral("&Entry"))->setShortcut(Qt::CTRL | Qt::Key_C);
+        control->Create(kStyle, CRect(0, 0, 300, 60), &parent, 1000);
+        Add();
+    }
+    ~MenuBar() override { delete control; } // before the menu that it shows
+    void Add()
+    {
+        control->BeginAddMenuBar(L"none", L"Application", ++last, &menu, nullptr);
+        control->EndAddMenuBar();
+        control->ActiveMenuBar(last);
+    }
+    void Change(Random& random) override
+    {
+        if (Below(random, 3) == 0)
+            control->RemoveMenuBar(static_cast<unsigned>(Below(random, static_cast<int>(last) + 1)));
+        if (Below(random, 3) == 0)
+            Add();
+        control->SetDocTitle(last, L"A document");
+        control->UpdateRestoreMaxStatus(static_cast<unsigned>(Below(random, 4)));
+    }
+    QMenu menu;
+    unsigned last = 0;
+};
+
 template <typename S>
 SubjectMaker Maker(const char* name)
 {
@@ -329,15 +481,19 @@ const std::vector<SubjectMaker>& AllSubjects()
         Maker<Number>("Number"),
         Maker<Panel>("ColourPanel"),
         Maker<Ease>("EaseWindow"),
+        Maker<EaseDialog>("EaseDialog"),
         Maker<Keys>("KeyFrames"),
         Maker<Log>("LogList"),
+        Maker<ReportRows>("ReportList"),
         Maker<SubtitleRows>("Subtitles"),
         Maker<TextRows>("Texts"),
         Maker<Strip>("LayoutStrip"),
+        Maker<ScrollBar>("ScrollBar"),
         Maker<Characters>("CharacterGrid"),
         Maker<CharacterMap>("CharacterMap"),
         Maker<Find>("FindDialog"),
         Maker<TitleBar>("TitleBar"),
+        Maker<MenuBar>("MenuBar"),
     };
     return makers;
 }
