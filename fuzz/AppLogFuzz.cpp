@@ -1,24 +1,14 @@
 // A log file from any bytes: every message can be shown, nothing is lost, and what is written again is read
 // back as it was.
+#include "Require.h"
 #include "applog/AppLogFile.h"
 #include "applog/AppLogLine.h"
 
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace {
-
-void Require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "log file: %s\n", what);
-    std::abort();
-}
 
 std::vector<std::wstring> ReadLines(std::string bytes)
 {

@@ -1,19 +1,7 @@
 // A glyph count and a "cmap" table. Whatever it says, the characters come out in order and within the face.
+#include "Require.h"
 #include "core/CodePoints.h"
 #include "text/CodeTable.h"
-
-#include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -2,6 +2,7 @@
 // its range and comes back when it is written.
 //
 // The input is the text, the profile and the steps, each behind a byte 1.
+#include "Require.h"
 #include "color/ColourPanelModel.h"
 #include "color/ColourText.h"
 #include "color/SwatchProfile.h"
@@ -9,8 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -18,14 +17,6 @@ namespace {
 
 using kv::ColourPanelModel;
 using kv::SwatchSet;
-
-void Require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "colour: %s\n", what);
-    std::abort();
-}
 
 void CheckText(const std::wstring& text)
 {

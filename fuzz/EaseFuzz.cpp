@@ -1,5 +1,6 @@
 // A host's ease record, byte for byte, then what a user does with it, one step a few bytes. Whatever the
 // record, what is drawn stays finite; what the host gave stays as it was until it is edited.
+#include "Require.h"
 #include "curves/EasePath.h"
 #include "curves/EaseRecord.h"
 #include "curves/EaseText.h"
@@ -8,18 +9,11 @@
 #include <array>
 #include <bit>
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
 
 using kv::operator+;
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 bool IsFinite(const SKvCurvePoint& point)
 {

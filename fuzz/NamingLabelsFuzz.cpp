@@ -1,19 +1,12 @@
 // A pattern, one character a byte. The label check must find the fault that a plain search finds.
 #include "KvFileNaming.h"
+#include "Require.h"
 #include "naming/RuleCheck.h"
 
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 /// The message that a pattern deserves; empty when it is sound.
 std::wstring PlainCheck(const std::wstring& pattern)

@@ -2,13 +2,13 @@
 // labels, so that a mutation of one byte makes another pattern. The engine must agree with a reader that is
 // written for plainness, and the matcher must keep count.
 #include "KvFileNaming.h"
+#include "Require.h"
 #include "core/RefCounted.h"
 #include "core/Wildcard.h"
 #include "naming/NamePattern.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,12 +16,6 @@
 namespace {
 
 constexpr wchar_t kDigits[] = L"0123456789";
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 std::array<std::wstring, 4> Lines(const std::uint8_t* data, std::size_t size)
 {

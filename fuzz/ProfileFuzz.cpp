@@ -1,14 +1,12 @@
 // A profile document from any bytes: it comes back as it was, and a write changes one line.
 //
 // The input is the document, optionally followed by a section, a key and a value, each behind a byte 1.
+#include "Require.h"
 #include "core/ProfileDocument.h"
 #include "core/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,14 +16,6 @@ namespace {
 
 using kv::ProfileDocument;
 using Values = std::vector<std::pair<std::wstring, std::wstring>>;
-
-void Require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "profile document: %s\n", what);
-    std::abort();
-}
 
 struct Input
 {

@@ -1,20 +1,9 @@
 // A subtitle file of the format FUZZ_FORMAT. Whatever was read and loses nothing when it is written comes
 // back.
+#include "Require.h"
 #include "subtitles/Subtitles.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -1,20 +1,9 @@
 // Rate and drop frame, an offset, a cell's value, and a text. What is read must be shown, and read again.
 #include "KvTimecode.h"
+#include "Require.h"
 #include "text/TimecodeEdit.h"
 
-#include <cstdint>
-#include <cstdlib>
 #include <string>
-
-namespace {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

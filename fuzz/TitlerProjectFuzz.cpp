@@ -1,23 +1,16 @@
 // Bytes as a project file: whatever is accepted is sound, moves within its limits, and survives being saved
 // and loaded again.
+#include "Require.h"
 #include "project/Project.h"
 
 #include <QByteArray>
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 
 using namespace titler;
 
 namespace {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 bool IsWithin(double value, double least, double most)
 {
