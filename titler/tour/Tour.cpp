@@ -7,6 +7,7 @@
 #include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "title/CanvasView.h"
+#include "tour/Input.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 #include "window/Texts.h"
@@ -18,8 +19,9 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QUrl>
+#include <QtCore/qtestsupport_core.h>
+#include <QtWidgets/qtestsupport_widgets.h>
 
 #include <functional>
 
@@ -90,13 +92,13 @@ QString Tour::Make(const QString& name, const QByteArray& bytes)
 void Tour::Key(int key, Qt::KeyboardModifiers modifiers)
 {
     QWidget* focus = QApplication::focusWidget();
-    QTest::keyClick(focus != nullptr ? focus : &m_window, static_cast<Qt::Key>(key), modifiers);
+    SendKey(focus != nullptr ? *focus : m_window, key, modifiers);
 }
 
 void Tour::Type(const char* text)
 {
     if (QWidget* focus = QApplication::focusWidget())
-        QTest::keyClicks(focus, QLatin1String(text));
+        SendText(*focus, QLatin1String(text));
 }
 
 // The button that a user sees under that name.
@@ -104,7 +106,7 @@ void Tour::Press(UINT textId)
 {
     for (QAbstractButton* button : m_window.findChildren<QAbstractButton*>())
         if (button->isVisible() && button->isEnabled() && button->text() == Text(textId)) {
-            QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(12, button->height() / 2));
+            SendClick(*button, {12, button->height() / 2});
             return;
         }
     m_fault = Text(textId);
@@ -143,7 +145,7 @@ std::vector<Tour::Step> Tour::Steps()
          [this] {
              for (QPlainTextEdit* field : m_window.findChildren<QPlainTextEdit*>())
                  if (field->isVisible())
-                     QTest::mouseClick(field->viewport(), Qt::LeftButton);
+                     SendClick(*field->viewport(), field->viewport()->rect().center());
              Key(Qt::Key_A, Qt::ControlModifier);
              Type(kTitle);
          },

@@ -1,0 +1,64 @@
+#include "tour/Input.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QWidget>
+
+QT_BEGIN_NAMESPACE
+// What the toolkit's test library calls for it: true when the key was a shortcut.
+Q_GUI_EXPORT bool qt_sendShortcutOverrideEvent(QObject* o, ulong timestamp, int k, Qt::KeyboardModifiers mods,
+                                               const QString& text, bool autorep, ushort count);
+QT_END_NAMESPACE
+
+namespace titler {
+namespace {
+
+void Send(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QString& text)
+{
+    if (qt_sendShortcutOverrideEvent(&widget, 0, key, modifiers, text, false, 1))
+        return;
+    const QPointer<QWidget> target(&widget); // a key may close what it is pressed in
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, modifiers, text);
+        if (target != nullptr)
+            QCoreApplication::sendEvent(target, &event);
+    }
+}
+
+} // namespace
+
+void SendKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers)
+{
+    Send(widget, key, modifiers, {});
+}
+
+// A key has the number of its capital letter.
+void SendText(QWidget& widget, const QString& text)
+{
+    const QPointer<QWidget> target(&widget);
+    for (const QChar letter : text)
+        if (target != nullptr)
+            Send(*target, letter.toUpper().unicode(), letter.isUpper() ? Qt::ShiftModifier : Qt::NoModifier,
+                 letter);
+}
+
+void SendClick(QWidget& widget, QPoint place)
+{
+    QWidget* focus = &widget;
+    while (focus != nullptr && (focus->focusPolicy() & Qt::ClickFocus) != Qt::ClickFocus)
+        focus = focus->isWindow() ? nullptr : focus->parentWidget();
+    if (focus != nullptr)
+        focus->setFocus(Qt::MouseFocusReason);
+    const QPointer<QWidget> target(&widget);
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        if (target == nullptr)
+            return;
+        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, place, target->mapToGlobal(place), Qt::LeftButton, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &event);
+    }
+}
+
+} // namespace titler
