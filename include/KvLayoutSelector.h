@@ -7,7 +7,8 @@
 #include <atomic>
 #include <memory>
 
-/// A picture that a host lends to a strip. Never deleted through this interface: it has no virtual
+/// A picture that a host lends to a strip, best in the size of a thumbnail: any other is scaled, and read as
+/// a whole each time the strip asks for it. Never deleted through this interface: it has no virtual
 /// destructor.
 class IKvThumbImage
 {

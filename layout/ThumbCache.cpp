@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kNameLength = 64;
 constexpr qsizetype kBudget = qsizetype{64} << 20;
+/// Some screens full; most of it is shared with the former.
+constexpr qsizetype kScaledBudget = qsizetype{16} << 20;
 /// In a thumbnail that is longer than this the picture is stretched.
 constexpr QSize kLargestPicture(4096, 1024);
 
@@ -20,29 +22,13 @@ struct ThumbReleaser
 };
 using ThumbReference = std::unique_ptr<IKvThumbImage, ThumbReleaser>;
 
-/// The host's picture in a size of our own, with alpha; null when it lends no pixels.
-QImage Scaled(IKvThumbImage& image, QSize size)
+/// Whatever has these pixels has this number; another picture has it once in 2^64.
+std::size_t ContentOf(const QImage& image, QSize size)
 {
-    UINT width = 0;
-    UINT height = 0;
-    int stride = 0;
-    const DWORD* pixels = nullptr;
-    if (image.Lock(width, height, stride, pixels) == 0)
-        return {};
-    QImage scaled;
-    constexpr auto kMost = static_cast<UINT>(std::numeric_limits<int>::max() / 4);
-    const bool isSound = pixels && width > 0 && height > 0 && width <= kMost && height <= kMost &&
-                         static_cast<UINT>(stride) >= width * 4;
-    if (isSound) {
-        const QImage lent(reinterpret_cast<const uchar*>(pixels), static_cast<int>(width),
-                          static_cast<int>(height), stride, QImage::Format_ARGB32);
-        scaled =
-            lent.size() == size ? lent : lent.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        // Also a copy of what was not scaled: the pixels are the host's.
-        scaled.convertTo(QImage::Format_ARGB32_Premultiplied);
-    }
-    image.Unlock();
-    return scaled;
+    std::size_t content = qHashMulti(0, image.width(), image.height(), size.width(), size.height());
+    for (int y = 0; y < image.height(); ++y) // what lies between the rows is no part of it
+        content = qHashBits(image.constScanLine(y), static_cast<std::size_t>(image.width()) * 4, content);
+    return content;
 }
 
 /// Over black, premultiplied colours are those that are seen.
@@ -68,7 +54,7 @@ qsizetype BytesOf(const StripThumb& thumb)
 
 } // namespace
 
-ThumbCache::ThumbCache() : m_kept(kBudget) {}
+ThumbCache::ThumbCache() : m_kept(kBudget), m_scaled(kScaledBudget) {}
 
 void ThumbCache::SetStyle(const ThumbStyle& style)
 {
@@ -76,6 +62,7 @@ void ThumbCache::SetStyle(const ThumbStyle& style)
         return;
     m_style = style;
     m_kept.clear();
+    m_scaled.clear();
 }
 
 void ThumbCache::AskAgain(int index)
@@ -101,7 +88,7 @@ StripThumb ThumbCache::Get(IKvLayoutSelectorData& data, int index)
     return thumb;
 }
 
-StripThumb ThumbCache::Ask(IKvLayoutSelectorData& data, int index) const
+StripThumb ThumbCache::Ask(IKvLayoutSelectorData& data, int index)
 {
     wchar_t name[kNameLength] = {};
     IKvThumbImage* lentThumb = nullptr;
@@ -121,6 +108,39 @@ StripThumb ThumbCache::Ask(IKvLayoutSelectorData& data, int index) const
         made.mark = Scaled(*mark, m_style.mark);
     made.mark.setDevicePixelRatio(m_style.ratio);
     return made;
+}
+
+/// The host's picture in a size of our own, with alpha; null when it lends no pixels. An insertion asks for
+/// all pictures in view again: to see that one is as before takes an eighth of the time to scale it.
+QImage ThumbCache::Scaled(IKvThumbImage& image, QSize size)
+{
+    UINT width = 0;
+    UINT height = 0;
+    int stride = 0;
+    const DWORD* pixels = nullptr;
+    if (image.Lock(width, height, stride, pixels) == 0)
+        return {};
+    QImage scaled;
+    constexpr auto kMost = static_cast<UINT>(std::numeric_limits<int>::max() / 4);
+    const bool isSound = pixels && width > 0 && height > 0 && width <= kMost && height <= kMost &&
+                         static_cast<UINT>(stride) >= width * 4;
+    if (isSound) {
+        const QImage lent(reinterpret_cast<const uchar*>(pixels), static_cast<int>(width),
+                          static_cast<int>(height), stride, QImage::Format_ARGB32);
+        const bool isReady = lent.size() == size;
+        const std::size_t content = isReady ? 0 : ContentOf(lent, size);
+        if (const QImage* known = isReady ? nullptr : m_scaled.object(content)) {
+            scaled = *known;
+        } else {
+            scaled = isReady ? lent : lent.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            // Also a copy of what was not scaled: the pixels are the host's.
+            scaled.convertTo(QImage::Format_ARGB32_Premultiplied);
+            if (!isReady)
+                m_scaled.insert(content, new QImage(scaled), scaled.sizeInBytes());
+        }
+    }
+    image.Unlock();
+    return scaled;
 }
 
 } // namespace kv

@@ -8,6 +8,8 @@
 #include <QImage>
 #include <QString>
 
+#include <cstddef>
+
 namespace kv {
 
 /// One layout as it is drawn; pictures are in device pixels.
@@ -42,11 +44,13 @@ private:
         unsigned generation; ///< 0: to be asked again
     };
 
-    StripThumb Ask(IKvLayoutSelectorData& data, int index) const;
+    StripThumb Ask(IKvLayoutSelectorData& data, int index);
+    QImage Scaled(IKvThumbImage& image, QSize size);
 
     ThumbStyle m_style;
     unsigned m_generation = 1;
-    QCache<int, Kept> m_kept; ///< its costs are bytes
+    QCache<int, Kept> m_kept;             ///< its costs are bytes
+    QCache<std::size_t, QImage> m_scaled; ///< by their pixels before and their size, likewise
 };
 
 } // namespace kv

@@ -8,6 +8,7 @@
 
 #include <QWheelEvent>
 
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -30,6 +31,7 @@ public:
         m_pixels.assign(60, 0xFFFF00FFu); // shows where the stride is not heeded
         for (std::size_t row = 0; row < 6; ++row)
             std::fill_n(m_pixels.begin() + static_cast<std::ptrdiff_t>(row * 10), 8, m_colour);
+        m_pixels[57] = corner.value_or(m_colour);
         pixels = m_pixels.data();
         return 1;
     }
@@ -45,7 +47,8 @@ public:
         return 0;
     }
 
-    bool isLent = false; ///< `Lock` fails
+    bool isLent = false;         ///< `Lock` fails
+    std::optional<DWORD> corner; ///< the last pixel
 
 private:
     DWORD m_colour;
@@ -76,6 +79,7 @@ public:
         if (!without.contains(index)) {
             auto* picture = new Picture(colour, alive);
             picture->isLent = locked.contains(index);
+            picture->corner = corner;
             *thumbnail = picture;
         }
         return 0; // only the picture counts
@@ -98,6 +102,7 @@ public:
 
     int count;
     DWORD colour = 0xFF00FF00u;
+    std::optional<DWORD> corner; ///< the last pixel of a picture
     std::set<int> marked, without, locked, selected;
     std::vector<int> asked;
     bool isLongName = false;

@@ -82,6 +82,18 @@ TEST_F(LayoutPicture, TakesTheHostsColours)
     EXPECT_EQ(Picture().pixelColor(2, 40), QColor(0x10, 0x20, 0x30));
 }
 
+TEST_F(LayoutPicture, OnePixelOfTheHostsIsSeenToChange)
+{
+    Picture();
+    layouts->corner = 0xFFFF0000u;
+    control->NotifyUnitChanged(1);
+    const QImage picture = control->grab().toImage();
+    EXPECT_EQ(picture.pixelColor(154, 58), QColor(255, 0, 0));
+    EXPECT_EQ(picture.pixelColor(74, 58), QColor(0, 255, 0)) << "nobody spoke of this one";
+    layouts->corner.reset();
+    EXPECT_EQ(Picture().pixelColor(154, 58), QColor(0, 255, 0));
+}
+
 TEST_F(LayoutPicture, IsTheSameFromTheCacheAndAtEveryPlace)
 {
     layouts->isLongName = true;
