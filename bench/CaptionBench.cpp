@@ -2,18 +2,15 @@
 // by itself, the pointer's step to the next tab, and a program's first window with and without a bar.
 #include "KvGuiRes.h"
 #include "KvRibbonTitlebar.h"
+#include "ProgramStart.h"
 
 #include <QApplication>
 #include <QBackingStore>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QProcess>
 
-#include <algorithm>
 #include <benchmark/benchmark.h>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -247,61 +244,9 @@ BENCHMARK(HoverStep)->Unit(benchmark::kMicrosecond);
 
 // --- The first window of a process ---
 
-/// Milliseconds of a process until it says that its first window is painted, and of these on a processor.
-struct Start
-{
-    double time = 0;
-    double cpuTime = 0;
-};
-
-// Nothing when the program does not say so.
-std::optional<Start> StartProgram(const QString& name)
-{
-    QProcess program;
-    QElapsedTimer timer;
-    timer.start();
-    program.start(QApplication::applicationDirPath() + u'/' + name, QStringList());
-    if (!program.waitForReadyRead())
-        return std::nullopt;
-    const auto time = static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    if (!program.waitForFinished() || program.exitCode() != 0)
-        return std::nullopt;
-    return Start{time, program.readAll().trimmed().toDouble()};
-}
-
-double Median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-// In turn, so that both meet the machine's other work.
 void FirstWindow(benchmark::State& state)
 {
-    const QString names[] = {u"first_window_plain"_qs, u"first_window_bar"_qs};
-    std::vector<double> times[2];
-    std::vector<double> cpuTimes[2];
-    for (const QString& name : names)
-        StartProgram(name); // reads the files
-    for (auto _ : state) {
-        for (std::size_t i = 0; i < 2; ++i) {
-            const std::optional<Start> start = StartProgram(names[i]);
-            if (!start) {
-                state.SkipWithError("no window");
-                return;
-            }
-            times[i].push_back(start->time);
-            cpuTimes[i].push_back(start->cpuTime);
-        }
-        state.SetIterationTime(times[1].back() / 1000);
-    }
-    state.counters["plain"] = Median(times[0]);
-    state.counters["bar"] = Median(times[1]);
-    state.counters["more"] = Median(times[1]) - Median(times[0]);
-    state.counters["plain_cpu"] = Median(cpuTimes[0]);
-    state.counters["bar_cpu"] = Median(cpuTimes[1]);
-    state.counters["more_cpu"] = Median(cpuTimes[1]) - Median(cpuTimes[0]);
+    CompareStarts(state, {"first_window_plain"}, {"first_window_bar"});
 }
 BENCHMARK(FirstWindow)->Iterations(21)->UseManualTime()->Unit(benchmark::kMillisecond);
 

@@ -23,6 +23,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <ctime>
 #include <optional>
 
 using namespace titler;
@@ -153,6 +154,28 @@ int TakeTour(const Options& options)
     return kDone;
 }
 
+/// Tells the processor time and ends the program once a painting is through, from now on.
+class FirstFrame : public QObject
+{
+public:
+    FirstFrame() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && !m_isSeen) {
+            m_isSeen = true;
+            QTimer::singleShot(0, this, [] {
+                std::printf("%.3f\n", 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC);
+                std::fflush(stdout);
+                QCoreApplication::quit();
+            });
+        }
+        return false;
+    }
+
+private:
+    bool m_isSeen = false;
+};
+
 int RunWindow(const Options& options)
 {
     Settings settings(options.settings.isEmpty() ? Settings::DefaultFile() : options.settings);
@@ -174,6 +197,7 @@ int RunWindow(const Options& options)
     if (options.NamesNothing())
         window.ShowStart();
     window.show();
+    std::optional<FirstFrame> firstFrame;
     const auto openArguments = [&] {
         if (!options.media.isEmpty())
             window.Media().OpenFolder(options.media);
@@ -191,6 +215,10 @@ int RunWindow(const Options& options)
         }
         if (!fault.isEmpty())
             window.Say(fault, LogType::Warning);
+        if (options.firstFrame) {
+            firstFrame.emplace();
+            window.update(); // also where nothing was opened
+        }
     };
     window.Log().TakeToolkitWarnings();
     if (!fault.isEmpty())

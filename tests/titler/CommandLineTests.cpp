@@ -63,6 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
         Invocation{"Help", {"--help"}, 0, "--export-frame <OUT.png>"},
         Invocation{"TourWithMore", {"--selftest-tour", "DIR/t", "--play"}, 2, "takes no other options"},
         Invocation{"EmptyTour", {"--selftest-tour", ""}, 2, "--selftest-tour needs a value"},
+        Invocation{
+            "FirstFrameOfNoWindow", {"--first-frame", "--screenshot", "DIR/a.png"}, 2, "needs a window"},
         Invocation{"UnknownWorkspace", {"--workspace", "nowhere"}, 2, "design, animate, clips"},
         Invocation{"HelpWithADeadDisplay", {"--help"}, 0, "--export-frame <OUT.png>", ":987"},
         Invocation{"NoDisplay", {kSample}, 2, "there is no display"},
@@ -160,6 +162,21 @@ TEST(Titler, PicturesHaveTheSizeAskedForOnAnyPlatform)
         EXPECT_TRUE(title.isNull() || frame == title) << "boxes for letters on " << platform;
         title = frame;
     }
+}
+
+TEST(Titler, TheFirstFrameEndsTheProgram)
+{
+    QTemporaryDir folder; // for what a program with a window keeps
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.insert("XDG_CONFIG_HOME", folder.path());
+    environment.insert("XDG_DATA_HOME", folder.path());
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(TITLER_PROGRAM), {kSample, "--first-frame"});
+    ASSERT_TRUE(program.waitForFinished(60000));
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+    EXPECT_GT(program.readAllStandardOutput().trimmed().toDouble(), 0);
 }
 
 } // namespace

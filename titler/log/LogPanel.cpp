@@ -47,7 +47,7 @@ std::atomic<QtMessageHandler> g_terminal = nullptr; ///< what the toolkit itself
 
 } // namespace
 
-LogPanel::LogPanel() : m_list(new CKvAppLogListCtrl), m_filter(new QLineEdit)
+LogPanel::LogPanel(QWidget* parent) : QWidget(parent), m_list(new CKvAppLogListCtrl), m_filter(new QLineEdit)
 {
     m_list->Create(CRect(), WS_CHILD | WS_VISIBLE | WS_TABSTOP, this, kListId);
     m_list->Initialize(1);

@@ -31,7 +31,7 @@ class LogPanel : public QWidget
     Q_OBJECT
 
 public:
-    LogPanel();
+    explicit LogPanel(QWidget* parent = nullptr);
     ~LogPanel() override;
 
     void Add(LogType type, const QString& text);

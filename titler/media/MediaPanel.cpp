@@ -16,8 +16,9 @@
 
 namespace titler {
 
-MediaPanel::MediaPanel(NamingRules& rules)
-    : m_rules(rules)
+MediaPanel::MediaPanel(NamingRules& rules, QWidget* parent)
+    : QWidget(parent)
+    , m_rules(rules)
     , m_filter(new QLineEdit)
     , m_pages(new QStackedWidget)
     , m_list(new QTreeView)

@@ -21,7 +21,7 @@ class MediaPanel : public QWidget
 
 public:
     /// @param rules must outlive the panel. When they change the folder is read again, once it is shown.
-    explicit MediaPanel(NamingRules& rules);
+    explicit MediaPanel(NamingRules& rules, QWidget* parent = nullptr);
 
     void OpenFolder(const QString& folder);
     /// Reads the open folder again; without one nothing happens.

@@ -60,8 +60,9 @@ QLabel* Note()
 
 } // namespace
 
-RulesPanel::RulesPanel(NamingRules& rules)
-    : m_rules(rules)
+RulesPanel::RulesPanel(NamingRules& rules, QWidget* parent)
+    : QWidget(parent)
+    , m_rules(rules)
     , m_list(new QTreeWidget)
     , m_hint(Note())
     , m_fields(new QWidget)
@@ -72,7 +73,7 @@ RulesPanel::RulesPanel(NamingRules& rules)
     , m_note(Note())
 {
     BuildCommands();
-    auto* parts = new QSplitter;
+    auto* parts = new QSplitter(this);
     parts->setChildrenCollapsible(false);
     parts->addWidget(BuildList());
     parts->addWidget(BuildFields());

@@ -20,7 +20,7 @@ class RulesPanel : public QWidget
 
 public:
     /// @param rules must outlive the panel.
-    explicit RulesPanel(NamingRules& rules);
+    explicit RulesPanel(NamingRules& rules, QWidget* parent = nullptr);
 
     /// Add, remove, up, down, built-in rules; null is a separator. They work while the panel is shown.
     const QList<QAction*>& Commands() const { return m_commands; }

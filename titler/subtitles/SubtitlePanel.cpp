@@ -37,8 +37,9 @@ std::int64_t FrameOf(DWORD time)
 
 } // namespace
 
-SubtitlePanel::SubtitlePanel(Document& document, Transport& transport)
-    : m_document(document)
+SubtitlePanel::SubtitlePanel(Document& document, Transport& transport, QWidget* parent)
+    : QWidget(parent)
+    , m_document(document)
     , m_transport(transport)
     , m_list(new SubtitleList)
     , m_find(new SubtitleFindBar(*m_list))
@@ -48,7 +49,8 @@ SubtitlePanel::SubtitlePanel(Document& document, Transport& transport)
     , m_rate(document.Current().video.frameRate)
 {
     BuildCommands();
-    auto* stage = new QWidget;
+    auto* parts = new QSplitter(this);
+    auto* stage = new QWidget(parts);
     auto* column = new QVBoxLayout(stage);
     column->setContentsMargins({});
     column->setSpacing(0);
@@ -58,11 +60,9 @@ SubtitlePanel::SubtitlePanel(Document& document, Transport& transport)
         if (command != nullptr)
             GiveShortcutAway(*command); // the window's own answers it: two would be none
     column->addWidget(playback);
-    auto* parts = new QSplitter;
     parts->setChildrenCollapsible(false);
     parts->setHandleWidth(1);
-    parts->addWidget(BuildRows());
-    parts->addWidget(stage);
+    parts->insertWidget(0, BuildRows());
     parts->setStretchFactor(0, 1);
     parts->setStretchFactor(1, 1);
     auto* whole = new QVBoxLayout(this);

@@ -35,7 +35,7 @@ class SubtitlePanel : public QWidget
 
 public:
     /// @param document, transport must outlive the panel.
-    SubtitlePanel(Document& document, Transport& transport);
+    SubtitlePanel(Document& document, Transport& transport, QWidget* parent = nullptr);
     ~SubtitlePanel() override;
 
     /// Import, export and what is done to rows; null is a separator. They work while the panel is shown.

@@ -26,28 +26,30 @@ int WholeWidth(const QScrollArea& area)
     return area.widget()->minimumSizeHint().width() + area.verticalScrollBar()->sizeHint().width();
 }
 
-QSplitter* Splitter(Qt::Orientation orientation, std::initializer_list<QWidget*> panels, int growing)
+// What is in it comes later: a change of a parent would style it all again.
+QSplitter* Splitter(Qt::Orientation orientation, QWidget* parent)
 {
-    auto* splitter = new QSplitter(orientation);
+    auto* splitter = new QSplitter(orientation, parent);
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(1);
-    for (QWidget* panel : panels)
-        splitter->addWidget(panel);
-    splitter->setStretchFactor(growing, 1);
     return splitter;
 }
 
 } // namespace
 
-TitleWorkspace::TitleWorkspace(Document& document, Transport& transport, bool hsb)
-    : m_canvas(new CanvasView(document, transport))
+TitleWorkspace::TitleWorkspace(Document& document, Transport& transport, bool hsb, QWidget* parent)
+    : QWidget(parent)
+    , m_canvas(new CanvasView(document, transport))
     , m_playback(new TransportBar(document, transport))
 {
-    QScrollArea* inspector = BuildInspector(document, transport, hsb);
-    QWidget* time = BuildTime(document, transport);
-    QSplitter* stage = Splitter(Qt::Vertical, {m_canvas, time}, 0);
+    QSplitter* whole = Splitter(Qt::Horizontal, this);
+    QSplitter* stage = Splitter(Qt::Vertical, whole);
+    stage->addWidget(m_canvas);
+    QWidget* time = BuildTime(*stage, document, transport);
+    QScrollArea* inspector = BuildInspector(*whole, document, transport, hsb); // Tab comes there last
+    for (QSplitter* splitter : {whole, stage})
+        splitter->setStretchFactor(0, 1);
     stage->setSizes({8 * time->sizeHint().height(), time->sizeHint().height()});
-    QSplitter* whole = Splitter(Qt::Horizontal, {stage, inspector}, 0);
     whole->setSizes({4 * WholeWidth(*inspector), WholeWidth(*inspector)});
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -69,9 +71,9 @@ void TitleWorkspace::Show(TitleTask task)
         widget->setVisible(task == TitleTask::Animate);
 }
 
-QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
+QWidget* TitleWorkspace::BuildTime(QSplitter& parent, Document& document, Transport& transport)
 {
-    auto* panel = new QWidget;
+    auto* panel = new QWidget(&parent);
     panel->setProperty("role", "panel");
     panel->setAttribute(Qt::WA_StyledBackground);
     m_animate << panel;
@@ -83,10 +85,19 @@ QWidget* TitleWorkspace::BuildTime(Document& document, Transport& transport)
     return panel;
 }
 
-QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& transport, bool hsb)
+QScrollArea* TitleWorkspace::BuildInspector(QSplitter& parent, Document& document, Transport& transport,
+                                            bool hsb)
 {
+    auto* area = new QScrollArea(&parent);
+    area->setProperty("role", "panel");
+    area->setAccessibleName(Text(kTextInspector));
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setMinimumWidth(kNarrowestPanel);
     auto* sections = new QWidget;
     sections->setProperty("role", "panel");
+    area->setWidget(sections);
     auto* column = new QVBoxLayout(sections);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
@@ -100,15 +111,6 @@ QScrollArea* TitleWorkspace::BuildInspector(Document& document, Transport& trans
     m_design = {text, m_colour};
     m_animate << m_animation;
     column->addStretch();
-
-    auto* area = new QScrollArea;
-    area->setProperty("role", "panel");
-    area->setAccessibleName(Text(kTextInspector));
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(sections);
-    area->setMinimumWidth(kNarrowestPanel);
     return area;
 }
 

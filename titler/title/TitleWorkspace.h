@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QScrollArea;
+class QSplitter;
 
 namespace titler {
 
@@ -28,7 +29,7 @@ class TitleWorkspace : public QWidget
 
 public:
     /// @param hsb the mode in which the colour panel begins.
-    TitleWorkspace(Document& document, Transport& transport, bool hsb);
+    TitleWorkspace(Document& document, Transport& transport, bool hsb, QWidget* parent = nullptr);
 
     AnimationInspector& Animation() { return *m_animation; }
     CanvasView& Canvas() { return *m_canvas; }
@@ -39,8 +40,8 @@ public:
     bool IsHsb() const;
 
 private:
-    QWidget* BuildTime(Document& document, Transport& transport);
-    QScrollArea* BuildInspector(Document& document, Transport& transport, bool hsb);
+    QWidget* BuildTime(QSplitter& parent, Document& document, Transport& transport);
+    QScrollArea* BuildInspector(QSplitter& parent, Document& document, Transport& transport, bool hsb);
 
     CanvasView* m_canvas;
     ColourInspector* m_colour = nullptr;

@@ -51,13 +51,15 @@ struct Parser
                                  QStringLiteral("NAME")};
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
     QCommandLineOption tour{QStringLiteral("selftest-tour"), Text(kTextOptionTour), QStringLiteral("DIR")};
+    QCommandLineOption firstFrame{QStringLiteral("first-frame"), Text(kTextOptionFirstFrame)};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
 
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, page, size,
-                           settings, subtitles, encoding, rules, menuBar, workspace, play, tour, help});
+                           settings, subtitles, encoding, rules, menuBar, workspace, play, tour, firstFrame,
+                           help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -197,6 +199,7 @@ QString Parser::Read(Options& options) const
     options.play = parser.isSet(play);
     options.menuBar = parser.isSet(menuBar);
     options.isSized = parser.isSet(size);
+    options.firstFrame = parser.isSet(firstFrame);
     for (const QString& fault :
          {ReadProject(options.project), ReadValue(media, options.media),
           ReadValue(settings, options.settings), ReadValue(rules, options.rules),
@@ -208,7 +211,7 @@ QString Parser::Read(Options& options) const
           options.help ? QString() : ReadTour(options.tour)})
         if (!fault.isEmpty())
             return fault;
-    return {};
+    return options.firstFrame && options.OnlyPictures() ? Text(kTextFirstFrameNeedsWindow) : QString();
 }
 
 } // namespace

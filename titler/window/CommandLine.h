@@ -30,9 +30,10 @@ struct Options
     QString encoding;     ///< of `subtitles`; empty: what the file tells
     QString rules;        ///< a file; empty: the user's own, the built-in ones for pictures
     std::optional<Workspace> workspace;
-    bool menuBar = false; ///< the caption has menus instead of tabs
-    bool play = false;    ///< the window plays the title from the begin, over and over
-    QString tour;         ///< a folder: the program shows itself
+    bool menuBar = false;    ///< the caption has menus instead of tabs
+    bool play = false;       ///< the window plays the title from the begin, over and over
+    QString tour;            ///< a folder: the program shows itself
+    bool firstFrame = false; ///< the program tells when it has painted, and ends
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.

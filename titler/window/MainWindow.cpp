@@ -54,12 +54,12 @@ QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString
 } // namespace
 
 MainWindow::MainWindow(Caption caption, bool hsb)
-    : m_workspace(new TitleWorkspace(m_document, m_transport, hsb))
-    , m_media(new MediaPanel(m_rules))
-    , m_rulesPanel(new RulesPanel(m_rules))
-    , m_subtitles(new SubtitlePanel(m_document, m_transport))
-    , m_log(new LogPanel)
-    , m_pages(new QStackedWidget)
+    : m_pages(new QStackedWidget(this))
+    , m_workspace(new TitleWorkspace(m_document, m_transport, hsb, m_pages))
+    , m_media(new MediaPanel(m_rules, m_pages))
+    , m_rulesPanel(new RulesPanel(m_rules, m_pages))
+    , m_subtitles(new SubtitlePanel(m_document, m_transport, m_pages))
+    , m_log(new LogPanel(m_pages))
     , m_video(new QLabel)
     , m_audio(new QLabel)
     , m_zoom(new QLabel)

@@ -143,12 +143,12 @@ private:
     Document m_document;
     Transport m_transport{m_document};
     NamingRules m_rules;
+    QStackedWidget* m_pages; ///< its pages are built within it: each change of a parent styles all children
     TitleWorkspace* m_workspace;
     MediaPanel* m_media;
     RulesPanel* m_rulesPanel;
     SubtitlePanel* m_subtitles;
     LogPanel* m_log;
-    QStackedWidget* m_pages;
     StartPage* m_start = nullptr;
     Commands m_commands{*this};
     ApplicationBar* m_bar = nullptr; ///< one of the two

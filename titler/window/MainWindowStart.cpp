@@ -38,7 +38,7 @@ QString DroppedFile(const QMimeData& data)
 
 void MainWindow::BuildStart()
 {
-    m_start = new StartPage;
+    m_start = new StartPage(m_pages);
     m_pages->addWidget(m_start);
     setAcceptDrops(true);
     connect(m_start, &StartPage::SampleWanted, this, &MainWindow::BeginSample);

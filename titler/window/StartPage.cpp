@@ -38,8 +38,9 @@ bool IsThere(const QListWidgetItem& item)
 
 } // namespace
 
-StartPage::StartPage()
-    : m_formats(new QComboBox)
+StartPage::StartPage(QWidget* parent)
+    : QScrollArea(parent)
+    , m_formats(new QComboBox)
     , m_projects(new QListWidget)
     , m_noProjects(new QLabel(Text(kTextStartNoRecent)))
     , m_remove(Button(kTextStartRemove))

@@ -19,7 +19,7 @@ class StartPage : public QScrollArea
     Q_OBJECT
 
 public:
-    StartPage();
+    explicit StartPage(QWidget* parent = nullptr);
 
     /// @param files the latest first. Those that are not there are grey; they can only be removed.
     void ShowProjects(const QStringList& files);

@@ -680,6 +680,9 @@ std::span<const KvStringEntry> OwnTexts()
         {22327, L"A row's text, edited in its cell."},
         {22328, L"The next row with a fault, and below the list what is wrong with it."},
         {22329, L"The log of all that was done."},
+        {22380, L"For measuring: prints the milliseconds of processor time until the first frame that "
+                L"shows the project was painted, and quits"},
+        {22381, L"--first-frame needs a window, so it goes with no option that writes pictures"},
     };
     static_assert(std::ranges::is_sorted(texts, std::ranges::less_equal(), &KvStringEntry::number),
                   "in order, and no number twice");

@@ -168,6 +168,8 @@ enum TextId : UINT
     kTextTourDone = 22312,
     kTextTourAlone = 22313,
     kTextTourCaption = 22315,
+    kTextOptionFirstFrame = 22380,
+    kTextFirstFrameNeedsWindow = 22381,
 
     // Canvas and status line.
     kTextCanvas = 21300,
