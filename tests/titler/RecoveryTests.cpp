@@ -107,7 +107,7 @@ TEST_F(Recovery, SubtitlesComeBackWithAllThatBelongsToThem)
     const std::unique_ptr<Autosave> autosave = Start();
     Retitle("Second");
     ASSERT_TRUE(QTest::qWaitFor([&] { return Holds("Second"); }));
-    const SubtitleState before = panel.State();
+    const SubtitleState before = panel.State().value();
     const Lines rows = Rows();
     // The same, as a file has it.
     const SubtitleState state = SubtitlesFromJson(SubtitlesToJson(before));
@@ -119,6 +119,40 @@ TEST_F(Recovery, SubtitlesComeBackWithAllThatBelongsToThem)
     const QByteArray written = Export("in.vtt");
     for (const char* part : {"WEBVTT Film\r\n", "::cue", "first\r\n00:00:01.003", "align:left"})
         EXPECT_TRUE(written.contains(part)) << part << " in " << written.toStdString();
+}
+
+TEST_F(Recovery, WhatIsDoneWhileRowsAreReadIsInTheirState)
+{
+    QByteArray file;
+    for (int i = 0; i < 300; ++i)
+        file += QStringLiteral("%1\n00:%2:%3,000 --> 00:%2:%3,900\nText %1\n\n")
+                    .arg(i + 1)
+                    .arg(i / 60, 2, 10, QLatin1Char('0'))
+                    .arg(i % 60, 2, 10, QLatin1Char('0'))
+                    .toUtf8();
+    ASSERT_TRUE(Import(file));
+    const auto read = [this] { EXPECT_FALSE(panel.State(QDeadlineTimer(0))) << "some are still to be read"; };
+    read();
+    list.SetTimeCode(0, 7, 1);
+    list.DeleteItem(5);
+    list.InserItem(3, L"New", 1, 2, L"Top");
+    read();
+    list.SetSelItem(10);
+    list.setFocus();
+    Press(Qt::Key_Delete);
+    ASSERT_EQ(list.GetItemCount(), 299);
+    read();
+    panel.Steps().undo();
+    list.ModifyItem(10, L"Back, and changed", nullptr, nullptr, nullptr);
+    list.SortItems(kKvSubTitleText, 0);
+    const SubtitleState state = panel.State().value();
+    ASSERT_EQ(state.rows.size(), 300u);
+    for (int row = 0; row < 300; ++row) {
+        const SubtitleState::Row& is = *state.rows[static_cast<std::size_t>(row)];
+        EXPECT_EQ(is.text.toStdWString(), list.GetItemText(row, kKvSubTitleText));
+        EXPECT_EQ(is.templateName.toStdWString(), list.GetItemText(row, kKvSubTitleTemplate));
+        EXPECT_EQ((SubtitleTimes{is.in, is.out}), list.Times(row)) << row;
+    }
 }
 
 TEST_F(Recovery, TheNextStartRestoresDiscardsOrWaits)

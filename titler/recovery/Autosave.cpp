@@ -4,12 +4,18 @@
 #include "subtitles/SubtitlePanel.h"
 #include "window/Texts.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 
 #include <algorithm>
 #include <utility>
 
 namespace titler {
+namespace {
+
+constexpr int kReadingTime = 3; // milliseconds of the window's thread at a time
+
+} // namespace
 
 Autosave::Autosave(Document& document, SubtitlePanel& subtitles, const QString& folder, AutosavePace pace)
     : m_document(document)
@@ -22,7 +28,7 @@ Autosave::Autosave(Document& document, SubtitlePanel& subtitles, const QString& 
     connect(&m_timer, &QTimer::timeout, this, &Autosave::OnTime);
     connect(&document, &Document::ProjectChanged, this, &Autosave::OnChanged);
     connect(&document, &Document::FileChanged, this, &Autosave::OnChanged);
-    connect(&subtitles, &SubtitlePanel::StepsChanged, this, &Autosave::OnSubtitlesChanged);
+    connect(&subtitles, &SubtitlePanel::StepsChanged, this, &Autosave::OnChanged);
 }
 
 Autosave::~Autosave()
@@ -45,12 +51,6 @@ void Autosave::Adopt(std::unique_ptr<RecoveryFile> file)
 bool Autosave::IsUnsaved() const
 {
     return m_document.IsModified() || m_document.IsInRun() || m_subtitles.IsModified();
-}
-
-void Autosave::OnSubtitlesChanged()
-{
-    m_subtitleState.reset();
-    OnChanged();
 }
 
 void Autosave::OnChanged()
@@ -80,15 +80,19 @@ void Autosave::OnTime()
         Write();
 }
 
-// Projects share their parts, so a copy costs little; rows are asked for once after each change of theirs.
+// Projects share their parts and subtitles their rows, so a copy costs little. Rows that are new are read a
+// few at a time: the window goes on between.
 void Autosave::Write()
 {
-    if (!m_subtitleState)
-        m_subtitleState = m_subtitles.State();
-    UnsavedWork work{m_document.FileName(), m_document.IsModified(), m_document.Current(), m_subtitleState,
-                     QDateTime::currentDateTime()};
-    if (m_subtitleState->rows.empty() && m_subtitleState->file.isEmpty() && !m_subtitleState->isModified)
-        work.subtitles.reset();
+    std::optional<SubtitleState> subtitles = m_subtitles.State(QDeadlineTimer(kReadingTime));
+    if (!subtitles) {
+        m_timer.start(0);
+        return;
+    }
+    if (subtitles->rows.empty() && subtitles->file.isEmpty() && !subtitles->isModified)
+        subtitles.reset();
+    UnsavedWork work{m_document.FileName(), m_document.IsModified(), m_document.Current(),
+                     std::move(subtitles), QDateTime::currentDateTime()};
     m_sinceWrite.start();
     m_isKept = true;
     m_writer.start([this, file = m_file.get(), work = std::move(work)] {

@@ -45,7 +45,6 @@ signals:
 private:
     bool IsUnsaved() const;
     void OnChanged();
-    void OnSubtitlesChanged();
     void OnTime();
     void Write();
     void OnWritten(const QString& fault);
@@ -55,8 +54,7 @@ private:
     Document& m_document;
     SubtitlePanel& m_subtitles;
     AutosavePace m_pace;
-    std::unique_ptr<RecoveryFile> m_file;         ///< the thread's, while it works
-    std::optional<SubtitleState> m_subtitleState; ///< nothing: it has to be asked for
+    std::unique_ptr<RecoveryFile> m_file; ///< the thread's, while it works
     QTimer m_timer;
     QElapsedTimer m_sinceWrite;
     QThreadPool m_writer;

@@ -138,10 +138,24 @@ std::vector<int> SubtitleList::TakeTouchedRows()
     return rows;
 }
 
+SubtitleList::RowCopy& SubtitleList::CopyOf(int row)
+{
+    const auto place = static_cast<std::size_t>(GetRowKey(row) - m_firstCopyKey);
+    if (place >= m_copies.size())
+        m_copies.resize(static_cast<std::size_t>(GetNextRowId() - m_firstCopyKey));
+    return m_copies[place];
+}
+
 void SubtitleList::_OnItemsModifying(int kind, const int* lines, int count)
 {
     if (kind == kKvReportRemoved)
         m_touched.insert(m_touched.end(), lines, lines + count);
+    if (kind == kKvReportAllRemoved) {
+        m_copies.clear();
+        m_firstCopyKey = GetNextRowId(); // those that come have later ones
+    }
+    for (int i = 0; i < count && !m_copies.empty(); ++i)
+        CopyOf(lines[i]).reset();
     CKvSubTitleTxtListEditor::_OnItemsModifying(kind, lines, count);
 }
 

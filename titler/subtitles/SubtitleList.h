@@ -4,10 +4,12 @@
 #include "KvSubTitleTxtListEditor.h"
 #include "subtitles/SubtitleCheck.h"
 #include "subtitles/SubtitleMatches.h"
+#include "subtitles/SubtitleState.h"
 #include "subtitles/SubtitleText.h"
 
 #include <QStringList>
 
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
@@ -40,6 +42,11 @@ public:
     std::vector<int> TakeTouchedRows();
     /// That row alone is selected, current and in view.
     void GoTo(int row);
+    /// A row as the workspace has it.
+    using RowCopy = std::shared_ptr<const SubtitleState::Row>;
+    /// A place for a copy of the row, for whoever reads it. Null at first, and again when the row's cells
+    /// change or it goes. Valid until the list changes.
+    RowCopy& CopyOf(int row);
     /// The clipboard's name for whole rows.
     QString RowFormat() const;
 
@@ -70,6 +77,8 @@ private:
     std::uint64_t m_matchRow = 0; ///< its key; 0 for none
     TextRange m_match{0, 0};
     std::vector<int> m_touched;
+    std::vector<RowCopy> m_copies;     ///< by the rows' keys
+    std::uint64_t m_firstCopyKey = 0;  ///< of the first of them
     Qt::KeyboardModifiers m_modifiers; ///< of the key that is being pressed
 };
 

@@ -8,12 +8,14 @@
 #include "subtitles/SubtitleState.h"
 #include "subtitles/SubtitleStyle.h"
 
+#include <QDeadlineTimer>
 #include <QList>
 #include <QSet>
 #include <QTimer>
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QAction;
@@ -57,8 +59,9 @@ public:
     bool IsModified() const;
     /// The rows' frame rate: the project's when they were imported or begun, whatever the project's is now.
     EKvFrameRate Rate() const { return m_rate; }
-    /// All of it, without the steps of undo.
-    SubtitleState State() const;
+    /// All of it, without the steps of undo. A row is read once, and again when it has changed.
+    /// @return nothing when the time has passed with rows still to be read: the next call goes on.
+    std::optional<SubtitleState> State(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
     void Restore(const SubtitleState& state);
     /// Asks when there are unsaved changes. @return false when the user wants to stay.
     bool MayLeave();
@@ -144,6 +147,7 @@ private:
     DWORD PlayHead() const;
     std::vector<int> SelectedRows() const;
     QString RowText(int row) const;
+    SubtitleState::Row ReadRow(int line) const;
 
     Document& m_document;
     Transport& m_transport;

@@ -108,8 +108,8 @@ std::vector<SubtitleLoss> LossesFromJson(const QJsonArray& array)
 QJsonObject SubtitlesToJson(const SubtitleState& state)
 {
     QJsonArray rows;
-    for (const SubtitleState::Row& row : state.rows)
-        rows.append(RowToJson(row));
+    for (const auto& row : state.rows)
+        rows.append(RowToJson(*row));
     QJsonArray blocks;
     for (const std::string& block : state.source.head.blocks)
         blocks.append(ToJson(block));
@@ -144,27 +144,43 @@ SubtitleState SubtitlesFromJson(const QJsonObject& json)
     if (const std::string end = TextIn(json, "lineEnd"); end == "\n" || end == "\r\n" || end == "\r")
         form.lineEnd = end;
     for (const QJsonValue row : json.value("rows").toArray())
-        state.rows.push_back(RowFromJson(row.toObject()));
+        state.rows.push_back(std::make_shared<SubtitleState::Row>(RowFromJson(row.toObject())));
     return state;
 }
 
-SubtitleState SubtitlePanel::State() const
+SubtitleState::Row SubtitlePanel::ReadRow(int line) const
 {
+    SubtitleState::Row row;
+    row.text = RowText(line);
+    m_list->GetTimeCode(line, row.in, row.out);
+    row.templateName = QString::fromStdWString(m_list->GetItemText(line, kKvSubTitleTemplate));
+    if (const auto found = m_source.rows.find(m_list->GetRowKey(line)); found != m_source.rows.end())
+        row.source = found->second;
+    return row;
+}
+
+// A turn begins at the first row again: whatever was done meanwhile, what has its copy is passed over
+// quickly.
+std::optional<SubtitleState> SubtitlePanel::State(QDeadlineTimer deadline) const
+{
+    constexpr int atOnce = 64; // rows between two looks at the clock
+    const int count = m_list->GetItemCount();
+    for (int line = 0, read = 0; line < count; ++line) {
+        SubtitleList::RowCopy& copy = m_list->CopyOf(line);
+        if (copy != nullptr)
+            continue;
+        copy = std::make_shared<SubtitleState::Row>(ReadRow(line));
+        if (++read % atOnce == 0 && deadline.hasExpired())
+            return std::nullopt;
+    }
     SubtitleState state{m_file, IsModified(), m_rate, {}, {}};
     state.source.format = m_source.format;
     state.source.head = m_source.head;
     state.source.unread = m_source.unread;
     state.source.form = m_source.form;
-    state.rows.resize(static_cast<std::size_t>(m_list->GetItemCount()));
-    for (std::size_t i = 0; i < state.rows.size(); ++i) {
-        const int line = static_cast<int>(i);
-        SubtitleState::Row& row = state.rows[i];
-        row.text = RowText(line);
-        m_list->GetTimeCode(line, row.in, row.out);
-        row.templateName = QString::fromStdWString(m_list->GetItemText(line, kKvSubTitleTemplate));
-        if (const auto found = m_source.rows.find(m_list->GetRowKey(line)); found != m_source.rows.end())
-            row.source = found->second;
-    }
+    state.rows.reserve(static_cast<std::size_t>(count));
+    for (int line = 0; line < count; ++line)
+        state.rows.push_back(m_list->CopyOf(line));
     return state;
 }
 
@@ -174,11 +190,11 @@ void SubtitlePanel::Restore(const SubtitleState& state)
     SetRate(state.rate);
     m_file = state.file;
     m_source = state.source;
-    for (const SubtitleState::Row& row : state.rows) {
-        const std::wstring templateName = row.templateName.toStdWString();
-        m_list->InserItem(-1, row.text.toStdWString(), row.in, row.out,
+    for (const auto& row : state.rows) {
+        const std::wstring templateName = row->templateName.toStdWString();
+        m_list->InserItem(-1, row->text.toStdWString(), row->in, row->out,
                           templateName.empty() ? nullptr : templateName.c_str());
-        m_source.rows[m_list->GetRowKey(m_list->GetItemCount() - 1)] = row.source;
+        m_source.rows[m_list->GetRowKey(m_list->GetItemCount() - 1)] = row->source;
     }
     Steps().clear(); // they were about other rows
     if (state.isModified)

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class QJsonObject;
@@ -26,8 +27,8 @@ struct SubtitleState
     QString file; ///< where the rows came from; may be empty
     bool isModified = false;
     EKvFrameRate rate = kKvFrameRate25;
-    SubtitleSource source; ///< without its rows
-    std::vector<Row> rows;
+    SubtitleSource source;                        ///< without its rows
+    std::vector<std::shared_ptr<const Row>> rows; ///< none is null; shared, so that a copy costs little
 };
 
 /// May run in any thread.
