@@ -28,7 +28,7 @@ BENCHMARK(Offscreen)->Iterations(kStarts)->UseManualTime()->Unit(benchmark::kMil
 void Display(benchmark::State& state)
 {
     QProcess server;
-    server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-nolisten", "tcp"});
+    server.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-nolisten", "tcp", "-noreset"});
     if (!server.waitForReadyRead()) {
         state.SkipWithError("no Xvfb");
         return;

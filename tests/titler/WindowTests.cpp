@@ -9,8 +9,10 @@
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
@@ -224,6 +226,23 @@ TEST_F(Remembered, TheNextWindowIsWhereTheLastOneWas)
     window.Remember(settings);
     EXPECT_EQ(window.Current(), Workspace::Clips);
     EXPECT_EQ(window.size(), size);
+}
+
+TEST_F(Remembered, SettingsAreOnlyWrittenWhenTheyAreOthers)
+{
+    Settings settings(Path("s.json"));
+    settings.AddProject("/a.ktitle");
+    EXPECT_EQ(settings.Save(), "");
+    const QDateTime old = QDateTime::currentDateTime().addDays(-1);
+    QFile file(Path("s.json"));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.setFileTime(old, QFileDevice::FileModificationTime));
+    file.close();
+    settings.AddProject("/a.ktitle");
+    EXPECT_EQ(settings.Save(), "");
+    EXPECT_LT(QFileInfo(Path("s.json")).lastModified(), old.addSecs(60));
+    settings.AddProject("/b.ktitle");
+    EXPECT_EQ(settings.Save(), "");
+    EXPECT_GT(QFileInfo(Path("s.json")).lastModified(), old.addSecs(60));
 }
 
 TEST_F(Remembered, TwoProgramsLoseNoProjectOfEachOther)

@@ -77,7 +77,8 @@ QString Settings::Save()
         return {};
     QFile file(m_file);
     file.open(QIODevice::ReadOnly);
-    if (const QJsonDocument now = Parse(file); now.isObject()) {
+    const QJsonDocument now = Parse(file);
+    if (now.isObject()) {
         m_source = now.object();
         AddTheirs(m_source);
     }
@@ -86,6 +87,8 @@ QString Settings::Save()
     m_source.insert(QLatin1String("workspace"), workspace);
     m_source.insert(QLatin1String("colours"), QLatin1String(hsb ? kHsb : kRgb));
     m_source.insert(QLatin1String("projects"), QJsonArray::fromStringList(projects));
+    if (now.isObject() && now.object() == m_source)
+        return {}; // a project that is opened again does not wait for the disk
     QDir().mkpath(QFileInfo(m_file).path());
     const QString fault = WriteWhole(m_file, QJsonDocument(m_source).toJson());
     return fault.isEmpty() ? QString() : Text(kTextCannotSave, {QDir::toNativeSeparators(m_file), fault});
