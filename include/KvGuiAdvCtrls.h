@@ -19,6 +19,7 @@
 #include "KvParamBezierWnd.h"
 #include "KvParamEdit.h"
 #include "KvPlatform.h"
+#include "KvQt.h"
 #include "KvQuadGradCtrl.h"
 #include "KvReportListCtrl.h"
 #include "KvRibbonMenuBar.h"

@@ -399,6 +399,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    friend class KvReportListModel;
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -40,6 +40,8 @@ CKvReportListCtrl::CKvReportListCtrl() : m_impl(std::make_unique<Impl>(*this))
 CKvReportListCtrl::~CKvReportListCtrl()
 {
     m_impl->CloseEditor(); // else it would tell of its focus going
+    for (kv::ReportObserver* observer : m_impl->observers)
+        observer->ListGone();
 }
 
 int CKvReportListCtrl::Create(const CRect& rect, UINT style, CWnd* parent, DWORD id)
@@ -220,9 +222,14 @@ QSize CKvReportListCtrl::minimumSizeHint() const
 
 int CKvReportListCtrl::InsertColumn(const wchar_t* header, int width)
 {
+    const int column = GetColumnCount();
+    for (kv::ReportObserver* observer : m_impl->observers)
+        observer->ColumnAdding(column);
     m_impl->columns.columns.push_back({header ? header : L"", ColumnWidth(width)});
     m_impl->LayOut();
-    return GetColumnCount() - 1;
+    for (kv::ReportObserver* observer : m_impl->observers)
+        observer->ColumnAdded();
+    return column;
 }
 
 void CKvReportListCtrl::SetHeaderText(int column, const wchar_t* header)
@@ -268,6 +275,7 @@ int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_vi
     if (line < -1 || line > count)
         return -1;
     const int at = line == -1 ? count : line;
+    m_impl->Inserting(at, 1);
     m_impl->InsertRow(at, kv::ReportRow(std::span(texts.begin(), texts.size()), m_impl->NewHeight(height)));
     m_impl->Inserted(at, 1);
     return at;
@@ -279,6 +287,7 @@ int CKvReportListCtrl::InsertRows(int line, const std::vector<CStringArray>& row
     if (line < -1 || line > count || rows.empty())
         return -1;
     const int at = line == -1 ? count : line;
+    m_impl->Inserting(at, static_cast<int>(rows.size()));
     m_impl->InsertRows(at, m_impl->NewRows(rows, height));
     m_impl->Inserted(at, static_cast<int>(rows.size()));
     return at;
@@ -293,6 +302,7 @@ int CKvReportListCtrl::InsertRows(const CArray<int, int>& lines, const std::vect
     if (lines.empty() || lines.size() != rows.size() || !isAscending || lines.front() < 0 ||
         lines.back() >= count)
         return 0;
+    m_impl->TellChanging(kKvReportInserted, lines);
     m_impl->InsertRows(lines, m_impl->NewRows(rows, height));
     m_impl->RowsResized();
     m_impl->Notify(kKvReportInserted, lines);
@@ -307,6 +317,7 @@ int CKvReportListCtrl::RemoveRows(int line, int count)
     CArray<int, int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
     _OnItemsModifying(kKvReportRemoved, lines.data(), count);
+    m_impl->TellChanging(kKvReportRemoved, lines);
     m_impl->RemoveRows(line, count);
     m_impl->Removed(lines, kKvReportRemoved);
     return count;
@@ -321,6 +332,7 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
     if (gone.empty())
         return 0;
     _OnItemsModifying(kKvReportRemoved, gone.data(), static_cast<int>(gone.size()));
+    m_impl->TellChanging(kKvReportRemoved, gone);
     m_impl->RemoveRows(gone);
     m_impl->Removed(gone, kKvReportRemoved);
     return static_cast<int>(gone.size());
@@ -329,6 +341,7 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
 void CKvReportListCtrl::RemoveAllRows()
 {
     _OnItemsModifying(kKvReportAllRemoved, nullptr, 0);
+    m_impl->TellChanging(kKvReportAllRemoved, {});
     if (m_impl->rows.Count() > 0)
         m_impl->RemoveRows(0, m_impl->rows.Count());
     m_impl->Removed({}, kKvReportAllRemoved);
@@ -370,6 +383,7 @@ int CKvReportListCtrl::SetCellColors(int line, int column, const DWORD* back, co
         return 0;
     m_impl->rows.SetColours(line, column, back, text);
     m_impl->RepaintRow(line);
+    m_impl->TellChanged(kKvReportTextChanged, {&line, 1});
     return 1;
 }
 
@@ -379,6 +393,7 @@ int CKvReportListCtrl::ClearCellColors(int line, int column)
         return 0;
     m_impl->rows.ClearColours(line, column);
     m_impl->RepaintRow(line);
+    m_impl->TellChanged(kKvReportTextChanged, {&line, 1});
     return 1;
 }
 

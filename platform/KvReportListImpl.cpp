@@ -248,7 +248,10 @@ void CKvReportListCtrl::Impl::RepaintRow(int line)
 void CKvReportListCtrl::Impl::Notify(int kind, const CArray<int, int>& lines)
 {
     rowsChanged = true;
+    const QPointer<CKvReportListCtrl> self(&list);
     list._OnNotifyItemModify(kind, lines, -1);
+    if (self)
+        TellChanged(kind, lines);
 }
 
 // One array serves all texts, unless an override changes further ones: a list may get another text in every
@@ -257,7 +260,11 @@ void CKvReportListCtrl::Impl::NotifyText(int line, int column)
 {
     CArray<int, int> lines = std::exchange(lineOfText, {});
     lines.assign(1, line);
+    const QPointer<CKvReportListCtrl> self(&list);
     list._OnNotifyItemModify(kKvReportTextChanged, lines, column);
+    if (!self)
+        return;
+    TellChanged(kKvReportTextChanged, lines);
     lineOfText = std::move(lines);
 }
 
@@ -272,6 +279,15 @@ std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CS
         added.emplace_back(views, NewHeight(height));
     }
     return added;
+}
+
+void CKvReportListCtrl::Impl::Inserting(int line, int count)
+{
+    if (observers.empty())
+        return;
+    std::vector<int> lines(static_cast<std::size_t>(count));
+    std::iota(lines.begin(), lines.end(), line);
+    TellChanging(kKvReportInserted, lines);
 }
 
 void CKvReportListCtrl::Impl::Inserted(int line, int count)

@@ -5,6 +5,7 @@
 #include "platform/AccessibleTable.h"
 #include "platform/ReportEditor.h"
 #include "platform/ReportLayout.h"
+#include "platform/ReportObserver.h"
 #include "platform/ReportScreen.h"
 #include "platform/ReportView.h"
 
@@ -89,10 +90,22 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
         if (rows.ShownCount() != shown)
             RowsResized();
     }
+    void Inserting(int line, int count);
     void Inserted(int line, int count);
     void Removed(const CArray<int, int>& lines, int kind);
     void Notify(int kind, const CArray<int, int>& lines);
     void NotifyText(int line, int column);
+    // Observers hear before the rows change, and after the derived list has.
+    void TellChanging(int kind, std::span<const int> lines)
+    {
+        for (kv::ReportObserver* observer : observers)
+            observer->Changing(kind, lines);
+    }
+    void TellChanged(int kind, std::span<const int> lines)
+    {
+        for (kv::ReportObserver* observer : observers)
+            observer->Changed(kind, lines);
+    }
 
     // Selection by the user.
     void MoveCurrent(int line, Qt::KeyboardModifiers modifiers);
@@ -168,6 +181,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     CString editBegin;
 
     CArray<int, int> lineOfText; ///< see `NotifyText`
+    std::vector<kv::ReportObserver*> observers;
     int suspended = 0;
     bool frameAsked = false;
     bool frameDue = false;       ///< something changed while suspended

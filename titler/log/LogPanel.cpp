@@ -2,6 +2,7 @@
 
 #include "KvAppLogListCtrl.h"
 #include "KvDialog.h"
+#include "KvQt.h"
 #include "time/TransportBar.h"
 #include "window/EmptyHint.h"
 #include "window/Fields.h"
@@ -11,12 +12,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QScopedValueRollback>
 #include <QToolButton>
 #include <QVBoxLayout>
-
-#include <atomic>
-#include <mutex>
 
 namespace titler {
 namespace {
@@ -41,10 +38,6 @@ constexpr TypeCommand kTypes[] = {
     {LogType::Error, kTextLogErrors, L"Applogtype_3", Qt::Key_4},
 };
 
-std::mutex g_mutex; ///< guards g_panel
-LogPanel* g_panel = nullptr;
-std::atomic<QtMessageHandler> g_terminal = nullptr; ///< what the toolkit itself does with a message
-
 } // namespace
 
 LogPanel::LogPanel(QWidget* parent) : QWidget(parent), m_list(new CKvAppLogListCtrl), m_filter(new QLineEdit)
@@ -64,17 +57,17 @@ LogPanel::LogPanel(QWidget* parent) : QWidget(parent), m_list(new CKvAppLogListC
     m_counts.setSingleShot(true);
     m_counts.setInterval(kCountAfter);
     connect(&m_counts, &QTimer::timeout, this, &LogPanel::ShowCounts);
+    // Also of what comes from other threads.
+    connect(new KvReportListModel(*m_list, this), &KvReportListModel::rowsInserted, this, [this] {
+        if (!m_counts.isActive())
+            m_counts.start();
+    });
     connect(m_list, &CKvAppLogListCtrl::LogCleared, this, &LogPanel::ShowCounts);
     ShowCounts();
     EnableCommands(false);
 }
 
-LogPanel::~LogPanel()
-{
-    const std::lock_guard lock(g_mutex);
-    if (g_panel == this)
-        g_panel = nullptr;
-}
+LogPanel::~LogPanel() = default;
 
 QAction* LogPanel::AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
                               std::function<void()> run)
@@ -201,33 +194,12 @@ void LogPanel::ShowCounts()
 void LogPanel::Add(LogType type, const QString& text)
 {
     m_list->AddAppLogText(static_cast<int>(type), 0, text.toStdWString());
-    if (!m_counts.isActive())
-        m_counts.start();
-}
-
-void LogPanel::HearToolkit(QtMsgType type, const QMessageLogContext& context, const QString& text)
-{
-    // A warning that comes of passing one on would wait for itself.
-    thread_local bool isPassing = false;
-    if (const QtMessageHandler terminal = g_terminal)
-        terminal(type, context, text);
-    if (isPassing || type == QtDebugMsg || type == QtInfoMsg)
-        return;
-    const QScopedValueRollback passing(isPassing, true);
-    const LogType kind = type == QtCriticalMsg || type == QtFatalMsg ? LogType::Error : LogType::Warning;
-    const std::lock_guard lock(g_mutex);
-    if (g_panel == nullptr)
-        return;
-    g_panel->m_list->PostAppLogText(static_cast<int>(kind), 0, text.toStdWString());
-    QMetaObject::invokeMethod(g_panel, &LogPanel::ShowCounts, Qt::QueuedConnection);
 }
 
 void LogPanel::TakeToolkitWarnings()
 {
-    const std::lock_guard lock(g_mutex);
-    g_panel = this;
-    if (g_terminal == nullptr)
-        g_terminal = qInstallMessageHandler(HearToolkit);
+    m_toolkit = std::make_unique<KvQtMessageLog>(*m_list);
+    m_toolkit->SetLeast(QtWarningMsg);
 }
 
 } // namespace titler

@@ -10,8 +10,10 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class CKvAppLogListCtrl;
+class KvQtMessageLog;
 class QAction;
 class QLineEdit;
 
@@ -37,8 +39,7 @@ public:
     void Add(LogType type, const QString& text);
     CKvAppLogListCtrl& List() { return *m_list; }
 
-    /// From now on the toolkit's own warnings go to the panel, too, from whatever thread they come. One panel
-    /// at a time.
+    /// From now on the toolkit's own warnings go to the panel, too, from whatever thread they come.
     void TakeToolkitWarnings();
 
     /// What can be done with the log; null is a separator. They work while the panel is shown.
@@ -61,7 +62,6 @@ private:
     void Clear();
     void Filter();
     void ShowCounts();
-    static void HearToolkit(QtMsgType type, const QMessageLogContext& context, const QString& text);
 
     CKvAppLogListCtrl* m_list;
     QList<QAction*> m_commands;
@@ -70,6 +70,7 @@ private:
     QWidget* m_none = nullptr; ///< stands in an empty log
     QLineEdit* m_filter;
     QTimer m_counts;
+    std::unique_ptr<KvQtMessageLog> m_toolkit; ///< null until it is wanted
 };
 
 } // namespace titler

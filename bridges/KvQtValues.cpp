@@ -1,0 +1,260 @@
+// Colours, gradients, eases, formats and naming groups as the toolkit has them.
+#include "KvQt.h"
+#include "color/GradientColour.h"
+#include "color/GradientModel.h"
+
+#include <QJsonObject>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+
+namespace {
+
+constexpr float kHalfWay = 0.5f;
+
+void Lose(UINT* loss, UINT what)
+{
+    if (loss)
+        *loss |= what;
+}
+
+void Begin(UINT* loss)
+{
+    if (loss)
+        *loss = 0;
+}
+
+DWORD Word(const QColor& colour, UINT* loss)
+{
+    if (!colour.isValid()) {
+        Lose(loss, kKvLossInvalid);
+        return 0;
+    }
+    const QColor rgb = colour.toRgb(); // extended colours are cut to 0 … 1
+    if (colour.spec() == QColor::ExtendedRgb)
+        for (const float channel : {colour.redF(), colour.greenF(), colour.blueF()})
+            if (channel < 0 || channel > 1)
+                Lose(loss, kKvLossRange);
+    if (rgb.rgba64() != QColor::fromRgba(rgb.rgba()).rgba64())
+        Lose(loss, kKvLossPrecision);
+    return rgb.rgba();
+}
+
+/// Where a stop stands between its neighbours, when it can be the mid point of their segment.
+bool IsMidPoint(const QGradientStop& before, const QGradientStop& stop, const QGradientStop& after,
+                float& place)
+{
+    const double width = after.first - before.first;
+    if (!(width > 0))
+        return false;
+    const double part = (stop.first - before.first) / width;
+    const bool isMix = stop.second.rgba() == kv::MixColour(before.second.rgba(), after.second.rgba());
+    if (!isMix || !(part > 0 && part < 1))
+        return false;
+    place = static_cast<float>(part);
+    return true;
+}
+
+struct CubicShape
+{
+    double x1, y1, x2, y2; ///< the two control points of a cubic from (0, 0) to (1, 1)
+};
+
+/// A parabola and a cubic have straight time, and handles at thirds of it.
+const CubicShape* ShapeOf(QEasingCurve::Type type)
+{
+    static constexpr double kThird = 1.0 / 3;
+    static constexpr CubicShape kInQuad{kThird, 0, 2 * kThird, kThird};
+    static constexpr CubicShape kOutQuad{kThird, 2 * kThird, 2 * kThird, 1};
+    static constexpr CubicShape kInCubic{kThird, 0, 2 * kThird, 0};
+    static constexpr CubicShape kOutCubic{kThird, 1, 2 * kThird, 1};
+    switch (type) {
+    case QEasingCurve::InQuad:
+        return &kInQuad;
+    case QEasingCurve::OutQuad:
+        return &kOutQuad;
+    case QEasingCurve::InCubic:
+        return &kInCubic;
+    case QEasingCurve::OutCubic:
+        return &kOutCubic;
+    default:
+        return nullptr;
+    }
+}
+
+constexpr std::array<SKvRational, 8> kRates{
+    {{24000, 1001}, {24, 1}, {25, 1}, {30000, 1001}, {30, 1}, {50, 1}, {60000, 1001}, {60, 1}}};
+
+} // namespace
+
+QColor KvToQColor(DWORD colour)
+{
+    return QColor::fromRgba(colour);
+}
+
+DWORD KvFromQColor(const QColor& colour, UINT* loss)
+{
+    Begin(loss);
+    return Word(colour, loss);
+}
+
+QGradientStops KvToGradientStops(const std::vector<SKvCGGradientKey>& keys)
+{
+    QGradientStops stops;
+    std::vector<SKvCGGradientKey> sorted = keys;
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto& a, const auto& b) { return a.position < b.position; });
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        const SKvCGGradientKey& key = sorted[i];
+        if (i > 0 && key.midPoint != kHalfWay) {
+            const SKvCGGradientKey& before = sorted[i - 1];
+            const double place = before.position + (double{key.position} - before.position) * key.midPoint;
+            stops << QGradientStop(place, KvToQColor(kv::MixColour(before.colour, key.colour)));
+        }
+        stops << QGradientStop(key.position, KvToQColor(key.colour));
+    }
+    return stops;
+}
+
+QLinearGradient KvToLinearGradient(const std::vector<SKvCGGradientKey>& keys, const QRectF& rect)
+{
+    QLinearGradient gradient(rect.left(), 0, rect.right(), 0);
+    gradient.setInterpolationMode(QGradient::ComponentInterpolation);
+    gradient.setStops(KvToGradientStops(keys));
+    return gradient;
+}
+
+std::vector<SKvCGGradientKey> KvFromGradientStops(const QGradientStops& stops, UINT* loss)
+{
+    Begin(loss);
+    std::vector<SKvCGGradientKey> keys;
+    float midPoint = kHalfWay;
+    for (qsizetype i = 0; i < stops.size(); ++i) {
+        const bool isBetween = !keys.empty() && midPoint == kHalfWay && i + 1 < stops.size();
+        if (isBetween && IsMidPoint(stops[i - 1], stops[i], stops[i + 1], midPoint))
+            continue;
+        keys.push_back({Word(stops[i].second, loss), static_cast<float>(stops[i].first),
+                        std::exchange(midPoint, kHalfWay)});
+    }
+    if (keys.size() > kv::GradientModel::kMaxKeys) {
+        keys.resize(kv::GradientModel::kMaxKeys);
+        Lose(loss, kKvLossStops);
+    }
+    return keys;
+}
+
+std::vector<SKvCGGradientKey> KvFromGradient(const QGradient& gradient, UINT* loss)
+{
+    const std::vector<SKvCGGradientKey> keys = KvFromGradientStops(gradient.stops(), loss);
+    if (gradient.type() != QGradient::LinearGradient) {
+        Lose(loss, kKvLossShape);
+    } else {
+        const auto& linear = static_cast<const QLinearGradient&>(gradient);
+        if (linear.start().y() != linear.finalStop().y() || linear.start().x() >= linear.finalStop().x())
+            Lose(loss, kKvLossDirection);
+    }
+    if (gradient.spread() != QGradient::PadSpread)
+        Lose(loss, kKvLossSpread);
+    const auto alphaOf = [](const SKvCGGradientKey& key) { return key.colour >> 24; };
+    const bool isEven = std::adjacent_find(keys.begin(), keys.end(), [&](const auto& a, const auto& b) {
+                            return alphaOf(a) != alphaOf(b);
+                        }) == keys.end();
+    if (gradient.interpolationMode() == QGradient::ColorInterpolation && !isEven)
+        Lose(loss, kKvLossPremultiplied);
+    return keys;
+}
+
+QEasingCurve KvToEasingCurve(const SKvParamEaseData& ease, UINT* loss)
+{
+    Begin(loss);
+    if (ease.kind == kKvEaseLinear)
+        return QEasingCurve(QEasingCurve::Linear);
+    const double height = ease.endY - ease.startY;
+    if (height == 0 && (ease.outTangentY != 0 || ease.inTangentY != 0))
+        Lose(loss, kKvLossHeight);
+    const auto part = [height](double offset) { return height == 0 ? 0 : offset / height; };
+    QEasingCurve curve(QEasingCurve::BezierSpline);
+    curve.addCubicBezierSegment({ease.outTangentX, part(ease.outTangentY)},
+                                {1 - ease.inTangentX, 1 + part(ease.inTangentY)}, {1, 1});
+    return curve;
+}
+
+int KvFromEasingCurve(const QEasingCurve& curve, SKvParamEaseData& ease, UINT* loss)
+{
+    Begin(loss);
+    const auto shape = [&](std::uint32_t kind, const CubicShape& cubic) {
+        const double height = ease.endY - ease.startY;
+        if (height == 0 && (cubic.y1 != 0 || cubic.y2 != 1))
+            Lose(loss, kKvLossHeight);
+        ease.kind = kind;
+        ease.outTangentX = cubic.x1;
+        ease.outTangentY = cubic.y1 * height;
+        ease.inTangentX = 1 - cubic.x2;
+        ease.inTangentY = (cubic.y2 - 1) * height;
+        return 1;
+    };
+    if (curve.type() == QEasingCurve::Linear)
+        return shape(kKvEaseLinear, {0, 0, 1, 1});
+    if (const CubicShape* known = ShapeOf(curve.type()))
+        return shape(kKvEaseDrawn, *known);
+    const QVector<QPointF> points =
+        curve.type() == QEasingCurve::BezierSpline ? curve.toCubicSpline() : QVector<QPointF>();
+    if (points.size() == 3 && points[2] == QPointF(1, 1))
+        return shape(kKvEaseDrawn, {points[0].x(), points[0].y(), points[1].x(), points[1].y()});
+    Lose(loss, kKvLossCurve);
+    return 0;
+}
+
+QSize KvToQSize(const SKvVideoResolution& resolution)
+{
+    return QSize(std::max(resolution.width, 0), std::max(resolution.height, 0));
+}
+
+int KvFromQSize(QSize size, SKvVideoResolution& resolution)
+{
+    if (!size.isValid())
+        return 0;
+    resolution.width = size.width();
+    resolution.height = size.height();
+    return 1;
+}
+
+SKvRational KvToRational(EKvFrameRate rate)
+{
+    const auto index = static_cast<std::size_t>(rate);
+    return index < kRates.size() ? kRates[index] : SKvRational{0, 1};
+}
+
+int KvFromRational(SKvRational framesPerSecond, EKvFrameRate& rate, UINT* loss)
+{
+    Begin(loss);
+    const auto found = std::find_if(kRates.begin(), kRates.end(), [&](const SKvRational& one) {
+        return std::int64_t{one.numerator} * framesPerSecond.denominator ==
+               std::int64_t{framesPerSecond.numerator} * one.denominator;
+    });
+    if (framesPerSecond.denominator == 0 || found == kRates.end()) {
+        Lose(loss, kKvLossRate);
+        return 0;
+    }
+    rate = static_cast<EKvFrameRate>(found - kRates.begin());
+    return 1;
+}
+
+QJsonArray KvGroupsToJson(IKvFileNamingMatcher& matcher, unsigned int count)
+{
+    QJsonArray groups;
+    for (unsigned int i = 0; i < count; ++i) {
+        wchar_t name[kKvNamingGroupNameSize] = {};
+        CStringArray files;
+        if (!matcher.GetGroup(i, name, &files))
+            continue;
+        QJsonArray names;
+        for (const CString& file : files)
+            names.append(KvToQString(file));
+        groups.append(
+            QJsonObject{{QStringLiteral("name"), KvToQString(name)}, {QStringLiteral("files"), names}});
+    }
+    return groups;
+}
