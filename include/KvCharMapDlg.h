@@ -105,11 +105,13 @@ protected:
     void OnCaptureChanged() override;
     void OnSkinChanged() override;
     QString ToolTipAt(CPoint point, CRect& area) const override;
+    void changeEvent(QEvent* event) override;
 
 private:
     /// The preview is hidden while the pointer is where it stands.
     void _UpdatePreviewPos(CPoint pointer);
 
+    friend class CKvCharMapDlg;
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
@@ -140,8 +142,10 @@ inline constexpr UINT kKvCharMapSearch = 20004; ///< an edit
 /// A pick (double click or Enter on a character, the Insert button, Enter in the search box) is sent to the
 /// command target once, then emitted. The search box selects the first match as one types: by the character
 /// itself, by its code (`E9`, `U+E9`, `0xE9`) or by words of its name in any order; F3 goes to the next
-/// match. Without a match the selection stays and the box says so. Space collects the selected character,
-/// Ctrl+D makes it a favourite or takes that back.
+/// match. Without a match the selection stays and the box says so; Enter there then does nothing. In the grid
+/// and in the two rows Space collects the selected character and Ctrl+C copies it; Ctrl+D makes it a
+/// favourite or takes that back, wherever the focus is. What is picked, collected, copied or dragged out
+/// becomes the newest of the characters used last, unless it was taken from their row.
 class KV_API CKvCharMapDlg : public CKvDialog
 {
     Q_OBJECT
@@ -178,6 +182,8 @@ public:
 
     int DestroyWindow() override;
     BOOL OnInitDialog() override;
+    /// What the Insert button does.
+    void OnOK() override;
     /// Hides the dialog.
     void OnCancel() override;
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
@@ -192,12 +198,15 @@ protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     void OnSkinChanged() override;
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void WatchGrid();
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -1,7 +1,10 @@
 #include "platform/KvDialogImpl.h"
 #include "platform/MessageDispatch.h"
 
+#include <QShowEvent>
+
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -278,6 +281,14 @@ void CKvDialog::resizeEvent(QResizeEvent* event)
 void CKvDialog::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
+    // Made before its parent's window was shown, which had neither place nor window then.
+    if (!event->spontaneous() && !m_impl->isPlaced) {
+        const std::optional<QPoint> chosen =
+            testAttribute(Qt::WA_Moved) ? std::optional(pos()) : std::nullopt;
+        m_impl->Place();
+        if (chosen)
+            move(*chosen);
+    }
     m_impl->idle = std::make_unique<kv::IdleUpdate>(
         [this](int count) { return KvSendMessage(this, WM_KICKIDLE, 0, count) != 0; });
 }

@@ -156,6 +156,7 @@ void CKvDialog::Impl::Place()
     if (!parent)
         return;
     const QWidget* owner = parent->window();
+    isPlaced = owner->isVisible();
     dialog.winId();
     if (QWindow* window = dialog.windowHandle())
         window->setTransientParent(owner->windowHandle());
@@ -167,4 +168,5 @@ void CKvDialog::Impl::Place()
         rect.moveTop(std::max(room.top(), std::min(rect.top(), room.bottom() - rect.height())));
     }
     dialog.move(rect.topLeft());
+    dialog.setAttribute(Qt::WA_Moved, isPlaced);
 }

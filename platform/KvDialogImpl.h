@@ -49,6 +49,7 @@ struct CKvDialog::Impl
     bool isCreated = false;
     bool isMaking = false; ///< `OnInitDialog` is on the stack
     bool isModal = false;  ///< `DoModal` is on the stack
+    bool isPlaced = true;  ///< false while the parent's window, over which it stands, was never shown
     std::vector<Item> items;
     kv::DialogUnits units{};
     QSize smallest;

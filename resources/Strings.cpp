@@ -82,8 +82,10 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 12207, L"Collect"},
         {0, 12208, L"Copy"},
         {0, 12209, L"Favorite"},
-        {0, 12210, L"The font \"%s\" is not installed or has no characters."},
+        {0, 12210, L"The font \"%s\" is not installed."},
         {0, 12211, L"No character selected"},
+        {0, 12212, L"The font \"%s\" has no characters that can be shown here."},
+        {0, 12213, L"There is no room for more favorites; remove one first (Delete)."},
         {0, 15040, L"Switch Application (Alt+F1)"},
         // The log list.
         {0, 15041, L"Type"},

@@ -1,5 +1,7 @@
 #include "text/CharFace.h"
 
+#include "core/CodePoints.h"
+
 #include <QFont>
 #include <QFontDatabase>
 #include <QGlyphRun>
@@ -21,16 +23,45 @@ bool IsInstalled(const QString& family)
     });
 }
 
+// Asked for the normal width, the toolkit widens the glyphs of a family that has narrow faces alone; asked
+// for none, it may choose a narrow face of a family that has both.
 QRawFont LoadFace(const QString& family, double size)
 {
     QFont font;
     font.setFamilies({family});
     font.setWeight(QFont::Normal);
     font.setStyle(QFont::StyleNormal);
-    font.setStretch(QFont::Unstretched);
     font.setPixelSize(static_cast<int>(size));
     font.setStyleStrategy(QFont::NoFontMerging);
-    return QRawFont::fromFont(font);
+    QRawFont natural = QRawFont::fromFont(font);
+    font.setStretch(QFont::Unstretched);
+    QRawFont normal = QRawFont::fromFont(font);
+    return normal.fontTable("name") == natural.fontTable("name") ? natural : normal;
+}
+
+// Of a face without the tables of OpenType, such as a Type 1 font: by the map that the font engine makes of
+// its glyphs' names. It reports control codes that the face lacks.
+CodeTable ReadByEngine(const QRawFont& font)
+{
+    constexpr int kBlock = 0x100;
+    constexpr int kEnd = 0xFFFF;
+    CodeTable table;
+    QVector<QChar> codes(kBlock);
+    QVector<quint32> glyphs(2 * kBlock);
+    for (int begin = 0; begin < kEnd; begin += kBlock) {
+        if (IsSurrogate(static_cast<char32_t>(begin)))
+            continue;
+        for (int i = 0; i < kBlock; ++i)
+            codes[i] = QChar(static_cast<char16_t>(begin + i));
+        int count = static_cast<int>(glyphs.size());
+        if (!font.glyphIndexesForChars(codes.constData(), kBlock, glyphs.data(), &count) || count != kBlock)
+            continue;
+        for (int i = 0; i < kBlock && begin + i < kEnd; ++i) {
+            if (glyphs[i] != 0 && codes[i].category() != QChar::Other_Control)
+                table.push_back({static_cast<char16_t>(begin + i), static_cast<std::uint16_t>(glyphs[i])});
+        }
+    }
+    return table;
 }
 
 /// How far begin … end must move to lie between two places; to their middle where it is longer.
@@ -57,11 +88,13 @@ CodeTable CharFace::ReadTable() const
         return {};
     constexpr qsizetype kGlyphCountEnd = 6;
     const QByteArray profile = m_cells.fontTable("maxp");
+    const QByteArray map = m_cells.fontTable("cmap");
+    if (profile.isEmpty() && map.isEmpty())
+        return ReadByEngine(m_cells);
     if (profile.size() < kGlyphCountEnd)
         return {};
     const auto byte = [&profile](qsizetype at) { return static_cast<std::uint8_t>(profile[at]); };
     const std::uint32_t glyphs = static_cast<std::uint32_t>(byte(4) << 8 | byte(5));
-    const QByteArray map = m_cells.fontTable("cmap");
     return ReadCodeTable(
         {reinterpret_cast<const std::uint8_t*>(map.constData()), static_cast<std::size_t>(map.size())},
         glyphs);

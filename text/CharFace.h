@@ -21,6 +21,8 @@ public:
     CharFace() = default;
     explicit CharFace(const QString& family);
 
+    /// False for a family that is not installed.
+    bool IsThere() const { return m_cells.isValid(); }
     CodeTable ReadTable() const;
     const QRawFont& Cells() const { return m_cells; }
     const QRawFont& Preview() const { return m_preview; }

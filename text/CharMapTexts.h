@@ -17,5 +17,7 @@ inline constexpr UINT kTextCopy = 12208;
 inline constexpr UINT kTextFavorite = 12209;
 inline constexpr UINT kTextNoFace = 12210;
 inline constexpr UINT kTextNothingSelected = 12211;
+inline constexpr UINT kTextNoCharacters = 12212;
+inline constexpr UINT kTextFavoritesFull = 12213;
 
 } // namespace kv

@@ -54,19 +54,37 @@ std::optional<std::wstring_view> CodeDigits(std::wstring_view query)
     return isUnicode || isHex ? std::optional(query.substr(2)) : std::nullopt;
 }
 
-int FindByName(std::wstring_view query, const CodeTable& table, const CharNameIndex& names, int after)
+/// The first one behind `after` but `other`, then the first of all; -1 for none.
+struct NameMatches
 {
+    int next = -1;
     int first = -1;
-    int found = -1;
+};
+NameMatches FindByName(std::wstring_view query, const CodeTable& table, const CharNameIndex& names, int after,
+                       int other)
+{
+    NameMatches matches;
     names.Find(NameWords(query), [&](char16_t code) {
         const int place = PlaceOf(table, code);
-        if (place >= 0 && first < 0)
-            first = place;
+        if (place < 0 || place == other)
+            return false;
+        if (matches.first < 0)
+            matches.first = place;
         if (place > after)
-            found = place;
-        return found >= 0;
+            matches.next = place;
+        return matches.next >= 0;
     });
-    return found >= 0 ? found : first;
+    return matches;
+}
+
+/// The character that the query is, or whose code it is; -1 for none.
+int FindExactly(std::wstring_view query, const CodeTable& table)
+{
+    const CodePoint only = NextCodePoint(query, 0);
+    if (const int place = only.length == query.size() ? PlaceOf(table, only.value) : -1; place >= 0)
+        return place;
+    const auto code = HexNumber(query);
+    return code ? PlaceOf(table, *code) : -1;
 }
 
 } // namespace
@@ -144,22 +162,26 @@ std::vector<std::string> NameWords(std::wstring_view query)
 
 int FindCharacter(std::wstring_view query, const CodeTable& table, const CharNameIndex& names, int after)
 {
-    query = Trimmed(query);
     if (query.empty())
         return -1;
-    if (const CodePoint only = NextCodePoint(query, 0); only.length == query.size()) {
-        if (const int place = PlaceOf(table, only.value); place >= 0)
-            return place;
-    }
+    // A blank may be what is looked for.
+    const bool isOne = NextCodePoint(query, 0).length == query.size();
+    const std::wstring_view words = Trimmed(query);
+    if (words.empty())
+        return isOne ? FindExactly(query, table) : -1;
+    query = words;
     if (const auto digits = CodeDigits(query)) {
         const auto code = HexNumber(*digits);
         return code ? PlaceOf(table, *code) : -1;
     }
-    if (const auto code = HexNumber(query)) {
-        if (const int place = PlaceOf(table, *code); place >= 0)
-            return place;
-    }
-    return FindByName(query, table, names, after);
+    // The exact one comes first, then the names in order, and round again.
+    const int exact = FindExactly(query, table);
+    if (exact >= 0 && after < 0)
+        return exact;
+    const NameMatches matches = FindByName(query, table, names, after == exact ? -1 : after, exact);
+    if (matches.next >= 0)
+        return matches.next;
+    return exact >= 0 ? exact : matches.first;
 }
 
 } // namespace kv

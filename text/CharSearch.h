@@ -39,7 +39,8 @@ std::vector<std::string> NameWords(std::wstring_view query);
 
 /// Finds the first character of a table, from `after` + 1 on and from the beginning again, that a query
 /// names: the character itself, a code (`U+E9`, `0xE9`, or `E9` where the table has that one), or words of
-/// the name in any order, which may be cut short. Blanks around the query do not count.
+/// the name in any order, which may be cut short. The character itself or its code comes before names. Blanks
+/// around the query do not count, unless it is a single one.
 /// @param after an index of the table, or -1 for the first of all. @return its index; -1 without a match.
 int FindCharacter(std::wstring_view query, const CodeTable& table, const CharNameIndex& names,
                   int after = -1);

@@ -12,6 +12,7 @@ public:
 
     /// @param text what the box says at its end while nothing matches; empty when something does.
     void ShowFault(const QString& text);
+    bool HasFault() const { return !m_fault.isEmpty(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

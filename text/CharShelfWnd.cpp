@@ -76,11 +76,18 @@ void CharShelfWnd::SetCharacters(const CharFace& face, const CodeTable& table,
                                  const std::u16string& characters)
 {
     m_face = &face;
+    const auto current = static_cast<std::size_t>(m_current);
+    const char16_t code = current < m_shown.size() ? m_shown[current].code : u'\0';
     m_shown.clear();
-    for (const char16_t code : characters) {
-        if (const int place = PlaceOf(table, code); place >= 0)
+    for (const char16_t one : characters) {
+        if (const int place = PlaceOf(table, one); place >= 0)
             m_shown.push_back(table[static_cast<std::size_t>(place)]);
     }
+    // The focus stays at its character.
+    const auto found = std::find_if(m_shown.begin(), m_shown.end(),
+                                    [code](const auto& entry) { return entry.code == code; });
+    if (found != m_shown.end())
+        m_current = static_cast<int>(found - m_shown.begin());
     m_current = std::clamp(m_current, 0, std::max(0, static_cast<int>(m_shown.size()) - 1));
     m_access->PartsChanged();
     m_access->UpdateFocus();
@@ -167,15 +174,41 @@ BOOL CharShelfWnd::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
     return 1;
 }
 
-bool CharShelfWnd::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT) const
+BOOL CharShelfWnd::OnChar(UINT character)
 {
-    return IsShelfKey(key, modifiers) && !m_shown.empty();
+    if (character != kCtrlC || m_shown.empty())
+        return CKvStatic::OnChar(character);
+    m_hooks.copy(m_shown[static_cast<std::size_t>(m_current)].code);
+    return 1;
+}
+
+bool CharShelfWnd::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const
+{
+    return (IsShelfKey(key, modifiers) || character == kCtrlC) && !m_shown.empty();
+}
+
+void CharShelfWnd::OnContextMenu(CPoint point)
+{
+    const int index = IndexAt(point);
+    if (index < 0)
+        return;
+    const QPointer<CharShelfWnd> alive(this);
+    SetCurrent(index);
+    if (alive)
+        m_hooks.openMenu(mapToGlobal(QPoint(point)));
+}
+
+CPoint CharShelfWnd::ContextMenuPoint() const
+{
+    return m_shown.empty() ? CPoint(-1, -1) : CPoint(QRect(ShelfCell(m_current)).center());
 }
 
 void CharShelfWnd::OnSetFocus()
 {
     update();
     m_access->FocusChanged();
+    if (!m_shown.empty())
+        m_hooks.select(m_shown[static_cast<std::size_t>(m_current)].code);
 }
 
 void CharShelfWnd::OnKillFocus()

@@ -17,9 +17,11 @@ struct CharShelfHooks
     std::function<void(char16_t)> select;
     std::function<void(char16_t)> pick;
     std::function<void(char16_t)> remove; ///< may be empty
+    std::function<void(char16_t)> copy;
+    std::function<void(QPoint)> openMenu; ///< of the one that was selected last, at a place of the screen
 };
 
-/// A press or an arrow selects, a double click or Enter picks, Delete removes.
+/// A press, an arrow or the focus selects, a double click or Enter picks, Delete removes, Ctrl+C copies.
 class CharShelfWnd : public CKvStatic
 {
 public:
@@ -39,7 +41,10 @@ protected:
     void OnPaint(Graphics& graphics) override;
     void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
     void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point) override;
+    void OnContextMenu(CPoint point) override;
+    CPoint ContextMenuPoint() const override;
     BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
+    BOOL OnChar(UINT character) override;
     bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
     void OnSetFocus() override;
     void OnKillFocus() override;

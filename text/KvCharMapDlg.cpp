@@ -3,6 +3,7 @@
 #include "platform/VirtualKey.h"
 #include "text/CharNames.h"
 #include "text/KvCharMapDlgImpl.h"
+#include "text/KvCharMapPreviewWndImpl.h"
 
 #include <QKeyEvent>
 #include <QLayout>
@@ -55,10 +56,8 @@ int CKvCharMapDlg::DestroyWindow()
 void CKvCharMapDlg::SetFont(const CString& face)
 {
     m_impl->face = face;
-    if (!m_impl->IsMade())
-        return;
-    m_impl->grid->SetFont(face);
-    m_impl->FaceChanged();
+    if (m_impl->IsMade())
+        m_impl->grid->SetFont(face);
 }
 
 CString CKvCharMapDlg::GetFont() const
@@ -147,6 +146,12 @@ CString CKvCharMapDlg::GetCollected() const
     return m_impl->IsMade() ? KvFromQString(m_impl->collected->text()) : CString();
 }
 
+void CKvCharMapDlg::OnOK()
+{
+    if (m_impl->IsMade())
+        m_impl->PickSelected();
+}
+
 void CKvCharMapDlg::OnCancel()
 {
     hide();
@@ -168,12 +173,6 @@ BOOL CKvCharMapDlg::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result)
     if (LOWORD(wParam) != kKvCharMapGrid || !m_impl->IsMade())
         return CKvDialog::OnCommand(wParam, lParam, result);
     switch (HIWORD(wParam)) {
-    case kKvCharSelected:
-        m_impl->UpdateSelection();
-        break;
-    case kKvCharScrolled:
-        m_impl->UpdateBar();
-        break;
     case kKvCharPicked:
         m_impl->PickSelected();
         break;
@@ -200,15 +199,54 @@ void CKvCharMapDlg::OnSkinChanged()
     m_impl->ApplyTexts();
 }
 
-// From the search box into the characters that it found.
+// Ours before a host's shortcuts.
+bool CKvCharMapDlg::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && m_impl->IsMade() &&
+        m_impl->IsOwnKey(*static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::FontChange && m_impl->IsMade())
+        m_impl->Measure();
+    return CKvDialog::event(event);
+}
+
+// Down leads from the search box into the characters that it found; Enter is the dialog's everywhere, where
+// some desktops would press a button with it, and does nothing while the box finds nothing. Ctrl+D deletes in
+// an edit on some desktops.
 bool CKvCharMapDlg::eventFilter(QObject* watched, QEvent* event)
 {
     // The kind first: the box that tells of its own end is no box any more.
-    if (event->type() != QEvent::KeyPress || watched != m_impl->search ||
-        static_cast<QKeyEvent*>(event)->key() != Qt::Key_Down)
+    if (event->type() != QEvent::KeyPress || !m_impl->IsMade())
         return CKvDialog::eventFilter(watched, event);
-    m_impl->grid->setFocus(Qt::TabFocusReason);
+    auto& key = static_cast<QKeyEvent&>(*event);
+    const bool isSearch = watched == m_impl->search;
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
+        if (!isSearch || !m_impl->search->HasFault())
+            OnOK();
+        return true;
+    }
+    if (isSearch && key.key() == Qt::Key_Down) {
+        m_impl->grid->setFocus(Qt::TabFocusReason);
+        return true;
+    }
+    if (key.key() == Qt::Key_Space || !m_impl->IsOwnKey(key))
+        return CKvDialog::eventFilter(watched, event);
+    keyPressEvent(&key);
     return true;
+}
+
+// What a host does to the grid is seen around it, too.
+void CKvCharMapDlg::WatchGrid()
+{
+    CKvCharMapPreviewWnd::Impl& grid = *m_impl->grid->m_impl;
+    grid.viewChanged = [this] {
+        m_impl->UpdateBar();
+        m_impl->UpdateSelection();
+    };
+    grid.faceChanged = [this] { m_impl->FaceChanged(); };
+    grid.characterUsed = [this](char16_t code) { m_impl->Used(code); };
 }
 
 void CKvCharMapDlg::showEvent(QShowEvent* event)
@@ -223,16 +261,14 @@ void CKvCharMapDlg::showEvent(QShowEvent* event)
 
 void CKvCharMapDlg::keyPressEvent(QKeyEvent* event)
 {
-    const Qt::KeyboardModifiers held = kv::HeldModifiers(event->modifiers());
-    if (m_impl->IsMade() && event->key() == Qt::Key_F3 && held == Qt::NoModifier)
-        m_impl->SearchNext();
-    else if (m_impl->IsMade() && event->key() == Qt::Key_Space && held == Qt::NoModifier &&
-             m_impl->grid->hasFocus())
-        m_impl->Collect();
-    else if (m_impl->IsMade() && event->key() == Qt::Key_D && held == Qt::ControlModifier)
-        m_impl->ToggleFavorite(m_impl->SelectedCode());
-    else
+    if (!m_impl->IsMade() || !m_impl->IsOwnKey(*event))
         CKvDialog::keyPressEvent(event);
+    else if (event->key() == Qt::Key_F3)
+        m_impl->SearchNext();
+    else if (event->key() == Qt::Key_Space)
+        m_impl->Collect();
+    else
+        m_impl->ToggleFavorite(m_impl->SelectedCode());
 }
 
 void CKvCharMapDlg::wheelEvent(QWheelEvent* event)

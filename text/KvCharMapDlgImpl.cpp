@@ -3,6 +3,7 @@
 #include "KvGuiRes.h"
 #include "KvMenu.h"
 #include "core/Text.h"
+#include "platform/VirtualKey.h"
 #include "text/CharMapTexts.h"
 #include "text/CharNames.h"
 
@@ -10,7 +11,10 @@
 #include <QClipboard>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -45,17 +49,14 @@ QPushButton* MakeButton(QWidget& dialog)
 {
     auto* button = new QPushButton(&dialog);
     button->setAutoDefault(false);
-    button->setFixedHeight(kRowHeight);
+    button->installEventFilter(&dialog);
     return button;
 }
 
 void SetButtonTexts(QPushButton& button, UINT text, UINT tip)
 {
-    constexpr int kPadding = 24;
-    button.ensurePolished();
     button.setText(TextOf(text));
     button.setToolTip(TipOf(tip));
-    button.setFixedWidth(button.fontMetrics().horizontalAdvance(button.text()) + kPadding);
 }
 
 } // namespace
@@ -63,7 +64,6 @@ void SetButtonTexts(QPushButton& button, UINT text, UINT tip)
 void CKvCharMapDlg::Impl::MakeItems()
 {
     search = new kv::CharSearchBox(&dialog);
-    search->setFixedHeight(kRowHeight);
     grid = new CKvCharMapPreviewWnd;
     grid->SetFont(face);
     grid->setFixedSize(grid->sizeHint());
@@ -74,7 +74,6 @@ void CKvCharMapDlg::Impl::MakeItems()
     status = new QLabel(&dialog);
     status->setTextFormat(Qt::PlainText);
     status->setWordWrap(true);
-    status->setFixedHeight(2 * status->fontMetrics().lineSpacing()); // long names take two lines
     insert = MakeButton(dialog);
     insert->setDefault(true);
     favorite = MakeButton(dialog);
@@ -83,9 +82,16 @@ void CKvCharMapDlg::Impl::MakeItems()
         SelectCode(code);
         PickSelected();
     };
+    const auto pickRecent = [this](char16_t code) { // the row stays as it is, under the pointer
+        SelectCode(code);
+        SendPicked(code);
+    };
     const auto select = [this](char16_t code) { SelectCode(code); };
-    recentRow = new kv::CharShelfWnd({select, pick, {}});
-    favoritesRow = new kv::CharShelfWnd({select, pick, [this](char16_t code) { ToggleFavorite(code); }});
+    const auto copyOne = [this](char16_t code) { CopyCharacter(code); };
+    const auto openMenu = [this](QPoint screen) { OpenMenu(screen); };
+    recentRow = new kv::CharShelfWnd({select, pickRecent, {}, copyOne, openMenu});
+    favoritesRow = new kv::CharShelfWnd(
+        {select, pick, [this](char16_t code) { ToggleFavorite(code); }, copyOne, openMenu});
     for (kv::CharShelfWnd* row : {recentRow.data(), favoritesRow.data()}) {
         row->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &dialog, 0);
         row->SetGuiBasicSettings(settings);
@@ -93,12 +99,13 @@ void CKvCharMapDlg::Impl::MakeItems()
     for (QPointer<QLabel>* label : {&recentLabel, &favoritesLabel, &collectedLabel})
         *label = new QLabel(&dialog);
     collected = new QLineEdit(&dialog);
-    collected->setFixedHeight(kRowHeight);
+    collected->installEventFilter(&dialog);
     collect = MakeButton(dialog);
     copy = MakeButton(dialog);
     KvSetDlgItemId(status, kKvCharMapStatus);
     KvSetDlgItemId(search, kKvCharMapSearch);
     search->installEventFilter(&dialog);
+    dialog.WatchGrid();
     connect(search, &QLineEdit::textChanged, &dialog, [this] { Search(-1); });
     connect(grid, &CKvCharMapPreviewWnd::MenuRequested, &dialog, [this](QPoint screen) { OpenMenu(screen); });
     connect(insert, &QPushButton::clicked, &dialog, [this] { PickSelected(); });
@@ -160,8 +167,23 @@ void CKvCharMapDlg::Impl::ApplyTexts()
     favoritesRow->SetName(favoritesLabel->text());
     collected->setAccessibleName(collectedLabel->text());
     UpdateSelection();
-    if (!search->text().isEmpty())
-        Search(-1);
+    if (search->HasFault())
+        search->ShowFault(TextOf(kv::kTextNoMatch));
+    Measure();
+}
+
+void CKvCharMapDlg::Impl::Measure()
+{
+    constexpr int kPadding = 24;
+    constexpr int kBorders = 8;
+    const int height = std::max(kRowHeight, dialog.fontMetrics().height() + kBorders);
+    status->setFixedHeight(2 * status->fontMetrics().lineSpacing()); // long names take two lines
+    for (QLineEdit* edit : {static_cast<QLineEdit*>(search), collected.data()})
+        edit->setFixedHeight(height);
+    for (QPushButton* button : {insert.data(), favorite.data(), collect.data(), copy.data()}) {
+        button->ensurePolished();
+        button->setFixedSize(button->fontMetrics().horizontalAdvance(button->text()) + kPadding, height);
+    }
 }
 
 void CKvCharMapDlg::Impl::Clear()
@@ -215,12 +237,14 @@ void CKvCharMapDlg::Impl::UpdateSelection()
     if (isSelected)
         status->setText(kv::CharCodeAndName(SelectedCode()));
     else if (grid->GetCodeCount() == 0)
-        status->setText(KvToQString(kv::FillText(KvGuiRes::LoadStringW(kv::kTextNoFace), {grid->GetFont()})));
+        status->setText(KvToQString(
+            kv::FillText(KvGuiRes::LoadStringW(rowFace.IsThere() ? kv::kTextNoCharacters : kv::kTextNoFace),
+                         {grid->GetFont()})));
     else
         status->setText(TextOf(kv::kTextNothingSelected));
     const bool isFavorite = isSelected && favorites.Has(SelectedCode());
     favorite->setChecked(isFavorite);
-    favorite->setEnabled(isSelected && (isFavorite || !favorites.IsFull()));
+    favorite->setEnabled(isSelected && SelectedCode() != 0 && (isFavorite || !favorites.IsFull()));
     insert->setEnabled(isSelected);
     collect->setEnabled(isSelected);
     copy->setEnabled(isSelected || !collected->text().isEmpty());
@@ -231,20 +255,15 @@ void CKvCharMapDlg::Impl::SelectCode(char16_t code)
     const int index = grid->FindCode(code);
     if (index < 0)
         return;
-    grid->SetSelected(index);
-    UpdateBar();
-    UpdateSelection();
+    grid->SetSelected(index); // bar and status follow it
 }
 
 void CKvCharMapDlg::Impl::Search(int after)
 {
     const QString query = search->text();
-    if (query.trimmed().isEmpty()) {
-        search->ShowFault({});
-        return;
-    }
     const int index = kv::FindCharacter(KvFromQString(query), table, kv::CharNames(), after);
-    search->ShowFault(index < 0 ? TextOf(kv::kTextNoMatch) : QString());
+    const bool isAsked = std::any_of(query.begin(), query.end(), [](QChar unit) { return unit != u' '; });
+    search->ShowFault(index < 0 && isAsked ? TextOf(kv::kTextNoMatch) : QString());
     if (index >= 0)
         SelectCode(table[static_cast<std::size_t>(index)].code);
 }
@@ -255,6 +274,11 @@ void CKvCharMapDlg::Impl::PickSelected()
         return;
     const char16_t code = SelectedCode();
     Used(code);
+    SendPicked(code);
+}
+
+void CKvCharMapDlg::Impl::SendPicked(char16_t code)
+{
     const QPointer<CKvCharMapDlg> alive(&dialog);
     if (target)
         target->OnCommand(KvCharMapCommand, code, 0);
@@ -282,16 +306,36 @@ void CKvCharMapDlg::Impl::Copy()
     if (!text.isEmpty())
         QApplication::clipboard()->setText(text);
     else if (grid->GetSelected() >= 0)
-        QApplication::clipboard()->setText(QString(QChar(SelectedCode())));
+        CopyCharacter(SelectedCode());
+}
+
+void CKvCharMapDlg::Impl::CopyCharacter(char16_t code)
+{
+    QApplication::clipboard()->setText(QString(QChar(code)));
+    Used(code);
 }
 
 void CKvCharMapDlg::Impl::ToggleFavorite(char16_t code)
 {
-    if (code == 0 || (!favorites.Remove(code) && !favorites.Append(code)))
+    if (code == 0)
         return;
+    if (!favorites.Remove(code) && !favorites.Append(code)) {
+        status->setText(TextOf(kv::kTextFavoritesFull));
+        return;
+    }
     UpdateRows();
     UpdateSelection();
     Q_EMIT dialog.FavoritesChanged();
+}
+
+bool CKvCharMapDlg::Impl::IsOwnKey(const QKeyEvent& key) const
+{
+    const Qt::KeyboardModifiers held = kv::HeldModifiers(key.modifiers());
+    if (key.key() == Qt::Key_Space)
+        return held == Qt::NoModifier &&
+               (grid->hasFocus() || recentRow->hasFocus() || favoritesRow->hasFocus());
+    return (key.key() == Qt::Key_F3 && held == Qt::NoModifier) ||
+           (key.key() == Qt::Key_D && held == Qt::ControlModifier);
 }
 
 void CKvCharMapDlg::Impl::OpenMenu(QPoint screen)
@@ -311,7 +355,7 @@ void CKvCharMapDlg::Impl::OpenMenu(QPoint screen)
     case kMenuInsert:
         return PickSelected();
     case kMenuCopy:
-        return QApplication::clipboard()->setText(QString(QChar(code)));
+        return CopyCharacter(code);
     case kMenuCollect:
         return Collect();
     case kMenuAddFavorite:

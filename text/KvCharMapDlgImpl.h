@@ -20,6 +20,8 @@ struct CKvCharMapDlg::Impl
     void MakeItems();
     void LayOut();
     void ApplyTexts();
+    /// Gives the items the sizes that their texts need in the dialog's font.
+    void Measure();
     /// Deletes what `MakeItems` made.
     void Clear();
     bool IsMade() const { return !grid.isNull(); }
@@ -35,11 +37,15 @@ struct CKvCharMapDlg::Impl
     void SelectCode(char16_t code);
     /// Selects the first match, or says that there is none. @param after see `kv::FindCharacter`.
     void Search(int after);
-    void SearchNext() { Search(kv::PlaceOf(table, SelectedCode())); }
+    void SearchNext() { Search(grid->GetSelected()); }
     void PickSelected();
+    void SendPicked(char16_t code);
     void Used(char16_t code);
     void Collect();
     void Copy();
+    void CopyCharacter(char16_t code);
+    /// Whether that is one of the keys that the dialog has a use for where the focus is.
+    bool IsOwnKey(const QKeyEvent& key) const;
     void ToggleFavorite(char16_t code);
     void OpenMenu(QPoint screen);
 

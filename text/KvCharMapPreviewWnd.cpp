@@ -2,6 +2,7 @@
 #include "text/CharNames.h"
 #include "text/KvCharMapPreviewWndImpl.h"
 
+#include <QCursor>
 #include <QDrag>
 #include <QFontInfo>
 #include <QMimeData>
@@ -50,6 +51,8 @@ void CKvCharMapPreviewWnd::UpdateCodeTable()
     m_impl->access.PartsChanged();
     m_impl->access.UpdateFocus();
     DrawCharMap();
+    if (m_impl->faceChanged)
+        m_impl->faceChanged();
 }
 
 void CKvCharMapPreviewWnd::DrawCharMap()
@@ -90,13 +93,16 @@ int CKvCharMapPreviewWnd::FindCode(DWORD code) const
 
 int CKvCharMapPreviewWnd::SetSelected(int index)
 {
-    if (!m_impl->model.Select(index))
+    const int first = GetFirst();
+    const bool isOther = m_impl->model.Select(index);
+    if (!isOther && GetFirst() == first)
         return 0;
-    m_impl->hidesPreview = false;
-    m_impl->access.SelectionChanged();
-    m_impl->access.UpdateFocus();
-    update();
-    return 1;
+    if (isOther) {
+        m_impl->access.SelectionChanged();
+        m_impl->access.UpdateFocus();
+    }
+    m_impl->PlacePreview();
+    return isOther ? 1 : 0;
 }
 
 int CKvCharMapPreviewWnd::GetSelected() const
@@ -108,7 +114,7 @@ int CKvCharMapPreviewWnd::SetFirst(int index)
 {
     if (!m_impl->model.SetFirst(index))
         return 0;
-    update();
+    m_impl->PlacePreview();
     return 1;
 }
 
@@ -126,7 +132,7 @@ void CKvCharMapPreviewWnd::ScrollWheel(int delta)
 {
     if (!m_impl->model.Wheel(delta))
         return;
-    update();
+    m_impl->PlacePreview();
     if (m_impl->Send(kKvCharScrolled))
         Q_EMIT Scrolled(GetFirst());
 }
@@ -166,21 +172,40 @@ void CKvCharMapPreviewWnd::Impl::FocusCharacter(int index)
 void CKvCharMapPreviewWnd::Impl::SelectByUser(int index)
 {
     const int first = model.First();
-    if (control.SetSelected(index))
-        NotifySelected(model.First() != first);
+    const bool isOther = control.SetSelected(index) != 0;
+    NotifySelected(isOther, model.First() != first);
 }
 
-void CKvCharMapPreviewWnd::Impl::NotifySelected(bool scrolled)
+void CKvCharMapPreviewWnd::Impl::NotifySelected(bool isOther, bool scrolled)
 {
     const QPointer<CKvCharMapPreviewWnd> alive(&control);
     const char16_t code = SelectedCode();
     const int first = model.First();
-    if (!Send(kKvCharSelected))
-        return;
-    Q_EMIT alive->CharSelected(code);
+    if (isOther) {
+        if (!Send(kKvCharSelected))
+            return;
+        Q_EMIT alive->CharSelected(code);
+    }
     if (!scrolled || !alive || !Send(kKvCharScrolled))
         return;
     Q_EMIT alive->Scrolled(first);
+}
+
+void CKvCharMapPreviewWnd::Impl::PlacePreview()
+{
+    const QPoint pointer = control.mapFromGlobal(QCursor::pos());
+    hidesPreview = control.underMouse() && PreviewRect().PtInRect(pointer);
+    control.update();
+    if (viewChanged)
+        viewChanged();
+}
+
+QString CKvCharMapPreviewWnd::Impl::TakeOut()
+{
+    const char16_t code = SelectedCode();
+    if (characterUsed)
+        characterUsed(code);
+    return QString(QChar(code));
 }
 
 void CKvCharMapPreviewWnd::Impl::Pick()
@@ -235,7 +260,7 @@ void CKvCharMapPreviewWnd::Impl::BeginDrag()
     control.ReleaseCapture();
     auto* drag = new QDrag(&control); // the toolkit deletes it
     auto* data = new QMimeData;       // the drag's
-    data->setText(QString(QChar(SelectedCode())));
+    data->setText(TakeOut());
     drag->setMimeData(data);
     if (const int cell = model.CellOf(model.Selected()); cell >= 0)
         drag->setPixmap(control.grab(QRect(kv::CharCellRect(cell)).adjusted(0, 0, 1, 1)));

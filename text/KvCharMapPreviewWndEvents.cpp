@@ -140,7 +140,7 @@ BOOL CKvCharMapPreviewWnd::OnChar(UINT character)
     if (character != kv::kCtrlC)
         return CKvStatic::OnChar(character);
     if (m_impl->model.Selected() >= 0)
-        QApplication::clipboard()->setText(QString(QChar(m_impl->SelectedCode())));
+        QApplication::clipboard()->setText(m_impl->TakeOut());
     return 1;
 }
 
@@ -173,6 +173,14 @@ void CKvCharMapPreviewWnd::OnCaptureChanged()
 void CKvCharMapPreviewWnd::OnSkinChanged()
 {
     update();
+}
+
+// Without a face of its own the grid shows the one of its font.
+void CKvCharMapPreviewWnd::changeEvent(QEvent* event)
+{
+    CKvStatic::changeEvent(event);
+    if (event->type() == QEvent::FontChange && m_impl->face.empty() && IsCreated())
+        UpdateCodeTable();
 }
 
 QString CKvCharMapPreviewWnd::ToolTipAt(CPoint point, CRect& area) const

@@ -7,6 +7,7 @@
 #include "text/CharMapModel.h"
 #include "text/CharMapPainter.h"
 
+#include <functional>
 #include <optional>
 
 // Functions that notify may delete the control; nothing of it is touched afterwards.
@@ -23,7 +24,11 @@ struct CKvCharMapPreviewWnd::Impl : kv::CharMapUser
     void Pick();
     /// @return false when the control is gone afterwards.
     bool Send(UINT code);
-    void NotifySelected(bool scrolled);
+    void NotifySelected(bool isOther, bool scrolled);
+    /// After the selection or the view has changed: the pointer may be where the preview stands now.
+    void PlacePreview();
+    /// The selected character as text, which the user takes out of the grid.
+    QString TakeOut();
     void BeginDrag();
     kv::CharMapLook Look() const;
     /// The index of the character at a client point, or -1.
@@ -40,4 +45,8 @@ struct CKvCharMapPreviewWnd::Impl : kv::CharMapUser
     kv::CharMapAccess access;
     std::optional<CPoint> press; ///< on the selected character, not yet a drag
     bool hidesPreview = false;
+    // The dialog around the grid; may be empty.
+    std::function<void()> viewChanged;           ///< the characters that are shown, or the selection
+    std::function<void()> faceChanged;           ///< the table, and with it all else
+    std::function<void(char16_t)> characterUsed; ///< copied or dragged out
 };

@@ -40,6 +40,21 @@ struct CKvFindReplaceTxtDlg::Impl
         if (entry.edit)
             entry.edit->setText(KvToQString(text));
     }
+    // The user's step through the history, which the edit's own undo takes back.
+    void Replace(Entry& entry, const CString& text)
+    {
+        isWalking = true;
+        entry.edit->selectAll();
+        entry.edit->insert(KvToQString(text));
+        isWalking = false;
+    }
+    void BeginTyping()
+    {
+        if (!find.edit)
+            return;
+        find.edit->setFocus();
+        find.edit->selectAll();
+    }
     void ApplyNames()
     {
         for (const Entry* entry : {&find, &replacement}) {
@@ -54,6 +69,7 @@ struct CKvFindReplaceTxtDlg::Impl
     Entry find{kKvFindEdit, kFindLabel, {}, {}, {}};
     Entry replacement{kKvReplaceEdit, kReplaceLabel, {}, {}, {}};
     bool matchCase = false;
+    bool isWalking = false; ///< through the history
 };
 
 CKvFindReplaceTxtDlg::CKvFindReplaceTxtDlg() : m_impl(std::make_unique<Impl>()) {}
@@ -79,7 +95,10 @@ BOOL CKvFindReplaceTxtDlg::OnInitDialog()
             continue;
         entry->edit->setText(KvToQString(entry->text));
         entry->edit->installEventFilter(this);
-        connect(entry->edit, &QLineEdit::textEdited, this, [entry] { entry->history.StopWalk(); });
+        connect(entry->edit, &QLineEdit::textEdited, this, [this, entry] {
+            if (!m_impl->isWalking)
+                entry->history.StopWalk();
+        });
         connect(entry->edit, &QLineEdit::textChanged, this, [this, entry](const QString& text) {
             entry->text = KvFromQString(text);
             OnEditUpdate();
@@ -107,6 +126,8 @@ void CKvFindReplaceTxtDlg::SetFindString(CStringArray& texts)
         joined += text;
     m_impl->find.history.StopWalk();
     m_impl->SetText(m_impl->find, joined);
+    if (isVisible())
+        m_impl->BeginTyping();
 }
 
 void CKvFindReplaceTxtDlg::FindNext()
@@ -182,10 +203,8 @@ void CKvFindReplaceTxtDlg::OnSkinChanged()
 void CKvFindReplaceTxtDlg::showEvent(QShowEvent* event)
 {
     CKvDialog::showEvent(event);
-    if (m_impl->find.edit && !event->spontaneous()) {
-        m_impl->find.edit->setFocus();
-        m_impl->find.edit->selectAll();
-    }
+    if (!event->spontaneous())
+        m_impl->BeginTyping();
 }
 
 void CKvFindReplaceTxtDlg::keyPressEvent(QKeyEvent* event)
@@ -205,7 +224,7 @@ bool CKvFindReplaceTxtDlg::eventFilter(QObject* watched, QEvent* event)
     const bool isStep = key.key() == Qt::Key_Up || key.key() == Qt::Key_Down;
     if (!entry || !isStep || kv::HeldModifiers(key.modifiers()) != Qt::NoModifier)
         return CKvDialog::eventFilter(watched, event);
-    m_impl->SetText(*entry, key.key() == Qt::Key_Up ? entry->history.Older(entry->text)
+    m_impl->Replace(*entry, key.key() == Qt::Key_Up ? entry->history.Older(entry->text)
                                                     : entry->history.Newer(entry->text));
     return true;
 }

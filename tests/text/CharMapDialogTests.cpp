@@ -1,5 +1,6 @@
 // The character map: what is picked, found, scrolled and kept.
 #include "CharMapFixture.h"
+#include "KvGuiRes.h"
 #include "KvScroll.h"
 
 #include <QAbstractButton>
@@ -214,7 +215,7 @@ TEST_F(CharMap, TheRowsPickAndGiveBack)
     dialog->SetFavorites(L"ab\uFDD0"); // the face lacks the last one, which is kept all the same
     QTest::mouseDClick(recent, Qt::LeftButton, {}, CellMiddle(1) - QPoint(0, 11));
     EXPECT_EQ(target.picked, Codes{'y'});
-    EXPECT_EQ(dialog->GetRecent(), L"yxz");
+    EXPECT_EQ(dialog->GetRecent(), L"xyz") << "a row does not move under the pointer";
     QTest::mouseClick(recent, Qt::LeftButton, {}, CellMiddle(3) - QPoint(0, 11)); // an empty cell
     EXPECT_EQ(Selected(), unsigned{'y'});
     QAccessibleInterface* list = QAccessible::queryAccessibleInterface(favorites);
@@ -229,6 +230,70 @@ TEST_F(CharMap, TheRowsPickAndGiveBack)
     QTest::keyClick(favorites, Qt::Key_Delete);
     QTest::keyClick(favorites, Qt::Key_Delete);
     EXPECT_EQ(dialog->GetFavorites(), L"\uFDD0");
+}
+
+TEST_F(CharMap, SelectingAnewWhatWasScrolledAwayShowsIt)
+{
+    Grid().setFocus();
+    QTest::keyClick(&Grid(), Qt::Key_Home);
+    dialog->OnVScroll(SB_BOTTOM, 0);
+    const QImage below = Grid().grab().toImage();
+    QTest::keyClick(&Grid(), Qt::Key_Home); // selected already
+    EXPECT_EQ(Grid().GetFirst(), 0);
+    EXPECT_EQ(Bar().GetScrollPos(), 0);
+    EXPECT_NE(Grid().grab().toImage(), below);
+    // What a host does to the grid shows around it.
+    Grid().SetSelected(Grid().FindCode('A'));
+    EXPECT_EQ(Status(), QStringLiteral("U+0041 LATIN CAPITAL LETTER A"));
+    Grid().SetFirst(Grid().GetLastFirst());
+    EXPECT_EQ(Bar().GetScrollPos(), Bar().GetScrollRange());
+    Grid().SetFont(L"no such face");
+    EXPECT_EQ(Status(), QStringLiteral("The font \"no such face\" is not installed."));
+    EXPECT_EQ(Bar().GetScrollRange(), 0);
+}
+
+TEST_F(CharMap, EnterInTheBoxPicksOnlyWhatItFound)
+{
+    Grid().SetSelected(Grid().FindCode('A'));
+    Search().setText(QStringLiteral("no such character"));
+    QTest::keyClick(&Search(), Qt::Key_Return);
+    EXPECT_EQ(target.picked, Codes{});
+    KvGuiRes::SetStringFile(nullptr); // as a change of the texts does
+    EXPECT_EQ(Selected(), unsigned{'A'});
+    Find(QStringLiteral("comma"));
+    QTest::keyClick(&Search(), Qt::Key_Return);
+    EXPECT_EQ(target.picked, Codes{','});
+    QTest::keyClick(&Search(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(dialog->GetFavorites(), L",");
+    EXPECT_EQ(Search().text(), QStringLiteral("comma"));
+    dialog->SetFavorites(L"abcdefghijklmnopqrst");
+    QTest::keyClick(&Search(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_TRUE(Status().startsWith(QStringLiteral("There is no room")));
+    EXPECT_EQ(dialog->GetFavorites().size(), 20u);
+}
+
+TEST_F(CharMap, WhoeverHearsOfAPickMayDelete)
+{
+    const auto button = [this]() -> QWidget* {
+        for (QAbstractButton* one : dialog->findChildren<QAbstractButton*>())
+            if (one->text() == QStringLiteral("Insert"))
+                return one;
+        return nullptr;
+    };
+    const std::function<void()> ways[] = {
+        [&] { QTest::mouseClick(button(), Qt::LeftButton); },
+        [&] { QTest::keyClick(button(), Qt::Key_Return); },
+        [&] { QTest::keyClick(&Search(), Qt::Key_Return); },
+        [&] { QTest::mouseDClick(&Grid(), Qt::LeftButton, {}, CellMiddle(4)); },
+    };
+    for (const auto& pick : ways) {
+        SetUp();
+        Grid().SetSelected(4);
+        target.meanwhile = [this] { dialog.reset(); };
+        pick();
+        EXPECT_FALSE(dialog);
+        target.meanwhile = [] {};
+    }
 }
 
 TEST_F(CharMap, TheMenuDoesWhatTheKeysDo)

@@ -92,6 +92,21 @@ TEST(CharSearch, GoesOnAfterAMatchAndBeginsAgain)
     for (int i = 0; i < 4; ++i)
         found.push_back(kv::FindCharacter(L"letter e", table, names, found.back()));
     EXPECT_EQ(found, (std::vector<int>{-1, 1, 5, 6, 1}));
+    // A code comes first, then the names that its digits spell.
+    names = {};
+    table.clear();
+    for (const Named& one :
+         {Named{0xBA, "MASCULINE ORDINAL"}, Named{0xBEE, "NO SIGN"}, Named{0x1000, "BEE SIGN"},
+          Named{0x2003, "EM SPACE"}, Named{0x3000, "BEEHIVE"}}) {
+        names.Add(one.code, one.name);
+        table.push_back({one.code, 1});
+    }
+    found = {-1};
+    for (int i = 0; i < 4; ++i)
+        found.push_back(kv::FindCharacter(L"bee", table, names, found.back()));
+    EXPECT_EQ(found, (std::vector<int>{-1, 1, 2, 4, 1}));
+    EXPECT_EQ(kv::FindCharacter(L"\u2003", table, names), 3);
+    EXPECT_EQ(kv::FindCharacter(L"  ", table, names), -1);
     EXPECT_EQ(kv::FindCharacter(L"heart", {}, names), -1);
     EXPECT_EQ(kv::FindCharacter(L"heart", table, {}), -1);
 }

@@ -128,6 +128,8 @@ TEST_F(FindReplaceDialog, KeysFindHideAndBringTextsBack)
     EXPECT_EQ(Asked(), (Log{L"find [one]", L"find [two]"}));
     QTest::keyClick(&find, Qt::Key_Up);
     EXPECT_EQ(Text(kKvFindEdit), L"one"); // "two" stands there already
+    find.undo();
+    EXPECT_EQ(Text(kKvFindEdit), L"two");
     QTest::keyClick(&find, Qt::Key_Up);
     EXPECT_EQ(Text(kKvFindEdit), L"one");
     QTest::keyClick(&find, Qt::Key_Down);
@@ -138,6 +140,13 @@ TEST_F(FindReplaceDialog, KeysFindHideAndBringTextsBack)
     EXPECT_FALSE(dialog->isVisible());
     Show();
     EXPECT_EQ(find.selectedText(), QStringLiteral("two"));
+    Edit(kKvReplaceEdit).setFocus();
+    CStringArray texts{L"three"}; // as a host's Ctrl+F does while the dialog is shown
+    dialog->SetFindString(texts);
+    EXPECT_EQ(QApplication::focusWidget(), &find);
+    EXPECT_EQ(find.selectedText(), QStringLiteral("three"));
+    texts = {L"two"};
+    dialog->SetFindString(texts);
     dialog->close();
     EXPECT_FALSE(dialog->isVisible());
     EXPECT_EQ(dialog->DestroyWindow(), 1);
