@@ -196,7 +196,8 @@ TEST(KvQtMessages, ComeInFromAllThreadsWithTypeLevelAndCategory)
         KvQtMessageLog second(list);
         second.SetLeast(QtCriticalMsg);
         qDebug("one");
-        qCCritical(QLoggingCategory("media")) << "two";
+        static const QLoggingCategory media("media");
+        qCCritical(media) << "two";
         std::thread([] { qWarning("three"); }).join();
     }
     qWarning("nobody hears this");
