@@ -116,6 +116,8 @@ public:
     BOOL GetData(IKvLayoutSelectorData** out) const;
     /// Frames of selected and hovered thumbnails show that they are; off at first.
     void EnableSelect(BOOL enable);
+    /// What the labels count from; 0 at first.
+    void SetFirstNumber(int number);
     /// The count or the layouts changed: adapts the scroll bar, which stays where it can, and asks again.
     void UpdateScroll();
     /// One layout changed, for example because its thumbnail is ready: asks again for it alone.

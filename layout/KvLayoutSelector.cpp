@@ -73,6 +73,12 @@ void CKvLayoutSelector::EnableSelect(BOOL enable)
     m_impl->Repaint();
 }
 
+void CKvLayoutSelector::SetFirstNumber(int number)
+{
+    m_impl->cache.SetFirstNumber(number);
+    m_impl->Repaint();
+}
+
 void CKvLayoutSelector::UpdateScroll()
 {
     m_impl->cache.AskAgain();

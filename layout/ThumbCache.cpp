@@ -65,6 +65,12 @@ void ThumbCache::SetStyle(const ThumbStyle& style)
     m_scaled.clear();
 }
 
+void ThumbCache::SetFirstNumber(int number)
+{
+    m_firstNumber = number;
+    m_kept.clear();
+}
+
 void ThumbCache::AskAgain(int index)
 {
     if (Kept* kept = m_kept.object(index))
@@ -80,12 +86,17 @@ StripThumb ThumbCache::Get(IKvLayoutSelectorData& data, int index)
     if (thumb.isThere) {
         const Kept* before = m_kept.object(index);
         const bool isNamedAlike = before && before->thumb.isThere && before->thumb.name == thumb.name;
-        thumb.number =
-            isNamedAlike ? before->thumb.number : MakeStripLabel(QString::asprintf("%04d", index), m_style);
+        thumb.number = isNamedAlike ? before->thumb.number : MakeStripLabel(NumberOf(index), m_style);
         thumb.title = isNamedAlike ? before->thumb.title : MakeStripLabel(thumb.name, m_style);
     }
     m_kept.insert(index, new Kept{thumb, generation}, BytesOf(thumb));
     return thumb;
+}
+
+// In 64 bits: a host may count from anywhere.
+QString ThumbCache::NumberOf(int index) const
+{
+    return QString::asprintf("%04lld", static_cast<long long>(m_firstNumber) + index);
 }
 
 StripThumb ThumbCache::Ask(IKvLayoutSelectorData& data, int index)

@@ -31,6 +31,8 @@ public:
 
     /// What was kept in another style is dropped.
     void SetStyle(const ThumbStyle& style);
+    /// Of the first layout; likewise.
+    void SetFirstNumber(int number);
     /// The layout as it was kept, else as the data tell. @param index one that the data have.
     StripThumb Get(IKvLayoutSelectorData& data, int index);
     /// The data are asked again for that layout, or for all of them.
@@ -44,10 +46,12 @@ private:
         unsigned generation; ///< 0: to be asked again
     };
 
+    QString NumberOf(int index) const;
     StripThumb Ask(IKvLayoutSelectorData& data, int index);
     QImage Scaled(IKvThumbImage& image, QSize size);
 
     ThumbStyle m_style;
+    int m_firstNumber = 0;
     unsigned m_generation = 1;
     QCache<int, Kept> m_kept;             ///< its costs are bytes
     QCache<std::size_t, QImage> m_scaled; ///< by their pixels before and their size, likewise

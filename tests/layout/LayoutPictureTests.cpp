@@ -55,6 +55,15 @@ TEST_F(LayoutPicture, ShowsThumbnailMarkAndGround)
     EXPECT_EQ(layouts->alive, 0);
 }
 
+TEST_F(LayoutPicture, LabelsCountFromAnyNumber)
+{
+    const auto label = [this](int index) { return Picture().copy(7 + 80 * index, 5, 40, 16); };
+    const QImage second = label(1);
+    EXPECT_NE(label(0), second);
+    control->SetFirstNumber(1);
+    EXPECT_EQ(label(0), second);
+}
+
 TEST_F(LayoutPicture, AlphaIsStraightAndLiesOnBlack)
 {
     layouts->colour = 0x80FF0000u;
