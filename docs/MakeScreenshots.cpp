@@ -4,6 +4,7 @@
 #include "KvGradientCtrl.h"
 #include "Pictures.h"
 #include "media/MediaPanel.h"
+#include "pages/PageStrip.h"
 #include "subtitles/SubtitlePanel.h"
 #include "window/CommandLine.h"
 #include "window/MainWindow.h"
@@ -58,6 +59,8 @@ bool SaveTitler(const Pictures& pictures)
     const auto save = [&](Workspace workspace, const char* name) {
         window.Show(workspace);
         QApplication::processEvents(); // what a new workspace lays out after it is shown
+        while (window.Pages().IsBusy())
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
         return pictures.Save(window, name);
     };
     if (!save(Workspace::Design, "titler-design") || !save(Workspace::Clips, "titler-clips") ||

@@ -3,6 +3,7 @@
 #include "export/FrameSequence.h"
 #include "export/TerminalExport.h"
 #include "media/MediaPanel.h"
+#include "pages/PageStrip.h"
 #include "project/ProjectText.h"
 #include "recovery/RecoveryFile.h"
 #include "subtitles/SubtitlePanel.h"
@@ -61,7 +62,7 @@ int FrameOf(const Options& options, const Project& project)
 
 int ExportAnimation(const Options& options, const Project& project)
 {
-    FrameSequence sequence(project, {options.exportFrames, FrameName(options.project),
+    FrameSequence sequence(project, {options.exportFrames, FrameName(options.project, project),
                                      options.range.value_or(WholeRange(project)), options.threads});
     const int signal = WatchExport(sequence);
     const QString written = QString::number(sequence.Written());
@@ -102,6 +103,14 @@ bool WaitForMedia(MediaPanel& media)
     return !media.IsBusy();
 }
 
+// Once they are seen, they are drawn in the background.
+void WaitForPages(MainWindow& window)
+{
+    window.grab();
+    while (window.Pages().IsBusy())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); // each picture is one
+}
+
 // The workspace that was asked for; to play is to animate.
 void ShowWorkspace(MainWindow& window, const Options& options)
 {
@@ -140,6 +149,7 @@ int TakeScreenshot(const Options& options)
     if (!WaitForMedia(window.Media()))
         return Fail(kFailed, Text(kTextMediaUnfinished, {options.media}));
     QCoreApplication::processEvents();
+    WaitForPages(window);
     const QString fault = SavePng(window.grab().toImage(), options.screenshot);
     return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.screenshot, fault}));
 }

@@ -1,6 +1,7 @@
 #include "export/ExportDialog.h"
 #include "export/FrameExport.h"
 #include "export/FrameSequence.h"
+#include "project/Pages.h"
 #include "title/TitleRenderer.h"
 
 #include <QColorSpace>
@@ -102,6 +103,7 @@ struct NameCase
     int duration;
     int frame;
     const char* file;
+    int pages = 1; ///< the last is the current one
 };
 
 TEST(FrameSequence, NamesSortByTime)
@@ -109,10 +111,14 @@ TEST(FrameSequence, NamesSortByTime)
     for (const NameCase& c : {NameCase{"/a/my title.v2.ktitle", 150, 7, "out/my title.v2_0007.png"},
                               NameCase{"x.ktitle", 10000, 9999, "out/x_9999.png"},
                               NameCase{"x.ktitle", 10001, 7, "out/x_00007.png"},
-                              NameCase{"", kLongestDuration, 0, "out/Untitled_000000.png"}}) {
+                              NameCase{"", kLongestDuration, 0, "out/Untitled_000000.png"},
+                              NameCase{"x.ktitle", 10, 7, "out/x_page2_0007.png", 2},
+                              NameCase{"x.ktitle", 10, 7, "out/x_page10_0007.png", 10}}) {
         Project project = NewProject();
         project.duration = c.duration;
-        EXPECT_EQ(FrameFile({"out", FrameName(c.projectFile), {}}, project, c.frame), c.file);
+        while (PageCount(project) < c.pages)
+            AddPage(project, NewPage());
+        EXPECT_EQ(FrameFile({"out", FrameName(c.projectFile, project), {}}, project, c.frame), c.file);
     }
 }
 

@@ -239,7 +239,7 @@ TEST(Titler, ExportsThePageThatIsAskedFor)
     ASSERT_EQ(ExportFrame(project, folder.filePath("expected.png"), 0), "");
     const QImage expected(folder.filePath("expected.png"));
     EXPECT_EQ(QImage(folder.filePath("b.png")), expected);
-    EXPECT_EQ(QImage(folder.filePath("p_0000.png")), expected);
+    EXPECT_EQ(QImage(folder.filePath("p_page2_0000.png")), expected);
     EXPECT_NE(QImage(folder.filePath("a.png")), expected);
 }
 

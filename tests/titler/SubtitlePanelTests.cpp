@@ -239,8 +239,8 @@ TEST_F(SubtitleWindow, TheLogTakesStepsErrorsAndWhateverTheToolkitSays)
 {
     window.Log().TakeToolkitWarnings();
     EXPECT_TRUE(LogHas("rate"));
-    std::thread([] { qWarning("from another thread"); }).join();
-    EXPECT_TRUE(LogHas("from another thread"));
+    std::thread([] { qWarning("said by a worker"); }).join();
+    EXPECT_TRUE(LogHas("said by a worker"));
     EXPECT_FALSE(window.OpenProject("/nowhere.ktitle"));
     EXPECT_TRUE(LogHas("nowhere.ktitle"));
     window.Say(QString(2000, u'x'));

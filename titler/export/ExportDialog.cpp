@@ -26,11 +26,12 @@ QString NumberText(int number)
 }
 
 // Beside the project, in a folder of its own.
-QString FolderFor(const QString& projectFile)
+QString FolderFor(const QString& projectFile, const Project& project)
 {
     if (projectFile.isEmpty())
         return {};
-    const QString folder = QFileInfo(projectFile).absoluteDir().filePath(FrameName(projectFile) + "_frames");
+    const QString folder =
+        QFileInfo(projectFile).absoluteDir().filePath(FrameName(projectFile, project) + "_frames");
     return QDir::toNativeSeparators(folder);
 }
 
@@ -39,8 +40,8 @@ QString FolderFor(const QString& projectFile)
 ExportDialog::ExportDialog(Project project, const QString& projectFile, QWidget* parent)
     : QDialog(parent)
     , m_project(std::move(project))
-    , m_name(FrameName(projectFile))
-    , m_folder(new QLineEdit(FolderFor(projectFile)))
+    , m_name(FrameName(projectFile, m_project))
+    , m_folder(new QLineEdit(FolderFor(projectFile, m_project)))
     , m_browse(new QPushButton(Text(kTextExportBrowse)))
     , m_first(new QSpinBox)
     , m_last(new QSpinBox)

@@ -1,6 +1,7 @@
 #include "export/FrameSequence.h"
 
 #include "export/FrameExport.h"
+#include "project/Pages.h"
 #include "title/TitleRenderer.h"
 #include "window/Texts.h"
 
@@ -42,10 +43,14 @@ FrameRange WholeRange(const Project& project)
     return {0, project.duration - 1};
 }
 
-QString FrameName(const QString& projectFile)
+QString FrameName(const QString& projectFile, const Project& project)
 {
-    const QString name = QFileInfo(projectFile).completeBaseName();
-    return name.isEmpty() ? Text(kTextUntitled) : name;
+    const QString file = QFileInfo(projectFile).completeBaseName();
+    const QString name = file.isEmpty() ? Text(kTextUntitled) : file;
+    const int pages = PageCount(project);
+    const auto digits = static_cast<int>(QString::number(pages).size());
+    const QString page = QStringLiteral("%1").arg(project.pageIndex + 1, digits, 10, QChar(u'0'));
+    return pages > 1 ? Text(kTextPagedFrames, {name, page}) : name;
 }
 
 QString FrameFile(const FrameTarget& target, const Project& project, int frame)

@@ -35,8 +35,9 @@ struct FrameTarget
     int threads = 0; ///< 1 to kMostThreads; 0: as many as the machine and its memory have room for
 };
 
-/// The project's file name without its ending, or "Untitled".
-QString FrameName(const QString& projectFile);
+/// The project's file name without its ending, or "Untitled"; with the current page's number, from 1, where
+/// there are more pages, so that frames of two pages can stand in one folder.
+QString FrameName(const QString& projectFile, const Project& project);
 /// The frame's file with its folder. The number has as many digits as the project's last frame needs, four at
 /// least, so that names sort by time whatever part is exported.
 QString FrameFile(const FrameTarget& target, const Project& project, int frame);

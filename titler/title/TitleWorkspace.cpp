@@ -1,5 +1,7 @@
 #include "title/TitleWorkspace.h"
 
+#include "pages/PageCommands.h"
+#include "pages/PageStrip.h"
 #include "time/TimeRuler.h"
 #include "time/TransportBar.h"
 #include "title/AnimationInspector.h"
@@ -8,6 +10,7 @@
 #include "title/TextInspector.h"
 #include "window/Fields.h"
 #include "window/Texts.h"
+#include "window/ToolStrip.h"
 
 #include <QHBoxLayout>
 #include <QScrollArea>
@@ -18,7 +21,9 @@
 namespace titler {
 namespace {
 
+constexpr int kPageIcon = 18;
 constexpr int kNarrowestPanel = 90; // in a small window the panels give way before the canvas is gone
+constexpr int kLowestPages = 1;     // likewise, after all others
 
 // What an area needs to show all its content beside its scroll bar.
 int WholeWidth(const QScrollArea& area)
@@ -41,6 +46,7 @@ TitleWorkspace::TitleWorkspace(Document& document, Transport& transport, bool hs
     : QWidget(parent)
     , m_canvas(new CanvasView(document, transport))
     , m_playback(new TransportBar(document, transport))
+    , m_pageCommands(new PageCommands(document, *this))
 {
     QSplitter* whole = Splitter(Qt::Horizontal, this);
     QSplitter* stage = Splitter(Qt::Vertical, whole);
@@ -51,9 +57,12 @@ TitleWorkspace::TitleWorkspace(Document& document, Transport& transport, bool hs
         splitter->setStretchFactor(0, 1);
     stage->setSizes({8 * time->sizeHint().height(), time->sizeHint().height()});
     whole->setSizes({4 * WholeWidth(*inspector), WholeWidth(*inspector)});
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(whole);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(whole, 1);
+    m_pagePanel = BuildPages(document);
+    column->addWidget(m_pagePanel);
     FocusFirst(*this, *m_canvas);
     Show(TitleTask::Design);
 }
@@ -82,6 +91,39 @@ QWidget* TitleWorkspace::BuildTime(QSplitter& parent, Document& document, Transp
     column->setSpacing(0);
     column->addWidget(m_playback);
     column->addWidget(new TimeRuler(document, transport), 1);
+    return panel;
+}
+
+void TitleWorkspace::ShowPages(bool show)
+{
+    m_pagePanel->setVisible(show);
+}
+
+QWidget* TitleWorkspace::BuildPages(Document& document)
+{
+    auto* panel = new QWidget(this);
+    panel->setProperty("role", "panel");
+    panel->setAttribute(Qt::WA_StyledBackground);
+    panel->setMinimumHeight(kLowestPages);
+    panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    auto* tools = new QVBoxLayout;
+    tools->setSpacing(1);
+    for (QAction* command : m_pageCommands->Tools()) {
+        auto* button = new ToolButton(*command);
+        button->setProperty("role", "tool");
+        button->setIconSize({kPageIcon, kPageIcon});
+        button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+        button->setAccessibleName(command->iconText());
+        tools->addWidget(button);
+    }
+    tools->addStretch();
+    auto* row = new QHBoxLayout(panel);
+    row->setContentsMargins(4, 4, 4, 4);
+    row->setSpacing(4);
+    row->addLayout(tools);
+    m_pages = new PageStrip(document, *panel);
+    m_pages->SetMenu(m_pageCommands->Commands());
+    row->addWidget(m_pages, 1);
     return panel;
 }
 

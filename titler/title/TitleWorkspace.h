@@ -1,4 +1,5 @@
-// The workspace in which a title is made: canvas and inspector side by side, time below the canvas.
+// The workspace in which a title is made: canvas and inspector side by side, time below the canvas,
+// pages at the bottom.
 #pragma once
 
 #include <QList>
@@ -13,6 +14,8 @@ class AnimationInspector;
 class CanvasView;
 class ColourInspector;
 class Document;
+class PageCommands;
+class PageStrip;
 class Transport;
 class TransportBar;
 
@@ -36,11 +39,15 @@ public:
     void Show(TitleTask task);
 
     TransportBar& Playback() { return *m_playback; }
+    PageStrip& Pages() { return *m_pages; }
+    PageCommands& CommandsOfPages() { return *m_pageCommands; }
+    void ShowPages(bool show);
     /// The colour panel's mode.
     bool IsHsb() const;
 
 private:
     QWidget* BuildTime(QSplitter& parent, Document& document, Transport& transport);
+    QWidget* BuildPages(Document& document);
     QScrollArea* BuildInspector(QSplitter& parent, Document& document, Transport& transport, bool hsb);
 
     CanvasView* m_canvas;
@@ -49,6 +56,9 @@ private:
     QList<QWidget*> m_design;  ///< only there while a title is designed
     QList<QWidget*> m_animate; ///< and while it is animated
     TransportBar* m_playback;
+    PageCommands* m_pageCommands;
+    PageStrip* m_pages = nullptr;
+    QWidget* m_pagePanel = nullptr; ///< the strip and its tools
 };
 
 } // namespace titler

@@ -27,6 +27,16 @@ void Send(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QStri
     }
 }
 
+void SendMouse(const QPointer<QWidget>& target, QEvent::Type type, QPoint place)
+{
+    if (target == nullptr)
+        return;
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, place, target->mapToGlobal(place), button, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &event);
+}
+
 } // namespace
 
 void SendKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers)
@@ -52,13 +62,17 @@ void SendClick(QWidget& widget, QPoint place)
     if (focus != nullptr)
         focus->setFocus(Qt::MouseFocusReason);
     const QPointer<QWidget> target(&widget);
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        if (target == nullptr)
-            return;
-        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-        QMouseEvent event(type, place, target->mapToGlobal(place), Qt::LeftButton, held, Qt::NoModifier);
-        QCoreApplication::sendEvent(target, &event);
-    }
+    SendMouse(target, QEvent::MouseButtonPress, place);
+    SendMouse(target, QEvent::MouseButtonRelease, place);
+}
+
+void SendDrag(QWidget& widget, QPoint from, QPoint to)
+{
+    const QPointer<QWidget> target(&widget);
+    SendMouse(target, QEvent::MouseButtonPress, from);
+    SendMouse(target, QEvent::MouseMove, (from + to) / 2);
+    SendMouse(target, QEvent::MouseMove, to);
+    SendMouse(target, QEvent::MouseButtonRelease, to);
 }
 
 } // namespace titler

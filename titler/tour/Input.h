@@ -16,5 +16,7 @@ void SendKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers);
 void SendText(QWidget& widget, const QString& text);
 /// A click of the left button. The widget, else the one around it, takes the focus where a click gives it.
 void SendClick(QWidget& widget, QPoint place);
+/// A drag with the left button.
+void SendDrag(QWidget& widget, QPoint from, QPoint to);
 
 } // namespace titler

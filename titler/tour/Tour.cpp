@@ -3,6 +3,8 @@
 #include "KvDialog.h"
 #include "export/FrameExport.h"
 #include "media/MediaPanel.h"
+#include "pages/PageStrip.h"
+#include "project/Pages.h"
 #include "project/WholeFile.h"
 #include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
@@ -30,6 +32,7 @@ namespace {
 
 constexpr int kLongestWait = 20000; // milliseconds, for a step to be done
 constexpr const char* kTitle = "HARBOUR";
+constexpr const char* kSecondTitle = "LAST FERRY";
 constexpr const char* kRowText = "The last ferry leaves at seven.";
 constexpr const char* kRows = "1\n00:00:00,400 --> 00:00:02,000\nThe last ferry leaves at six.\n\n"
                               "2\n00:00:01,900 --> 00:00:03,400\nThen we have one hour.\n\n"
@@ -46,6 +49,7 @@ private:
     struct Step
     {
         const char* name;
+        UINT captionId;
         std::function<void()> act;
         std::function<bool()> isDone;
     };
@@ -56,6 +60,9 @@ private:
     void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void Type(const char* text);
     void Press(UINT textId);
+    void TypeTitle(const char* text);
+    void DragPage(int from, int to);
+    bool PagesAre(const QStringList& titles);
     void Drop(const QString& file);
     const titler::Project& Now() { return m_window.Project().Current(); }
     std::size_t KeysOf(Property property) { return Now().title[property].keys.size(); }
@@ -112,6 +119,31 @@ void Tour::Press(UINT textId)
     m_fault = Text(textId);
 }
 
+void Tour::TypeTitle(const char* text)
+{
+    for (QPlainTextEdit* field : m_window.findChildren<QPlainTextEdit*>())
+        if (field->isVisible())
+            SendClick(*field->viewport(), field->viewport()->rect().center());
+    Key(Qt::Key_A, Qt::ControlModifier);
+    Type(text);
+}
+
+// From its middle to behind the middle of another one.
+void Tour::DragPage(int from, int to)
+{
+    PageStrip& strip = m_window.Pages();
+    const QRect target = strip.PlaceOf(to);
+    SendDrag(strip, strip.PlaceOf(from).center(), target.center() + QPoint(target.width() / 4, 0));
+}
+
+bool Tour::PagesAre(const QStringList& titles)
+{
+    bool areThey = PageCount(Now()) == titles.size();
+    for (int page = 0; areThey && page < titles.size(); ++page)
+        areThey = PageAt(Now(), page).title.text == titles[page];
+    return areThey;
+}
+
 void Tour::Drop(const QString& file)
 {
     QMimeData data;
@@ -138,27 +170,20 @@ std::vector<Tour::Step> Tour::Steps()
         return [this, workspace] { return m_window.Current() == workspace && !m_window.IsAtStart(); };
     };
     return {
-        {"start", [] {}, [this] { return m_window.IsAtStart(); }},
-        {"sample", [this] { Press(kTextStartSample); },
+        {"start", kTourStart, [] {}, [this] { return m_window.IsAtStart(); }},
+        {"sample", kTourSample, [this] { Press(kTextStartSample); },
          [this] { return !m_window.IsAtStart() && KeysOf(Property::Scale) > 0; }},
-        {"text",
-         [this] {
-             for (QPlainTextEdit* field : m_window.findChildren<QPlainTextEdit*>())
-                 if (field->isVisible())
-                     SendClick(*field->viewport(), field->viewport()->rect().center());
-             Key(Qt::Key_A, Qt::ControlModifier);
-             Type(kTitle);
-         },
+        {"text", kTourText, [this] { TypeTitle(kTitle); },
          [this] { return Now().title.text == QLatin1String(kTitle); }},
-        {"corners", [this] { Press(kTextFillCorners); },
+        {"corners", kTourCorners, [this] { Press(kTextFillCorners); },
          [this] { return Now().title.fill.kind == PaintKind::FourCorner; }},
-        {"outline",
+        {"outline", kTourOutline,
          [this] {
              Press(kTextTargetOutline);
              Press(kTextOutlineOn);
          },
          [this] { return Now().title.outline.on; }},
-        {"undo",
+        {"undo", kTourUndo,
          [this] {
              Key(Qt::Key_Z, Qt::ControlModifier);
              Key(Qt::Key_Z, Qt::ControlModifier);
@@ -167,8 +192,20 @@ std::vector<Tour::Step> Tour::Steps()
              return !Now().title.outline.on && Now().title.fill.kind == PaintKind::Gradient &&
                     Now().title.text == QLatin1String(kTitle);
          }},
-        {"animate", [this] { Key(Qt::Key_F7); }, isAt(Workspace::Animate)},
-        {"key",
+        {"page", kTourPage,
+         [this] {
+             Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+             TypeTitle(kSecondTitle);
+         },
+         [this] {
+             return PagesAre({kTitle, kSecondTitle});
+         }},
+        {"order", kTourOrder, [this] { DragPage(0, 1); },
+         [this] {
+             return PagesAre({kSecondTitle, kTitle});
+         }},
+        {"animate", kTourAnimate, [this] { Key(Qt::Key_F7); }, isAt(Workspace::Animate)},
+        {"key", kTourKey,
          [this] {
              m_keys = KeysOf(Property::Scale);
              Key(Qt::Key_A, Qt::AltModifier);
@@ -177,13 +214,13 @@ std::vector<Tour::Step> Tour::Steps()
              Key(Qt::Key_Return);
          },
          [this] { return KeysOf(Property::Scale) == m_keys + 1; }},
-        {"play",
+        {"play", kTourPlay,
          [this] {
              m_frame = m_window.Time().Frame();
              Key(Qt::Key_Space);
          },
          [this] { return m_window.Time().Frame() > m_frame; }},
-        {"clips",
+        {"clips", kTourClips,
          [this] {
              Key(Qt::Key_Space); // pauses
              for (const char* name : {"ferry.mxf", "ferry_A1.wav", "ferry_A2.wav", "pier.mov", "pier.wav"})
@@ -194,13 +231,13 @@ std::vector<Tour::Step> Tour::Steps()
              return m_window.Current() == Workspace::Clips && !m_window.Media().IsBusy() &&
                     m_window.Media().Summary().contains(u'5');
          }},
-        {"rules", [this] { Key(Qt::Key_F9); }, isAt(Workspace::Rules)},
-        {"subtitles", [this] { Drop(Make(QStringLiteral("ferry.srt"), kRows)); },
+        {"rules", kTourRules, [this] { Key(Qt::Key_F9); }, isAt(Workspace::Rules)},
+        {"subtitles", kTourSubtitles, [this] { Drop(Make(QStringLiteral("ferry.srt"), kRows)); },
          [this] {
              return m_window.Current() == Workspace::Subtitles &&
                     RowText(2).startsWith(QLatin1String("Nobody"));
          }},
-        {"row",
+        {"row", kTourRow,
          [this] {
              m_window.Subtitles().List().setFocus();
              Key(Qt::Key_Home, Qt::ControlModifier);
@@ -210,21 +247,22 @@ std::vector<Tour::Step> Tour::Steps()
              Key(Qt::Key_Return);
          },
          [this] { return RowText(0) == QLatin1String(kRowText); }},
-        {"fault", [this] { Key(Qt::Key_F8, Qt::ControlModifier); },
+        {"fault", kTourFault, [this] { Key(Qt::Key_F8, Qt::ControlModifier); },
          [this] { return m_window.Subtitles().List().GetCurrentItem() == 2; }},
-        {"log", [this] { Key(Qt::Key_F12); }, isAt(Workspace::Log)},
+        {"log", kTourLog, [this] { Key(Qt::Key_F12); }, isAt(Workspace::Log)},
     };
 }
 
 QString Tour::Show(const Step& step, int index)
 {
     const QString name = QStringLiteral("%1-%2.png").arg(index + 1, 2, 10, QLatin1Char('0')).arg(step.name);
-    const QString caption = Text(kTextTourCaption + static_cast<UINT>(index));
+    const QString caption = Text(step.captionId);
     step.act();
     const bool isDone = m_fault.isEmpty() && QTest::qWaitFor(step.isDone, kLongestWait);
     QTest::qWait(50); // what is drawn a moment later is drawn, too
+    const bool isDrawn = QTest::qWaitFor([this] { return !m_window.Pages().IsBusy(); }, kLongestWait);
     QString fault = m_fault;
-    if (fault.isEmpty() && !isDone)
+    if (fault.isEmpty() && !(isDone && isDrawn))
         fault = caption;
     const QString unwritten = SavePng(m_window.grab().toImage(), QDir(m_folder).filePath(name));
     m_captions += name + u'\t' + caption + u'\n';

@@ -3,8 +3,10 @@
 #include "KvVideoFormat.h"
 #include "export/ExportDialog.h"
 #include "export/FrameExport.h"
+#include "export/FrameSequence.h"
 #include "media/MediaPanel.h"
 #include "media/RulesPanel.h"
+#include "pages/PageCommands.h"
 #include "project/ProjectText.h"
 #include "recovery/Autosave.h"
 #include "subtitles/SubtitleList.h"
@@ -119,6 +121,11 @@ MainWindow::~MainWindow()
     delete m_log;
 }
 
+PageStrip& MainWindow::Pages()
+{
+    return m_workspace->Pages();
+}
+
 void MainWindow::BuildBar(Caption caption)
 {
     if (caption == Caption::Menus) {
@@ -151,10 +158,12 @@ void MainWindow::ShowPage(Workspace workspace)
     m_current = workspace;
     m_application = application;
     m_workspaces->actions()[static_cast<int>(workspace)]->setChecked(true);
-    m_safeAreas->setEnabled(TraitsOf(workspace).application == kTitles); // its key is another one elsewhere
+    const bool areTitles = TraitsOf(workspace).application == kTitles;
+    m_safeAreas->setEnabled(areTitles);                  // its key is another one elsewhere
+    m_workspace->CommandsOfPages().SetActive(areTitles); // likewise
     if (m_menuBar != nullptr)
         m_menuBar->ShowTools(workspace);
-    if (TraitsOf(workspace).application == kTitles)
+    if (areTitles)
         m_workspace->Show(workspace == Workspace::Design ? TitleTask::Design : TitleTask::Animate);
     m_pages->setCurrentWidget(PageOf(workspace));
     m_pages->currentWidget()->setFocus(); // its proxy: what the workspace is about
@@ -308,6 +317,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     m_settings->geometry = saveGeometry();
     m_settings->workspace = QLatin1String(TraitsOf(m_current).name);
     m_settings->hsb = m_workspace->IsHsb();
+    m_settings->pages = m_showPages->isChecked();
     if (const QString fault = m_settings->Save(); !fault.isEmpty())
         ShowError(fault);
 }
@@ -338,6 +348,7 @@ void MainWindow::Remember(Settings& settings)
 {
     m_settings = &settings;
     restoreGeometry(settings.geometry); // nothing happens where it is none
+    m_showPages->setChecked(settings.pages);
     if (const std::optional<Workspace> workspace = WorkspaceOf(settings.workspace))
         Show(*workspace);
     ShowRecent();
@@ -443,9 +454,10 @@ void MainWindow::ChooseExport()
     Settle();
     m_transport.Pause();
     const QFileInfo project(m_document.FileName());
-    const QString proposal = project.fileName().isEmpty()
-                                 ? QString()
-                                 : project.dir().filePath(project.completeBaseName() + ".png");
+    const QString proposal =
+        project.fileName().isEmpty()
+            ? QString()
+            : project.dir().filePath(FrameName(project.fileName(), m_document.Current()) + ".png");
     const QString file =
         AskForTarget(*this, kTextExportFrame, kTextPngFiles, QStringLiteral("png"), proposal);
     if (file.isEmpty())

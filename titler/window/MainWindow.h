@@ -23,6 +23,7 @@ namespace titler {
 
 class Autosave;
 class MediaPanel;
+class PageStrip;
 class RulesPanel;
 class Settings;
 class StartPage;
@@ -49,6 +50,7 @@ public:
     MediaPanel& Media() { return *m_media; }
     NamingRules& Rules() { return m_rules; }
     SubtitlePanel& Subtitles() { return *m_subtitles; }
+    PageStrip& Pages();
     LogPanel& Log() { return *m_log; }
     Commands& AllCommands() { return m_commands; }
     Workspace Current() const { return m_current; }
@@ -85,6 +87,7 @@ private:
     void BuildEditMenu();
     void BuildViewMenu();
     void BuildProjectMenu();
+    void BuildPagesMenu();
     void BuildPlaybackMenu();
     void BuildSubtitlesMenu();
     void BuildRulesMenu();
@@ -159,6 +162,7 @@ private:
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QAction* m_safeAreas = nullptr;
+    QAction* m_showPages = nullptr;
     QActionGroup* m_formats = nullptr;
     QActionGroup* m_workspaces = nullptr;
     int m_loggedStep = 0;          ///< the index of the document's steps that the log has told of

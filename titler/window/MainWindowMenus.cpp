@@ -1,5 +1,6 @@
 #include "media/MediaPanel.h"
 #include "media/RulesPanel.h"
+#include "pages/PageCommands.h"
 #include "subtitles/SubtitlePanel.h"
 #include "time/TransportBar.h"
 #include "title/CanvasView.h"
@@ -39,6 +40,7 @@ void MainWindow::BuildMenus()
     BuildEditMenu();
     BuildViewMenu();
     BuildProjectMenu();
+    BuildPagesMenu();
     BuildPlaybackMenu();
     BuildSubtitlesMenu();
     BuildRulesMenu();
@@ -116,6 +118,10 @@ void MainWindow::BuildViewMenu()
     m_safeAreas->setCheckable(true);
     m_safeAreas->setChecked(canvas.ShowsSafeAreas());
     connect(m_safeAreas, &QAction::toggled, &canvas, &CanvasView::ShowSafeAreas);
+    m_showPages = AddItem(menu, kTextShowPages, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P)}, [] {});
+    m_showPages->setCheckable(true);
+    m_showPages->setChecked(true);
+    connect(m_showPages, &QAction::toggled, m_workspace, &TitleWorkspace::ShowPages);
     menu.addSeparator();
     QAction* fit = AddItem(
         menu, kTextFit, {QKeySequence(Qt::CTRL | Qt::Key_0)}, [&canvas] { canvas.FitToWindow(); },
@@ -167,6 +173,13 @@ void MainWindow::BuildProjectMenu()
             ShowSteps();
         });
     }
+}
+
+void MainWindow::BuildPagesMenu()
+{
+    QMenu& menu = AddMenu(kTextPagesMenu);
+    for (QAction* command : m_workspace->CommandsOfPages().Commands())
+        command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
 }
 
 void MainWindow::BuildPlaybackMenu()

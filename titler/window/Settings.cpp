@@ -57,6 +57,7 @@ QString Settings::Load()
     geometry = QByteArray::fromBase64(m_source.value(QLatin1String("geometry")).toString().toLatin1());
     workspace = m_source.value(QLatin1String("workspace")).toString();
     hsb = m_source.value(QLatin1String("colours")).toString() == QLatin1String(kHsb);
+    pages = m_source.value(QLatin1String("pages")).toBool(true);
     AddTheirs(m_source);
     return {};
 }
@@ -86,6 +87,7 @@ QString Settings::Save()
     m_source.insert(QLatin1String("geometry"), QString::fromLatin1(geometry.toBase64()));
     m_source.insert(QLatin1String("workspace"), workspace);
     m_source.insert(QLatin1String("colours"), QLatin1String(hsb ? kHsb : kRgb));
+    m_source.insert(QLatin1String("pages"), pages);
     m_source.insert(QLatin1String("projects"), QJsonArray::fromStringList(projects));
     if (now.isObject() && now.object() == m_source)
         return {}; // a project that is opened again does not wait for the disk

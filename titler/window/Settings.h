@@ -37,6 +37,7 @@ public:
     QByteArray geometry;  ///< the window's, with its state, as QWidget gives it; may be empty
     QString workspace;    ///< its name on the command line; may be empty
     bool hsb = false;     ///< the colour panel edits hue, saturation and brightness
+    bool pages = true;    ///< the strip of pages is shown
     QStringList projects; ///< absolute paths, the latest first
 
 private:
