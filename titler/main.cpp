@@ -2,6 +2,7 @@
 #include "export/FrameExport.h"
 #include "export/FrameSequence.h"
 #include "export/TerminalExport.h"
+#include "gallery/Gallery.h"
 #include "media/MediaPanel.h"
 #include "pages/PageStrip.h"
 #include "project/ProjectText.h"
@@ -238,11 +239,29 @@ int RunWindow(const Options& options)
     return QApplication::exec();
 }
 
+// For an eye on all of the library's controls at once.
+int ShowGallery(const Options& options)
+{
+    const QTemporaryDir swatches; // the user's own stay out of it
+    KeepSwatches(swatches.path());
+    Gallery gallery;
+    gallery.resize(options.windowSize);
+    if (options.screenshot.isEmpty()) {
+        gallery.show();
+        return QApplication::exec();
+    }
+    gallery.setAttribute(Qt::WA_DontShowOnScreen);
+    gallery.show();
+    QCoreApplication::processEvents();
+    const QString fault = SavePng(gallery.Picture().toImage(), options.screenshot);
+    return fault.isEmpty() ? kDone : Fail(kFailed, Text(kTextCannotExport, {options.screenshot, fault}));
+}
+
 int Run(int& argc, char** argv, const Options& options)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("titler"));
-    if (options.OnlyPictures()) {
+    if (options.OnlyPictures() && !options.gallery) {
         const int status = ExportPictures(options);
         if (status != kDone || options.screenshot.isEmpty())
             return status;
@@ -252,6 +271,8 @@ int Run(int& argc, char** argv, const Options& options)
     ApplySkin(application, LoadSkin());
     if (!options.tour.isEmpty())
         return TakeTour(options);
+    if (options.gallery)
+        return ShowGallery(options);
     return options.screenshot.isEmpty() ? RunWindow(options) : TakeScreenshot(options);
 }
 

@@ -52,14 +52,15 @@ struct Parser
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
     QCommandLineOption tour{QStringLiteral("selftest-tour"), Text(kTextOptionTour), QStringLiteral("DIR")};
     QCommandLineOption firstFrame{QStringLiteral("first-frame"), Text(kTextOptionFirstFrame)};
+    QCommandLineOption gallery{QStringLiteral("gallery"), Text(kTextOptionGallery)};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
 
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions({media, screenshot, exportFrame, exportFrames, range, threads, frame, page, size,
-                           settings, subtitles, encoding, rules, menuBar, workspace, play, tour, firstFrame,
-                           help});
+        parser.addOptions({media,     screenshot, exportFrame, exportFrames, range,    threads, frame,
+                           page,      size,       settings,    subtitles,    encoding, rules,   menuBar,
+                           workspace, play,       tour,        firstFrame,   gallery,  help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -77,6 +78,8 @@ struct Parser
     QString ReadEncoding(QString& name) const;
     QString ReadProject(QString& project) const;
     QString ReadTour(QString& folder) const;
+    QString ReadGallery(bool& wanted) const;
+    bool IsAlone(const QCommandLineOption& option, const QStringList& besides) const;
 };
 
 QString Parser::ReadValue(const QCommandLineOption& option, QString& value) const
@@ -187,10 +190,23 @@ QString Parser::ReadTour(QString& folder) const
 {
     if (!parser.isSet(tour))
         return {};
-    for (const QString& name : parser.optionNames())
-        if (!tour.names().contains(name) && !size.names().contains(name))
-            return Text(kTextTourAlone);
-    return parser.positionalArguments().isEmpty() ? ReadValue(tour, folder) : Text(kTextTourAlone);
+    return IsAlone(tour, size.names()) ? ReadValue(tour, folder) : Text(kTextTourAlone);
+}
+
+QString Parser::ReadGallery(bool& wanted) const
+{
+    wanted = parser.isSet(gallery);
+    return !wanted || IsAlone(gallery, size.names() + screenshot.names()) ? QString()
+                                                                          : Text(kTextGalleryAlone);
+}
+
+bool Parser::IsAlone(const QCommandLineOption& option, const QStringList& besides) const
+{
+    const QStringList given = parser.optionNames();
+    return parser.positionalArguments().isEmpty() &&
+           std::all_of(given.begin(), given.end(), [&](const QString& name) {
+               return option.names().contains(name) || besides.contains(name);
+           });
 }
 
 QString Parser::Read(Options& options) const
@@ -208,7 +224,8 @@ QString Parser::Read(Options& options) const
           ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
           ReadThreads(options.threads), ReadFrame(options.frame), ReadPage(options.page),
           ReadSize(options.windowSize), ReadWorkspace(options.workspace),
-          options.help ? QString() : ReadTour(options.tour)})
+          options.help ? QString() : ReadTour(options.tour),
+          options.help ? QString() : ReadGallery(options.gallery)})
         if (!fault.isEmpty())
             return fault;
     return options.firstFrame && options.OnlyPictures() ? Text(kTextFirstFrameNeedsWindow) : QString();

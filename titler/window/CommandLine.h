@@ -34,6 +34,7 @@ struct Options
     bool play = false;       ///< the window plays the title from the begin, over and over
     QString tour;            ///< a folder: the program shows itself
     bool firstFrame = false; ///< the program tells when it has painted, and ends
+    bool gallery = false;    ///< the library's controls instead of the program's window
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.

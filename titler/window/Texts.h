@@ -207,6 +207,24 @@ enum TextId : UINT
     kTextOptionFirstFrame = 22380,
     kTextFirstFrameNeedsWindow = 22381,
 
+    // The gallery of the library's controls.
+    kTextGallery = 22450,
+    kTextGalleryTold = 22451,
+    kTextGalleryMessage = 22452,
+    kTextGalleryOpen = 22453,
+    kTextGalleryPage = 22454,
+    kTextGalleryName = 22455,
+    kTextGalleryLength = 22456,
+    kTextGalleryColours = 22457,
+    kTextGalleryCurves = 22458,
+    kTextGalleryLists = 22459,
+    kTextGalleryMoreLists = 22460,
+    kTextGalleryBars = 22461,
+    kTextGalleryStrips = 22462,
+    kTextGalleryTools = 22463,
+    kTextOptionGallery = 22464,
+    kTextGalleryAlone = 22465,
+
     // Canvas and status line.
     kTextCanvas = 21300,
     kTextCanvasTip = 21301,

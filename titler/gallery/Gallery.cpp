@@ -1,0 +1,405 @@
+#include "gallery/Gallery.h"
+
+#include "KvGuiAdvCtrls.h"
+#include "window/Fields.h"
+#include "window/Texts.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollArea>
+
+namespace titler {
+namespace {
+
+constexpr UINT kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+constexpr int kSpacing = 12;
+
+template <typename C>
+QWidget* MakePlain(QWidget& parent, UINT id)
+{
+    auto* control = new C;
+    control->Create(kStyle, &parent, id);
+    return control;
+}
+
+// Those that take their place, too.
+template <typename C>
+C* MakePlaced(QWidget& parent, UINT id, QSize size)
+{
+    auto* control = new C;
+    control->Create(CRect(0, 0, size.width(), size.height()), kStyle, &parent, id);
+    return control;
+}
+
+QString MessageName(UINT message)
+{
+    switch (message) {
+    case WM_COMMAND:
+        return QStringLiteral("WM_COMMAND");
+    case WM_NOTIFY:
+        return QStringLiteral("WM_NOTIFY");
+    case WM_HSCROLL:
+        return QStringLiteral("WM_HSCROLL");
+    case WM_VSCROLL:
+        return QStringLiteral("WM_VSCROLL");
+    default:
+        return QString::number(message);
+    }
+}
+
+} // namespace
+
+Gallery::Gallery() : m_area(new QScrollArea), m_told(new QLabel(Text(kTextGalleryTold)))
+{
+    setWindowTitle(Text(kTextGallery));
+    auto* all = new QWidget;
+    m_families = new QVBoxLayout(all);
+    m_families->setSpacing(kSpacing);
+    m_area->setWidget(all);
+    m_area->setWidgetResizable(true);
+    m_area->setFocusPolicy(Qt::NoFocus);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_told->setProperty("role", "hint");
+    m_told->setContentsMargins(kSpacing, 4, kSpacing, 4);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(m_area, 1);
+    column->addWidget(m_told);
+    AddColours();
+    AddCurves();
+    AddLists();
+    AddBars();
+    AddTools();
+    m_families->addStretch();
+}
+
+// The ease window and the dialogs go before the ease that they edit.
+Gallery::~Gallery()
+{
+    m_sinks.clear();
+    m_dialogs.clear();
+    delete m_area;
+}
+
+QPixmap Gallery::Picture()
+{
+    QWidget& all = *m_area->widget();
+    all.resize(all.sizeHint().expandedTo({width(), 0}));
+    return all.grab();
+}
+
+void Gallery::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Quit) || event->matches(QKeySequence::Close))
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+QBoxLayout& Gallery::AddFamily(UINT headingId)
+{
+    m_families->addWidget(Heading(headingId));
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kSpacing);
+    m_families->addLayout(row);
+    return *row;
+}
+
+QWidget& Gallery::AddCard(QBoxLayout& row, const char* name)
+{
+    auto* card = new QWidget;
+    card->setProperty("role", "panel");
+    card->setAttribute(Qt::WA_StyledBackground);
+    auto* column = new QVBoxLayout(card);
+    auto* label = new QLabel(QString::fromLatin1(name));
+    label->setProperty("role", "hint");
+    column->addWidget(label);
+    row.addWidget(card, 0, Qt::AlignTop);
+    if (!m_names.contains(label->text()))
+        m_names << label->text();
+    return *card;
+}
+
+// The controls' parents hear of everything; nobody is kept from answering.
+void Gallery::Watch(QWidget& parent, const QString& name)
+{
+    m_sinks.push_back(std::make_unique<KvMessageSink>(
+        &parent, [this, name](UINT message, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+            const auto* header =
+                message == WM_NOTIFY ? reinterpret_cast<const KvNotifyHeader*>(lParam) : nullptr;
+            const QString code = header != nullptr ? QString::number(static_cast<std::int32_t>(header->code))
+                                                   : QString::number(HIWORD(wParam));
+            if (message == WM_NOTIFY || message == WM_COMMAND || message == WM_HSCROLL ||
+                message == WM_VSCROLL)
+                m_told->setText(Text(kTextGalleryMessage,
+                                     {name, MessageName(message), QString::number(LOWORD(wParam)), code}));
+            return std::nullopt;
+        }));
+}
+
+void Gallery::Add(QBoxLayout& row, const char* name, QSize size, const Maker& make, Twice twice)
+{
+    QWidget& card = AddCard(row, name);
+    auto* controls =
+        new QBoxLayout(twice == Twice::Below ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    static_cast<QBoxLayout*>(card.layout())->addLayout(controls);
+    for (int i = 0; i < (twice == Twice::No ? 1 : 2); ++i) {
+        QWidget* control = make(card, ++m_id);
+        control->setFixedSize(size);
+        control->setEnabled(i == 0);
+        control->show();
+        controls->addWidget(control);
+    }
+    Watch(card, QString::fromLatin1(name));
+}
+
+void Gallery::AddOpener(QBoxLayout& row, const char* name, std::function<void()> open)
+{
+    QWidget& card = AddCard(row, name);
+    auto* button = new QPushButton(Text(kTextGalleryOpen));
+    connect(button, &QPushButton::clicked, this, std::move(open));
+    card.layout()->addWidget(button);
+}
+
+void Gallery::AddColours()
+{
+    QBoxLayout& row = AddFamily(kTextGalleryColours);
+    auto* first = new QVBoxLayout;
+    row.addLayout(first);
+    Add(*first, "CKvGradientCtrl", {400, 64}, MakePlain<CKvGradientCtrl>, Twice::Below);
+    Add(*first, "CKvQuadGradCtrl", {190, 120}, MakePlain<CKvQuadGradCtrl>, Twice::Beside);
+    auto* second = new QVBoxLayout;
+    row.addLayout(second);
+    Add(
+        *second, "CKvSolidColorTemplate", {190, 120},
+        [](QWidget& parent, UINT id) {
+            auto* swatches = new CKvSolidColorTemplate;
+            swatches->Create(kStyle, &parent, id);
+            swatches->SetNumRect(4, 9);
+            swatches->InitialData(1);
+            return swatches;
+        },
+        Twice::Beside);
+    for (const int type : {0, 2})
+        Add(
+            *second, "CKvColorMapWnd", {190, type == 0 ? 120 : 24},
+            [type](QWidget& parent, UINT id) {
+                auto* map = new CKvColorMapWnd;
+                map->Create(kStyle, &parent, id);
+                map->SetType(type);
+                map->SetLockType(type == 0 ? 4 : 13);
+                map->SetValue(0xFF3A86FF);
+                return map;
+            },
+            Twice::Beside);
+    Add(
+        *second, "CKvParamEdit", {72, 24},
+        [](QWidget& parent, UINT id) {
+            auto* number = new CKvParamEdit;
+            number->Create(kStyle, &parent, id);
+            number->SetValueRange(0, 255);
+            number->SetValue(128);
+            return number;
+        },
+        Twice::Beside);
+    for (QBoxLayout* column : {first, second})
+        column->addStretch();
+    auto* third = new QVBoxLayout;
+    row.addLayout(third);
+    Add(*third, "CKvColorPanel", {340, 250}, [](QWidget& parent, UINT id) {
+        auto* panel = new CKvColorPanel;
+        panel->Create(&parent);
+        panel->SetDlgCtrlID(id);
+        panel->SetColor(0xFFFF8A1F);
+        return panel;
+    });
+    third->addStretch();
+    row.addStretch();
+}
+
+void Gallery::AddCurves()
+{
+    QBoxLayout& row = AddFamily(kTextGalleryCurves);
+    const auto makeEase = [this](QWidget& parent, UINT id) {
+        auto* info = new CKvParamBezierInfo(&m_ease, L"gallery", L"ease");
+        auto* ease = new CKvParamBezierWnd(info, nullptr);
+        connect(ease, &QObject::destroyed, [info] { delete info; });
+        ease->Create(kStyle, CRect(0, 0, 360, 200), &parent, id);
+        return ease;
+    };
+    Add(row, "CKvParamBezierWnd", {360, 200}, makeEase, Twice::Beside);
+    auto* column = new QVBoxLayout;
+    row.addLayout(column);
+    Add(
+        *column, "CKvKeyFrameCtrl", {74, 14},
+        [](QWidget& parent, UINT id) {
+            auto* strip = new CKvKeyFrameCtrl;
+            strip->setGeometry(0, 0, 74, 14);
+            strip->Create(id, &parent, kStyle);
+            strip->SetToggleCheck(1);
+            strip->EnableNextKeyCtrl(1);
+            return strip;
+        },
+        Twice::Below);
+    AddOpener(*column, "CKvParamBezierCtrlDlg", [this] {
+        CKvParamBezierCtrlDlg dialog(&m_ease, L"gallery", L"ease", this);
+        dialog.DoModal();
+    });
+    column->addStretch();
+    row.addStretch();
+}
+
+void Gallery::AddLists()
+{
+    constexpr QSize kSize(420, 150);
+    QBoxLayout& row = AddFamily(kTextGalleryLists);
+    Add(row, "CKvReportListCtrl", kSize, [kSize](QWidget& parent, UINT id) {
+        auto* list = MakePlaced<SampleList>(parent, id, kSize);
+        list->Fill();
+        return list;
+    });
+    Add(
+        row, "CKvTextEditListCtrl", kSize,
+        [kSize](QWidget& parent, UINT id) {
+            auto* list = MakePlaced<CKvTextEditListCtrl>(parent, id, kSize);
+            list->AddString(
+                CStringArray{L"NORTHERN LIGHTS", L"A film in three parts\nby the harbour", L"الضوء"});
+            list->SetSelItem(1);
+            return list;
+        },
+        Twice::Beside);
+    row.addStretch();
+    QBoxLayout& next = AddFamily(kTextGalleryMoreLists);
+    Add(next, "CKvSubTitleTxtListEditor", {640, 150}, [](QWidget& parent, UINT id) {
+        auto* list = MakePlaced<CKvSubTitleTxtListEditor>(parent, id, {640, 150});
+        list->InserItem(-1, L"The last ferry leaves at seven.", 10, 50, L"Title");
+        list->InserItem(-1, L"Then we have\none hour.", 50, 85, L"Title");
+        list->InserItem(-1, L"Nobody has seen him since.", 90, 0xFFFFFFFF, L"Title");
+        list->SetPlayIndex(1);
+        return list;
+    });
+    Add(next, "CKvAppLogListCtrl", {640, 150}, [](QWidget& parent, UINT id) {
+        auto* log = MakePlaced<CKvAppLogListCtrl>(parent, id, {640, 150});
+        log->Initialize(1);
+        for (int type = 0; type < 4; ++type)
+            log->AddAppLogText(type, 0, Text(kTextGalleryPage, {QString::number(type)}).toStdWString());
+        return log;
+    });
+    next.addStretch();
+}
+
+void Gallery::AddBars()
+{
+    constexpr int kWidth = 640;
+    QBoxLayout& row = AddFamily(kTextGalleryBars);
+    Add(row, "CKvRibbonTitlebar", {kWidth, 98}, [](QWidget& parent, UINT id) {
+        auto* bar = new CKvRibbonTitlebar;
+        bar->Create(kStyle, CRect(0, 0, kWidth, 0), &parent, id);
+        bar->BeginAddTitleBar(L"titler_icon", L"titler", nullptr, 1, nullptr);
+        for (const wchar_t* tab : {L"Design", L"Animate", L"Log"})
+            bar->AddRibbonItem(tab, nullptr, nullptr, 0);
+        bar->EndAddTitleBar();
+        bar->ActiveTitleBar(1, 1);
+        bar->SetSysTitle(1, WideText(kTextCaptionProduct).c_str());
+        bar->SetDocTitle(1, L"Harbour");
+        return bar;
+    });
+    Add(row, "CKvRibbonMenuBar", {kWidth, 98}, [this](QWidget& parent, UINT id) {
+        auto* menu = new QMenu(this);
+        for (const wchar_t* name : {L"&File", L"&Edit", L"&View"})
+            menu->addMenu(QString::fromWCharArray(name))->addAction(Text(kTextGalleryOpen));
+        auto* bar = new CKvRibbonMenuBar;
+        bar->Create(kStyle, CRect(0, 0, kWidth, 0), &parent, id);
+        bar->BeginAddMenuBar(L"titler_icon", L"titler", 1, menu, nullptr);
+        bar->EndAddMenuBar();
+        bar->ActiveMenuBar(1);
+        bar->SetSysTitle(1, WideText(kTextCaptionProduct).c_str());
+        bar->SetDocTitle(1, L"Harbour");
+        return bar;
+    });
+    row.addStretch();
+    QBoxLayout& strips = AddFamily(kTextGalleryStrips);
+    const auto makeStrip = [](QWidget& parent, UINT id) {
+        auto* strip = new CKvLayoutSelector;
+        strip->Create(CRect(0, 0, kWidth, 110), id, &parent, kStyle);
+        IKvLayoutSelectorData* pages = MakeSamplePages();
+        strip->SetData({16, 9}, pages);
+        pages->Release();
+        strip->EnableSelect(1);
+        return strip;
+    };
+    Add(strips, "CKvLayoutSelector", {kWidth, 110}, makeStrip, Twice::Beside);
+    Add(strips, "CKvScrollBar", {17, 110}, [](QWidget& parent, UINT id) {
+        auto* bar = new CKvScrollBar;
+        bar->Create(Qt::Vertical, kStyle, CRect(0, 0, 17, 110), &parent, id);
+        IKvScrollLineHelper* line = nullptr;
+        KvCreateScrollLineHelper(&line);
+        line->SetViewLength(100);
+        line->SetVirtualLength(400);
+        bar->SetScroll(*line);
+        line->Release();
+        return bar;
+    });
+    strips.addStretch();
+}
+
+void Gallery::AddTools()
+{
+    QBoxLayout& row = AddFamily(kTextGalleryTools);
+    Add(row, "CKvCharMapPreviewWnd", {504, 264}, [](QWidget& parent, UINT id) {
+        auto* grid = new CKvCharMapPreviewWnd;
+        grid->Create(kStyle, &parent, id);
+        grid->SetSelected(40);
+        return grid;
+    });
+    auto* column = new QVBoxLayout;
+    row.addLayout(column);
+    Add(
+        *column, "CKvButton", {110, 28},
+        [](QWidget& parent, UINT id) {
+            auto* button = new CKvButton;
+            button->CreateButton(id, &parent, CRect(0, 0, 110, 28), kStyle, L"titler_tool_undo",
+                                 WideText(kTextUndo + 1).c_str());
+            button->SetWindowText(WideText(kTextGalleryOpen).c_str());
+            return button;
+        },
+        Twice::Beside);
+    Add(
+        *column, "CKvBitmapButton", {28, 28},
+        [](QWidget& parent, UINT id) {
+            auto* button = new CKvBitmapButton;
+            button->CreateButton(id, &parent, CRect(0, 0, 28, 28), kStyle, L"titler_tool_save",
+                                 WideText(kTextSave + 1).c_str());
+            return button;
+        },
+        Twice::Beside);
+    Add(
+        *column, "CKvRadioBitmapButton", {28, 22},
+        [](QWidget& parent, UINT id) {
+            auto* button = new CKvRadioBitmapButton;
+            button->CreateButton(id, &parent, CRect(0, 0, 28, 22), kStyle, L"RGB_R_UnCheck", nullptr);
+            button->UpdateBitmap(L"RGB_R_UnCheck", L"RGB_R_Check");
+            button->SetCheck(id % 2 == 0 ? 1 : 0);
+            return button;
+        },
+        Twice::Beside);
+    column->addStretch();
+    auto* dialogs = new QVBoxLayout;
+    row.addLayout(dialogs);
+    auto find = std::make_unique<CKvFindReplaceTxtDlg>();
+    find->Create(this);
+    AddOpener(*dialogs, "CKvFindReplaceTxtDlg", [dialog = find.get()] { dialog->show(); });
+    auto characters = std::make_unique<CKvCharMapDlg>();
+    characters->Create(this, nullptr);
+    AddOpener(*dialogs, "CKvCharMapDlg", [dialog = characters.get()] { dialog->show(); });
+    m_dialogs.push_back(std::move(find));
+    m_dialogs.push_back(std::move(characters));
+    dialogs->addStretch();
+    row.addStretch();
+}
+
+} // namespace titler

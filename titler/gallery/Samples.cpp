@@ -1,0 +1,121 @@
+#include "gallery/Samples.h"
+
+#include "window/Texts.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <atomic>
+
+namespace titler {
+namespace {
+
+constexpr int kPages = 40;
+constexpr QSize kThumb(160, 90);
+
+/// A picture that is made anew for each request.
+class Thumb : public IKvThumbImage
+{
+public:
+    explicit Thumb(int page) : m_image(kThumb, QImage::Format_ARGB32)
+    {
+        m_image.fill(QColor::fromHsv(page * 47 % 360, 120, 90));
+        QPainter painter(&m_image);
+        painter.fillRect(20, 38, 60 + page * 37 % 60, 9, QColor(240, 240, 244));
+        painter.fillRect(20, 54, 30 + page * 53 % 60, 5, QColor(200, 200, 206));
+    }
+    virtual ~Thumb() = default;
+    int Lock(UINT& width, UINT& height, int& stride, const DWORD*& pixels) override
+    {
+        width = static_cast<UINT>(m_image.width());
+        height = static_cast<UINT>(m_image.height());
+        stride = static_cast<int>(m_image.bytesPerLine());
+        pixels = reinterpret_cast<const DWORD*>(m_image.constBits());
+        return 1;
+    }
+    void Unlock() override {}
+    int Release() override
+    {
+        delete this;
+        return 0;
+    }
+
+private:
+    QImage m_image;
+};
+
+class Pages : public IKvLayoutSelectorData
+{
+public:
+    int AddRef() override { return ++m_references; }
+    int Release() override
+    {
+        const int left = --m_references;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+    int GetCount() override { return kPages; }
+    BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage** thumbnail, IKvThumbImage**) override
+    {
+        const std::wstring text = Text(kTextGalleryPage, {QString::number(index + 1)}).toStdWString();
+        text.copy(name, 63);
+        *thumbnail = new Thumb(index);
+        return 1;
+    }
+    BOOL IsSelected(int index) override { return index == m_selected ? 1 : 0; }
+    int Select(int index, BOOL) override
+    {
+        m_selected = index;
+        return 1;
+    }
+
+private:
+    std::atomic<int> m_references = 1;
+    int m_selected = 1;
+};
+
+} // namespace
+
+int SampleEase::CancelEdit(const wchar_t*, const wchar_t*)
+{
+    m_data = m_first;
+    return 1;
+}
+
+int SampleEase::GetEaseData(const wchar_t*, const wchar_t*, SKvParamEaseData& out)
+{
+    out = m_data;
+    return 1;
+}
+
+// A preset is asked for by its kind alone; here each is the ease that the gallery begins with.
+int SampleEase::SetEaseData(const wchar_t*, const wchar_t*, const SKvParamEaseData& in)
+{
+    m_data = in.endX > in.startX ? in : m_first;
+    m_data.kind = in.kind;
+    return 1;
+}
+
+IKvLayoutSelectorData* MakeSamplePages()
+{
+    return new Pages;
+}
+
+void SampleList::Fill()
+{
+    InsertColumn(WideText(kTextGalleryName).c_str(), 150);
+    InsertColumn(WideText(kTextGalleryLength).c_str(), 90);
+    SetAutoSizeColumn(0);
+    for (int i = 1; i <= 20; ++i)
+        InsertRow(-1, {Text(kTextGalleryPage, {QString::number(i)}).toStdWString(), std::to_wstring(i * 25)});
+    SetSelItem(2);
+}
+
+BOOL SampleList::_CanEditCell(int, int)
+{
+    return 1;
+}
+
+} // namespace titler
