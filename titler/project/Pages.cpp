@@ -50,6 +50,15 @@ bool HaveSamePages(const Project& a, const Project& b)
     return true;
 }
 
+void ReplacePage(Project& project, int index, Page page)
+{
+    if (index == project.pageIndex)
+        CurrentPage(project) = std::move(page);
+    else
+        project.otherPages[index < project.pageIndex ? index : index - 1] =
+            std::make_shared<const Page>(std::move(page));
+}
+
 void ChoosePage(Project& project, int index)
 {
     if (index == project.pageIndex || !HasPage(project, index))

@@ -13,6 +13,8 @@ const Page& PageAt(const Project& project, int index);
 /// True when both have the same pages in the same order, whichever is the current one.
 bool HaveSamePages(const Project& a, const Project& b);
 
+/// Puts a page in the place of another; which one is current stays. @param index as for `PageAt`.
+void ReplacePage(Project& project, int index, Page page);
 /// Makes a page the current one; an index that is none changes nothing.
 void ChoosePage(Project& project, int index);
 

@@ -111,7 +111,7 @@ void SubtitlePanel::BuildCommands()
     m_useRate = AddCommand(kTextSubtitleUseRate, nullptr, {}, [this] { UseProjectRate(); });
     m_commands << nullptr;
     AddCommand(kTextSubtitleFind, L"titler_tool_find", QKeySequence::Find, [this] { m_find->Open(); });
-    AddCommand(kTextSubtitleReplace, nullptr, QKeySequence::Replace, [this] { m_find->OpenReplacement(); });
+    AddCommand(kTextSubtitleReplace, nullptr, Qt::CTRL | Qt::Key_R, [this] { m_find->OpenReplacement(); });
     AddCommand(kTextSubtitleGoToRow, nullptr, Qt::CTRL | Qt::Key_G, [this] { AskForRow(); });
     m_listMenu << onRows(AddCommand(kTextSubtitleGoToTime, L"titler_tool_gototime", Qt::CTRL | Qt::Key_T,
                                     [this] { GoToTime(); }));
@@ -167,6 +167,25 @@ void SubtitlePanel::Edit(const QString& step, const std::function<void()>& chang
     m_stepNames.insert(step);
     m_list->RunAsStep(step.toStdWString(), change);
     OnRowsChanged();
+}
+
+void SubtitlePanel::SetTexts(const QString& step, const std::vector<std::pair<int, QString>>& texts)
+{
+    std::vector<int> rows;
+    for (const auto& [row, text] : texts)
+        rows.push_back(row);
+    Edit(Text(kTextStepOfRows, {step, NamedRows(rows)}), [&] {
+        for (const auto& [row, text] : texts)
+            m_list->ModifyItem(row, text.toStdWString().c_str(), nullptr, nullptr, nullptr);
+    });
+}
+
+void SubtitlePanel::ShowMatch(int row, const TextRange& range)
+{
+    m_list->GoTo(row);
+    m_list->setFocus();
+    OnSelectionChanged();
+    m_list->ShowMatch(row, range);
 }
 
 void SubtitlePanel::AddRow()

@@ -25,6 +25,7 @@ class SubtitleList : public CKvSubTitleTxtListEditor
 public:
     using CKvSubTitleTxtListEditor::EditCell;
     using CKvSubTitleTxtListEditor::EnsureVisible;
+    using CKvSubTitleTxtListEditor::GetCellRect;
     using CKvSubTitleTxtListEditor::GetCurrentItem;
     using CKvSubTitleTxtListEditor::IsEditing;
 

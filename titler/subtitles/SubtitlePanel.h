@@ -4,6 +4,7 @@
 #include "KvVideoFormat.h"
 #include "log/LogPanel.h"
 #include "subtitles/SubtitleCheck.h"
+#include "subtitles/SubtitleMatches.h"
 #include "subtitles/SubtitleSource.h"
 #include "subtitles/SubtitleState.h"
 #include "subtitles/SubtitleStyle.h"
@@ -16,6 +17,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class QAction;
@@ -71,6 +73,11 @@ public:
     bool ChooseExport();
     /// Takes what is typed in the open cell. @return false when it is refused; `Reported` has said why.
     bool Settle();
+
+    /// Gives rows other texts, as one step of undo. @param texts rows, ascending, at least one.
+    void SetTexts(const QString& step, const std::vector<std::pair<int, QString>>& texts);
+    /// Goes to a row and marks a part of its text.
+    void ShowMatch(int row, const TextRange& range);
 
 signals:
     /// What stands over the canvas; an empty text is nothing.

@@ -31,6 +31,9 @@ class TextInspector : public QWidget
 public:
     explicit TextInspector(Document& document);
 
+    /// The field of the current page's text; what is put into it goes into the project.
+    QPlainTextEdit& Field() { return *m_text; }
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

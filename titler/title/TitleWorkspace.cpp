@@ -143,14 +143,14 @@ QScrollArea* TitleWorkspace::BuildInspector(QSplitter& parent, Document& documen
     auto* column = new QVBoxLayout(sections);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
-    auto* text = new TextInspector(document);
+    m_text = new TextInspector(document);
     m_colour = new ColourInspector(document, hsb);
     m_animation = new AnimationInspector(document, transport, *m_canvas);
-    for (QWidget* section : std::initializer_list<QWidget*>{text, m_colour, m_animation}) {
+    for (QWidget* section : std::initializer_list<QWidget*>{m_text, m_colour, m_animation}) {
         section->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
         column->addWidget(section);
     }
-    m_design = {text, m_colour};
+    m_design = {m_text, m_colour};
     m_animate << m_animation;
     column->addStretch();
     return area;

@@ -16,6 +16,7 @@ class ColourInspector;
 class Document;
 class PageCommands;
 class PageStrip;
+class TextInspector;
 class Transport;
 class TransportBar;
 
@@ -36,6 +37,7 @@ public:
 
     AnimationInspector& Animation() { return *m_animation; }
     CanvasView& Canvas() { return *m_canvas; }
+    TextInspector& Texts() { return *m_text; }
     void Show(TitleTask task);
 
     TransportBar& Playback() { return *m_playback; }
@@ -51,6 +53,7 @@ private:
     QScrollArea* BuildInspector(QSplitter& parent, Document& document, Transport& transport, bool hsb);
 
     CanvasView* m_canvas;
+    TextInspector* m_text = nullptr;
     ColourInspector* m_colour = nullptr;
     AnimationInspector* m_animation = nullptr;
     QList<QWidget*> m_design;  ///< only there while a title is designed

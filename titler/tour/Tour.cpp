@@ -1,6 +1,7 @@
 #include "tour/Tour.h"
 
-#include "KvDialog.h"
+#include "KvCharMapDlg.h"
+#include "KvFindReplaceTxtDlg.h"
 #include "export/FrameExport.h"
 #include "media/MediaPanel.h"
 #include "pages/PageStrip.h"
@@ -18,7 +19,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QDragEnterEvent>
+#include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -55,6 +58,41 @@ private:
     };
     std::vector<Step> Steps();
     QString Show(const Step& step, int index);
+    QPixmap Picture();
+    /// The program's dialog of that class while it is shown; else null.
+    template <typename D>
+    static D* Dialog()
+    {
+        for (QWidget* one : QApplication::topLevelWidgets())
+            if (auto* dialog = qobject_cast<D*>(one); dialog != nullptr && dialog->isVisible())
+                return dialog;
+        return nullptr;
+    }
+
+    template <typename D>
+    void WaitFor()
+    {
+        const bool isThere = QTest::qWaitFor(
+            [] { return Dialog<D>() != nullptr && Dialog<D>()->isActiveWindow(); }, kLongestWait);
+        if (!isThere)
+            m_fault = Text(kTextNoDisplay);
+    }
+    /// A command of the menus.
+    void Choose(UINT textId)
+    {
+        for (const auto& menu : m_window.AllCommands().Menus())
+            for (QAction* action : menu->actions())
+                if (action->text() == Text(textId))
+                    action->trigger();
+    }
+    /// Back to the window from a dialog.
+    void Leave()
+    {
+        Key(Qt::Key_Escape);
+        m_window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&m_window, kLongestWait))
+            m_fault = Text(kTextNoDisplay);
+    }
 
     QString Make(const QString& name, const QByteArray& bytes = {});
     void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
@@ -250,7 +288,39 @@ std::vector<Tour::Step> Tour::Steps()
         {"fault", kTourFault, [this] { Key(Qt::Key_F8, Qt::ControlModifier); },
          [this] { return m_window.Subtitles().List().GetCurrentItem() == 2; }},
         {"log", kTourLog, [this] { Key(Qt::Key_F12); }, isAt(Workspace::Log)},
+        {"find", kTourFind,
+         [this] {
+             Key(Qt::Key_H, Qt::ControlModifier);
+             WaitFor<CKvFindReplaceTxtDlg>();
+             Type("ferry");
+             Key(Qt::Key_Return);
+         },
+         [this] {
+             return Dialog<CKvFindReplaceTxtDlg>() != nullptr && m_window.Current() != Workspace::Log;
+         }},
+        {"characters", kTourCharacters,
+         [this] {
+             Leave();
+             Choose(kTextCharacterMap);
+             WaitFor<CKvCharMapDlg>();
+             Type("small e acute");
+         },
+         [this] {
+             const auto* dialog = Dialog<CKvCharMapDlg>();
+             return dialog != nullptr && dialog->GetGrid()->GetCode(dialog->GetGrid()->GetSelected()) == 0xE9;
+         }},
     };
+}
+
+// With the dialogs that stand over it.
+QPixmap Tour::Picture()
+{
+    QPixmap picture = m_window.grab();
+    QPainter painter(&picture);
+    for (QWidget* dialog : QApplication::topLevelWidgets())
+        if (qobject_cast<CKvDialog*>(dialog) != nullptr && dialog->isVisible())
+            painter.drawPixmap(m_window.mapFromGlobal(dialog->pos()), dialog->grab());
+    return picture;
 }
 
 QString Tour::Show(const Step& step, int index)
@@ -264,7 +334,7 @@ QString Tour::Show(const Step& step, int index)
     QString fault = m_fault;
     if (fault.isEmpty() && !(isDone && isDrawn))
         fault = caption;
-    const QString unwritten = SavePng(m_window.grab().toImage(), QDir(m_folder).filePath(name));
+    const QString unwritten = SavePng(Picture().toImage(), QDir(m_folder).filePath(name));
     m_captions += name + u'\t' + caption + u'\n';
     if (!unwritten.isEmpty())
         return Text(kTextCannotExport, {name, unwritten});

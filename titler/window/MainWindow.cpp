@@ -11,6 +11,7 @@
 #include "recovery/Autosave.h"
 #include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
+#include "text/TextTools.h"
 #include "title/AnimationInspector.h"
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
@@ -35,8 +36,6 @@
 
 namespace titler {
 namespace {
-
-constexpr int kMessageTime = 6000; // milliseconds
 
 QString FileNameOf(const QString& path)
 {
@@ -109,6 +108,7 @@ MainWindow::MainWindow(Caption caption, bool hsb)
 MainWindow::~MainWindow()
 {
     m_autosave.reset();
+    m_text.reset();
     m_document.disconnect(this);
     m_document.Steps().disconnect(this);
     m_subtitles->disconnect(this);
@@ -318,6 +318,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     m_settings->workspace = QLatin1String(TraitsOf(m_current).name);
     m_settings->hsb = m_workspace->IsHsb();
     m_settings->pages = m_showPages->isChecked();
+    KeepCharacters();
     if (const QString fault = m_settings->Save(); !fault.isEmpty())
         ShowError(fault);
 }
@@ -351,6 +352,7 @@ void MainWindow::Remember(Settings& settings)
     m_showPages->setChecked(settings.pages);
     if (const std::optional<Workspace> workspace = WorkspaceOf(settings.workspace))
         Show(*workspace);
+    m_text->Characters().SetKept(settings.recentCharacters, settings.favouriteCharacters);
     ShowRecent();
 }
 

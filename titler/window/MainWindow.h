@@ -28,7 +28,10 @@ class RulesPanel;
 class Settings;
 class StartPage;
 class SubtitlePanel;
+class TextTools;
 class TitleWorkspace;
+
+inline constexpr int kMessageTime = 6000; // milliseconds, in the status line
 
 class MainWindow : public CKvFrameWnd
 {
@@ -85,6 +88,7 @@ private:
     void BuildMenus();
     void BuildFileMenu();
     void BuildEditMenu();
+    void BuildTextItems(QMenu& menu);
     void BuildViewMenu();
     void BuildProjectMenu();
     void BuildPagesMenu();
@@ -97,6 +101,8 @@ private:
     void ShowRecent();
     void OpenRecent(int index);
     void KeepProject(const QString& file, bool isThere);
+    /// What the character map has, into the settings.
+    void KeepCharacters();
     void BuildStart();
     void LeaveStart();
     /// Where the workspace stands in `m_pages`.
@@ -172,6 +178,7 @@ private:
     Settings* m_settings = nullptr;
     QString m_recoveryFolder;
     std::unique_ptr<Autosave> m_autosave;
+    std::unique_ptr<TextTools> m_text;
     QLabel* m_video;
     QLabel* m_audio;
     QLabel* m_zoom;

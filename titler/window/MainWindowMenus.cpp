@@ -104,6 +104,7 @@ void MainWindow::BuildEditMenu()
     m_redo = AddItem(
         menu, kTextRedo, {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
         [this] { Redo(); }, L"titler_tool_redo");
+    BuildTextItems(menu);
     for (const Workspace workspace :
          {Workspace::Design, Workspace::Animate, Workspace::Rules, Workspace::Subtitles, Workspace::Log})
         ToolsOf(workspace) << m_undo << m_redo << nullptr;

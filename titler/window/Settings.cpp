@@ -18,6 +18,8 @@ constexpr qint64 kLargestFile = 1 << 20; // bytes; ours has a few hundred
 
 constexpr const char* kRgb = "rgb";
 constexpr const char* kHsb = "hsb";
+constexpr const char* kRecentCharacters = "recentCharacters";
+constexpr const char* kFavouriteCharacters = "favouriteCharacters";
 
 QJsonDocument Parse(QFile& file)
 {
@@ -58,6 +60,8 @@ QString Settings::Load()
     workspace = m_source.value(QLatin1String("workspace")).toString();
     hsb = m_source.value(QLatin1String("colours")).toString() == QLatin1String(kHsb);
     pages = m_source.value(QLatin1String("pages")).toBool(true);
+    recentCharacters = m_source.value(QLatin1String(kRecentCharacters)).toString();
+    favouriteCharacters = m_source.value(QLatin1String(kFavouriteCharacters)).toString();
     AddTheirs(m_source);
     return {};
 }
@@ -88,6 +92,8 @@ QString Settings::Save()
     m_source.insert(QLatin1String("workspace"), workspace);
     m_source.insert(QLatin1String("colours"), QLatin1String(hsb ? kHsb : kRgb));
     m_source.insert(QLatin1String("pages"), pages);
+    m_source.insert(QLatin1String(kRecentCharacters), recentCharacters);
+    m_source.insert(QLatin1String(kFavouriteCharacters), favouriteCharacters);
     m_source.insert(QLatin1String("projects"), QJsonArray::fromStringList(projects));
     if (now.isObject() && now.object() == m_source)
         return {}; // a project that is opened again does not wait for the disk

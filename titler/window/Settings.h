@@ -34,10 +34,12 @@ public:
     void AddProject(const QString& name);
     void DropProject(const QString& name);
 
-    QByteArray geometry;  ///< the window's, with its state, as QWidget gives it; may be empty
-    QString workspace;    ///< its name on the command line; may be empty
-    bool hsb = false;     ///< the colour panel edits hue, saturation and brightness
-    bool pages = true;    ///< the strip of pages is shown
+    QByteArray geometry;      ///< the window's, with its state, as QWidget gives it; may be empty
+    QString workspace;        ///< its name on the command line; may be empty
+    bool hsb = false;         ///< the colour panel edits hue, saturation and brightness
+    bool pages = true;        ///< the strip of pages is shown
+    QString recentCharacters; ///< of the character map, the latest first
+    QString favouriteCharacters;
     QStringList projects; ///< absolute paths, the latest first
 
 private:

@@ -202,6 +202,8 @@ enum TextId : UINT
     kTourRow = 22327,
     kTourFault = 22328,
     kTourLog = 22329,
+    kTourFind = 22330,
+    kTourCharacters = 22331,
     kTourPage = 22400,
     kTourOrder = 22401,
     kTextOptionFirstFrame = 22380,
@@ -224,6 +226,23 @@ enum TextId : UINT
     kTextGalleryTools = 22463,
     kTextOptionGallery = 22464,
     kTextGalleryAlone = 22465,
+
+    // Find and replace, and the character map; a tip's number is its command's plus 1.
+    kTextFindReplace = 22410,
+    kTextFindAgain = 22412,
+    kTextCharacterMap = 22414,
+    kTextFoundInPage = 22416,
+    kTextFoundInRow = 22417,
+    kTextFoundAround = 22418,
+    kTextReplacedLast = 22419,
+    kTextReplacedInTitles = 22420,
+    kTextReplacedInRows = 22421,
+    kTextReplacedTooLong = 22422,
+    kStepReplaceText = 22423,
+    kStepInsertCharacter = 22424,
+    kTextTitleFull = 22425,
+    kTextInsertedInTitle = 22426,
+    kTextInsertedInRow = 22427,
 
     // Canvas and status line.
     kTextCanvas = 21300,
