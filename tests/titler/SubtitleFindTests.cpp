@@ -100,7 +100,7 @@ TEST_F(FindBar, SaysWhereTheHitStands)
     QTest::keyClick(field, Qt::Key_Return, Qt::ShiftModifier);
     EXPECT_TRUE(Result().startsWith("Begun again")) << "backwards, the last one";
     EXPECT_EQ(list.GetCurrentItem(), 1);
-    QTest::keyClicks(Open(Qt::Key_H), "she");
+    QTest::keyClicks(Open(Qt::Key_R), "she");
     Click("Replace");
     EXPECT_EQ(Row(1), "-1--1 he tshere") << "that very one";
     EXPECT_TRUE(Result().startsWith("Row 2, at \u201che tshere")) << Result().toStdString();
