@@ -12,6 +12,8 @@ public:
     /// @param delta 120 a notch. @return the whole notches that it completes.
     int Turn(int delta)
     {
+        if (delta == 0)
+            return 0;
         if ((delta < 0) != (m_rest < 0))
             m_rest = 0;
         const std::int64_t turned = std::int64_t{m_rest} + delta;

@@ -179,6 +179,7 @@ protected:
     void OnCaptureChanged() override;
     void OnSkinChanged() override;
     QString ToolTipAt(CPoint point, CRect& area) const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 

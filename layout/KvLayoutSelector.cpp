@@ -24,7 +24,8 @@ int CKvLayoutSelector::Create(const CRect& rect, UINT id, CWnd* parent, DWORD st
 {
     if (IsCreated())
         return 0;
-    m_impl->vertical = rect.Width() < rect.Height();
+    const CRect shape = rect.IsRectEmpty() ? CRect(geometry()) : rect; // which then stays
+    m_impl->vertical = shape.Width() < shape.Height();
     CreateWnd(style | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_BORDER, rect, parent, id);
     const CRect barRect = _GetScrollbarRect();
     if (!barRect.IsRectEmpty()) {
@@ -32,6 +33,7 @@ int CKvLayoutSelector::Create(const CRect& rect, UINT id, CWnd* parent, DWORD st
         bar->setLayoutDirection(Qt::LeftToRight); // as the strip runs in every language
         bar->Create(m_impl->vertical ? Qt::Vertical : Qt::Horizontal, WS_CHILD | WS_VISIBLE, barRect, this,
                     kScrollBarId);
+        bar->installEventFilter(this);
         m_impl->bar = bar.release(); // this window's now
     }
     _UpdateClient();
@@ -49,6 +51,11 @@ void CKvLayoutSelector::SetData(SIZE layoutSize, IKvLayoutSelectorData* layouts)
     if (layouts)
         layouts->AddRef(); // before the release of the old ones, which may be the same
     m_impl->data.reset(layouts);
+    if (m_impl->drag)
+        m_impl->EndDrag();
+    m_impl->DropMotion();
+    m_impl->collapsed.reset();
+    m_impl->seenCount = -1; // other parts for a screen reader, even if as many
     m_impl->layoutSize = layoutSize;
     m_impl->cache.AskAgain();
     m_impl->hot = -1;

@@ -4,7 +4,10 @@
 
 #include <QMouseEvent>
 #include <QPointer>
+#include <QTextDocument>
 #include <QWheelEvent>
+
+#include <cstdlib>
 
 namespace {
 
@@ -46,10 +49,11 @@ void CKvLayoutSelector::OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint po
     if (!alive)
         return;
     const int index = m_impl->HitTest(point);
-    if (index >= 0 && !m_impl->Pick(index, !modifiers.testFlag(Qt::ControlModifier)))
-        return;
+    // First, so that whatever takes the mouse in the host's handler ends it.
     if (m_impl->layout.DragBand().PtInRect(point))
         m_impl->BeginDrag(point);
+    if (index >= 0)
+        m_impl->Pick(index, !modifiers.testFlag(Qt::ControlModifier));
 }
 
 void CKvLayoutSelector::OnLButtonUp(Qt::KeyboardModifiers, CPoint)
@@ -141,7 +145,8 @@ void CKvLayoutSelector::OnSkinChanged()
     m_impl->painter.LoadSkin();
     if (m_impl->bar)
         m_impl->bar->LoadSkin();
-    for (int index = 0; QAccessible::isActive() && index < m_impl->Count(); ++index)
+    const kv::StripLayout::Range range = m_impl->InView(0);
+    for (int index = range.begin; QAccessible::isActive() && index < range.end; ++index)
         m_impl->access.NameChanged(static_cast<kv::AccessibleParts::Key>(index));
 }
 
@@ -151,7 +156,16 @@ QString CKvLayoutSelector::ToolTipAt(CPoint point, CRect& area) const
     if (index < 0 || !m_impl->IsInView(index))
         return {};
     area = m_impl->RectOf(index);
-    return m_impl->Thumb(index).name;
+    const QString name = m_impl->Thumb(index).name;
+    return Qt::mightBeRichText(name) ? Qt::convertFromPlainText(name) : name;
+}
+
+// The bar keeps the pointer's moves to itself, and the toolkit tells of no leave to it.
+bool CKvLayoutSelector::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Enter && watched == m_impl->bar)
+        m_impl->SetHot(-1);
+    return CKvWnd::eventFilter(watched, event);
 }
 
 void CKvLayoutSelector::mouseMoveEvent(QMouseEvent* event)
@@ -163,7 +177,7 @@ void CKvLayoutSelector::mouseMoveEvent(QMouseEvent* event)
 void CKvLayoutSelector::wheelEvent(QWheelEvent* event)
 {
     const QPoint turned = event->angleDelta();
-    if (m_impl->vertical || turned.y() != 0) {
+    if (m_impl->vertical || std::abs(turned.y()) >= std::abs(turned.x())) {
         CKvWnd::wheelEvent(event);
         return;
     }

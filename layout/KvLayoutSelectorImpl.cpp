@@ -62,7 +62,12 @@ kv::Reference<IKvLayoutSelectorData> CKvLayoutSelector::Impl::HeldData() const
 
 int CKvLayoutSelector::Impl::Count() const
 {
-    return data ? std::max(data->GetCount(), 0) : 0;
+    return data ? std::max(HeldData()->GetCount(), 0) : 0;
+}
+
+bool CKvLayoutSelector::Impl::IsLayoutSelected(int index) const
+{
+    return index < Count() && HeldData()->IsSelected(index) != 0;
 }
 
 IKvScrollLineHelper& CKvLayoutSelector::Impl::Line() const
@@ -153,14 +158,21 @@ void CKvLayoutSelector::Impl::UpdateClient()
 
 void CKvLayoutSelector::Impl::UpdateThumbs()
 {
+    const std::int64_t position = motion ? motion->target : Line().GetPosition();
     DropMotion();
-    const std::int64_t position = Line().GetPosition();
     const kv::StripLayout before =
         std::exchange(layout, kv::StripLayout(control.GetClientRect(), vertical, bar != nullptr, layoutSize));
     scroll->SetView(layout.Content());
     // Without a range of its own the new place would be cut at the end of the old one.
-    const bool isEmpty = before.Length() == 0 || layout.Length() == 0;
-    const std::int64_t target = isEmpty ? position : layout.PositionFrom(before, position);
+    if (before.Length() > 0 && layout.Length() == 0)
+        collapsed = kv::StripPlace{before, position};
+    std::int64_t target = position;
+    if (layout.Length() > 0 && before.Length() > 0)
+        target = layout.PositionFrom(before, position);
+    else if (const auto place = layout.Length() > 0 ? std::exchange(collapsed, std::nullopt) : std::nullopt)
+        target = layout.PositionFrom(place->layout, place->position);
+    if (drag && layout.Length() > 0 && before.Length() > 0)
+        drag->start = layout.PositionFrom(before, drag->start);
     UpdateScroll();
     Line().SetPosition(target);
     if (bar)
@@ -189,6 +201,7 @@ bool CKvLayoutSelector::Impl::ScrollTo(std::int64_t position)
     DropMotion();
     if (Line().SetPosition(position) == 0)
         return false;
+    hot = -1; // another thumbnail is under the pointer now
     if (bar)
         bar->SetScrollPos(Line().GetPosition());
     Repaint();
@@ -225,7 +238,7 @@ void CKvLayoutSelector::Impl::ShowAtOnce(int index)
 
 bool CKvLayoutSelector::Impl::RunScrollCode(UINT code, std::int64_t position)
 {
-    hot = -1;
+    SetHot(-1);
     switch (code) {
     case SB_LINEUP:
     case SB_PAGEUP:
@@ -263,7 +276,7 @@ bool CKvLayoutSelector::Impl::Pick(int index, bool exclusive)
     access.SelectionChanged();
     KvSendMessage(control.parentWidget(), WM_COMMAND, MAKEWPARAM(control.GetDlgCtrlID(), kPicked),
                   reinterpret_cast<LPARAM>(&control));
-    if (alive)
+    if (alive && index < Count())
         emit alive->LayoutPicked(index);
     return !alive.isNull();
 }
@@ -313,7 +326,8 @@ void CKvLayoutSelector::Impl::EndDrag()
 
 bool CKvLayoutSelector::Impl::RunKey(UINT key, Qt::KeyboardModifiers modifiers)
 {
-    const int current = CurrentLayout();
+    const int count = Count(); // once: a host may lose layouts at any question
+    const int current = std::min(CurrentLayout(), count - 1);
     const bool withControl = modifiers.testFlag(Qt::ControlModifier);
     if (current < 0)
         return false;
@@ -326,13 +340,15 @@ bool CKvLayoutSelector::Impl::RunKey(UINT key, Qt::KeyboardModifiers modifiers)
     const std::optional<kv::StripKey> step = StripKeyOf(key);
     if (!step)
         return false;
-    const auto page = static_cast<int>(std::min<std::int64_t>(
-        (Line().GetViewLength() + kv::StripLayout::kSpacing) / layout.Step(), Count()));
-    const int target = kv::StripKeyTarget(current, *step, page, Count());
+    const auto page = static_cast<int>(
+        std::min<std::int64_t>((Line().GetViewLength() + kv::StripLayout::kSpacing) / layout.Step(), count));
+    const int target = kv::StripKeyTarget(current, *step, page, count);
+    if (target == current && kv::IsArrow(key))
+        return true;
     ShowAtOnce(target);
     if (withControl)
         SetFocusMark(target);
-    else if (target != current || !kv::IsArrow(key))
+    else
         Pick(target, true);
     return true;
 }
@@ -340,7 +356,14 @@ bool CKvLayoutSelector::Impl::RunKey(UINT key, Qt::KeyboardModifiers modifiers)
 int CKvLayoutSelector::Impl::CurrentLayout() const
 {
     const int count = Count();
-    return count > 0 ? std::clamp(focus, 0, count - 1) : -1;
+    if (count == 0 || focus >= 0)
+        return std::min(focus, count - 1);
+    // Nobody has been there yet: what the host shows as selected, where that is in view.
+    const kv::StripLayout::Range range = InView(0);
+    for (int index = range.begin; index < range.end; ++index)
+        if (IsLayoutSelected(index))
+            return index;
+    return 0;
 }
 
 void CKvLayoutSelector::Impl::PickLayout(int index)

@@ -24,6 +24,13 @@ struct StripDrag
     std::int64_t start; ///< the position before it
 };
 
+/// Where a view began.
+struct StripPlace
+{
+    StripLayout layout;
+    std::int64_t position;
+};
+
 /// An animated move of the view.
 struct StripMotion
 {
@@ -79,9 +86,12 @@ struct CKvLayoutSelector::Impl : kv::StripUser
     bool RunKey(UINT key, Qt::KeyboardModifiers modifiers);
 
     int LayoutCount() const override { return Count(); }
-    QString LayoutName(int index) override { return IsInView(index) ? Thumb(index).name : QString(); }
+    QString LayoutName(int index) override
+    {
+        return control.isVisible() && IsInView(index) ? Thumb(index).name : QString();
+    }
     QRect LayoutRect(int index) const override { return RectOf(index); }
-    bool IsLayoutSelected(int index) const override { return data->IsSelected(index) != 0; }
+    bool IsLayoutSelected(int index) const override;
     int CurrentLayout() const override;
     void PickLayout(int index) override;
     void FocusLayout(int index) override;
@@ -105,6 +115,7 @@ struct CKvLayoutSelector::Impl : kv::StripUser
     kv::WheelNotches wheel;
     std::optional<kv::StripDrag> drag;
     std::optional<kv::StripMotion> motion;
+    std::optional<kv::StripPlace> collapsed; ///< where the view began before the thumbnails had no room
     kv::ThumbCache cache;
     kv::StripPainter painter;
     kv::StripAccess access;

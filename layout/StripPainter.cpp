@@ -122,9 +122,11 @@ void StripPainter::DrawCell(Graphics& graphics, const CRect& client, const Strip
         DrawShadow(graphics, place);
     if (place.seen.isEmpty())
         return;
-    if (thumb.picture.isNull() || place.IsCut())
+    // A picture of the largest size is kept smaller than its thumbnail.
+    const bool isStretched = place.IsCut() || thumb.picture.size() != place.whole.size().toSize();
+    if (thumb.picture.isNull() || isStretched)
         graphics.fillRect(place.Seen(), thumb.isThere ? QColor(Qt::black) : m_empty);
-    if (!thumb.picture.isNull() && place.IsCut())
+    if (!thumb.picture.isNull() && isStretched)
         graphics.drawImage(place.Seen(), thumb.picture, place.SeenOf(thumb.picture));
     else if (!thumb.picture.isNull())
         graphics.drawImage(place.Whole().topLeft(), thumb.picture);

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace kv {
 
@@ -73,6 +74,7 @@ void ThumbCache::SetFirstNumber(int number)
 
 void ThumbCache::AskAgain(int index)
 {
+    m_isStale = m_isStale || index == m_asked; // the host announces it while it answers
     if (Kept* kept = m_kept.object(index))
         kept->generation = 0;
 }
@@ -82,14 +84,18 @@ StripThumb ThumbCache::Get(IKvLayoutSelectorData& data, int index)
     if (const Kept* kept = m_kept.object(index); kept && kept->generation == m_generation)
         return kept->thumb;
     const unsigned generation = m_generation; // the host may ask for more while it answers
+    const int outer = std::exchange(m_asked, index);
+    m_isStale = false;
     StripThumb thumb = Ask(data, index);
+    m_asked = outer;
+    const bool isStale = std::exchange(m_isStale, false);
     if (thumb.isThere) {
         const Kept* before = m_kept.object(index);
         const bool isNamedAlike = before && before->thumb.isThere && before->thumb.name == thumb.name;
         thumb.number = isNamedAlike ? before->thumb.number : MakeStripLabel(NumberOf(index), m_style);
         thumb.title = isNamedAlike ? before->thumb.title : MakeStripLabel(thumb.name, m_style);
     }
-    m_kept.insert(index, new Kept{thumb, generation}, BytesOf(thumb));
+    m_kept.insert(index, new Kept{thumb, isStale ? 0 : generation}, BytesOf(thumb));
     return thumb;
 }
 
@@ -134,7 +140,7 @@ QImage ThumbCache::Scaled(IKvThumbImage& image, QSize size)
     QImage scaled;
     constexpr auto kMost = static_cast<UINT>(std::numeric_limits<int>::max() / 4);
     const bool isSound = pixels && width > 0 && height > 0 && width <= kMost && height <= kMost &&
-                         static_cast<UINT>(stride) >= width * 4;
+                         stride > 0 && static_cast<UINT>(stride) >= width * 4;
     if (isSound) {
         const QImage lent(reinterpret_cast<const uchar*>(pixels), static_cast<int>(width),
                           static_cast<int>(height), stride, QImage::Format_ARGB32);

@@ -53,6 +53,8 @@ private:
     ThumbStyle m_style;
     int m_firstNumber = 0;
     unsigned m_generation = 1;
+    int m_asked = -1;                     ///< what the data are being asked for
+    bool m_isStale = false;               ///< and are to be asked for again
     QCache<int, Kept> m_kept;             ///< its costs are bytes
     QCache<std::size_t, QImage> m_scaled; ///< by their pixels before and their size, likewise
 };
