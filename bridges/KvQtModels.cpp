@@ -64,6 +64,7 @@ struct KvReportListModel::Observer : kv::ReportObserver
     }
     void ColumnAdding(int column) override { model.beginInsertColumns({}, column, column); }
     void ColumnAdded() override { model.endInsertColumns(); }
+    void HeaderChanged(int column) override { emit model.headerDataChanged(Qt::Horizontal, column, column); }
     void ListGone() override
     {
         model.beginResetModel();

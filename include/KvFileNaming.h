@@ -139,6 +139,10 @@ KV_API int KvSaveFileNamingCollection(const wchar_t* file, IKvFileNamingRuleColl
 /// @return true for a sound pattern.
 KV_API bool KvCheckRule(const wchar_t* pattern, std::wstring& fault);
 
+/// Whether a name ends in a usual video extension, in any case: of names that belong together such a one is
+/// the clip's. False for null.
+KV_API bool KvHasVideoExtension(const wchar_t* name);
+
 /// Checks a pattern's labels and shows the first fault in a message box (string 7021 or 7022).
 /// @return true for a sound, an empty or a null pattern.
 KV_API bool CheckRuleLabels(const wchar_t* pattern);

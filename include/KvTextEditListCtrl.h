@@ -54,4 +54,5 @@ public:
 protected:
     const char* _GetRowFormat() const override;
     UINT _GetNameText() const override;
+    void OnSkinChanged() override;
 };

@@ -1,5 +1,7 @@
 #include "naming/MediaExtensions.h"
 
+#include "KvFileNaming.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -57,3 +59,8 @@ bool HasVideoExtension(std::wstring_view name)
 }
 
 } // namespace kv
+
+bool KvHasVideoExtension(const wchar_t* name)
+{
+    return name && kv::HasVideoExtension(name);
+}

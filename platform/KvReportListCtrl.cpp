@@ -237,6 +237,8 @@ void CKvReportListCtrl::SetHeaderText(int column, const wchar_t* header)
     if (!m_impl->IsColumn(column))
         return;
     m_impl->columns.columns[static_cast<std::size_t>(column)].header = header ? header : L"";
+    for (kv::ReportObserver* observer : m_impl->observers)
+        observer->HeaderChanged(column);
     m_impl->RequestWholeFrame();
 }
 
@@ -408,6 +410,7 @@ int CKvReportListCtrl::SetItemData(int line, std::uint64_t value)
         return 0;
     _OnItemsModifying(kKvReportTextChanged, &line, 1);
     m_impl->Refill(line, [&] { m_impl->SetData(line, value); });
+    m_impl->TellChanged(kKvReportTextChanged, {&line, 1});
     return 1;
 }
 

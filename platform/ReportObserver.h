@@ -18,6 +18,7 @@ public:
     virtual void Changed(int kind, std::span<const int> lines) = 0;
     virtual void ColumnAdding(int column) = 0;
     virtual void ColumnAdded() = 0;
+    virtual void HeaderChanged(int column) = 0;
     /// The list is being destroyed.
     virtual void ListGone() = 0;
 };

@@ -115,6 +115,7 @@ int CKvSubTitleTxtListEditor::InserItem(int line, const CString& text, DWORD in,
                          templateName ? templateName : L""});
     if (row >= 0)
         SetItemData(row, kv::PackTimes({in, out}));
+    m_impl->plays.reset(); // asked for meanwhile, it was made without these times
     return row;
 }
 

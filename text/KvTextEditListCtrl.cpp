@@ -27,6 +27,12 @@ CKvTextEditListCtrl::CKvTextEditListCtrl()
 
 CKvTextEditListCtrl::~CKvTextEditListCtrl() = default;
 
+void CKvTextEditListCtrl::OnSkinChanged()
+{
+    SetHeaderText(0, KvGuiRes::LoadStringW(kv::kTextColumnText).c_str());
+    CKvTextListBase::OnSkinChanged();
+}
+
 int CKvTextEditListCtrl::AddString(const wchar_t* text)
 {
     return InsertString(-1, text);

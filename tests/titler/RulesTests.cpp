@@ -110,6 +110,7 @@ TEST(RuleTrial, NamesTheFirstRuleAndPattern)
         {"a.mxf", "a_A1.wav", Trial::Together, 0, "<File>_A<Number><Ext>"},
         {"/clips/a.mxf", "C:\\sound\\a A2.wav", Trial::Together, 0, "<File> A<Number><Ext>"},
         {"a.mxf", "b_A1.wav", Trial::NotTogether, -1, ""},
+        {"a.mxf", "a_Ax.wav", Trial::NotTogether, -1, ""}, // no number to read
         {"a_A1.wav", "a_A2.wav", Trial::Together, 2,
          "<File><Ext>"}, // by the main pattern, which is asked with each
         {"noending", "a.wav", Trial::NoMainFile, -1, ""},

@@ -78,9 +78,15 @@ private:
 
 } // namespace
 
+int SampleEase::BeginEdit(const wchar_t*, const wchar_t*)
+{
+    m_before = m_data;
+    return 1;
+}
+
 int SampleEase::CancelEdit(const wchar_t*, const wchar_t*)
 {
-    m_data = m_first;
+    m_data = m_before;
     return 1;
 }
 
@@ -90,11 +96,19 @@ int SampleEase::GetEaseData(const wchar_t*, const wchar_t*, SKvParamEaseData& ou
     return 1;
 }
 
-// A preset is asked for by its kind alone; here each is the ease that the gallery begins with.
+// A preset is asked for by its kind alone: level at the keys where it is slow.
 int SampleEase::SetEaseData(const wchar_t*, const wchar_t*, const SKvParamEaseData& in)
 {
-    m_data = in.endX > in.startX ? in : m_first;
+    constexpr double kSlow = 0.5;
+    if (in.endX > in.startX) {
+        m_data = in;
+        return 1;
+    }
     m_data.kind = in.kind;
+    m_data.outTangentX = in.kind == kKvEaseSpeedUp || in.kind == kKvEaseSmooth ? kSlow : 0;
+    m_data.inTangentX = in.kind == kKvEaseSpeedDown || in.kind == kKvEaseSmooth ? kSlow : 0;
+    m_data.outTangentY = 0;
+    m_data.inTangentY = 0;
     return 1;
 }
 

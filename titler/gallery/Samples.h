@@ -11,15 +11,15 @@ namespace titler {
 class SampleEase : public IKvDataOperator
 {
 public:
-    int BeginEdit(const wchar_t*, const wchar_t*) override { return 1; }
+    int BeginEdit(const wchar_t*, const wchar_t*) override;
     int CommitEdit(const wchar_t*, const wchar_t*) override { return 1; }
     int CancelEdit(const wchar_t*, const wchar_t*) override;
     int GetEaseData(const wchar_t*, const wchar_t*, SKvParamEaseData& out) override;
     int SetEaseData(const wchar_t*, const wchar_t*, const SKvParamEaseData& in) override;
 
 private:
-    SKvParamEaseData m_first{kKvEaseDrawn, 0.35, -4, 0.45, 2, 0, 0, 50, 100, -20, 120, 0};
-    SKvParamEaseData m_data = m_first;
+    SKvParamEaseData m_data{kKvEaseDrawn, 0.35, -4, 0.45, 2, 0, 0, 50, 100, -20, 120, 0};
+    SKvParamEaseData m_before = m_data; ///< the transaction that is open
 };
 
 /// @return pages with pictures and names; one reference, the caller's.

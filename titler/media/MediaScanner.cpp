@@ -1,5 +1,6 @@
 #include "media/MediaScanner.h"
 
+#include "KvFileNaming.h"
 #include "media/SiblingFinder.h"
 
 #include <QDir>
@@ -7,7 +8,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <array>
 #include <mutex>
 #include <optional>
 #include <stop_token>
@@ -18,20 +18,6 @@ namespace titler {
 namespace {
 
 constexpr int kLookEvery = 40; // milliseconds
-
-// A clip is listed under its video file, where it has one.
-constexpr std::array kVideoEndings{"avi",  "dv",  "gxf", "lxf", "m2t", "m2ts", "m4v", "mkv",  "mov", "mp4",
-                                   "mpeg", "mpg", "mts", "mxf", "ogv", "ts",   "vob", "webm", "wmv"};
-
-bool IsVideo(const std::wstring& name)
-{
-    const auto dot = name.rfind(L'.');
-    if (dot == std::wstring::npos)
-        return false;
-    const QString ending = QString::fromStdWString(name.substr(dot + 1)).toLower();
-    return std::any_of(kVideoEndings.begin(), kVideoEndings.end(),
-                       [&](const char* known) { return ending == QLatin1String(known); });
-}
 
 // Nothing when the folder cannot be read.
 std::optional<std::vector<std::wstring>> FilesOf(const QString& folder, const std::stop_token& stop)
@@ -48,13 +34,14 @@ std::optional<std::vector<std::wstring>> FilesOf(const QString& folder, const st
     return names;
 }
 
-// The places of the names in the order in which they may become bases: videos first.
+// The places of the names in the order in which they may become bases: a clip is listed under its video.
 std::vector<std::size_t> BaseOrder(const std::vector<std::wstring>& names)
 {
     std::vector<std::size_t> order(names.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
-    std::stable_partition(order.begin(), order.end(), [&](std::size_t i) { return IsVideo(names[i]); });
+    std::stable_partition(order.begin(), order.end(),
+                          [&](std::size_t i) { return KvHasVideoExtension(names[i].c_str()); });
     return order;
 }
 

@@ -41,6 +41,12 @@ private:
     Ref<IKvFileNamingRuleCollection> m_rules;
 };
 
+// A name whose number cannot be read is filed, too, but is no sibling: the addition as main pattern tells.
+bool CanRead(unsigned ruleClass, const QString& addition, const QString& name)
+{
+    return Question(ruleClass, addition, addition).Files(name, name);
+}
+
 } // namespace
 
 TrialResult TryRules(const QVector<NamingRule>& rules, const QString& main, const QString& other)
@@ -54,7 +60,8 @@ TrialResult TryRules(const QVector<NamingRule>& rules, const QString& main, cons
             continue;
         result.trial = Trial::NotTogether;
         for (const QString& addition : rule.additions)
-            if (Question(rule.ruleClass, rule.main, addition).Files(base, other))
+            if (Question(rule.ruleClass, rule.main, addition).Files(base, other) &&
+                CanRead(rule.ruleClass, addition, NameOf(other)))
                 return {Trial::Together, i, addition};
     }
     return result;
