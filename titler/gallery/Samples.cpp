@@ -1,5 +1,6 @@
 #include "gallery/Samples.h"
 
+#include "pages/LentPicture.h"
 #include "window/Texts.h"
 
 #include <QImage>
@@ -14,36 +15,15 @@ namespace {
 constexpr int kPages = 40;
 constexpr QSize kThumb(160, 90);
 
-/// A picture that is made anew for each request.
-class Thumb : public IKvThumbImage
+QImage ThumbOf(int page)
 {
-public:
-    explicit Thumb(int page) : m_image(kThumb, QImage::Format_ARGB32)
-    {
-        m_image.fill(QColor::fromHsv(page * 47 % 360, 120, 90));
-        QPainter painter(&m_image);
-        painter.fillRect(20, 38, 60 + page * 37 % 60, 9, QColor(240, 240, 244));
-        painter.fillRect(20, 54, 30 + page * 53 % 60, 5, QColor(200, 200, 206));
-    }
-    virtual ~Thumb() = default;
-    int Lock(UINT& width, UINT& height, int& stride, const DWORD*& pixels) override
-    {
-        width = static_cast<UINT>(m_image.width());
-        height = static_cast<UINT>(m_image.height());
-        stride = static_cast<int>(m_image.bytesPerLine());
-        pixels = reinterpret_cast<const DWORD*>(m_image.constBits());
-        return 1;
-    }
-    void Unlock() override {}
-    int Release() override
-    {
-        delete this;
-        return 0;
-    }
-
-private:
-    QImage m_image;
-};
+    QImage image(kThumb, QImage::Format_ARGB32);
+    image.fill(QColor::fromHsv(page * 47 % 360, 120, 90));
+    QPainter painter(&image);
+    painter.fillRect(20, 38, 60 + page * 37 % 60, 9, QColor(240, 240, 244));
+    painter.fillRect(20, 54, 30 + page * 53 % 60, 5, QColor(200, 200, 206));
+    return image;
+}
 
 class Pages : public IKvLayoutSelectorData
 {
@@ -61,7 +41,7 @@ public:
     {
         const std::wstring text = Text(kTextGalleryPage, {QString::number(index + 1)}).toStdWString();
         text.copy(name, 63);
-        *thumbnail = new Thumb(index);
+        *thumbnail = new LentPicture(ThumbOf(index));
         return 1;
     }
     BOOL IsSelected(int index) override { return index == m_selected ? 1 : 0; }

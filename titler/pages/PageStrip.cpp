@@ -3,6 +3,7 @@
 #include "KvScroll.h"
 #include "edit/Document.h"
 #include "edit/PageSteps.h"
+#include "pages/LentPicture.h"
 #include "project/Pages.h"
 #include "window/Fields.h"
 #include "window/Skin.h"
@@ -30,32 +31,6 @@ constexpr double kMarkWidth = 3;
 constexpr double kFrameWidth = 2; // of the current page
 constexpr int kVeil = 150;        // over the page that is dragged; alpha
 constexpr int kNameLength = 64;
-
-/// A picture that lives as long as the strip needs it.
-class LentPicture final : public IKvThumbImage
-{
-public:
-    explicit LentPicture(QImage picture) : m_picture(std::move(picture)) {}
-    int Lock(UINT& width, UINT& height, int& stride, const DWORD*& pixels) override
-    {
-        if (m_picture.isNull())
-            return 0;
-        width = static_cast<UINT>(m_picture.width());
-        height = static_cast<UINT>(m_picture.height());
-        stride = static_cast<int>(m_picture.bytesPerLine());
-        pixels = reinterpret_cast<const DWORD*>(m_picture.constBits());
-        return 1;
-    }
-    void Unlock() override {}
-    int Release() override
-    {
-        delete this;
-        return 0;
-    }
-
-private:
-    const QImage m_picture;
-};
 
 SIZE ShapeOf(const Project& project)
 {
