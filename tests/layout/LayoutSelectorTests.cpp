@@ -175,6 +175,59 @@ TEST_F(LayoutStrip, HoversWithoutTheButton)
     EXPECT_EQ(frame(0), normal);
 }
 
+TEST_F(LayoutStrip, ComesBackToItsPlaceFromNoRoomAtAll)
+{
+    control->EnsureVisible(99);
+    const std::int64_t end = Position();
+    ASSERT_GT(end, 7000);
+    control->resize(400, 21);
+    control->resize(400, 20);
+    control->resize(400, 81);
+    EXPECT_EQ(Position(), end);
+    // A move that is under way goes on where it leads.
+    control->ScrollView(0);
+    const std::int64_t target = Position();
+    control->resize(401, 81);
+    EXPECT_NEAR(static_cast<double>(Position()), static_cast<double>(target), 1);
+}
+
+TEST_F(LayoutStrip, WhateverAHandlerDoesTheKeyboardStaysAlive)
+{
+    for (const auto& meanwhile : std::vector<std::function<void()>>{[this] { control->setEnabled(false); },
+                                                                    [this] { control->hide(); },
+                                                                    [this] {
+                                                                        control->SetData({720, 576}, layouts);
+                                                                    }}) {
+        onMessage = meanwhile;
+        Run("P90,50"); // on a thumbnail in the band that is dragged by
+        EXPECT_FALSE(control->HasCapture());
+        onMessage = {};
+        control->setEnabled(true);
+        control->show();
+        control->setFocus();
+        heard.clear();
+        QTest::keyClick(control.data(), Qt::Key_Home);
+        EXPECT_FALSE(heard.empty());
+    }
+}
+
+TEST_F(LayoutStrip, HearsOfAThumbnailWhileItAsksForIt)
+{
+    layouts->without = {2};
+    bool isAnnounced = false;
+    layouts->onAsk = [&](int index) {
+        if (index != 2 || std::exchange(isAnnounced, true))
+            return;
+        control->NotifyUnitChanged(2); // its job has ended already
+    };
+    control->Paint();
+    control->grab();
+    layouts->without.clear();
+    layouts->Asked();
+    control->grab();
+    EXPECT_EQ(layouts->Asked(), std::vector<int>{2});
+}
+
 TEST_F(LayoutStrip, AMoveTakesTheFocusButFromATextEditor)
 {
     QLineEdit editor(&parent);
