@@ -123,6 +123,8 @@ TEST_F(TextTools, ReplacingOneByOneReplacesWhatIsShown)
                       Qt::LeftButton);
     EXPECT_EQ(Title(0), "ferry-boat to the harbour");
     EXPECT_EQ(Place(), "page 1 9-14");
+    EXPECT_TRUE(window.statusBar()->currentMessage().startsWith(QStringLiteral("Page 2")))
+        << "says where it went on";
     SetTitle("nothing of it"); // what was found is gone meanwhile
     QTest::mouseClick(Open<CKvFindReplaceTxtDlg>(kTextFindReplace).GetDlgItem(kKvReplaceButton),
                       Qt::LeftButton);

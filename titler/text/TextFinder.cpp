@@ -147,6 +147,11 @@ int TextFinder::Find(const wchar_t* text, BOOL matchCase)
         ForgetHit();
         return kKvFindNotFound;
     }
+    return Announce(hasWrapped);
+}
+
+int TextFinder::Announce(bool hasWrapped)
+{
     ShowHit(*m_hit);
     const int place = PlaceOf(*m_hit);
     const bool isPage = m_hit->page >= 0;
@@ -188,8 +193,7 @@ int TextFinder::Replace(const wchar_t* text, const wchar_t* replacement, BOOL ma
         emit Found(Text(kTextReplacedLast));
         return 0;
     }
-    ShowHit(*m_hit);
-    return hasWrapped ? kFoundWrapped : 0;
+    return Announce(hasWrapped);
 }
 
 void TextFinder::RefuseLong(int page)

@@ -81,6 +81,8 @@ private:
     Start StartHere() const;
     bool GoOn(const SubtitleMatches& matches, const Start& start, bool& hasWrapped);
     void ShowHit(const Hit& hit);
+    /// Shows the hit and says where it stands. @return the result of the search that found it.
+    int Announce(bool hasWrapped);
     void ForgetHit();
     int ReplaceAll(const SubtitleMatches& matches, const QString& step, const QString& replacement);
     void RefuseLong(int page);
