@@ -1,6 +1,7 @@
 // The pictures of the layout strip.
 #include "KvLayoutSelector.h"
 #include "Pictures.h"
+#include "pages/LentPicture.h"
 
 #include <QApplication>
 #include <QImage>
@@ -18,30 +19,11 @@ constexpr QSize kRowSize(620, 112);
 constexpr QSize kColumnSize(150, 330);
 constexpr SIZE kLayoutSize(1920, 1080);
 
-/// A picture that is made anew for each request.
-class Thumb : public IKvThumbImage
+// The strip wants straight alpha.
+IKvThumbImage* Lent(const QImage& image)
 {
-public:
-    explicit Thumb(const QImage& image) : m_image(image.convertToFormat(QImage::Format_ARGB32)) {}
-    virtual ~Thumb() = default;
-    int Lock(UINT& width, UINT& height, int& stride, const DWORD*& pixels) override
-    {
-        width = static_cast<UINT>(m_image.width());
-        height = static_cast<UINT>(m_image.height());
-        stride = static_cast<int>(m_image.bytesPerLine());
-        pixels = reinterpret_cast<const DWORD*>(m_image.constBits());
-        return 1;
-    }
-    void Unlock() override {}
-    int Release() override
-    {
-        delete this;
-        return 0;
-    }
-
-private:
-    QImage m_image;
-};
+    return new titler::LentPicture(image.convertToFormat(QImage::Format_ARGB32));
+}
 
 QImage LayoutPicture(int index)
 {
@@ -97,9 +79,9 @@ public:
         constexpr const wchar_t* names[] = {L"Opening", L"Cast", L"Dedication to the crew", L"", L"Thanks"};
         const std::wstring text = names[std::min(index, 4)];
         std::copy(text.begin(), text.end(), name);
-        *thumbnail = new Thumb(LayoutPicture(index));
+        *thumbnail = Lent(LayoutPicture(index));
         if (index == 1)
-            *mark = new Thumb(CheckMark());
+            *mark = Lent(CheckMark());
         return 1;
     }
     BOOL IsSelected(int index) override { return index == m_selected ? 1 : 0; }
