@@ -14,13 +14,13 @@ namespace {
 
 enum Texts : std::uint32_t
 {
-    kTextFirstChannel = 12140, ///< red, green, blue, hue, saturation, brightness, alpha
-    kTextNumber = 12147,
-    kTextDegrees = 12148,
-    kTextPercent = 12149,
-    kTextField = 12150,
-    kTextSlider = 12151,
-    kTextAlphaSlider = 12152,
+    kTextFirstChannel = 20340, ///< red, green, blue, hue, saturation, brightness, alpha
+    kTextNumber = 20347,
+    kTextDegrees = 20348,
+    kTextPercent = 20349,
+    kTextField = 20350,
+    kTextSlider = 20351,
+    kTextAlphaSlider = 20352,
 };
 
 ColourChannel ChannelOf(AccessibleParts::Key key)

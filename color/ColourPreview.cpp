@@ -16,7 +16,7 @@ namespace kv {
 
 namespace {
 
-constexpr std::uint32_t kTextPreview = 12158;
+constexpr std::uint32_t kTextPreview = 20358;
 constexpr DWORD kDefaultFrameColour = 0xFF686870u;
 
 void DrawBoth(PixelView picture, const DeviceGrid& grid, DWORD colour, DWORD frame)

@@ -20,12 +20,12 @@ using kv::ColourPanelModel;
 
 enum Texts : std::uint32_t
 {
-    kTextRange = 12153,
-    kTextChannel = 12154,
-    kTextChannelTip = 12155,
-    kTextRgb = 12156,
-    kTextHsb = 12157,
-    kTextPanel = 12166,
+    kTextRange = 20353,
+    kTextChannel = 20354,
+    kTextChannelTip = 20355,
+    kTextRgb = 20356,
+    kTextHsb = 20357,
+    kTextPanel = 20366,
 };
 
 constexpr UINT kChildStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;

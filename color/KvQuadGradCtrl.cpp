@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr UINT kMenu = 12100;
+constexpr UINT kMenu = 20300;
 
 std::optional<kv::PixelFormat> PixelFormatOf(const QImage& image)
 {

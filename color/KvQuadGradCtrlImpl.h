@@ -16,13 +16,13 @@ namespace kv {
 /// The commands of the context menu.
 enum QuadMenuCommand : UINT
 {
-    kQuadCopy = 12101,
-    kQuadPaste = 12102,
-    kQuadExchangeWithSelected = 12103,
-    kQuadExchangeLeftAndRight = 12104,
-    kQuadExchangeTopAndBottom = 12105,
-    kQuadTurnClockwise = 12106,
-    kQuadTurnCounterclockwise = 12107,
+    kQuadCopy = 20301,
+    kQuadPaste = 20302,
+    kQuadExchangeWithSelected = 20303,
+    kQuadExchangeLeftAndRight = 20304,
+    kQuadExchangeTopAndBottom = 20305,
+    kQuadTurnClockwise = 20306,
+    kQuadTurnCounterclockwise = 20307,
 };
 
 } // namespace kv

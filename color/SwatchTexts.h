@@ -9,13 +9,13 @@ namespace kv {
 
 enum SwatchTextNumber : std::uint32_t
 {
-    kTextSwatches = 12100,
-    kTextSwatch = 12101,
-    kTextAlphaCell = 12102,
-    kTextChannels = 12103,
-    kTextQuadGradient = 12104,
-    kTextQuadCorner = 12105,
-    kTextFirstCorner = 12106, ///< and the three that follow, in the corners' order
+    kTextSwatches = 20300,
+    kTextSwatch = 20301,
+    kTextAlphaCell = 20302,
+    kTextChannels = 20303,
+    kTextQuadGradient = 20304,
+    kTextQuadCorner = 20305,
+    kTextFirstCorner = 20306, ///< and the three that follow, in the corners' order
 };
 
 /// A colour's numbers.

@@ -126,7 +126,7 @@ public:
 };
 
 /// The command that a picked character is sent with.
-inline constexpr unsigned KvCharMapCommand = 12240;
+inline constexpr unsigned KvCharMapCommand = 20440;
 
 // The items of the dialog.
 inline constexpr UINT kKvCharMapGrid = 20001;

@@ -7,9 +7,9 @@ namespace kv {
 
 enum StripTextNumber : std::uint32_t
 {
-    kTextLayouts = 12180,
-    kTextLayout = 12181,
-    kTextNamedLayout = 12182,
+    kTextLayouts = 20380,
+    kTextLayout = 20381,
+    kTextNamedLayout = 20382,
 };
 
 /// The strip, as a screen reader sees it. What its user does may delete the control.

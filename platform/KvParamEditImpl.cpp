@@ -16,15 +16,15 @@
 namespace {
 
 constexpr int kPage = 10;
-constexpr UINT kMenu = 12160;
+constexpr UINT kMenu = 20360;
 
 enum MenuCommand : UINT
 {
-    kMenuCut = 12161,
-    kMenuCopy = 12162,
-    kMenuPaste = 12163,
-    kMenuDelete = 12164,
-    kMenuSelectAll = 12165,
+    kMenuCut = 20361,
+    kMenuCopy = 20362,
+    kMenuPaste = 20363,
+    kMenuDelete = 20364,
+    kMenuSelectAll = 20365,
 };
 
 bool IsPaste(const QKeyEvent& key)

@@ -7,8 +7,8 @@ std::span<const DialogTemplate> BuiltInDialogs()
     static constexpr DialogTemplate dialogs[] = {
         {10034, 244, 64},  // find and replace
         {12016, 411, 211}, // ease dialog
-        {12200, 0, 0},     // character map, which lays itself out
         {14010, 172, 104}, // colour panel
+        {20400, 0, 0},     // character map, which lays itself out
     };
     return dialogs;
 }

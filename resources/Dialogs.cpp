@@ -31,11 +31,11 @@ std::span<const TextEntry> BuiltInDialogTexts()
         {12016, 65535,
          L"middle button/wheel--zoom view vertically; right button--pan view vertically; "
          L"double click--reset view"},
-        // 12200: character map
-        {12200, kDialogTitle, L"Character Map"},
         // 14010: colour panel
         {14010, kDialogTitle, L"Color"},
         {14010, 65535, L"A"},
+        // 20400: character map
+        {20400, kDialogTitle, L"Character Map"},
     };
     return texts;
 }

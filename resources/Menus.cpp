@@ -38,26 +38,6 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {12071, 32856, L"Copy Selected Log to Clipboard"},
         {12071, 32857, L"Copy All Log to Clipboard"},
         {12071, 32858, L"Clear All Log"},
-        // 12100: four-corner gradient
-        {12100, 12101, L"&Copy\tCtrl+C"},
-        {12100, 12102, L"&Paste\tCtrl+V"},
-        {12100, 12103, L"E&xchange with Selected Corner"},
-        {12100, 12104, L"Exchange &Left and Right"},
-        {12100, 12105, L"Exchange &Top and Bottom"},
-        {12100, 12106, L"Turn Cloc&kwise"},
-        {12100, 12107, L"Turn Counterclock&wise"},
-        // 12160: number
-        {12160, 12161, L"Cu&t\tCtrl+X"},
-        {12160, 12162, L"&Copy\tCtrl+C"},
-        {12160, 12163, L"&Paste\tCtrl+V"},
-        {12160, 12164, L"&Delete"},
-        {12160, 12165, L"Select &All\tCtrl+A"},
-        // 12240: character map
-        {12240, 12241, L"&Insert\tEnter"},
-        {12240, 12242, L"&Copy\tCtrl+C"},
-        {12240, 12243, L"C&ollect\tSpace"},
-        {12240, 12244, L"Add to &Favorites\tCtrl+D"},
-        {12240, 12245, L"Remove from &Favorites\tCtrl+D"},
         // 20100: lists of texts
         {20100, 33001, L"Cu&t\tCtrl+X"},
         {20100, 33002, L"&Copy\tCtrl+C"},
@@ -66,6 +46,26 @@ std::span<const TextEntry> BuiltInMenuTexts()
         {20100, 33005, L"Select &All\tCtrl+A"},
         {20100, 33006, L"Insert A&bove\tCtrl+Shift+Enter"},
         {20100, 33007, L"&Insert Below\tCtrl+Enter"},
+        // 20300: four-corner gradient
+        {20300, 20301, L"&Copy\tCtrl+C"},
+        {20300, 20302, L"&Paste\tCtrl+V"},
+        {20300, 20303, L"E&xchange with Selected Corner"},
+        {20300, 20304, L"Exchange &Left and Right"},
+        {20300, 20305, L"Exchange &Top and Bottom"},
+        {20300, 20306, L"Turn Cloc&kwise"},
+        {20300, 20307, L"Turn Counterclock&wise"},
+        // 20360: number
+        {20360, 20361, L"Cu&t\tCtrl+X"},
+        {20360, 20362, L"&Copy\tCtrl+C"},
+        {20360, 20363, L"&Paste\tCtrl+V"},
+        {20360, 20364, L"&Delete"},
+        {20360, 20365, L"Select &All\tCtrl+A"},
+        // 20440: character map
+        {20440, 20441, L"&Insert\tEnter"},
+        {20440, 20442, L"&Copy\tCtrl+C"},
+        {20440, 20443, L"C&ollect\tSpace"},
+        {20440, 20444, L"Add to &Favorites\tCtrl+D"},
+        {20440, 20445, L"Remove from &Favorites\tCtrl+D"},
     };
     static_assert(AreSorted(texts));
     return texts;
@@ -74,23 +74,23 @@ std::span<const TextEntry> BuiltInMenuTexts()
 std::span<const MenuEntry> BuiltInMenus()
 {
     static constexpr MenuEntry menus[] = {
-        {12002, 32772},          {12002, 32774},          {12002, 32775},          {12002, 32776},
-        {12002, kMenuSeparator}, {12002, 32789},          {12002, kMenuSeparator}, {12002, 32778},
-        {12002, 32780},          {12002, 32785},          {12002, 32787},          {12002, 32784},
-        {12015, 32808},          {12015, 32809},          {12027, 32813},          {12027, 32814},
-        {12027, 32815},          {12027, 32816},          {12027, kMenuSeparator}, {12027, 32822},
-        {12027, 32823},          {12027, 32824},          {12027, kMenuSeparator}, {12027, 32826},
-        {12071, 32850},          {12071, 32851},          {12071, 32852},          {12071, 32853},
-        {12071, kMenuSeparator}, {12071, 32854},          {12071, 32855},          {12071, kMenuSeparator},
-        {12071, 32856},          {12071, 32857},          {12071, kMenuSeparator}, {12071, 32858},
-        {12100, 12101},          {12100, 12102},          {12100, kMenuSeparator}, {12100, 12103},
-        {12100, 12104},          {12100, 12105},          {12100, kMenuSeparator}, {12100, 12106},
-        {12100, 12107},          {12160, 12161},          {12160, 12162},          {12160, 12163},
-        {12160, 12164},          {12160, kMenuSeparator}, {12160, 12165},          {12240, 12241},
-        {12240, 12242},          {12240, 12243},          {12240, kMenuSeparator}, {12240, 12244},
-        {12240, 12245},          {20100, 33001},          {20100, 33002},          {20100, 33003},
-        {20100, 33004},          {20100, kMenuSeparator}, {20100, 33005},          {20100, kMenuSeparator},
-        {20100, 33006},          {20100, 33007},
+        {12002, 32772},          {12002, 32774}, {12002, 32775},          {12002, 32776},
+        {12002, kMenuSeparator}, {12002, 32789}, {12002, kMenuSeparator}, {12002, 32778},
+        {12002, 32780},          {12002, 32785}, {12002, 32787},          {12002, 32784},
+        {12015, 32808},          {12015, 32809}, {12027, 32813},          {12027, 32814},
+        {12027, 32815},          {12027, 32816}, {12027, kMenuSeparator}, {12027, 32822},
+        {12027, 32823},          {12027, 32824}, {12027, kMenuSeparator}, {12027, 32826},
+        {12071, 32850},          {12071, 32851}, {12071, 32852},          {12071, 32853},
+        {12071, kMenuSeparator}, {12071, 32854}, {12071, 32855},          {12071, kMenuSeparator},
+        {12071, 32856},          {12071, 32857}, {12071, kMenuSeparator}, {12071, 32858},
+        {20100, 33001},          {20100, 33002}, {20100, 33003},          {20100, 33004},
+        {20100, kMenuSeparator}, {20100, 33005}, {20100, kMenuSeparator}, {20100, 33006},
+        {20100, 33007},          {20300, 20301}, {20300, 20302},          {20300, kMenuSeparator},
+        {20300, 20303},          {20300, 20304}, {20300, 20305},          {20300, kMenuSeparator},
+        {20300, 20306},          {20300, 20307}, {20360, 20361},          {20360, 20362},
+        {20360, 20363},          {20360, 20364}, {20360, kMenuSeparator}, {20360, 20365},
+        {20440, 20441},          {20440, 20442}, {20440, 20443},          {20440, kMenuSeparator},
+        {20440, 20444},          {20440, 20445},
     };
     return menus;
 }

@@ -5,19 +5,19 @@
 
 namespace kv {
 
-inline constexpr UINT kTextCharacters = 12200;
-inline constexpr UINT kTextSearchHint = 12201;
-inline constexpr UINT kTextNoMatch = 12202;
-inline constexpr UINT kTextRecent = 12203;
-inline constexpr UINT kTextFavorites = 12204;
-inline constexpr UINT kTextCollected = 12205;
-inline constexpr UINT kTextInsert = 12206;
-inline constexpr UINT kTextCollect = 12207;
-inline constexpr UINT kTextCopy = 12208;
-inline constexpr UINT kTextFavorite = 12209;
-inline constexpr UINT kTextNoFace = 12210;
-inline constexpr UINT kTextNothingSelected = 12211;
-inline constexpr UINT kTextNoCharacters = 12212;
-inline constexpr UINT kTextFavoritesFull = 12213;
+inline constexpr UINT kTextCharacters = 20400;
+inline constexpr UINT kTextSearchHint = 20401;
+inline constexpr UINT kTextNoMatch = 20402;
+inline constexpr UINT kTextRecent = 20403;
+inline constexpr UINT kTextFavorites = 20404;
+inline constexpr UINT kTextCollected = 20405;
+inline constexpr UINT kTextInsert = 20406;
+inline constexpr UINT kTextCollect = 20407;
+inline constexpr UINT kTextCopy = 20408;
+inline constexpr UINT kTextFavorite = 20409;
+inline constexpr UINT kTextNoFace = 20410;
+inline constexpr UINT kTextNothingSelected = 20411;
+inline constexpr UINT kTextNoCharacters = 20412;
+inline constexpr UINT kTextFavoritesFull = 20413;
 
 } // namespace kv

@@ -12,7 +12,7 @@
 #include <algorithm>
 
 namespace {
-constexpr UINT kTemplate = 12200;
+constexpr UINT kTemplate = 20400;
 }
 
 CKvCharMapDlg::CKvCharMapDlg() : m_impl(std::make_unique<Impl>(*this))

@@ -22,12 +22,12 @@ constexpr int kMargin = 10;
 constexpr int kSpacing = 6;
 constexpr int kRowHeight = 26; // of edits and buttons
 
-constexpr UINT kMenu = 12240;
-constexpr UINT kMenuInsert = 12241;
-constexpr UINT kMenuCopy = 12242;
-constexpr UINT kMenuCollect = 12243;
-constexpr UINT kMenuAddFavorite = 12244;
-constexpr UINT kMenuRemoveFavorite = 12245;
+constexpr UINT kMenu = 20440;
+constexpr UINT kMenuInsert = 20441;
+constexpr UINT kMenuCopy = 20442;
+constexpr UINT kMenuCollect = 20443;
+constexpr UINT kMenuAddFavorite = 20444;
+constexpr UINT kMenuRemoveFavorite = 20445;
 
 constexpr UINT kInsertTip = 20240;
 constexpr UINT kFavoriteTip = 20241;

@@ -89,16 +89,49 @@ TEST_F(TextTools, FindWalksThroughAllTitlesAndSubtitlesAndRoundAgain)
     EXPECT_EQ(places,
               (std::vector<std::string>{"page 0 0-5", "page 1 9-14", "page 1 26-31", "row 0", "page 0 0-5"}));
     EXPECT_TRUE(window.statusBar()->currentMessage().startsWith(Text(kTextFoundAround, {QString()})));
-    // The page that holds the hit goes between two searches: on from the cursor in the page that is shown.
+    // The page that holds the hit goes between two searches: on from the beginning of the one that is shown.
     Run(kTextFindAgain);
     DeletePage(window.Project());
     Run(kTextFindAgain);
-    EXPECT_EQ(Place(), "row 0");
+    EXPECT_EQ(Place(), "page 0 0-5");
     auto& dialog = Open<CKvFindReplaceTxtDlg>(kTextFindReplace);
     qobject_cast<QCheckBox*>(dialog.GetDlgItem(kKvMatchCaseCheck))->setChecked(true);
     Ask("FERRY", "", kKvFindNextButton);
     ASSERT_EQ(asked.size(), 1);
     EXPECT_TRUE(asked[0].contains(QStringLiteral("\"FERRY\"")));
+}
+
+TEST_F(TextTools, AnotherPageIsSearchedFromItsBeginning)
+{
+    Field().setFocus();
+    Field().moveCursor(QTextCursor::End);
+    window.Project().ChoosePage(1);
+    Ask("ferry", "", kKvFindNextButton);
+    EXPECT_EQ(Place(), "page 1 9-14");
+}
+
+TEST_F(TextTools, ASearchGoesOnWhenTheFoundRowIsGone)
+{
+    window.Show(Workspace::Subtitles);
+    Ask("ferry", "", kKvFindNextButton);
+    ASSERT_EQ(Place(), "row 0");
+    QTest::keyClick(&panel.List(), Qt::Key_Delete);
+    ASSERT_EQ(panel.List().GetItemCount(), 1);
+    Run(kTextFindAgain);
+    EXPECT_EQ(Place(), "page 0 0-5");
+}
+
+TEST_F(TextTools, ATitleThatWouldBecomeTooLongStays)
+{
+    const QString full(kLongestText, u'a');
+    window.Project().Edit(EditKind::Single, "text", [&](Project& project) { project.title.text = full; });
+    Ask("a", "bb", kKvReplaceButton); // shows the first
+    QTest::mouseClick(Open<CKvFindReplaceTxtDlg>(kTextFindReplace).GetDlgItem(kKvReplaceButton),
+                      Qt::LeftButton);
+    EXPECT_EQ(Title(0), full);
+    Ask("a", "bb", kKvReplaceAllButton);
+    EXPECT_EQ(Title(0), full);
+    EXPECT_EQ(Title(1), "The lbbst ferry, the first ferry") << "the others are replaced";
 }
 
 TEST_F(TextTools, ReplacingAllIsOneStepOfEachHistory)
@@ -131,6 +164,20 @@ TEST_F(TextTools, ReplacingOneByOneReplacesWhatIsShown)
     EXPECT_EQ(Title(1), "nothing of it");
     EXPECT_EQ(Place(), "row 0");
     EXPECT_EQ(panel.List().GetItemText(0, kKvSubTitleText), L"A ferry leaves");
+    QTest::mouseClick(Open<CKvFindReplaceTxtDlg>(kTextFindReplace).GetDlgItem(kKvReplaceButton),
+                      Qt::LeftButton);
+    EXPECT_EQ(panel.List().GetItemText(0, kKvSubTitleText), L"A ferry-boat leaves");
+    EXPECT_EQ(Place(), "page 0 0-5") << "the replacements are found in turn, from the beginning";
+}
+
+TEST_F(TextTools, TheLastReplacementSaysSo)
+{
+    Ask("nobody", "all", kKvReplaceButton);
+    QTest::mouseClick(Open<CKvFindReplaceTxtDlg>(kTextFindReplace).GetDlgItem(kKvReplaceButton),
+                      Qt::LeftButton);
+    EXPECT_EQ(panel.List().GetItemText(1, kKvSubTitleText), L"all");
+    EXPECT_EQ(window.statusBar()->currentMessage(), Text(kTextReplacedLast));
+    EXPECT_TRUE(asked.isEmpty()) << "that is no failure";
 }
 
 TEST_F(TextTools, ACharacterGoesWhereOneWasWriting)
@@ -179,6 +226,13 @@ TEST_F(TextTools, CharactersAndTheirFaceAreKept)
             project.title.fontFamily = QStringLiteral("no such face");
         });
         EXPECT_EQ(map.GetFont(), L"no such face");
+    }
+    { // a run that never opens the map loses nothing
+        Settings settings(file);
+        ASSERT_EQ(settings.Load(), QString());
+        MainWindow other;
+        other.Remember(settings);
+        other.close();
     }
     Settings settings(file);
     EXPECT_EQ(settings.Load(), QString());

@@ -20,6 +20,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace titler {
 
@@ -203,6 +204,8 @@ void TextInspector::ShowProject()
     const QSignalBlocker bold(m_bold);
     const QSignalBlocker italic(m_italic);
     ShowText(title.text);
+    if (std::exchange(m_page, m_document.Current().pageIndex) != m_document.Current().pageIndex)
+        m_text->moveCursor(QTextCursor::Start); // a place in another page's text means nothing here
     const QString family = ShownFamily();
     if (m_family->currentText() != family) {
         m_family->setCurrentIndex(m_family->findText(family, Qt::MatchFixedString));

@@ -49,6 +49,7 @@ private:
 
     Document& m_document;
     QPlainTextEdit* m_text;
+    int m_page = 0; ///< whose text it shows
     QFontComboBox* m_family;
     QDoubleSpinBox* m_size;
     QToolButton* m_bold;
