@@ -1,4 +1,5 @@
-// The list of the application's log: a line a message, in colours by type, with a date line at each new day.
+/// @file
+/// The list of the application's log: a line a message, in colours by type, with a date line at each new day.
 #pragma once
 
 #include "KvReportListCtrl.h"
@@ -52,39 +53,40 @@ public:
 
     /// Adds a message behind all lines, and a date line before it when its day of the month is another than
     /// that of the message before; trims; then selects and shows the message as the follow mode has it.
-    /// @return 1; 0, nothing changed, for a type outside 0 … 9.
+    /// @param message copied. @return 1; 0, nothing changed, for a type outside 0 … 9.
     int AddAppLogMsg(const SKvAppLogMsgData& message);
-    /// The same for each in order; those of a type outside 0 … 9 are skipped.
+    /// The same for each in order. @param messages those of a type outside 0 … 9 are skipped.
     /// @return 1; 0 when none was added.
     int AddAppLogMsg(const CArray<SKvAppLogMsgData, const SKvAppLogMsgData&>& messages);
     /// The same from any thread, while this object lives: the message is taken in at the next operation, else
     /// within frames, without holding the window. Messages of one thread keep their order, and the lines are
     /// in the end those that adding one by one would leave, followed as one by one. Of more messages than the
     /// maximum that wait at a time the older ones leave no line; in follow mode 1 they are not followed.
-    /// @return 1; 0 for a type outside 0 … 9.
+    /// @param message copied. @return 1; 0 for a type outside 0 … 9.
     int PostAppLogMsg(const SKvAppLogMsgData& message);
     /// Adds a text of any length as of now: several messages where it is longer than one can be.
-    /// @return 1; 0 for a type outside 0 … 9.
+    /// @param type, level as in `SKvAppLogMsgData`. @param text any. @return 1; 0 for a type outside 0 … 9.
     int AddAppLogText(int type, unsigned short level, const CString& text);
-    /// The same from any thread.
+    /// The same from any thread. @param type, level, text as above. @return 1; 0 for a type outside 0 … 9.
     int PostAppLogText(int type, unsigned short level, const CString& text);
-    /// The local time.
+    /// @return the local time now.
     static SYSTEMTIME GetLocalTime();
-    /// Adds spacers; none for 0 or less, nor beyond 65,535 lines, the largest maximum. Leaves the selection.
-    /// @return the last line's index; -1 when the list is empty.
+    /// Adds spacers. Leaves the selection. @param count none for 0 or less, nor beyond 65,535 lines, the
+    /// largest maximum. @return the last line's index; -1 when the list is empty.
     int AddEmptySeparateLine(int count);
     /// Adds a date line; a spacer instead when the date is that of the last date line which this operation
-    /// added. Leaves the selection. @return 1.
+    /// added. Leaves the selection. @param time whose date counts. @return 1.
     int AddTimeSeparateLine(const SYSTEMTIME& time);
 
     /// Removes all lines and adds a date line of today, as the menu does; the next message begins a new day.
     /// Asks nothing and tells nobody. @return 1.
     int ClearLog();
-    /// Sets how many lines are kept, 500 at first. @param apply non-zero trims at once; when lines go, the
-    /// last line is selected and shown. @return the maximum before.
+    /// Sets how many lines are kept. @param count 500 at first. @param apply non-zero trims at once; when
+    /// lines go, the last line is selected and shown. @return the maximum before.
     unsigned short SetMaxLogLineCounts(unsigned short count, int apply);
+    /// @return how many lines are kept.
     unsigned short GetMaxLogLineCounts() const;
-    /// How many messages of that type there are, shown or not; 0 for a type outside 0 … 9.
+    /// @param type any. @return how many messages of it there are, shown or not; 0 for a type outside 0 … 9.
     int GetTypeCount(int type) const;
 
     // Colours, 0xAARRGGBB: one table for all lists.
@@ -94,34 +96,39 @@ public:
     /// type 0 have the list's own colours all the same.
     /// @param back, text ten colours each; null leaves that table.
     void SetColor(const DWORD* back, const DWORD* text);
-    /// Reads ten colours each; a null one is left out.
+    /// @param back, text receive ten colours each; a null one is left out.
     void GetColor(DWORD* back, DWORD* text) const;
 
     // Files and clipboard. A line is "[type][level][time][content]"; date lines and spacers are left out.
 
     /// Reads what `SaveAppLogToFile` wrote and adds each message as `AddAppLogMsg` does. Lines that are no
     /// messages come in as messages of type 0 and level 0.
-    /// @param replace non-zero removes all lines before. @return 1, also for an empty file; 0, nothing
-    /// changed, when it cannot be read.
+    /// @param path the file. @param replace non-zero removes all lines before. @return 1, also for an empty
+    /// file; 0, nothing changed, when it cannot be read.
     int LoadAppLogFmFile(const wchar_t* path, int replace);
     /// Writes UTF-8, replacing the file as a whole. A line break inside a message becomes one with a tab
-    /// behind it. Shows no box. @param selectedOnly non-zero: the selected lines that are shown.
+    /// behind it. Shows no box. @param path the file.
+    /// @param selectedOnly non-zero: the selected lines that are shown.
     /// @return 1; 0, no file touched, when there is nothing to write, or when it cannot be written.
     int SaveAppLogToFile(const wchar_t* path, int selectedOnly);
     /// The same to the clipboard, as text without a line end behind the last line.
+    /// @param selectedOnly as above.
+    /// @return 1; 0 when there is nothing to copy.
     int SaveAppLogToSysClipboard(int selectedOnly);
 
     // What is shown.
 
     /// @param mode an EKvAppLogFollow; others change nothing.
     void SetFollowMode(int mode);
+    /// @return an EKvAppLogFollow.
     int GetFollowMode() const;
-    /// Shows the messages whose type's bit is set (bit n for type n); all ten show everything. Date lines
+    /// Filters by type. @param mask bit n shows the messages of type n; all ten show everything. Date lines
     /// stay. While anything is filtered spacers are hidden.
     void SetTypeFilter(DWORD mask);
-    /// Shows the messages whose content has that text in it; null or empty shows all.
+    /// Shows the messages whose content has a text in it. @param text null or empty shows all.
+    /// @param matchCase 0: the case of letters does not count.
     void SetTextFilter(const wchar_t* text, BOOL matchCase);
-    /// Opens the find bar below the lines and gives it the focus, or closes it.
+    /// Opens the find bar below the lines and gives it the focus. @param show 0 closes it.
     void ShowFindBar(BOOL show);
 
 Q_SIGNALS:
@@ -132,21 +139,24 @@ protected:
     /// Where the colours of types 0 … 9 are held, for all lists: four colours, those of types 4 … 9 being
     /// that of type 0.
     static DWORD* const m_pcBackColor[10];
-    static DWORD* const m_pcTextColor[10];
+    static DWORD* const m_pcTextColor[10]; ///< likewise, of the texts
 
-    /// Adds the line of a message, nothing else. @return its index; 0, nothing added, for a type outside
-    /// 0 … 9.
+    /// Adds the line of a message, nothing else. @param message copied. @return its index; 0, nothing added,
+    /// for a type outside 0 … 9.
     int _AddNewLogLine(const SKvAppLogMsgData& message);
     /// Trims where the maximum is reached. @return 1 when lines went.
     int _CheckMaxLogLineCounts();
-    /// The line as it is copied. @return 1; 0, `out` as it was, for date lines and spacers.
+    /// The line as it is copied. @param line any. @param out receives it.
+    /// @return 1; 0, `out` as it was, for date lines and spacers.
     int _FormatLogLine(int line, CString& out) const;
 
     void _BeforeQuery() const override;
     /// Counts follow lines that a derived list changes; an override calls this one.
+    /// @param kind, rows, column see `CKvReportListCtrl`.
     void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override;
 
     /// Pictures are drawn in the cell less 3 pixels on each side, as large as they fit in their own shape.
+    /// @param graphics, line, column see `CKvReportListCtrl`.
     void DrawItem(Graphics* graphics, int line, int column) override;
     CString _GetCellName(int line, int column) const override;
     int _GetColumnTextStyle(int line, int column) override;

@@ -1,5 +1,6 @@
-// Two-dimensional curves of cubic Bezier segments through key points, and the fast evaluation of one such
-// segment as an ease y(x). Needs no toolkit; any thread, but one curve belongs to one thread at a time.
+/// @file
+/// Two-dimensional curves of cubic Bezier segments through key points, and the fast evaluation of one such
+/// segment as an ease y(x). Needs no toolkit; any thread, but one curve belongs to one thread at a time.
 #pragma once
 
 #include "KvTypes.h"
@@ -10,28 +11,29 @@
 /// A key point of a curve. Tangents are relative to the position.
 struct SKvBezierKey
 {
-    std::uint32_t flags = 0;
-    std::int32_t index = -1; ///< -1 while the key is in no curve
-    float x = 0;
-    float y = 0;
-    float inX = 0; ///< towards the key before
-    float inY = 0;
-    float outX = 0; ///< towards the key after
-    float outY = 0;
+    std::uint32_t flags = 0;               ///< passed through unchanged
+    std::int32_t index = -1;               ///< -1 while the key is in no curve
+    float x = 0;                           ///< position to the right
+    float y = 0;                           ///< position upwards
+    float inX = 0;                         ///< towards the key before
+    float inY = 0;                         ///< likewise
+    float outX = 0;                        ///< towards the key after
+    float outY = 0;                        ///< likewise
     std::uint32_t reserved[3] = {0, 1, 1}; ///< passed through unchanged
 };
 static_assert(sizeof(SKvBezierKey) == 44);
 
+/// A point of a curve, in the curve's own space.
 struct SKvCurvePoint
 {
-    double x = 0;
-    double y = 0;
+    double x = 0; ///< to the right
+    double y = 0; ///< upwards
 };
 
 /// One cubic: start, two control points, end.
 struct SKvBezierSegment
 {
-    SKvCurvePoint points[4];
+    SKvCurvePoint points[4]; ///< in that order
 };
 
 /// The segments of a curve in order, each beginning where the one before ended.
@@ -43,24 +45,29 @@ using KvBezierPath = std::vector<SKvBezierSegment>;
 class IKvBezierCurve2D
 {
 public:
-    /// Destroys the curve.
+    /// Destroys the curve. @return 1.
     virtual int Release() = 0;
-    /// Removes all keys.
+    /// Removes all keys. @return 1.
     virtual int Reset() = 0;
+    /// @return how many keys there are.
     virtual int GetKeyCount() = 0;
+    /// @param index 0 … count - 1. @param key receives it. @return 1; 0 for an index that is none.
     virtual int GetKey(int index, SKvBezierKey& key) = 0;
-    /// Replaces a key; its index stays. Values that are not finite are refused.
+    /// Replaces a key; its index stays. @param index 0 … count - 1. @param key the new one.
+    /// @return 1; 0 for an index that is none and for values that are not finite.
     virtual int SetKey(int index, const SKvBezierKey& key) = 0;
-    /// Appends the curve's segments, in the curve's own space. Fewer than two keys have none.
+    /// @param path gets the curve's segments appended, in the curve's own space; fewer than two keys have
+    /// none. @return 1 or 0.
     virtual int AddToPath(KvBezierPath& path) = 0;
-    /// Appends a key and gives it its index. Values that are not finite are refused.
+    /// Appends a key and gives it its index. @param key the key. @return 1; 0 for values that are not finite.
     virtual int AddKey(const SKvBezierKey& key) = 0;
 
 protected:
     ~IKvBezierCurve2D() = default;
 };
 
-/// Makes an empty curve, to be destroyed by its `Release`. @return 1; 0 for null or without memory.
+/// Makes an empty curve, to be destroyed by its `Release`. @param curve receives it.
+/// @return 1; 0 for null or without memory.
 KV_API int KvCreateBezierCurve2D(IKvBezierCurve2D** curve);
 
 /// y(x) along one cubic whose x rises from start to end; prepared once, then evaluated fast. A value type
@@ -79,13 +86,17 @@ public:
     /// empty or reversed segment and values that are not finite, or too large to reckon with, step from P0.y
     /// to P1.y at P1.x. Throws std::bad_alloc without memory.
     explicit KvBezierEase(const double points[8]);
+    /// Shares what was prepared.
     KvBezierEase(const KvBezierEase&);
+    /// Shares what was prepared. @return this one.
     KvBezierEase& operator=(const KvBezierEase&);
     ~KvBezierEase();
 
+    /// @param x in the segment's time.
     /// @return P0.y up to the segment's start (and for what is not a number), P1.y from its end on.
     double Value(double x) const;
-    /// dy/dx at `x`; infinite where the curve is vertical, 0 outside the segment.
+    /// @param x in the segment's time.
+    /// @return dy/dx there; infinite where the curve is vertical, 0 outside the segment.
     double Speed(double x) const;
 
 private:

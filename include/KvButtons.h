@@ -1,4 +1,5 @@
-// The base buttons: small children of a control or dialog that tell their parent of a click.
+/// @file
+/// The base buttons: small children of a control or dialog that tell their parent of a click.
 #pragma once
 
 #include "KvPlatform.h"
@@ -29,34 +30,38 @@ class KV_API CKvBitmapButton : public QAbstractButton, public IKvGuiWnd
     Q_OBJECT
 
 public:
+    /// A button without a picture that is not created yet.
     CKvBitmapButton();
     ~CKvBitmapButton() override;
 
     /// Makes the button a child of `parent`.
-    /// @param rect geometry in the parent's coordinates.
+    /// @param id its number. @param parent may be null. @param rect geometry in the parent's coordinates.
     /// @param style WS_VISIBLE shows it, WS_DISABLED disables it, WS_TABSTOP lets Tab reach it.
+    /// @param imageName see `UpdateBitmap`.
     /// @param toolTip its tool tip and, unless `accessibleName` is set, its name; null for none.
     /// @return 1; 0 when it was created before.
     int CreateButton(UINT id, CWnd* parent, const CRect& rect, UINT style, const wchar_t* imageName,
                      const wchar_t* toolTip);
-    /// Shows another picture. Null or a name that the skin does not have shows none.
+    /// Shows another picture. @param imageName null or a name that the skin does not have shows none.
     /// @return 1; 0 when the skin has no such picture.
     int UpdateBitmap(const wchar_t* imageName);
-    /// The name of the picture, without a state's ending.
+    /// @return the name of the picture, without a state's ending.
     std::wstring GetBitmapName() const;
+    /// @return its number.
     UINT GetDlgCtrlID() const;
-    /// True while the button has the focus and the ring shows it.
+    /// @return true while the button has the focus and the ring shows it.
     bool IsFocusShown() const;
-    /// The theme colour that fills the button where no basic settings are given; empty or a key that the skin
-    /// does not have lets the parent show through.
+    /// Fills the button where no basic settings are given.
+    /// @param key of a theme colour; empty or one that the skin does not have lets the parent show through.
     void SetBackgroundKey(const wchar_t* key);
 
-    /// Only the background is used.
+    /// @param settings only the background is used.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
     QSize sizeHint() const override;
 
 protected:
-    /// Where the picture stands; an empty one shows none. The whole button unless overridden.
+    /// @return where the picture stands, in client coordinates; an empty one shows none. The whole button
+    /// unless overridden.
     virtual QRect PictureRoom() const;
     /// Does nothing: the checked state is the owner's.
     void nextCheckState() override;
@@ -78,20 +83,24 @@ class KV_API CKvButton : public CKvBitmapButton
     Q_OBJECT
 
 public:
+    /// A button without a text that is not created yet.
     CKvButton();
     ~CKvButton() override;
 
-    /// Empty shows the picture alone. A "&" is drawn as it is.
+    /// @param text empty or null shows the picture alone. A "&" is drawn as it is.
     void SetWindowText(const wchar_t* text);
+    /// @return the text.
     std::wstring GetWindowText() const;
+    /// @param text the tool tip; empty or null for none.
     void SetToolTip(const wchar_t* text);
     QSize sizeHint() const override;
 
 protected:
     QRect PictureRoom() const override;
-    /// Where the text stands, centred vertically: beside the picture unless overridden.
+    /// @return where the text stands, in client coordinates, centred vertically: beside the picture unless
+    /// overridden.
     virtual QRect TextRoom() const;
-    /// The text's colour just now: the theme's for the button's state unless overridden.
+    /// @return the text's colour just now: the theme's for the button's state unless overridden.
     virtual QColor TextColour() const;
     void paintEvent(QPaintEvent* event) override;
 
@@ -106,23 +115,29 @@ class KV_API CKvRadioBitmapButton : public CKvBitmapButton
     Q_OBJECT
 
 public:
+    /// A button that is not created yet, unchecked.
     CKvRadioBitmapButton();
     ~CKvRadioBitmapButton() override;
 
     /// Takes the place of a dialog's item (geometry, number, turn of the Tab key), unchecked.
+    /// @param id the item's number. @param parent the dialog. @param unchecked, checked see `UpdateBitmap`.
     /// @return 1; 0 when there is no such item or the button was created before.
     int SubClassButton(UINT id, CWnd* parent, const wchar_t* unchecked, const wchar_t* checked);
-    /// Shows other pictures. @return 1; 0 when the skin does not have both.
+    /// Shows other pictures. @param unchecked, checked their names.
+    /// @return 1; 0 when the skin does not have both.
     int UpdateBitmap(const wchar_t* unchecked, const wchar_t* checked);
+    /// Silent. @param check 0 is off.
     void SetCheck(BOOL check);
+    /// @return 1 or 0.
     BOOL GetCheck() const;
     /// Ends a scrub as a release does; what is left of the press does nothing.
     void EndScrub();
+    /// @return true from the first `Scrubbed` until `ScrubEnded`.
     bool IsScrubbing() const;
 
 Q_SIGNALS:
-    /// A press of the left button that went beyond the toolkit's drag distance: no click follows. @param
-    /// steps pixels to the right and upwards since the press.
+    /// A press of the left button that went beyond the toolkit's drag distance: no click follows.
+    /// @param steps pixels to the right and upwards since the press.
     void Scrubbed(int steps);
     /// @param cancelled by Escape; losing the mouse ends a scrub as a release does, but from the event loop.
     void ScrubEnded(bool cancelled);

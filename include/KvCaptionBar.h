@@ -1,5 +1,6 @@
-// What the ribbon title bar and the ribbon menu bar share: the strip across the top of a main window that
-// stands in for the system's caption.
+/// @file
+/// What the ribbon title bar and the ribbon menu bar share: the strip across the top of a main window that
+/// stands in for the system's caption.
 #pragma once
 
 #include "KvWnd.h"
@@ -14,10 +15,10 @@ class CaptionStrip;
 enum EKvCaptionButton : UINT
 {
     kKvCaptionApplication = 10000, ///< picture and name of the active application; opens the system entries
-    kKvCaptionClose = 10001,
-    kKvCaptionMaximise = 10002, ///< maximise, or restore while the frame is maximised
-    kKvCaptionMinimise = 10003,
-    kKvCaptionMenu = 10004, ///< the application's menu
+    kKvCaptionClose = 10001,       ///< closes the frame
+    kKvCaptionMaximise = 10002,    ///< maximise, or restore while the frame is maximised
+    kKvCaptionMinimise = 10003,    ///< minimises the frame
+    kKvCaptionMenu = 10004,        ///< the application's menu
 };
 
 /// The strip: application button, a row of text items, a static title and four window buttons; below it the
@@ -38,15 +39,18 @@ class KV_API CKvCaptionBar : public CKvWnd, public IKvGuiWnd, public IKvFrameCap
 public:
     ~CKvCaptionBar() override;
 
-    /// @param style see `CKvWnd::CreateWnd`. @param rect in the parent's coordinates; its height does not
-    ///        count. @return 1; 0 when it was created before.
+    /// @param style, parent, id see `CKvWnd::CreateWnd`. @param rect in the parent's coordinates; its height
+    ///        does not count. @return 1; 0 when it was created before.
     int Create(UINT style, const CRect& rect, CWnd* parent, DWORD id);
     /// Background, text colours and font for the strip's texts; the skin's pictures stay.
+    /// @param settings see `IKvGuiWnd`.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
     QSize sizeHint() const override;
 
 protected:
+    /// @param strip what the two bars do differently.
     explicit CKvCaptionBar(std::unique_ptr<kv::CaptionStrip> strip);
+    /// @return the same.
     kv::CaptionStrip& Strip() const { return *m_strip; }
 
     BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;

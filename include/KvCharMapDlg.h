@@ -1,4 +1,5 @@
-// The character map: every character of a font face, to be picked.
+/// @file
+/// The character map: every character of a font face, to be picked.
 #pragma once
 
 #include "KvDialog.h"
@@ -33,6 +34,7 @@ class KV_API CKvCharMapPreviewWnd : public CKvStatic
     Q_OBJECT
 
 public:
+    /// A grid that is not created yet.
     CKvCharMapPreviewWnd();
     ~CKvCharMapPreviewWnd() override;
 
@@ -41,6 +43,7 @@ public:
     int Initialize();
     /// Shows another face, from its beginning. @param face a family; empty for the control's own font's.
     void SetFont(const CString& face);
+    /// @return the family in force.
     CString GetFont() const;
     /// Reads the face's characters anew: from the first one, with none selected. A space at the beginning is
     /// left out.
@@ -49,17 +52,18 @@ public:
     void DrawCharMap();
     /// Repaints the selected cell and its preview.
     void DrawSelected();
-    /// Selects the character under a client point. @return 1; 0, with nothing changed, where there is none.
+    /// Selects the character under a point. @param point client coordinates.
+    /// @return 1; 0, with nothing changed, where there is none.
     int Select(CPoint point);
 
     /// @return how many characters there are.
     int GetCodeCount() const;
-    /// @return the character at an index; 0 for an index that is none.
+    /// @param index 0 … count - 1. @return the character there; 0 for an index that is none.
     DWORD GetCode(int index) const;
-    /// @return the index of a character; -1 when the face lacks it.
+    /// @param code a character. @return its index; -1 when the face lacks it.
     int FindCode(DWORD code) const;
-    /// Selects by index and scrolls there; -1 selects none. @return 1 when another one is selected than
-    /// before.
+    /// Selects by index and scrolls there. @param index -1 selects none.
+    /// @return 1 when another one is selected than before.
     int SetSelected(int index);
     /// @return the index, or -1.
     int GetSelected() const;
@@ -70,8 +74,8 @@ public:
     int GetFirst() const;
     /// @return the largest first index: max(0, (ceil(count ÷ 20) - 10) × 20).
     int GetLastFirst() const;
-    /// Scrolls by the wheel, 120 a row, positive up; parts of a notch add up until the direction turns. Sends
-    /// kKvCharScrolled.
+    /// Scrolls by the wheel; parts of a notch add up until the direction turns. Sends kKvCharScrolled.
+    /// @param delta 120 a row, positive up.
     void ScrollWheel(int delta);
 
     UINT OnGetDlgCode() override;
@@ -79,8 +83,11 @@ public:
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
 Q_SIGNALS:
+    /// After each kKvCharSelected. @param code the character.
     void CharSelected(quint32 code);
+    /// After each kKvCharPicked. @param code the character.
     void CharPicked(quint32 code);
+    /// After each kKvCharScrolled. @param first the index of the first visible character.
     void Scrolled(int first);
     /// The menu key, or a right click on a character, which is selected then. @param screen in screen
     /// coordinates.
@@ -120,19 +127,18 @@ private:
 class IKvCmdTarget
 {
 public:
-    /// @param id KvCharMapCommand. @param character the picked one, a UTF-16 unit. The last parameter is 0.
-    /// The operation may delete the dialog.
-    virtual int OnCommand(unsigned /*id*/, WPARAM /*character*/, LPARAM) { return 0; }
+    /// @param id KvCharMapCommand. @param character the picked one, a UTF-16 unit. The operation
+    /// may delete the dialog. @param zero 0. @return not looked at.
+    virtual int OnCommand(unsigned /*id*/, WPARAM /*character*/, LPARAM /*zero*/) { return 0; }
 };
 
 /// The command that a picked character is sent with.
 inline constexpr unsigned KvCharMapCommand = 20440;
 
-// The items of the dialog.
-inline constexpr UINT kKvCharMapGrid = 20001;
-inline constexpr UINT kKvCharMapScrollBar = 20002;
-inline constexpr UINT kKvCharMapStatus = 20003; ///< a label: code and name of the selected character
-inline constexpr UINT kKvCharMapSearch = 20004; ///< an edit
+inline constexpr UINT kKvCharMapGrid = 20001;      ///< an item of the dialog: the grid
+inline constexpr UINT kKvCharMapScrollBar = 20002; ///< its scroll bar
+inline constexpr UINT kKvCharMapStatus = 20003;    ///< a label: code and name of the selected character
+inline constexpr UINT kKvCharMapSearch = 20004;    ///< an edit
 
 /// "Character Map", modeless: the grid with a scroll bar, a search box, the selected character's code and
 /// name, the characters used last, favourites, and a line to collect several characters and copy them at
@@ -151,15 +157,18 @@ class KV_API CKvCharMapDlg : public CKvDialog
     Q_OBJECT
 
 public:
+    /// A dialog without a window.
     CKvCharMapDlg();
     ~CKvCharMapDlg() override;
 
-    /// Makes the window, hidden. @param target may be null; it must outlive the window.
+    /// Makes the window, hidden. @param parent may be null. @param target may be null; it must outlive the
+    /// window.
     /// @return see `CKvDialog::Create`.
     int Create(CWnd* parent, IKvCmdTarget* target);
     /// Shows the characters of a face, from the first one on. @param face a family; empty for the dialog's
     /// own.
     void SetFont(const CString& face);
+    /// @return the family in force.
     CString GetFont() const;
 
     /// Scrolls the grid. @param code SB_…; @param position for SB_THUMBTRACK and SB_THUMBPOSITION the row
@@ -169,15 +178,18 @@ public:
     /// until the direction turns. @param point unused. @return 1; 0 without a window.
     BOOL OnMouseWheel(short delta, CPoint point);
 
-    /// The grid; null without a window.
+    /// @return the grid; null without a window.
     CKvCharMapPreviewWnd* GetGrid() const;
-    // What a host may keep from run to run: at most 20 characters each, newest first and in the order of
-    // their adding. Setters are silent; characters that no grid shows are left out.
+    // What a host may keep from run to run.
+    /// Silent. @param characters at most 20, newest first; those that no grid shows are left out.
     void SetRecent(const CString& characters);
+    /// @return the characters used last, newest first.
     CString GetRecent() const;
+    /// Silent. @param characters at most 20, in the order of their adding; the rest as above.
     void SetFavorites(const CString& characters);
+    /// @return the favourites, in the order of their adding.
     CString GetFavorites() const;
-    /// What is in the line of collected characters.
+    /// @return what is in the line of collected characters.
     CString GetCollected() const;
 
     int DestroyWindow() override;
@@ -189,7 +201,7 @@ public:
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
 Q_SIGNALS:
-    /// After the command.
+    /// After the command. @param code the character.
     void CharPicked(quint32 code);
     /// The user changed the favourites.
     void FavoritesChanged();

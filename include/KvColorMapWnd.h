@@ -1,4 +1,5 @@
-// The colour maps: a field of two channels, a slider of the third and a slider of alpha.
+/// @file
+/// The colour maps: a field of two channels, a slider of the third and a slider of alpha.
 #pragma once
 
 #include "KvWnd.h"
@@ -16,18 +17,18 @@ enum EKvColorMapType : int
 /// Which channel a map locks (`SetLockType`): a field shows the other two, a slider that one.
 enum EKvColorLock : int
 {
-    kKvLockFieldR = 1,          ///< G to the right, B upwards
-    kKvLockFieldG = 2,          ///< R to the right, B upwards
-    kKvLockFieldB = 3,          ///< R to the right, G upwards
-    kKvLockFieldHue = 4,        ///< saturation to the right, brightness upwards
-    kKvLockFieldSaturation = 5, ///< hue to the right, brightness upwards
-    kKvLockFieldBrightness = 6, ///< hue to the right, saturation upwards
-    kKvLockSliderR = 10,        ///< sliders are larger upwards
-    kKvLockSliderG = 11,
-    kKvLockSliderB = 12,
-    kKvLockSliderHue = 13,
-    kKvLockSliderSaturation = 14,
-    kKvLockSliderBrightness = 15,
+    kKvLockFieldR = 1,            ///< G to the right, B upwards
+    kKvLockFieldG = 2,            ///< R to the right, B upwards
+    kKvLockFieldB = 3,            ///< R to the right, G upwards
+    kKvLockFieldHue = 4,          ///< saturation to the right, brightness upwards
+    kKvLockFieldSaturation = 5,   ///< hue to the right, brightness upwards
+    kKvLockFieldBrightness = 6,   ///< hue to the right, saturation upwards
+    kKvLockSliderR = 10,          ///< red; sliders are larger upwards
+    kKvLockSliderG = 11,          ///< green
+    kKvLockSliderB = 12,          ///< blue
+    kKvLockSliderHue = 13,        ///< hue
+    kKvLockSliderSaturation = 14, ///< saturation
+    kKvLockSliderBrightness = 15, ///< brightness
 };
 
 /// A colour as a picture on which the user picks another one. It holds a whole colour, alpha included:
@@ -49,49 +50,62 @@ class KV_API CKvColorMapWnd : public CKvWnd
     Q_OBJECT
 
 public:
+    /// A field that is not created yet.
     CKvColorMapWnd();
     ~CKvColorMapWnd() override;
 
-    /// @return 1; 0 when it was created before.
+    /// @param style, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
     int Create(UINT style, CWnd* parent, DWORD id);
 
     /// @param type an EKvColorMapType; others are ignored.
     void SetType(int type);
+    /// @return an EKvColorMapType.
     int GetType() const;
     /// @param lock an EKvColorLock of the map's type; others are ignored.
     void SetLockType(int lock);
+    /// @return an EKvColorLock.
     int GetLockType() const;
 
-    /// The whole colour, 0xAARRGGBB. One whose lower 24 bits are the map's own changes alpha alone; of
-    /// another one hue and saturation become those of the colour (0 where it has none).
+    /// Sets the whole colour. @param colour 0xAARRGGBB. One whose lower 24 bits are the map's own changes
+    /// alpha alone; of another one hue and saturation become those of the colour (0 where it has none).
     void SetValue(DWORD colour);
+    /// @return 0xAARRGGBB, rounded to the nearest.
     DWORD GetValue() const;
-    // One channel, 0 … 255, clamped; the getters round to the nearest.
+    ///@{
+    /// One channel. @param value 0 … 255, clamped.
     void SetR(int value);
     void SetG(int value);
     void SetB(int value);
     void SetA(int value);
+    ///@}
+    ///@{
+    /// @return one channel, 0 … 255, rounded to the nearest.
     int GetR() const;
     int GetG() const;
     int GetB() const;
     int GetA() const;
+    ///@}
     /// @return degrees, 0 … 360.
     double GetHue() const;
+    ///@{
     /// @return 0 … 1.
     double GetSat() const;
     double GetBri() const;
+    ///@}
     /// @param hue degrees, 0 … 360; @param sat, bri 0 … 1; clamped, not a number is 0.
     void SetHSBValue(double hue, double sat, double bri);
-    /// Red, green and blue in full precision, 0 … 1.
+    /// Full precision. @param red, green, blue receive 0 … 1.
     void GetHPValue(double& red, double& green, double& blue) const;
+    /// Full precision. @param red, green, blue 0 … 1, clamped, not a number is 0.
     void SetHPValue(double red, double green, double blue);
     /// Draws the map anew.
     void DrawPan();
 
-    /// The hexagonal model. @param r, g, b 0 … 1. @param hue receives degrees, 0 … 360, 0 for greys; sat and
-    /// bri 0 … 1, sat 0 for black.
+    /// The hexagonal model. @param r, g, b 0 … 1. @param hue receives degrees, 0 … 360, 0 for greys.
+    /// @param sat, bri receive 0 … 1; the former is 0 for black.
     static void RGBToHSB(double r, double g, double b, double& hue, double& sat, double& bri);
-    /// Its inverse; 360 degrees are red.
+    /// Its inverse; 360 degrees are red. @param hue degrees, 0 … 360. @param sat, bri 0 … 1.
+    /// @param r, g, b receive 0 … 1.
     static void HSBToRGB(double hue, double sat, double bri, double& r, double& g, double& b);
 
     UINT OnGetDlgCode() override;

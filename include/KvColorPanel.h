@@ -1,4 +1,5 @@
-// The colour panel: maps, numbers and swatches that edit one colour together.
+/// @file
+/// The colour panel: maps, numbers and swatches that edit one colour together.
 #pragma once
 
 #include "KvDialog.h"
@@ -8,9 +9,9 @@
 /// Which part of the colour can be edited; any other value is none.
 enum EKvColorPanelState : std::int32_t
 {
-    kKvColorPanelAll = 0,
+    kKvColorPanelAll = 0,    ///< colour and alpha
     kKvColorPanelColour = 1, ///< red, green, blue; alpha stays
-    kKvColorPanelAlpha = 2,
+    kKvColorPanelAlpha = 2,  ///< alpha; the colour stays
 };
 
 /// The panel's template, for `CKvDialog`.
@@ -39,33 +40,36 @@ class KV_API CKvColorPanel : public CKvDialog
     Q_OBJECT
 
 public:
+    /// Opaque black, RGB, not created yet.
     CKvColorPanel();
     ~CKvColorPanel() override;
 
-    /// Creates the panel as a child of `parent`, hidden. @return 1; 0 when it was created before.
+    /// Creates the panel, hidden. @param parent of which it becomes a child.
+    /// @return 1; 0 when it was created before.
     virtual int Create(CWnd* parent);
     /// The mode in which a panel is created. @param hsb 0 for RGB, the default. Counts before `Create`.
     void SetInitialMode(int hsb);
     /// @return 1 while the panel edits HSB. A host keeps it for the next `SetInitialMode`.
     int IsHSBMode() const;
 
-    /// Silent. A colour whose lower 24 bits are the panel's own changes alpha alone.
+    /// Silent. @param colour 0xAARRGGBB. One whose lower 24 bits are the panel's own changes alpha alone.
     void SetColor(DWORD colour);
-    /// 0xFF000000 at first.
+    /// @return 0xAARRGGBB; 0xFF000000 at first.
     DWORD GetColor() const;
     /// In force before it returns. @param state an EKvColorPanelState.
     void SetEnableState(EKvColorPanelState state);
+    /// @return the state in force.
     EKvColorPanelState GetEnableState() const;
 
-    /// The number by which the parent knows the panel; 0 until it is set.
+    /// @param id the number by which the parent knows the panel; 0 until it is set.
     void SetDlgCtrlID(UINT id);
 
     /// Enables or disables the command whose number is an item's, as the state says; items that it does not
-    /// govern are left alone.
+    /// govern are left alone. @param command the item's.
     void OnUpdateCmdUI(CCmdUI* command);
-    /// Enables or disables every child; with 1 the state applies again, which waits meanwhile.
+    /// Enables or disables every child. @param enable with 1 the state applies again, which waits meanwhile.
     void OnEnable(int enable);
-    /// @return 0 at once for WM_LBUTTONDOWN: a press is each child's own.
+    /// @param message not looked at. @return 0: a press is each child's own.
     virtual int PreTranslateMessage(MSG* message);
 
     void OnOK() override;
@@ -83,7 +87,7 @@ protected:
     virtual BOOL OnSubclassControls();
     /// @param phase as it goes into the record. The panel may be gone afterwards.
     void _NotifyChangeColor(int phase);
-    /// Takes the colour of the map with that number over.
+    /// Takes the colour of a map over. @param id the map's number.
     void _ProcessColorMapNotify(UINT id);
 
     BOOL OnInitDialog() override;

@@ -1,4 +1,5 @@
-// The base of the dialogs: a window that is made from a template by number.
+/// @file
+/// The base of the dialogs: a window that is made from a template by number.
 #pragma once
 
 #include "KvPlatform.h"
@@ -47,6 +48,7 @@ public:
     /// window exists already or an earlier call has not returned.
     virtual int DoModal();
     /// Makes the window, hidden, without waiting; `show` shows it.
+    /// @param templateNumber which one. @param parent may be null.
     /// @return 1; 0, and nothing happens, when there is no such template, the window exists already or
     /// `DoModal` has not returned; also 0 when a handler ended the dialog at once.
     int Create(UINT templateNumber, CWnd* parent);
@@ -57,13 +59,14 @@ public:
     virtual int DestroyWindow();
     /// Answers: `OnAnswer`, then the window is hidden; `DoModal` returns `result` as soon as the handler that
     /// called this is through. Does nothing when there is no window or an answer.
+    /// @param result IDOK, IDCANCEL or one of the dialog's own.
     void EndDialog(int result);
 
-    /// The window's own number (0 until it has one).
+    /// @return the window's own number; 0 until it has one.
     UINT GetDlgCtrlID() const;
-    /// @return the item with that number; null when there is none.
+    /// @param id its number. @return the item; null when there is none.
     HWND GetDlgItem(UINT id) const;
-    /// Dialog units as pixels of this dialog's font; both coordinates are rounded.
+    /// @param units a rectangle in dialog units. @return the same in pixels of this dialog's font, rounded.
     CRect MapDialogRect(const CRect& units) const;
     /// Asks `OnCmdUpdateUI` for the state of every item.
     void UpdateDialogControls();
@@ -71,17 +74,21 @@ public:
     // Handlers. Each may delete the dialog.
     /// The window and its items exist; not shown yet. @return 0 when the handler set the focus itself.
     virtual BOOL OnInitDialog();
+    /// Enter, or the OK button: `EndDialog(IDOK)` unless overridden.
     virtual void OnOK();
+    /// Escape, the close box, or the Cancel button: `EndDialog(IDCANCEL)` unless overridden.
     virtual void OnCancel();
-    /// The dialog has its answer, once an opening and while the window still stands, however it ends. OK is
-    /// IDOK; take any other for Cancel.
+    /// The dialog has its answer, once an opening and while the window still stands, however it ends.
+    /// @param result OK is IDOK; take any other for Cancel.
     virtual void OnAnswer(int result);
-    /// @param count as in WM_KICKIDLE. @return non-zero asks for another call before anything happens.
+    /// @param wParam unused. @param count as in WM_KICKIDLE.
+    /// @return non-zero asks for another call before anything happens.
     virtual LRESULT OnKickIdle(WPARAM wParam, LPARAM count);
-    /// Tells whether the command with the number `command->m_nID` can be used now, by `command->Enable`.
+    /// Tells whether a command can be used now.
+    /// @param command answer by `command->Enable` for the number `command->m_nID`.
     virtual void OnCmdUpdateUI(CCmdUI* command);
 
-    /// Colours and font of a host's own instead of the skin's.
+    /// Colours and font of a host's own instead of the skin's. @param settings see `IKvGuiWnd`.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
     // The toolkit's ways into and out of a dialog are the ones above.
@@ -91,21 +98,25 @@ public:
     void done(int result) override;
 
 protected:
-    // Messages of items. Return non-zero when handled; `*result` is the sender's answer.
+    /// An item's WM_NOTIFY. @param wParam its number. @param lParam its record.
+    /// @param result receives the answer. @return non-zero when handled.
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
-    /// A button that was clicked: the low word of `wParam` is its number, the high word 0.
+    /// A button that was clicked. @param wParam the low word is its number, the high word 0.
+    /// @param lParam the button. @param result receives the answer. @return non-zero when handled.
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result);
-    /// Every message, before the two above. Return non-zero when handled.
+    /// Every message, before the two above. @param message WM_… @param wParam, lParam as it has them.
+    /// @param result receives the answer. @return non-zero when handled.
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     /// The skin or the texts changed.
     virtual void OnSkinChanged();
 
-    /// Takes the answer without ending the dialog. @return 1; 0 when there is no window or an answer. The
-    /// dialog may be gone afterwards.
+    /// Takes the answer without ending the dialog, which may be gone afterwards. @param result the answer.
+    /// @return 1; 0 when there is no window or an answer.
     int TakeAnswer(int result);
 
     /// Puts a child of the dialog in the place of an item, with its number, position and turn of the Tab key;
-    /// the item is deleted. @return 1; 0 when there is no such item.
+    /// the item is deleted. @param id the item's number. @param control the child.
+    /// @return 1; 0 when there is no such item.
     int ReplaceDlgItem(UINT id, QWidget* control);
 
     bool event(QEvent* event) override;

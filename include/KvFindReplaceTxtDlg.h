@@ -1,4 +1,5 @@
-// The find and replace dialog: asks for the texts and leaves the search to an editor.
+/// @file
+/// The find and replace dialog: asks for the texts and leaves the search to an editor.
 #pragma once
 
 #include "KvDialog.h"
@@ -14,8 +15,12 @@ class IKvFindReplaceTxtNotify
 {
 public:
     /// Goes to the next place. @param text may be empty.
+    /// @param matchCase 0: the case of letters does not count.
+    /// @return see above.
     virtual int Find(const wchar_t* /*text*/, BOOL /*matchCase*/) { return 0; }
     /// Replaces the place that was found, or all of them. @param text never empty.
+    /// @param replacement may be empty.
+    /// @param matchCase as above. @param all 0: the one that was found. @return see above.
     virtual int Replace(const wchar_t* /*text*/, const wchar_t* /*replacement*/, BOOL /*matchCase*/,
                         BOOL /*all*/)
     {
@@ -26,14 +31,14 @@ public:
 /// The result of a search that found nothing.
 inline constexpr int kKvFindNotFound = 2;
 
-/// The dialog's template, and its items.
+/// The dialog's template.
 inline constexpr UINT kKvFindReplaceDialog = 10034;
-inline constexpr UINT kKvFindNextButton = 10235;
-inline constexpr UINT kKvMatchCaseCheck = 10240;
-inline constexpr UINT kKvFindEdit = 10242;
-inline constexpr UINT kKvReplaceEdit = 10243;
-inline constexpr UINT kKvReplaceButton = 10244;
-inline constexpr UINT kKvReplaceAllButton = 10245;
+inline constexpr UINT kKvFindNextButton = 10235;   ///< "Find Next"
+inline constexpr UINT kKvMatchCaseCheck = 10240;   ///< "Match case"
+inline constexpr UINT kKvFindEdit = 10242;         ///< the text to find
+inline constexpr UINT kKvReplaceEdit = 10243;      ///< the text to replace with
+inline constexpr UINT kKvReplaceButton = 10244;    ///< "Replace"
+inline constexpr UINT kKvReplaceAllButton = 10245; ///< "Replace All"
 
 /// "Find and Replace", modeless. `Create` makes it hidden and `show` shows it, with the find text selected;
 /// Escape and the close box hide it. Texts and check box stay, also for another `Create`.
@@ -46,14 +51,15 @@ class KV_API CKvFindReplaceTxtDlg : public CKvDialog
     Q_OBJECT
 
 public:
+    /// A dialog without a window and without texts.
     CKvFindReplaceTxtDlg();
     ~CKvFindReplaceTxtDlg() override;
 
-    /// Makes the window, hidden. @return see `CKvDialog::Create`.
+    /// Makes the window, hidden. @param parent may be null. @return see `CKvDialog::Create`.
     int Create(CWnd* parent);
     /// @param notify who searches, never owned; null for nobody. It must outlive the dialog or be taken away.
     void SetNotify(IKvFindReplaceTxtNotify* notify);
-    /// Makes the entries, joined with nothing between them, the find text; no entries change nothing. Silent.
+    /// Sets the find text; silent. @param texts joined with nothing between them; no entries change nothing.
     void SetFindString(CStringArray& texts);
     /// What the find button does, also while the dialog is hidden: for a host's F3.
     void FindNext();

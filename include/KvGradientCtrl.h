@@ -1,4 +1,5 @@
-// The gradient control: a bar that shows a multi-stop gradient, markers for its stops and the mid points.
+/// @file
+/// The gradient control: a bar that shows a multi-stop gradient, markers for its stops and the mid points.
 #pragma once
 
 #include "KvWnd.h"
@@ -16,6 +17,7 @@ enum EKvGradientEvent : std::uintptr_t
     kKvGradientStopSelected = 2, ///< a stop was selected; data is that stop
 };
 
+/// The phases by the name that this control has for them.
 using EKvGradientPhase = EKvColorPhase;
 
 /// `hdr.idFrom` is an EKvGradientEvent; `data` is the SKvCGGradientKey concerned.
@@ -40,28 +42,35 @@ class KV_API CKvGradientCtrl : public CKvStatic
     Q_OBJECT
 
 public:
+    /// A control without stops that is not created yet.
     CKvGradientCtrl();
     ~CKvGradientCtrl() override;
 
     /// Where a mid point shows ticks and snaps to, as fractions of its segment.
     static constexpr float m_fAttachPos[3] = {0.25f, 0.5f, 0.75f};
+    /// How many of them.
     static constexpr int m_nAttachPosCount = 3;
 
     /// Creates the control as a child of `parent` and starts the marker's blinking (500 ms).
-    /// @return 1; 0 when it was created before.
+    /// @param style, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
     int Create(UINT style, CWnd* parent, DWORD id) override;
     /// Lays out the three areas anew from the client rectangle and redraws them. Called by every resize.
+    /// @return 1.
     int RecalcLayout();
 
-    /// Stores the stops that `ResetDefault` restores, at most 255; null or a count below 1 stores none.
+    /// Stores the stops that `ResetDefault` restores.
+    /// @param count of which 255 are kept; below 1 stores none.
+    /// @param keys copied; null stores none. @return 1.
     int SetDefaultData(int count, const SKvCGGradientKey* keys);
     /// Replaces the stops, without sorting them. A count below 0 or above 254 makes the count 255; below 0
     /// copies nothing, above 254 copies 255. The selection stays where it is within the count, else it
     /// becomes 0. Notifies the parent (kKvGradientDataSet), after ending a drag that is under way and
     /// dropping a percentage that is half typed.
+    /// @param count how many. @param keys copied.
     /// @return 1; 0, nothing changed and nothing sent, for null with a count above 0.
     int SetData(int count, const SKvCGGradientKey* keys);
     /// Hands out the control's own array, valid until the control dies; do not free it.
+    /// @param count receives how many. @param keys receives the array; may be null. @return 1.
     int GetData(int& count, SKvCGGradientKey** keys);
     /// @return the selected stop's colour, 0xAARRGGBB; 0 when no stop is selected.
     DWORD GetSelectedColor() const;
@@ -69,18 +78,19 @@ public:
     int GetSelectedKey() const;
     /// Selects a stop; silent. A drag that is under way ends first and a percentage that is half typed is
     /// dropped, unless the stop is selected already.
-    /// @return 1; 0, nothing changed, when there is no such stop.
+    /// @param index 0 … count - 1. @return 1; 0, nothing changed, when there is no such stop.
     int SetSelectedKey(int index);
-    /// Sets the selected stop's colour, 0xAARRGGBB; silent. @return 1 when it changed.
+    /// Sets the selected stop's colour; silent. @param colour 0xAARRGGBB. @return 1 when it changed.
     int SetColor(DWORD colour);
     /// Restores the default stops, selects the first and notifies the parent (begin, continue, end).
     /// @return 1; 0 when no default stops are stored.
     int ResetDefault();
     /// The frame is orange while the control is editing or active. It is active from the beginning, and then
-    /// while it has the keyboard focus, or as `SetActive` says.
+    /// while it has the keyboard focus, or as `SetActive` says. @param editing 0 is off. @return 1.
     int SetEditing(int editing);
     /// @return 1 or 0.
     int IsEditing() const;
+    /// Says whether the control is active until the focus comes or goes. @param active 0 is not. @return 1.
     int SetActive(int active);
 
     UINT OnGetDlgCode() override;
@@ -97,48 +107,61 @@ protected:
     // and end a drag that is under way first; a 0 means that nothing changed and nothing was sent. After any
     // of them the control may be gone.
 
-    /// The blend that the bar shows: places 0..1, ascending, and colours as displayed.
+    /// @return the blend that the bar shows: places 0..1, ascending, and colours as displayed.
     QGradientStops MakeSampleBrush() const;
-    /// The client column of a position, truncated toward zero from the bar's left end. Not a number is 0.
+    /// @param position 0.0 … 1.0; not a number is 0.
+    /// @return its client column, truncated toward zero from the bar's left end.
     int GetDisplayPos(double position) const;
-    /// Each of the four channels is the average, rounded down.
+    /// @param a, b 0xAARRGGBB. @return the average of each of the four channels, rounded down.
     static DWORD MixColor(DWORD a, DWORD b);
-    /// The colour itself, or in a disabled control the grey (R + G + B) / 6 with its alpha.
+    /// @param colour 0xAARRGGBB.
+    /// @return the colour itself, or in a disabled control the grey (R + G + B) / 6 with its alpha.
     DWORD GetDisplayColor(DWORD colour) const;
     /// Sorts by position with the control's exchange sort; silent.
     void SortKeys();
 
-    // Redraw one area.
+    /// Redraws the bar.
     void DrawPalette();
+    /// Redraws the strip of the mid points.
     void DrawMidPointArea();
+    /// Redraws the strip of the markers.
     void DrawKeyArea();
-    /// Draws a mid point's diamond around column `x` with its middle in row 5.
+    /// Draws a mid point's diamond. @param graphics the painter.
+    /// @param x its middle column; its middle row is 5.
+    /// @param colour 0xAARRGGBB.
     static void DrawMidPointPointer(Graphics& graphics, int x, DWORD colour);
-    /// Draws a stop's marker with its tip in column `x` and its base line in row `y`, lightened by white
-    /// where the colour is translucent.
+    /// Draws a stop's marker. @param graphics the painter. @param x the column of its tip.
+    /// @param y its base line.
+    /// @param colour 0xAARRGGBB, lightened by white where it is translucent.
     static void DrawKeyPointer(Graphics& graphics, int x, int y, DWORD colour);
 
-    /// Selects the stop whose marker holds the point and notifies, also when it was selected. @return 1 or 0.
+    /// Selects the stop whose marker holds the point and notifies, also when it was selected.
+    /// @param point client coordinates. @return 1 or 0.
     int CheckSelectKey(CPoint point);
-    /// Adds a stop at the point's column and begins a change run, which a drag continues or ends. @return 1;
-    /// 0 at 255 stops.
+    /// Adds a stop at the point's column and begins a change run, which a drag continues or ends.
+    /// @param point client coordinates. @return 1; 0 at 255 stops.
     int AddKey(CPoint point);
-    /// Goes on with the drag of a mid point. @return 1; 0 when none is dragged.
+    /// Goes on with the drag of a mid point. @param point client coordinates.
+    /// @return 1; 0 when none is dragged.
     int MoveMidPoint(CPoint point);
-    /// @return 1; 0 below 3 stops.
+    /// Removes the selected stop. @return 1; 0 below 3 stops.
     int DeleteCurrentKey();
-    /// @return 1; 0 when no stop is selected or there is no clipboard.
+    /// Copies the selected stop's colour. @return 1; 0 when no stop is selected or there is no clipboard.
     int CopyColor();
+    /// Gives the selected stop the colour of the clipboard.
     /// @return 1; 0 when no stop is selected or the clipboard holds no colour.
     int PasteColor();
-    /// Opens the context menu at a client point and runs the chosen command there; from the menu key, a
-    /// paste goes to the selected stop.
+    /// Opens the context menu and runs the chosen command there; from the menu key, a paste goes to the
+    /// selected stop. @param point client coordinates.
     void DoMenu(CPoint point);
+    /// Turns the gradient round. @return 1.
     int ReverseKeys();
+    /// Halves all positions and mirrors the stops to the right. @return 1.
     int AddReverse();
-    /// Exchanges the selected stop's colour with the next one's, or the one before. @return 1; 0 without it.
+    /// Exchanges the selected stop's colour with a neighbour's. @param withNext 0: with the one before.
+    /// @return 1; 0 without it.
     int ExchangeColor(BOOL withNext);
-    /// @return 1; 0 below 3 stops.
+    /// Places the stops at equal distances. @return 1; 0 below 3 stops.
     int SameSpace();
 
     void OnPaint(Graphics& graphics) override;

@@ -1,4 +1,5 @@
-// Everything at once.
+/// @file
+/// Everything at once.
 #pragma once
 
 #include "KvAppLogListCtrl.h"

@@ -1,4 +1,5 @@
-// The keyframe strip: four small buttons beside an animatable property.
+/// @file
+/// The keyframe strip: four small buttons beside an animatable property.
 #pragma once
 
 #include "KvWnd.h"
@@ -8,18 +9,18 @@ enum EKvKeyFrameButton : UINT
 {
     kKvKeyFrameToggleButton = 15000,   ///< animation of the property on or off
     kKvKeyFrameOperatorButton = 15001, ///< add or remove the key at the current time
-    kKvKeyFramePreviousButton = 15002,
-    kKvKeyFrameNextButton = 15003,
+    kKvKeyFramePreviousButton = 15002, ///< to the key before
+    kKvKeyFrameNextButton = 15003,     ///< to the key behind
 };
 
 /// Which button was clicked: the code of the strip's notifications.
 enum EKvKeyFrameCode : std::int32_t
 {
     kKvKeyFrameNoButton = -1, ///< WM_COMMAND came with another number than the four
-    kKvKeyFrameToggle = 0,
-    kKvKeyFramePrevious = 1,
-    kKvKeyFrameOperator = 2,
-    kKvKeyFrameNext = 3,
+    kKvKeyFrameToggle = 0,    ///< animation on or off
+    kKvKeyFramePrevious = 1,  ///< to the key before
+    kKvKeyFrameOperator = 2,  ///< add or remove the key
+    kKvKeyFrameNext = 3,      ///< to the key behind
 };
 
 /// A strip 14 pixels thick: the animation toggle, then, shown only while that is on, the previous-key
@@ -48,6 +49,7 @@ class KV_API CKvKeyFrameCtrl : public CKvStatic
     Q_OBJECT
 
 public:
+    /// A strip that is not created yet, from left to right.
     CKvKeyFrameCtrl();
     ~CKvKeyFrameCtrl() override;
 
@@ -57,26 +59,31 @@ public:
     /// strip, when it is shown.
     ///
     /// Mind the order, here and through a pointer to the base class: the number comes first, the style last.
-    /// @param style see `CKvWnd::CreateWnd`; Tab reaches the buttons also without WS_TABSTOP.
+    /// @param id, parent see `CKvWnd::CreateWnd`. @param style likewise; Tab reaches the buttons also without
+    /// WS_TABSTOP.
     /// @return 1; 0, with nothing changed, when it was created before.
     int Create(UINT id, CWnd* parent, DWORD style) override;
-    /// Lays the strip out from top to bottom instead of left to right. Before `Create` only.
+    /// Before `Create` only. @param vertical not 0 lays the strip out from top to bottom.
     /// @return 1; 0, with nothing changed, when it was created before.
     int SetVerticle(BOOL vertical);
 
     // States. Each setter returns 1; 0, with nothing changed, before `Create`.
 
-    /// The animation toggle; shows or hides the three key buttons.
+    /// The animation toggle; shows or hides the three key buttons. @param check 0 is off. @return see above.
     int SetToggleCheck(BOOL check);
     /// @return 1 or 0.
     BOOL GetToggleCheck() const;
     /// The add/remove toggle: checked while a key sits at the current time. Each click flips it.
+    /// @param check 0 is off. @return see above.
     int SetKeyOperatorCheck(BOOL check);
+    /// @return 1 or 0.
     BOOL GetKeyOperatorCheck() const;
+    /// @param enable 0 disables the button to the key before. @return see above.
     int EnablePreviousKeyCtrl(BOOL enable);
+    /// @param enable 0 disables the button to the key behind. @return see above.
     int EnableNextKeyCtrl(BOOL enable);
 
-    /// Stores the settings and passes them on to every child that takes them.
+    /// Passes the settings on to every child that takes them. @param settings see `IKvGuiWnd`.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
     QSize sizeHint() const override;
@@ -84,8 +91,9 @@ public:
 
 public Q_SLOTS:
     /// As the toolkit's, but `OnEnable` hears of it at once also while an ancestor is disabled. Called as a
-    /// QWidget's it is heard in that case when the ancestor is enabled.
+    /// QWidget's it is heard in that case when the ancestor is enabled. @param enabled false disables it.
     void setEnabled(bool enabled);
+    /// The contrary. @param disabled true disables it.
     void setDisabled(bool disabled);
 
 Q_SIGNALS:
@@ -96,14 +104,18 @@ protected:
     // The steps that the strip is made of.
 
     /// Fixes the thickness, lays the buttons out and creates them; `Create` calls it.
+    /// @return 1; 0 once they are there.
     int _Initialize();
     /// Unchecks the animation toggle and gives every button the picture of its state.
+    /// @return 1; 0 before `Create`.
     int _UpdateControl();
-    /// Shows or hides the three key buttons.
+    /// @param show 0 hides the three key buttons. @return 1; 0 before `Create`.
     int _ShowKeyFrameControl(BOOL show);
     /// Enables or disables all four buttons. Called when the strip itself is enabled or disabled.
+    /// @param enabled 1 or 0.
     void OnEnable(BOOL enabled) override;
     /// Paints the background around the buttons that are shown. @return 1; 0 when there is none to paint.
+    /// @param graphics the painter.
     virtual BOOL OnEraseBkgnd(Graphics& graphics);
     /// Flips the toggle concerned and tells the parent. The strip may be gone afterwards.
     /// @param id the button's number.

@@ -1,4 +1,5 @@
-// The layout strip: a scrolling row or column of thumbnails, one a layout, in which the user picks one.
+/// @file
+/// The layout strip: a scrolling row or column of thumbnails, one a layout, in which the user picks one.
 #pragma once
 
 #include "KvUnknown.h"
@@ -17,8 +18,9 @@ public:
     /// the next, never negative. @param pixels 0xAARRGGBB with straight alpha, the top row first.
     /// @return 1; 0 when there are none now, and `Unlock` is then not called.
     virtual int Lock(UINT& width, UINT& height, int& stride, const DWORD*& pixels) = 0;
+    /// Ends what `Lock` began: the pixels are read no more.
     virtual void Unlock() = 0;
-    /// The strip needs the picture no more.
+    /// The strip needs the picture no more. @return not looked at.
     virtual int Release() = 0;
 
 protected:
@@ -30,15 +32,19 @@ protected:
 class IKvLayoutSelectorData : public IKvUnknown
 {
 public:
+    /// @return how many layouts there are; below 0 counts as 0.
     virtual int GetCount() = 0;
+    /// @param index 0 … count - 1.
     /// @param name receives the layout's name, ending with a zero or taking all 64 characters.
     /// @param thumbnail, mark receive pictures, which the strip releases; a mark is a small sign in the
     /// corner. All three are empty before the call.
     /// @return whether there is a thumbnail. Only the thumbnail itself counts; a layout without one shows
     /// neither name nor number.
     virtual BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage** thumbnail, IKvThumbImage** mark) = 0;
+    /// @param index 0 … count - 1. @return not 0 when it is shown as selected.
     virtual BOOL IsSelected(int index) = 0;
-    /// The user picked a layout. @param exclusive 0: with Ctrl, beside those that are selected.
+    /// The user picked a layout. @param index 0 … count - 1.
+    /// @param exclusive 0: with Ctrl, beside those that are selected. @return not looked at.
     virtual int Select(int index, BOOL exclusive) = 0;
 };
 
@@ -46,10 +52,13 @@ public:
 class IKvLayoutProject : public IKvUnknown
 {
 public:
+    /// @return how many layouts there are.
     virtual int GetLayoutCount() = 0;
-    /// @return 1 with a picture, which the caller releases; else 0.
+    /// @param index 0 … count - 1. @param thumbnail receives a picture, which the caller releases.
+    /// @return 1; 0 without one.
     virtual int GetLayoutThumb(int index, IKvThumbImage** thumbnail) = 0;
-    /// Makes a layout the current one. @param count receives how many there are afterwards.
+    /// Makes a layout the current one. @param index 0 … count - 1.
+    /// @param count receives how many there are afterwards. @return 1 or 0.
     virtual int SetCurrentLayout(int index, int& count) = 0;
 };
 
@@ -57,17 +66,17 @@ public:
 class KV_API CKvProjectFileLayoutData : public IKvLayoutSelectorData
 {
 public:
-    /// Adds a reference to the project and reads its count, once. Null is a project without layouts.
+    /// Adds a reference to the project and reads its count, once. @param project null is one without layouts.
     explicit CKvProjectFileLayoutData(IKvLayoutProject* project);
 
     int AddRef() override;
     int Release() override;
-    /// As read at first, and by each `Select`.
+    /// @return as read at first, and by each `Select`.
     int GetCount() override;
     BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage** thumbnail, IKvThumbImage** mark) override;
-    /// @return 1 for the layout that `Select` named last; none at first.
+    /// @param index any. @return 1 for the layout that `Select` named last; none at first.
     BOOL IsSelected(int index) override;
-    /// Makes a layout the project's current one; `exclusive` does not count.
+    /// Makes a layout the project's current one. @param index any. @param exclusive does not count.
     /// @return what the project answered; 0, with nothing done, for an index that is none.
     int Select(int index, BOOL exclusive) override;
 
@@ -98,42 +107,46 @@ class KV_API CKvLayoutSelector : public CKvWnd, public IKvGuiWnd
     Q_OBJECT
 
 public:
+    /// A strip that is not created yet.
     CKvLayoutSelector();
     ~CKvLayoutSelector() override;
 
     /// A column when the rectangle is higher than wide, else a row.
-    /// @param style see `CKvWnd::CreateWnd`; a border is always drawn, over the outer pixel.
+    /// @param rect, id, parent, style see `CKvWnd::CreateWnd`; a border is always drawn, over the outer
+    /// pixel.
     /// @return 1; 0 when it was created before.
     int Create(const CRect& rect, UINT id, CWnd* parent, DWORD style);
     /// Likewise with the geometry set before, else with the parent's client rectangle.
+    /// @param id, parent, style as above. @return 1; 0 when it was created before.
     int Create(UINT id, CWnd* parent, DWORD style);
 
-    /// Shows other data, of which it holds a reference; null shows nothing and disables the strip. Asks
-    /// again.
+    /// Shows other data. Asks again.
     /// @param layoutSize gives the shape of the thumbnails, in any unit.
+    /// @param layouts of which it holds a reference; null shows nothing and disables the strip.
     void SetData(SIZE layoutSize, IKvLayoutSelectorData* layouts);
     /// @param out receives the data with one added reference, or null. @return 1 when there is some.
     BOOL GetData(IKvLayoutSelectorData** out) const;
-    /// Frames of selected and hovered thumbnails show that they are; off at first.
+    /// @param enable whether frames of selected and hovered thumbnails show that they are; off at first.
     void EnableSelect(BOOL enable);
-    /// What the labels count from; 0 at first.
+    /// @param number what the labels count from; 0 at first.
     void SetFirstNumber(int number);
     /// The count or the layouts changed: adapts the scroll bar, which stays where it can, and asks again.
     void UpdateScroll();
     /// One layout changed, for example because its thumbnail is ready: asks again for it alone.
+    /// @param index one that is none is ignored.
     void NotifyUnitChanged(int index);
     /// Repaints, and asks again.
     void Paint();
 
     /// Moves the view by its length, animated for up to 300 ms; another call adds to a move that is under
-    /// way. A hidden strip jumps.
+    /// way. A hidden strip jumps. @param forward 0 is towards the beginning.
     void ScrollView(BOOL forward);
     /// @return the position in pixels along the strip at which the view is at rest.
     std::int64_t GetScrollTarget() const;
     /// Scrolls at once by the least distance that shows a layout; of one longer than the view, its beginning.
-    /// An index that is none is ignored.
+    /// @param index one that is none is ignored.
     void EnsureVisible(int index);
-    /// The layout that the keys start from; -1 before the user picked one.
+    /// @return the layout that the keys start from; -1 before the user picked one.
     int GetFocusIndex() const;
     /// Silent. @param index -1 for none; beyond the last it is the last.
     void SetFocusIndex(int index);
@@ -143,7 +156,7 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// After the message to the parent.
+    /// After the message to the parent. @param index the layout.
     void LayoutPicked(int index);
 
 protected:
@@ -151,15 +164,21 @@ protected:
     void _UpdateClient();
     /// Gives the thumbnails their size; the view stays at the layout that it began with.
     void _UpdateLayoutThumb();
+    /// @return where the scroll bar is, in client coordinates; empty without one.
     CRect _GetScrollbarRect() const;
-    /// Where a thumbnail is in client coordinates. @return 0, with nothing filled, when it is not in view.
+    /// @param index any. @param out receives where its thumbnail is, in client coordinates.
+    /// @return 1; 0, with nothing filled, when it is not in view.
     int _GetThumbRect(int index, RECT* out) const;
-    /// @return the layout whose thumbnail is at a client point; -1 for none.
+    /// @param point client coordinates. @return the layout whose thumbnail is there; -1 for none.
     int _FindThumbRect(CPoint point) const;
+    /// Draws all of the strip. @param graphics the painter.
     void _DrawLayoutView(Graphics& graphics);
+    /// Draws the ground. @param graphics the painter.
     void _Drawbackground(Graphics& graphics);
+    /// Draws the thumbnails that are in view. @param graphics the painter.
     void _DrawLayoutThumb(Graphics& graphics);
-    /// @param rect of the thumbnail, in client coordinates.
+    /// Draws one. @param graphics the painter. @param rect of the thumbnail, in client coordinates.
+    /// @param index the layout.
     void _DrawThumbUnit(Graphics* graphics, CRect rect, int index);
 
     BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;

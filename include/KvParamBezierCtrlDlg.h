@@ -1,4 +1,5 @@
-// The dialog that shapes the ease between two keys of an animated parameter.
+/// @file
+/// The dialog that shapes the ease between two keys of an animated parameter.
 #pragma once
 
 #include "KvDialog.h"
@@ -15,25 +16,29 @@
 class KV_API CKvParamBezierInfo : public IKvParamBezierInfo
 {
 public:
-    /// @param host may be null. It, `objectId` and `paramName` must outlive this object.
+    /// @param host may be null. @param objectId, paramName the parameter. All three must outlive this object.
     CKvParamBezierInfo(IKvDataOperator* host, const wchar_t* objectId, const wchar_t* paramName);
     ~CKvParamBezierInfo() override;
     CKvParamBezierInfo(const CKvParamBezierInfo&) = delete;
     CKvParamBezierInfo& operator=(const CKvParamBezierInfo&) = delete;
 
-    /// 1 once something was written or `SetModified` said so.
+    /// @return 1 once something was written or `SetModified` said so.
     int IsModified() override;
     int SetModified(std::uint32_t modified) override;
     int BeginEdit() override;
     int CommitEdit() override;
     int CancelEdit() override;
-    /// Reads the record and remembers its value range for the records that are written. @return 0 when the
-    /// host gives none: what the arguments refer to stays, the range remembered is 0 … 1.
+    /// Reads the record and remembers its value range for the records that are written.
+    /// @param points, minimum, maximum, lock, kind receive it.
+    /// @return 1; 0 when the host gives none: what the arguments refer to stays, the range remembered is 0
+    /// … 1.
     int GetCurve(double points[8], double& minimum, double& maximum, std::uint32_t& lock,
                  std::uint32_t& kind) override;
     /// Writes a whole record: the inverse of `GetCurve`. On a segment without width the fractions are 0.
+    /// @param points, lock, kind the curve. @return what the host answered.
     int SetCurve(const double points[8], std::uint32_t lock, std::uint32_t kind) override;
     /// Asks the host for its linear preset: a record with nothing but the kind.
+    /// @return what the host answered.
     int ApplyLinear() override;
     // Ask the host for a preset in the same way and read the tangents that it chose. Pointers may be null; 0
     // leaves what they point at alone.
@@ -79,13 +84,13 @@ class KV_API CKvParamBezierCtrlDlg : public CKvDialog, public IKvParamBezierCtrl
     Q_OBJECT
 
 public:
-    /// @param host may be null: a default curve is shown and cannot be edited. It, `objectId` and `paramName`
-    /// must outlive the dialog. @param parent see `CKvDialog`.
+    /// @param host may be null: a default curve is shown and cannot be edited. @param objectId, paramName the
+    /// parameter. All three must outlive the dialog. @param parent see `CKvDialog`.
     CKvParamBezierCtrlDlg(IKvDataOperator* host, const wchar_t* objectId, const wchar_t* paramName,
                           CWnd* parent);
     ~CKvParamBezierCtrlDlg() override;
 
-    /// Begins the transaction and makes the ease window, once an opening.
+    /// Begins the transaction and makes the ease window, once an opening. @return see `CKvDialog`.
     BOOL OnInitDialog() override;
     void OnAnswer(int result) override;
     int DestroyWindow() override;
@@ -93,6 +98,8 @@ public:
     void OnCmdUpdateUI(CCmdUI* command) override;
     int UndoChanged() override;
 
+    ///@{
+    /// What the button of that name does; nothing while there is no window.
     void OnBnClickedButtonUndo();
     void OnBnClickedButtonRedo();
     void OnBnClickedButtonRevert();
@@ -102,8 +109,9 @@ public:
     void OnBnClickedButtonSmooth();
     void OnBnClickedButtonKeyprev();
     void OnBnClickedButtonKeynext();
+    ///@}
 
-    /// The ease window, for its settings; null while there is none.
+    /// @return the ease window, for its settings; null while there is none.
     CKvParamBezierWnd* GetCurveWnd() const;
 
 protected:

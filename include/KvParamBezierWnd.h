@@ -1,4 +1,5 @@
-// The ease curve window: shows and edits one cubic ease between two keys of an animated parameter.
+/// @file
+/// The ease curve window: shows and edits one cubic ease between two keys of an animated parameter.
 #pragma once
 
 #include "KvWnd.h"
@@ -10,28 +11,36 @@ class IKvParamBezierInfo
 {
 public:
     // For the dialog around the window; the window itself calls none of these five.
+    /// @return not 0 when something was written.
     virtual int IsModified() { return 0; }
+    /// @param modified what `IsModified` is to answer. @return 1 or 0.
     virtual int SetModified(std::uint32_t /*modified*/) { return 0; }
+    /// A transaction begins. @return 1 or 0.
     virtual int BeginEdit() { return 0; }
+    /// It ends, and what was written stays. @return 1 or 0.
     virtual int CommitEdit() { return 0; }
+    /// It ends, and all is as before. @return 1 or 0.
     virtual int CancelEdit() { return 0; }
-    /// @param minimum, maximum the values that the curve may take. @param lock not 0: the curve must rise
-    /// from start to end. @param kind as in `SKvParamEaseData`.
-    /// @return 0 shows the default curve, which cannot be edited.
+    /// Reads the curve. @param points receives it.
+    /// @param minimum, maximum receive the values that it may take.
+    /// @param lock receives not 0 when it must rise from start to end. @param kind receives an EKvEaseKind.
+    /// @return 1; 0 shows the default curve, which cannot be edited.
     virtual int GetCurve(double /*points*/[8], double& /*minimum*/, double& /*maximum*/,
                          std::uint32_t& /*lock*/, std::uint32_t& /*kind*/)
     {
         return 0;
     }
-    /// The curve as it is now.
+    /// @param points the curve as it is now. @param lock, kind as in `GetCurve`. @return 1 or 0.
     virtual int SetCurve(const double /*points*/[8], std::uint32_t /*lock*/, std::uint32_t /*kind*/)
     {
         return 0;
     }
-    /// The linear preset is about to be applied.
+    /// The linear preset is about to be applied. @return 1 or 0.
     virtual int ApplyLinear() { return 0; }
-    // The presets' shapes: the start key's out tangent, x as a fraction of the segment's width and y as a
-    // value offset, and the end key's in tangent, x as a fraction leftwards and y as a value offset.
+    ///@{
+    /// A preset's shape. @param outX, outY receive the start key's out tangent: a fraction of the segment's
+    /// width, a value offset. @param inX, inY receive the end key's in tangent: a fraction leftwards, a value
+    /// offset. @return 1 or 0.
     virtual int GetSpeedUpCurve(double* /*outX*/, double* /*outY*/, double* /*inX*/, double* /*inY*/)
     {
         return 0;
@@ -44,9 +53,14 @@ public:
     {
         return 0;
     }
+    ///@}
+    /// Whether there is a segment before this one. @return 1 or 0.
     virtual int CanGoPrevKey() { return 0; }
+    /// Whether there is one behind it. @return 1 or 0.
     virtual int CanGoNextKey() { return 0; }
+    /// The segment before is edited from now on. @return 1 or 0.
     virtual int GoPrevKey() { return 0; }
+    /// The one behind is edited from now on. @return 1 or 0.
     virtual int GoNextKey() { return 0; }
     virtual ~IKvParamBezierInfo() = default;
 };
@@ -55,7 +69,7 @@ public:
 class IKvParamBezierCtrlCallback
 {
 public:
-    /// A record was added to the undo history. Undo, redo and revert do not call it.
+    /// A record was added to the undo history. Undo, redo and revert do not call it. @return not looked at.
     virtual int UndoChanged() { return 0; }
 };
 
@@ -84,11 +98,15 @@ public:
     /// One record of undo, see `GetCurveInfo`. Tangents are relative to their key.
     struct SCurveInfo
     {
-        double startX, startY;
-        double outX, outY; ///< the start key's tangent
-        double inX, inY;   ///< the end key's tangent
-        double endX, endY;
-        std::uint32_t kind;
+        double startX;      ///< the start key's time
+        double startY;      ///< its value
+        double outX;        ///< the start key's tangent
+        double outY;        ///< its value
+        double inX;         ///< the end key's tangent
+        double inY;         ///< its value
+        double endX;        ///< the end key's time
+        double endY;        ///< its value
+        std::uint32_t kind; ///< EKvEaseKind
     };
 
     /// Loads the curve at once.
@@ -97,34 +115,44 @@ public:
     CKvParamBezierWnd(IKvParamBezierInfo* info, IKvParamBezierCtrlCallback* callback);
     ~CKvParamBezierWnd() override;
 
-    /// @param style see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
+    /// @param style, rect, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
     int Create(unsigned int style, const CRect& rect, CWnd* parent, DWORD id);
 
     /// Asks the info object for the curve anew and starts the history afresh; a gesture that is under way is
     /// dropped. @return 1.
     int Load();
 
-    // Each returns 1 when it did something. After any of them the window may be gone.
+    // After any of these the window may be gone.
+    ///@{
+    /// A step back or on in the history. @return 1 when it did something.
     int Undo();
     int Redo();
-    /// Back to the first record; the others stay for redo.
+    ///@}
+    /// Back to the first record; the others stay for redo. @return 1 when it did something.
     int Revert();
+    ///@{
+    /// A preset. @return 1 when it did something.
     int ApplyLinear();
     int ApplySpeedUp();
     int ApplySpeedDown();
     int ApplySmooth();
+    ///@}
+    ///@{
+    /// @return 1 when there is such a step.
     BOOL CanUndo() const;
     BOOL CanRedo() const;
+    ///@}
     /// The record that the window stands on: what undo and redo lead back to. A drag shows in it only when it
-    /// has ended. @return 1; there is always a record, the first one as it was loaded.
+    /// has ended. @param info receives it. @return 1; there is always a record, the first one as it was
+    /// loaded.
     int GetCurveInfo(SCurveInfo& info) const;
 
     /// Marks every frame on the curve. @param length of a frame in the curve's time; 0, below or not finite:
     /// no marks, as at the beginning. Marks that would stand closer than they can be seen are left out.
     void SetFrameLength(double length);
-    /// Draws the curve's speed as a thin line. Off at the beginning.
+    /// The curve's speed as a thin line. @param show 0 is off, as at the beginning.
     void ShowSpeed(BOOL show);
-    /// Draws the curve as it was loaded behind the one that is edited. Off at the beginning.
+    /// The curve as it was loaded, behind the one that is edited. @param show 0 is off, as at the beginning.
     void ShowInitialCurve(BOOL show);
 
     UINT OnGetDlgCode() override;
@@ -132,7 +160,7 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// After each `SetCurve`, with the kind that it was given.
+    /// After each `SetCurve`. @param kind what it was given.
     void CurveChanged(int kind);
     /// After each `UndoChanged`.
     void HistoryChanged();

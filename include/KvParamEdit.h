@@ -1,4 +1,5 @@
-// A number that is typed, stepped or scrubbed.
+/// @file
+/// A number that is typed, stepped or scrubbed.
 #pragma once
 
 #include "KvWnd.h"
@@ -29,40 +30,45 @@ class KV_API CKvParamEdit : public CKvWnd
     Q_OBJECT
 
 public:
+    /// 0 in 0 … 255, in steps of 1; not created yet.
     CKvParamEdit();
     ~CKvParamEdit() override;
 
-    /// @return 1; 0 when it was created before.
+    /// @param style, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
     int Create(UINT style, CWnd* parent, DWORD id);
     /// Shows the number, clamped, in place of what is being typed. A run that is open stays open until the
-    /// user ends it.
+    /// user ends it. @param value the number.
     void SetValue(int value);
-    /// The number in force: a typed one that is out of the range counts once it is clamped.
+    /// @return the number in force: a typed one that is out of the range counts once it is clamped.
     int GetValue() const;
     /// The number is clamped to the new range. A range whose end is below its start is turned round.
+    /// @param minimum, maximum both belong to it.
     void SetValueRange(int minimum, int maximum);
+    /// @return the least number.
     int GetMinimum() const;
+    /// @return the greatest one.
     int GetMaximum() const;
     /// @param step of arrows and wheel, at least 1.
     void SetStep(int step);
+    /// @return the step.
     int GetStep() const;
-    /// What a user does who enters a number at once, without typing: a one-shot edit, clamped.
+    /// What a user does who enters a number at once, without typing: a one-shot edit. @param value clamped.
     void EnterValue(int value);
-    /// What the number is called: its tool tip and accessible name.
+    /// @param text what the number is called: its tool tip and accessible name.
     void SetLabel(const wchar_t* text);
-    /// True from the first key of a typing until it ends.
+    /// @return true from the first key of a typing until it ends.
     bool IsTyping() const;
     /// Ends a typing as Enter does.
     void EndTyping();
     /// Ends a typing with the number in force; a run that is open is ended, none is begun.
     void StopTyping();
-    /// True during the message that takes a typing or a scrub back.
+    /// @return true during the message that takes a typing or a scrub back.
     bool IsTakingBack() const;
 
-    // A scrub that another control leads (a channel's button). Values are `GetValue()` plus steps at the
-    // beginning; the run is begun by the first step that changes the number.
-    // Nothing happens while the edit is disabled.
+    /// A scrub that another control leads (a channel's button) begins; nothing while the edit is disabled.
     void BeginScrub();
+    /// The first step that changes the number begins the run. @param steps since `BeginScrub`, of either
+    /// sign.
     void Scrub(int steps);
     /// @param cancel restores the number as it was at the beginning.
     void EndScrub(bool cancel);
@@ -73,7 +79,7 @@ Q_SIGNALS:
     /// Before the first change of a run. An owner of several controls ends the runs of the others here; the
     /// change counts from the number that it leaves.
     void RunBeginning();
-    /// After each message to the parent.
+    /// After each message to the parent. @param phase an EKvColorPhase.
     void ValueChanged(int phase);
     /// What the clipboard holds was pasted and is no number. The edit ignores it, a typing goes on; its owner
     /// may know it.

@@ -1,5 +1,6 @@
-// The windowing vocabulary over the toolkit: messages to a parent, dialog item numbers and the small
-// interfaces and records that controls share. All of it belongs to the user-interface thread.
+/// @file
+/// The windowing vocabulary over the toolkit: messages to a parent, dialog item numbers and the small
+/// interfaces and records that controls share. All of it belongs to the user-interface thread.
 #pragma once
 
 #include "KvTypes.h"
@@ -44,7 +45,9 @@ inline CRect::operator QRect() const
     return {left, top, Width(), Height()};
 }
 
-/// Packs two 16-bit values as a message parameter.
+///@{
+/// Packs two 16-bit values as a message parameter. @param low, high of which 16 bits each count.
+/// @return high × 65,536 + low.
 constexpr WPARAM MAKEWPARAM(UINT low, UINT high)
 {
     return (static_cast<WPARAM>(high & 0xFFFFu) << 16) | (low & 0xFFFFu);
@@ -53,37 +56,45 @@ constexpr LPARAM MAKELPARAM(UINT low, UINT high)
 {
     return static_cast<LPARAM>(MAKEWPARAM(low, high));
 }
+///@}
+/// @param value a message parameter. @return its bits 0 … 15.
 constexpr WORD LOWORD(std::uintptr_t value)
 {
     return static_cast<WORD>(value & 0xFFFFu);
 }
+/// @param value a message parameter. @return its bits 16 … 31.
 constexpr WORD HIWORD(std::uintptr_t value)
 {
     return static_cast<WORD>((value >> 16) & 0xFFFFu);
 }
 
+///@{
 /// Wide text (UTF-16 or UTF-32 by the platform) and the toolkit's text into one another. Nothing is lost:
-/// characters beyond U+FFFF and lone surrogates come back as they were.
+/// characters beyond U+FFFF and lone surrogates come back as they were. @param text the text.
+/// @return the same text.
 KV_API QString KvToQString(std::wstring_view text);
 KV_API std::wstring KvFromQString(QStringView text);
+///@}
 
 /// One message on its way to a window. It is accepted when somebody answered.
 class KV_API KvMessageEvent : public QEvent
 {
 public:
+    /// @param messageNumber WM_… @param w, l its parameters, as the message has them.
     KvMessageEvent(UINT messageNumber, WPARAM w, LPARAM l);
     ~KvMessageEvent() override;
 
-    /// The event type of every KvMessageEvent, registered once for the process.
+    /// @return the event type of every KvMessageEvent, registered once for the process.
     static QEvent::Type EventType();
 
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-    LRESULT result = 0;
+    UINT message;       ///< WM_…
+    WPARAM wParam;      ///< as the message has it
+    LPARAM lParam;      ///< as the message has it
+    LRESULT result = 0; ///< the answer; the receiver writes it
 };
 
 /// Delivers a message before it returns.
+/// @param to its receiver; may be null. @param message WM_… @param wParam, lParam as the message has them.
 /// @return the receiver's answer; 0 when nobody answers or `to` is null.
 KV_API LRESULT KvSendMessage(HWND to, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -92,6 +103,7 @@ KV_API LRESULT KvSendMessage(HWND to, UINT message, WPARAM wParam, LPARAM lParam
 class KV_API KvMessageSink : public QObject
 {
 public:
+    /// Answers a message, or lets it go on by nullopt.
     using Handler = std::function<std::optional<LRESULT>(UINT message, WPARAM wParam, LPARAM lParam)>;
 
     /// @param window whose messages are heard; the sink becomes its child. Null hears nothing.
@@ -109,41 +121,46 @@ private:
 /// Colours (0xAARRGGBB) and font that a host gives a control instead of the theme's.
 struct SKvGuiBasicSettings
 {
-    DWORD background;
-    DWORD textColour;
-    DWORD disabledTextColour;
-    QFont font;
+    DWORD background;         ///< of the whole control
+    DWORD textColour;         ///< of texts
+    DWORD disabledTextColour; ///< of texts while the control is disabled
+    QFont font;               ///< of all texts
 };
 
 /// What a host may tell any control. Never deleted through this interface: it has no virtual destructor.
 class IKvGuiWnd
 {
 public:
-    /// The control keeps the pointer, never the ownership; null returns it to the theme.
-    virtual void SetGuiBasicSettings(SKvGuiBasicSettings*) {}
+    /// @param settings colours and font; the control keeps the pointer, never the ownership. Null returns it
+    /// to the theme.
+    virtual void SetGuiBasicSettings(SKvGuiBasicSettings* /*settings*/) {}
     /// Tells a tool window its manager.
+    /// @param manager the bar's IKvRibbonTitleBarMgr or IKvRibbonMenuBarMgr, whichever bar it is.
     virtual void SetToolWndManager(void* /*manager*/) {}
 };
 
 /// A command's state in an idle update.
 struct CCmdUI
 {
-    UINT m_nID = 0;
-    virtual void Enable(BOOL) {}
+    UINT m_nID = 0; ///< the command's number
+    /// @param enable 0: the command cannot be used now.
+    virtual void Enable(BOOL /*enable*/) {}
 };
 
 /// A message as a pre-translation step sees it.
 struct MSG
 {
-    HWND hwnd;
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
+    HWND hwnd;     ///< whom it is for
+    UINT message;  ///< WM_…
+    WPARAM wParam; ///< as the message has it
+    LPARAM lParam; ///< as the message has it
 };
 
-/// Gives a widget its dialog item number; works on any widget.
+/// Gives a window its dialog item number. @param window any widget; null is ignored.
+/// @param id 0 takes it away.
 KV_API void KvSetDlgItemId(HWND window, UINT id);
-/// @return the number; 0 until it is set, and for null.
+/// @param window any widget; may be null. @return its number; 0 until it is set, and for null.
 KV_API UINT KvGetDlgItemId(HWND window);
-/// @return the direct child of `parent` with that number; null when there is none, and for 0.
+/// @param parent may be null. @param id a number.
+/// @return the direct child of `parent` that has it; null when there is none, and for 0.
 KV_API HWND KvGetDlgItem(HWND parent, UINT id);

@@ -1,7 +1,8 @@
-// Bridges between the library's values and the toolkit's own types, and models over the lists.
-//
-// A conversion loses nothing that the other side can hold. What the other side cannot hold is named in
-// `loss`: a set of EKvQtLoss, 0 where the value arrived whole. `loss` may be null.
+/// @file
+/// Bridges between the library's values and the toolkit's own types, and models over the lists.
+///
+/// A conversion loses nothing that the other side can hold. What the other side cannot hold is named in
+/// `loss`: a set of EKvQtLoss, 0 where the value arrived whole. `loss` may be null.
 #pragma once
 
 #include "KvAppLogListCtrl.h"
@@ -41,29 +42,34 @@ enum EKvQtLoss : UINT
 
 /// @param colour 0xAARRGGBB, straight alpha. @return an RGB colour.
 KV_API QColor KvToQColor(DWORD colour);
-/// Colours of other specifications (HSV, CMYK …) are converted to RGB. @return 0xAARRGGBB.
+/// @param colour of any specification (HSV, CMYK …). @param loss see above. @return 0xAARRGGBB.
 KV_API DWORD KvFromQColor(const QColor& colour, UINT* loss = nullptr);
 
 // Gradients.
 
 /// The stops of a gradient, ascending. A mid point that is not half way becomes a stop of its own, with the
-/// mix of its neighbours.
+/// mix of its neighbours. @param keys in any order. @return the stops.
 KV_API QGradientStops KvToGradientStops(const std::vector<SKvCGGradientKey>& keys);
-/// The same from the left edge to the right one, interpolated channel by channel as the control does.
+/// The same, interpolated channel by channel as the control does. @param keys in any order.
+/// @param rect from whose left edge to the right one it runs. @return the gradient.
 KV_API QLinearGradient KvToLinearGradient(const std::vector<SKvCGGradientKey>& keys, const QRectF& rect);
 /// A stop between two others that has the mix of their colours becomes the mid point of its segment.
+/// @param stops ascending. @param loss see above. @return the stops.
 KV_API std::vector<SKvCGGradientKey> KvFromGradientStops(const QGradientStops& stops, UINT* loss = nullptr);
 /// The same of any gradient; says also what its shape, its spread and its mixing lose.
+/// @param gradient the gradient.
+/// @param loss see above. @return the stops.
 KV_API std::vector<SKvCGGradientKey> KvFromGradient(const QGradient& gradient, UINT* loss = nullptr);
 
 // Eases.
 
-/// The ease as a curve from (0, 0) to (1, 1): of the kind Linear for a linear ease, else a Bezier spline of
-/// one segment.
+/// The ease as a curve from (0, 0) to (1, 1). @param ease the ease. @param loss see above.
+/// @return of the kind Linear for a linear ease, else a Bezier spline of one segment.
 KV_API QEasingCurve KvToEasingCurve(const SKvParamEaseData& ease, UINT* loss = nullptr);
-/// Gives the segment of `ease`, whose keys and range stay, the shape of a curve: straight ones, splines of
-/// one segment, and those that are one cubic exactly (InQuad, OutQuad, InCubic, OutCubic).
-/// @return 1; 0, with nothing changed, for any other.
+/// Gives a segment, whose keys and range stay, the shape of a curve.
+/// @param curve straight, a spline of one segment, or one that is one cubic exactly (InQuad, OutQuad,
+/// InCubic, OutCubic). @param ease the segment. @param loss see above.
+/// @return 1; 0, with nothing changed, for any other curve.
 KV_API int KvFromEasingCurve(const QEasingCurve& curve, SKvParamEaseData& ease, UINT* loss = nullptr);
 
 // Formats.
@@ -71,23 +77,28 @@ KV_API int KvFromEasingCurve(const QEasingCurve& curve, SKvParamEaseData& ease, 
 /// A ratio of whole numbers.
 struct SKvRational
 {
-    int numerator;
-    int denominator;
+    int numerator;   ///< of either sign
+    int denominator; ///< 0 is no ratio
 };
 
-/// The frame size; empty for a negative one.
+/// @param resolution of which the frame size counts. @return the size; empty for a negative one.
 KV_API QSize KvToQSize(const SKvVideoResolution& resolution);
-/// Aspect ratio, frame rate and scan mode stay. @return 0, with nothing changed, for an invalid size.
+/// Aspect ratio, frame rate and scan mode stay. @param size in pixels. @param resolution receives it.
+/// @return 1; 0, with nothing changed, for an invalid size.
 KV_API int KvFromQSize(QSize size, SKvVideoResolution& resolution);
-/// Frames per second, exactly: 23.976 is 24000/1001. @return 0/1 for a rate outside of the table.
+/// Frames per second, exactly: 23.976 is 24000/1001. @param rate of the table.
+/// @return 0/1 for one outside of it.
 KV_API SKvRational KvToRational(EKvFrameRate rate);
-/// Any ratio of the same value (48/2 is 24). @return 1; 0, with `rate` unchanged, when the table has none.
+/// @param framesPerSecond any ratio of the same value (48/2 is 24). @param rate receives it.
+/// @param loss see above.
+/// @return 1; 0, with `rate` unchanged, when the table has none.
 KV_API int KvFromRational(SKvRational framesPerSecond, EKvFrameRate& rate, UINT* loss = nullptr);
 
 // Naming groups.
 
 /// The matcher's groups, as `BuildGroups` left them: an array of objects with "name" and "files".
-/// @param count how many groups that operation gave. A group whose name is too long to be read is left out.
+/// @param matcher whose groups are read. @param count how many groups that operation gave. @return the array.
+/// A group whose name is too long to be read is left out.
 KV_API QJsonArray KvGroupsToJson(IKvFileNamingMatcher& matcher, unsigned int count);
 
 // Messages.
@@ -106,7 +117,8 @@ public:
     KvQtMessageLog(const KvQtMessageLog&) = delete;
     KvQtMessageLog& operator=(const KvQtMessageLog&) = delete;
 
-    /// Only these and worse ones; all at first. QtInfoMsg comes between QtDebugMsg and QtWarningMsg.
+    /// @param type only these and worse ones; all at first. QtInfoMsg comes between QtDebugMsg and
+    /// QtWarningMsg.
     void SetLeast(QtMsgType type);
 
 private:
@@ -128,9 +140,11 @@ class KV_API KvReportListModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
+    /// @param list may die before the model. @param parent owns the model; may be null.
     explicit KvReportListModel(CKvReportListCtrl& list, QObject* parent = nullptr);
     ~KvReportListModel() override;
 
+    /// @return the list; null once it is gone.
     CKvReportListCtrl* List() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -156,12 +170,14 @@ public:
     /// for none.
     static constexpr int FrameRole = Qt::UserRole;
 
+    /// @param list, parent as above.
     explicit KvSubTitleModel(CKvSubTitleTxtListEditor& list, QObject* parent = nullptr);
 
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
     QHash<int, QByteArray> roleNames() const override;
-    /// Empty rows without time codes.
+    /// Empty rows without time codes. @param row, count, parent as the toolkit has them.
+    /// @return false, with nothing changed, when there are no such places.
     bool insertRows(int row, int count, const QModelIndex& parent = {}) override;
     bool removeRows(int row, int count, const QModelIndex& parent = {}) override;
 

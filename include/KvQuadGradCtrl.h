@@ -1,4 +1,5 @@
-// The four-corner gradient: a preview in which four colours blend, and a swatch for each corner.
+/// @file
+/// The four-corner gradient: a preview in which four colours blend, and a swatch for each corner.
 #pragma once
 
 #include "KvWnd.h"
@@ -27,19 +28,21 @@ class KV_API CKvQuadGradCtrl : public CKvStatic
     Q_OBJECT
 
 public:
+    /// A control that is not created yet.
     CKvQuadGradCtrl();
     ~CKvQuadGradCtrl() override;
 
     int Create(UINT style, CWnd* parent, DWORD id) override;
     /// Lays out the preview and the corners anew and redraws them. Called by every resize.
     void RecalcLayout();
-    /// Top left, top right, bottom left, bottom right, 0xAARRGGBB; red, green, blue and magenta at first.
-    /// Null is ignored.
+    /// @param corners top left, top right, bottom left, bottom right, 0xAARRGGBB; red, green, blue and
+    /// magenta at first. Null is ignored.
     void SetData(const DWORD corners[4]);
+    /// @param corners receives the same; null is ignored.
     void GetData(DWORD corners[4]) const;
-    /// Sets the selected corner's colour.
+    /// Sets the selected corner's colour; nothing when none is selected. @param colour 0xAARRGGBB.
     void SetColor(DWORD colour);
-    /// @return 0 when no corner is selected.
+    /// @return 0xAARRGGBB; 0 when no corner is selected.
     DWORD GetSelectedColor() const;
     /// @return 0 … 3, -1 for none; 0 at first.
     int GetSelectedCorner() const;
@@ -50,15 +53,19 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// The user selected another corner; after the message to the parent. @param corner the one in force:
-    /// when the parent's handler selected another one, that; the signal is not sent when it selected none.
+    /// The user selected another corner; after the message to the parent.
+    /// @param corner the one in force: when the parent's handler selected another one, that; the signal is
+    /// not sent when it selected none.
     void CornerSelected(int corner);
     /// The user exchanged or turned corners, or pasted or dropped a colour into one.
     void CornersChanged();
 
 protected:
+    /// Redraws the four corners.
     void DrawAllControls();
+    /// @param corner redrawn; one out of range is ignored.
     void DrawControl(int corner);
+    /// Redraws the preview.
     void DrawPalette();
 
     void OnPaint(Graphics& graphics) override;

@@ -1,4 +1,5 @@
-// The ribbon menu bar: a main window's caption with the top-level entries of a menu as its items.
+/// @file
+/// The ribbon menu bar: a main window's caption with the top-level entries of a menu as its items.
 #pragma once
 
 #include "KvCaptionBar.h"
@@ -10,21 +11,24 @@ class IKvRibbonMenuBarMgr;
 class IKvRibbonMenuBarSmartMenu
 {
 public:
-    /// The bar that held it lets go of it; once, as the last call.
+    /// The bar that held it lets go of it; once, as the last call. @return not looked at.
     virtual int Release() { return 0; }
     /// From `BeginAddMenuBar`, with the identifier of the menu bar under construction.
+    /// @param manager the bar. @param id the menu bar. @return not looked at.
     virtual int OnAttach(IKvRibbonMenuBarMgr* /*manager*/, unsigned /*id*/) { return 0; }
-    /// Just before `Release`.
+    /// Just before `Release`. @return not looked at.
     virtual int OnDetach() { return 0; }
     /// Brings one entry up to date (enabled, checked, text). @param popup the menu that holds it.
+    /// @param command its number. @return not looked at.
     virtual int OnUpdateCommand(HMENU /*popup*/, unsigned /*command*/) { return 0; }
     /// @param popup the top-level entry's sub-menu, the bar's menu for a top-level entry that has a command
     ///        of its own; null when it was destroyed meanwhile.
-    /// @param command the chosen one, never 0.
+    /// @param command the chosen one, never 0. @return not looked at.
     virtual int OnCommand(HMENU /*popup*/, unsigned /*command*/) { return 0; }
     /// After the popup closed, before `OnCommand`. @param popup null when it was destroyed meanwhile.
+    /// @return not looked at.
     virtual int OnPopupClosed(HMENU /*popup*/) { return 0; }
-    /// Before a popup is updated and opened.
+    /// @param popup about to be updated and opened. @return not looked at.
     virtual int OnBeforePopup(HMENU /*popup*/) { return 0; }
 };
 
@@ -38,45 +42,54 @@ public:
 class IKvRibbonMenuBarMgr
 {
 public:
-    /// Under which tool windows are created: the bar itself.
+    /// @return under which tool windows are created: the bar itself.
     virtual HWND GetToolWndParent() { return nullptr; }
     /// Begins a menu bar; one that was begun and not ended is dropped.
+    /// @param imageKey base name of the pictures on the application button. @param buttonText the
+    ///        application's name, on the button. @param id the new menu bar's.
     /// @param menu its top-level entries are the items, as they are now; their popups are those that it has
     ///        when they open. It stays the host's; once it is destroyed the items open nothing.
-    /// @param smartMenu may be null. @return 0 without a menu.
+    /// @param smartMenu may be null. @return 1; 0 without a menu.
     virtual int BeginAddMenuBar(const wchar_t* /*imageKey*/, const wchar_t* /*buttonText*/, unsigned /*id*/,
                                 HMENU /*menu*/, IKvRibbonMenuBarSmartMenu* /*smartMenu*/)
     {
         return 0;
     }
-    /// Gives the menu bar under construction the tool window below the strip; both are required.
+    /// Gives the menu bar under construction the tool window below the strip.
+    /// @param toolWindow, handle both are required.
+    /// @return 1; 0 without one of them, or when none is under construction.
     virtual int AddMenuBarToolWnd(IKvGuiWnd* /*toolWindow*/, HWND /*handle*/) { return 0; }
-    /// As that of the title bar.
+    /// As that of the title bar. @param first, second, firstHandle, secondHandle null leaves one out.
+    /// @return 1; 0 when none is under construction.
     virtual int RegisterAdvToolWnd(IKvGuiWnd* /*first*/, HWND /*firstHandle*/, IKvGuiWnd* /*second*/,
                                    HWND /*secondHandle*/)
     {
         return 0;
     }
-    /// The menu of button 10004. The callback gets the chosen command, never 0, and the context.
-    /// @return 0 without a menu bar under construction, a menu or a callback.
+    /// The menu of button 10004. @param menu stays the host's. @param callback gets the chosen command, never
+    ///        0, and the context. @param context any.
+    /// @return 1; 0 without a menu bar under construction, a menu or a callback.
     virtual int SetAppBtnMenu(HMENU /*menu*/, void (* /*callback*/)(unsigned, void*), void* /*context*/)
     {
         return 0;
     }
-    /// @return 0 for a menu bar without items, which is dropped, and when none is under construction.
+    /// @return 1; 0 for a menu bar without items, which is dropped, and when none is under construction.
     virtual int EndAddMenuBar() { return 0; }
+    /// Shows a menu bar. @param id which one. @return 1; 0 for none such.
     virtual int ActiveMenuBar(unsigned /*id*/) { return 0; }
-    /// As `IKvRibbonTitleBarMgr::RemoveTitleBar`.
+    /// As `IKvRibbonTitleBarMgr::RemoveTitleBar`. @param id the menu bar. @return 1; 0 for none such.
     virtual int RemoveMenuBar(unsigned /*id*/) { return 0; }
     /// The product label, the first half of the static title ("Mirabo-" at first).
+    /// @param id the menu bar. @param title up to 259 characters. @return 1; 0 for none such.
     virtual int SetSysTitle(unsigned /*id*/, const wchar_t* /*title*/) { return 0; }
     /// The document label, the second half ("Untitled" at first). Only this one renews the title's tool tip.
+    /// @param id the menu bar. @param title up to 259 characters. @return 1; 0 for none such.
     virtual int SetDocTitle(unsigned /*id*/, const wchar_t* /*title*/) { return 0; }
     /// Lays out and repaints. @return 1.
     virtual int UpdateMenuBarWindow() { return 0; }
-    /// Shows or hides button 10004. @return 1.
+    /// Button 10004. @param show 0 hides it. @return 1.
     virtual int ShowAppMenuBtn(int /*show*/) { return 0; }
-    /// Shows or hides the four window buttons. @return 1.
+    /// The four window buttons. @param show 0 hides them. @return 1.
     virtual int ShowAllAppBtn(int /*show*/) { return 0; }
     /// Tells button 10002 of the frame's state. @param sizeType that of WM_SIZE: SIZE_MAXIMIZED or
     /// SIZE_RESTORED; others change nothing. @return 1 when the button was told.
@@ -91,6 +104,7 @@ class KV_API CKvRibbonMenuBar : public CKvCaptionBar, public IKvRibbonMenuBarMgr
     Q_OBJECT
 
 public:
+    /// A bar without menu bars that is not created yet.
     CKvRibbonMenuBar();
     ~CKvRibbonMenuBar() override;
 

@@ -1,4 +1,5 @@
-// The scroll bar that tells its parent in messages, and the scroll helpers.
+/// @file
+/// The scroll bar that tells its parent in messages, and the scroll helpers.
 #pragma once
 
 #include "KvPlatform.h"
@@ -11,15 +12,15 @@
 /// What a scroll bar was asked for: the low word of wParam.
 enum EKvScrollCode : UINT
 {
-    SB_LINEUP = 0, ///< also to the left
-    SB_LINEDOWN = 1,
-    SB_PAGEUP = 2,
-    SB_PAGEDOWN = 3,
+    SB_LINEUP = 0,        ///< also to the left
+    SB_LINEDOWN = 1,      ///< also to the right
+    SB_PAGEUP = 2,        ///< a view back
+    SB_PAGEDOWN = 3,      ///< a view on
     SB_THUMBPOSITION = 4, ///< to the bar's position, without a drag or at its end
     SB_THUMBTRACK = 5,    ///< to the bar's position, while the thumb is dragged
-    SB_TOP = 6,
-    SB_BOTTOM = 7,
-    SB_ENDSCROLL = 8, ///< the thumb was let go
+    SB_TOP = 6,           ///< to the beginning
+    SB_BOTTOM = 7,        ///< to the end
+    SB_ENDSCROLL = 8,     ///< the thumb was let go
 };
 
 /// A scroll bar from 0 to the largest position of a view, its thumb as long as the view is of the content.
@@ -36,17 +37,21 @@ class KV_API CKvScrollBar : public QScrollBar
     Q_OBJECT
 
 public:
+    /// A bar of range 0 that is not created yet.
     CKvScrollBar();
     ~CKvScrollBar() override;
 
     /// Makes the bar a child of `parent`, without ever taking the focus.
     /// @param orientation Qt::Horizontal sends WM_HSCROLL, Qt::Vertical WM_VSCROLL.
-    /// @param style see `CKvWnd::CreateWnd`. @return 1; 0 for a null parent.
+    /// @param style see `CKvWnd::CreateWnd`. @param rect in the parent's coordinates. @param parent whom it
+    /// tells. @param id its number. @return 1; 0 for a null parent.
     int Create(Qt::Orientation orientation, UINT style, const CRect& rect, CWnd* parent, UINT id);
     /// Shows a line's range and position, and view length ÷ virtual length as the thumb.
+    /// @param line is read now and not kept.
     void SetScroll(IKvScrollLineHelper& line);
     /// @param position clamped to 0 … range.
     void SetScrollPos(std::int64_t position);
+    /// @return 0 … range.
     std::int64_t GetScrollPos() const;
     /// @return the largest position.
     std::int64_t GetScrollRange() const;

@@ -1,4 +1,5 @@
-// The swatch grid: preset colours of the whole process and four alpha cells.
+/// @file
+/// The swatch grid: preset colours of the whole process and four alpha cells.
 #pragma once
 
 #include "KvWnd.h"
@@ -9,7 +10,7 @@
 /// kKvColorNotifyCode.
 struct KvSwatchNotifyRecord
 {
-    KvNotifyHeader header;
+    KvNotifyHeader header; ///< hwndFrom: the grid
     /// -1: a swatch was picked; 0 … 3: an alpha cell (0, 64, 128, 255) was picked; with `store` 0 the swatch
     /// that is to be overwritten.
     std::int32_t index;
@@ -29,33 +30,37 @@ class KV_API CKvSolidColorTemplate : public CKvStatic
     Q_OBJECT
 
 public:
+    /// A control that is not created yet.
     CKvSolidColorTemplate();
     ~CKvSolidColorTemplate() override;
 
-    /// Where "KvSolidColorTemplate.ini" lies; the user's application data folder until a host says so.
+    /// @param folder where "KvSolidColorTemplate.ini" lies; the user's application data folder until a host
+    /// says so.
     static void SetSystemFolder(const CString& folder);
+    /// @return that folder.
     static CString GetSystemFolder();
     /// Writes the library's own swatches where there is no file yet. A host calls it before its first grid.
     /// @return 1 when there is a file that can be read afterwards.
     static int InstallFactoryTemplate();
 
     int Create(UINT style, CWnd* parent, DWORD id) override;
-    /// Columns and rows, the row of alpha cells included; below 1 counts as 1. 3 and 8 at first. Lays out the
-    /// cells anew.
+    /// Lays out the cells anew.
+    /// @param columns, rows the row of alpha cells included; below 1 counts as 1. 3 and 8 at first.
     void SetNumRect(int columns, int rows);
     /// Loads the swatches: the user's once a process, the factory's whenever `reset` is set, which also makes
     /// them the user's. All grids are redrawn.
-    /// @return 1; 0, with the swatches as they were, when they are loaded already or the file does not give
-    /// them.
+    /// @param reset 0 or not. @return 1; 0, with the swatches as they were, when they are loaded already or
+    /// the file does not give them.
     int InitialData(int reset);
     /// Lays out the cells anew from the client rectangle and redraws them. Called by every resize.
     void RecalcLayout();
+    /// Redraws the grid.
     void DrawPalette();
-    /// Silent; all grids are redrawn. An index that is none is ignored.
+    /// Silent; all grids are redrawn. @param index one that is none is ignored. @param colour 0xAARRGGBB.
     void SetCellColor(int index, DWORD colour);
     /// @return how many swatches the process has.
     int GetCellCount() const;
-    /// @return 0xAARRGGBB; 0 for an index that is none.
+    /// @param index 0 … count - 1. @return 0xAARRGGBB; 0 for an index that is none.
     DWORD GetCellColor(int index) const;
 
     UINT OnGetDlgCode() override;
@@ -63,28 +68,34 @@ public:
 
 Q_SIGNALS:
     /// After the message to the parent, with what its record said.
+    /// @param index, colour see `KvSwatchNotifyRecord`.
     void CellPicked(int index, quint32 colour);
     /// After the message that asks for a colour to store: a host without a message handler answers here, by
-    /// `SetCellColor`. The file is written afterwards.
+    /// `SetCellColor`. The file is written afterwards. @param index the swatch.
+    /// @param colour what it holds now.
     void CellStoreRequested(int index, quint32 colour);
 
 protected:
-    /// Reads the swatches from a profile file into the process. @param factory the factory's, else the
-    /// user's.
+    /// Reads the swatches from a profile file into the process. @param path the file.
+    /// @param factory the factory's, else the user's.
     /// @return false, with the swatches as they were, when the head names no lines or too many.
     static bool ReadFile(const CString& path, bool factory);
-    /// Writes the user's swatches. @return false, and nothing is written, when the head does not fit them.
+    /// Writes the user's swatches. @param path the file. @return false, and nothing is written, when the head
+    /// does not fit them.
     static bool WriteFile(const CString& path);
-    /// "R,G,B,A" as 0xAARRGGBB; white where a number is none of 0 … 255.
+    /// @param text "R,G,B,A". @return 0xAARRGGBB; white where a number is none of 0 … 255.
     static DWORD GetColorValue(const CString& text);
     /// Redraws all grids: the four colours of the alpha cells are constants.
     static void SetFixedAlphaColor();
-    /// Opens the context menu of the cell at a client point and runs the chosen command; nothing where there
-    /// is no cell. The grid may be gone afterwards.
+    /// Opens the context menu of a cell and runs the chosen command; nothing where there is no cell. The grid
+    /// may be gone afterwards. @param point client coordinates.
     void DoMenu(CPoint point);
-    // Draw a cell at rest, at its place. An index that is none is ignored.
+    ///@{
+    /// Draws a swatch or an alpha cell at rest, at its place. @param graphics the painter.
+    /// @param index one that is none is ignored.
     void DrawCell(Graphics& graphics, int index);
     void DrawAlphaCell(Graphics& graphics, int index);
+    ///@}
 
     void OnPaint(Graphics& graphics) override;
     void OnSize(int width, int height) override;

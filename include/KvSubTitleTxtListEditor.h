@@ -1,4 +1,5 @@
-// The subtitle list: texts with time codes and the template that each is rendered with.
+/// @file
+/// The subtitle list: texts with time codes and the template that each is rendered with.
 #pragma once
 
 #include "KvTextListBase.h"
@@ -7,10 +8,10 @@
 /// The columns of a `CKvSubTitleTxtListEditor`.
 enum EKvSubTitleColumn : int
 {
-    kKvSubTitleText = 0,
-    kKvSubTitleIn = 1,
-    kKvSubTitleOut = 2,
-    kKvSubTitleTemplate = 3,
+    kKvSubTitleText = 0,     ///< the text
+    kKvSubTitleIn = 1,       ///< in time code
+    kKvSubTitleOut = 2,      ///< out time code
+    kKvSubTitleTemplate = 3, ///< name of the template
 };
 
 /// A list of subtitles: text, in and out time code, template. See `CKvTextListBase` for what the user can do.
@@ -29,62 +30,70 @@ class KV_API CKvSubTitleTxtListEditor : public CKvTextListBase
     Q_OBJECT
 
 public:
+    /// A list without rows that is not created yet.
     CKvSubTitleTxtListEditor();
     ~CKvSubTitleTxtListEditor() override;
 
-    /// "KVSUBTITLEEDITOR", also the widget's object name.
+    /// @return "KVSUBTITLEEDITOR", also the widget's object name.
     CString GetWindowClass() const;
 
     // The rows. Silent, and not undone.
 
-    /// Inserts a row. @param line 0 … count, or -1 for the end. @param templateName null is empty.
+    /// Inserts a row. @param line 0 … count, or -1 for the end. @param text its text. @param in, out its time
+    /// codes. @param templateName null is empty.
     /// @return its index; -1 out of range.
     int InserItem(int line, const CString& text, DWORD in, DWORD out, const wchar_t* templateName);
-    /// Changes a row. @param text, templateName null leaves them. @param in, out null empties the time code.
+    /// Changes a row. @param line which one. @param text, templateName null leaves them. @param in, out null
+    /// empties the time code.
     /// @return 1; 0 out of range.
     int ModifyItem(int line, const wchar_t* text, const DWORD* in, const DWORD* out,
                    const wchar_t* templateName);
-    /// @return 1; 0 out of range.
+    /// @param line a row. @return 1; 0 out of range.
     int DeleteItem(int line);
     /// Removes all rows. @return 1.
     int EmptyAll();
     /// Empties every time code. @return 1.
     int EmptyAllTimeCode();
-    /// Gives every row that template; null is none. @return 1.
+    /// Gives every row the same template. @param templateName null is none. @return 1.
     int UpdateAllTemplateName(const wchar_t* templateName);
 
-    /// Sets the in time code (`isIn` not 0) or the out one. @return 1; 0 out of range.
+    /// @param line a row. @param value a frame count, or none.
+    /// @param isIn not 0 sets the in time code, else the out one.
+    /// @return 1; 0 out of range.
     int SetTimeCode(int line, DWORD value, int isIn);
-    /// @return 1; 0 out of range, both unchanged.
+    /// @param line a row. @param in, out receive its time codes. @return 1; 0 out of range, both unchanged.
     int GetTimeCode(int line, DWORD& in, DWORD& out) const;
 
     // How time codes are shown.
 
-    /// At first 25 frames a second, no drop frame. @param dropFrame ignored where the rate has none.
+    /// @param rate 25 frames a second at first. @param dropFrame off at first; ignored where the rate has
+    /// none.
     /// @return 1; 0, with nothing changed, for a rate outside of the table.
     int SetTimecodeFormat(EKvFrameRate rate, BOOL dropFrame);
-    /// In frames; 0 at first.
+    /// @param offset in frames; 0 at first.
     void SetTimecodeOffset(DWORD offset);
+    /// @return it in frames.
     DWORD GetTimecodeOffset() const;
 
     // The row that plays.
 
-    /// -1, or a row out of range: none.
+    /// @param line -1, or a row out of range: none.
     void SetPlayIndex(int line);
-    /// -1 for none, also when the row is gone.
+    /// @return -1 for none, also when the row is gone.
     int GetPlayIndex() const;
-    /// The row to play at a frame (a frame count, without the offset): of several the one that starts latest,
-    /// of those that start together the lowest one in the list. A row plays from its in time code to before
-    /// its out one; without an out time code to the next in time code of any row, without an in one never.
-    /// Takes logarithmic time once rows and time codes stay. @return -1 when none plays.
+    /// The row to play at a frame. @param frame a frame count, without the offset. @return of several the one
+    /// that starts latest, of those that start together the lowest one in the list. A row plays from its in
+    /// time code to before its out one; without an out time code to the next in time code of any row, without
+    /// an in one never. -1 when none plays. Takes logarithmic time once rows and time codes stay.
     int FindPlayIndex(DWORD frame) const;
     /// Keeps the row that plays in view, also when the rows are sorted or the list gets another size, until
-    /// the user scrolls; setting it again resumes. Off at first. Waits while a cell is open or the mouse
-    /// drags.
+    /// the user scrolls; setting it again resumes. Waits while a cell is open or the mouse drags.
+    /// @param follow 0 is off, as at first.
     void SetFollowPlayback(BOOL follow);
 
 Q_SIGNALS:
-    /// The user changed a time code, also by undo. After the change, once.
+    /// The user changed a time code, also by undo. After the change, once. @param row the row.
+    /// @param in whether it was the in time code, else the out one.
     void TimeCodeEdited(int row, bool in);
 
 protected:

@@ -1,4 +1,5 @@
-// The text list: lines of text, edited in place.
+/// @file
+/// The text list: lines of text, edited in place.
 #pragma once
 
 #include "KvTextListBase.h"
@@ -11,44 +12,50 @@ class KV_API CKvTextEditListCtrl : public CKvTextListBase
     Q_OBJECT
 
 public:
+    /// A list without rows that is not created yet.
     CKvTextEditListCtrl();
     ~CKvTextEditListCtrl() override;
 
     // The rows. Silent, not undone, and no modification.
 
-    /// Appends a row. @return its index; -1 for null.
+    /// Appends a row. @param text its text. @return its index; -1 for null.
     int AddString(const wchar_t* text);
-    /// Appends a row a text. @return the first one's index; -1 when there is none.
+    /// Appends a row a text. @param texts the texts. @return the first one's index; -1 when there is none.
     int AddString(const CStringArray& texts);
-    /// Inserts a row before `line`. @param line 0 … count, or -1 for the end.
+    /// Inserts a row before `line`. @param line 0 … count, or -1 for the end. @param text its text.
     /// @return its index; -1 out of range or for null.
     int InsertString(int line, const wchar_t* text);
-    /// @return 1; 0 out of range.
+    /// @param line a row. @return 1; 0 out of range.
     int DeleteString(UINT line);
     /// Removes all rows. @param clearModified not 0: also forgets that the user changed anything. @return 1.
     int ResetContent(int clearModified);
 
-    // The texts. @return how many, where an array is filled.
+    // The texts.
 
     using CKvTextListBase::GetString;
-    /// All texts.
+    /// @param texts receives all texts. @return how many.
     int GetString(CStringArray& texts) const;
-    /// The texts of the selected rows.
+    /// @param texts receives the texts of the selected rows. @return how many.
     int GetSelectString(CStringArray& texts) const;
-    /// The same; while a cell is open, the text that is selected in it, if any.
+    /// The same; while a cell is open, the text that is selected in it, if any. @param texts receives it.
+    /// @return how many.
     int GetTxtFocus(CStringArray& texts) const;
     /// The lines of these texts one by one. A break at a text's end begins no further line.
+    /// @param texts receives them. @return how many.
     int GetMultiLinesTxtFocus(CStringArray& texts) const;
 
-    /// The row's own text colours, 0xAARRGGBB: normal, while it is selected, while the list is disabled. A
-    /// null pointer leaves that colour. @return 1; 0 out of range.
+    /// The row's own text colours. @param line a row.
+    /// @param normal, selected, disabled 0xAARRGGBB: normal, while it is selected, while the list is
+    /// disabled; null leaves that colour. @return 1; 0 out of range.
     int SetItemTextColor(int line, const DWORD* normal, const DWORD* selected, const DWORD* disabled);
-    /// The same colours, or the theme's. Each may be null. @return 1; 0 out of range, all unchanged.
+    /// The same colours, or the theme's. @param line a row. @param normal, selected, disabled may be null.
+    /// @return 1; 0 out of range, all unchanged.
     int GetItemTextColor(int line, DWORD* normal, DWORD* selected, DWORD* disabled) const;
 
-    /// 1 when the user changed, inserted, removed or moved anything, or something was replaced, since the
-    /// list was made or the flag cleared; undo of all of it clears it, too.
+    /// @return 1 when the user changed, inserted, removed or moved anything, or something was replaced, since
+    /// the list was made or the flag cleared; undo of all of it clears it, too.
     BOOL IsModified() const;
+    /// @param modified 0 clears the flag, another value sets it.
     void SetModify(int modified);
 
 protected:

@@ -1,4 +1,5 @@
-// Frame counts as time codes and back: "01:02:03:04", with drop frame "01:02:03;04".
+/// @file
+/// Frame counts as time codes and back: "01:02:03:04", with drop frame "01:02:03;04".
 #pragma once
 
 #include "KvVideoFormat.h"
@@ -11,13 +12,17 @@
 struct KvTimecode
 {
     /// The time code of a frame, counted from 0. Frames beyond a day begin again at 00:00:00:00.
+    /// @param frame 0xFFFFFFFF is no time code. @param rate how frames are counted. @param dropFrame see
+    /// above.
     /// @param text receives "HH:MM:SS:FF", with drop frame "HH:MM:SS;FF".
-    /// @return false, with an empty text, for 0xFFFFFFFF (no time code) and for a rate outside the table.
+    /// @return false, with an empty text, for no time code and for a rate outside the table.
     KV_API static bool ToText(DWORD frame, EKvFrameRate rate, bool dropFrame, std::wstring& text);
 
     /// The frame that a time code names. Missing fields are the leading ones: "1:12" is one second and twelve
     /// frames. ":" and ";" are the same; digits without them are read in pairs from the right ("112"). White
     /// space around the text does not count.
+    /// @param text what was typed. @param rate how frames are counted. @param dropFrame see above.
+    /// @param frame receives the count from 0.
     /// @return false, with `frame` unchanged, for a text that is no time code, for one that cannot exist (25
     /// frames at 25, 60 seconds, 24 hours), for one that drop frame leaves out and for a rate outside the
     /// table.

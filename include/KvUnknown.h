@@ -1,4 +1,5 @@
-// The reference-counted base of the objects that cross the library's boundary.
+/// @file
+/// The reference-counted base of the objects that cross the library's boundary.
 #pragma once
 
 #include "KvTypes.h"

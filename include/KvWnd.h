@@ -1,4 +1,5 @@
-// The base classes of the controls: CKvWnd turns the toolkit's events into the field's handlers.
+/// @file
+/// The base classes of the controls: CKvWnd turns the toolkit's events into the field's handlers.
 #pragma once
 
 #include "KvPlatform.h"
@@ -20,37 +21,47 @@ class KV_API CKvWnd : public QWidget
     Q_OBJECT
 
 public:
+    /// A window that is not created yet.
     CKvWnd();
     ~CKvWnd() override;
 
     /// Makes the window a child of `parent`, with that style and dialog item number.
     /// @param style WS_VISIBLE shows it, WS_DISABLED disables it, WS_TABSTOP lets Tab reach it.
     /// @param rect geometry in the parent's coordinates; an empty one keeps what was set before.
+    /// @param parent null makes a window of its own. @param id the dialog item number.
     /// @return 1; 0 when it was created before.
     int CreateWnd(UINT style, const CRect& rect, CWnd* parent, DWORD id);
     /// @return 1 from a successful Create on.
     BOOL IsCreated() const;
-    /// The window's own number (0 until it has one).
+    /// @return the window's own number; 0 until it has one.
     UINT GetDlgCtrlID() const;
-    /// The client rectangle: the whole widget, from (0, 0).
+    /// @return the client rectangle: the whole widget, from (0, 0).
     CRect GetClientRect() const;
     /// @return which keys the control wants for itself (DLGC_…); also the answer to WM_GETDLGCODE. Tab leaves
     ///         the control unless it asks for it.
     virtual UINT OnGetDlgCode();
 
 protected:
-    // Messages of children. Return non-zero when handled; `*result` is the sender's answer.
+    ///@{
+    /// A child's WM_NOTIFY or WM_COMMAND. @param wParam, lParam as the child sent them.
+    /// @param result receives the child's answer. @return non-zero when handled.
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result);
-    /// Every message, before the two above. Return non-zero when handled.
+    ///@}
+    /// Every message, before the two above. @param message WM_… @param wParam, lParam as it has them.
+    /// @param result receives the sender's answer. @return non-zero when handled.
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
 
     // Events. Points are client coordinates. A handler may delete the window.
+    /// @param graphics the painter, in client coordinates; ready to draw.
     virtual void OnPaint(Graphics& graphics);
-    /// After `Create` only; of a hidden window when it is shown.
+    /// After `Create` only; of a hidden window when it is shown. @param width, height of the client area.
     virtual void OnSize(int width, int height);
+    ///@{
+    /// A button or the pointer. @param modifiers the keys that are down. @param point client coordinates.
     virtual void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
     /// The second press of a double click; a press unless overridden.
+    /// @param modifiers the keys that are down. @param point client coordinates.
     virtual void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnLButtonUp(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnMButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
@@ -58,25 +69,35 @@ protected:
     virtual void OnRButtonDown(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnRButtonUp(Qt::KeyboardModifiers modifiers, CPoint point);
     virtual void OnMouseMove(Qt::KeyboardModifiers modifiers, CPoint point);
+    ///@}
+    /// The wheel. @param modifiers the keys that are down. @param point client coordinates.
     /// @param delta 120 per notch, positive away from the user; finer devices send parts of it.
     virtual void OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point);
+    /// The pointer left the window.
     virtual void OnMouseLeave();
     /// @param point client coordinates of the click, or those of `ContextMenuPoint` for the menu key.
     virtual void OnContextMenu(CPoint point);
-    /// Where the menu key opens the context menu, in client coordinates; the centre unless overridden.
+    /// @return where the menu key opens the context menu, in client coordinates; the centre unless
+    /// overridden.
     virtual CPoint ContextMenuPoint() const;
     /// @param key a virtual key (VK_…), or 0 for a key that has none here.
+    /// @param modifiers the keys that are down beside it.
     /// @return non-zero when the key was used; else it goes on to the parent.
     virtual BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers);
     /// @param character the UTF-16 unit; Ctrl+A to Ctrl+Z arrive as 1 to 26.
     /// @return non-zero when the character was used.
     virtual BOOL OnChar(UINT character);
-    /// True for a key that the focused control takes before the host's shortcuts see it.
-    /// @param character as in `OnChar`; 0 when the key has none.
+    /// @param key, modifiers as in `OnKeyDown`. @param character as in `OnChar`; 0 when the key has none.
+    /// @return true for a key that the focused control takes before the host's shortcuts see it.
     virtual bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const;
+    ///@{
+    /// The keyboard focus came, or goes.
     virtual void OnSetFocus();
     virtual void OnKillFocus();
+    ///@}
+    /// Enabled or disabled, also by an ancestor. @param enabled 1 or 0.
     virtual void OnEnable(BOOL enabled);
+    /// A period of a timer is over. @param id the number that `SetTimer` was given.
     virtual void OnTimer(UINT id);
     /// The mouse was taken away in a drag: a popup or modal window opened, or the window was hidden,
     /// disabled or deactivated. It comes from the event loop, after the call that took it away, or before the
@@ -87,20 +108,25 @@ protected:
     virtual void OnSkinChanged();
     /// Drags the frame (`window()`) from that client point as a caption would: once the pointer has gone the
     /// toolkit's drag distance with the button still down. A maximised frame is restored under the pointer.
+    /// @param point client coordinates.
     virtual void OnHitCaption(CPoint point);
-    /// The text under a point for the tool tip, and the area for which it holds; empty shows none.
+    /// @param point client coordinates. @param area receives where the text holds.
+    /// @return the tool tip at the point; empty shows none.
     virtual QString ToolTipAt(CPoint point, CRect& area) const;
 
     /// Starts (or restarts) a timer. @param id the control's own number. @param milliseconds its period.
     void SetTimer(UINT id, int milliseconds);
+    /// Stops a timer; one that does not run is ignored. @param id its number.
     void KillTimer(UINT id);
     /// Begins a drag with the button that went down last: mouse moves and the button-up come here until
     /// `ReleaseCapture`.
     void SetCapture();
+    /// Ends the drag; nothing without one.
     void ReleaseCapture();
+    /// @return true in a drag that `SetCapture` began.
     bool HasCapture() const;
-    /// True while a left Ctrl key is down; a Ctrl press that is not known as the right one counts as left,
-    /// also one that only the modifiers of the latest event tell of.
+    /// @return true while a left Ctrl key is down; a Ctrl press that is not known as the right one counts as
+    /// left, also one that only the modifiers of the latest event tell of.
     bool IsLeftControlDown() const;
 
     bool event(QEvent* event) override;
@@ -137,16 +163,17 @@ class KV_API CKvStatic : public CKvWnd, public IKvGuiWnd
     Q_OBJECT
 
 public:
+    /// A control that is not created yet.
     CKvStatic();
     ~CKvStatic() override;
 
-    /// @param style see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
+    /// @param style, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
     virtual int Create(UINT style, CWnd* parent, DWORD id);
 
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
 protected:
-    /// What the host gave, or null.
+    /// @return what the host gave, or null.
     const SKvGuiBasicSettings* GuiBasicSettings() const;
 
 private:
@@ -158,9 +185,9 @@ class KV_API IKvFrameCaption
 {
 public:
     /// Whether a point in the frame's resize border is the caption's all the same; its own hit test then
-    /// decides what happens there. @param point in the caption's client coordinates.
+    /// decides what happens there. @param point in the caption's client coordinates. @return true when it is.
     virtual bool TakesBorderAt(CPoint point) const = 0;
-    /// Below which the system menu opens, in the caption's client coordinates.
+    /// @return below which row the system menu opens, in the caption's client coordinates.
     virtual int CaptionBottom() const = 0;
 
 protected:
@@ -178,23 +205,29 @@ class KV_API CKvFrameWnd : public QMainWindow
     Q_OBJECT
 
 public:
+    /// A frame without a caption bar; hidden.
     CKvFrameWnd();
     ~CKvFrameWnd() override;
 
-    /// Minimises (2), maximises (3) or restores (1) the window unless `OnShowStateRequest` refuses.
-    /// @return 1; 0 when it refused.
+    /// Changes the show state unless `OnShowStateRequest` refuses. @param showCommand 1 restores, 2
+    /// minimises, 3 maximises. @return 1; 0 when it refused.
     int RequestShowState(int showCommand);
-    /// Opens the system menu (Restore, Minimize, Maximize, Close) at a screen point and does what is chosen.
+    /// Opens the system menu (Restore, Minimize, Maximize, Close) and does what is chosen.
+    /// @param screen a point in screen coordinates.
     void OpenSystemMenu(CPoint screen);
 
 protected:
     /// A button, a double click or a menu wants another show state. @param showCommand 1 normal, 2 minimised,
     /// 3 maximised. @return 0 refuses.
     virtual BOOL OnShowStateRequest(int showCommand);
-    // Messages of children. Return non-zero when handled; `*result` is the sender's answer.
+    ///@{
+    /// A child's WM_NOTIFY or WM_COMMAND. @param wParam, lParam as the child sent them.
+    /// @param result receives the child's answer. @return non-zero when handled.
     virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result);
-    /// Every message, before the two above. Return non-zero when handled.
+    ///@}
+    /// Every message, before the two above. @param message WM_… @param wParam, lParam as it has them.
+    /// @param result receives the sender's answer. @return non-zero when handled.
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
 
     bool event(QEvent* event) override;
