@@ -5,6 +5,11 @@ option(KV_SYSTEM_PATHS "Install as packages of a system are: programs without a 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/KvGuiAdvCtrls")
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 set(share_dir "${CMAKE_INSTALL_DATADIR}/kvguiadvctrls")
+set(doc_dir "${CMAKE_INSTALL_DATADIR}/doc/kvguiadvctrls")
+set(examples_dir "${doc_dir}/examples")
+if(KV_SYSTEM_PATHS)
+  set(examples_dir "${CMAKE_INSTALL_DATADIR}/doc/libkvguiadvctrls-dev/examples") # its package's
+endif()
 
 # A program with both libraries would hold two string tables; targets that differ in such a property cannot
 # be linked into one, and the property's name is what the configuration then reports.
@@ -81,9 +86,11 @@ if(TARGET titler)
   # To begin a skin of one's own with: the library carries its own within.
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/skin/" DESTINATION "${share_dir}/skin" COMPONENT devel
     FILES_MATCHING PATTERN "*.svg" PATTERN "*.png" PATTERN "*.ini")
+  # A project of its own against what is installed.
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/" DESTINATION "${examples_dir}" COMPONENT devel)
 endif()
 if(KV_SYSTEM_PATHS)
   include(cmake/KvPackages.cmake) # they have copyright files instead
 else()
-  install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
+  install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${doc_dir}" COMPONENT runtime)
 endif()

@@ -56,6 +56,12 @@ core)
   "${CXX:-g++}" -std=c++17 "$here/core/main.cpp" -o "$work/stranger" @"$work/flags"
   "$work/stranger"
   ;;
+examples)
+  launcher=$(command -v ccache || true) # many small programs: what was compiled before is not compiled again
+  configure "$tree/share/doc/kvguiadvctrls/examples" -DCMAKE_BUILD_TYPE= "-DCMAKE_CXX_COMPILER_LAUNCHER=$launcher" || { cat "$work/log"; fail "the examples are not configured"; }
+  cmake --build "$work/build" || fail "the examples are not built"
+  "$work/build/NamingRules" | grep -qx 'harbour.mxf: harbour_A1.wav harbour_A2.wav' || fail "no group"
+  ;;
 cmake)
   build_and_run "$here/widgets"
   ;;

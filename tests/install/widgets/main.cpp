@@ -1,5 +1,6 @@
 // A host of one control: the control must come up and tell its colour.
 #include <KvGuiAdvCtrls.h>
+
 #include <QApplication>
 
 int main(int argc, char** argv)
