@@ -141,7 +141,8 @@ int RenderAtOneScale(const QString& folder, const QString& scale)
     QCursor::setPos(0, 0); // over no button of a window that stands in the corner
     return SaveTitler(pictures) && SaveGradients(pictures) && SaveColours(pictures) && SaveCurves(pictures) &&
                    SaveCaptions(pictures) && SaveAppLog(pictures) && SaveLists(pictures) &&
-                   SaveColourPanel(pictures) && SaveLayouts(pictures) && SaveTextTools(pictures)
+                   SaveColourPanel(pictures) && SaveLayouts(pictures) && SaveTextTools(pictures) &&
+                   SaveParts(pictures)
                ? 0
                : 1;
 }

@@ -50,3 +50,6 @@ bool SaveColourPanel(const Pictures& pictures);
 
 /// The layout strip.
 bool SaveLayouts(const Pictures& pictures);
+
+/// Colour maps, numbers, buttons, scroll bars and the report list.
+bool SaveParts(const Pictures& pictures);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "KvAppLogListCtrl.h"
+#include "KvBezierCurve2D.h"
 #include "KvButtons.h"
 #include "KvCaptionBar.h"
 #include "KvCharMapDlg.h"

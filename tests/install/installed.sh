@@ -65,6 +65,16 @@ examples)
 cmake)
   build_and_run "$here/widgets"
   ;;
+first_window)
+  # The program of the documentation's first page, as a reader copies it.
+  block() { awk -v kind="$1" '$0 == "```" kind { on = 1; next } /^```/ { on = 0 } on' "$source/docs/first-window.md"; }
+  mkdir "$work/first"
+  block cpp >"$work/first/main.cpp"
+  block cmake >"$work/first/CMakeLists.txt"
+  configure "$work/first" || { cat "$work/log"; fail "the first program is not configured"; }
+  cmake --build "$work/build" || fail "the first program is not built"
+  [ -x "$work/build/first" ] || fail "there is no program"
+  ;;
 pkgconfig)
   pkg-config --cflags --libs kvguiadvctrls >"$work/flags"
   "${CXX:-g++}" -std=c++17 -fPIC "$here/widgets/main.cpp" -o "$work/stranger" @"$work/flags" -Wl,-rpath,"$libdir"

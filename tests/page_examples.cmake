@@ -1,4 +1,4 @@
-# Compiles the examples of the README and of the pages on the controls, so that they cannot grow stale.
+# Compiles the examples of the README and of the documentation's pages, so that they cannot grow stale.
 
 # Makes a program of each C++ example: NAME, NAME_2, NAME_3 …
 function(kv_compile_examples name page)
@@ -22,10 +22,22 @@ function(kv_compile_examples name page)
     math(EXPR next "${count} + 1")
     set(target ${name}_${next})
   endwhile()
-  if(count EQUAL 0)
+  set(KV_EXAMPLE_COUNT ${count} PARENT_SCOPE)
+endfunction()
+
+function(kv_need_examples page)
+  if(KV_EXAMPLE_COUNT EQUAL 0)
     message(FATAL_ERROR "${page} has no C++ example")
   endif()
 endfunction()
 
 kv_compile_examples(readme_example "${PROJECT_SOURCE_DIR}/README.md")
-kv_compile_examples(controls_example "${PROJECT_SOURCE_DIR}/docs/controls.md")
+kv_need_examples(README.md)
+file(GLOB pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/docs/*.md" "${PROJECT_SOURCE_DIR}/docs/controls/*.md")
+foreach(page IN LISTS pages)
+  cmake_path(GET page STEM LAST_ONLY name)
+  kv_compile_examples(docs_example_${name} "${page}")
+  if(page MATCHES "/controls/")
+    kv_need_examples("${page}")
+  endif()
+endforeach()
