@@ -5,9 +5,10 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 packages_build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libpng-dev libicu-dev)
 packages_run=(fonts-dejavu-core)
+packages_docs=(doxygen)
 packages_bench=(libbenchmark-dev libpcre2-dev libcairo2-dev fonts-unifont)
 packages_package=(dpkg-dev lintian)
-packages_test=(pkg-config libgtest-dev xvfb openbox xdotool x11-utils)
+packages_test=(pkg-config doxygen libgtest-dev xvfb openbox xdotool x11-utils)
 
 say() { printf '%s\n' "$*" >&2; }
 
