@@ -9,6 +9,7 @@
 #include "recovery/RecoveryFile.h"
 #include "subtitles/SubtitlePanel.h"
 #include "time/Transport.h"
+#include "tour/Film.h"
 #include "tour/Tour.h"
 #include "window/CommandLine.h"
 #include "window/MainWindow.h"
@@ -158,7 +159,8 @@ int TakeScreenshot(const Options& options)
 int TakeTour(const Options& options)
 {
     QString report;
-    const QString fault = RunTour(options.tour, options.windowSize, report);
+    const QString fault = options.film.isEmpty() ? RunTour(options.tour, options.windowSize, report)
+                                                 : RunFilm(options.film, options.windowSize, report);
     if (!fault.isEmpty())
         return Fail(kFailed, fault);
     std::printf("%s\n", qUtf8Printable(report));
@@ -269,7 +271,7 @@ int Run(int& argc, char** argv, const Options& options)
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/titler/desktop/titler.svg")));
     QGuiApplication::setDesktopFileName(QStringLiteral("titler"));
     ApplySkin(application, LoadSkin());
-    if (!options.tour.isEmpty())
+    if (options.ShowsItself())
         return TakeTour(options);
     if (options.gallery)
         return ShowGallery(options);
@@ -304,7 +306,7 @@ int main(int argc, char** argv)
             return Fail(kFailed, unsure);
     }
     // Whatever is set: other platforms without a display have no fonts, and boxes would stand for letters.
-    if (options->OnlyPictures() || !options->tour.isEmpty())
+    if (options->OnlyPictures() || options->ShowsItself())
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!HasDisplay())
         return Fail(kUsageError, Text(kTextNoDisplay));

@@ -62,6 +62,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Invocation{"Help", {"--help"}, 0, "--export-frame <OUT.png>"},
         Invocation{"TourWithMore", {"--selftest-tour", "DIR/t", "--play"}, 2, "takes no other options"},
+        Invocation{"AnimationWithMore", {"--selftest-animation", "DIR/t", "a.ktitle"}, 2, "takes no other"},
         Invocation{"EmptyTour", {"--selftest-tour", ""}, 2, "--selftest-tour needs a value"},
         Invocation{
             "FirstFrameOfNoWindow", {"--first-frame", "--screenshot", "DIR/a.png"}, 2, "needs a window"},

@@ -27,6 +27,7 @@ void Send(QWidget& widget, int key, Qt::KeyboardModifiers modifiers, const QStri
     }
 }
 
+// Also where what was done before has closed the widget.
 void SendMouse(const QPointer<QWidget>& target, QEvent::Type type, QPoint place)
 {
     if (target == nullptr)
@@ -64,6 +65,21 @@ void SendClick(QWidget& widget, QPoint place)
     const QPointer<QWidget> target(&widget);
     SendMouse(target, QEvent::MouseButtonPress, place);
     SendMouse(target, QEvent::MouseButtonRelease, place);
+}
+
+void SendPress(QWidget& widget, QPoint place)
+{
+    SendMouse(&widget, QEvent::MouseButtonPress, place);
+}
+
+void SendMove(QWidget& widget, QPoint place)
+{
+    SendMouse(&widget, QEvent::MouseMove, place);
+}
+
+void SendRelease(QWidget& widget, QPoint place)
+{
+    SendMouse(&widget, QEvent::MouseButtonRelease, place);
 }
 
 void SendDrag(QWidget& widget, QPoint from, QPoint to)

@@ -16,7 +16,11 @@ void SendKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers);
 void SendText(QWidget& widget, const QString& text);
 /// A click of the left button. The widget, else the one around it, takes the focus where a click gives it.
 void SendClick(QWidget& widget, QPoint place);
-/// A drag with the left button.
+/// The three parts of a drag with the left button.
+void SendPress(QWidget& widget, QPoint place);
+void SendMove(QWidget& widget, QPoint place);
+void SendRelease(QWidget& widget, QPoint place);
+/// All of them at once.
 void SendDrag(QWidget& widget, QPoint from, QPoint to);
 
 } // namespace titler

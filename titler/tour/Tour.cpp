@@ -11,6 +11,7 @@
 #include "subtitles/SubtitlePanel.h"
 #include "title/CanvasView.h"
 #include "tour/Input.h"
+#include "tour/Picture.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 #include "window/Texts.h"
@@ -21,7 +22,6 @@
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QMimeData>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -58,7 +58,6 @@ private:
     };
     std::vector<Step> Steps();
     QString Show(const Step& step, int index);
-    QPixmap Picture();
     /// The program's dialog of that class while it is shown; else null.
     template <typename D>
     static D* Dialog()
@@ -312,17 +311,6 @@ std::vector<Tour::Step> Tour::Steps()
     };
 }
 
-// With the dialogs that stand over it.
-QPixmap Tour::Picture()
-{
-    QPixmap picture = m_window.grab();
-    QPainter painter(&picture);
-    for (QWidget* dialog : QApplication::topLevelWidgets())
-        if (qobject_cast<CKvDialog*>(dialog) != nullptr && dialog->isVisible())
-            painter.drawPixmap(m_window.mapFromGlobal(dialog->pos()), dialog->grab());
-    return picture;
-}
-
 QString Tour::Show(const Step& step, int index)
 {
     const QString name = QStringLiteral("%1-%2.png").arg(index + 1, 2, 10, QLatin1Char('0')).arg(step.name);
@@ -334,7 +322,7 @@ QString Tour::Show(const Step& step, int index)
     QString fault = m_fault;
     if (fault.isEmpty() && !(isDone && isDrawn))
         fault = caption;
-    const QString unwritten = SavePng(Picture().toImage(), QDir(m_folder).filePath(name));
+    const QString unwritten = SavePng(PictureOf(m_window).toImage(), QDir(m_folder).filePath(name));
     m_captions += name + u'\t' + caption + u'\n';
     if (!unwritten.isEmpty())
         return Text(kTextCannotExport, {name, unwritten});

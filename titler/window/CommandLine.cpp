@@ -51,6 +51,8 @@ struct Parser
                                  QStringLiteral("NAME")};
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
     QCommandLineOption tour{QStringLiteral("selftest-tour"), Text(kTextOptionTour), QStringLiteral("DIR")};
+    QCommandLineOption film{QStringLiteral("selftest-animation"), Text(kTextOptionFilm),
+                            QStringLiteral("DIR")};
     QCommandLineOption firstFrame{QStringLiteral("first-frame"), Text(kTextOptionFirstFrame)};
     QCommandLineOption gallery{QStringLiteral("gallery"), Text(kTextOptionGallery)};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
@@ -58,9 +60,9 @@ struct Parser
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions({media,     screenshot, exportFrame, exportFrames, range,    threads, frame,
-                           page,      size,       settings,    subtitles,    encoding, rules,   menuBar,
-                           workspace, play,       tour,        firstFrame,   gallery,  help});
+        parser.addOptions({media,     screenshot, exportFrame, exportFrames, range,      threads, frame,
+                           page,      size,       settings,    subtitles,    encoding,   rules,   menuBar,
+                           workspace, play,       tour,        film,         firstFrame, gallery, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -78,6 +80,7 @@ struct Parser
     QString ReadEncoding(QString& name) const;
     QString ReadProject(QString& project) const;
     QString ReadTour(QString& folder) const;
+    QString ReadFilm(QString& folder) const;
     QString ReadGallery(bool& wanted) const;
     bool IsAlone(const QCommandLineOption& option, const QStringList& besides) const;
 };
@@ -193,6 +196,13 @@ QString Parser::ReadTour(QString& folder) const
     return IsAlone(tour, size.names()) ? ReadValue(tour, folder) : Text(kTextTourAlone);
 }
 
+QString Parser::ReadFilm(QString& folder) const
+{
+    if (!parser.isSet(film))
+        return {};
+    return IsAlone(film, size.names()) ? ReadValue(film, folder) : Text(kTextFilmAlone);
+}
+
 QString Parser::ReadGallery(bool& wanted) const
 {
     wanted = parser.isSet(gallery);
@@ -225,6 +235,7 @@ QString Parser::Read(Options& options) const
           ReadThreads(options.threads), ReadFrame(options.frame), ReadPage(options.page),
           ReadSize(options.windowSize), ReadWorkspace(options.workspace),
           options.help ? QString() : ReadTour(options.tour),
+          options.help ? QString() : ReadFilm(options.film),
           options.help ? QString() : ReadGallery(options.gallery)})
         if (!fault.isEmpty())
             return fault;

@@ -33,6 +33,7 @@ struct Options
     bool menuBar = false;    ///< the caption has menus instead of tabs
     bool play = false;       ///< the window plays the title from the begin, over and over
     QString tour;            ///< a folder: the program shows itself
+    QString film;            ///< a folder: likewise, as an animation
     bool firstFrame = false; ///< the program tells when it has painted, and ends
     bool gallery = false;    ///< the library's controls instead of the program's window
     bool help = false;
@@ -42,6 +43,8 @@ struct Options
     {
         return !screenshot.isEmpty() || !exportFrame.isEmpty() || !exportFrames.isEmpty();
     }
+    /// True when the program drives itself.
+    bool ShowsItself() const { return !tour.isEmpty() || !film.isEmpty(); }
     /// True when nothing is said of what to begin with.
     bool NamesNothing() const
     {

@@ -749,6 +749,11 @@ std::span<const KvStringEntry> OwnTexts()
         {22463, L"Characters, buttons and dialogs"},
         {22464, L"Show every control of the library in one window; with --screenshot, in a picture"},
         {22465, L"--gallery goes with --screenshot and --size alone"},
+        {22466,
+         L"Uses the mouse in its own window, writes that as the numbered pictures of an animation to that "
+         L"folder and ends"},
+        {22467, L"--selftest-animation takes no other options than --size"},
+        {22468, L"Behind picture %1 the step “%2” did not do what it should."},
     };
     static_assert(std::ranges::is_sorted(texts, std::ranges::less_equal(), &KvStringEntry::number),
                   "in order, and no number twice");

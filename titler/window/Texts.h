@@ -226,6 +226,9 @@ enum TextId : UINT
     kTextGalleryTools = 22463,
     kTextOptionGallery = 22464,
     kTextGalleryAlone = 22465,
+    kTextOptionFilm = 22466,
+    kTextFilmAlone = 22467,
+    kTextFilmFault = 22468,
 
     // Find and replace, and the character map; a tip's number is its command's plus 1.
     kTextFindReplace = 22410,
