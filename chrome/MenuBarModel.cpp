@@ -1,5 +1,7 @@
 #include "chrome/MenuBarModel.h"
 
+#include "core/CodePoints.h"
+
 #include <algorithm>
 
 namespace kv {
@@ -69,7 +71,8 @@ void SKvMenuBarData::SetEntries(const std::vector<TopLevelEntry>& entries)
         if (!entries[position].isItem)
             continue;
         SKvMenuItem& item = items.emplace_back();
-        item.text = entries[position].text.substr(0, kLongestEntry);
+        const std::wstring& text = entries[position].text;
+        item.text = text.substr(0, CutLength(text, kLongestEntry));
         item.position = static_cast<int>(position);
     }
     GetMenuAccelerate();

@@ -21,7 +21,7 @@ int DoesFileExist(const wchar_t* file)
     if (GetFileAttributesW(file) != INVALID_FILE_ATTRIBUTES)
         return 1;
     const DWORD reason = GetLastError();
-    return reason != ERROR_FILE_NOT_FOUND && reason != ERROR_PATH_NOT_FOUND;
+    return reason != ERROR_FILE_NOT_FOUND && reason != ERROR_PATH_NOT_FOUND && reason != ERROR_INVALID_NAME;
 #else
     struct stat status;
     return ::stat(kv::ToFileName(file).c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);

@@ -267,4 +267,15 @@ bool WriteWholeFile(std::wstring_view path, std::string_view bytes, std::string*
     return failure == 0 || fail(Reason(failure));
 }
 
+NewFile CreateEmptyFile(std::wstring_view path, std::string* error)
+{
+    const auto name = SystemPath(path);
+    const Descriptor file(name ? ::open(name->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666) : -1);
+    if (file.Get() >= 0)
+        return NewFile::Made;
+    const int reason = errno;
+    Report(error, "write", name.value_or(ToFileName(path)), Reason(reason));
+    return reason == EEXIST ? NewFile::IsThere : NewFile::Failed;
+}
+
 } // namespace kv

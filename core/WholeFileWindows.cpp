@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <vector>
 
 #define WIN32_LEAN_AND_MEAN
 #ifndef NOMINMAX
@@ -34,12 +35,17 @@ private:
     HANDLE m_handle;
 };
 
+/// The system's reason, in English where it speaks it.
 std::string Reason(DWORD number)
 {
     constexpr DWORD kMostCharacters = 512;
     wchar_t text[kMostCharacters];
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, number,
-                                  0, text, kMostCharacters, nullptr);
+    DWORD length = 0;
+    for (const DWORD language : {DWORD{MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US)}, DWORD{0}}) {
+        if (length == 0)
+            length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                    number, language, text, kMostCharacters, nullptr);
+    }
     while (length > 0 && text[length - 1] <= L' ')
         --length;
     return length > 0 ? ToUtf8({text, length}) : "error " + std::to_string(number);
@@ -59,6 +65,18 @@ bool IsName(std::wstring_view path)
     if (!name)
         SetLastError(ERROR_INVALID_NAME);
     return name;
+}
+
+/// A colon behind the folder or the drive would write into a stream that hides within a file.
+bool IsNameOfFile(std::wstring_view path)
+{
+    const std::size_t slash = path.find_last_of(L"\\/");
+    const bool hasDrive = path.size() > 1 && path[1] == L':';
+    const std::size_t name = slash != std::wstring_view::npos ? slash + 1 : hasDrive ? 2 : 0;
+    const bool file = IsName(path) && path.find(L':', name) == std::wstring_view::npos;
+    if (!file)
+        SetLastError(ERROR_INVALID_NAME);
+    return file;
 }
 
 /// Where symbolic links end; the path itself when nothing is there.
@@ -105,23 +123,58 @@ bool WriteAll(HANDLE file, std::string_view bytes)
     return true;
 }
 
+/// Gives a new file the attributes and the access rights of the one that it replaces, as far as the disk
+/// keeps such.
+void TakeOver(const std::wstring& path, const std::wstring& old, DWORD attributes)
+{
+    DWORD size = 0;
+    GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<unsigned char> rights(size);
+    if (size > 0 && GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size))
+        SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, rights.data());
+    constexpr DWORD kKept =
+        FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    SetFileAttributesW(path.c_str(), attributes & kKept);
+}
+
+/// In one step, unlike ReplaceFile, which moves the old file away first and can fail between the two.
 /// @return 0 or the system's error number.
-DWORD Replace(const std::wstring& target, bool exists, std::string_view bytes)
+DWORD MoveOver(const std::wstring& path, const std::wstring& target)
+{
+    DWORD failure = 0;
+    // A scanner or an indexer may hold a file for a moment.
+    for (const DWORD milliseconds : {0u, 1u, 10u, 40u, 150u}) {
+        Sleep(milliseconds);
+        if (MoveFileExW(path.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            return 0;
+        failure = GetLastError();
+        if (failure != ERROR_ACCESS_DENIED && failure != ERROR_SHARING_VIOLATION)
+            return failure;
+    }
+    // A file that is held is refused without saying so.
+    const Handle alone(CreateFileW(target.c_str(), DELETE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    return !alone.IsOpen() && GetLastError() == ERROR_SHARING_VIOLATION ? ERROR_SHARING_VIOLATION : failure;
+}
+
+/// @param attributes of the file that is there, or INVALID_FILE_ATTRIBUTES.
+/// @return 0 or the system's error number.
+DWORD Replace(const std::wstring& target, DWORD attributes, std::string_view bytes)
 {
     std::wstring path;
     Handle file(CreateTemporary(target, path));
     if (!file.IsOpen())
         return GetLastError();
-    // Replacing, not moving, keeps the old file's attributes and access rights.
-    const bool done = WriteAll(file.Get(), bytes) && FlushFileBuffers(file.Get()) && file.Close() &&
-                      (exists ? ReplaceFileW(target.c_str(), path.c_str(), nullptr,
-                                             REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)
-                              : MoveFileExW(path.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH));
-    if (done)
-        return 0;
-    const DWORD failure = GetLastError();
+    // As long as it is empty: nobody reads in between what the old file kept from them.
+    if (attributes != INVALID_FILE_ATTRIBUTES)
+        TakeOver(path, target, attributes);
+    DWORD failure = 0;
+    if (!WriteAll(file.Get(), bytes) || !FlushFileBuffers(file.Get()) || !file.Close())
+        failure = GetLastError();
     file.Close();
-    DeleteFileW(path.c_str());
+    if (failure == 0)
+        failure = MoveOver(path, target);
+    if (failure != 0)
+        DeleteFileW(path.c_str());
     return failure;
 }
 
@@ -163,15 +216,27 @@ bool WriteWholeFile(std::wstring_view path, std::string_view bytes, std::string*
         Report(error, "write", path, Reason(reason));
         return false;
     };
-    if (!IsName(path))
+    if (!IsNameOfFile(path))
         return fail(ERROR_INVALID_NAME);
     const std::wstring target = FollowLinks(std::wstring(path));
     const DWORD attributes = GetFileAttributesW(target.c_str());
-    const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
-    if (exists && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY)))
+    if (attributes != INVALID_FILE_ATTRIBUTES &&
+        (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY)))
         return fail(ERROR_ACCESS_DENIED);
-    const DWORD failure = Replace(target, exists, bytes);
+    const DWORD failure = Replace(target, attributes, bytes);
     return failure == 0 || fail(failure);
+}
+
+NewFile CreateEmptyFile(std::wstring_view path, std::string* error)
+{
+    const Handle file(IsNameOfFile(path) ? CreateFileW(std::wstring(path).c_str(), GENERIC_WRITE, 0, nullptr,
+                                                       CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)
+                                         : INVALID_HANDLE_VALUE);
+    if (file.IsOpen())
+        return NewFile::Made;
+    const DWORD reason = GetLastError();
+    Report(error, "write", path, Reason(reason));
+    return reason == ERROR_FILE_EXISTS ? NewFile::IsThere : NewFile::Failed;
 }
 
 } // namespace kv

@@ -1,10 +1,10 @@
 #include "naming/RuleCheck.h"
 
 #include "KvFileNaming.h"
+#include "core/CodePoints.h"
 #include "core/Text.h"
 #include "core/TextTables.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <unordered_set>
 
@@ -47,7 +47,8 @@ std::optional<std::wstring> LabelFault(std::wstring_view pattern)
             open = i;
         if (pattern[i] != L'>' || open == std::wstring_view::npos)
             continue;
-        const std::wstring_view label = pattern.substr(open, std::min(i + 1 - open, kMaxLabel));
+        std::wstring_view label = pattern.substr(open, i + 1 - open);
+        label = label.substr(0, CutLength(label, kMaxLabel));
         if (seen.count(label) != 0)
             return FillText(LoadText(kDuplicateLabelText), {label});
         if (!IsKnownLabel(label))

@@ -1,7 +1,7 @@
 #include "text/FindReplace.h"
 
 #include "core/CodePoints.h"
-#include "core/Wildcard.h"
+#include "core/FoldedText.h"
 #include "text/NonWordTable.h"
 
 #include <algorithm>
@@ -34,34 +34,12 @@ bool IsInsideWord(std::wstring_view text, std::size_t at)
            IsWordCharacter(NextCodePoint(text, at).value);
 }
 
-std::wstring Folded(std::wstring_view text)
-{
-    std::wstring folded;
-    folded.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const CodePoint point = NextCodePoint(text, at);
-        if (point.valid)
-            AppendWide(folded, FoldCase(point.value));
-        else
-            folded += text[at];
-        at += point.length;
-    }
-    return folded;
-}
-
-inline char32_t FoldedPoint(char32_t point)
-{
-    if (point < 0x80)
-        return point >= U'A' && point <= U'Z' ? point + (U'a' - U'A') : point;
-    return FoldCase(point);
-}
-
 /// The text itself, or its case folding.
 class LiteralMatcher final : public ITextMatcher
 {
 public:
     LiteralMatcher(const std::wstring& find, bool matchCase)
-        : m_find(matchCase ? find : Folded(find))
+        : m_find(matchCase ? find : FoldText(find))
         , m_matchCase(matchCase)
     {
     }
@@ -70,33 +48,11 @@ public:
 
     std::optional<TextSpan> Find(std::size_t from) override
     {
-        const std::size_t at = m_matchCase ? m_text.find(m_find, from) : FindFolded(m_text, from);
+        const std::size_t at = m_matchCase ? m_text.find(m_find, from) : FindFolded(m_text, m_find, from);
         return at == m_text.npos ? std::nullopt : std::optional(TextSpan{at, m_find.size()});
     }
 
 private:
-    std::size_t FindFolded(std::wstring_view text, std::size_t from) const
-    {
-        const char32_t first = NextCodePoint(m_find, 0).value;
-        for (std::size_t at = from; at + m_find.size() <= text.size(); ++at) {
-            if (FoldedPoint(NextCodePoint(text, at).value) == first && MatchesAt(text, at))
-                return at;
-        }
-        return text.npos;
-    }
-
-    /// A character and its folding take the same number of units: no folding leaves its plane.
-    bool MatchesAt(std::wstring_view text, std::size_t at) const
-    {
-        for (std::size_t i = 0; i < m_find.size();) {
-            const CodePoint wanted = NextCodePoint(m_find, i);
-            if (FoldedPoint(NextCodePoint(text, at + i).value) != wanted.value)
-                return false;
-            i += wanted.length;
-        }
-        return true;
-    }
-
     std::wstring m_find;
     bool m_matchCase;
     std::wstring_view m_text;

@@ -1,8 +1,10 @@
 #include "tools/KvGroupInput.h"
 
+#include "core/FilePath.h"
 #include "core/Text.h"
 #include "core/WholeFile.h"
 #include "naming/DefaultRules.h"
+#include "tools/KvGroupSystem.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -10,24 +12,12 @@
 #include <new>
 #include <string_view>
 #include <system_error>
-#include <type_traits>
-#include <vector>
 
 namespace kv {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // of UTF-8
 constexpr std::size_t kMaxRuleFile = std::size_t{64} << 20; // the rule loader reads no larger one
-
-// The system's file names are wide already on some systems.
-template <typename Character>
-std::wstring ToWide(const std::basic_string<Character>& name)
-{
-    if constexpr (std::is_same_v<Character, wchar_t>)
-        return name;
-    else
-        return FromFileName(name);
-}
 
 // A link that leads nowhere or in a circle, or a file that has just gone, is no file.
 bool MeansNoFile(const std::error_code& code)
@@ -63,13 +53,13 @@ Reference<IKvFileNamingRuleCollection> BuiltInRules()
 bool ReadFolder(const std::string& folder, MediaNames& names, std::string& error)
 {
     std::error_code code;
-    std::filesystem::directory_iterator entry(folder, code);
+    std::filesystem::directory_iterator entry(ToPath(FromFileName(folder)), code);
     for (; !code && entry != std::filesystem::directory_iterator(); entry.increment(code)) {
         std::error_code unknown;
         if (entry->is_regular_file(unknown))
-            names.Add(ToWide(entry->path().filename().native()));
+            names.Add(FromPath(entry->path().filename()));
         if (unknown && !MeansNoFile(unknown)) {
-            error = "cannot tell what '" + entry->path().string() + "' is: " + unknown.message();
+            error = "cannot tell what '" + ToFileName(FromPath(entry->path())) + "' is: " + unknown.message();
             return false;
         }
     }
@@ -80,7 +70,7 @@ bool ReadFolder(const std::string& folder, MediaNames& names, std::string& error
 
 bool ReadNames(std::FILE* list, MediaNames& names, std::string& error)
 {
-    std::vector<char> block(std::size_t{1} << 16);
+    std::string block;
     std::string pending; // the start of a line whose end is still to come
     std::size_t lines = 0;
     bool isUtf16 = false;
@@ -95,8 +85,8 @@ bool ReadNames(std::FILE* list, MediaNames& names, std::string& error)
         return error.empty();
     };
     errno = 0;
-    while (const std::size_t size = std::fread(block.data(), 1, block.size(), list)) {
-        std::string_view rest(block.data(), size);
+    while (ReadText(list, block)) {
+        std::string_view rest(block);
         for (std::size_t end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
             pending += rest.substr(0, end);
             rest.remove_prefix(end + 1);
@@ -117,21 +107,21 @@ Reference<IKvFileNamingRuleCollection> LoadRules(const std::string* file, std::s
         return BuiltInRules();
     // The loader takes a missing file for a new user's and a broken one for an empty one; somebody who names
     // a file means that file. One that has the same time before and after was there in between.
+    const std::wstring path = FromFileName(*file);
     std::error_code code;
-    const bool isFile = std::filesystem::is_regular_file(*file, code);
+    const bool isFile = std::filesystem::is_regular_file(ToPath(path), code);
     const auto before =
-        isFile ? std::filesystem::last_write_time(*file, code) : std::filesystem::file_time_type();
+        isFile ? std::filesystem::last_write_time(ToPath(path), code) : std::filesystem::file_time_type();
     if (code || !isFile) {
         error =
             code ? "cannot read '" + *file + "': " + code.message() : "'" + *file + "' is no regular file";
         return nullptr;
     }
-    const std::wstring path = FromFileName(*file);
     IKvFileNamingRuleCollection* loaded = nullptr;
     if (!KvLoadFileNamingCollection(path.c_str(), &loaded, nullptr))
         throw std::bad_alloc();
     Reference<IKvFileNamingRuleCollection> rules(loaded);
-    if (std::filesystem::last_write_time(*file, code) != before)
+    if (std::filesystem::last_write_time(ToPath(path), code) != before)
         error = "'" + *file + "' has changed while it was read";
     else if (rules->GetRuleCount() > 0)
         return rules;
@@ -142,19 +132,16 @@ Reference<IKvFileNamingRuleCollection> LoadRules(const std::string* file, std::s
 
 bool WriteBuiltInRules(const std::string& file, std::string& error)
 {
-    // "x": the file is made here or not at all, whoever else makes one at this moment.
-    std::FILE* const made = std::fopen(file.c_str(), "wx");
-    if (!made) {
-        const int reason = errno;
-        error = reason == EEXIST ? "'" + file + "' is there already and stays as it is"
-                                 : "cannot write '" + file + "': " + std::generic_category().message(reason);
+    const std::wstring path = FromFileName(file);
+    const NewFile made = CreateEmptyFile(path, &error);
+    if (made == NewFile::IsThere)
+        error = "'" + file + "' is there already and stays as it is";
+    if (made != NewFile::Made)
         return false;
-    }
-    std::fclose(made);
-    if (KvSaveFileNamingCollection(FromFileName(file).c_str(), BuiltInRules().get(), nullptr))
+    if (KvSaveFileNamingCollection(path.c_str(), BuiltInRules().get(), nullptr))
         return true;
     std::error_code left;
-    std::filesystem::remove(file, left);
+    std::filesystem::remove(ToPath(path), left);
     error = "cannot write '" + file + "'";
     return false;
 }

@@ -1,5 +1,7 @@
 #include "tools/KvGroupOutput.h"
 
+#include "tools/KvGroupSystem.h"
+
 #include <cerrno>
 #include <cstddef>
 
@@ -19,9 +21,8 @@ void OutputStream::Write(std::string_view text)
 
 void OutputStream::WriteOut()
 {
-    errno = 0;
-    if (m_error == 0 && std::fwrite(m_text.data(), 1, m_text.size(), m_file) != m_text.size())
-        m_error = errno != 0 ? errno : EIO;
+    if (m_error == 0)
+        m_error = WriteText(m_file, m_text);
     m_text.clear();
 }
 

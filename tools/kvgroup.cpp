@@ -5,6 +5,7 @@
 #include "tools/KvGroupInput.h"
 #include "tools/KvGroupOptions.h"
 #include "tools/KvGroupOutput.h"
+#include "tools/KvGroupSystem.h"
 
 #include <cstdio>
 #include <exception>
@@ -25,7 +26,7 @@ enum ExitStatus : int
 
 ExitStatus Fail(const std::string& message, ExitStatus status = kError)
 {
-    std::fprintf(stderr, "kvgroup: %s\n", message.c_str());
+    kv::WriteText(stderr, "kvgroup: " + message + "\n");
     return status;
 }
 
@@ -113,7 +114,8 @@ ExitStatus Run(const std::vector<std::string>& arguments)
 int main(int argc, char** argv)
 {
     try {
-        return Run(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+        kv::PrepareStreams();
+        return Run(kv::ProgramArguments(argc, argv));
     } catch (const std::bad_alloc&) {
         return Fail("out of memory");
     } catch (const std::exception& error) {

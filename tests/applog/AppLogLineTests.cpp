@@ -124,6 +124,7 @@ TEST(AppLogLine, AFullLogFallsBackToAQuarter)
 TEST(AppLogMatcher, FindsTexts)
 {
     using Matches = std::vector<kv::AppLogMatcher::Match>;
+    constexpr std::size_t kUnits = std::wstring_view(L"\U00010400").size();
     const struct
     {
         const char* what;
@@ -137,6 +138,11 @@ TEST(AppLogMatcher, FindsTexts)
         {"none over another", L"aa", false, L"aaaaa", {{0, 2}, {2, 2}}},
         {"beyond ASCII", L"ÄÖ", false, L"xäöx", {{1, 2}}},
         {"Greek", L"σ", false, L"Σς", {{0, 1}, {1, 1}}},
+        {"beyond the first plane",
+         L"\U00010400",
+         false,
+         L"\U00010428\U00010400",
+         {{0, kUnits}, {kUnits, kUnits}}},
         {"longer than the line", L"abc", false, L"ab", {}},
         {"nothing to look for", L"", true, L"ab", {}},
         {"empty line", L"a", true, L"", {}},

@@ -184,6 +184,9 @@ TEST(ProfileFile, ReadsAndWritesOneValue)
     wchar_t buffer[4] = L"###";
     EXPECT_EQ(GetString(file.c_str(), L"A", L"x", buffer, 4, L""), 3);
     EXPECT_STREQ(buffer, L"123");
+    const std::wstring_view cut = sizeof(wchar_t) == 2 ? L"12" : L"12\U0001F3AC";
+    EXPECT_EQ(GetString(file.c_str(), L"A", L"none", buffer, 4, L"12\U0001F3AC4"), int(cut.size()));
+    EXPECT_EQ(buffer, cut) << "no half of a character";
     EXPECT_EQ(GetString(file.c_str(), L"A", L"none", buffer, 4, L"d"), 1);
     EXPECT_STREQ(buffer, L"d");
     EXPECT_EQ(GetString(nullptr, L"A", L"x", buffer, 1, nullptr), 0);

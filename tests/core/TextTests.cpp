@@ -33,6 +33,7 @@ TEST(Text, BytesThatAreNoUtf8BecomeReplacementCharacters)
     };
     for (const auto& row : rows) {
         EXPECT_EQ(FromUtf8(row.bytes), row.wide) << row.name;
+        EXPECT_EQ(FromUtf8(ToUtf8(row.wide)), row.wide) << row.name;
         EXPECT_EQ(ToFileName(FromFileName(row.bytes)), row.bytes) << row.name;
     }
 }
@@ -173,6 +174,10 @@ TEST(Wildcard, IgnoresCaseBySimpleFolding)
         {"Cherokee folds upwards", L"\uAB70\u13F8", L"\u13A0\u13F0", true},
         {"beyond the first plane", L"\U00010400\U0001E921", L"\U00010428\U0001E943", true},
         {"one character", L"\U0001F3AC", L"?", true},
+        {"and no two", L"\U0001F3AC", L"??", false},
+        {"each for one", L"\U0001F3AC\U0001F600", L"??", true},
+        {"found behind any", L"a\U0001F3ACb\U0001F3AC", L"*\U0001F3AC", true},
+        {"half of one is another", L"\U0001F3AC", L"*\xDFAC", false},
     };
     for (const auto& row : rows)
         EXPECT_EQ(FitsWildcard(row.a, row.b), row.same) << row.name;

@@ -1,4 +1,5 @@
 #include "KvFileNaming.h"
+#include "core/CodePoints.h"
 #include "core/RefCounted.h"
 #include "core/Text.h"
 #include "core/Wildcard.h"
@@ -95,9 +96,23 @@ Names Grouped(const Names& given, const std::vector<RuleText>& texts)
     return lines;
 }
 
+// Units of UTF-16 have another order than the characters.
+struct ByCodePoint
+{
+    static std::u32string Points(std::wstring_view text)
+    {
+        std::u32string points;
+        for (std::size_t at = 0; at < text.size(); at += NextCodePoint(text, at).length)
+            points += NextCodePoint(text, at).value;
+        return points;
+    }
+    bool operator()(const std::wstring& a, const std::wstring& b) const { return Points(a) < Points(b); }
+};
+using NameSet = std::set<std::wstring, ByCodePoint>;
+
 // The plain way, with the public matcher: one rule with one addition at a time, every file offered.
 Names PlainGroup(const std::wstring& base, const RuleText& rule, const std::wstring& addition,
-                 const std::set<std::wstring>& names)
+                 const NameSet& names)
 {
     IKvFileNamingMatcher* created = nullptr;
     KvCreateFileNamingMatcher(&created);
@@ -126,7 +141,7 @@ Names PlainGroup(const std::wstring& base, const RuleText& rule, const std::wstr
 
 Names GroupedPlainly(const Names& given, const std::vector<RuleText>& rules)
 {
-    const std::set<std::wstring> names(given.begin(), given.end()); // wchar_t order is code-point order here
+    const NameSet names(given.begin(), given.end());
     Names order(names.begin(), names.end());
     std::stable_partition(order.begin(), order.end(), HasVideoExtension);
     std::set<std::wstring> claimed;
