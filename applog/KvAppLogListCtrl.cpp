@@ -19,7 +19,19 @@ CKvAppLogListCtrl::CKvAppLogListCtrl() : m_impl(std::make_unique<Impl>(*this))
     Impl::LoadTheme();
 }
 
+CKvAppLogListCtrl::CKvAppLogListCtrl(QWidget* parent) : CKvAppLogListCtrl()
+{
+    CreateWhenShown(parent);
+}
+
 CKvAppLogListCtrl::~CKvAppLogListCtrl() = default;
+
+int CKvAppLogListCtrl::CreateSelf()
+{
+    const int result = CKvReportListCtrl::CreateSelf();
+    Initialize(1);
+    return result;
+}
 
 void CKvAppLogListCtrl::Initialize(int keepOption)
 {

@@ -39,16 +39,27 @@ int CKvCaptionBar::Create(UINT style, const CRect& rect, CWnd* parent, DWORD id)
 {
     if (IsCreated())
         return 0;
-    m_height = SkinHeight();
-    CKvWnd::CreateWnd(style & ~WS_VISIBLE, {rect.left, rect.top, rect.right, rect.top + m_height}, parent,
-                      id);
-    resize(width(), m_height);
-    m_strip->CreateButtons();
-    const QPointer<CKvCaptionBar> self(this); // what is laid out is the host's, too
-    m_strip->Remeasure();
-    if (self)
+    if (Make(style & ~WS_VISIBLE, rect, parent, id))
         setVisible((style & WS_VISIBLE) != 0);
     return 1;
+}
+
+int CKvCaptionBar::CreateSelf()
+{
+    Make(0, geometry(), parentWidget(), GetDlgCtrlID());
+    return 1;
+}
+
+// @return false when the bar is gone: what is laid out is the host's, too.
+bool CKvCaptionBar::Make(UINT style, const CRect& rect, CWnd* parent, DWORD id)
+{
+    m_height = SkinHeight();
+    CKvWnd::CreateWnd(style, {rect.left, rect.top, rect.right, rect.top + m_height}, parent, id);
+    resize(width(), m_height);
+    m_strip->CreateButtons();
+    const QPointer<CKvCaptionBar> self(this);
+    m_strip->Remeasure();
+    return !self.isNull();
 }
 
 void CKvCaptionBar::SetGuiBasicSettings(SKvGuiBasicSettings* settings)

@@ -16,6 +16,11 @@ CKvRibbonMenuBar::CKvRibbonMenuBar()
 {
 }
 
+CKvRibbonMenuBar::CKvRibbonMenuBar(QWidget* parent) : CKvRibbonMenuBar()
+{
+    CreateWhenShown(parent);
+}
+
 CKvRibbonMenuBar::~CKvRibbonMenuBar()
 {
     MenuBars(Strip()).Close();

@@ -10,6 +10,11 @@ bool g_shortLabels = false;
 
 CKvRibbonTitlebar::CKvRibbonTitlebar() : CKvCaptionBar(std::make_unique<kv::TitleBarStrip>(*this)) {}
 
+CKvRibbonTitlebar::CKvRibbonTitlebar(QWidget* parent) : CKvRibbonTitlebar()
+{
+    CreateWhenShown(parent);
+}
+
 CKvRibbonTitlebar::~CKvRibbonTitlebar()
 {
     Bars().Close();

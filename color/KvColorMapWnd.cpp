@@ -25,11 +25,21 @@ CKvColorMapWnd::CKvColorMapWnd() : m_impl(std::make_unique<Impl>(*this))
     setFocusPolicy(Qt::ClickFocus);
 }
 
+CKvColorMapWnd::CKvColorMapWnd(QWidget* parent) : CKvColorMapWnd()
+{
+    CreateWhenShown(parent);
+}
+
 CKvColorMapWnd::~CKvColorMapWnd() = default;
 
 int CKvColorMapWnd::Create(UINT style, CWnd* parent, DWORD id)
 {
     return CreateWnd(style, {}, parent, id);
+}
+
+int CKvColorMapWnd::CreateSelf()
+{
+    return Create(0, parentWidget(), GetDlgCtrlID());
 }
 
 void CKvColorMapWnd::SetType(int type)

@@ -21,6 +21,12 @@ int IndexOf(UINT id, UINT first)
 
 CKvColorPanel::CKvColorPanel() : m_impl(std::make_unique<Impl>(*this)) {}
 
+CKvColorPanel::CKvColorPanel(QWidget* parent) : CKvColorPanel()
+{
+    setParent(parent, Qt::Widget);
+    m_impl->createsItself = true;
+}
+
 CKvColorPanel::~CKvColorPanel()
 {
     m_impl->isDying = true;
@@ -34,8 +40,10 @@ int CKvColorPanel::Create(CWnd* parent)
     const QPoint place = pos();
     if (parent) // heard before the dialog hears of it and destroys the window
         connect(parent, &QObject::destroyed, this, [this] { m_impl->listener.clear(); });
-    setParent(parent, Qt::Widget);
-    move(place); // else the toolkit would place it as it places a dialog
+    if (!m_impl->isCreatingItself) {
+        setParent(parent, Qt::Widget);
+        move(place); // else the toolkit would place it as it places a dialog
+    }
     return CKvDialog::Create(kKvColorPanelDialog, parent);
 }
 
@@ -270,7 +278,11 @@ bool CKvColorPanel::event(QEvent* event)
         event->accept();
         return true;
     }
-    return CKvDialog::event(event);
+    const QPointer<CKvColorPanel> self(this);
+    const bool result = CKvDialog::event(event);
+    if (event->type() == QEvent::Polish && self && std::exchange(m_impl->createsItself, false))
+        m_impl->CreateSelf();
+    return result;
 }
 
 void CKvColorPanel::keyPressEvent(QKeyEvent* event)

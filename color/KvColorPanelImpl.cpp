@@ -78,6 +78,25 @@ CKvColorPanel::Impl::Impl(CKvColorPanel& owner)
 {
 }
 
+void CKvColorPanel::Impl::CreateSelf()
+{
+    if (panel.IsCreated())
+        return;
+    const QRect place = panel.geometry();
+    const bool isPlaced = !panel.isWindow() || panel.testAttribute(Qt::WA_Moved);
+    const bool isSized = panel.testAttribute(Qt::WA_Resized);
+    const QPointer<CKvColorPanel> self(&panel);
+    isCreatingItself = true;
+    panel.Create(panel.parentWidget());
+    if (!self)
+        return;
+    isCreatingItself = false;
+    if (isPlaced)
+        panel.move(place.topLeft()); // else the toolkit would place it as it places a dialog
+    if (isSized)
+        panel.resize(place.size());
+}
+
 void CKvColorPanel::Impl::MakeMaps()
 {
     const auto make = [this](UINT id, int type) {

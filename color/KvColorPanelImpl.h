@@ -38,6 +38,7 @@ struct CKvColorPanel::Impl
 {
     explicit Impl(CKvColorPanel& owner);
 
+    void CreateSelf();
     void MakeMaps();
     void MakeButtons();
     void MakeEdits();
@@ -77,6 +78,8 @@ struct CKvColorPanel::Impl
     kv::ColourPanelModel model;
     kv::ColourState runFrom;    ///< the colour when the open run of an edit began
     QPointer<QWidget> listener; ///< who heard of the begin of the open run; null without
+    bool createsItself = false; ///< when it is first shown
+    bool isCreatingItself = false;
     bool isNotifying = false;
     bool isDying = false;      ///< the destructor is at work
     bool isDestroying = false; ///< the children are about to go

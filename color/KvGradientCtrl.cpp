@@ -23,6 +23,11 @@ CKvGradientCtrl::CKvGradientCtrl() : m_impl(std::make_unique<Impl>(*this))
     setFocusPolicy(Qt::ClickFocus);
 }
 
+CKvGradientCtrl::CKvGradientCtrl(QWidget* parent) : CKvGradientCtrl()
+{
+    CreateWhenShown(parent);
+}
+
 CKvGradientCtrl::~CKvGradientCtrl() = default;
 
 int CKvGradientCtrl::Create(UINT style, CWnd* parent, DWORD id)

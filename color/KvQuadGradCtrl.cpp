@@ -62,6 +62,11 @@ CKvQuadGradCtrl::CKvQuadGradCtrl() : m_impl(std::make_unique<Impl>(*this))
     setAcceptDrops(true);
 }
 
+CKvQuadGradCtrl::CKvQuadGradCtrl(QWidget* parent) : CKvQuadGradCtrl()
+{
+    CreateWhenShown(parent);
+}
+
 CKvQuadGradCtrl::~CKvQuadGradCtrl() = default;
 
 int CKvQuadGradCtrl::Create(UINT style, CWnd* parent, DWORD id)

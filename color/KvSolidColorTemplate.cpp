@@ -27,6 +27,11 @@ CKvSolidColorTemplate::CKvSolidColorTemplate() : m_impl(std::make_unique<Impl>(*
     setAcceptDrops(true);
 }
 
+CKvSolidColorTemplate::CKvSolidColorTemplate(QWidget* parent) : CKvSolidColorTemplate()
+{
+    CreateWhenShown(parent);
+}
+
 CKvSolidColorTemplate::~CKvSolidColorTemplate() = default;
 
 void CKvSolidColorTemplate::SetSystemFolder(const CString& folder)

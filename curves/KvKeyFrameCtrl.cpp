@@ -26,6 +26,11 @@ CKvKeyFrameCtrl::CKvKeyFrameCtrl() : m_impl(std::make_unique<Impl>(*this))
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
+CKvKeyFrameCtrl::CKvKeyFrameCtrl(QWidget* parent) : CKvKeyFrameCtrl()
+{
+    CreateWhenShown(parent);
+}
+
 CKvKeyFrameCtrl::~CKvKeyFrameCtrl() = default;
 
 int CKvKeyFrameCtrl::Create(UINT id, CWnd* parent, DWORD style)
@@ -34,6 +39,11 @@ int CKvKeyFrameCtrl::Create(UINT id, CWnd* parent, DWORD style)
     if (result)
         _Initialize();
     return result;
+}
+
+int CKvKeyFrameCtrl::CreateSelf()
+{
+    return Create(GetDlgCtrlID(), parentWidget(), 0);
 }
 
 int CKvKeyFrameCtrl::SetVerticle(BOOL vertical)

@@ -9,11 +9,21 @@ CKvParamBezierWnd::CKvParamBezierWnd(IKvParamBezierInfo* info, IKvParamBezierCtr
     m_impl->Load();
 }
 
+CKvParamBezierWnd::CKvParamBezierWnd(QWidget* parent) : CKvParamBezierWnd(nullptr, nullptr)
+{
+    CreateWhenShown(parent);
+}
+
 CKvParamBezierWnd::~CKvParamBezierWnd() = default;
 
 int CKvParamBezierWnd::Create(unsigned int style, const CRect& rect, CWnd* parent, DWORD id)
 {
     return CreateWnd(style, rect, parent, id);
+}
+
+int CKvParamBezierWnd::CreateSelf()
+{
+    return Create(0, {}, parentWidget(), GetDlgCtrlID());
 }
 
 int CKvParamBezierWnd::Load()

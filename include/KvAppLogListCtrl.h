@@ -42,10 +42,12 @@ class KV_API CKvAppLogListCtrl : public CKvReportListCtrl
 public:
     /// Looks the theme's colours up, unless a host has called `SetColor` on any list.
     CKvAppLogListCtrl();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvAppLogListCtrl(QWidget* parent);
     ~CKvAppLogListCtrl() override;
 
     /// Makes the columns and loads the pictures of types 1 … 9 ("Applogtype_1" …). Call it once, after
-    /// `Create` or before it.
+    /// `Create` or before it; a list that creates itself calls it then.
     /// @param keepOption 0 turns the lines between the cells off.
     void Initialize(int keepOption);
 
@@ -150,6 +152,7 @@ protected:
     /// @return 1; 0, `out` as it was, for date lines and spacers.
     int _FormatLogLine(int line, CString& out) const;
 
+    int CreateSelf() override;
     void _BeforeQuery() const override;
     /// Counts follow lines that a derived list changes; an override calls this one.
     /// @param kind, rows, column see `CKvReportListCtrl`.

@@ -32,6 +32,9 @@ class KV_API CKvBitmapButton : public QAbstractButton, public IKvGuiWnd
 public:
     /// A button without a picture that is not created yet.
     CKvBitmapButton();
+    /// A button that counts as created once it or what it is in is first shown. Tab reaches it.
+    /// @param parent its parent; may be null.
+    explicit CKvBitmapButton(QWidget* parent);
     ~CKvBitmapButton() override;
 
     /// Makes the button a child of `parent`.
@@ -49,6 +52,8 @@ public:
     std::wstring GetBitmapName() const;
     /// @return its number.
     UINT GetDlgCtrlID() const;
+    /// @param id its number from now on.
+    void SetDlgCtrlID(UINT id);
     /// @return true while the button has the focus and the ring shows it.
     bool IsFocusShown() const;
     /// Fills the button where no basic settings are given.
@@ -63,6 +68,8 @@ protected:
     /// @return where the picture stands, in client coordinates; an empty one shows none. The whole button
     /// unless overridden.
     virtual QRect PictureRoom() const;
+    /// For a constructor with a parent. @param parent its parent; may be null.
+    void CreateWhenShown(QWidget* parent);
     /// Does nothing: the checked state is the owner's.
     void nextCheckState() override;
     bool event(QEvent* event) override;
@@ -85,6 +92,8 @@ class KV_API CKvButton : public CKvBitmapButton
 public:
     /// A button without a text that is not created yet.
     CKvButton();
+    /// As that of `CKvBitmapButton`. @param parent its parent; may be null.
+    explicit CKvButton(QWidget* parent);
     ~CKvButton() override;
 
     /// @param text empty or null shows the picture alone. A "&" is drawn as it is.
@@ -117,6 +126,8 @@ class KV_API CKvRadioBitmapButton : public CKvBitmapButton
 public:
     /// A button that is not created yet, unchecked.
     CKvRadioBitmapButton();
+    /// As that of `CKvBitmapButton`. @param parent its parent; may be null.
+    explicit CKvRadioBitmapButton(QWidget* parent);
     ~CKvRadioBitmapButton() override;
 
     /// Takes the place of a dialog's item (geometry, number, turn of the Tab key), unchecked.

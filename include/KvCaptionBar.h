@@ -53,6 +53,7 @@ protected:
     /// @return the same.
     kv::CaptionStrip& Strip() const { return *m_strip; }
 
+    int CreateSelf() override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     void OnPaint(Graphics& graphics) override;
     void OnSize(int width, int height) override;
@@ -72,6 +73,7 @@ private:
     bool TakesBorderAt(CPoint point) const override;
     int CaptionBottom() const override;
     void ShowEdgeCursor(unsigned edges);
+    bool Make(UINT style, const CRect& rect, CWnd* parent, DWORD id);
 
     std::unique_ptr<kv::CaptionStrip> m_strip;
     int m_height = 0;           ///< of the skin that was in force at `Create`

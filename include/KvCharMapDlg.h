@@ -36,6 +36,8 @@ class KV_API CKvCharMapPreviewWnd : public CKvStatic
 public:
     /// A grid that is not created yet.
     CKvCharMapPreviewWnd();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvCharMapPreviewWnd(QWidget* parent);
     ~CKvCharMapPreviewWnd() override;
 
     int Create(UINT style, CWnd* parent, DWORD id) override;

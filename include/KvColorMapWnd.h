@@ -52,6 +52,8 @@ class KV_API CKvColorMapWnd : public CKvWnd
 public:
     /// A field that is not created yet.
     CKvColorMapWnd();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvColorMapWnd(QWidget* parent);
     ~CKvColorMapWnd() override;
 
     /// @param style, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
@@ -119,6 +121,7 @@ Q_SIGNALS:
     void ColorChanged(int phase);
 
 protected:
+    int CreateSelf() override;
     void OnPaint(Graphics& graphics) override;
     void OnSize(int width, int height) override;
     void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;

@@ -42,6 +42,10 @@ class KV_API CKvColorPanel : public CKvDialog
 public:
     /// Opaque black, RGB, not created yet.
     CKvColorPanel();
+    /// A panel that creates itself when it or what it is in is first shown, unless `Create` comes before.
+    /// What is set until then stays, as far as its smallest size lets it. @param parent of which it is a
+    /// child; may be null.
+    explicit CKvColorPanel(QWidget* parent);
     ~CKvColorPanel() override;
 
     /// Creates the panel, hidden. @param parent of which it becomes a child.

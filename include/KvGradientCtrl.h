@@ -44,6 +44,8 @@ class KV_API CKvGradientCtrl : public CKvStatic
 public:
     /// A control without stops that is not created yet.
     CKvGradientCtrl();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvGradientCtrl(QWidget* parent);
     ~CKvGradientCtrl() override;
 
     /// Where a mid point shows ticks and snaps to, as fractions of its segment.

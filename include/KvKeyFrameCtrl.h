@@ -51,6 +51,8 @@ class KV_API CKvKeyFrameCtrl : public CKvStatic
 public:
     /// A strip that is not created yet, from left to right.
     CKvKeyFrameCtrl();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvKeyFrameCtrl(QWidget* parent);
     ~CKvKeyFrameCtrl() override;
 
     /// Creates the strip with its buttons at the geometry set before, and from then on 14 pixels thick; the
@@ -101,6 +103,7 @@ Q_SIGNALS:
     void KeyFrameClicked(int code);
 
 protected:
+    int CreateSelf() override;
     // The steps that the strip is made of.
 
     /// Fixes the thickness, lays the buttons out and creates them; `Create` calls it.

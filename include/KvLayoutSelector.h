@@ -109,6 +109,8 @@ class KV_API CKvLayoutSelector : public CKvWnd, public IKvGuiWnd
 public:
     /// A strip that is not created yet.
     CKvLayoutSelector();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvLayoutSelector(QWidget* parent);
     ~CKvLayoutSelector() override;
 
     /// A column when the rectangle is higher than wide, else a row.
@@ -160,6 +162,7 @@ Q_SIGNALS:
     void LayoutPicked(int index);
 
 protected:
+    int CreateSelf() override;
     /// Lays out anew from the client rectangle.
     void _UpdateClient();
     /// Gives the thumbnails their size; the view stays at the layout that it began with.

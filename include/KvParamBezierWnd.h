@@ -113,6 +113,8 @@ public:
     /// @param info may be null: the default curve is shown and cannot be edited. Must outlive the window.
     /// @param callback may be null. Must outlive the window.
     CKvParamBezierWnd(IKvParamBezierInfo* info, IKvParamBezierCtrlCallback* callback);
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvParamBezierWnd(QWidget* parent);
     ~CKvParamBezierWnd() override;
 
     /// @param style, rect, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
@@ -166,6 +168,7 @@ Q_SIGNALS:
     void HistoryChanged();
 
 protected:
+    int CreateSelf() override;
     void OnPaint(Graphics& graphics) override;
     void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;
     void OnLButtonDblClk(Qt::KeyboardModifiers modifiers, CPoint point) override;

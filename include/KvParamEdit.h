@@ -32,6 +32,8 @@ class KV_API CKvParamEdit : public CKvWnd
 public:
     /// 0 in 0 … 255, in steps of 1; not created yet.
     CKvParamEdit();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvParamEdit(QWidget* parent);
     ~CKvParamEdit() override;
 
     /// @param style, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
@@ -86,6 +88,7 @@ Q_SIGNALS:
     void ForeignPasted();
 
 protected:
+    int CreateSelf() override;
     void OnPaint(Graphics& graphics) override;
     void OnSize(int width, int height) override;
     void OnLButtonDown(Qt::KeyboardModifiers modifiers, CPoint point) override;

@@ -30,6 +30,8 @@ class KV_API CKvQuadGradCtrl : public CKvStatic
 public:
     /// A control that is not created yet.
     CKvQuadGradCtrl();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvQuadGradCtrl(QWidget* parent);
     ~CKvQuadGradCtrl() override;
 
     int Create(UINT style, CWnd* parent, DWORD id) override;

@@ -192,6 +192,7 @@ protected:
     /// derived list whose lines come late brings them up to date here; never called from within the base
     /// list's own work.
     virtual void _BeforeQuery() const;
+    int CreateSelf() override;
 
     // Columns.
 

@@ -106,6 +106,8 @@ class KV_API CKvRibbonMenuBar : public CKvCaptionBar, public IKvRibbonMenuBarMgr
 public:
     /// A bar without menu bars that is not created yet.
     CKvRibbonMenuBar();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvRibbonMenuBar(QWidget* parent);
     ~CKvRibbonMenuBar() override;
 
     HWND GetToolWndParent() override;

@@ -128,6 +128,8 @@ class KV_API CKvRibbonTitlebar : public CKvCaptionBar, public IKvRibbonTitleBarM
 public:
     /// A bar without title bars that is not created yet.
     CKvRibbonTitlebar();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvRibbonTitlebar(QWidget* parent);
     ~CKvRibbonTitlebar() override;
 
     HWND GetToolWndParent() override;

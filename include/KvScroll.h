@@ -39,6 +39,8 @@ class KV_API CKvScrollBar : public QScrollBar
 public:
     /// A bar of range 0 that is not created yet.
     CKvScrollBar();
+    /// A bar of range 0 that is ready. @param parent whom it tells; may be null.
+    explicit CKvScrollBar(QWidget* parent);
     ~CKvScrollBar() override;
 
     /// Makes the bar a child of `parent`, without ever taking the focus.
@@ -46,6 +48,10 @@ public:
     /// @param style see `CKvWnd::CreateWnd`. @param rect in the parent's coordinates. @param parent whom it
     /// tells. @param id its number. @return 1; 0 for a null parent.
     int Create(Qt::Orientation orientation, UINT style, const CRect& rect, CWnd* parent, UINT id);
+    /// @return its number.
+    UINT GetDlgCtrlID() const;
+    /// @param id its number from now on.
+    void SetDlgCtrlID(UINT id);
     /// Shows a line's range and position, and view length ÷ virtual length as the thumb.
     /// @param line is read now and not kept.
     void SetScroll(IKvScrollLineHelper& line);

@@ -32,6 +32,8 @@ class KV_API CKvSolidColorTemplate : public CKvStatic
 public:
     /// A control that is not created yet.
     CKvSolidColorTemplate();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvSolidColorTemplate(QWidget* parent);
     ~CKvSolidColorTemplate() override;
 
     /// @param folder where "KvSolidColorTemplate.ini" lies; the user's application data folder until a host

@@ -32,6 +32,8 @@ class KV_API CKvSubTitleTxtListEditor : public CKvTextListBase
 public:
     /// A list without rows that is not created yet.
     CKvSubTitleTxtListEditor();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvSubTitleTxtListEditor(QWidget* parent);
     ~CKvSubTitleTxtListEditor() override;
 
     /// @return "KVSUBTITLEEDITOR", also the widget's object name.

@@ -14,6 +14,8 @@ class KV_API CKvTextEditListCtrl : public CKvTextListBase
 public:
     /// A list without rows that is not created yet.
     CKvTextEditListCtrl();
+    /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
+    explicit CKvTextEditListCtrl(QWidget* parent);
     ~CKvTextEditListCtrl() override;
 
     // The rows. Silent, not undone, and no modification.

@@ -11,8 +11,9 @@
 /// A window whose events arrive as `On…` handlers. Also a convenient parent: the messages of its children
 /// arrive in `OnNotify` and `OnCommand`.
 ///
-/// Life: construct, optionally give it a geometry, then `Create` it once. A control may be constructed and
-/// never created. Destroying the parent destroys its controls; a control on the stack or in a member must
+/// Life: construct, optionally give it a geometry, then `Create` it once. A control that is constructed with a
+/// parent, as forms do it, creates itself when it or what it is in is first shown. One without may be
+/// constructed and never created. Destroying the parent destroys its controls; a control on the stack or in a member must
 /// die before its parent does.
 ///
 /// Coordinates are logical pixels of the client area; drawing is sharp at any pixel ratio.
@@ -35,6 +36,8 @@ public:
     BOOL IsCreated() const;
     /// @return the window's own number; 0 until it has one.
     UINT GetDlgCtrlID() const;
+    /// @param id the window's own number from now on.
+    void SetDlgCtrlID(UINT id);
     /// @return the client rectangle: the whole widget, from (0, 0).
     CRect GetClientRect() const;
     /// @return which keys the control wants for itself (DLGC_…); also the answer to WM_GETDLGCODE. Tab leaves
@@ -42,6 +45,14 @@ public:
     virtual UINT OnGetDlgCode();
 
 protected:
+    /// For a constructor with a parent: makes the window its child, which creates itself when it or what it is
+    /// in is first shown, unless somebody does before. What is set until then stays: place, size, number,
+    /// whether it is hidden and enabled, focus policy. Tab reaches it if it takes the focus at all.
+    /// @param parent null makes a window of its own.
+    void CreateWhenShown(QWidget* parent);
+    /// Calls the window's `Create` with its parent and number; `CreateWnd` then leaves all else as it is.
+    /// @return what `Create` does.
+    virtual int CreateSelf();
     ///@{
     /// A child's WM_NOTIFY or WM_COMMAND. @param wParam, lParam as the child sent them.
     /// @param result receives the child's answer. @return non-zero when handled.
@@ -173,6 +184,7 @@ public:
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
 protected:
+    int CreateSelf() override;
     /// @return what the host gave, or null.
     const SKvGuiBasicSettings* GuiBasicSettings() const;
 

@@ -18,6 +18,11 @@ CKvLayoutSelector::CKvLayoutSelector() : m_impl(std::make_unique<Impl>(*this))
     setEnabled(false);
 }
 
+CKvLayoutSelector::CKvLayoutSelector(QWidget* parent) : CKvLayoutSelector()
+{
+    CreateWhenShown(parent);
+}
+
 CKvLayoutSelector::~CKvLayoutSelector() = default;
 
 int CKvLayoutSelector::Create(const CRect& rect, UINT id, CWnd* parent, DWORD style)
@@ -44,6 +49,11 @@ int CKvLayoutSelector::Create(UINT id, CWnd* parent, DWORD style)
 {
     const CRect set = testAttribute(Qt::WA_Resized) || !parent ? geometry() : parent->rect();
     return Create(set, id, parent, style);
+}
+
+int CKvLayoutSelector::CreateSelf()
+{
+    return Create(geometry(), GetDlgCtrlID(), parentWidget(), 0);
 }
 
 void CKvLayoutSelector::SetData(SIZE layoutSize, IKvLayoutSelectorData* layouts)

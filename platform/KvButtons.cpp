@@ -154,6 +154,7 @@ struct CKvBitmapButton::Impl
     std::wstring backgroundKey;
     const SKvGuiBasicSettings* settings = nullptr;
     bool created = false;
+    bool createsItself = false; ///< when it is first shown
     bool focusByKey = false;
 
     void DrawBackground(QPainter& painter, const QRect& room) const
@@ -195,7 +196,19 @@ CKvBitmapButton::CKvBitmapButton() : m_impl(std::make_unique<Impl>())
     });
 }
 
+CKvBitmapButton::CKvBitmapButton(QWidget* parent) : CKvBitmapButton()
+{
+    CreateWhenShown(parent);
+}
+
 CKvBitmapButton::~CKvBitmapButton() = default;
+
+void CKvBitmapButton::CreateWhenShown(QWidget* parent)
+{
+    setParent(parent);
+    setFocusPolicy(Qt::StrongFocus);
+    m_impl->createsItself = true;
+}
 
 int CKvBitmapButton::CreateButton(UINT id, CWnd* parent, const CRect& rect, UINT style,
                                   const wchar_t* imageName, const wchar_t* toolTip)
@@ -233,6 +246,11 @@ UINT CKvBitmapButton::GetDlgCtrlID() const
     return KvGetDlgItemId(const_cast<CKvBitmapButton*>(this)); // reads only
 }
 
+void CKvBitmapButton::SetDlgCtrlID(UINT id)
+{
+    KvSetDlgItemId(this, id);
+}
+
 bool CKvBitmapButton::IsFocusShown() const
 {
     return m_impl->focusByKey && hasFocus();
@@ -264,6 +282,8 @@ void CKvBitmapButton::nextCheckState() {}
 
 bool CKvBitmapButton::event(QEvent* event)
 {
+    if (event->type() == QEvent::Polish && m_impl->createsItself)
+        m_impl->created = true; // it has all that it needs
     if (event->type() == QEvent::ToolTipChange) {
         QAccessibleEvent change(this, QAccessible::NameChanged);
         QAccessible::updateAccessibility(&change);

@@ -37,6 +37,11 @@ CKvParamEdit::CKvParamEdit() : m_impl(std::make_unique<Impl>(*this))
     m_impl->ApplyLook();
 }
 
+CKvParamEdit::CKvParamEdit(QWidget* parent) : CKvParamEdit()
+{
+    CreateWhenShown(parent);
+}
+
 CKvParamEdit::~CKvParamEdit() = default;
 
 int CKvParamEdit::Create(UINT style, CWnd* parent, DWORD id)
@@ -45,6 +50,11 @@ int CKvParamEdit::Create(UINT style, CWnd* parent, DWORD id)
         return 0;
     OnSize(width(), height());
     return 1;
+}
+
+int CKvParamEdit::CreateSelf()
+{
+    return Create(0, parentWidget(), GetDlgCtrlID());
 }
 
 void CKvParamEdit::SetValue(int value)

@@ -30,6 +30,11 @@ CKvRadioBitmapButton::CKvRadioBitmapButton()
     connect(this, &QAbstractButton::toggled, this, [this] { ShowPicture(); });
 }
 
+CKvRadioBitmapButton::CKvRadioBitmapButton(QWidget* parent) : CKvRadioBitmapButton()
+{
+    CreateWhenShown(parent);
+}
+
 CKvRadioBitmapButton::~CKvRadioBitmapButton() = default;
 
 int CKvRadioBitmapButton::SubClassButton(UINT id, CWnd* parent, const wchar_t* unchecked,

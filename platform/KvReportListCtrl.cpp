@@ -52,6 +52,11 @@ int CKvReportListCtrl::Create(const CRect& rect, UINT style, CWnd* parent, DWORD
     return 1;
 }
 
+int CKvReportListCtrl::CreateSelf()
+{
+    return Create({}, 0, parentWidget(), GetDlgCtrlID());
+}
+
 int CKvReportListCtrl::GetItemCount() const
 {
     _BeforeQuery();

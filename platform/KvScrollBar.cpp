@@ -56,6 +56,11 @@ CKvScrollBar::CKvScrollBar() : m_impl(std::make_unique<Impl>())
     LoadSkin();
 }
 
+CKvScrollBar::CKvScrollBar(QWidget* parent) : CKvScrollBar()
+{
+    setParent(parent);
+}
+
 CKvScrollBar::~CKvScrollBar() = default;
 
 int CKvScrollBar::Create(Qt::Orientation orientation, UINT style, const CRect& rect, CWnd* parent, UINT id)
@@ -69,6 +74,16 @@ int CKvScrollBar::Create(Qt::Orientation orientation, UINT style, const CRect& r
     setEnabled((style & WS_DISABLED) == 0);
     setVisible((style & WS_VISIBLE) != 0);
     return 1;
+}
+
+UINT CKvScrollBar::GetDlgCtrlID() const
+{
+    return KvGetDlgItemId(const_cast<CKvScrollBar*>(this)); // reads only
+}
+
+void CKvScrollBar::SetDlgCtrlID(UINT id)
+{
+    KvSetDlgItemId(this, id);
 }
 
 void CKvScrollBar::SetScroll(IKvScrollLineHelper& line)

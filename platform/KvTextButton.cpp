@@ -14,6 +14,11 @@ constexpr int kGap = 4; ///< between picture and text
 } // namespace
 
 CKvButton::CKvButton() = default;
+CKvButton::CKvButton(QWidget* parent)
+{
+    CreateWhenShown(parent);
+}
+
 CKvButton::~CKvButton() = default;
 
 void CKvButton::SetWindowText(const wchar_t* text)

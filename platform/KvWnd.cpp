@@ -5,7 +5,10 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QToolTip>
+
+#include <utility>
 
 CKvWnd::CKvWnd() : m_impl(std::make_unique<Impl>())
 {
@@ -20,6 +23,8 @@ int CKvWnd::CreateWnd(UINT style, const CRect& rect, CWnd* parent, DWORD id)
     if (m_impl->created)
         return 0;
     m_impl->created = true;
+    if (m_impl->isCreatingItself)
+        return 1; // it is what it was made and set to
     const QRect before = geometry();
     const bool wasMoved = testAttribute(Qt::WA_Moved);
     const bool wasResized = testAttribute(Qt::WA_Resized);
@@ -41,6 +46,19 @@ int CKvWnd::CreateWnd(UINT style, const CRect& rect, CWnd* parent, DWORD id)
     return 1;
 }
 
+void CKvWnd::CreateWhenShown(QWidget* parent)
+{
+    setParent(parent);
+    if (focusPolicy() != Qt::NoFocus)
+        setFocusPolicy(Qt::StrongFocus);
+    m_impl->createsItself = true;
+}
+
+int CKvWnd::CreateSelf()
+{
+    return CreateWnd(0, {}, parentWidget(), GetDlgCtrlID());
+}
+
 BOOL CKvWnd::IsCreated() const
 {
     return m_impl->created ? 1 : 0;
@@ -49,6 +67,11 @@ BOOL CKvWnd::IsCreated() const
 UINT CKvWnd::GetDlgCtrlID() const
 {
     return KvGetDlgItemId(const_cast<CKvWnd*>(this)); // reads only
+}
+
+void CKvWnd::SetDlgCtrlID(UINT id)
+{
+    KvSetDlgItemId(this, id);
 }
 
 CRect CKvWnd::GetClientRect() const
@@ -149,6 +172,18 @@ bool CKvWnd::event(QEvent* event)
             break;
         QToolTip::showText(help.globalPos(), text, this, area);
         return true;
+    }
+    case QEvent::Polish: {
+        // Comes before a layout asks for sizes. The style has its turn first: it may bring the font.
+        const QPointer<CKvWnd> self(this);
+        const bool result = QWidget::event(event);
+        if (self && !m_impl->created && std::exchange(m_impl->createsItself, false)) {
+            m_impl->isCreatingItself = true;
+            CreateSelf();
+            if (self)
+                m_impl->isCreatingItself = false;
+        }
+        return result;
     }
     default:
         break;

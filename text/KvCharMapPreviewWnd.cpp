@@ -15,6 +15,11 @@ CKvCharMapPreviewWnd::CKvCharMapPreviewWnd() : m_impl(std::make_unique<Impl>(*th
     setFocusPolicy(Qt::ClickFocus);
 }
 
+CKvCharMapPreviewWnd::CKvCharMapPreviewWnd(QWidget* parent) : CKvCharMapPreviewWnd()
+{
+    CreateWhenShown(parent);
+}
+
 CKvCharMapPreviewWnd::~CKvCharMapPreviewWnd() = default;
 
 int CKvCharMapPreviewWnd::Create(UINT style, CWnd* parent, DWORD id)

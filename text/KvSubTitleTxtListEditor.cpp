@@ -100,6 +100,11 @@ CKvSubTitleTxtListEditor::CKvSubTitleTxtListEditor() : m_impl(std::make_unique<I
     CKvSubTitleTxtListEditor::OnSkinChanged();
 }
 
+CKvSubTitleTxtListEditor::CKvSubTitleTxtListEditor(QWidget* parent) : CKvSubTitleTxtListEditor()
+{
+    CreateWhenShown(parent);
+}
+
 CKvSubTitleTxtListEditor::~CKvSubTitleTxtListEditor() = default;
 
 CString CKvSubTitleTxtListEditor::GetWindowClass() const

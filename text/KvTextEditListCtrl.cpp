@@ -25,6 +25,11 @@ CKvTextEditListCtrl::CKvTextEditListCtrl()
     CKvTextEditListCtrl::OnSkinChanged();
 }
 
+CKvTextEditListCtrl::CKvTextEditListCtrl(QWidget* parent) : CKvTextEditListCtrl()
+{
+    CreateWhenShown(parent);
+}
+
 CKvTextEditListCtrl::~CKvTextEditListCtrl() = default;
 
 void CKvTextEditListCtrl::OnSkinChanged()

@@ -1,0 +1,158 @@
+// Controls that are constructed with a parent, as forms do it, create themselves when they are first shown.
+#include "tests/designer/Controls.h"
+
+#include <QApplication>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+
+class SelfCreation : public testing::TestWithParam<ControlKind>
+{
+protected:
+    void SetUp() override { window.resize(500, 400); }
+    QWidget* Make() { return GetParam().make(&window); }
+    void Show()
+    {
+        window.show();
+        QApplication::processEvents();
+    }
+
+    QWidget window;
+};
+
+TEST_P(SelfCreation, InALayout)
+{
+    QWidget* const control = Make();
+    KvSetDlgItemId(control, 1234);
+    auto* rows = new QVBoxLayout(&window);
+    rows->addWidget(control);
+    rows->addStretch();
+    const Qt::FocusPolicy policy = control->focusPolicy();
+    const bool isEnabled = control->isEnabled();
+    Show();
+    EXPECT_TRUE(IsControlCreated(*control));
+    EXPECT_TRUE(control->isVisible());
+    EXPECT_EQ(control->isEnabled(), isEnabled);
+    EXPECT_EQ(control->focusPolicy(), policy);
+    EXPECT_EQ(KvGetDlgItem(&window, 1234), control);
+    EXPECT_TRUE(window.rect().contains(control->geometry()));
+    EXPECT_EQ(rows->itemAt(0)->geometry(), control->geometry());
+    EXPECT_EQ(control->rect().united(control->childrenRect()), control->rect())
+        << "children that do not know the size";
+    EXPECT_EQ(window.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
+}
+
+TEST_P(SelfCreation, KeepsWhatWasSet)
+{
+    QWidget* const control = Make();
+    const QRect place(11, 22, 420, 330);
+    control->setGeometry(place);
+    control->setEnabled(false);
+    control->setFocusPolicy(Qt::WheelFocus);
+    control->setToolTip("tip");
+    QWidget* const hidden = Make();
+    hidden->hide();
+    const int height = control->sizePolicy().verticalPolicy() == QSizePolicy::Fixed
+                           ? control->sizeHint().height() // of a strip that is as thick as it is
+                           : place.height();
+    Show();
+    const bool isStrip = qobject_cast<CKvCaptionBar*>(control) || qobject_cast<CKvKeyFrameCtrl*>(control);
+    EXPECT_EQ(control->geometry(),
+              QRect(place.topLeft(), QSize(place.width(), isStrip ? height : place.height())));
+    EXPECT_FALSE(control->isEnabled());
+    EXPECT_EQ(control->focusPolicy(), Qt::WheelFocus);
+    EXPECT_EQ(control->toolTip(), "tip");
+    EXPECT_TRUE(hidden->isHidden());
+    hidden->show();
+    EXPECT_TRUE(IsControlCreated(*hidden));
+    EXPECT_TRUE(hidden->isVisible());
+}
+
+TEST_P(SelfCreation, InAWindowThatIsShownAlready)
+{
+    auto* rows = new QVBoxLayout(&window);
+    Show();
+    QWidget* const control = Make();
+    rows->addWidget(control);
+    QApplication::processEvents();
+    EXPECT_TRUE(IsControlCreated(*control));
+    EXPECT_TRUE(control->isVisible());
+    EXPECT_EQ(rows->itemAt(0)->geometry(), control->geometry());
+}
+
+TEST_P(SelfCreation, AsAWindowOfItsOwn)
+{
+    const std::unique_ptr<QWidget> control(GetParam().make(nullptr));
+    control->resize(400, 300);
+    control->show();
+    QApplication::processEvents();
+    EXPECT_TRUE(control->isVisible());
+    EXPECT_TRUE(IsControlCreated(*control));
+    EXPECT_EQ(control->width(), 400);
+}
+
+TEST_P(SelfCreation, NeverShown)
+{
+    QWidget* const control = Make();
+    if (qobject_cast<CKvWnd*>(control) || qobject_cast<CKvColorPanel*>(control)) {
+        EXPECT_FALSE(IsControlCreated(*control));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Controls, SelfCreation, testing::ValuesIn(kControlKinds),
+                         [](const auto& kind) { return std::string(kind.param.name); });
+
+TEST(SelfCreating, CreateComesFirst)
+{
+    QWidget window;
+    auto* gradient = new CKvGradientCtrl(&window);
+    EXPECT_EQ(gradient->Create(WS_VISIBLE | WS_DISABLED, &window, 7), 1);
+    auto* keys = new CKvKeyFrameCtrl(&window);
+    EXPECT_EQ(keys->Create(8, &window, WS_VISIBLE), 1);
+    keys->SetToggleCheck(1);
+    auto* panel = new CKvColorPanel(&window);
+    EXPECT_EQ(panel->Create(&window), 1);
+    panel->show();
+    const int children = static_cast<int>(panel->children().size());
+    auto* button = new CKvBitmapButton(&window);
+    EXPECT_EQ(button->CreateButton(9, &window, {0, 0, 20, 20}, WS_VISIBLE, L"prekey", nullptr), 1);
+    window.show();
+    QApplication::processEvents();
+    EXPECT_EQ(gradient->GetDlgCtrlID(), 7u);
+    EXPECT_FALSE(gradient->isEnabled());
+    EXPECT_EQ(gradient->Create(WS_VISIBLE, &window, 17), 0);
+    EXPECT_EQ(keys->GetToggleCheck(), 1);
+    EXPECT_EQ(panel->children().size(), children);
+    EXPECT_EQ(button->GetBitmapName(), L"prekey");
+}
+
+TEST(SelfCreating, OfAHostsOwnControl)
+{
+    class Dial : public CKvStatic
+    {
+    public:
+        explicit Dial(QWidget* parent) { CreateWhenShown(parent); }
+        int Create(UINT style, CWnd* parent, DWORD id) override
+        {
+            ++created;
+            return CKvStatic::Create(style, parent, id);
+        }
+        int created = 0;
+    };
+    QWidget window;
+    Dial dial(&window);
+    dial.SetDlgCtrlID(3);
+    EXPECT_EQ(dial.created, 0);
+    window.show();
+    window.hide();
+    window.show();
+    EXPECT_EQ(dial.created, 1);
+    EXPECT_EQ(dial.IsCreated(), 1);
+    EXPECT_EQ(dial.GetDlgCtrlID(), 3u);
+    dial.setParent(nullptr); // it dies before the window
+}
+
+} // namespace
