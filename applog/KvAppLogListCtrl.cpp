@@ -113,6 +113,16 @@ unsigned short CKvAppLogListCtrl::GetMaxLogLineCounts() const
     return m_impl->maximum;
 }
 
+void CKvAppLogListCtrl::SetMaximumLines(int count)
+{
+    SetMaxLogLineCounts(static_cast<unsigned short>(std::clamp(count, 0, kMostLines)), 1);
+}
+
+DWORD CKvAppLogListCtrl::GetTypeFilter() const
+{
+    return m_impl->typeMask;
+}
+
 int CKvAppLogListCtrl::GetTypeCount(int type) const
 {
     const Impl::Operation operation(*m_impl);

@@ -139,8 +139,11 @@ void CKvAppLogListCtrl::OnContextMenu(CPoint point)
 void CKvAppLogListCtrl::Impl::RunCommand(UINT command)
 {
     for (const auto& [maximumCommand, maximumLines] : kMaxima) {
-        if (command == maximumCommand)
-            list.SetMaxLogLineCounts(maximumLines, 1);
+        if (command != maximumCommand)
+            continue;
+        list.SetMaxLogLineCounts(maximumLines, 1);
+        emit list.MaximumLinesEdited(maximumLines);
+        return;
     }
     switch (command) {
     case kCommandSaveSelected:

@@ -29,6 +29,7 @@ public:
 
     /// Shows or hides one of them, or will once they are created.
     void Show(UINT number, bool visible);
+    bool Shows(UINT number) const { return !m_hidden[number - kKvCaptionApplication]; }
     /// Places the four window buttons.
     void Layout(const CRect& band);
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.

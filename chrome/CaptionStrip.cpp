@@ -329,6 +329,11 @@ void CaptionStrip::ShowButton(UINT number, bool visible)
     m_impl->buttons.Show(number, visible);
 }
 
+bool CaptionStrip::ShowsButton(UINT number) const
+{
+    return m_impl->buttons.Shows(number);
+}
+
 void CaptionStrip::ShowMaximised(bool maximised)
 {
     m_impl->buttons.ShowMaximised(maximised);

@@ -96,6 +96,7 @@ public:
     CKvButton& Button(UINT number) const; ///< 10000 … 10004, from `CreateButtons` on
     /// Shows or hides one of them; kept before `CreateButtons`.
     void ShowButton(UINT number, bool visible);
+    bool ShowsButton(UINT number) const;
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
     void ShowMaximised(bool maximised);
     void UpdateTitleTip(); ///< the static title's tool tip becomes the labels of now

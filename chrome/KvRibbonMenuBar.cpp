@@ -104,3 +104,13 @@ int CKvRibbonMenuBar::UpdateRestoreMaxStatus(unsigned sizeType)
     Strip().ShowMaximised(sizeType == SIZE_MAXIMIZED);
     return 1;
 }
+
+bool CKvRibbonMenuBar::AreWindowButtonsShown() const
+{
+    return Strip().ShowsButton(kKvCaptionClose);
+}
+
+bool CKvRibbonMenuBar::IsMenuButtonShown() const
+{
+    return Strip().ShowsButton(kKvCaptionMenu);
+}

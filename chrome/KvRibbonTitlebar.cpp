@@ -118,3 +118,15 @@ void CKvRibbonTitlebar::SetShortLabels(BOOL on)
 {
     g_shortLabels = on != 0;
 }
+
+CKvRibbonTitlebar::WindowButtons CKvRibbonTitlebar::ShownButtons() const
+{
+    if (!Strip().ShowsButton(kKvCaptionClose))
+        return NoButtons;
+    return Strip().ShowsButton(kKvCaptionMaximise) ? AllButtons : CloseButton;
+}
+
+void CKvRibbonTitlebar::ShowButtons(WindowButtons buttons)
+{
+    ShowAppBtn(static_cast<EKvRibTitleBarAppBtnShowState>(buttons));
+}

@@ -77,6 +77,21 @@ int CKvColorMapWnd::GetLockType() const
     return m_impl->type == kKvColorMapSlider ? m_impl->model.MapSliderLock() : 0;
 }
 
+CKvColorMapWnd::Map CKvColorMapWnd::ShownMap() const
+{
+    return m_impl->type == kKvColorMapAlpha ? AlphaSlider : static_cast<Map>(GetLockType());
+}
+
+void CKvColorMapWnd::SetMap(Map map)
+{
+    if (map == AlphaSlider) {
+        SetType(kKvColorMapAlpha);
+        return;
+    }
+    SetType(map < SliderRed ? kKvColorMapField : kKvColorMapSlider);
+    SetLockType(map);
+}
+
 void CKvColorMapWnd::SetValue(DWORD colour)
 {
     kv::ColourState state = m_impl->Colour();

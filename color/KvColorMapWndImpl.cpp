@@ -7,7 +7,9 @@
 
 #include <utility>
 
-CKvColorMapWnd::Impl::Impl(CKvColorMapWnd& owner) : control(owner), access(owner, *this) {}
+CKvColorMapWnd::Impl::Impl(CKvColorMapWnd& owner) : control(owner), told(model.Value()), access(owner, *this)
+{
+}
 
 kv::ColourMapShape CKvColorMapWnd::Impl::Shape() const
 {
@@ -39,7 +41,10 @@ void CKvColorMapWnd::Impl::Show(const kv::ColourState& colour)
 void CKvColorMapWnd::Impl::Set(const kv::ColourState& colour)
 {
     Show(colour);
-    if (dragFrom && !isNotifying)
+    if (isNotifying)
+        return;
+    told = model.Value();
+    if (dragFrom)
         dragFrom = colour;
 }
 
@@ -53,6 +58,8 @@ bool CKvColorMapWnd::Impl::Notify(EKvColorPhase phase)
     KvSendMessage(control.parentWidget(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
     if (alive)
         emit alive->ColorChanged(phase);
+    if (const DWORD now = alive ? model.Value() : 0; alive && std::exchange(told, now) != now)
+        emit alive->ColorEdited(alive->Colour());
     if (!alive)
         return false;
     isNotifying = outer;

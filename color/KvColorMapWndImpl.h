@@ -45,6 +45,7 @@ struct CKvColorMapWnd::Impl : kv::ColourMapUser
     CKvColorMapWnd& control;
     int type = kKvColorMapField;
     kv::ColourPanelModel model; ///< its mode and channel are the lock type
+    DWORD told;                 ///< the colour that `ColorEdited` told last, or the host's since
     kv::ColourMapPainter painter;
     std::optional<kv::ColourState> dragFrom; ///< the colour before the press, or what the owner set since
     bool isNotifying = false;

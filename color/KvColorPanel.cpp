@@ -53,6 +53,14 @@ void CKvColorPanel::SetInitialMode(int hsb)
         m_impl->model.SetMode(hsb ? kv::ColourMode::Hsb : kv::ColourMode::Rgb);
 }
 
+void CKvColorPanel::SetHsb(bool hsb)
+{
+    if (m_impl->map)
+        m_impl->SetMode(hsb ? kv::ColourMode::Hsb : kv::ColourMode::Rgb);
+    else
+        SetInitialMode(hsb ? 1 : 0);
+}
+
 int CKvColorPanel::IsHSBMode() const
 {
     return m_impl->model.Mode() == kv::ColourMode::Hsb ? 1 : 0;
@@ -63,8 +71,10 @@ void CKvColorPanel::SetColor(DWORD colour)
     if (!m_impl->model.SetColour(colour))
         return;
     // Escape is not to bring back what the host replaced; its answer to a change is part of that change.
-    if (!m_impl->isNotifying)
+    if (!m_impl->isNotifying) {
         m_impl->TakeHostsColour();
+        m_impl->told = m_impl->model.Value();
+    }
     m_impl->ShowColour();
 }
 
@@ -180,6 +190,8 @@ void CKvColorPanel::_NotifyChangeColor(int phase)
         m_impl->listener.clear();
     if (alive)
         emit ColorChanged(phase);
+    if (const DWORD now = alive ? GetColor() : 0; alive && std::exchange(m_impl->told, now) != now)
+        emit ColorEdited(Colour());
     if (alive)
         m_impl->isNotifying = outer;
 }
@@ -233,7 +245,7 @@ BOOL CKvColorPanel::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result)
     if (channel >= 0 && channel < kv::ColourPanelModel::kChannels)
         m_impl->SetChannel(channel);
     else if (id == kv::kPanelRgb || id == kv::kPanelHsb)
-        m_impl->SetMode(id == kv::kPanelHsb ? kv::ColourMode::Hsb : kv::ColourMode::Rgb);
+        m_impl->EditMode(id == kv::kPanelHsb ? kv::ColourMode::Hsb : kv::ColourMode::Rgb);
     else
         return CKvDialog::OnCommand(wParam, lParam, result);
     return 1;

@@ -255,10 +255,18 @@ bool CKvColorPanel::Impl::EndRuns(const QWidget* besides)
     return true;
 }
 
-void CKvColorPanel::Impl::SetMode(ColourMode mode)
+bool CKvColorPanel::Impl::SetMode(ColourMode mode)
 {
-    if (mode != model.Mode() && EndRuns() && model.SetMode(mode))
-        ShowMode();
+    if (mode == model.Mode() || !EndRuns() || !model.SetMode(mode))
+        return false;
+    ShowMode();
+    return true;
+}
+
+void CKvColorPanel::Impl::EditMode(ColourMode mode)
+{
+    if (SetMode(mode))
+        emit panel.ModeEdited(mode == ColourMode::Hsb);
 }
 
 void CKvColorPanel::Impl::SetChannel(int channel)
@@ -373,7 +381,7 @@ bool CKvColorPanel::Impl::WalkButtons(const QKeyEvent& key)
     if (!isMode)
         return false;
     const QPointer<CKvRadioBitmapButton> next = modes[isBack ? 0 : 1];
-    SetMode(isBack ? ColourMode::Rgb : ColourMode::Hsb);
+    EditMode(isBack ? ColourMode::Rgb : ColourMode::Hsb);
     if (next)
         next->setFocus(Qt::TabFocusReason);
     return true;

@@ -55,7 +55,10 @@ struct CKvColorPanel::Impl
     void NotifyRun();
     /// Ends every drag, scrub and typing but those of one child. @param besides null for none.
     bool EndRuns(const QWidget* besides = nullptr);
-    void SetMode(kv::ColourMode mode);
+    /// @return false when the panel is gone or is in that mode already.
+    bool SetMode(kv::ColourMode mode);
+    /// The same by the user.
+    void EditMode(kv::ColourMode mode);
     void SetChannel(int channel);
     void TakeEdit(int edit, int phase);
     /// The host set the model's colour of its own accord: nothing leads back to an earlier one.
@@ -80,6 +83,7 @@ struct CKvColorPanel::Impl
     QPointer<QWidget> listener; ///< who heard of the begin of the open run; null without
     bool createsItself = false; ///< when it is first shown
     bool isCreatingItself = false;
+    DWORD told = 0xFF000000u; ///< the colour that `ColorEdited` told last, or the host's since
     bool isNotifying = false;
     bool isDying = false;      ///< the destructor is at work
     bool isDestroying = false; ///< the children are about to go

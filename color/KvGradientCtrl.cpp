@@ -4,6 +4,7 @@
 #include "color/GradientBlend.h"
 #include "color/GradientColour.h"
 #include "color/GradientRaster.h"
+#include "color/GradientText.h"
 #include "color/KvGradientCtrlImpl.h"
 #include "platform/ColourClipboard.h"
 
@@ -62,6 +63,24 @@ int CKvGradientCtrl::SetData(int count, const SKvCGGradientKey* keys)
     m_impl->RedrawAll();
     m_impl->Notify(kKvGradientDataSet, kKvPhaseBegin, m_impl->model.SelectedKey());
     return 1;
+}
+
+QString CKvGradientCtrl::StopsText() const
+{
+    return KvToQString(kv::GradientText(m_impl->model.Keys()));
+}
+
+void CKvGradientCtrl::SetStopsText(const QString& text)
+{
+    const auto keys = kv::ParseGradientText(KvFromQString(text));
+    if (!keys || keys->size() > kv::GradientModel::kMaxKeys) {
+        qWarning("CKvGradientCtrl: no stops in \"%.80s\"", qUtf8Printable(text));
+        return;
+    }
+    if (!m_impl->EndInput())
+        return;
+    m_impl->model.SetData(static_cast<int>(keys->size()), keys->data());
+    m_impl->RedrawAll();
 }
 
 int CKvGradientCtrl::GetData(int& count, SKvCGGradientKey** keys)

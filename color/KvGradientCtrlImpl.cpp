@@ -43,10 +43,17 @@ bool CKvGradientCtrl::Impl::Notify(EKvGradientEvent event, EKvGradientPhase phas
     const QPointer<CKvGradientCtrl> alive(&control);
     constexpr std::int32_t colourSize = sizeof(key->colour);
     GradientNotifyRecord record{{&control, event, kKvGradientNotifyCode}, phase, key, key ? colourSize : 0};
+    // An edit at once has changed the stops by its begin, a run does by each step.
+    const bool isEdit = event == kKvGradientStopsEdited &&
+                        (phase == kKvPhaseBegin || (phase == kKvPhaseContinue && changing));
     KvSendMessage(control.parentWidget(), WM_NOTIFY, control.GetDlgCtrlID(),
                   reinterpret_cast<LPARAM>(&record));
     if (alive)
         emit alive->GradientChanged(static_cast<int>(event), phase);
+    if (alive && isEdit)
+        emit alive->StopsEdited();
+    if (alive && event == kKvGradientStopSelected && model.HasSelection())
+        emit alive->StopSelected(model.Selected());
     return !alive.isNull();
 }
 

@@ -95,6 +95,18 @@ void CKvQuadGradCtrl::GetData(DWORD corners[4]) const
         std::copy(m_impl->model.Corners().begin(), m_impl->model.Corners().end(), corners);
 }
 
+QColor CKvQuadGradCtrl::CornerColour(std::size_t corner) const
+{
+    return QColor::fromRgba(m_impl->model.Corners()[corner]);
+}
+
+void CKvQuadGradCtrl::SetCornerColour(std::size_t corner, const QColor& colour)
+{
+    kv::QuadColours corners = m_impl->model.Corners();
+    corners[corner] = colour.rgba();
+    SetData(corners.data());
+}
+
 void CKvQuadGradCtrl::SetColor(DWORD colour)
 {
     if (!m_impl->model.SetSelectedColour(colour))

@@ -61,12 +61,29 @@ int CKvSolidColorTemplate::Create(UINT style, CWnd* parent, DWORD id)
     return 1;
 }
 
+int CKvSolidColorTemplate::CreateSelf()
+{
+    const int result = CKvStatic::CreateSelf();
+    InitialData(0);
+    return result;
+}
+
 void CKvSolidColorTemplate::SetNumRect(int columns, int rows)
 {
     m_impl->columns = columns;
     m_impl->rows = rows;
     RecalcLayout();
     updateGeometry();
+}
+
+int CKvSolidColorTemplate::GetColumns() const
+{
+    return m_impl->columns;
+}
+
+int CKvSolidColorTemplate::GetRows() const
+{
+    return m_impl->rows;
 }
 
 int CKvSolidColorTemplate::InitialData(int reset)

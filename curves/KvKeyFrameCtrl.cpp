@@ -36,8 +36,8 @@ CKvKeyFrameCtrl::~CKvKeyFrameCtrl() = default;
 int CKvKeyFrameCtrl::Create(UINT id, CWnd* parent, DWORD style)
 {
     const int result = CKvStatic::Create(style, parent, id);
-    if (result)
-        _Initialize();
+    if (result && _Initialize())
+        m_impl->ApplyPreset();
     return result;
 }
 
@@ -220,6 +220,10 @@ void CKvKeyFrameCtrl::OnBtnClickControl(UINT id)
     KvSendMessage(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
     if (self)
         emit KeyFrameClicked(code);
+    if (self && code == kKvKeyFrameToggle)
+        emit AnimatedEdited(IsAnimated());
+    else if (self && code == kKvKeyFrameOperator)
+        emit KeyEdited(HasKey());
 }
 
 BOOL CKvKeyFrameCtrl::OnCommand(WPARAM wParam, LPARAM lParam, LRESULT* result)

@@ -20,6 +20,29 @@ void CKvKeyFrameCtrl::Impl::CreateButton(std::size_t place)
     record.button->installEventFilter(&strip);
 }
 
+void CKvKeyFrameCtrl::Impl::ApplyPreset()
+{
+    strip.SetToggleCheck(preset.animated ? 1 : 0);
+    strip.SetKeyOperatorCheck(preset.hasKey ? 1 : 0);
+    strip.EnablePreviousKeyCtrl(preset.previousEnabled ? 1 : 0);
+    strip.EnableNextKeyCtrl(preset.nextEnabled ? 1 : 0);
+}
+
+void CKvKeyFrameCtrl::Impl::Turn(bool toVertical)
+{
+    vertical = toVertical;
+    // The length is free again; the thickness is fixed by `OnSize`.
+    vertical ? strip.setMinimumHeight(0) : strip.setMinimumWidth(0);
+    vertical ? strip.setMaximumHeight(QWIDGETSIZE_MAX) : strip.setMaximumWidth(QWIDGETSIZE_MAX);
+    strip.resize(strip.size().transposed());
+    strip.CKvKeyFrameCtrl::OnSize(strip.width(), strip.height());
+    for (std::size_t place = 0; place < kButtonCount; ++place) {
+        records[place].button->setGeometry(ButtonRect(strip.GetClientRect(), place, vertical));
+        ShowState(place);
+    }
+    strip.updateGeometry();
+}
+
 const wchar_t* CKvKeyFrameCtrl::Impl::ImageOf(std::size_t place) const
 {
     const ButtonKind& kind = kButtons[place];

@@ -12,6 +12,15 @@
 
 struct CKvKeyFrameCtrl::Impl
 {
+    /// What `Create` begins with.
+    struct Preset
+    {
+        bool animated = false;
+        bool hasKey = true;
+        bool previousEnabled = true;
+        bool nextEnabled = true;
+    };
+
     struct Record
     {
         UINT state = 0; ///< of a toggle: checked
@@ -22,6 +31,9 @@ struct CKvKeyFrameCtrl::Impl
 
     bool HasButtons() const { return records[kv::keyframe::kToggle].button != nullptr; }
     void CreateButton(std::size_t place);
+    void ApplyPreset();
+    void Turn(bool toVertical);
+    bool IsEnabled(std::size_t place) const { return records[place].button->isEnabledTo(&strip); }
     const wchar_t* ImageOf(std::size_t place) const;
     void ShowState(std::size_t place);
     void SetState(std::size_t place, BOOL check);
@@ -46,6 +58,7 @@ struct CKvKeyFrameCtrl::Impl
     std::array<Record, kv::keyframe::kButtonCount> records;
     SKvGuiBasicSettings* settings = nullptr;
     bool vertical = false;
+    Preset preset;
     bool enabled = true; ///< the strip itself, whatever its ancestors are
     QPointer<QWidget> watchedParent;
     std::size_t current = kv::keyframe::kToggle;

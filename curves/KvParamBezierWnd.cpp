@@ -32,6 +32,13 @@ int CKvParamBezierWnd::Load()
     return 1;
 }
 
+int CKvParamBezierWnd::SetInfo(IKvParamBezierInfo* info, IKvParamBezierCtrlCallback* callback)
+{
+    m_impl->info = info;
+    m_impl->callback = callback;
+    return Load();
+}
+
 int CKvParamBezierWnd::Undo()
 {
     return m_impl->GoTo(&kv::EaseModel::Undo);
@@ -92,6 +99,21 @@ void CKvParamBezierWnd::SetFrameLength(double length)
 {
     m_impl->frameLength = length;
     update();
+}
+
+double CKvParamBezierWnd::GetFrameLength() const
+{
+    return m_impl->frameLength;
+}
+
+BOOL CKvParamBezierWnd::IsSpeedShown() const
+{
+    return m_impl->showSpeed ? 1 : 0;
+}
+
+BOOL CKvParamBezierWnd::IsInitialCurveShown() const
+{
+    return m_impl->showInitialCurve ? 1 : 0;
 }
 
 void CKvParamBezierWnd::ShowSpeed(BOOL show)

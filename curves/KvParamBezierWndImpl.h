@@ -85,8 +85,8 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
     void FocusHandle(kv::EaseHandle handle) override;
 
     CKvParamBezierWnd& control;
-    IKvParamBezierInfo* const info;
-    IKvParamBezierCtrlCallback* const callback;
+    IKvParamBezierInfo* info;
+    IKvParamBezierCtrlCallback* callback;
     kv::EaseModel model;
     unsigned loads = 0;
     bool isRead = false; ///< the curve is the info object's, not the default one

@@ -38,8 +38,22 @@ enum EKvAppLogFollow : int
 class KV_API CKvAppLogListCtrl : public CKvReportListCtrl
 {
     Q_OBJECT
+    /// How many lines are kept, up to 65,535; see `SetMaxLogLineCounts`.
+    Q_PROPERTY(int maximumLines READ GetMaxLogLineCounts WRITE SetMaximumLines NOTIFY MaximumLinesEdited)
+    /// Whether new messages are shown.
+    Q_PROPERTY(FollowMode followMode READ Follow WRITE SetFollowMode)
+    /// Bit n shows the messages of type n.
+    Q_PROPERTY(uint typeFilter READ GetTypeFilter WRITE SetTypeFilter)
 
 public:
+    /// EKvAppLogFollow by names for forms.
+    enum FollowMode
+    {
+        FollowAlways = kKvAppLogFollowAlways, ///< every new message
+        FollowAtEnd = kKvAppLogFollowAtEnd,   ///< only while the last line is in view
+    };
+    Q_ENUM(FollowMode)
+
     /// Looks the theme's colours up, unless a host has called `SetColor` on any list.
     CKvAppLogListCtrl();
     /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
@@ -127,6 +141,8 @@ public:
     /// Filters by type. @param mask bit n shows the messages of type n; all ten show everything. Date lines
     /// stay. While anything is filtered spacers are hidden.
     void SetTypeFilter(DWORD mask);
+    /// @return the mask, of the ten types.
+    DWORD GetTypeFilter() const;
     /// Shows the messages whose content has a text in it. @param text null or empty shows all.
     /// @param matchCase 0: the case of letters does not count.
     void SetTextFilter(const wchar_t* text, BOOL matchCase);
@@ -136,6 +152,8 @@ public:
 Q_SIGNALS:
     /// The user has cleared the log; after the parent heard of it.
     void LogCleared();
+    /// The user chose from the menu how many lines are kept. @param count the maximum now.
+    void MaximumLinesEdited(int count);
 
 protected:
     /// Where the colours of types 0 … 9 are held, for all lists: four colours, those of types 4 … 9 being
@@ -175,6 +193,9 @@ protected:
     QString ToolTipAt(CPoint point, CRect& area) const override;
 
 private:
+    void SetMaximumLines(int count);
+    FollowMode Follow() const { return static_cast<FollowMode>(GetFollowMode()); }
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

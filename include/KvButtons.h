@@ -28,6 +28,12 @@ inline constexpr UINT BN_CLICKED = 0;
 class KV_API CKvBitmapButton : public QAbstractButton, public IKvGuiWnd
 {
     Q_OBJECT
+    /// Its number.
+    Q_PROPERTY(uint itemId READ GetDlgCtrlID WRITE SetDlgCtrlID)
+    /// The name of the picture; see `UpdateBitmap`.
+    Q_PROPERTY(QString picture READ Picture WRITE SetPicture)
+    /// The theme colour that fills it; see `SetBackgroundKey`.
+    Q_PROPERTY(QString backgroundKey READ BackgroundKey WRITE SetBackgroundKeyText)
 
 public:
     /// A button without a picture that is not created yet.
@@ -78,6 +84,11 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
 
 private:
+    QString Picture() const { return KvToQString(GetBitmapName()); }
+    void SetPicture(const QString& name) { UpdateBitmap(KvFromQString(name).c_str()); }
+    QString BackgroundKey() const;
+    void SetBackgroundKeyText(const QString& key) { SetBackgroundKey(KvFromQString(key).c_str()); }
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
@@ -88,6 +99,8 @@ private:
 class KV_API CKvButton : public CKvBitmapButton
 {
     Q_OBJECT
+    /// See `SetWindowText`.
+    Q_PROPERTY(QString text READ Text WRITE setText)
 
 public:
     /// A button without a text that is not created yet.
@@ -98,6 +111,8 @@ public:
 
     /// @param text empty or null shows the picture alone. A "&" is drawn as it is.
     void SetWindowText(const wchar_t* text);
+    /// The same, in place of the toolkit's. @param text empty shows the picture alone.
+    void setText(const QString& text);
     /// @return the text.
     std::wstring GetWindowText() const;
     /// @param text the tool tip; empty or null for none.
@@ -114,6 +129,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    QString Text() const { return m_text; }
+
     QString m_text;
 };
 
@@ -122,6 +139,12 @@ private:
 class KV_API CKvRadioBitmapButton : public CKvBitmapButton
 {
     Q_OBJECT
+    /// The one of the two pictures that is shown; not for forms.
+    Q_PROPERTY(QString picture READ ShownPicture DESIGNABLE false STORED false)
+    /// The name of the picture while it is off.
+    Q_PROPERTY(QString uncheckedPicture READ UncheckedPicture WRITE SetUncheckedPicture)
+    /// The name of the picture while it is on.
+    Q_PROPERTY(QString checkedPicture READ CheckedPicture WRITE SetCheckedPicture)
 
 public:
     /// A button that is not created yet, unchecked.
@@ -161,6 +184,11 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    QString ShownPicture() const { return KvToQString(GetBitmapName()); }
+    QString UncheckedPicture() const { return KvToQString(m_unchecked); }
+    void SetUncheckedPicture(const QString& name);
+    QString CheckedPicture() const { return KvToQString(m_checked); }
+    void SetCheckedPicture(const QString& name);
     struct Press;
     void ShowPicture();
     void StartScrub();

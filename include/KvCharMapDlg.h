@@ -32,6 +32,8 @@ enum EKvCharMapCode : UINT
 class KV_API CKvCharMapPreviewWnd : public CKvStatic
 {
     Q_OBJECT
+    /// The family whose characters it shows; empty for the control's own font's.
+    Q_PROPERTY(QString face READ Face WRITE SetFace)
 
 public:
     /// A grid that is not created yet.
@@ -117,6 +119,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    QString Face() const;
+    void SetFace(const QString& face) { SetFont(KvFromQString(face)); }
     /// The preview is hidden while the pointer is where it stands.
     void _UpdatePreviewPos(CPoint pointer);
 

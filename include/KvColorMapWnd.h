@@ -4,6 +4,8 @@
 
 #include "KvWnd.h"
 
+#include <QColor>
+
 #include <memory>
 
 /// What a colour map shows (`SetType`).
@@ -48,8 +50,31 @@ enum EKvColorLock : int
 class KV_API CKvColorMapWnd : public CKvWnd
 {
     Q_OBJECT
+    /// What the map shows: its type and the channel that it locks.
+    Q_PROPERTY(Map map READ ShownMap WRITE SetMap)
+    /// The colour with its alpha; see `SetValue`.
+    Q_PROPERTY(QColor color READ Colour WRITE SetColour NOTIFY ColorEdited)
 
 public:
+    /// EKvColorMapType and EKvColorLock in one, by names for forms.
+    enum Map
+    {
+        FieldRed = kKvLockFieldR,                   ///< see `kKvLockFieldR`
+        FieldGreen = kKvLockFieldG,                 ///< see `kKvLockFieldG`
+        FieldBlue = kKvLockFieldB,                  ///< see `kKvLockFieldB`
+        FieldHue = kKvLockFieldHue,                 ///< see `kKvLockFieldHue`
+        FieldSaturation = kKvLockFieldSaturation,   ///< see `kKvLockFieldSaturation`
+        FieldBrightness = kKvLockFieldBrightness,   ///< see `kKvLockFieldBrightness`
+        SliderRed = kKvLockSliderR,                 ///< see `kKvLockSliderR`
+        SliderGreen = kKvLockSliderG,               ///< see `kKvLockSliderG`
+        SliderBlue = kKvLockSliderB,                ///< see `kKvLockSliderB`
+        SliderHue = kKvLockSliderHue,               ///< see `kKvLockSliderHue`
+        SliderSaturation = kKvLockSliderSaturation, ///< see `kKvLockSliderSaturation`
+        SliderBrightness = kKvLockSliderBrightness, ///< see `kKvLockSliderBrightness`
+        AlphaSlider = 16,                           ///< see `kKvColorMapAlpha`
+    };
+    Q_ENUM(Map)
+
     /// A field that is not created yet.
     CKvColorMapWnd();
     /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
@@ -119,6 +144,8 @@ Q_SIGNALS:
     void RunBeginning();
     /// After each message to the parent. @param phase an EKvColorPhase.
     void ColorChanged(int phase);
+    /// The user's colour is another one, after the message that says so. @param color it.
+    void ColorEdited(const QColor& color);
 
 protected:
     int CreateSelf() override;
@@ -138,6 +165,11 @@ protected:
     QString ToolTipAt(CPoint point, CRect& area) const override;
 
 private:
+    Map ShownMap() const;
+    void SetMap(Map map);
+    QColor Colour() const { return QColor::fromRgba(GetValue()); }
+    void SetColour(const QColor& colour) { SetValue(colour.rgba()); }
+
     friend class CKvColorPanel;
     struct Impl;
     std::unique_ptr<Impl> m_impl;

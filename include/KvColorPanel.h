@@ -4,6 +4,8 @@
 
 #include "KvDialog.h"
 
+#include <QColor>
+
 #include <memory>
 
 /// Which part of the colour can be edited; any other value is none.
@@ -38,8 +40,25 @@ inline constexpr UINT kKvColorPanelDialog = 14010;
 class KV_API CKvColorPanel : public CKvDialog
 {
     Q_OBJECT
+    /// The number by which the parent knows the panel.
+    Q_PROPERTY(uint itemId READ GetDlgCtrlID WRITE SetDlgCtrlID)
+    /// Whether it edits HSB.
+    Q_PROPERTY(bool hsbMode READ IsHsb WRITE SetHsb NOTIFY ModeEdited)
+    /// The colour with its alpha; see `SetColor`.
+    Q_PROPERTY(QColor color READ Colour WRITE SetColour NOTIFY ColorEdited)
+    /// Which part of the colour can be edited.
+    Q_PROPERTY(EditablePart editablePart READ Editable WRITE SetEditable)
 
 public:
+    /// EKvColorPanelState by names for forms.
+    enum EditablePart
+    {
+        ColourAndAlpha = kKvColorPanelAll, ///< everything
+        ColourOnly = kKvColorPanelColour,  ///< alpha stays
+        AlphaOnly = kKvColorPanelAlpha,    ///< the colour stays
+    };
+    Q_ENUM(EditablePart)
+
     /// Opaque black, RGB, not created yet.
     CKvColorPanel();
     /// A panel that creates itself when it or what it is in is first shown, unless `Create` comes before.
@@ -85,6 +104,10 @@ public:
 Q_SIGNALS:
     /// After each message to the parent. @param phase an EKvColorPhase.
     void ColorChanged(int phase);
+    /// The user's colour is another one, after the message that says so. @param color it.
+    void ColorEdited(const QColor& color);
+    /// The user switched between RGB and HSB. @param hsb which it is now.
+    void ModeEdited(bool hsb);
 
 protected:
     /// Puts the children into the places of the template's items. @return 1.
@@ -104,6 +127,13 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    bool IsHsb() const { return IsHSBMode() != 0; }
+    void SetHsb(bool hsb);
+    QColor Colour() const { return QColor::fromRgba(GetColor()); }
+    void SetColour(const QColor& colour) { SetColor(colour.rgba()); }
+    EditablePart Editable() const { return static_cast<EditablePart>(GetEnableState()); }
+    void SetEditable(EditablePart part) { SetEnableState(static_cast<EKvColorPanelState>(part)); }
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -40,6 +40,14 @@ using GradientNotifyRecord = KvColorNotifyRecord;
 class KV_API CKvGradientCtrl : public CKvStatic
 {
     Q_OBJECT
+    /// The stops as a text, for forms: position (0 … 1), colour ("#rgb", "#rrggbb", "#aarrggbb") and, unless
+    /// it is 0.5, mid point of each, with ";" between them: "0 #2a1b5e; 1 #ffb347 0.4". Silent when set. One
+    /// that cannot be read, or of more than 255 stops, is refused with a warning.
+    Q_PROPERTY(QString stops READ StopsText WRITE SetStopsText NOTIFY StopsEdited)
+    /// The selected stop's index; -1 when none is.
+    Q_PROPERTY(int selectedStop READ GetSelectedKey WRITE SetSelectedKey NOTIFY StopSelected)
+    /// The frame shows that this gradient is the one that is edited.
+    Q_PROPERTY(bool editing READ IsEditing WRITE SetEditing)
 
 public:
     /// A control without stops that is not created yet.
@@ -103,6 +111,11 @@ Q_SIGNALS:
     /// After each message to the parent, with its event and phase; the stop is asked for with `GetData`.
     /// @param event an EKvGradientEvent; @param phase an EKvColorPhase.
     void GradientChanged(int event, int phase);
+    /// The stops are others by an edit, after the message that says so: once for each step of a drag, once
+    /// for an edit at once.
+    void StopsEdited();
+    /// The user selected a stop, after the message. @param index the stop.
+    void StopSelected(int index);
 
 protected:
     // The steps that the control is made of. Those that edit notify the parent as the user's own edit does
@@ -187,6 +200,9 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    QString StopsText() const;
+    void SetStopsText(const QString& text);
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

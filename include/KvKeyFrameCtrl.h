@@ -47,6 +47,16 @@ enum EKvKeyFrameCode : std::int32_t
 class KV_API CKvKeyFrameCtrl : public CKvStatic
 {
     Q_OBJECT
+    /// Whether the strip runs from top to bottom; unlike `SetVerticle` it also turns one that was created.
+    Q_PROPERTY(bool vertical READ IsVertical WRITE SetVertical)
+    /// The animation toggle. What is set before `Create` counts from then on; the same of the three below.
+    Q_PROPERTY(bool animated READ IsAnimated WRITE SetAnimated NOTIFY AnimatedEdited)
+    /// The add/remove toggle: a key sits at the current time.
+    Q_PROPERTY(bool hasKey READ HasKey WRITE SetHasKey NOTIFY KeyEdited)
+    /// Whether the button to the key before is enabled.
+    Q_PROPERTY(bool previousEnabled READ IsPreviousEnabled WRITE SetPreviousEnabled)
+    /// Whether the button to the key behind is enabled.
+    Q_PROPERTY(bool nextEnabled READ IsNextEnabled WRITE SetNextEnabled)
 
 public:
     /// A strip that is not created yet, from left to right.
@@ -101,6 +111,10 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// After each message to the parent. @param code an EKvKeyFrameCode.
     void KeyFrameClicked(int code);
+    /// The user flipped the animation toggle, after the message. @param animated what it says now.
+    void AnimatedEdited(bool animated);
+    /// The user flipped the add/remove toggle, after the message. @param hasKey what it says now.
+    void KeyEdited(bool hasKey);
 
 protected:
     int CreateSelf() override;
@@ -134,6 +148,17 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    bool IsVertical() const;
+    void SetVertical(bool vertical);
+    bool IsAnimated() const;
+    void SetAnimated(bool animated);
+    bool HasKey() const;
+    void SetHasKey(bool hasKey);
+    bool IsPreviousEnabled() const;
+    void SetPreviousEnabled(bool enabled);
+    bool IsNextEnabled() const;
+    void SetNextEnabled(bool enabled);
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -105,6 +105,12 @@ private:
 class KV_API CKvLayoutSelector : public CKvWnd, public IKvGuiWnd
 {
     Q_OBJECT
+    /// Whether it is a column; unless this is set, `Create` decides it by the rectangle.
+    Q_PROPERTY(bool vertical READ IsVertical WRITE SetVertical)
+    /// Whether frames show what is selected and hovered; see `EnableSelect`.
+    Q_PROPERTY(bool selectionShown READ IsSelectionShown WRITE EnableSelect)
+    /// What the labels count from.
+    Q_PROPERTY(int firstNumber READ GetFirstNumber WRITE SetFirstNumber)
 
 public:
     /// A strip that is not created yet.
@@ -113,7 +119,7 @@ public:
     explicit CKvLayoutSelector(QWidget* parent);
     ~CKvLayoutSelector() override;
 
-    /// A column when the rectangle is higher than wide, else a row.
+    /// A column when the rectangle is higher than wide, else a row; or what `SetVertical` said.
     /// @param rect, id, parent, style see `CKvWnd::CreateWnd`; a border is always drawn, over the outer
     /// pixel.
     /// @return 1; 0 when it was created before.
@@ -121,6 +127,11 @@ public:
     /// Likewise with the geometry set before, else with the parent's client rectangle.
     /// @param id, parent, style as above. @return 1; 0 when it was created before.
     int Create(UINT id, CWnd* parent, DWORD style);
+    /// Makes it a column or a row, also when it was created as the other.
+    /// @param vertical not 0 is a column.
+    void SetVertical(BOOL vertical);
+    /// @return 1 for a column.
+    BOOL IsVertical() const;
 
     /// Shows other data. Asks again.
     /// @param layoutSize gives the shape of the thumbnails, in any unit.
@@ -130,8 +141,12 @@ public:
     BOOL GetData(IKvLayoutSelectorData** out) const;
     /// @param enable whether frames of selected and hovered thumbnails show that they are; off at first.
     void EnableSelect(BOOL enable);
+    /// @return 1 or 0.
+    BOOL IsSelectionShown() const;
     /// @param number what the labels count from; 0 at first.
     void SetFirstNumber(int number);
+    /// @return as it was set.
+    int GetFirstNumber() const;
     /// The count or the layouts changed: adapts the scroll bar, which stays where it can, and asks again.
     void UpdateScroll();
     /// One layout changed, for example because its thumbnail is ready: asks again for it alone.

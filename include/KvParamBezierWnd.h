@@ -93,6 +93,12 @@ public:
 class KV_API CKvParamBezierWnd : public CKvWnd
 {
     Q_OBJECT
+    /// See `SetFrameLength`.
+    Q_PROPERTY(double frameLength READ GetFrameLength WRITE SetFrameLength)
+    /// See `ShowSpeed`.
+    Q_PROPERTY(bool speedShown READ IsSpeedShown WRITE ShowSpeed)
+    /// See `ShowInitialCurve`.
+    Q_PROPERTY(bool initialCurveShown READ IsInitialCurveShown WRITE ShowInitialCurve)
 
 public:
     /// One record of undo, see `GetCurveInfo`. Tangents are relative to their key.
@@ -120,6 +126,9 @@ public:
     /// @param style, rect, parent, id see `CKvWnd::CreateWnd`. @return 1; 0 when it was created before.
     int Create(unsigned int style, const CRect& rect, CWnd* parent, DWORD id);
 
+    /// Shows what another info object gives, as `Load` does: for a window that a form constructed.
+    /// @param info, callback as the constructor has them. @return 1.
+    int SetInfo(IKvParamBezierInfo* info, IKvParamBezierCtrlCallback* callback);
     /// Asks the info object for the curve anew and starts the history afresh; a gesture that is under way is
     /// dropped. @return 1.
     int Load();
@@ -152,10 +161,16 @@ public:
     /// Marks every frame on the curve. @param length of a frame in the curve's time; 0, below or not finite:
     /// no marks, as at the beginning. Marks that would stand closer than they can be seen are left out.
     void SetFrameLength(double length);
+    /// @return as it was set.
+    double GetFrameLength() const;
     /// The curve's speed as a thin line. @param show 0 is off, as at the beginning.
     void ShowSpeed(BOOL show);
+    /// @return 1 or 0.
+    BOOL IsSpeedShown() const;
     /// The curve as it was loaded, behind the one that is edited. @param show 0 is off, as at the beginning.
     void ShowInitialCurve(BOOL show);
+    /// @return 1 or 0.
+    BOOL IsInitialCurveShown() const;
 
     UINT OnGetDlgCode() override;
     QSize sizeHint() const override;

@@ -28,6 +28,16 @@ struct KvParamEditRecord
 class KV_API CKvParamEdit : public CKvWnd
 {
     Q_OBJECT
+    /// The least number; one above the greatest takes that along.
+    Q_PROPERTY(int minimum READ GetMinimum WRITE SetMinimum)
+    /// The greatest number; one below the least takes that along.
+    Q_PROPERTY(int maximum READ GetMaximum WRITE SetMaximum)
+    /// Of arrows and wheel.
+    Q_PROPERTY(int step READ GetStep WRITE SetStep)
+    /// The number in force.
+    Q_PROPERTY(int value READ GetValue WRITE SetValue NOTIFY ValueEdited)
+    /// What the number is called: its tool tip and accessible name.
+    Q_PROPERTY(QString label READ Label WRITE SetLabelText)
 
 public:
     /// 0 in 0 … 255, in steps of 1; not created yet.
@@ -83,6 +93,8 @@ Q_SIGNALS:
     void RunBeginning();
     /// After each message to the parent. @param phase an EKvColorPhase.
     void ValueChanged(int phase);
+    /// The user's number is another one, after the message that says so. @param value it.
+    void ValueEdited(int value);
     /// What the clipboard holds was pasted and is no number. The edit ignores it, a typing goes on; its owner
     /// may know it.
     void ForeignPasted();
@@ -102,6 +114,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void SetMinimum(int minimum);
+    void SetMaximum(int maximum);
+    QString Label() const { return accessibleName(); }
+    void SetLabelText(const QString& label);
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

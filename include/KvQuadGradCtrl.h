@@ -4,6 +4,7 @@
 
 #include "KvWnd.h"
 
+#include <QColor>
 #include <QImage>
 
 #include <memory>
@@ -26,6 +27,16 @@ KV_API void KvFillQuadGradient(QImage& image, const CRect& rect, const DWORD cor
 class KV_API CKvQuadGradCtrl : public CKvStatic
 {
     Q_OBJECT
+    /// A corner's colour.
+    Q_PROPERTY(QColor topLeft READ TopLeft WRITE SetTopLeft NOTIFY CornersChanged)
+    /// A corner's colour.
+    Q_PROPERTY(QColor topRight READ TopRight WRITE SetTopRight NOTIFY CornersChanged)
+    /// A corner's colour.
+    Q_PROPERTY(QColor bottomLeft READ BottomLeft WRITE SetBottomLeft NOTIFY CornersChanged)
+    /// A corner's colour.
+    Q_PROPERTY(QColor bottomRight READ BottomRight WRITE SetBottomRight NOTIFY CornersChanged)
+    /// 0 … 3, -1 for none.
+    Q_PROPERTY(int selectedCorner READ GetSelectedCorner WRITE SetSelectedCorner NOTIFY CornerSelected)
 
 public:
     /// A control that is not created yet.
@@ -89,6 +100,17 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    QColor CornerColour(std::size_t corner) const;
+    void SetCornerColour(std::size_t corner, const QColor& colour);
+    QColor TopLeft() const { return CornerColour(0); }
+    void SetTopLeft(const QColor& colour) { SetCornerColour(0, colour); }
+    QColor TopRight() const { return CornerColour(1); }
+    void SetTopRight(const QColor& colour) { SetCornerColour(1, colour); }
+    QColor BottomLeft() const { return CornerColour(2); }
+    void SetBottomLeft(const QColor& colour) { SetCornerColour(2, colour); }
+    QColor BottomRight() const { return CornerColour(3); }
+    void SetBottomRight(const QColor& colour) { SetCornerColour(3, colour); }
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

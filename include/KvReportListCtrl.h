@@ -98,6 +98,8 @@ private:
 class KV_API CKvReportListCtrl : public CKvWnd
 {
     Q_OBJECT
+    /// Lines between the cells.
+    Q_PROPERTY(bool gridLines READ HasGridLines WRITE ShowGridLines)
 
 public:
     /// A control that is not created yet.
@@ -126,8 +128,7 @@ public:
     /// @return 1; 0 out of range.
     int SetColumnWidth(int column, int width);
     /// The cell's own colours. @param line, column a cell.
-    /// @param back, text receive 0xAARRGGBB; may be null. A colour that the cell has not of its own is left
-    /// alone.
+    /// @param back, text receive 0xAARRGGBB, and are left alone where it has none of its own; may be null.
     /// @return 1; 0 where it has neither, or out of range.
     virtual BOOL GetCellColors(int line, int column, DWORD* back, DWORD* text) const;
     ///@{
@@ -350,9 +351,8 @@ protected:
     /// @return the list's text colour, enabled or disabled, for content that follows no cell.
     DWORD GetListTextColor() const;
 
-    /// @param line a line.
-    /// @return what a screen reader is told of it beside its texts and states ("plays"); nothing unless
-    /// overridden.
+    /// @param line a line. @return what a screen reader is told of it beside its texts and states ("plays");
+    /// nothing unless overridden.
     virtual CString _GetItemDescription(int line) const;
     /// @param line, column a cell. @return what a screen reader calls it; the stored text unless overridden.
     virtual CString _GetCellName(int line, int column) const;
@@ -361,12 +361,10 @@ protected:
 
     /// @param line, column a cell. @return whether the user may edit it; 0 unless overridden.
     virtual BOOL _CanEditCell(int line, int column);
-    /// @param line, column a cell.
-    /// @return whether Shift+Enter breaks the line there; 0 unless overridden. Where not, breaks of a pasted
-    /// text become blanks.
+    /// @param line, column a cell. @return whether Shift+Enter breaks the line there; 0 unless overridden.
+    /// Where not, breaks of a pasted text become blanks.
     virtual BOOL _IsMultiLineCell(int line, int column);
-    /// @param line, column a cell.
-    /// @return the text that the editor begins with; the stored one unless overridden.
+    /// @param line, column a cell. @return what the editor begins with; the stored text unless overridden.
     virtual CString _GetEditText(int line, int column);
     /// @param line, column the open cell. @param pasted what is about to be pasted.
     /// @return 1 when it is to replace the whole text; 0 unless overridden.
@@ -444,6 +442,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    bool HasGridLines() const;
     friend class KvReportListModel;
     struct Impl;
     std::unique_ptr<Impl> m_impl;

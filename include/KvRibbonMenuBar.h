@@ -102,6 +102,10 @@ public:
 class KV_API CKvRibbonMenuBar : public CKvCaptionBar, public IKvRibbonMenuBarMgr
 {
     Q_OBJECT
+    /// The four window buttons; see `ShowAllAppBtn`.
+    Q_PROPERTY(bool windowButtonsShown READ AreWindowButtonsShown WRITE ShowAllAppBtn)
+    /// Button 10004; see `ShowAppMenuBtn`.
+    Q_PROPERTY(bool menuButtonShown READ IsMenuButtonShown WRITE ShowAppMenuBtn)
 
 public:
     /// A bar without menu bars that is not created yet.
@@ -125,4 +129,8 @@ public:
     int ShowAppMenuBtn(int show) override;
     int ShowAllAppBtn(int show) override;
     int UpdateRestoreMaxStatus(unsigned sizeType) override;
+
+private:
+    bool AreWindowButtonsShown() const;
+    bool IsMenuButtonShown() const;
 };

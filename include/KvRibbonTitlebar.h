@@ -124,8 +124,19 @@ public:
 class KV_API CKvRibbonTitlebar : public CKvCaptionBar, public IKvRibbonTitleBarMgr
 {
     Q_OBJECT
+    /// Which window buttons it shows; see `ShowAppBtn`.
+    Q_PROPERTY(WindowButtons windowButtons READ ShownButtons WRITE ShowButtons)
 
 public:
+    /// EKvRibTitleBarAppBtnShowState by names for forms.
+    enum WindowButtons
+    {
+        AllButtons = kKvAppBtnAll,        ///< all four
+        NoButtons = kKvAppBtnNone,        ///< none
+        CloseButton = kKvAppBtnCloseOnly, ///< the one that closes
+    };
+    Q_ENUM(WindowButtons)
+
     /// A bar without title bars that is not created yet.
     CKvRibbonTitlebar();
     /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
@@ -164,5 +175,7 @@ Q_SIGNALS:
     void RibbonItemSelected(quint32 id, const QString& name);
 
 private:
+    WindowButtons ShownButtons() const;
+    void ShowButtons(WindowButtons buttons);
     kv::TitleBarStrip& Bars() const;
 };

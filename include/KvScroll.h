@@ -35,6 +35,22 @@ enum EKvScrollCode : UINT
 class KV_API CKvScrollBar : public QScrollBar
 {
     Q_OBJECT
+    /// Its number.
+    Q_PROPERTY(uint itemId READ GetDlgCtrlID WRITE SetDlgCtrlID)
+    /// The largest position.
+    Q_PROPERTY(qlonglong scrollRange READ GetScrollRange WRITE SetScrollRange)
+    /// How much the view shows, which is the thumb's length.
+    Q_PROPERTY(qlonglong viewLength READ GetViewLength WRITE SetViewLength)
+    /// 0 … range.
+    Q_PROPERTY(qlonglong scrollPos READ GetScrollPos WRITE SetScrollPos NOTIFY ScrollPosEdited)
+    ///@{
+    /// The toolkit's own, in a scale of its own: not for hosts.
+    Q_PROPERTY(int minimum READ minimum DESIGNABLE false STORED false)
+    Q_PROPERTY(int maximum READ maximum DESIGNABLE false STORED false)
+    Q_PROPERTY(int value READ value DESIGNABLE false STORED false)
+    Q_PROPERTY(int sliderPosition READ sliderPosition DESIGNABLE false STORED false)
+    Q_PROPERTY(int pageStep READ pageStep DESIGNABLE false STORED false)
+    ///@}
 
 public:
     /// A bar of range 0 that is not created yet.
@@ -57,12 +73,26 @@ public:
     void SetScroll(IKvScrollLineHelper& line);
     /// @param position clamped to 0 … range.
     void SetScrollPos(std::int64_t position);
+    /// @param range the largest position; below 0 is 0. The position is clamped to it.
+    void SetScrollRange(std::int64_t range);
+    /// @param length of the view, which is the thumb's; below 1 is 1.
+    void SetViewLength(std::int64_t length);
     /// @return 0 … range.
     std::int64_t GetScrollPos() const;
     /// @return the largest position.
     std::int64_t GetScrollRange() const;
+    /// @return the view's length; 10 at first.
+    std::int64_t GetViewLength() const;
     /// Looks its colours up again: for the parent's `OnSkinChanged`.
     void LoadSkin();
+
+Q_SIGNALS:
+    /// After each message to the parent; the position is asked for with `GetScrollPos`.
+    /// @param code an EKvScrollCode.
+    void ScrollRequested(int code);
+    /// The position is another one by the user's action, after the message: by the action itself, or set by
+    /// the parent in its handler. @param position it.
+    void ScrollPosEdited(qlonglong position);
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
@@ -74,6 +104,7 @@ private:
     void Act(int action);
     void Track();
     void Send(UINT code);
+    void Show();
 
     struct Impl;
     std::unique_ptr<Impl> m_impl;

@@ -28,6 +28,10 @@ struct KvSwatchNotifyRecord
 class KV_API CKvSolidColorTemplate : public CKvStatic
 {
     Q_OBJECT
+    /// How many cells stand side by side; see `SetNumRect`.
+    Q_PROPERTY(int columns READ GetColumns WRITE SetColumns)
+    /// How many stand over another, the row of alpha cells included.
+    Q_PROPERTY(int rows READ GetRows WRITE SetRows)
 
 public:
     /// A control that is not created yet.
@@ -49,8 +53,12 @@ public:
     /// Lays out the cells anew.
     /// @param columns, rows the row of alpha cells included; below 1 counts as 1. 3 and 8 at first.
     void SetNumRect(int columns, int rows);
+    /// @return as it was set.
+    int GetColumns() const;
+    /// @return as it was set.
+    int GetRows() const;
     /// Loads the swatches: the user's once a process, the factory's whenever `reset` is set, which also makes
-    /// them the user's. All grids are redrawn.
+    /// them the user's. All grids are redrawn. A grid that creates itself calls it with 0.
     /// @param reset 0 or not. @return 1; 0, with the swatches as they were, when they are loaded already or
     /// the file does not give them.
     int InitialData(int reset);
@@ -78,6 +86,7 @@ Q_SIGNALS:
     void CellStoreRequested(int index, quint32 colour);
 
 protected:
+    int CreateSelf() override;
     /// Reads the swatches from a profile file into the process. @param path the file.
     /// @param factory the factory's, else the user's.
     /// @return false, with the swatches as they were, when the head names no lines or too many.
@@ -122,6 +131,9 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void SetColumns(int columns) { SetNumRect(columns, GetRows()); }
+    void SetRows(int rows) { SetNumRect(GetColumns(), rows); }
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -28,8 +28,30 @@ enum EKvSubTitleColumn : int
 class KV_API CKvSubTitleTxtListEditor : public CKvTextListBase
 {
     Q_OBJECT
+    /// Of the time codes; see `SetTimecodeFormat`.
+    Q_PROPERTY(FrameRate frameRate READ Rate WRITE SetRate)
+    /// Whether they drop frames, where the rate does.
+    Q_PROPERTY(bool dropFrame READ IsDropFrame WRITE SetDropFrame)
+    /// In frames; see `SetTimecodeOffset`.
+    Q_PROPERTY(uint timecodeOffset READ GetTimecodeOffset WRITE SetTimecodeOffset)
+    /// Keeps the row that plays in view; see `SetFollowPlayback`.
+    Q_PROPERTY(bool followPlayback READ IsFollowingPlayback WRITE SetFollowPlayback)
 
 public:
+    /// EKvFrameRate by names for forms.
+    enum FrameRate
+    {
+        Rate23_976 = kKvFrameRate23_976, ///< 24000/1001
+        Rate24 = kKvFrameRate24,         ///< 24
+        Rate25 = kKvFrameRate25,         ///< 25
+        Rate29_97 = kKvFrameRate29_97,   ///< 30000/1001
+        Rate30 = kKvFrameRate30,         ///< 30
+        Rate50 = kKvFrameRate50,         ///< 50
+        Rate59_94 = kKvFrameRate59_94,   ///< 60000/1001
+        Rate60 = kKvFrameRate60,         ///< 60
+    };
+    Q_ENUM(FrameRate)
+
     /// A list without rows that is not created yet.
     CKvSubTitleTxtListEditor();
     /// A control that creates itself, see `CKvWnd`. @param parent its parent; may be null.
@@ -122,6 +144,12 @@ protected:
     void OnSkinChanged() override;
 
 private:
+    FrameRate Rate() const;
+    void SetRate(FrameRate rate);
+    bool IsDropFrame() const;
+    void SetDropFrame(bool dropFrame);
+    bool IsFollowingPlayback() const;
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -4,12 +4,16 @@
 
 #include "KvTextListBase.h"
 
+#include <QStringList>
+
 /// A list with a text a row, without a header. See `CKvTextListBase` for what the user can do.
 ///
 /// Indices count from 0. An array that an operation fills is emptied first; rows ascend in it.
 class KV_API CKvTextEditListCtrl : public CKvTextListBase
 {
     Q_OBJECT
+    /// The texts, one a row. Setting them is silent and not undone.
+    Q_PROPERTY(QStringList texts READ Texts WRITE SetTexts NOTIFY TextsEdited)
 
 public:
     /// A list without rows that is not created yet.
@@ -60,8 +64,16 @@ public:
     /// @param modified 0 clears the flag, another value sets it.
     void SetModify(int modified);
 
+Q_SIGNALS:
+    /// After each `TextEdited` and `RowsEdited`.
+    void TextsEdited();
+
 protected:
     const char* _GetRowFormat() const override;
     UINT _GetNameText() const override;
     void OnSkinChanged() override;
+
+private:
+    QStringList Texts() const;
+    void SetTexts(const QStringList& texts);
 };

@@ -11,15 +11,17 @@
 /// A window whose events arrive as `On…` handlers. Also a convenient parent: the messages of its children
 /// arrive in `OnNotify` and `OnCommand`.
 ///
-/// Life: construct, optionally give it a geometry, then `Create` it once. A control that is constructed with a
-/// parent, as forms do it, creates itself when it or what it is in is first shown. One without may be
-/// constructed and never created. Destroying the parent destroys its controls; a control on the stack or in a member must
-/// die before its parent does.
+/// Life: construct, optionally give it a geometry, then `Create` it once. A control that is constructed with
+/// a parent, as forms do it, creates itself when it or what it is in is first shown. One without may be
+/// constructed and never created. Destroying the parent destroys its controls; a control on the stack or in a
+/// member must die before its parent does.
 ///
 /// Coordinates are logical pixels of the client area; drawing is sharp at any pixel ratio.
 class KV_API CKvWnd : public QWidget
 {
     Q_OBJECT
+    /// The window's own number; 0 until it has one.
+    Q_PROPERTY(uint itemId READ GetDlgCtrlID WRITE SetDlgCtrlID)
 
 public:
     /// A window that is not created yet.
@@ -45,8 +47,8 @@ public:
     virtual UINT OnGetDlgCode();
 
 protected:
-    /// For a constructor with a parent: makes the window its child, which creates itself when it or what it is
-    /// in is first shown, unless somebody does before. What is set until then stays: place, size, number,
+    /// For a constructor with a parent: makes the window its child, which creates itself when it or what it
+    /// is in is first shown, unless somebody does before. What is set until then stays: place, size, number,
     /// whether it is hidden and enabled, focus policy. Tab reaches it if it takes the focus at all.
     /// @param parent null makes a window of its own.
     void CreateWhenShown(QWidget* parent);

@@ -30,7 +30,7 @@ int CKvLayoutSelector::Create(const CRect& rect, UINT id, CWnd* parent, DWORD st
     if (IsCreated())
         return 0;
     const CRect shape = rect.IsRectEmpty() ? CRect(geometry()) : rect; // which then stays
-    m_impl->vertical = shape.Width() < shape.Height();
+    m_impl->vertical = m_impl->verticalBySetter.value_or(shape.Width() < shape.Height());
     CreateWnd(style | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_BORDER, rect, parent, id);
     const CRect barRect = _GetScrollbarRect();
     if (!barRect.IsRectEmpty()) {
@@ -54,6 +54,24 @@ int CKvLayoutSelector::Create(UINT id, CWnd* parent, DWORD style)
 int CKvLayoutSelector::CreateSelf()
 {
     return Create(geometry(), GetDlgCtrlID(), parentWidget(), 0);
+}
+
+void CKvLayoutSelector::SetVertical(BOOL vertical)
+{
+    if ((vertical != 0) == (IsVertical() != 0))
+        return;
+    m_impl->vertical = vertical != 0;
+    m_impl->verticalBySetter = m_impl->vertical;
+    if (m_impl->bar)
+        m_impl->bar->setOrientation(vertical ? Qt::Vertical : Qt::Horizontal);
+    if (IsCreated())
+        _UpdateClient();
+    updateGeometry();
+}
+
+BOOL CKvLayoutSelector::IsVertical() const
+{
+    return (IsCreated() ? m_impl->vertical : m_impl->verticalBySetter.value_or(false)) ? 1 : 0;
 }
 
 void CKvLayoutSelector::SetData(SIZE layoutSize, IKvLayoutSelectorData* layouts)
@@ -88,6 +106,16 @@ void CKvLayoutSelector::EnableSelect(BOOL enable)
 {
     m_impl->showsSelection = enable != 0;
     m_impl->Repaint();
+}
+
+BOOL CKvLayoutSelector::IsSelectionShown() const
+{
+    return m_impl->showsSelection ? 1 : 0;
+}
+
+int CKvLayoutSelector::GetFirstNumber() const
+{
+    return m_impl->cache.FirstNumber();
 }
 
 void CKvLayoutSelector::SetFirstNumber(int number)
@@ -165,7 +193,7 @@ UINT CKvLayoutSelector::OnGetDlgCode()
 
 QSize CKvLayoutSelector::sizeHint() const
 {
-    return m_impl->vertical && IsCreated() ? kSizeHint.transposed() : kSizeHint;
+    return IsVertical() ? kSizeHint.transposed() : kSizeHint;
 }
 
 void CKvLayoutSelector::_UpdateClient()

@@ -106,6 +106,7 @@ struct CKvLayoutSelector::Impl : kv::StripUser
     kv::Reference<IKvScrollLineHelper> rows;
     kv::Reference<IKvScrollLineHelper> columns;
     bool vertical = true;
+    std::optional<bool> verticalBySetter; ///< until `Create`
     bool showsSelection = false;
     bool isLeftDown = false;
     bool isFocusByMove = false; ///< the focus came with the pointer: no ring

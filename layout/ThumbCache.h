@@ -33,6 +33,7 @@ public:
     void SetStyle(const ThumbStyle& style);
     /// Of the first layout; likewise.
     void SetFirstNumber(int number);
+    int FirstNumber() const { return m_firstNumber; }
     /// The layout as it was kept, else as the data tell. @param index one that the data have.
     StripThumb Get(IKvLayoutSelectorData& data, int index);
     /// The data are asked again for that layout, or for all of them.

@@ -256,6 +256,11 @@ bool CKvBitmapButton::IsFocusShown() const
     return m_impl->focusByKey && hasFocus();
 }
 
+QString CKvBitmapButton::BackgroundKey() const
+{
+    return KvToQString(m_impl->backgroundKey);
+}
+
 void CKvBitmapButton::SetBackgroundKey(const wchar_t* key)
 {
     m_impl->backgroundKey = key ? key : L"";

@@ -11,6 +11,8 @@
 #include <QPointer>
 #include <QRegularExpressionValidator>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kBorder = 3; ///< wide enough to take hold of
@@ -60,7 +62,7 @@ int CKvParamEdit::CreateSelf()
 void CKvParamEdit::SetValue(int value)
 {
     m_impl->isNotifying ? m_impl->entry.Answer(value) : m_impl->entry.SetValue(value);
-    m_impl->ShowNumber();
+    m_impl->ShowHostsNumber();
 }
 
 int CKvParamEdit::GetValue() const
@@ -76,7 +78,7 @@ void CKvParamEdit::SetValueRange(int minimum, int maximum)
         QRegularExpression(sign + QStringLiteral("[0-9]{0,10}")), m_impl->line);
     delete m_impl->line->validator();
     m_impl->line->setValidator(validator);
-    m_impl->ShowNumber();
+    m_impl->ShowHostsNumber();
 }
 
 int CKvParamEdit::GetMinimum() const
@@ -87,6 +89,16 @@ int CKvParamEdit::GetMinimum() const
 int CKvParamEdit::GetMaximum() const
 {
     return m_impl->entry.Maximum();
+}
+
+void CKvParamEdit::SetMinimum(int minimum)
+{
+    SetValueRange(minimum, std::max(minimum, GetMaximum()));
+}
+
+void CKvParamEdit::SetMaximum(int maximum)
+{
+    SetValueRange(std::min(GetMinimum(), maximum), maximum);
 }
 
 void CKvParamEdit::SetStep(int step)
@@ -106,7 +118,11 @@ void CKvParamEdit::EnterValue(int value)
 
 void CKvParamEdit::SetLabel(const wchar_t* text)
 {
-    const QString label = text ? KvToQString(text) : QString();
+    SetLabelText(text ? KvToQString(text) : QString());
+}
+
+void CKvParamEdit::SetLabelText(const QString& label)
+{
     setToolTip(label);
     setAccessibleName(label);
     m_impl->line->setAccessibleName(label);

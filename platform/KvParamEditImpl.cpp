@@ -64,6 +64,13 @@ void CKvParamEdit::Impl::ShowNumber()
     TellNumber();
 }
 
+void CKvParamEdit::Impl::ShowHostsNumber()
+{
+    if (!isNotifying)
+        notified = entry.Value();
+    ShowNumber();
+}
+
 void CKvParamEdit::Impl::TellNumber()
 {
     const int number = entry.Value();
@@ -80,6 +87,8 @@ bool CKvParamEdit::Impl::Notify(EKvColorPhase phase)
     KvSendMessage(control.parentWidget(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
     if (alive)
         emit alive->ValueChanged(phase);
+    if (const int now = alive ? entry.Value() : 0; alive && std::exchange(notified, now) != now)
+        emit alive->ValueEdited(now);
     if (!alive)
         return false;
     isNotifying = outer;

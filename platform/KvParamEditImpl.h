@@ -17,6 +17,8 @@ struct CKvParamEdit::Impl
 {
     explicit Impl(CKvParamEdit& owner) : control(owner), line(new QLineEdit(&owner)) {}
     void ShowNumber();
+    /// The same when the host set it.
+    void ShowHostsNumber();
     /// Tells a screen reader of a number that it has not heard yet.
     void TellNumber();
     bool Notify(EKvColorPhase phase);
@@ -54,5 +56,6 @@ struct CKvParamEdit::Impl
     bool isEdited = false;       ///< and has changed its text
     std::optional<CPoint> press; ///< of a drag on the border
     kv::WheelNotches wheel;
-    int told = 0; ///< the number that a screen reader heard last
+    int told = 0;     ///< the number that a screen reader heard last
+    int notified = 0; ///< the number that `ValueEdited` told last, or the host's since
 };

@@ -72,6 +72,18 @@ BOOL CKvRadioBitmapButton::GetCheck() const
     return isChecked() ? 1 : 0;
 }
 
+void CKvRadioBitmapButton::SetUncheckedPicture(const QString& name)
+{
+    m_unchecked = KvFromQString(name);
+    ShowPicture();
+}
+
+void CKvRadioBitmapButton::SetCheckedPicture(const QString& name)
+{
+    m_checked = KvFromQString(name);
+    ShowPicture();
+}
+
 void CKvRadioBitmapButton::ShowPicture()
 {
     CKvBitmapButton::UpdateBitmap((isChecked() ? m_checked : m_unchecked).c_str());

@@ -209,6 +209,11 @@ int CKvReportListCtrl::GetVisibleCount() const
     return m_impl->rows.CountWithin(m_impl->scrollY, m_impl->layout.cells.Height());
 }
 
+bool CKvReportListCtrl::HasGridLines() const
+{
+    return m_impl->hasGrid;
+}
+
 void CKvReportListCtrl::ShowGridLines(BOOL show)
 {
     m_impl->hasGrid = show != 0;

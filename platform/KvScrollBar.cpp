@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -36,7 +37,10 @@ UINT CodeOf(int action)
 struct CKvScrollBar::Impl
 {
     std::int64_t range = 0;
+    std::int64_t length = 10; ///< of the view
     std::int64_t position = 0;
+    std::int64_t told = 0; ///< the position that `ScrollPosEdited` told last, or the host's since
+    bool isSending = false;
     bool isSetting = false; ///< by a setter, which is silent
     QRect paintedThumb;
 
@@ -89,20 +93,41 @@ void CKvScrollBar::SetDlgCtrlID(UINT id)
 void CKvScrollBar::SetScroll(IKvScrollLineHelper& line)
 {
     m_impl->range = line.GetRange();
+    m_impl->length = line.GetViewLength();
+    m_impl->position = line.GetPosition();
+    Show();
+}
+
+void CKvScrollBar::SetScrollRange(std::int64_t range)
+{
+    m_impl->range = std::max<std::int64_t>(range, 0);
+    Show();
+}
+
+void CKvScrollBar::SetViewLength(std::int64_t length)
+{
+    m_impl->length = std::max<std::int64_t>(length, 1);
+    Show();
+}
+
+void CKvScrollBar::Show()
+{
     m_impl->isSetting = true;
     const int range = m_impl->Scale().Range();
     const double scale = m_impl->range > 0 ? range / static_cast<double>(m_impl->range) : 1.0;
     setRange(0, range);
     // The toolkit makes the thumb page ÷ (range + page).
     setPageStep(static_cast<int>(
-        std::clamp(std::round(static_cast<double>(line.GetViewLength()) * scale), 1.0, kLongestThumb)));
+        std::clamp(std::round(static_cast<double>(m_impl->length) * scale), 1.0, kLongestThumb)));
     m_impl->isSetting = false;
-    SetScrollPos(line.GetPosition());
+    SetScrollPos(m_impl->position);
 }
 
 void CKvScrollBar::SetScrollPos(std::int64_t position)
 {
     m_impl->position = std::clamp<std::int64_t>(position, 0, m_impl->range);
+    if (!m_impl->isSending)
+        m_impl->told = m_impl->position;
     m_impl->isSetting = true;
     setValue(m_impl->Scale().ToBar(m_impl->position));
     m_impl->isSetting = false;
@@ -116,6 +141,11 @@ std::int64_t CKvScrollBar::GetScrollPos() const
 std::int64_t CKvScrollBar::GetScrollRange() const
 {
     return m_impl->range;
+}
+
+std::int64_t CKvScrollBar::GetViewLength() const
+{
+    return m_impl->length;
 }
 
 void CKvScrollBar::LoadSkin()
@@ -169,6 +199,13 @@ void CKvScrollBar::Track()
 void CKvScrollBar::Send(UINT code)
 {
     const UINT message = orientation() == Qt::Vertical ? WM_VSCROLL : WM_HSCROLL;
+    const bool outer = std::exchange(m_impl->isSending, true);
     KvSendMessage(parentWidget(), message, MAKEWPARAM(code, static_cast<UINT>(m_impl->position)),
                   reinterpret_cast<LPARAM>(this));
+    m_impl->isSending = outer;
+    const std::int64_t position = m_impl->position;
+    const bool isOther = std::exchange(m_impl->told, position) != position;
+    emit ScrollRequested(static_cast<int>(code));
+    if (isOther)
+        emit ScrollPosEdited(position);
 }

@@ -23,8 +23,12 @@ CKvButton::~CKvButton() = default;
 
 void CKvButton::SetWindowText(const wchar_t* text)
 {
-    const QString now = text ? KvToQString(text) : QString();
-    if (std::exchange(m_text, now) == now)
+    setText(text ? KvToQString(text) : QString());
+}
+
+void CKvButton::setText(const QString& text)
+{
+    if (std::exchange(m_text, text) == text)
         return;
     updateGeometry();
     update();

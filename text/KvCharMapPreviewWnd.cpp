@@ -40,6 +40,11 @@ void CKvCharMapPreviewWnd::SetFont(const CString& face)
         UpdateCodeTable();
 }
 
+QString CKvCharMapPreviewWnd::Face() const
+{
+    return KvToQString(m_impl->face);
+}
+
 CString CKvCharMapPreviewWnd::GetFont() const
 {
     return m_impl->face.empty() ? KvFromQString(QFontInfo(font()).family()) : m_impl->face;

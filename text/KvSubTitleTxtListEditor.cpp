@@ -198,6 +198,31 @@ int CKvSubTitleTxtListEditor::SetTimecodeFormat(EKvFrameRate rate, BOOL dropFram
     return 1;
 }
 
+CKvSubTitleTxtListEditor::FrameRate CKvSubTitleTxtListEditor::Rate() const
+{
+    return static_cast<FrameRate>(m_impl->format.rate);
+}
+
+void CKvSubTitleTxtListEditor::SetRate(FrameRate rate)
+{
+    SetTimecodeFormat(static_cast<EKvFrameRate>(rate), m_impl->format.dropFrame ? 1 : 0);
+}
+
+bool CKvSubTitleTxtListEditor::IsDropFrame() const
+{
+    return m_impl->format.dropFrame;
+}
+
+void CKvSubTitleTxtListEditor::SetDropFrame(bool dropFrame)
+{
+    SetTimecodeFormat(m_impl->format.rate, dropFrame ? 1 : 0);
+}
+
+bool CKvSubTitleTxtListEditor::IsFollowingPlayback() const
+{
+    return m_impl->follows;
+}
+
 void CKvSubTitleTxtListEditor::SetTimecodeOffset(DWORD offset)
 {
     if (m_impl->format.offset == offset)

@@ -22,6 +22,8 @@ CKvTextEditListCtrl::CKvTextEditListCtrl()
     InsertColumn(KvGuiRes::LoadStringW(kv::kTextColumnText).c_str(), kColumnWidth);
     SetAutoSizeColumn(0);
     ShowHeader(0);
+    connect(this, &CKvTextListBase::TextEdited, this, &CKvTextEditListCtrl::TextsEdited);
+    connect(this, &CKvTextListBase::RowsEdited, this, &CKvTextEditListCtrl::TextsEdited);
     CKvTextEditListCtrl::OnSkinChanged();
 }
 
@@ -139,4 +141,24 @@ const char* CKvTextEditListCtrl::_GetRowFormat() const
 UINT CKvTextEditListCtrl::_GetNameText() const
 {
     return kv::kTextListName;
+}
+
+QStringList CKvTextEditListCtrl::Texts() const
+{
+    CStringArray rows;
+    GetString(rows);
+    QStringList texts;
+    for (const CString& row : rows)
+        texts << KvToQString(row);
+    return texts;
+}
+
+void CKvTextEditListCtrl::SetTexts(const QStringList& texts)
+{
+    CStringArray rows;
+    for (const QString& text : texts)
+        rows.push_back(KvFromQString(text));
+    const FrameHold hold(*this);
+    ResetContent(0);
+    AddString(rows);
 }
