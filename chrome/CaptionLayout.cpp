@@ -117,9 +117,13 @@ CRect LevelWithItems(const CRect& band, const CRect& room, int textHeight)
 
 CRect TitleTextRoom(const CRect& title, const CRect& flag)
 {
+    if (flag.IsRectEmpty() || flag.right <= title.left || flag.left >= title.right)
+        return title;
     CRect before = title;
-    before.right = std::min(title.right, flag.left - kTitleFromFlag);
-    return flag.IsRectEmpty() || before.Width() < kLeastTitleRoom ? title : before;
+    CRect behind = title;
+    before.right = flag.left - kTitleFromFlag;
+    behind.left = flag.right + kTitleFromFlag;
+    return before.Width() >= std::min<int>(kLeastTitleRoom, behind.Width()) ? before : behind;
 }
 
 AdvancedLayout AdvancedToolRects(const CRect& area, const CSize* const sizes[2], const CSize& separator)

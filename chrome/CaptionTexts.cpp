@@ -86,7 +86,7 @@ void CaptionTexts::DrawCut(QPainter& painter, const CRect& place, const QString&
     if (m_longWidth != place.Width() || m_long != text) {
         m_long = text;
         m_longWidth = place.Width();
-        m_cut = painter.fontMetrics().elidedText(text, Qt::ElideRight, place.Width());
+        m_cut = painter.fontMetrics().elidedText(text, Qt::ElideMiddle, place.Width());
     }
     Draw(painter, place, m_cut, false);
 }

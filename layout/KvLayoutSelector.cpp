@@ -240,12 +240,13 @@ void CKvLayoutSelector::_DrawLayoutThumb(Graphics& graphics)
 {
     const kv::StripLook look = m_impl->Look();
     const kv::StripLayout::Range range = m_impl->InView(kv::StripLayout::kShadow);
+    const int focused = m_impl->RingedLayout();
     for (int index = range.begin; index < range.end; ++index)
-        m_impl->DrawUnit(graphics, m_impl->RectOf(index), index, look);
+        m_impl->DrawUnit(graphics, m_impl->RectOf(index), index, look, focused);
 }
 
 void CKvLayoutSelector::_DrawThumbUnit(Graphics* graphics, CRect rect, int index)
 {
     if (graphics && index >= 0)
-        m_impl->DrawUnit(*graphics, rect, index, m_impl->Look());
+        m_impl->DrawUnit(*graphics, rect, index, m_impl->Look(), m_impl->RingedLayout());
 }

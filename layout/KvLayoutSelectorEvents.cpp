@@ -4,7 +4,6 @@
 
 #include <QMouseEvent>
 #include <QPointer>
-#include <QTextDocument>
 #include <QWheelEvent>
 
 #include <cstdlib>
@@ -88,8 +87,7 @@ void CKvLayoutSelector::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta,
     const int steps = m_impl->wheel.Turn(delta);
     if (steps == 0)
         return;
-    if (m_impl->ScrollTo(m_impl->Line().GetPosition() - steps * m_impl->layout.Step()))
-        m_impl->SetHot(-1);
+    m_impl->ScrollTo(m_impl->Line().GetPosition() - steps * m_impl->layout.Step());
 }
 
 BOOL CKvLayoutSelector::OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers)
@@ -156,8 +154,7 @@ QString CKvLayoutSelector::ToolTipAt(CPoint point, CRect& area) const
     if (index < 0 || !m_impl->IsInView(index))
         return {};
     area = m_impl->RectOf(index);
-    const QString name = m_impl->Thumb(index).name;
-    return Qt::mightBeRichText(name) ? Qt::convertFromPlainText(name) : name;
+    return m_impl->Thumb(index).name;
 }
 
 // The bar keeps the pointer's moves to itself, and the toolkit tells of no leave to it.

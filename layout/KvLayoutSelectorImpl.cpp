@@ -56,18 +56,21 @@ CKvLayoutSelector::Impl::Impl(CKvLayoutSelector& owner) : control(owner), access
 
 kv::Reference<IKvLayoutSelectorData> CKvLayoutSelector::Impl::HeldData() const
 {
-    data->AddRef();
+    if (data)
+        data->AddRef();
     return kv::Reference<IKvLayoutSelectorData>(data.get());
 }
 
 int CKvLayoutSelector::Impl::Count() const
 {
-    return data ? std::max(HeldData()->GetCount(), 0) : 0;
+    const kv::Reference<IKvLayoutSelectorData> held = HeldData();
+    return held ? std::max(held->GetCount(), 0) : 0;
 }
 
 bool CKvLayoutSelector::Impl::IsLayoutSelected(int index) const
 {
-    return index < Count() && HeldData()->IsSelected(index) != 0;
+    const kv::Reference<IKvLayoutSelectorData> held = HeldData();
+    return held && index < held->GetCount() && held->IsSelected(index) != 0;
 }
 
 IKvScrollLineHelper& CKvLayoutSelector::Impl::Line() const
@@ -114,7 +117,7 @@ kv::StripLook CKvLayoutSelector::Impl::Look() const
 kv::StripThumb CKvLayoutSelector::Impl::Thumb(int index)
 {
     const kv::Reference<IKvLayoutSelectorData> held = HeldData();
-    return cache.Get(*held, index);
+    return held ? cache.Get(*held, index) : kv::StripThumb();
 }
 
 void CKvLayoutSelector::Impl::Repaint() const
@@ -131,8 +134,13 @@ void CKvLayoutSelector::Impl::RepaintUnit(int index) const
         control.update(QRect(RectOf(index)).adjusted(-1, -1, 1, 1)); // as far as whole device pixels reach
 }
 
+int CKvLayoutSelector::Impl::RingedLayout() const
+{
+    return control.hasFocus() && !isFocusByMove ? CurrentLayout() : -1;
+}
+
 void CKvLayoutSelector::Impl::DrawUnit(Graphics& graphics, const CRect& rect, int index,
-                                       const kv::StripLook& look)
+                                       const kv::StripLook& look, int focused)
 {
     // Counted each time: the host may lose layouts while it makes their pictures.
     if (index >= Count() || rect.IsRectEmpty())
@@ -144,7 +152,7 @@ void CKvLayoutSelector::Impl::DrawUnit(Graphics& graphics, const CRect& rect, in
         cell.frame = kv::StripFrame::Hovered;
     else if (showsSelection && index < Count() && IsLayoutSelected(index))
         cell.frame = kv::StripFrame::Selected;
-    cell.focused = control.hasFocus() && !isFocusByMove && index == CurrentLayout();
+    cell.focused = index == focused;
     painter.DrawCell(graphics, control.GetClientRect(), cell, thumb, look);
 }
 
@@ -267,9 +275,10 @@ bool CKvLayoutSelector::Impl::Pick(int index, bool exclusive)
 {
     const QPointer<CKvLayoutSelector> alive(&control);
     const kv::Reference<IKvLayoutSelectorData> held = HeldData();
-    held->Select(index, exclusive ? 1 : 0);
-    if (!alive)
-        return false;
+    if (held)
+        held->Select(index, exclusive ? 1 : 0);
+    if (!alive || !held)
+        return !alive.isNull();
     hot = -1;
     focus = index;
     UpdateScroll();

@@ -61,8 +61,10 @@ struct CKvLayoutSelector::Impl : kv::StripUser
     kv::StripThumb Thumb(int index);
     /// Everything but the scroll bar, which knows itself when it changes.
     void Repaint() const;
+    int RingedLayout() const;
     void RepaintUnit(int index) const;
-    void DrawUnit(Graphics& graphics, const CRect& rect, int index, const kv::StripLook& look);
+    /// @param focused the layout that has the focus ring, -1 for none; see RingedLayout.
+    void DrawUnit(Graphics& graphics, const CRect& rect, int index, const kv::StripLook& look, int focused);
 
     void UpdateClient();
     void UpdateThumbs();

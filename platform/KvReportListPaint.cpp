@@ -321,5 +321,5 @@ QString CKvReportListCtrl::ToolTipAt(CPoint point, CRect& area) const
     const int room = area.Width() - 2 * kKvReportTextMargin;
     const bool isCut =
         text.contains(QLatin1Char('\n')) || QFontMetrics(font()).horizontalAdvance(text) > room;
-    return isCut ? Qt::convertFromPlainText(text) : QString(); // what looks like markup is text, too
+    return isCut ? text : QString();
 }

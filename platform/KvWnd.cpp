@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include <utility>
@@ -170,7 +171,8 @@ bool CKvWnd::event(QEvent* event)
         const QString text = ToolTipAt(help.pos(), area);
         if (text.isEmpty())
             break;
-        QToolTip::showText(help.globalPos(), text, this, area);
+        const QString shown = Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+        QToolTip::showText(help.globalPos(), shown, this, area);
         return true;
     }
     case QEvent::Polish: {

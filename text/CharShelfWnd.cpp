@@ -94,6 +94,11 @@ void CharShelfWnd::SetCharacters(const CharFace& face, const CodeTable& table,
     update();
 }
 
+char16_t CharShelfWnd::Current() const
+{
+    return m_shown.empty() ? u'\0' : m_shown[static_cast<std::size_t>(m_current)].code;
+}
+
 void CharShelfWnd::SetName(const QString& name)
 {
     m_name = name;
@@ -207,8 +212,6 @@ void CharShelfWnd::OnSetFocus()
 {
     update();
     m_access->FocusChanged();
-    if (!m_shown.empty())
-        m_hooks.select(m_shown[static_cast<std::size_t>(m_current)].code);
 }
 
 void CharShelfWnd::OnKillFocus()

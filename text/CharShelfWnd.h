@@ -21,7 +21,7 @@ struct CharShelfHooks
     std::function<void(QPoint)> openMenu; ///< of the one that was selected last, at a place of the screen
 };
 
-/// A press, an arrow or the focus selects, a double click or Enter picks, Delete removes, Ctrl+C copies.
+/// A press or an arrow selects, a double click or Enter picks, Delete removes, Ctrl+C copies.
 class CharShelfWnd : public CKvStatic
 {
 public:
@@ -32,6 +32,8 @@ public:
     /// @param face must outlive the row, or be replaced.
     void SetCharacters(const CharFace& face, const CodeTable& table, const std::u16string& characters);
     void SetName(const QString& name);
+    /// The one that has the focus when the row has it; 0 for none.
+    char16_t Current() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }

@@ -266,9 +266,9 @@ void CKvCharMapDlg::keyPressEvent(QKeyEvent* event)
     else if (event->key() == Qt::Key_F3)
         m_impl->SearchNext();
     else if (event->key() == Qt::Key_Space)
-        m_impl->Collect();
+        m_impl->Collect(m_impl->FocusedCode());
     else
-        m_impl->ToggleFavorite(m_impl->SelectedCode());
+        m_impl->ToggleFavorite(m_impl->FocusedCode());
 }
 
 void CKvCharMapDlg::wheelEvent(QWheelEvent* event)

@@ -6,6 +6,7 @@
 #include "platform/VirtualKey.h"
 #include "text/CharMapTexts.h"
 #include "text/CharNames.h"
+#include "text/KvCharMapPreviewWndImpl.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -110,7 +111,7 @@ void CKvCharMapDlg::Impl::MakeItems()
     connect(grid, &CKvCharMapPreviewWnd::MenuRequested, &dialog, [this](QPoint screen) { OpenMenu(screen); });
     connect(insert, &QPushButton::clicked, &dialog, [this] { PickSelected(); });
     connect(favorite, &QPushButton::clicked, &dialog, [this] { ToggleFavorite(SelectedCode()); });
-    connect(collect, &QPushButton::clicked, &dialog, [this] { Collect(); });
+    connect(collect, &QPushButton::clicked, &dialog, [this] { Collect(SelectedCode()); });
     connect(copy, &QPushButton::clicked, &dialog, [this] { Copy(); });
     connect(collected, &QLineEdit::textChanged, &dialog, [this] { UpdateSelection(); });
 }
@@ -200,6 +201,24 @@ void CKvCharMapDlg::Impl::Clear()
         delete item;
 }
 
+const kv::CharFace& CKvCharMapDlg::Impl::Face() const
+{
+    return grid->m_impl->font;
+}
+
+const kv::CodeTable& CKvCharMapDlg::Impl::Table() const
+{
+    return grid->m_impl->model.Table();
+}
+
+char16_t CKvCharMapDlg::Impl::FocusedCode() const
+{
+    for (const kv::CharShelfWnd* row : {recentRow.data(), favoritesRow.data()})
+        if (row->hasFocus())
+            return row->Current();
+    return SelectedCode();
+}
+
 char16_t CKvCharMapDlg::Impl::SelectedCode() const
 {
     return static_cast<char16_t>(grid->GetCode(grid->GetSelected()));
@@ -207,9 +226,6 @@ char16_t CKvCharMapDlg::Impl::SelectedCode() const
 
 void CKvCharMapDlg::Impl::FaceChanged()
 {
-    rowFace = kv::CharFace(KvToQString(grid->GetFont()));
-    table = rowFace.ReadTable();
-    kv::DropLeadingSpace(table);
     UpdateBar();
     UpdateRows();
     UpdateSelection();
@@ -227,8 +243,8 @@ void CKvCharMapDlg::Impl::UpdateBar()
 
 void CKvCharMapDlg::Impl::UpdateRows()
 {
-    recentRow->SetCharacters(rowFace, table, recent.Characters());
-    favoritesRow->SetCharacters(rowFace, table, favorites.Characters());
+    recentRow->SetCharacters(Face(), Table(), recent.Characters());
+    favoritesRow->SetCharacters(Face(), Table(), favorites.Characters());
 }
 
 void CKvCharMapDlg::Impl::UpdateSelection()
@@ -238,7 +254,7 @@ void CKvCharMapDlg::Impl::UpdateSelection()
         status->setText(kv::CharCodeAndName(SelectedCode()));
     else if (grid->GetCodeCount() == 0)
         status->setText(KvToQString(
-            kv::FillText(KvGuiRes::LoadStringW(rowFace.IsThere() ? kv::kTextNoCharacters : kv::kTextNoFace),
+            kv::FillText(KvGuiRes::LoadStringW(Face().IsThere() ? kv::kTextNoCharacters : kv::kTextNoFace),
                          {grid->GetFont()})));
     else
         status->setText(TextOf(kv::kTextNothingSelected));
@@ -261,11 +277,18 @@ void CKvCharMapDlg::Impl::SelectCode(char16_t code)
 void CKvCharMapDlg::Impl::Search(int after)
 {
     const QString query = search->text();
-    const int index = kv::FindCharacter(KvFromQString(query), table, kv::CharNames(), after);
+    const int index = kv::FindCharacter(KvFromQString(query), Table(), kv::CharNames(), after);
     const bool isAsked = std::any_of(query.begin(), query.end(), [](QChar unit) { return unit != u' '; });
     search->ShowFault(index < 0 && isAsked ? TextOf(kv::kTextNoMatch) : QString());
     if (index >= 0)
-        SelectCode(table[static_cast<std::size_t>(index)].code);
+        SelectCode(Table()[static_cast<std::size_t>(index)].code);
+}
+
+void CKvCharMapDlg::Impl::SearchNext()
+{
+    if (recentRow->hasFocus() || favoritesRow->hasFocus())
+        grid->setFocus(Qt::ShortcutFocusReason);
+    Search(grid->GetSelected());
 }
 
 void CKvCharMapDlg::Impl::PickSelected()
@@ -288,16 +311,18 @@ void CKvCharMapDlg::Impl::SendPicked(char16_t code)
 
 void CKvCharMapDlg::Impl::Used(char16_t code)
 {
+    if (recentRow->hasFocus())
+        return; // the row stays as it is while one works in it
     recent.PutFirst(code);
     UpdateRows();
 }
 
-void CKvCharMapDlg::Impl::Collect()
+void CKvCharMapDlg::Impl::Collect(char16_t code)
 {
-    if (grid->GetSelected() < 0)
+    if (code == 0)
         return;
-    collected->insert(QString(QChar(SelectedCode())));
-    Used(SelectedCode());
+    collected->insert(QString(QChar(code)));
+    Used(code);
 }
 
 void CKvCharMapDlg::Impl::Copy()
@@ -357,7 +382,7 @@ void CKvCharMapDlg::Impl::OpenMenu(QPoint screen)
     case kMenuCopy:
         return CopyCharacter(code);
     case kMenuCollect:
-        return Collect();
+        return Collect(code);
     case kMenuAddFavorite:
     case kMenuRemoveFavorite:
         return ToggleFavorite(code);

@@ -26,7 +26,12 @@ struct CKvCharMapDlg::Impl
     void Clear();
     bool IsMade() const { return !grid.isNull(); }
 
+    /// The grid's, of which the rows show characters, too.
+    const kv::CharFace& Face() const;
+    const kv::CodeTable& Table() const;
     char16_t SelectedCode() const;
+    /// The character that keys are about: a row's own where it has the focus, else the selected one.
+    char16_t FocusedCode() const;
     /// The face changed: bar, rows, status and search begin anew.
     void FaceChanged();
     void UpdateBar();
@@ -37,11 +42,12 @@ struct CKvCharMapDlg::Impl
     void SelectCode(char16_t code);
     /// Selects the first match, or says that there is none. @param after see `kv::FindCharacter`.
     void Search(int after);
-    void SearchNext() { Search(grid->GetSelected()); }
+    /// In the grid, where the focus is in a row: what is found is selected there.
+    void SearchNext();
     void PickSelected();
     void SendPicked(char16_t code);
     void Used(char16_t code);
-    void Collect();
+    void Collect(char16_t code);
     void Copy();
     void CopyCharacter(char16_t code);
     /// Whether that is one of the keys that the dialog has a use for where the focus is.
@@ -55,8 +61,6 @@ struct CKvCharMapDlg::Impl
     CString face;
     kv::CharShelf recent;
     kv::CharShelf favorites;
-    kv::CharFace rowFace; ///< of the two rows
-    kv::CodeTable table;  ///< as the grid shows it
 
     QPointer<CKvCharMapPreviewWnd> grid;
     QPointer<CKvScrollBar> bar;

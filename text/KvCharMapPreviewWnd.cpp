@@ -52,7 +52,8 @@ CString CKvCharMapPreviewWnd::GetFont() const
 
 void CKvCharMapPreviewWnd::UpdateCodeTable()
 {
-    m_impl->font = kv::CharFace(KvToQString(GetFont()));
+    m_impl->shown = GetFont();
+    m_impl->font = kv::CharFace(KvToQString(m_impl->shown));
     kv::CodeTable table = m_impl->font.ReadTable();
     kv::DropLeadingSpace(table);
     m_impl->model.SetTable(std::move(table));
@@ -210,14 +211,6 @@ void CKvCharMapPreviewWnd::Impl::PlacePreview()
         viewChanged();
 }
 
-QString CKvCharMapPreviewWnd::Impl::TakeOut()
-{
-    const char16_t code = SelectedCode();
-    if (characterUsed)
-        characterUsed(code);
-    return QString(QChar(code));
-}
-
 void CKvCharMapPreviewWnd::Impl::Pick()
 {
     if (model.Selected() < 0)
@@ -270,9 +263,12 @@ void CKvCharMapPreviewWnd::Impl::BeginDrag()
     control.ReleaseCapture();
     auto* drag = new QDrag(&control); // the toolkit deletes it
     auto* data = new QMimeData;       // the drag's
-    data->setText(TakeOut());
+    const char16_t code = SelectedCode();
+    data->setText(QString(QChar(code)));
     drag->setMimeData(data);
     if (const int cell = model.CellOf(model.Selected()); cell >= 0)
         drag->setPixmap(control.grab(QRect(kv::CharCellRect(cell)).adjusted(0, 0, 1, 1)));
-    drag->exec(Qt::CopyAction);
+    const QPointer<CKvCharMapPreviewWnd> alive(&control);
+    if (drag->exec(Qt::CopyAction) != Qt::IgnoreAction && alive && characterUsed)
+        characterUsed(code);
 }

@@ -139,8 +139,12 @@ BOOL CKvCharMapPreviewWnd::OnChar(UINT character)
 {
     if (character != kv::kCtrlC)
         return CKvStatic::OnChar(character);
-    if (m_impl->model.Selected() >= 0)
-        QApplication::clipboard()->setText(m_impl->TakeOut());
+    if (m_impl->model.Selected() < 0)
+        return 1;
+    const char16_t code = m_impl->SelectedCode();
+    QApplication::clipboard()->setText(QString(QChar(code)));
+    if (m_impl->characterUsed)
+        m_impl->characterUsed(code);
     return 1;
 }
 
@@ -175,11 +179,12 @@ void CKvCharMapPreviewWnd::OnSkinChanged()
     update();
 }
 
-// Without a face of its own the grid shows the one of its font.
+// Without a face of its own the grid shows the one of its font; another size of that is no other face.
 void CKvCharMapPreviewWnd::changeEvent(QEvent* event)
 {
     CKvStatic::changeEvent(event);
-    if (event->type() == QEvent::FontChange && m_impl->face.empty() && IsCreated())
+    if (event->type() == QEvent::FontChange && m_impl->face.empty() && IsCreated() &&
+        m_impl->shown != GetFont())
         UpdateCodeTable();
 }
 

@@ -27,8 +27,6 @@ struct CKvCharMapPreviewWnd::Impl : kv::CharMapUser
     void NotifySelected(bool isOther, bool scrolled);
     /// After the selection or the view has changed: the pointer may be where the preview stands now.
     void PlacePreview();
-    /// The selected character as text, which the user takes out of the grid.
-    QString TakeOut();
     void BeginDrag();
     kv::CharMapLook Look() const;
     /// The index of the character at a client point, or -1.
@@ -39,6 +37,7 @@ struct CKvCharMapPreviewWnd::Impl : kv::CharMapUser
 
     CKvCharMapPreviewWnd& control;
     CString face;
+    CString shown; ///< the face whose table and glyphs these are
     kv::CharFace font;
     kv::CharMapModel model;
     kv::CharRows rows;

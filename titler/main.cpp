@@ -217,8 +217,9 @@ int RunWindow(const Options& options)
         const bool isRestored = window.OfferWork();
         if (!options.project.isEmpty() && !isRestored)
             window.OpenProject(options.project);
-        if (isRestored && !options.project.isEmpty())
-            window.Say(Text(kTextRestoredInstead, {options.project}), LogType::Warning);
+        for (const QString& file : {options.project, options.subtitles})
+            if (isRestored && !file.isEmpty())
+                window.Say(Text(kTextRestoredInstead, {file}), LogType::Warning);
         if (!options.subtitles.isEmpty() && !isRestored)
             window.Subtitles().Import(options.subtitles, options.encoding);
         window.Time().SetLoop(options.play);

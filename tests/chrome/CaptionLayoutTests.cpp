@@ -2,6 +2,7 @@
 #include "chrome/CaptionLayout.h"
 #include "platform/FrameEdges.h"
 
+#include <array>
 #include <gtest/gtest.h>
 #include <ostream>
 
@@ -54,14 +55,14 @@ TEST(CaptionLayout, PlacesTheStaticTitleBetweenItemsAndButtons)
 TEST(CaptionLayout, CutsTheTitlesTextBeforeTheFlag)
 {
     const CRect title(300, 22, 600, 43);
-    const std::pair<int, int> rows[] = {
-        {500, 492}, // cut before it
-        {428, 420}, // legible
-        {427, 600}, // not so: the flag is painted over it
-        {290, 600}, {276, 600}, {595, 587}, {608, 600},
+    const std::array<int, 3> rows[] = {
+        {500, 300, 492}, // cut before it
+        {428, 300, 420}, // legible
+        {427, 451, 600}, // not so: behind it is more room
+        {290, 314, 600}, {276, 300, 600}, {595, 300, 587}, {608, 300, 600},
     };
-    for (const auto& [flagLeft, right] : rows)
-        EXPECT_EQ(TitleTextRoom(title, {flagLeft, 22, flagLeft + 16, 38}), CRect(300, 22, right, 43))
+    for (const auto& [flagLeft, left, right] : rows)
+        EXPECT_EQ(TitleTextRoom(title, {flagLeft, 22, flagLeft + 16, 38}), CRect(left, 22, right, 43))
             << flagLeft;
     EXPECT_EQ(TitleTextRoom(title, {}), title);
 }

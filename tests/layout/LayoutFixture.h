@@ -87,7 +87,10 @@ public:
     BOOL IsSelected(int index) override
     {
         EXPECT_TRUE(index >= 0 && index < count);
-        return selected.contains(index) ? 1 : 0;
+        const BOOL is = selected.contains(index) ? 1 : 0;
+        if (onIsSelected)
+            onIsSelected();
+        return is;
     }
     int Select(int index, BOOL exclusive) override
     {
@@ -108,6 +111,7 @@ public:
     bool isLongName = false;
     int alive = 0; ///< pictures
     std::function<void(int)> onAsk;
+    std::function<void()> onIsSelected;
     std::function<void(int, BOOL)> onSelect;
 };
 

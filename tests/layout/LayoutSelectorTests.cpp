@@ -365,6 +365,21 @@ TEST_F(LayoutStrip, DataAreHeldAndEnableIt)
     EXPECT_TRUE(control->isEnabled());
 }
 
+TEST_F(LayoutStrip, DataMayBeTakenAwayByAnyQuestion)
+{
+    control->setFocus();
+    layouts->onIsSelected = [this] { control->SetData({16, 9}, nullptr); };
+    QTest::keyClick(control, Qt::Key_Space); // asks which layout is the current one
+    EXPECT_FALSE(control->isEnabled());
+    control->SetData({16, 9}, layouts);
+    control->setFocus();
+    control->grab();
+    EXPECT_FALSE(control->isEnabled());
+    layouts->onIsSelected = {};
+    control->SetData({16, 9}, layouts);
+    EXPECT_TRUE(control->isEnabled());
+}
+
 TEST(LayoutSelector, RunsAsItsRectangleLies)
 {
     QWidget parent;

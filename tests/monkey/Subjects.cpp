@@ -312,18 +312,58 @@ struct TextRows : Of<CKvTextEditListCtrl>
     }
 };
 
+// Every third has no pixels at the moment.
+class ThumbPicture final : public IKvThumbImage
+{
+public:
+    explicit ThumbPicture(int index) : m_index(index), m_pixels(48 * 27, 0x80402010u) {}
+    int Lock(UINT& width, UINT& height, int& stride, const DWORD*& pixels) override
+    {
+        width = 48;
+        height = 27;
+        stride = 48 * 4;
+        pixels = m_pixels.data();
+        return m_index % 3 == 0 ? 0 : 1;
+    }
+    void Unlock() override {}
+    int Release() override
+    {
+        delete this;
+        return 0;
+    }
+
+private:
+    int m_index;
+    std::vector<DWORD> m_pixels;
+};
+
+// Some have nothing to show, and the layouts may go while they are asked for.
 class Layouts : public kv::RefCounted<IKvLayoutSelectorData>
 {
 public:
     int GetCount() override { return count; }
-    BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage**, IKvThumbImage**) override
+    BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage** thumbnail, IKvThumbImage** mark) override
     {
         std::to_wstring(index).copy(name, 63);
-        return 0;
+        if (++m_asked % 50 == 0)
+            count = index;
+        if (index % 5 != 0)
+            *thumbnail = new ThumbPicture(index);
+        if (index % 4 == 0)
+            *mark = new ThumbPicture(index);
+        return 1;
     }
     BOOL IsSelected(int index) override { return index % 3 == 0; }
-    int Select(int, BOOL) override { return 1; }
+    int Select(int index, BOOL) override
+    {
+        if (index % 7 == 0)
+            count = index;
+        return 1;
+    }
     int count = 20;
+
+private:
+    int m_asked = 0;
 };
 
 struct Strip : Of<CKvLayoutSelector>
@@ -337,11 +377,15 @@ struct Strip : Of<CKvLayoutSelector>
     void Change(Random& random) override
     {
         layouts->count = Below(random, 60);
-        switch (Below(random, 4)) {
+        switch (Below(random, 6)) {
         case 0:
             return control->UpdateScroll();
         case 1:
             return control->SetData({Below(random, 3), Below(random, 3)}, layouts);
+        case 3:
+            return static_cast<void>(control->EnableSelect(Below(random, 2)));
+        case 4:
+            return control->NotifyUnitChanged(Below(random, 70) - 5);
         case 2:
             return control->ScrollView(Below(random, 2));
         default:

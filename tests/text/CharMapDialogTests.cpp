@@ -227,9 +227,19 @@ TEST_F(CharMap, TheRowsPickAndGiveBack)
     QTest::keyClick(favorites, Qt::Key_Return);
     EXPECT_EQ(target.picked, (Codes{'y', 'b'}));
     QTest::keyClick(favorites, Qt::Key_Delete);
+    EXPECT_EQ(Selected(), unsigned{'b'}) << "still";
+    QTest::keyClick(favorites, Qt::Key_Space);
+    EXPECT_EQ(dialog->GetCollected(), L"a") << "the one that has the focus now";
     QTest::keyClick(favorites, Qt::Key_Delete);
     QTest::keyClick(favorites, Qt::Key_Delete);
     EXPECT_EQ(dialog->GetFavorites(), L"\uFDD0");
+    recent->setFocus();
+    QTest::keyClick(recent, Qt::Key_End);
+    const CString before = dialog->GetRecent();
+    QTest::keyClick(recent, Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(recent, Qt::Key_Space);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdWString(), before.substr(before.size() - 1));
+    EXPECT_EQ(dialog->GetRecent(), before) << "nor under the focus";
 }
 
 TEST_F(CharMap, SelectingAnewWhatWasScrolledAwayShowsIt)

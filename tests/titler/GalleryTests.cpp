@@ -1,3 +1,4 @@
+#include "KvCharMapDlg.h"
 #include "KvLayoutSelector.h"
 #include "gallery/Gallery.h"
 #include "window/Settings.h"
@@ -8,6 +9,7 @@
 #include <QLabel>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -52,12 +54,22 @@ TEST(Gallery, SaysWhatAControlTells)
     Gallery gallery;
     auto* strip = gallery.findChild<CKvLayoutSelector*>();
     ASSERT_NE(strip, nullptr);
-    KvSendMessage(strip->parentWidget(), WM_COMMAND, MAKEWPARAM(strip->GetDlgCtrlID(), 1),
-                  reinterpret_cast<LPARAM>(strip));
-    const QList<QLabel*> labels = gallery.findChildren<QLabel*>();
-    EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
-        return label->text().startsWith(QStringLiteral("CKvLayoutSelector told: WM_COMMAND"));
-    }));
+    const auto isTold = [&gallery](const char* what) {
+        const QList<QLabel*> labels = gallery.findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [what](const QLabel* label) {
+            return label->text().startsWith(QLatin1String(what));
+        });
+    };
+    gallery.show();
+    QTest::mouseClick(strip, Qt::LeftButton, {}, {40, 40});
+    EXPECT_TRUE(isTold("CKvLayoutSelector told: WM_COMMAND"));
+    for (QWidget* one : QApplication::topLevelWidgets())
+        if (auto* characters = qobject_cast<CKvCharMapDlg*>(one)) {
+            characters->show();
+            characters->GetGrid()->SetSelected(3);
+            QTest::keyClick(characters->GetGrid(), Qt::Key_Return);
+        }
+    EXPECT_TRUE(isTold("CKvCharMapDlg told: OnCommand"));
 }
 
 } // namespace

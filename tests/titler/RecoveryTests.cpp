@@ -49,7 +49,7 @@ struct Recovery : SubtitleWindow
         UnsavedWork work{"/films/" + title + ".ktitle", true, NewProject(), {}, time};
         work.project.title.text = title;
         RecoveryFile file(folder.filePath("running"));
-        ASSERT_EQ(file.Write(work), "");
+        ASSERT_TRUE(file.Write(work).IsKept());
         QDir().mkpath(place);
         for (const QString& name : QDir(file.Folder()).entryList({"*.unsaved"}, QDir::Files))
             ASSERT_TRUE(QFile::copy(file.Folder() + '/' + name, place + '/' + name));
@@ -84,17 +84,33 @@ TEST_F(Recovery, AnEndOfTheProgramTakesItAway)
     EXPECT_TRUE(QDir(place).entryList(QDir::Files).isEmpty());
 }
 
-TEST_F(Recovery, ADragIsKeptRightAfterIt)
+TEST_F(Recovery, WhatADragHasDoneIsKeptWhileItLasts)
 {
     const std::unique_ptr<Autosave> autosave = Start();
     const int run = window.Project().BeginRun("drag");
     window.Project().UpdateRun([](Project& project) { project.title.text = "Half"; });
-    QTest::qWait(20);
-    QApplication::processEvents();
-    EXPECT_TRUE(Files().isEmpty());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Holds("Half"); }));
     EXPECT_TRUE(window.Project().IsInRun(run)) << "and nobody has ended it";
+    window.Project().CancelRun();
+    EXPECT_TRUE(WaitForNone()) << "nothing is unsaved any more";
+}
+
+TEST_F(Recovery, WhatIsTypedInACellIsKeptWhileItIsOpen)
+{
+    ASSERT_TRUE(Import(kThree));
     window.Project().EndRun();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Holds("Half"); }));
+    panel.Steps().setClean();
+    EXPECT_EQ(window.Project().SaveAs(folder.filePath("fade.ktitle")), "");
+    const std::unique_ptr<Autosave> autosave = Start();
+    panel.List().setFocus();
+    Press(Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(&panel.List(), Qt::Key_F2);
+    ASSERT_TRUE(panel.List().IsEditing());
+    QTest::keyClicks(QApplication::focusWidget(), "typed");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Holds("typed"); }));
+    EXPECT_TRUE(panel.List().IsEditing()) << "and the cell stays open";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_TRUE(WaitForNone());
 }
 
 TEST_F(Recovery, SubtitlesComeBackWithAllThatBelongsToThem)

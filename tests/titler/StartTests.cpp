@@ -89,6 +89,12 @@ TEST_F(Start, EscapeBeginsWithAnEmptyTitleAndTypingWithThatText)
     EXPECT_FALSE(window.IsAtStart());
     Key(Qt::Key_B);
     EXPECT_TRUE(HasTitle("ab"));
+    ProjectError error;
+    window.Project().Open(QStringLiteral(TITLER_SAMPLES "/sample.ktitle"), error);
+    window.ShowStart();
+    Key(Qt::Key_C);
+    EXPECT_TRUE(HasTitle("c"));
+    EXPECT_TRUE(window.Project().FileName().isEmpty()) << "what was open is as it was";
 }
 
 TEST_F(Start, ANewProjectHasTheChosenFormat)

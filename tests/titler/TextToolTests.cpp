@@ -205,6 +205,8 @@ TEST_F(TextTools, ACharacterGoesWhereOneWasWriting)
     Press(Qt::Key_Down);
     QTest::keyClick(&panel.List(), Qt::Key_F2);
     pick('?');
+    EXPECT_EQ(panel.List().Typed(), std::pair(1, QStringLiteral("?")));
+    window.activateWindow();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     pick('#');
     EXPECT_EQ(panel.List().GetItemText(1, kKvSubTitleText), L"nobody#");

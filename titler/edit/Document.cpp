@@ -7,7 +7,6 @@
 #include <utility>
 
 namespace titler {
-namespace {
 
 Project FirstProject()
 {
@@ -15,8 +14,6 @@ Project FirstProject()
     project.title.text = Text(kTextNewTitle);
     return project;
 }
-
-} // namespace
 
 Document::Document()
 {
@@ -28,6 +25,11 @@ Document::Document()
 bool Document::IsModified() const
 {
     return !m_steps.isClean();
+}
+
+bool Document::IsUntouched() const
+{
+    return m_fileName.isEmpty() && m_now.project == FirstProject();
 }
 
 void Document::Start(Project project, const QString& file)
@@ -94,8 +96,12 @@ void Document::Edit(EditKind kind, const QString& name, const Change& change,
 
 void Document::Push(ProjectState before, EditKind kind, const QString& name)
 {
-    if (m_now.project == before.project)
+    if (m_now.project == before.project) {
+        // Nothing to undo; but a page that changed places with its like is shown there now.
+        if (m_now.project.pageIndex != before.project.pageIndex)
+            emit ProjectChanged();
         return;
+    }
     // The push tells everybody, through the command's first `redo`.
     m_steps.push(new EditCommand(*this, std::move(before), m_now, kind, m_session, name));
 }

@@ -10,6 +10,9 @@
 
 namespace titler {
 
+/// A new project with the text that stands for one's own.
+Project FirstProject();
+
 class Document : public QObject
 {
     Q_OBJECT
@@ -23,6 +26,8 @@ public:
     const QString& FileName() const { return m_fileName; }
     QUndoStack& Steps() { return m_steps; }
     bool IsModified() const;
+    /// An empty project as `New` makes it, in which nothing has been done.
+    bool IsUntouched() const;
 
     void New();
     /// Another project, under that name, which may be empty. @param isModified it is not what its file holds.

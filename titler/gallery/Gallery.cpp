@@ -52,8 +52,39 @@ QString MessageName(UINT message)
 
 } // namespace
 
-Gallery::Gallery() : m_area(new QScrollArea), m_told(new QLabel(Text(kTextGalleryTold)))
+/// Tells of the calls that the dialogs make instead of sending messages.
+class Gallery::Caller : public IKvCmdTarget, public IKvFindReplaceTxtNotify
 {
+public:
+    explicit Caller(Gallery& gallery) : m_gallery(gallery) {}
+    int OnCommand(unsigned id, WPARAM wParam, LPARAM) override
+    {
+        m_gallery.Tell(QStringLiteral("CKvCharMapDlg"), QStringLiteral("OnCommand"), id,
+                       QString::number(wParam));
+        return 1;
+    }
+    int Find(const wchar_t* text, BOOL) override { return Call(QStringLiteral("Find"), text); }
+    int Replace(const wchar_t* text, const wchar_t*, BOOL, BOOL) override
+    {
+        return Call(QStringLiteral("Replace"), text);
+    }
+
+private:
+    int Call(const QString& name, const wchar_t* text)
+    {
+        m_gallery.Tell(QStringLiteral("CKvFindReplaceTxtDlg"), name, 0, QString::fromWCharArray(text));
+        return 0;
+    }
+
+    Gallery& m_gallery;
+};
+
+Gallery::Gallery()
+    : m_area(new QScrollArea)
+    , m_told(new QLabel(Text(kTextGalleryTold)))
+    , m_caller(std::make_unique<Caller>(*this))
+{
+    m_told->setTextFormat(Qt::PlainText);
     setWindowTitle(Text(kTextGallery));
     auto* all = new QWidget;
     m_families = new QVBoxLayout(all);
@@ -135,10 +166,14 @@ void Gallery::Watch(QWidget& parent, const QString& name)
                                                    : QString::number(HIWORD(wParam));
             if (message == WM_NOTIFY || message == WM_COMMAND || message == WM_HSCROLL ||
                 message == WM_VSCROLL)
-                m_told->setText(Text(kTextGalleryMessage,
-                                     {name, MessageName(message), QString::number(LOWORD(wParam)), code}));
+                Tell(name, MessageName(message), LOWORD(wParam), code);
             return std::nullopt;
         }));
+}
+
+void Gallery::Tell(const QString& name, const QString& message, UINT number, const QString& code)
+{
+    m_told->setText(Text(kTextGalleryMessage, {name, message, QString::number(number), code}));
 }
 
 void Gallery::Add(QBoxLayout& row, const char* name, QSize size, const Maker& make, Twice twice)
@@ -392,9 +427,10 @@ void Gallery::AddTools()
     row.addLayout(dialogs);
     auto find = std::make_unique<CKvFindReplaceTxtDlg>();
     find->Create(this);
+    find->SetNotify(m_caller.get());
     AddOpener(*dialogs, "CKvFindReplaceTxtDlg", [dialog = find.get()] { dialog->show(); });
     auto characters = std::make_unique<CKvCharMapDlg>();
-    characters->Create(this, nullptr);
+    characters->Create(this, m_caller.get());
     AddOpener(*dialogs, "CKvCharMapDlg", [dialog = characters.get()] { dialog->show(); });
     m_dialogs.push_back(std::move(find));
     m_dialogs.push_back(std::move(characters));

@@ -50,6 +50,8 @@ private:
     void AddOpener(QBoxLayout& row, const char* name, std::function<void()> open);
     QWidget& AddCard(QBoxLayout& row, const char* name);
     void Watch(QWidget& parent, const QString& name);
+    void Tell(const QString& name, const QString& message, UINT number, const QString& code);
+    class Caller;
     void AddColours();
     void AddCurves();
     void AddLists();
@@ -62,6 +64,7 @@ private:
     QLabel* m_told;
     UINT m_id = 1000;
     SampleEase m_ease;
+    std::unique_ptr<Caller> m_caller;                ///< whom the dialogs call
     std::vector<std::unique_ptr<QObject>> m_dialogs; ///< windows of their own, which nobody else owns
     std::vector<std::unique_ptr<KvMessageSink>> m_sinks;
 };

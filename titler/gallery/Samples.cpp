@@ -1,5 +1,6 @@
 #include "gallery/Samples.h"
 
+#include "media/Ref.h"
 #include "pages/LentPicture.h"
 #include "window/Texts.h"
 
@@ -7,7 +8,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <atomic>
 
 namespace titler {
 namespace {
@@ -25,17 +25,9 @@ QImage ThumbOf(int page)
     return image;
 }
 
-class Pages : public IKvLayoutSelectorData
+class Pages : public Counted<IKvLayoutSelectorData>
 {
 public:
-    int AddRef() override { return ++m_references; }
-    int Release() override
-    {
-        const int left = --m_references;
-        if (left == 0)
-            delete this;
-        return left;
-    }
     int GetCount() override { return kPages; }
     BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage** thumbnail, IKvThumbImage**) override
     {
@@ -52,7 +44,6 @@ public:
     }
 
 private:
-    std::atomic<int> m_references = 1;
     int m_selected = 1;
 };
 

@@ -117,7 +117,7 @@ void MediaPanel::OnClips(const QVector<MediaClip>& clips, int done, int total)
 
 void MediaPanel::OnFinished(bool readable)
 {
-    m_summary->setToolTip(QDir::toNativeSeparators(m_folder));
+    m_summary->setToolTip(PlainTip(QDir::toNativeSeparators(m_folder)));
     if (!readable) {
         m_summary->clear();
         ShowHint(Text(kTextMediaUnreadable, {QDir::toNativeSeparators(m_folder)}));

@@ -241,7 +241,7 @@ void RulesPanel::ShowRules()
         for (int column = 0; column < 3; ++column)
             if (row.text(column) != texts[column])
                 row.setText(column, texts[column]);
-        row.setToolTip(2, rules[i].additions.join(u'\n'));
+        row.setToolTip(2, PlainTip(rules[i].additions.join(u'\n')));
     }
     m_hint->setVisible(rules.isEmpty());
     ShowRule();

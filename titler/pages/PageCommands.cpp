@@ -18,7 +18,11 @@ PageCommands::PageCommands(Document& document, QWidget& owner)
 {
     const auto here = [this] { return m_document.Current().pageIndex; };
     m_add = Add(
-        kTextPageAdd, Qt::CTRL | Qt::SHIFT | Qt::Key_N, [this] { AddPage(m_document); },
+        kTextPageAdd, Qt::CTRL | Qt::SHIFT | Qt::Key_N,
+        [this] {
+            AddPage(m_document);
+            emit Added();
+        },
         L"titler_tool_rule_add");
     m_duplicate = Add(
         kTextPageDuplicate, Qt::CTRL | Qt::Key_D, [this] { DuplicatePage(m_document); }, L"titler_tool_copy");

@@ -31,6 +31,10 @@ public:
     /// Elsewhere their keys are other commands'.
     void SetActive(bool active);
 
+signals:
+    /// A page that has the text of a new one.
+    void Added();
+
 private:
     QAction* Add(UINT nameId, const QKeySequence& key, std::function<void()> run,
                  const wchar_t* icon = nullptr);

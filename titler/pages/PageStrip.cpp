@@ -5,6 +5,7 @@
 #include "edit/PageSteps.h"
 #include "pages/LentPicture.h"
 #include "project/Pages.h"
+#include "window/Commands.h"
 #include "window/Fields.h"
 #include "window/Skin.h"
 #include "window/Texts.h"
@@ -57,18 +58,10 @@ bool IsWindows(UINT key, Qt::KeyboardModifiers modifiers)
 } // namespace
 
 /// The document's pages as the strip asks for them.
-class PageStrip::Data : public IKvLayoutSelectorData
+class PageStrip::Data : public Counted<IKvLayoutSelectorData>
 {
 public:
     explicit Data(PageStrip& strip) : m_strip(strip) {}
-    int AddRef() override { return ++m_references; }
-    int Release() override
-    {
-        const int left = --m_references;
-        if (left == 0)
-            delete this;
-        return left;
-    }
     int GetCount() override { return m_strip.Count(); }
     BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage** thumbnail, IKvThumbImage**) override
     {
@@ -89,7 +82,6 @@ public:
 
 private:
     PageStrip& m_strip; ///< which lets go of the data before it goes
-    int m_references = 1;
 };
 
 PageStrip::PageStrip(Document& document, QWidget& parent)
@@ -140,10 +132,14 @@ void PageStrip::Choose(int index)
 
 QImage PageStrip::Picture(int index)
 {
-    if (const QRect rect = PlaceOf(index); !rect.isEmpty()) {
-        const double ratio = devicePixelRatioF();
-        m_size = QSize(static_cast<int>(std::lround(rect.width() * ratio)),
-                       static_cast<int>(std::lround(rect.height() * ratio)));
+    // All have the same size; a page has no place while its shadow alone reaches into view.
+    for (const int near : {index, index + 1, index - 1}) {
+        if (const QRect rect = PlaceOf(near); !rect.isEmpty()) {
+            const double ratio = devicePixelRatioF();
+            m_size = QSize(static_cast<int>(std::lround(rect.width() * ratio)),
+                           static_cast<int>(std::lround(rect.height() * ratio)));
+            break;
+        }
     }
     return m_thumbs.Get(index, m_size);
 }
@@ -289,7 +285,7 @@ void PageStrip::OnPaint(Graphics& graphics)
         DrawDrag(graphics);
 }
 
-// The strip's own frame of a selected page is a hairline.
+// The strip's own frame of a selected page is a hairline. The accent is for the focus.
 void PageStrip::DrawCurrent(Graphics& graphics) const
 {
     const QRectF place = PlaceOf(m_current);
@@ -298,7 +294,8 @@ void PageStrip::DrawCurrent(Graphics& graphics) const
     QPainterPath frame;
     frame.addRect(place);
     frame.addRect(place.adjusted(kFrameWidth, kFrameWidth, -kFrameWidth, -kFrameWidth));
-    graphics.fillPath(frame, LoadSkin().accent);
+    const Skin skin = LoadSkin();
+    graphics.fillPath(frame, hasFocus() ? skin.accent : skin.dimText);
 }
 
 // The page as one that is taken away, and a line where it would stand.
@@ -349,8 +346,7 @@ void PageStrip::OnContextMenu(CPoint point)
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setToolTipsVisible(true);
-    for (QAction* command : m_menu)
-        command != nullptr ? menu->addAction(command) : static_cast<void>(menu->addSeparator());
+    AddToMenu(*menu, m_menu);
     menu->popup(mapToGlobal(QPoint(point)));
 }
 

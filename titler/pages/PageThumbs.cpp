@@ -20,7 +20,7 @@ struct PageThumbs::Look
         : title(page.title)
         , background(page.background)
         , video(project.video)
-        , frame(MiddleFrame(project))
+        , frame(MiddleFrame(page.title, project.duration))
         , values(ValuesAt(title.properties, frame))
     {
     }
@@ -33,7 +33,7 @@ struct PageThumbs::Look
     /// Whether the page still looks so when only the project around it may have changed.
     bool IsIn(const Project& project) const
     {
-        const int shown = MiddleFrame(project);
+        const int shown = MiddleFrame(title, project.duration);
         return DisplaySize(video) == DisplaySize(project.video) &&
                (frame == shown || values == ValuesAt(title.properties, shown));
     }
@@ -123,6 +123,8 @@ QList<int> PageThumbs::SetPages(const Project& project)
     const int current = std::exchange(m_current, project.pageIndex);
     const int count = PageCount(project);
     const bool isInPlace = current == m_current && static_cast<int>(before.size()) == count;
+    const bool isSameShape =
+        !before.empty() && DisplaySize(before.front().thumb->look->video) == DisplaySize(project.video);
     QHash<const Page*, ThumbRef> known;
     for (const Slot& slot : before)
         if (slot.page)
@@ -135,7 +137,9 @@ QList<int> PageThumbs::SetPages(const Project& project)
         const Page& page = PageAt(project, index);
         const auto place = static_cast<std::size_t>(index);
         const ThumbRef same = slot.page ? known.value(slot.page.get()) : nullptr;
-        slot.thumb = same && same->look->IsIn(project) ? same : Alike(before, index, page, project);
+        slot.thumb = same && same->look->IsIn(project) ? same
+                     : isSameShape                     ? Alike(before, index, page, project)
+                                                       : nullptr;
         if (!slot.thumb) {
             slot.thumb = std::make_shared<Thumb>(Thumb{std::make_shared<Look>(page, project), {}, {}, {}});
             if (isInPlace && index == m_current)
@@ -209,7 +213,8 @@ void PageThumbs::StartNext()
 void PageThumbs::OnDrawn(const ThumbRef& thumb, QSize size, QImage picture)
 {
     --m_running;
-    thumb->drawing = {};
+    if (thumb->drawing == size) // else another thread draws it by now
+        thumb->drawing = {};
     const int first = size == m_size ? IndexOf(thumb) : -1;
     if (first >= 0) { // else it shows what was there before
         ++m_drawn;

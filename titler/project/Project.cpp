@@ -83,9 +83,19 @@ Project NewProject()
     return project;
 }
 
+int MiddleFrame(const Title& title, int duration)
+{
+    const int middle = (duration - 1) / 2;
+    const auto opacity = static_cast<std::size_t>(Property::Opacity);
+    if (ValuesAt(title.properties, middle)[opacity] > 0)
+        return middle;
+    const KeyList& keys = title.properties[opacity].keys;
+    return keys.empty() ? middle : (keys.front().frame + std::min(keys.back().frame, duration - 1)) / 2;
+}
+
 int MiddleFrame(const Project& project)
 {
-    return (project.duration - 1) / 2;
+    return MiddleFrame(project.title, project.duration);
 }
 
 QSizeF DisplaySize(const SKvVideoResolution& video)

@@ -88,7 +88,10 @@ Page NewPage();
 /// A project of one such page.
 Project NewProject();
 
-/// The frame at which an opened project stands: by the middle a title has come in and has not gone yet.
+/// A frame at which a title is to be seen: by the middle it has come in and has not gone yet; else, as in a
+/// project that goes on long after it, by the middle of its fade's keys.
+int MiddleFrame(const Title& title, int duration);
+/// The frame at which an opened project stands: that of its current page.
 int MiddleFrame(const Project& project);
 
 /// The frame in square pixels: its height, and the width that its aspect ratio asks for.

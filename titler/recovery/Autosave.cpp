@@ -29,6 +29,7 @@ Autosave::Autosave(Document& document, SubtitlePanel& subtitles, const QString& 
     connect(&document, &Document::ProjectChanged, this, &Autosave::OnChanged);
     connect(&document, &Document::FileChanged, this, &Autosave::OnChanged);
     connect(&subtitles, &SubtitlePanel::StepsChanged, this, &Autosave::OnChanged);
+    connect(&subtitles, &SubtitlePanel::CellTyped, this, &Autosave::OnChanged);
 }
 
 Autosave::~Autosave()
@@ -50,38 +51,34 @@ void Autosave::Adopt(std::unique_ptr<RecoveryFile> file)
 
 bool Autosave::IsUnsaved() const
 {
-    return m_document.IsModified() || m_document.IsInRun() || m_subtitles.IsModified();
+    return m_document.IsModified() || m_document.IsInRun() || m_subtitles.IsModified() ||
+           m_subtitles.HasTyped();
 }
 
 void Autosave::OnChanged()
 {
     if (!IsUnsaved())
         Remove();
-    else if (m_isDue && !m_document.IsInRun())
-        WaitFor(0);
-    else if (!m_isDue && !m_timer.isActive())
+    else if (!m_timer.isActive())
         WaitFor(m_pace.first);
 }
 
 // From the last file it is never less than the pace.
 void Autosave::WaitFor(int milliseconds)
 {
-    m_isDue = false;
     const qint64 rest = m_sinceWrite.isValid() ? m_pace.next - m_sinceWrite.elapsed() : 0;
     m_timer.start(static_cast<int>(std::max<qint64>(milliseconds, rest)));
 }
 
 void Autosave::OnTime()
 {
-    if (!IsUnsaved())
-        return;
-    m_isDue = m_document.IsInRun();
-    if (!m_isDue)
+    if (IsUnsaved())
         Write();
 }
 
 // Projects share their parts and subtitles their rows, so a copy costs little. Rows that are new are read a
-// few at a time: the window goes on between.
+// few at a time: the window goes on between. What a drag or an open dialog has done so far is in the copy,
+// and nobody's drag ends by it.
 void Autosave::Write()
 {
     std::optional<SubtitleState> subtitles = m_subtitles.State(QDeadlineTimer(kReadingTime));
@@ -91,26 +88,27 @@ void Autosave::Write()
     }
     if (subtitles->rows.empty() && subtitles->file.isEmpty() && !subtitles->isModified)
         subtitles.reset();
-    UnsavedWork work{m_document.FileName(), m_document.IsModified(), m_document.Current(),
-                     std::move(subtitles), QDateTime::currentDateTime()};
+    UnsavedWork work{m_document.FileName(), m_document.IsModified() || m_document.IsInRun(),
+                     m_document.Current(), std::move(subtitles), QDateTime::currentDateTime()};
     m_sinceWrite.start();
     m_isKept = true;
     m_writer.start([this, file = m_file.get(), work = std::move(work)] {
-        const QString fault = file->Write(work);
+        const KeepResult result = file->Write(work);
         QMetaObject::invokeMethod(
-            this, [this, fault] { OnWritten(fault); }, Qt::QueuedConnection);
+            this, [this, result] { OnWritten(result); }, Qt::QueuedConnection);
     });
 }
 
-void Autosave::OnWritten(const QString& fault)
+void Autosave::OnWritten(const KeepResult& result)
 {
-    if (fault.isEmpty()) {
+    if (result.IsKept()) {
         m_hasFailed = false;
         emit Kept();
         return;
     }
     if (IsUnsaved() && !m_timer.isActive())
         WaitFor(m_pace.next);
+    const QString fault = result.isLocked ? result.fault : Text(kTextRecoveryNoLock);
     if (!std::exchange(m_hasFailed, true))
         emit Failed(Text(kTextCannotKeepWork, {QDir::toNativeSeparators(m_file->Folder()), fault}));
 }
@@ -118,7 +116,6 @@ void Autosave::OnWritten(const QString& fault)
 void Autosave::Remove()
 {
     m_timer.stop();
-    m_isDue = false;
     if (std::exchange(m_isKept, false))
         m_writer.start([file = m_file.get()] { file->Remove(); });
 }

@@ -47,7 +47,7 @@ private:
     void OnChanged();
     void OnTime();
     void Write();
-    void OnWritten(const QString& fault);
+    void OnWritten(const KeepResult& result);
     void Remove();
     void WaitFor(int milliseconds);
 
@@ -59,7 +59,6 @@ private:
     QElapsedTimer m_sinceWrite;
     QThreadPool m_writer;
     bool m_isKept = false;    ///< or about to be
-    bool m_isDue = false;     ///< only a drag is in the way
     bool m_hasFailed = false; ///< the last time
 };
 

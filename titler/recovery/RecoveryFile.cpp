@@ -77,12 +77,12 @@ std::vector<std::unique_ptr<RecoveryFile>> RecoveryFile::FindLeft(const QString&
     return left;
 }
 
-QString RecoveryFile::Write(const UnsavedWork& work)
+KeepResult RecoveryFile::Write(const UnsavedWork& work)
 {
     QDir().mkpath(Folder());
     if (!Take())
-        return Text(kTextRecoveryNoLock);
-    return WriteWhole(m_name + QLatin1String(kEnding), ToJson(work));
+        return {false, {}};
+    return {true, WriteWhole(m_name + QLatin1String(kEnding), ToJson(work))};
 }
 
 bool RecoveryFile::Read()

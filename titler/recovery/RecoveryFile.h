@@ -25,6 +25,15 @@ struct UnsavedWork
     QDateTime time;                         ///< when it was kept
 };
 
+/// What became of keeping it.
+struct KeepResult
+{
+    bool isLocked; ///< false: another program has the file, or none can be there
+    QString fault; ///< the system's reason; empty when there is none
+
+    bool IsKept() const { return isLocked && fault.isEmpty(); }
+};
+
 /// The file of one running program. A program's lock beside it tells the others that it still runs; it needs
 /// no tidying up when the program dies.
 class RecoveryFile
@@ -39,8 +48,8 @@ public:
     /// is offered it as long as the object lives. What cannot be read is passed over and stays.
     static std::vector<std::unique_ptr<RecoveryFile>> FindLeft(const QString& folder);
 
-    /// Whole or not at all. @return an empty text, or the system's reason; what was kept before stays then.
-    QString Write(const UnsavedWork& work);
+    /// Whole or not at all; what was kept before stays when it fails. From any thread.
+    KeepResult Write(const UnsavedWork& work);
     /// Nothing is left of it.
     void Remove();
     /// What `FindLeft` has found in the file; empty for a new one.

@@ -166,6 +166,29 @@ void SubtitleList::_OnNotifyItemModify(int kind, const CArray<int, int>& rows, i
     CKvSubTitleTxtListEditor::_OnNotifyItemModify(kind, rows, column);
 }
 
+std::optional<std::pair<int, QString>> SubtitleList::Typed() const
+{
+    const int row = GetEditLine();
+    if (row < 0 || GetEditColumn() != kKvSubTitleText)
+        return std::nullopt;
+    const std::wstring text = GetOpenText();
+    if (text == GetItemText(row, kKvSubTitleText))
+        return std::nullopt;
+    return std::pair(row, QString::fromStdWString(text));
+}
+
+void SubtitleList::_UpdateTextWidth()
+{
+    CKvSubTitleTxtListEditor::_UpdateTextWidth();
+    emit CellTyped();
+}
+
+void SubtitleList::_OnEditClosed()
+{
+    CKvSubTitleTxtListEditor::_OnEditClosed();
+    emit CellTyped();
+}
+
 BOOL SubtitleList::_BeginRowDrag(int line)
 {
     emit RowsPickedUp();

@@ -10,7 +10,9 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace titler {
@@ -31,6 +33,8 @@ public:
 
     /// Commits the open cell. @return false when its text is refused; the cell then stays open.
     bool Settle() { return !IsEditing() || EndEdit(1) != 0; }
+    /// A row and the text in its open cell; nothing where that is the row's own.
+    std::optional<std::pair<int, QString>> Typed() const;
     SubtitleTimes Times(int row) const;
     void SetTimes(int row, const SubtitleTimes& times);
     /// Signs in the rows, by `GetRowKey`; rows that are not in it have none.
@@ -54,6 +58,8 @@ public:
 signals:
     /// The selected rows are picked up to be dragged.
     void RowsPickedUp();
+    /// The text in an open cell changed, or the cell is closed.
+    void CellTyped();
 
 protected:
     bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
@@ -62,6 +68,8 @@ protected:
     CString _GetItemDescription(int line) const override;
     void _OnItemsModifying(int kind, const int* lines, int count) override;
     void _OnNotifyItemModify(int kind, const CArray<int, int>& rows, int column) override;
+    void _UpdateTextWidth() override;
+    void _OnEditClosed() override;
     BOOL _BeginRowDrag(int line) override;
     BOOL OnKeyDown(UINT key, Qt::KeyboardModifiers modifiers) override;
     BOOL OnChar(UINT character) override;

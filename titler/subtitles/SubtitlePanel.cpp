@@ -115,6 +115,7 @@ void SubtitlePanel::Connect()
     connect(m_list, &SubtitleList::RowsPickedUp, this, &SubtitlePanel::RememberCopied);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &SubtitlePanel::OnClipboardChanged);
     connect(m_list, &SubtitleList::TextEdited, this, &SubtitlePanel::OnRowsChanged);
+    connect(m_list, &SubtitleList::CellTyped, this, &SubtitlePanel::CellTyped);
     connect(m_list, &SubtitleList::TimeCodeEdited, this, &SubtitlePanel::OnRowsChanged);
     connect(&Steps(), &QUndoStack::indexChanged, this, [this] {
         NameStep();
@@ -146,6 +147,11 @@ QUndoStack& SubtitlePanel::Steps() const
 bool SubtitlePanel::IsModified() const
 {
     return !Steps().isClean();
+}
+
+bool SubtitlePanel::HasTyped() const
+{
+    return m_list->Typed().has_value();
 }
 
 void SubtitlePanel::showEvent(QShowEvent* event)
@@ -261,12 +267,7 @@ void SubtitlePanel::ShowCommands()
 void SubtitlePanel::FillMenu(QMenu& menu)
 {
     ShowCommands();
-    for (QAction* command : m_listMenu) {
-        if (command != nullptr)
-            menu.addAction(command);
-        else
-            menu.addSeparator();
-    }
+    AddToMenu(menu, m_listMenu);
 }
 
 void SubtitlePanel::ShowPlaying()
@@ -311,7 +312,7 @@ void SubtitlePanel::ShowFaults()
     const auto row = static_cast<std::size_t>(std::max(Current(), 0));
     const bool isKnown = Current() >= 0 && row < m_faults.size();
     m_faultText->setText(isKnown ? FaultTexts(m_faults[row]).join(u' ') : QString());
-    m_faultText->setToolTip(m_faultText->text());
+    m_faultText->setToolTip(PlainTip(m_faultText->text()));
 }
 
 } // namespace titler

@@ -57,11 +57,15 @@ public:
     /// @return false when nothing was written.
     bool Export(const QString& file);
     /// Where the rows came from, or were first exported to; empty before.
+    CanvasView& Canvas() { return *m_canvas; }
     const QString& FileName() const { return m_file; }
     bool IsModified() const;
+    /// Whether a text is open that differs from its row's; no step yet.
+    bool HasTyped() const;
     /// The rows' frame rate: the project's when they were imported or begun, whatever the project's is now.
     EKvFrameRate Rate() const { return m_rate; }
-    /// All of it, without the steps of undo. A row is read once, and again when it has changed.
+    /// All of it, without the steps of undo, with what is typed in an open text. A row is read once, and
+    /// again when it has changed.
     /// @return nothing when the time has passed with rows still to be read: the next call goes on.
     std::optional<SubtitleState> State(QDeadlineTimer deadline = QDeadlineTimer::Forever) const;
     void Restore(const SubtitleState& state);
@@ -85,6 +89,8 @@ signals:
     /// Something was done or went wrong; errors want a message box.
     void Reported(titler::LogType type, const QString& text);
     void StepsChanged();
+    /// What is typed in an open cell, or the cell is closed.
+    void CellTyped();
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -181,6 +181,13 @@ std::optional<SubtitleState> SubtitlePanel::State(QDeadlineTimer deadline) const
     state.rows.reserve(static_cast<std::size_t>(count));
     for (int line = 0; line < count; ++line)
         state.rows.push_back(m_list->CopyOf(line));
+    if (const auto typed = m_list->Typed()) {
+        const auto row = static_cast<std::size_t>(typed->first);
+        auto changed = std::make_shared<SubtitleState::Row>(*state.rows[row]);
+        changed->text = typed->second;
+        state.rows[row] = std::move(changed);
+        state.isModified = true;
+    }
     return state;
 }
 

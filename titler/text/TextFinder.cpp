@@ -171,6 +171,7 @@ int TextFinder::Replace(const wchar_t* text, const wchar_t* replacement, BOOL ma
     const QString step = Text(kStepReplaceText, {Shortened(what), Shortened(by)});
     if (all != 0)
         return ReplaceAll(matches, step, by);
+    TakeSelection(matches);
     const int place = m_hit && IsInSight(*m_hit) ? PlaceOf(*m_hit) : -1;
     const QString before = place < 0 ? QString() : TextAt(place);
     const std::vector<TextRange> found = matches.In(before);
@@ -196,6 +197,17 @@ int TextFinder::Replace(const wchar_t* text, const wchar_t* replacement, BOOL ma
     return Announce(hasWrapped);
 }
 
+// A place that the user has selected is as good as one that was found.
+void TextFinder::TakeSelection(const SubtitleMatches& matches)
+{
+    if (m_stage.areSubtitles() || (m_hit && IsInSight(*m_hit)))
+        return;
+    const int page = m_document.Current().pageIndex;
+    const std::vector<TextRange> found = matches.In(TextAt(page));
+    if (std::find(found.begin(), found.end(), EditorSelection()) != found.end())
+        m_hit = Hit{page, 0, EditorSelection()};
+}
+
 void TextFinder::RefuseLong(int page)
 {
     emit Reported(LogType::Warning,
@@ -209,6 +221,7 @@ int TextFinder::ReplaceAll(const SubtitleMatches& matches, const QString& step, 
     std::vector<std::pair<int, QString>> rows;
     int inPages = 0;
     int inRows = 0;
+    bool isFound = false;
     bool isRefused = false;
     for (int place = 0; place < PlaceTotal(); ++place) {
         const QString text = TextAt(place);
@@ -217,6 +230,9 @@ int TextFinder::ReplaceAll(const SubtitleMatches& matches, const QString& step, 
             continue;
         const QString after = Replaced(text, found, replacement);
         const bool isPage = place < PageTotal();
+        isFound = true;
+        if (after == text)
+            continue;
         if (isPage && after.size() > kLongestText) {
             RefuseLong(place);
             isRefused = true;
@@ -225,8 +241,11 @@ int TextFinder::ReplaceAll(const SubtitleMatches& matches, const QString& step, 
         (isPage ? inPages : inRows) += static_cast<int>(found.size());
         (isPage ? pages : rows).emplace_back(isPage ? place : place - PageTotal(), after);
     }
-    if (pages.empty() && rows.empty())
-        return isRefused ? 0 : kKvFindNotFound;
+    if (pages.empty() && rows.empty()) {
+        if (isFound && !isRefused)
+            emit Reported(LogType::Message, Text(kTextReplacedNone));
+        return isFound ? 0 : kKvFindNotFound;
+    }
     QStringList said;
     if (!pages.empty()) {
         m_document.Edit(EditKind::Single, step, [&](Project& project) {

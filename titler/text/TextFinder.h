@@ -86,6 +86,7 @@ private:
     void ForgetHit();
     int ReplaceAll(const SubtitleMatches& matches, const QString& step, const QString& replacement);
     void RefuseLong(int page);
+    void TakeSelection(const SubtitleMatches& matches);
 
     Document& m_document;
     QPlainTextEdit& m_editor;

@@ -57,6 +57,7 @@ GradientInspector::~GradientInspector() = default;
 void GradientInspector::BuildControl()
 {
     m_control->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, this, kGradientId);
+    m_control->SetActive(0); // the accent is for the focus here
     m_control->setFixedHeight(kControlHeight);
     m_control->setMinimumWidth(220);
     m_control->setAccessibleName(Text(kTextGradient));

@@ -13,6 +13,7 @@
 #include "window/ToolStrip.h"
 
 #include <QHBoxLayout>
+#include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
@@ -96,6 +97,9 @@ QWidget* TitleWorkspace::BuildTime(QSplitter& parent, Document& document, Transp
 
 void TitleWorkspace::ShowPages(bool show)
 {
+    // Else it goes on to whatever comes next, a tool for example, which the next key would use.
+    if (!show && m_pagePanel->isAncestorOf(window()->focusWidget()))
+        m_canvas->setFocus();
     m_pagePanel->setVisible(show);
 }
 
@@ -123,6 +127,7 @@ QWidget* TitleWorkspace::BuildPages(Document& document)
     row->addLayout(tools);
     m_pages = new PageStrip(document, *panel);
     m_pages->SetMenu(m_pageCommands->Commands());
+    connect(m_pageCommands, &PageCommands::Added, this, [this] { m_text->Field().selectAll(); });
     row->addWidget(m_pages, 1);
     return panel;
 }

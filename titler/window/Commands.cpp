@@ -24,6 +24,16 @@ QKeySequence ShortcutOf(const QAction& command)
                                         : command.shortcut();
 }
 
+void AddToMenu(QMenu& menu, const QList<QAction*>& commands)
+{
+    for (QAction* command : commands) {
+        if (command != nullptr)
+            menu.addAction(command);
+        else
+            menu.addSeparator();
+    }
+}
+
 Commands::Commands(QWidget& window) : m_window(window) {}
 
 Commands::~Commands() = default;

@@ -20,6 +20,9 @@ void GiveShortcutAway(QAction& command);
 /// The shortcut under which a command is reached; empty for none.
 QKeySequence ShortcutOf(const QAction& command);
 
+/// Adds commands to a menu; null is a separator.
+void AddToMenu(QMenu& menu, const QList<QAction*>& commands);
+
 /// Commands under menus, in the order in which they were added. A command's number is its place, from 1.
 class Commands
 {

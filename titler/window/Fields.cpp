@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTextDocument>
 
 namespace titler {
 namespace {
@@ -159,6 +160,11 @@ QLabel* RowLabel(UINT nameId, QWidget& field)
     QLabel* label = FieldLabel(nameId, field);
     label->setMinimumWidth(label->fontMetrics().averageCharWidth() * 11);
     return label;
+}
+
+QString PlainTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 QLabel* Heading(UINT textId)

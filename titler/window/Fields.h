@@ -22,6 +22,8 @@ QLabel* RowLabel(UINT nameId, QWidget& field);
 
 /// A heading of a section.
 QLabel* Heading(UINT textId);
+/// A tool tip that shows a user's text as it is, also where it looks like markup.
+QString PlainTip(const QString& text);
 
 /// For a field that edits the project. Ctrl+Z and Ctrl+Y undo the project, not the field's own text; where
 /// something is typed that the project does not have yet, Ctrl+Z drops that alone. In a number Space is

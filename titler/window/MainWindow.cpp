@@ -83,6 +83,8 @@ MainWindow::MainWindow(Caption caption, bool hsb)
     connect(&m_workspace->Animation(), &AnimationInspector::Refused, this,
             [this](const QString& reason) { Say(reason, LogType::Warning); });
     connect(&m_workspace->Canvas(), &CanvasView::ZoomChanged, this, &MainWindow::ShowZoom);
+    connect(&m_subtitles->Canvas(), &CanvasView::ZoomChanged, this, &MainWindow::ShowZoom);
+    connect(m_pages, &QStackedWidget::currentChanged, this, &MainWindow::ShowZoom);
     connect(m_media, &MediaPanel::FolderWanted, this, &MainWindow::ChooseMedia);
     connect(&m_rules, &NamingRules::SaveFailed, this,
             [this](const QString& fault) { Say(fault, LogType::Warning); });
@@ -112,6 +114,7 @@ MainWindow::~MainWindow()
     m_document.disconnect(this);
     m_document.Steps().disconnect(this);
     m_subtitles->disconnect(this);
+    m_pages->disconnect(this);
     m_subtitles->Steps().disconnect(this);
     delete m_bar;
     delete m_menuBar;
@@ -210,8 +213,17 @@ void MainWindow::ShowFormat()
 
 void MainWindow::ShowZoom()
 {
-    const double percent = m_workspace->Canvas().Zoom() * 100;
-    m_zoom->setText(Text(kTextZoom, {QString::number(std::lround(percent))}));
+    const QWidget* page = m_pages->currentWidget();
+    const bool hasCanvas = page == m_workspace || page == m_subtitles;
+    const double percent = SeenCanvas().Zoom() * 100;
+    m_zoom->setText(hasCanvas ? Text(kTextZoom, {QString::number(std::lround(percent))}) : QString());
+    for (QAction* command : m_zoomCommands)
+        command->setEnabled(hasCanvas);
+}
+
+CanvasView& MainWindow::SeenCanvas()
+{
+    return m_pages->currentWidget() == m_subtitles ? m_subtitles->Canvas() : m_workspace->Canvas();
 }
 
 void MainWindow::Say(const QString& text, LogType type)
@@ -379,7 +391,7 @@ void MainWindow::ShowRecent()
         entry.setVisible(i < projects.size());
         const QString name = FileNameOf(projects.value(i)).replace(u'&', QLatin1String("&&"));
         entry.setText(Text(kTextRecent, {QString::number(i + 1), name}));
-        entry.setToolTip(Text(kTextRecent + 1, {QDir::toNativeSeparators(projects.value(i))}));
+        entry.setToolTip(PlainTip(Text(kTextRecent + 1, {QDir::toNativeSeparators(projects.value(i))})));
         entry.setStatusTip(entry.toolTip());
     }
     m_noRecent->setVisible(projects.isEmpty());

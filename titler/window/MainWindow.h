@@ -22,6 +22,7 @@ class QStackedWidget;
 namespace titler {
 
 class Autosave;
+class CanvasView;
 class MediaPanel;
 class PageStrip;
 class RulesPanel;
@@ -120,6 +121,7 @@ private:
     void ShowFile();
     void ShowFormat();
     void ShowZoom();
+    CanvasView& SeenCanvas();
     void ShowSteps();
     void ShowFormats();
     QUndoStack& Steps(); ///< of what the workspace shows
@@ -168,6 +170,7 @@ private:
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QAction* m_safeAreas = nullptr;
+    QList<QAction*> m_zoomCommands;
     QAction* m_showPages = nullptr;
     QActionGroup* m_formats = nullptr;
     QActionGroup* m_workspaces = nullptr;

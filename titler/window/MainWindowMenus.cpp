@@ -125,17 +125,18 @@ void MainWindow::BuildViewMenu()
     connect(m_showPages, &QAction::toggled, m_workspace, &TitleWorkspace::ShowPages);
     menu.addSeparator();
     QAction* fit = AddItem(
-        menu, kTextFit, {QKeySequence(Qt::CTRL | Qt::Key_0)}, [&canvas] { canvas.FitToWindow(); },
+        menu, kTextFit, {QKeySequence(Qt::CTRL | Qt::Key_0)}, [this] { SeenCanvas().FitToWindow(); },
         L"titler_tool_fit");
     QAction* fullSize = AddItem(
-        menu, kTextFullSize, {QKeySequence(Qt::CTRL | Qt::Key_1)}, [&canvas] { canvas.SetZoom(1); },
+        menu, kTextFullSize, {QKeySequence(Qt::CTRL | Qt::Key_1)}, [this] { SeenCanvas().SetZoom(1); },
         L"titler_tool_fullsize");
     QAction* zoomIn = AddItem(
         menu, kTextZoomIn, {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
-        [&canvas] { canvas.ZoomIn(); }, L"titler_tool_zoomin");
+        [this] { SeenCanvas().ZoomIn(); }, L"titler_tool_zoomin");
     QAction* zoomOut = AddItem(
-        menu, kTextZoomOut, {QKeySequence(Qt::CTRL | Qt::Key_Minus)}, [&canvas] { canvas.ZoomOut(); },
+        menu, kTextZoomOut, {QKeySequence(Qt::CTRL | Qt::Key_Minus)}, [this] { SeenCanvas().ZoomOut(); },
         L"titler_tool_zoomout");
+    m_zoomCommands << fit << fullSize << zoomIn << zoomOut;
     menu.addSeparator();
     BuildWorkspaceItems(menu);
     for (const Workspace workspace : {Workspace::Design, Workspace::Animate})
@@ -178,16 +179,12 @@ void MainWindow::BuildProjectMenu()
 
 void MainWindow::BuildPagesMenu()
 {
-    QMenu& menu = AddMenu(kTextPagesMenu);
-    for (QAction* command : m_workspace->CommandsOfPages().Commands())
-        command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
+    AddToMenu(AddMenu(kTextPagesMenu), m_workspace->CommandsOfPages().Commands());
 }
 
 void MainWindow::BuildPlaybackMenu()
 {
-    QMenu& menu = AddMenu(kTextPlaybackMenu);
-    for (QAction* command : m_workspace->Playback().Commands())
-        command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
+    AddToMenu(AddMenu(kTextPlaybackMenu), m_workspace->Playback().Commands());
 }
 
 void MainWindow::BuildSubtitlesMenu()
@@ -203,9 +200,8 @@ void MainWindow::BuildRulesMenu()
 // A menu, and those of its commands that have a picture as tools.
 void MainWindow::AddCommands(UINT menuId, const QList<QAction*>& commands, Workspace workspace)
 {
-    QMenu& menu = AddMenu(menuId);
+    AddToMenu(AddMenu(menuId), commands);
     for (QAction* command : commands) {
-        command != nullptr ? menu.addAction(command) : static_cast<void>(menu.addSeparator());
         if (command == nullptr || !command->icon().isNull())
             ToolsOf(workspace) << command;
     }

@@ -51,11 +51,16 @@ void MainWindow::BuildStart()
     connect(m_start, &StartPage::RemoveWanted, this, &MainWindow::RemoveRecent);
     connect(m_start, &StartPage::Left, this, &MainWindow::LeaveStart);
     connect(m_start, &StartPage::Typed, this, [this](const QString& text) {
+        if (!m_document.IsUntouched()) {
+            if (!MayLeave())
+                return;
+            m_document.New();
+        }
         Show(Workspace::Design);
-        auto* field = m_workspace->findChild<TextInspector*>()->findChild<QPlainTextEdit*>();
-        field->setFocus();
-        field->selectAll();
-        field->insertPlainText(text);
+        QPlainTextEdit& field = m_workspace->Texts().Field();
+        field.setFocus();
+        field.selectAll();
+        field.insertPlainText(text);
     });
     // Whatever is done is about the workspace.
     connect(&m_document, &Document::ProjectChanged, this, &MainWindow::LeaveStart);
@@ -124,8 +129,7 @@ void MainWindow::BeginFormat(const SKvVideoResolution& format)
 {
     if (!MayLeave())
         return;
-    m_document.New();
-    titler::Project project = m_document.Current();
+    titler::Project project = FirstProject();
     SetVideoFormat(project, format);
     m_document.Begin(std::move(project), {}, false);
     m_transport.Seek(MiddleFrame(m_document.Current()));

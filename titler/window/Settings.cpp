@@ -44,17 +44,10 @@ QString Settings::Load()
     QFile file(m_file);
     if (m_file.isEmpty() || !file.exists())
         return {};
-    const bool isRead = file.open(QIODevice::ReadOnly);
+    file.open(QIODevice::ReadOnly);
     const QJsonDocument document = Parse(file);
-    if (!document.isObject()) {
-        const QString copy = m_file + QStringLiteral(".bak");
-        QFile::remove(copy);
-        const QString name = QDir::toNativeSeparators(m_file);
-        if (isRead && QFile::copy(m_file, copy))
-            return Text(kTextBadSettings, {name, QFileInfo(copy).fileName()});
-        m_file.clear(); // a save would lose what is there
-        return Text(kTextLostSettings, {name});
-    }
+    if (!document.isObject())
+        return SetAside();
     m_source = document.object();
     geometry = QByteArray::fromBase64(m_source.value(QLatin1String("geometry")).toString().toLatin1());
     workspace = m_source.value(QLatin1String("workspace")).toString();
@@ -64,6 +57,18 @@ QString Settings::Load()
     favouriteCharacters = m_source.value(QLatin1String(kFavouriteCharacters)).toString();
     AddTheirs(m_source);
     return {};
+}
+
+// What cannot be read is kept beside the file that takes its place.
+QString Settings::SetAside()
+{
+    const QString copy = m_file + QStringLiteral(".bak");
+    const QString name = QDir::toNativeSeparators(m_file);
+    if (QFileInfo(m_file).isFile() && (!QFile::exists(copy) || QFile::remove(copy)) &&
+        QFile::rename(m_file, copy))
+        return Text(kTextBadSettings, {name, QFileInfo(copy).fileName()});
+    m_file.clear(); // a save would lose what is there
+    return Text(kTextLostSettings, {name});
 }
 
 void Settings::AddTheirs(const QJsonObject& source)
@@ -88,6 +93,9 @@ QString Settings::Save()
         AddTheirs(m_source);
     }
     file.close();
+    const QString aside = file.exists() && !now.isObject() ? SetAside() : QString();
+    if (m_file.isEmpty())
+        return aside;
     m_source.insert(QLatin1String("geometry"), QString::fromLatin1(geometry.toBase64()));
     m_source.insert(QLatin1String("workspace"), workspace);
     m_source.insert(QLatin1String("colours"), QLatin1String(hsb ? kHsb : kRgb));
@@ -99,7 +107,7 @@ QString Settings::Save()
         return {}; // a project that is opened again does not wait for the disk
     QDir().mkpath(QFileInfo(m_file).path());
     const QString fault = WriteWhole(m_file, QJsonDocument(m_source).toJson());
-    return fault.isEmpty() ? QString() : Text(kTextCannotSave, {QDir::toNativeSeparators(m_file), fault});
+    return fault.isEmpty() ? aside : Text(kTextCannotSave, {QDir::toNativeSeparators(m_file), fault});
 }
 
 void Settings::AddProject(const QString& name)

@@ -22,7 +22,7 @@ public:
     /// Where the settings stand, and the user's swatches beside them; empty for settings without a file.
     QString Folder() const;
 
-    /// A missing file is no fault. A broken one is copied beside itself, with ".bak" behind its name;
+    /// A missing file is no fault. A broken one gets ".bak" behind its name, here or when it is saved;
     /// where even that fails nothing is written any more.
     /// @return an empty text, or a sentence for the user.
     QString Load();
@@ -43,6 +43,7 @@ public:
     QStringList projects; ///< absolute paths, the latest first
 
 private:
+    QString SetAside();
     void AddTheirs(const QJsonObject& source);
 
     QString m_file;

@@ -60,11 +60,12 @@ QLineEdit, QPlainTextEdit { selection-background-color: @selection; selection-co
     border: 1px solid @border; border-radius: 2px; padding: 2px; background: @field; }
 QLineEdit:focus, QPlainTextEdit:focus { border: 1px solid @accent; }
 QAbstractSpinBox QLineEdit, QComboBox QLineEdit { border: none; padding: 0; background: transparent; }
-QTreeView { border: 1px solid @border; background: @field; }
-QTreeView:focus { border: 1px solid @accent; }
-QTreeView::item { border: none; padding: 3px 6px 3px 2px; }
-QTreeView::item:selected { background: @selection; color: @text; }
-QTreeView::item:hover:!selected { background: @panel; }
+QTreeView, QListView { border: 1px solid @border; background: @field; outline: none; }
+QTreeView:focus, QListView:focus { border: 1px solid @accent; }
+QTreeView::item, QListView::item { border: none; padding: 3px 6px 3px 2px; }
+QTreeView::item:selected, QListView::item:selected { background: @selection; color: @text; }
+QTreeView::item:hover:!selected, QListView::item:hover:!selected { background: @panel; }
+QAbstractSpinBox, QComboBox { selection-background-color: @selection; selection-color: @text; }
 QLabel[role="heading"] { color: @text; font-weight: bold; }
 QLabel[role="hint"] { color: @dimText; }
 QLabel[role="fault"] { color: @fault; }
@@ -76,12 +77,13 @@ QPushButton, QToolButton { background: @button; border: 1px solid @border; borde
 QPushButton:hover, QToolButton:hover { background: @selection; }
 QPushButton:pressed, QToolButton:pressed, QToolButton:checked { background: @selection;
     border-color: @dimText; }
-QPushButton:focus, QToolButton:focus { border-color: @accent; }
+QPushButton:focus, QToolButton:focus { border-color: @accent; outline: none; }
 QToolButton[role="tool"] { background: transparent; border-color: transparent; padding: 3px; }
 QToolButton[role="tool"]:hover, QToolButton[role="tool"]:checked { background: @selection; }
 QToolButton[role="tool"]:focus { border-color: @accent; }
 QToolButton[role="switch"] { padding: 4px 2px; }
-QToolButton[role="switch"]:checked { color: @accent; border-color: @accent; }
+QToolButton[role="switch"]:checked { color: @accent; border-color: @dimText; }
+QToolButton[role="switch"]:focus { border-color: @accent; }
 QToolButton[role="small"] { padding: 2px 4px; }
 QToolButton[role="deck"] { padding: 3px 5px; }
 )";

@@ -110,6 +110,8 @@ QWidget* StartPage::BuildRecent()
 {
     NameField(*m_projects, kTextStartRecent);
     m_projects->setMinimumWidth(60);
+    m_projects->setTextElideMode(Qt::ElideMiddle);
+    m_projects->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_noProjects->setProperty("role", "hint");
     m_noProjects->setWordWrap(true);
     connect(m_projects, &QListWidget::itemActivated, this, &StartPage::OpenCurrent);
@@ -118,7 +120,9 @@ QWidget* StartPage::BuildRecent()
     auto* part = new QWidget;
     part->setMaximumWidth(kWidestPart);
     auto* column = new QVBoxLayout(part);
-    column->addWidget(FieldLabel(kTextStartRecent, *m_projects));
+    QLabel* heading = FieldLabel(kTextStartRecent, *m_projects);
+    heading->setProperty("role", "heading");
+    column->addWidget(heading);
     column->addWidget(m_projects, 1);
     column->addWidget(m_noProjects);
     column->addWidget(m_remove, 0, Qt::AlignLeft);
@@ -137,7 +141,7 @@ void StartPage::ShowProjects(const QStringList& files)
         const QString name = isThere ? info.fileName() : Text(kTextStartMissing, {info.fileName()});
         auto* item = new QListWidgetItem(Text(kTextStartRow, {name, folder}), m_projects);
         item->setData(kFileRole, file);
-        item->setToolTip(QDir::toNativeSeparators(file));
+        item->setToolTip(PlainTip(QDir::toNativeSeparators(file)));
         if (!isThere)
             item->setForeground(palette().brush(QPalette::Disabled, QPalette::Text));
     }

@@ -30,9 +30,9 @@ signals:
     void NewWanted(const SKvVideoResolution& format);
     void ProjectWanted(const QString& file);
     void RemoveWanted(const QString& file);
-    /// Escape: an empty project is what is wanted.
+    /// Escape: on with the project that is open, an empty one at first.
     void Left();
-    /// The same, and this is its text's begin.
+    /// An empty project is what is wanted, and this is its text's begin.
     void Typed(const QString& text);
 
 protected:

@@ -654,7 +654,8 @@ std::span<const KvStringEntry> OwnTexts()
         {22285, L"Projects that you open or save stand here."},
         {22286, L"%1 (missing)"},
         {22287,
-         L"Escape begins with an empty title, and so does typing. A file that is dropped here is opened."},
+         L"Escape goes on with the title that is open, typing begins a new one. A file that is dropped here "
+         L"is opened."},
         {22288, L"%1\n%2"},
         {22289, L"titler opens projects, subtitles and folders of media. %1 is none of them."},
         {22300, L"The title has no text yet. Write it in the field “Text” of the inspector."},
@@ -733,6 +734,7 @@ std::span<const KvStringEntry> OwnTexts()
         {22425, L"A title has at most %1 characters; there is no room for another one."},
         {22426, L"“%1” was added to the end of the title."},
         {22427, L"“%1” was added to the end of subtitle %2."},
+        {22428, L"Every place reads so already; nothing was replaced."},
         {22450, L"Gallery of controls"},
         {22451, L"What a control tells its host stands here."},
         {22452, L"%1 told: %2, number %3, code %4"},

@@ -246,6 +246,7 @@ enum TextId : UINT
     kTextTitleFull = 22425,
     kTextInsertedInTitle = 22426,
     kTextInsertedInRow = 22427,
+    kTextReplacedNone = 22428,
 
     // Canvas and status line.
     kTextCanvas = 21300,
