@@ -296,6 +296,18 @@ void CKvAppLogListCtrl::OnPaint(Graphics& graphics)
         m_impl->AskOverlay(); // the user has come to the end
 }
 
+void CKvAppLogListCtrl::changeEvent(QEvent* event)
+{
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange) {
+        CKvReportListCtrl::changeEvent(event);
+        return;
+    }
+    const Impl::Quiet still(*m_impl);
+    m_impl->KeepEnd([&] { CKvReportListCtrl::changeEvent(event); });
+    m_impl->PlaceFindBar();
+    m_impl->AskOverlay();
+}
+
 void CKvAppLogListCtrl::OnSize(int width, int height)
 {
     const Impl::Quiet still(*m_impl);

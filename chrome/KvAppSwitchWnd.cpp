@@ -19,8 +19,9 @@ constexpr int kLeastWidth = 240;
 constexpr Qt::WindowFlags kPopup = Qt::Popup | Qt::FramelessWindowHint;
 
 constexpr const char* kSheet = R"(
-CKvAppSwitchWnd { background: %1; border: 1px solid %2; }
-CKvAppSwitchWnd > QListWidget { background: transparent; border: none; outline: 0; color: %3; }
+CKvAppSwitchWnd { background: %1; border: 1px solid %2; border-radius: 0; padding: 0; margin: 0; }
+CKvAppSwitchWnd > QListWidget { background: transparent; border: none; padding: 0; margin: 0; outline: 0;
+    color: %3; }
 CKvAppSwitchWnd > QListWidget::item { padding: 6px 12px 6px 8px; border: 1px solid transparent;
     border-radius: 4px; }
 CKvAppSwitchWnd > QListWidget::item:hover { background: %4; }

@@ -72,6 +72,11 @@ QSize CKvCaptionBar::sizeHint() const
     return {kLeastWidth, IsCreated() ? m_height : SkinHeight()};
 }
 
+QSize CKvCaptionBar::minimumSizeHint() const
+{
+    return sizeHint();
+}
+
 BOOL CKvCaptionBar::OnCommand(WPARAM wParam, LPARAM /*lParam*/, LRESULT* /*result*/)
 {
     return HIWORD(wParam) == BN_CLICKED && m_strip->Command(LOWORD(wParam)) ? 1 : 0;

@@ -49,6 +49,7 @@ void CKvColorMapWnd::SetType(int type)
         return;
     m_impl->type = type;
     m_impl->access.NamesChanged();
+    updateGeometry();
     update();
 }
 
@@ -210,6 +211,11 @@ UINT CKvColorMapWnd::OnGetDlgCode()
 QSize CKvColorMapWnd::sizeHint() const
 {
     return m_impl->IsField() ? QSize(128, 128) : QSize(16, 128);
+}
+
+QSize CKvColorMapWnd::minimumSizeHint() const
+{
+    return m_impl->IsField() ? QSize(32, 32) : QSize(12, 32);
 }
 
 void CKvColorMapWnd::OnPaint(Graphics& graphics)

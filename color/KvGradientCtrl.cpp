@@ -22,6 +22,7 @@ constexpr UINT kMenu = 12002;
 CKvGradientCtrl::CKvGradientCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
     setFocusPolicy(Qt::ClickFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
 CKvGradientCtrl::CKvGradientCtrl(QWidget* parent) : CKvGradientCtrl()

@@ -142,6 +142,11 @@ QSize CKvQuadGradCtrl::sizeHint() const
     return {240, 120};
 }
 
+QSize CKvQuadGradCtrl::minimumSizeHint() const
+{
+    return {96, 48};
+}
+
 void CKvQuadGradCtrl::DrawAllControls()
 {
     for (int corner = 0; corner < kv::QuadModel::kCorners; ++corner)

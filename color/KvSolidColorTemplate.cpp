@@ -16,8 +16,15 @@ namespace {
 
 constexpr UINT kMenu = 12015;
 constexpr QSize kCellSize(24, 18);
+constexpr QSize kLeastCellSize(8, 8);
 /// More cells than this make the grid no larger by themselves.
 constexpr int kMostCellsOfHint = 64;
+
+QSize SizeOf(QSize cell, int columns, int rows)
+{
+    return {cell.width() * std::clamp(columns, 1, kMostCellsOfHint),
+            cell.height() * std::clamp(rows, 1, kMostCellsOfHint)};
+}
 
 } // namespace
 
@@ -131,8 +138,12 @@ UINT CKvSolidColorTemplate::OnGetDlgCode()
 
 QSize CKvSolidColorTemplate::sizeHint() const
 {
-    return {kCellSize.width() * std::clamp(m_impl->columns, 1, kMostCellsOfHint),
-            kCellSize.height() * std::clamp(m_impl->rows, 1, kMostCellsOfHint)};
+    return SizeOf(kCellSize, m_impl->columns, m_impl->rows);
+}
+
+QSize CKvSolidColorTemplate::minimumSizeHint() const
+{
+    return SizeOf(kLeastCellSize, m_impl->columns, m_impl->rows);
 }
 
 bool CKvSolidColorTemplate::ReadFile(const CString& path, bool factory)

@@ -6,6 +6,7 @@ CKvParamBezierWnd::CKvParamBezierWnd(IKvParamBezierInfo* info, IKvParamBezierCtr
     : m_impl(std::make_unique<Impl>(*this, info, callback))
 {
     setFocusPolicy(Qt::ClickFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     m_impl->Load();
 }
 

@@ -188,6 +188,7 @@ protected:
     bool WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, UINT character) const override;
     void OnPaint(Graphics& graphics) override;
     void OnSize(int width, int height) override;
+    void changeEvent(QEvent* event) override;
     void OnTimer(UINT id) override;
     void OnSkinChanged() override;
     QString ToolTipAt(CPoint point, CRect& area) const override;

@@ -69,6 +69,7 @@ public:
     /// @param settings only the background is used.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     /// @return where the picture stands, in client coordinates; an empty one shows none. The whole button

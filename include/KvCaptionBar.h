@@ -46,6 +46,7 @@ public:
     /// @param settings see `IKvGuiWnd`.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     /// @param strip what the two bars do differently.

@@ -84,6 +84,7 @@ public:
 
     UINT OnGetDlgCode() override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
 Q_SIGNALS:

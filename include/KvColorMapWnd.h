@@ -137,6 +137,7 @@ public:
 
     UINT OnGetDlgCode() override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// Before a drag or a one-shot edit begins. An owner of several controls ends the runs of the others

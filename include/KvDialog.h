@@ -91,6 +91,10 @@ public:
     /// Colours and font of a host's own instead of the skin's. @param settings see `IKvGuiWnd`.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
+    /// The template's size once there is a window.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
     // The toolkit's ways into and out of a dialog are the ones above.
     int exec() override;
     void accept() override;

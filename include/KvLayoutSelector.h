@@ -171,6 +171,7 @@ public:
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
     UINT OnGetDlgCode() override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// After the message to the parent. @param index the layout.

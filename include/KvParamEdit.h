@@ -86,6 +86,7 @@ public:
     void EndScrub(bool cancel);
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// Before the first change of a run. An owner of several controls ends the runs of the others here; the

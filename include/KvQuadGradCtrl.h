@@ -64,6 +64,7 @@ public:
 
     UINT OnGetDlgCode() override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// The user selected another corner; after the message to the parent.

@@ -205,7 +205,7 @@ protected:
     /// column's width is set by host or user. @param column -1 turns it off.
     /// @param minimum not less than that.
     void SetAutoSizeColumn(int column, int minimum = 40);
-    /// The header (24 high); shown at first. @param show 0 hides it.
+    /// The header (24 high, higher where the font needs it); shown at first. @param show 0 hides it.
     void ShowHeader(BOOL show);
     /// Keeps some room free below cells and scroll bars, for a child of the derived list's.
     /// @param height 0 at first.
@@ -213,8 +213,11 @@ protected:
 
     // Lines. Each operation changes the lines, then calls `_OnNotifyItemModify` once, then returns.
 
-    /// For lines for which none is given; those that are there keep theirs. @param height 24 at first.
+    /// For lines for which none is given; those that are there keep theirs. Until it is set the height is 24,
+    /// more where the font needs it, and lines of that height follow the font. @param height at least 1.
     void SetDefaultItemHeight(int height);
+    /// @return the height that the next line without one gets.
+    int GetDefaultItemHeight() const;
     /// Inserts a line before `line`. @param line 0 … count, or -1 for the end. @param texts one a column;
     /// missing ones are empty. @param height 0 takes the default. @return its index; -1 out of range.
     int InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height = 0);

@@ -75,6 +75,7 @@ public:
 
     UINT OnGetDlgCode() override;
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// After the message to the parent, with what its record said.

@@ -116,8 +116,8 @@ protected:
     /// disabled or deactivated. It comes from the event loop, after the call that took it away, or before the
     /// window's next input. `ReleaseCapture` does not call it.
     virtual void OnCaptureChanged();
-    /// The skin or the texts changed: look keys, images and texts up again. What a host set by a setter
-    /// stays. The window is repainted afterwards.
+    /// The skin, the texts or the language changed: look keys, images and texts up again. What a host set by
+    /// a setter stays. The window is repainted afterwards.
     virtual void OnSkinChanged();
     /// Drags the frame (`window()`) from that client point as a caption would: once the pointer has gone the
     /// toolkit's drag distance with the button still down. A maximised frame is restored under the pointer.

@@ -9,12 +9,15 @@ namespace {
 constexpr UINT kScrollBarId = 1000;
 constexpr int kMotionTick = 16; // milliseconds
 constexpr QSize kSizeHint(640, 96);
+constexpr QSize kLeastSize(96, 56);
+const QSizePolicy kRowPolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 
 } // namespace
 
 CKvLayoutSelector::CKvLayoutSelector() : m_impl(std::make_unique<Impl>(*this))
 {
     setFocusPolicy(Qt::ClickFocus);
+    setSizePolicy(kRowPolicy);
     setEnabled(false);
 }
 
@@ -31,6 +34,8 @@ int CKvLayoutSelector::Create(const CRect& rect, UINT id, CWnd* parent, DWORD st
         return 0;
     const CRect shape = rect.IsRectEmpty() ? CRect(geometry()) : rect; // which then stays
     m_impl->vertical = m_impl->verticalBySetter.value_or(shape.Width() < shape.Height());
+    if (m_impl->vertical && sizePolicy() == kRowPolicy)
+        setSizePolicy(kRowPolicy.transposed());
     CreateWnd(style | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_BORDER, rect, parent, id);
     const CRect barRect = _GetScrollbarRect();
     if (!barRect.IsRectEmpty()) {
@@ -194,6 +199,11 @@ UINT CKvLayoutSelector::OnGetDlgCode()
 QSize CKvLayoutSelector::sizeHint() const
 {
     return IsVertical() ? kSizeHint.transposed() : kSizeHint;
+}
+
+QSize CKvLayoutSelector::minimumSizeHint() const
+{
+    return IsVertical() ? kLeastSize.transposed() : kLeastSize;
 }
 
 void CKvLayoutSelector::_UpdateClient()

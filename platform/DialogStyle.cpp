@@ -11,8 +11,9 @@ QColor Mix(const QColor& from, const QColor& to, int percent)
     return {mixed(from.red(), to.red()), mixed(from.green(), to.green()), mixed(from.blue(), to.blue())};
 }
 
+// Whatever the host's sheet says of the same items is said here, too: only then it does not count.
 constexpr const char* kSheet = R"(
-CKvDialog { background: @window; color: @text; }
+CKvDialog { background: @window; color: @text; border: none; border-radius: 0; padding: 0; margin: 0; }
 CKvDialog > QLabel { background: transparent; color: @hint; border: none; padding: 0; margin: 0; }
 CKvDialog > QLabel:disabled { color: @disabled; }
 CKvDialog > QPushButton { background: @button; color: @text; border: 1px solid @border;
@@ -24,10 +25,11 @@ CKvDialog > QPushButton:checked { background: @selection; color: @selected; }
 CKvDialog > QPushButton:focus { border-color: @focus; }
 CKvDialog > QPushButton:disabled { background: @window; color: @disabled; border-color: @faint; }
 CKvDialog > QLineEdit { background: @field; color: @text; border: 1px solid @border; border-radius: 2px;
-    padding: 0 4px; selection-background-color: @selection; selection-color: @selected; }
+    padding: 0 4px; margin: 0; selection-background-color: @selection; selection-color: @selected; }
 CKvDialog > QLineEdit:focus { border-color: @focus; }
 CKvDialog > QLineEdit:disabled { color: @disabled; border-color: @faint; }
-CKvDialog > QCheckBox { background: transparent; color: @text; spacing: 6px; }
+CKvDialog > QCheckBox { background: transparent; color: @text; border: none; padding: 0; margin: 0;
+    spacing: 6px; }
 CKvDialog > QCheckBox:disabled { color: @disabled; }
 CKvDialog > QCheckBox::indicator { width: 13px; height: 13px; background: @field; border: 1px solid @strong;
     border-radius: 2px; }

@@ -20,6 +20,7 @@ constexpr DWORD kDefaultHoverColour = 0x28FFFFFF;
 constexpr DWORD kDefaultPressedColour = 0x70000000;
 constexpr qreal kCornerRadius = 2.5;
 constexpr qreal kDisabledOpacity = 0.4;
+constexpr QSize kSizeWithoutPicture{16, 16};
 
 /// How one state of a button looks.
 struct Look
@@ -184,6 +185,7 @@ CKvBitmapButton::CKvBitmapButton() : m_impl(std::make_unique<Impl>())
     QAccessible::installFactory(MakeInterface);
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::ClickFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(this, &QAbstractButton::clicked, this, [this] {
         KvSendMessage(parentWidget(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), BN_CLICKED),
                       reinterpret_cast<LPARAM>(static_cast<QWidget*>(this)));
@@ -231,8 +233,10 @@ int CKvBitmapButton::CreateButton(UINT id, CWnd* parent, const CRect& rect, UINT
 int CKvBitmapButton::UpdateBitmap(const wchar_t* imageName)
 {
     const std::wstring image = imageName ? imageName : L"";
-    if (std::exchange(m_impl->image, image) != image)
+    if (std::exchange(m_impl->image, image) != image) {
+        updateGeometry();
         update();
+    }
     return KvGuiRes::LoadImageW(imageName).IsNull() ? 0 : 1;
 }
 
@@ -275,7 +279,13 @@ void CKvBitmapButton::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
 
 QSize CKvBitmapButton::sizeHint() const
 {
-    return KvGuiRes::LoadImageW(m_impl->image.c_str()).Size();
+    const QSize picture = KvGuiRes::LoadImageW(m_impl->image.c_str()).Size();
+    return picture.isEmpty() ? kSizeWithoutPicture : picture;
+}
+
+QSize CKvBitmapButton::minimumSizeHint() const
+{
+    return sizeHint();
 }
 
 QRect CKvBitmapButton::PictureRoom() const

@@ -1,6 +1,7 @@
 #include "platform/KvDialogImpl.h"
 #include "platform/MessageDispatch.h"
 
+#include <QLayout>
 #include <QShowEvent>
 
 #include <algorithm>
@@ -179,6 +180,17 @@ void CKvDialog::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
     }
 }
 
+// A dialog with a layout is as large as that says.
+QSize CKvDialog::sizeHint() const
+{
+    return m_impl->isCreated && !layout() ? m_impl->smallest : QDialog::sizeHint();
+}
+
+QSize CKvDialog::minimumSizeHint() const
+{
+    return m_impl->isCreated && !layout() ? m_impl->smallest : QDialog::minimumSizeHint();
+}
+
 int CKvDialog::exec()
 {
     return ToolkitResult(DoModal());
@@ -268,6 +280,8 @@ bool CKvDialog::event(QEvent* event)
         m_impl->Measure();
     else if (event->type() == QEvent::LayoutDirectionChange && m_impl->isCreated)
         m_impl->LayOut();
+    else if (event->type() == QEvent::LanguageChange)
+        OnSkinChanged();
     return handled;
 }
 

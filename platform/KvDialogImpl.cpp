@@ -157,7 +157,7 @@ void CKvDialog::Impl::Place()
         return;
     const QWidget* owner = parent->window();
     isPlaced = owner->isVisible();
-    dialog.winId();
+    dialog.create(); // asked for its number it would stay a native window, also as a child
     if (QWindow* window = dialog.windowHandle())
         window->setTransientParent(owner->windowHandle());
     QRect rect(QPoint(), dialog.size());

@@ -34,6 +34,7 @@ CKvParamEdit::CKvParamEdit() : m_impl(std::make_unique<Impl>(*this))
     connect(line, &QLineEdit::textEdited, this, [this] { m_impl->OnEdited(); });
     setFocusProxy(line);
     setFocusPolicy(Qt::ClickFocus); // the line's too
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     setCursor(Qt::SizeHorCursor);
     SetValueRange(0, 255);
     m_impl->ApplyLook();
@@ -79,6 +80,7 @@ void CKvParamEdit::SetValueRange(int minimum, int maximum)
     delete m_impl->line->validator();
     m_impl->line->setValidator(validator);
     m_impl->ShowHostsNumber();
+    updateGeometry();
 }
 
 int CKvParamEdit::GetMinimum() const
@@ -184,6 +186,11 @@ QSize CKvParamEdit::sizeHint() const
     const auto digits = static_cast<int>(std::max(QString::number(m_impl->entry.Minimum()).size(),
                                                   QString::number(m_impl->entry.Maximum()).size()));
     return {metrics.horizontalAdvance(u'0') * (digits + 1) + 2 * kBorder + 4, metrics.height() + 2 * kBorder};
+}
+
+QSize CKvParamEdit::minimumSizeHint() const
+{
+    return sizeHint();
 }
 
 void CKvParamEdit::OnPaint(Graphics& graphics)

@@ -299,10 +299,11 @@ bool CKvParamEdit::Impl::TakesBeforeShortcuts(const QKeyEvent& key) const
 // A palette is not enough: below a dialog's style sheet the toolkit paints its own background.
 void CKvParamEdit::Impl::ApplyLook()
 {
-    QString sheet = QStringLiteral("QLineEdit { background: transparent; border: none; padding: 0; "
-                                   "color: @text; selection-background-color: @selected; "
-                                   "selection-color: @highlighted; }"
-                                   "QLineEdit:disabled { color: @disabled; }");
+    QString sheet =
+        QStringLiteral("QLineEdit { background: transparent; border: none; padding: 0; margin: 0; "
+                       "color: @text; selection-background-color: @selected; "
+                       "selection-color: @highlighted; }"
+                       "QLineEdit:disabled { color: @disabled; }");
     sheet.replace(QLatin1String("@text"), kv::TextColour().name());
     sheet.replace(QLatin1String("@disabled"), kv::DisabledTextColour().name());
     sheet.replace(QLatin1String("@selected"),

@@ -33,8 +33,9 @@ int KvReportRow::Height() const
 CKvReportListCtrl::CKvReportListCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
     setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setAttribute(Qt::WA_OpaquePaintEvent); // lets the picture be moved when the list is scrolled
-    m_impl->LayOut();
+    m_impl->FontChanged();
 }
 
 CKvReportListCtrl::~CKvReportListCtrl()
@@ -279,6 +280,12 @@ void CKvReportListCtrl::SetFooterHeight(int height)
 void CKvReportListCtrl::SetDefaultItemHeight(int height)
 {
     m_impl->defaultHeight = std::clamp(height, 1, kv::kReportMost);
+    m_impl->isHeightHosts = true;
+}
+
+int CKvReportListCtrl::GetDefaultItemHeight() const
+{
+    return m_impl->defaultHeight;
 }
 
 int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height)

@@ -14,6 +14,16 @@ QRect CKvReportListCtrl::Impl::EditorRect() const
     return {CellRect(editLine, editColumn).topLeft(), editor->size()};
 }
 
+// A palette is not enough: it does not count under a style sheet of the host's.
+void CKvReportListCtrl::Impl::StyleEditor()
+{
+    const QString sheet = QStringLiteral("QPlainTextEdit { background: %1; color: %2; border: 1px solid %3; "
+                                         "border-radius: 0; padding: 0; margin: 0; "
+                                         "selection-background-color: %4; selection-color: %5; }");
+    editor->setStyleSheet(sheet.arg(theme.back.name(), theme.text.name(), kv::FocusColour().name(),
+                                    theme.selectedBack.name(), theme.selectedText.name()));
+}
+
 // @param text what it begins with.
 void CKvReportListCtrl::Impl::OpenEditor(int line, int column, bool isMultiLine, const CString& text)
 {
@@ -32,13 +42,7 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column, bool isMultiLine,
     };
     editor = new kv::ReportEditor(port, isMultiLine, std::move(hooks));
     editor->setFont(list.font());
-    QPalette palette = editor->palette();
-    palette.setColor(QPalette::Base, theme.back);
-    palette.setColor(QPalette::WindowText, kv::FocusColour()); // of its frame
-    palette.setColor(QPalette::Text, theme.text);
-    palette.setColor(QPalette::Highlight, theme.selectedBack);
-    palette.setColor(QPalette::HighlightedText, theme.selectedText);
-    editor->setPalette(palette);
+    StyleEditor();
     editor->setAccessibleName(KvToQString(columns.columns[static_cast<std::size_t>(column)].header));
     {
         const QSignalBlocker quiet(editor); // nobody has typed

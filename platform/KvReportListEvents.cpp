@@ -397,7 +397,9 @@ void CKvReportListCtrl::OnSkinChanged()
 
 void CKvReportListCtrl::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+    if (event->type() == QEvent::FontChange)
+        m_impl->FontChanged();
+    else if (event->type() == QEvent::StyleChange)
         m_impl->LayOut();
     CKvWnd::changeEvent(event);
 }

@@ -10,6 +10,7 @@
 
 namespace {
 
+constexpr int kTextRoom = 4; // above and below a line of text together
 constexpr int kBarStep = 24; // pixels of a click on a scroll bar's arrow
 
 } // namespace
@@ -17,8 +18,10 @@ constexpr int kBarStep = 24; // pixels of a click on a scroll bar's arrow
 void CKvReportListCtrl::Impl::LoadTheme()
 {
     theme.Load();
-    for (QScrollBar* bar : {verticalBar, horizontalBar})
-        bar->setPalette(QPalette(theme.header, theme.back));
+    verticalColours.Load();
+    horizontalColours.Load();
+    if (editor)
+        StyleEditor();
 }
 
 void CKvReportListCtrl::Impl::Theme::Load()
@@ -74,6 +77,7 @@ kv::ReportLayout CKvReportListCtrl::Impl::LaidOut() const
     kv::ReportExtent extent;
     extent.client = {list.width(), std::max(0, list.height() - footer)};
     extent.header = hasHeader;
+    extent.headerHeight = TextHeight();
     extent.bar = barExtent;
     extent.rowsHeight = rows.Height();
     if (IsEditorInLine())
@@ -87,9 +91,25 @@ std::int64_t CKvReportListCtrl::Impl::EditorBottom() const
     return IsEditorInLine() ? rows.TopOf(editLine) + editor->height() : 0;
 }
 
+// Of the header, and of a row unless somebody says otherwise.
+int CKvReportListCtrl::Impl::TextHeight() const
+{
+    return std::max(kv::kReportHeaderHeight, QFontMetrics(list.font()).height() + kTextRoom);
+}
+
+void CKvReportListCtrl::Impl::FontChanged()
+{
+    const int height = TextHeight();
+    if (!isHeightHosts && height != defaultHeight)
+        rows.ReplaceHeight(std::exchange(defaultHeight, height), height);
+    LayOut();
+    RequestWholeFrame();
+}
+
 void CKvReportListCtrl::Impl::LayOut()
 {
-    barExtent = list.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &list);
+    // As the bars themselves are styled.
+    barExtent = verticalBar->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, verticalBar);
     const kv::ReportLayout before = std::exchange(layout, LaidOut());
     if (FitEditor())
         layout = LaidOut();

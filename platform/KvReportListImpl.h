@@ -8,11 +8,11 @@
 #include "platform/ReportObserver.h"
 #include "platform/ReportScreen.h"
 #include "platform/ReportView.h"
+#include "platform/SkinBar.h"
 
 #include <QFontMetricsF>
 #include <QPointer>
 #include <QRegion>
-#include <QScrollBar>
 
 #include <optional>
 
@@ -48,6 +48,8 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     QRect CellRect(const QRect& row, int column) const;
     /// After a change of columns, size or the editor.
     void LayOut();
+    int TextHeight() const;
+    void FontChanged();
     kv::ReportLayout LaidOut() const;
     int ShownHeight(int line) const { return rows.Row(line).shown ? rows.Row(line).height : 0; }
     bool IsEditorInLine() const { return editor && IsLine(editLine); }
@@ -118,6 +120,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     // Editing.
     void OpenEditor(int line, int column, bool isMultiLine, const CString& text);
     QRect EditorRect() const;
+    void StyleEditor();
     bool FitEditor();
     void PlaceEditor();
     void ShowCaret();
@@ -157,9 +160,10 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     bool hasHeader = true;
     bool hasGrid = true;
     int textStyle = kKvReportLeft;
-    int defaultHeight = 24;
-    int footer = 0;    ///< free below cells and bars
-    int barExtent = 0; ///< how thick a scroll bar is
+    int defaultHeight = kv::kReportHeaderHeight;
+    bool isHeightHosts = false; ///< the host has set it: the font does not count
+    int footer = 0;             ///< free below cells and bars
+    int barExtent = 0;          ///< how thick a scroll bar is
     Theme theme;
 
     int scrollX = 0;
@@ -174,6 +178,8 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
 
     QScrollBar* verticalBar;
     QScrollBar* horizontalBar;
+    kv::SkinBar verticalColours{*verticalBar};
+    kv::SkinBar horizontalColours{*horizontalBar};
     QPointer<QWidget> port; ///< shows the part of the editor that is in view
     QPointer<kv::ReportEditor> editor;
     int editColumn = -1;

@@ -1,6 +1,6 @@
 #include "KvScroll.h"
 #include "platform/ReportLayout.h"
-#include "platform/SkinColours.h"
+#include "platform/SkinBar.h"
 
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -36,6 +36,9 @@ UINT CodeOf(int action)
 
 struct CKvScrollBar::Impl
 {
+    explicit Impl(CKvScrollBar& bar) : colours(bar) {}
+
+    kv::SkinBar colours;
     std::int64_t range = 0;
     std::int64_t length = 10; ///< of the view
     std::int64_t position = 0;
@@ -47,7 +50,7 @@ struct CKvScrollBar::Impl
     kv::ReportBarScale Scale() const { return kv::ReportBarScale(range); }
 };
 
-CKvScrollBar::CKvScrollBar() : m_impl(std::make_unique<Impl>())
+CKvScrollBar::CKvScrollBar() : m_impl(std::make_unique<Impl>(*this))
 {
     setFocusPolicy(Qt::NoFocus);
     setRange(0, 0);
@@ -57,7 +60,6 @@ CKvScrollBar::CKvScrollBar() : m_impl(std::make_unique<Impl>())
         Send(SB_THUMBPOSITION);
         Send(SB_ENDSCROLL);
     });
-    LoadSkin();
 }
 
 CKvScrollBar::CKvScrollBar(QWidget* parent) : CKvScrollBar()
@@ -150,8 +152,7 @@ std::int64_t CKvScrollBar::GetViewLength() const
 
 void CKvScrollBar::LoadSkin()
 {
-    setPalette(QPalette(kv::SkinColour(L"keReportListHeaderBKColor", 0xFF323236u),
-                        kv::SkinColour(L"keReportListBKColor", 0xFF1F1F22u)));
+    m_impl->colours.Load();
 }
 
 void CKvScrollBar::wheelEvent(QWheelEvent* event)

@@ -11,10 +11,19 @@ namespace {
 
 constexpr int kGap = 4; ///< between picture and text
 
+QSize PictureSize(const CKvButton& button)
+{
+    return KvGuiRes::LoadImageW(button.GetBitmapName().c_str()).Size();
+}
+
 } // namespace
 
-CKvButton::CKvButton() = default;
-CKvButton::CKvButton(QWidget* parent)
+CKvButton::CKvButton()
+{
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+}
+
+CKvButton::CKvButton(QWidget* parent) : CKvButton()
 {
     CreateWhenShown(parent);
 }
@@ -48,9 +57,9 @@ void CKvButton::SetToolTip(const wchar_t* text)
 
 QSize CKvButton::sizeHint() const
 {
-    const QSize picture = CKvBitmapButton::sizeHint();
     if (m_text.isEmpty())
-        return picture;
+        return CKvBitmapButton::sizeHint();
+    const QSize picture = PictureSize(*this);
     const QFontMetrics metrics = fontMetrics();
     const int pictureWidth = picture.isEmpty() ? 0 : picture.width() + kGap;
     return {pictureWidth + metrics.horizontalAdvance(m_text), qMax(picture.height(), metrics.height())};
@@ -63,7 +72,7 @@ QRect CKvButton::PictureRoom() const
     const int width = sizeHint().width();
     if (width > this->width())
         return {};
-    return {(this->width() - width) / 2, 0, CKvBitmapButton::sizeHint().width(), height()};
+    return {(this->width() - width) / 2, 0, PictureSize(*this).width(), height()};
 }
 
 QRect CKvButton::TextRoom() const

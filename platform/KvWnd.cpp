@@ -224,6 +224,11 @@ void CKvWnd::timerEvent(QTimerEvent* event)
 void CKvWnd::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange)
+    if (event->type() == QEvent::EnabledChange) {
         OnEnable(isEnabled() ? 1 : 0);
+    } else if (event->type() == QEvent::LanguageChange) {
+        updateGeometry();
+        update();
+        OnSkinChanged();
+    }
 }

@@ -32,7 +32,7 @@ std::vector<int> Edges(const ReportColumns& columns, int width)
 ReportLayout LayOutReport(const ReportExtent& extent, const ReportColumns& columns)
 {
     ReportLayout layout;
-    const int top = extent.header ? std::min(kReportHeaderHeight, extent.client.cy) : 0;
+    const int top = extent.header ? std::min(extent.headerHeight, extent.client.cy) : 0;
     const int room = extent.client.cy - top;
     layout.contentHeight = std::max(extent.rowsHeight, extent.editorBottom);
     bool vertical = layout.contentHeight > room;

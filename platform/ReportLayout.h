@@ -38,6 +38,7 @@ struct ReportExtent
     std::int64_t rowsHeight = 0; ///< of all rows shown
     int editorRight = 0;         ///< content coordinates; an open editor may reach beyond the columns
     std::int64_t editorBottom = 0;
+    int headerHeight = kReportHeaderHeight;
 };
 
 struct ReportLayout

@@ -349,6 +349,14 @@ void ReportRows::SetHeight(int line, int height)
     ForgetSumsAfter(ChangeRows(line, line, [&](ReportRow& row) { row.height = height; }));
 }
 
+void ReportRows::ReplaceHeight(int from, int to)
+{
+    ForgetSumsAfter(ChangeRows(0, Count() - 1, [&](ReportRow& row) {
+        if (row.height == from)
+            row.height = to;
+    }));
+}
+
 void ReportRows::SetShown(int line, bool shown)
 {
     ForgetSumsAfter(ChangeRows(line, line, [&](ReportRow& row) { row.shown = shown; }));

@@ -114,6 +114,8 @@ public:
     void ClearColours(int line, int column) { At(line).ClearColours(column); }
     void SetData(int line, std::uint64_t data) { At(line).data = data; }
     void SetHeight(int line, int height);
+    /// Of all rows that are `from` high.
+    void ReplaceHeight(int from, int to);
     void SetShown(int line, bool shown);
     /// Asks for every row whether it is shown.
     void ShowWhere(const std::function<bool(const ReportRow& row)>& accepts);

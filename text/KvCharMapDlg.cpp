@@ -207,8 +207,14 @@ bool CKvCharMapDlg::event(QEvent* event)
         event->accept();
         return true;
     }
-    if (event->type() == QEvent::FontChange && m_impl->IsMade())
-        m_impl->Measure();
+    const auto measure = [this] {
+        if (m_impl->IsMade())
+            m_impl->Measure();
+    };
+    if (event->type() == QEvent::FontChange)
+        measure();
+    else if (event->type() == QEvent::StyleChange) // the items are polished after it, and lose fixed sizes
+        QMetaObject::invokeMethod(this, measure, Qt::QueuedConnection);
     return CKvDialog::event(event);
 }
 

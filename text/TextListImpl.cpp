@@ -74,7 +74,8 @@ CKvTextListBase::Impl::Row CKvTextListBase::Impl::Snapshot(int line) const
     for (int column = 0; column < list.GetColumnCount(); ++column)
         row.texts.push_back(list.GetItemText(line, column));
     row.data = list.GetItemData(line);
-    row.height = list.GetItemHeight(line);
+    const int height = list.GetItemHeight(line);
+    row.height = height == list.GetDefaultItemHeight() ? 0 : height; // which may be another one by then
     if (const kv::RowColours* own = ColoursOf(line))
         row.colours = *own;
     return row;
