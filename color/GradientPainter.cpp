@@ -7,6 +7,7 @@
 #include "color/GradientModel.h"
 #include "color/GradientRaster.h"
 #include "platform/DevicePixels.h"
+#include "platform/SkinColours.h"
 
 namespace kv {
 
@@ -16,11 +17,16 @@ constexpr std::uint32_t kOrangeFrame = 0xFFFFA500u;
 constexpr std::uint32_t kBlackFrame = 0xFF000000u;
 constexpr std::uint32_t kKeyStripColour = 0xFF5A5A5Au;
 constexpr std::uint32_t kMidPointColour = 0xFF808080u;
-constexpr std::uint32_t kDraggedMidPointColour = 0xFFFFFFFFu;
+constexpr std::uint32_t kDefaultDraggedMidPointColour = 0xFFFFFFFFu;
 constexpr std::uint32_t kBlinkOnDark = 0xFFC0C0C0u;
 constexpr std::uint32_t kBlinkOnLight = 0xFF000000u;
 /// The markers' base line is this far above the strip's bottom.
 constexpr int kBelowBaseLine = 4;
+
+std::uint32_t DraggedMidPointColour()
+{
+    return SkinColour(L"keGradientDraggedMidPointColor", kDefaultDraggedMidPointColour).rgba();
+}
 
 void DrawMidStrip(PixelView picture, const DeviceGrid& grid, const GradientModel& model,
                   const GradientLayout& layout, const GradientLook& look)
@@ -33,7 +39,7 @@ void DrawMidStrip(PixelView picture, const DeviceGrid& grid, const GradientModel
         for (const float place : CKvGradientCtrl::m_fAttachPos)
             DrawTick(picture, grid, column(model.SegmentPlace(key, place)));
         DrawMidPointPointer(picture, grid, column(model.MidPointPlace(key)),
-                            key == look.draggedMidPoint ? kDraggedMidPointColour : kMidPointColour);
+                            key == look.draggedMidPoint ? DraggedMidPointColour() : kMidPointColour);
     }
 }
 

@@ -18,7 +18,7 @@ struct GradientLook
     bool enabled = true;
     bool framed = true;       ///< orange frame: active or editing
     bool blinkPhase = false;  ///< false shows the selected marker in its contrast colour
-    int draggedMidPoint = -1; ///< shown white
+    int draggedMidPoint = -1; ///< shown in a colour of its own, white unless the theme has one
 };
 
 /// Draws a picture again only when it was invalidated, and composes the three.

@@ -4,31 +4,20 @@
 #include "curves/EasePath.h"
 #include "curves/EaseWords.h"
 #include "platform/DevicePixels.h"
+#include "platform/SkinColours.h"
 
 #include <QTextOption>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace kv {
 
 namespace {
 
-constexpr QRgb kGround = 0xFF505050u;
-constexpr QRgb kPlotGround = 0xFF646464u;
-constexpr QRgb kGridColour = 0xFF808080u;
-constexpr QRgb kLabelColour = 0xFF141414u;
-constexpr QRgb kAxisColour = 0xFFA0A0A0u;
-constexpr QRgb kCurveColour = 0xFFFF0000u;
-constexpr QRgb kKeyColour = 0xFFFFFFFFu;
-constexpr QRgb kHandleColour = 0xFF00FF00u;
-constexpr QRgb kBoxColour = 0xFFC8C8C8u;
-constexpr QRgb kPlaceColour = 0xFFE6E6E6u;
-constexpr QRgb kGhostColour = 0xFFC8A0A0u;
-constexpr QRgb kSpeedColour = 0xFF8CC8FFu;
-constexpr QRgb kMarkColour = 0xFFFFFFFFu;
-constexpr QRgb kVeil = 0xA0505050u; // over a disabled window
+constexpr int kVeil = 0xA0; ///< of the ground, over a disabled window
 
 constexpr int kFontPoints = 8;
 constexpr double kLabelGap = 6;
@@ -61,6 +50,7 @@ public:
         , m_model(model)
         , m_layout(layout)
         , m_look(look)
+        , m_colours(look.colours)
         // Values and the grid over them make sense also where the segment does not.
         , m_values(layout.client, 0, 1, layout.view)
         , m_plot(m_pixels.Snapped(QRectF(QRect(layout.plot))))
@@ -108,6 +98,7 @@ private:
     EaseModel& m_model;
     const EaseLayout& m_layout;
     const EaseLook& m_look;
+    const EaseColours& m_colours;
     const EaseLayout m_values;
     const QRectF m_plot;
     const SKvCurvePoint m_origin; // of the keys
@@ -117,11 +108,11 @@ private:
 void Painter::Draw()
 {
     const QRectF client(QRect(m_layout.client));
-    Fill(client, kGround);
+    Fill(client, m_colours.ground);
     if (!m_layout.plot.IsRectEmpty()) {
         // The band of the values that the curve may take has the plot's own colour: its edges make it stand
         // out.
-        Fill(m_plot, kPlotGround);
+        Fill(m_plot, m_colours.plot);
         DrawGrid();
         DrawRangeEdges();
         DrawAxes();
@@ -136,7 +127,7 @@ void Painter::Draw()
         DrawPlace();
     m_graphics.setRenderHint(QPainter::Antialiasing, false);
     if (!m_look.enabled)
-        Fill(client, kVeil);
+        Fill(client, (m_colours.ground & 0xFFFFFFu) | DWORD{kVeil} << 24);
     if (m_look.focused)
         DrawFocus();
 }
@@ -151,7 +142,7 @@ void Painter::DrawGrid()
     const double stride = std::max(1.0, std::ceil(m_graphics.fontMetrics().height() / distance));
     for (const double tick : Ticks(m_layout.view)) {
         const double y = m_values.ToPixel({0, tick}).y;
-        Fill(m_pixels.Row(m_plot.left(), m_plot.right(), y), kGridColour);
+        Fill(m_pixels.Row(m_plot.left(), m_plot.right(), y), m_colours.grid);
         if (std::fmod(std::round(tick / step), stride) == 0)
             DrawLabel(y, KvToQString(NumberText(tick, TickDigits(step))));
     }
@@ -161,7 +152,7 @@ void Painter::DrawLabel(double y, const QString& text)
 {
     const double room = m_layout.plot.left - m_layout.client.left - kLabelGap;
     const double width = m_graphics.fontMetrics().horizontalAdvance(text);
-    m_graphics.setPen(QColor::fromRgba(kLabelColour));
+    m_graphics.setPen(QColor::fromRgba(m_colours.label));
     m_graphics.save();
     m_graphics.translate(m_layout.client.left + room, y);
     if (width > room)
@@ -178,7 +169,7 @@ void Painter::DrawRangeEdges()
         return;
     for (const double edge : {m_model.Curve().minimum, m_model.Curve().maximum}) {
         if (edge > m_layout.view.minimum && edge < m_layout.view.maximum)
-            Fill(m_pixels.Row(m_plot.left(), m_plot.right(), m_values.ToPixel({0, edge}).y), kAxisColour);
+            Fill(m_pixels.Row(m_plot.left(), m_plot.right(), m_values.ToPixel({0, edge}).y), m_colours.axis);
     }
 }
 
@@ -187,10 +178,10 @@ void Painter::DrawAxes()
     const QRectF upright =
         m_pixels.Column(m_plot.left(), m_plot.top() - kAxisOverhang, m_plot.bottom() + m_pixels.Hairline());
     const QRectF level = m_pixels.Row(m_plot.left(), m_plot.right() + kAxisOverhang, m_plot.bottom());
-    Fill(upright, kAxisColour);
-    Fill(level, kAxisColour);
+    Fill(upright, m_colours.axis);
+    Fill(level, m_colours.axis);
     m_graphics.setRenderHint(QPainter::Antialiasing);
-    SetPen(kAxisColour, 1);
+    SetPen(m_colours.axis, 1);
     const QPointF top(upright.center().x(), upright.top());
     const QPointF right(level.right(), level.center().y());
     m_graphics.drawPolyline(
@@ -228,16 +219,16 @@ void Painter::DrawCurves()
     m_graphics.save();
     m_graphics.setClipRect(m_plot, Qt::IntersectClip);
     if (m_look.initialCurve)
-        DrawLines(Flattened(ToPixels(m_model.Loaded().points), box), kGhostColour, 1);
+        DrawLines(Flattened(ToPixels(m_model.Loaded().points), box), m_colours.initial, 1);
     if (m_look.speed)
-        DrawLines(SpeedLines(m_model.Curve(), m_layout), kSpeedColour, 1);
+        DrawLines(SpeedLines(m_model.Curve(), m_layout), m_colours.speed, 1);
     KvBezierPath path;
     m_model.Keys().AddToPath(path);
     for (const SKvBezierSegment& segment : path) {
         EasePoints points;
         std::transform(std::begin(segment.points), std::end(segment.points), points.begin(),
                        [this](const SKvCurvePoint& point) { return m_origin + point; });
-        DrawLines(Flattened(ToPixels(points), box), kCurveColour, kCurveWidth);
+        DrawLines(Flattened(ToPixels(points), box), m_colours.curve, kCurveWidth);
     }
     m_graphics.restore();
     DrawFrameMarks();
@@ -245,7 +236,7 @@ void Painter::DrawCurves()
 
 void Painter::DrawFrameMarks()
 {
-    SetBrush(kMarkColour);
+    SetBrush(m_colours.mark);
     for (const SKvCurvePoint& mark : FrameMarks(m_model.Curve(), m_layout, m_look.frameLength))
         m_graphics.drawEllipse(Point(mark), kMarkRadius, kMarkRadius);
 }
@@ -275,11 +266,11 @@ void Painter::DrawTangent(const SKvCurvePoint& key, const SKvCurvePoint& handle)
     const auto [left, right] = std::minmax(line->from.x, line->to.x);
     const auto [top, bottom] = std::minmax(line->from.y, line->to.y);
     if (bottom - top < level) {
-        Fill(m_pixels.Row(left, right, line->from.y), kKeyColour);
+        Fill(m_pixels.Row(left, right, line->from.y), m_colours.key);
     } else if (right - left < level) {
-        Fill(m_pixels.Column(line->from.x, top, bottom), kKeyColour);
+        Fill(m_pixels.Column(line->from.x, top, bottom), m_colours.key);
     } else {
-        SetPen(kKeyColour, 1);
+        SetPen(m_colours.key, 1);
         m_graphics.drawLine(Point(line->from), Point(line->to));
     }
 }
@@ -289,7 +280,7 @@ void Painter::DrawHandle(EaseHandle handle, const SKvCurvePoint& at)
     if (!QRectF(QRect(m_layout.client)).adjusted(-8, -8, 8, 8).contains(Point(at)))
         return;
     const bool isKey = handle == EaseHandle::Start || handle == EaseHandle::End;
-    const QRgb colour = isKey ? kKeyColour : kHandleColour;
+    const QRgb colour = isKey ? m_colours.key : m_colours.handle;
     const double radius = isKey ? kKeyRadius : kHandleRadius;
     if (m_look.editable && m_model.CanMove(handle)) {
         SetBrush(colour);
@@ -299,7 +290,7 @@ void Painter::DrawHandle(EaseHandle handle, const SKvCurvePoint& at)
         m_graphics.drawEllipse(Point(at), radius - 0.5, radius - 0.5);
     }
     if (m_look.selected == handle) {
-        SetPen(m_look.focusColour, 1.5);
+        SetPen(m_colours.focus, 1.5);
         m_graphics.drawEllipse(Point(at), kSelectedRadius, kSelectedRadius);
     }
 }
@@ -321,11 +312,11 @@ void Painter::DrawBox(const SKvCurvePoint& at, const QString& text)
         QPointF(within(at.x + away, size.width(), client.left, client.right),
                 within(above > client.top ? above : at.y + away, size.height(), client.top, client.bottom)),
         size);
-    Fill(m_pixels.Snapped(box), kBoxColour);
+    Fill(m_pixels.Snapped(box), m_colours.box);
     QTextOption option(Qt::AlignVCenter);
     option.setWrapMode(QTextOption::NoWrap);
     option.setTabStopDistance(margin);
-    m_graphics.setPen(QColor::fromRgba(kLabelColour));
+    m_graphics.setPen(QColor::fromRgba(m_colours.label));
     m_graphics.drawText(box, text, option);
 }
 
@@ -343,7 +334,7 @@ void Painter::DrawBoxes()
 
 void Painter::DrawPlace()
 {
-    m_graphics.setPen(QColor::fromRgba(kPlaceColour));
+    m_graphics.setPen(QColor::fromRgba(m_colours.place));
     m_graphics.drawText(QRectF(QRect(EasePlaceRect(m_layout))), Qt::AlignRight | Qt::AlignVCenter,
                         KvToQString(PlaceText(m_layout, *m_look.place)));
 }
@@ -353,13 +344,28 @@ void Painter::DrawFocus()
     const QRectF outside = m_pixels.Snapped(QRectF(QRect(m_layout.client)));
     const double width = m_pixels.Hairline();
     const QRectF inside = outside.adjusted(width, width, -width, -width);
-    Fill({outside.topLeft(), QPointF(outside.right(), inside.top())}, m_look.focusColour);
-    Fill({QPointF(outside.left(), inside.bottom()), outside.bottomRight()}, m_look.focusColour);
-    Fill({outside.topLeft(), QPointF(inside.left(), outside.bottom())}, m_look.focusColour);
-    Fill({QPointF(inside.right(), outside.top()), outside.bottomRight()}, m_look.focusColour);
+    Fill({outside.topLeft(), QPointF(outside.right(), inside.top())}, m_colours.focus);
+    Fill({QPointF(outside.left(), inside.bottom()), outside.bottomRight()}, m_colours.focus);
+    Fill({outside.topLeft(), QPointF(inside.left(), outside.bottom())}, m_colours.focus);
+    Fill({QPointF(inside.right(), outside.top()), outside.bottomRight()}, m_colours.focus);
 }
 
 } // namespace
+
+void EaseColours::Load()
+{
+    *this = {};
+    const std::pair<const wchar_t*, DWORD*> keys[] = {
+        {L"keEaseGroundColor", &ground},  {L"keEasePlotColor", &plot},       {L"keEaseGridColor", &grid},
+        {L"keEaseLabelColor", &label},    {L"keEaseAxisColor", &axis},       {L"keEaseCurveColor", &curve},
+        {L"keEaseKeyColor", &key},        {L"keEaseHandleColor", &handle},   {L"keEaseBoxColor", &box},
+        {L"keEasePlaceColor", &place},    {L"keEaseInitialColor", &initial}, {L"keEaseSpeedColor", &speed},
+        {L"keEaseFrameMarkColor", &mark},
+    };
+    for (const auto& [name, colour] : keys)
+        KvGuiRes::LoadColor(name, *colour);
+    focus = FocusColour().rgba();
+}
 
 void DrawEase(Graphics& graphics, EaseModel& model, const EaseLayout& layout, const EaseLook& look)
 {

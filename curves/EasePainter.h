@@ -8,13 +8,35 @@
 
 namespace kv {
 
+/// The theme's colours, 0xAARRGGBB.
+struct EaseColours
+{
+    /// Looks them up; a theme that lacks a key leaves the window's own colour.
+    void Load();
+
+    DWORD ground = 0xFF505050u;
+    DWORD plot = 0xFF646464u;
+    DWORD grid = 0xFF808080u;
+    DWORD label = 0xFF141414u; ///< also of the text in a box
+    DWORD axis = 0xFFA0A0A0u;
+    DWORD curve = 0xFFFF0000u;
+    DWORD key = 0xFFFFFFFFu; ///< and its tangent's line
+    DWORD handle = 0xFF00FF00u;
+    DWORD box = 0xFFC8C8C8u;
+    DWORD place = 0xFFE6E6E6u;
+    DWORD initial = 0xFFC8A0A0u;
+    DWORD speed = 0xFF8CC8FFu;
+    DWORD mark = 0xFFFFFFFFu;
+    DWORD focus = 0;
+};
+
 /// What is shown beside the curve.
 struct EaseLook
 {
+    EaseColours colours;
     bool enabled = true;
     bool focused = false;
     bool editable = true;
-    DWORD focusColour = 0;
     std::optional<EaseHandle> selected;
     /// The time and value that are told below the plot.
     std::optional<SKvCurvePoint> place;

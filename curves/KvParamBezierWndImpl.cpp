@@ -1,7 +1,5 @@
 #include "curves/KvParamBezierWndImpl.h"
 
-#include "platform/SkinColours.h"
-
 #include <QPointer>
 
 #include <utility>
@@ -44,7 +42,7 @@ kv::EaseLook CKvParamBezierWnd::Impl::Look() const
     look.enabled = control.isEnabled();
     look.focused = control.hasFocus();
     look.editable = CanEdit();
-    look.focusColour = focusColour;
+    look.colours = colours;
     look.selected = selected;
     look.entry = KvToQString(entry.Text());
     look.frameLength = frameLength;
@@ -69,7 +67,7 @@ void CKvParamBezierWnd::Impl::Redraw()
 
 void CKvParamBezierWnd::Impl::LoadSkin()
 {
-    focusColour = kv::FocusColour().rgba();
+    colours.Load();
 }
 
 bool CKvParamBezierWnd::Impl::SendCurve(std::uint32_t kind)

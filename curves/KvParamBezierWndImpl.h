@@ -101,6 +101,6 @@ struct CKvParamBezierWnd::Impl final : kv::EaseUser
     double frameLength = 0;
     bool showSpeed = false;
     bool showInitialCurve = false;
-    DWORD focusColour = 0;
+    kv::EaseColours colours;
     kv::EaseAccess access;
 };

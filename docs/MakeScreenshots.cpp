@@ -188,7 +188,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() == 3) {
-        ApplySkin(application, LoadSkin());
+        ApplyTheme(application, Theme::Dark);
         return RenderAtOneScale(arguments[1], arguments[2]);
     }
     for (const char* scale : kScales) {

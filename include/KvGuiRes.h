@@ -51,6 +51,9 @@ struct KvStringEntry
 /// Makes a menu at each opening.
 using KvMenuFactory = std::function<std::unique_ptr<QMenu>()>;
 
+/// The light skin that the library carries beside its dark one, for `KvGuiRes::SetSkinFolder`.
+inline constexpr wchar_t kKvLightSkin[] = L":/kv/skin/light";
+
 /// The resource layer. All operations are static; what they look up is the same for the whole process.
 class KV_API KvGuiRes
 {
@@ -78,10 +81,12 @@ public:
     /// @return 1; 0, with nothing added, when `entries` or one of its texts is null.
     static int AddStrings(const KvStringEntry* entries, std::size_t count);
 
-    /// Overlays a skin folder over the built-in skin: `skin.ini` (section "Colors", lines `key = R,G,B,A` in
-    /// decimal) and pictures by name, `.svg` before `.png`. Null or empty removes the overlay. Lines that
-    /// cannot be read are skipped.
-    /// @param folder its path.
+    /// Overlays a skin folder over the built-in, dark skin: `skin.ini` and pictures by name, `.svg` before
+    /// `.png`. Null or empty removes the overlay. The file's section "Colors" has lines `key = R,G,B,A` in
+    /// decimal; its section "Pictures" (lines `rrggbb = rrggbb`, hexadecimal) says which colours stand for
+    /// those of the built-in SVG pictures; the folder's own are drawn as they are. Lines that cannot be read
+    /// are skipped.
+    /// @param folder of the file system or of the program's resources (":/…"), for example `kKvLightSkin`.
     /// @return 1; 0, with the skin unchanged, when the folder does not exist or `skin.ini` cannot be read.
     static int SetSkinFolder(const wchar_t* folder);
     /// Overlays texts from a profile file with the sections "Strings" (`7022 = …`), "Menus"

@@ -39,9 +39,8 @@ std::optional<DWORD> ParseColour(std::wstring_view text)
     return channels[3] << 24 | channels[0] << 16 | channels[1] << 8 | channels[2];
 }
 
-ColourTable ReadColours(std::string_view bytes)
+ColourTable ReadColours(const kv::ProfileDocument& document)
 {
-    const kv::ProfileDocument document(bytes);
     ColourTable colours;
     for (const auto& [key, value] : document.Section(L"Colors")) {
         if (const std::optional<DWORD> colour = ParseColour(value))
@@ -50,14 +49,54 @@ ColourTable ReadColours(std::string_view bytes)
     return colours;
 }
 
+// Six hexadecimal digits, as a picture has them.
+using PictureColours = std::unordered_map<std::string, QByteArray>;
+
+PictureColours ReadPictureColours(const kv::ProfileDocument& document)
+{
+    const auto isColour = [](const QByteArray& text) {
+        return text.size() == 6 && std::all_of(text.begin(), text.end(), [](char digit) {
+                   return (digit >= '0' && digit <= '9') || (digit >= 'a' && digit <= 'f');
+               });
+    };
+    PictureColours colours;
+    for (const auto& [key, value] : document.Section(L"Pictures")) {
+        const QByteArray from = KvToQString(key).trimmed().toLower().toLatin1();
+        const QByteArray to = KvToQString(value).trimmed().toLower().toLatin1();
+        if (isColour(from) && isColour(to))
+            colours.emplace(from.toStdString(), to);
+    }
+    return colours;
+}
+
+// Each colour once: what one became is not looked up again.
+void Recolour(QByteArray& svg, const PictureColours& colours)
+{
+    for (qsizetype at = svg.indexOf('#'); at >= 0; at = svg.indexOf('#', at + 1)) {
+        const auto found = colours.find(svg.mid(at + 1, 6).toLower().toStdString());
+        if (found != colours.end())
+            svg.replace(at + 1, 6, found->second);
+    }
+}
+
 struct Skin
 {
     ColourTable builtIn;
     ColourTable overlay;
+    PictureColours pictureColours; // of the built-in pictures, under the overlay
     QString overlayFolder;
     std::unordered_map<std::wstring, KvSkinImage> images; // also null ones: a missing name is asked once
     std::unordered_map<std::wstring, KvMenuFactory> menus;
 };
+
+// Also from a program's resources.
+std::optional<std::string> ReadIni(const QString& name)
+{
+    if (!name.startsWith(u':'))
+        return kv::ReadWholeFile(KvFromQString(name), nullptr, kv::ProfileDocument::kMostBytes);
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll().toStdString()) : std::nullopt;
+}
 
 // Pictures and menus of a host must not outlive the application object.
 void ForgetHostResources();
@@ -69,7 +108,7 @@ Skin& TheSkin()
         Skin first;
         QFile file(QStringLiteral(":/kv/skin/skin.ini"));
         if (file.open(QIODevice::ReadOnly))
-            first.builtIn = ReadColours(file.readAll().toStdString());
+            first.builtIn = ReadColours(kv::ProfileDocument(file.readAll().toStdString()));
         return first;
     }();
     return skin;
@@ -102,7 +141,8 @@ bool IsPlainName(const QString& name)
 struct KvSkinImage::Data
 {
     // Reads the picture of a name; null when there is none or it is broken.
-    static std::shared_ptr<const Data> Read(const QString& folder, const QString& name);
+    static std::shared_ptr<const Data> Read(const QString& folder, const QString& name,
+                                            const PictureColours& colours);
 
     std::shared_ptr<QSvgRenderer> vector;
     QImage raster;
@@ -110,12 +150,15 @@ struct KvSkinImage::Data
     mutable QSize cachedSize;
 };
 
-std::shared_ptr<const KvSkinImage::Data> KvSkinImage::Data::Read(const QString& folder, const QString& name)
+std::shared_ptr<const KvSkinImage::Data> KvSkinImage::Data::Read(const QString& folder, const QString& name,
+                                                                 const PictureColours& colours)
 {
     const QString path = folder + u'/' + name;
     auto data = std::make_shared<Data>();
-    if (QFileInfo::exists(path + QLatin1String(".svg"))) {
-        data->vector = std::make_shared<QSvgRenderer>(path + QLatin1String(".svg"));
+    if (QFile file(path + QLatin1String(".svg")); file.open(QIODevice::ReadOnly)) {
+        QByteArray svg = file.readAll();
+        Recolour(svg, colours);
+        data->vector = std::make_shared<QSvgRenderer>(svg);
         if (data->vector->isValid())
             return data;
         data->vector.reset();
@@ -197,9 +240,9 @@ KvSkinImage KvGuiRes::LoadImageW(const wchar_t* name)
     KvSkinImage image;
     // A broken picture of an overlay falls back to the built-in one.
     if (!skin.overlayFolder.isEmpty())
-        image.m_data = KvSkinImage::Data::Read(skin.overlayFolder, plainName);
+        image.m_data = KvSkinImage::Data::Read(skin.overlayFolder, plainName, {});
     if (!image.m_data)
-        image.m_data = KvSkinImage::Data::Read(QStringLiteral(":/kv/skin"), plainName);
+        image.m_data = KvSkinImage::Data::Read(QStringLiteral(":/kv/skin"), plainName, skin.pictureColours);
     skin.images.emplace(name, image);
     return image;
 }
@@ -237,6 +280,7 @@ int KvGuiRes::SetSkinFolder(const wchar_t* folder)
 {
     QString path = folder ? KvToQString(folder) : QString();
     ColourTable colours;
+    PictureColours pictureColours;
     if (!path.isEmpty()) {
         if (!QFileInfo(path).isDir())
             return 0;
@@ -244,15 +288,17 @@ int KvGuiRes::SetSkinFolder(const wchar_t* folder)
         const QString ini = path + QStringLiteral("/skin.ini");
         // A skin of pictures only needs no skin.ini.
         if (QFileInfo::exists(ini)) {
-            const auto bytes =
-                kv::ReadWholeFile(KvFromQString(ini), nullptr, kv::ProfileDocument::kMostBytes);
+            const auto bytes = ReadIni(ini);
             if (!bytes)
                 return 0;
-            colours = ReadColours(*bytes);
+            const kv::ProfileDocument document(*bytes);
+            colours = ReadColours(document);
+            pictureColours = ReadPictureColours(document);
         }
     }
     Skin& skin = TheSkin();
     skin.overlay = std::move(colours);
+    skin.pictureColours = std::move(pictureColours);
     skin.overlayFolder = std::move(path);
     skin.images.clear();
     NotifyWindows();
@@ -280,8 +326,10 @@ void KvGuiRes::NotifyWindows()
             window->OnSkinChanged();
         else if (auto* dialog = qobject_cast<CKvDialog*>(widget))
             dialog->OnSkinChanged();
-        if (widget)
-            widget->update(); // buttons look their pictures up when they paint
+        if (!widget)
+            continue;
+        widget->updateGeometry(); // a picture or a text may be larger
+        widget->update();         // buttons look their pictures up when they paint
     }
 }
 

@@ -13,6 +13,7 @@
 CKvCharMapPreviewWnd::CKvCharMapPreviewWnd() : m_impl(std::make_unique<Impl>(*this))
 {
     setFocusPolicy(Qt::ClickFocus);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
 }
 
 CKvCharMapPreviewWnd::CKvCharMapPreviewWnd(QWidget* parent) : CKvCharMapPreviewWnd()
@@ -156,6 +157,11 @@ UINT CKvCharMapPreviewWnd::OnGetDlgCode()
 QSize CKvCharMapPreviewWnd::sizeHint() const
 {
     return {kv::kCharGridRight + kv::kCharOrigin, kv::kCharGridBottom + kv::kCharOrigin};
+}
+
+QSize CKvCharMapPreviewWnd::minimumSizeHint() const
+{
+    return sizeHint();
 }
 
 void CKvCharMapPreviewWnd::SetGuiBasicSettings(SKvGuiBasicSettings* settings)

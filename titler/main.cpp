@@ -195,6 +195,8 @@ int RunWindow(const Options& options)
     QString fault = settings.Load();
     if (const QString unkept = KeepSwatches(settings.Folder()); fault.isEmpty())
         fault = unkept;
+    if (const auto theme = options.theme ? options.theme : ThemeOf(settings.theme); theme)
+        ApplyTheme(*qApp, *theme);
     MainWindow window(options.menuBar ? MainWindow::Caption::Menus : MainWindow::Caption::Tabs, settings.hsb);
     window.resize(options.windowSize);
     window.Remember(settings);
@@ -271,7 +273,7 @@ int Run(int& argc, char** argv, const Options& options)
     }
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/titler/desktop/titler.svg")));
     QGuiApplication::setDesktopFileName(QStringLiteral("titler"));
-    ApplySkin(application, LoadSkin());
+    ApplyTheme(application, options.theme.value_or(Theme::Dark));
     if (options.ShowsItself())
         return TakeTour(options);
     if (options.gallery)

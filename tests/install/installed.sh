@@ -35,7 +35,8 @@ tree)
   ;;
 programs)
   for path in applications/titler.desktop icons/hicolor/scalable/apps/titler.svg metainfo/titler.metainfo.xml \
-    mime/packages/titler.xml man/man1/titler.1 kvguiadvctrls/skin/skin.ini; do
+    mime/packages/titler.xml man/man1/titler.1 kvguiadvctrls/skin/skin.ini \
+    kvguiadvctrls/skin/light/skin.ini; do
     [ -e "$tree/share/$path" ] || fail "share/$path is missing"
   done
   readlink "$libdir/libKvGuiAdvCtrls.so" >/dev/null || fail "the library has no version"

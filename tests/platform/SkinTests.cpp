@@ -90,6 +90,25 @@ TEST_F(Skin, PicturesPreferSvgAndStaySharp)
     EXPECT_TRUE(KvGuiRes::LoadImageW(nullptr).IsNull());
 }
 
+TEST_F(Skin, BuiltInPicturesTakeItsColours)
+{
+    const auto middle = [](const wchar_t* name) {
+        return KvGuiRes::LoadImageW(name).Pixmap({16, 16}, 1).toImage().pixelColor(7, 8);
+    };
+    const QColor builtIn = middle(L"titler_play");
+    Write("skin.ini", "[Pictures]\n" + builtIn.name().mid(1).toUpper().toLatin1() +
+                          " = 102030\n102030=ffffff\nffb347=red\n");
+    Write("own.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='16' height='16'>"
+                     "<rect width='16' height='16' fill='" +
+                         builtIn.name().toLatin1() + "'/></svg>");
+    ASSERT_EQ(KvGuiRes::SetSkinFolder(Path().c_str()), 1);
+    EXPECT_EQ(middle(L"titler_play"), QColor(0x10, 0x20, 0x30)) << "once, whatever became of it";
+    EXPECT_EQ(middle(L"own"), builtIn) << "the folder's own picture";
+    EXPECT_EQ(KvGuiRes::SetSkinFolder(L":/kv/missing"), 0);
+    EXPECT_EQ(KvGuiRes::SetSkinFolder(nullptr), 1);
+    EXPECT_EQ(middle(L"titler_play"), builtIn);
+}
+
 TEST_F(Skin, ChangeReachesLiveWindowsThatMayDeleteOneAnother)
 {
     Write("skin.ini", "[Colors]\n");

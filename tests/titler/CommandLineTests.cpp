@@ -66,6 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
         Invocation{"EmptyTour", {"--selftest-tour", ""}, 2, "--selftest-tour needs a value"},
         Invocation{
             "FirstFrameOfNoWindow", {"--first-frame", "--screenshot", "DIR/a.png"}, 2, "needs a window"},
+        Invocation{"UnknownTheme", {"--theme", "blue"}, 2, "dark and light"},
         Invocation{"UnknownWorkspace", {"--workspace", "nowhere"}, 2, "design, animate, clips"},
         Invocation{"HelpWithADeadDisplay", {"--help"}, 0, "--export-frame <OUT.png>", ":987"},
         Invocation{"NoDisplay", {kSample}, 2, "there is no display"},

@@ -1,7 +1,11 @@
+#include "KvAppLogListCtrl.h"
 #include "KvCharMapDlg.h"
+#include "KvGradientCtrl.h"
 #include "KvLayoutSelector.h"
 #include "gallery/Gallery.h"
+#include "window/MainWindow.h"
 #include "window/Settings.h"
+#include "window/Skin.h"
 
 #include <QApplication>
 #include <QDir>
@@ -13,6 +17,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace titler {
 namespace {
@@ -70,6 +75,75 @@ TEST(Gallery, SaysWhatAControlTells)
             QTest::keyClick(characters->GetGrid(), Qt::Key_Return);
         }
     EXPECT_TRUE(isTold("CKvCharMapDlg told: OnCommand"));
+}
+
+// KV_PICTURES names a folder for pictures that differ.
+void ExpectAlike(const QImage& switched, const QImage& begun, const QString& name)
+{
+    EXPECT_TRUE(switched == begun) << name.toStdString();
+    const QString folder = qEnvironmentVariable("KV_PICTURES");
+    if (switched == begun || folder.isEmpty())
+        return;
+    switched.save(folder + u'/' + name + " switched.png");
+    begun.save(folder + u'/' + name + " begun.png");
+}
+
+// Nothing keeps a colour or a picture of the theme before.
+TEST(Gallery, LooksInAnotherThemeAsIfBegunInIt)
+{
+    const QTemporaryDir swatches;
+    KeepSwatches(swatches.path());
+    const auto picture = [](QWidget& shown, auto&& grab) {
+        QApplication::processEvents();
+        // The lines of a log tell the time, a gradient's stop blinks.
+        const auto hide = [](QWidget* part) {
+            QSizePolicy policy = part->sizePolicy();
+            policy.setRetainSizeWhenHidden(true);
+            part->setSizePolicy(policy);
+            part->hide();
+        };
+        for (QWidget* log : shown.findChildren<CKvAppLogListCtrl*>())
+            hide(log);
+        for (QWidget* gradient : shown.findChildren<CKvGradientCtrl*>())
+            hide(gradient);
+        QApplication::processEvents();
+        return grab().toImage();
+    };
+    const auto open = [](QWidget& shown) {
+        shown.resize(1200, 800);
+        shown.show();
+        shown.setFocus();
+        QApplication::processEvents();
+    };
+    const auto windowPicture = [&](MainWindow& window, Workspace workspace) {
+        window.Show(workspace);
+        if (QWidget* const focus = window.focusWidget())
+            focus->clearFocus(); // which one window alone would show
+        return picture(window, [&] { return window.grab(); });
+    };
+    for (const auto& [before, now] : {std::pair(Theme::Dark, Theme::Light), {Theme::Light, Theme::Dark}}) {
+        ApplyTheme(*qApp, before);
+        Gallery switched;
+        MainWindow switchedWindow;
+        open(switched);
+        open(switchedWindow);
+        const QImage other = picture(switched, [&] { return switched.Picture(); });
+        ApplyTheme(*qApp, now);
+        Gallery begun;
+        MainWindow begunWindow;
+        open(begun);
+        open(begunWindow);
+        const QImage seen = picture(switched, [&] { return switched.Picture(); });
+        EXPECT_FALSE(seen == other);
+        ExpectAlike(seen, picture(begun, [&] { return begun.Picture(); }), ThemeName(now));
+        for (const Workspace workspace : {Workspace::Design, Workspace::Animate, Workspace::Clips,
+                                          Workspace::Rules, Workspace::Subtitles})
+            ExpectAlike(windowPicture(switchedWindow, workspace), windowPicture(begunWindow, workspace),
+                        ThemeName(now) + u' ' + QLatin1String(TraitsOf(workspace).name));
+    }
+    ApplyTheme(*qApp, Theme::Dark);
+    qApp->setStyleSheet({});
+    qApp->setPalette({});
 }
 
 } // namespace

@@ -8,6 +8,8 @@
 #include "title/CanvasView.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
+#include "window/Skin.h"
+#include "window/Texts.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -226,6 +228,31 @@ TEST_F(Remembered, TheNextWindowIsWhereTheLastOneWas)
     window.Remember(settings);
     EXPECT_EQ(window.Current(), Workspace::Clips);
     EXPECT_EQ(window.size(), size);
+}
+
+TEST_F(Remembered, TheThemeIsTheOneOfTheLastTime)
+{
+    {
+        Settings settings(Path("s.json"));
+        MainWindow window;
+        window.Remember(settings);
+        window.show();
+        const QColor dark = LoadSkin().window;
+        for (const auto& menu : window.AllCommands().Menus())
+            for (QAction* action : menu->findChildren<QAction*>())
+                if (action->text() == Text(kTextThemeLight))
+                    action->trigger();
+        EXPECT_EQ(CurrentTheme(), Theme::Light);
+        EXPECT_GT(LoadSkin().window.lightness(), dark.lightness());
+        EXPECT_EQ(window.palette().color(QPalette::Window), LoadSkin().window);
+        EXPECT_TRUE(window.close());
+        KvGuiRes::SetSkinFolder(nullptr);
+        qApp->setStyleSheet({});
+        qApp->setPalette({});
+    }
+    Settings settings(Path("s.json"));
+    EXPECT_EQ(settings.Load(), "");
+    EXPECT_EQ(ThemeOf(settings.theme), Theme::Light);
 }
 
 TEST_F(Remembered, SettingsAreOnlyWrittenWhenTheyAreOthers)

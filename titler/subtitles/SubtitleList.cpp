@@ -1,5 +1,6 @@
 #include "subtitles/SubtitleList.h"
 
+#include "KvGuiRes.h"
 #include "window/Texts.h"
 
 #include <QCoreApplication>
@@ -23,12 +24,12 @@ struct Sign
 {
     unsigned fault;
     UINT textId;
-    QRgb colour;
+    const wchar_t* colourKey;
 };
-constexpr Sign kSigns[] = {{kSubtitleNegative, kTextSubtitleNegative, 0xFFFF7B72},
-                           {kSubtitleOverlap, kTextSubtitleOverlap, 0xFFFFA657},
-                           {kSubtitleFast, kTextSubtitleFast, 0xFFE3D34B},
-                           {kSubtitleEmpty, kTextSubtitleEmpty, 0xFF9CC3FF}};
+constexpr Sign kSigns[] = {{kSubtitleNegative, kTextSubtitleNegative, L"keTitlerNegativeSignColor"},
+                           {kSubtitleOverlap, kTextSubtitleOverlap, L"keTitlerOverlapSignColor"},
+                           {kSubtitleFast, kTextSubtitleFast, L"keTitlerFastSignColor"},
+                           {kSubtitleEmpty, kTextSubtitleEmpty, L"keTitlerEmptySignColor"}};
 
 // An arrow back, two that lie over one another, an empty ring, two hooks forwards: told apart without their
 // colours, too.
@@ -300,8 +301,10 @@ void SubtitleList::DrawSigns(Graphics& graphics, int row) const
         if ((faults & sign.fault) == 0)
             continue;
         const bool isOutline = sign.fault == kSubtitleOverlap || sign.fault == kSubtitleEmpty;
-        graphics.setPen(QPen(QColor(sign.colour), 1.25));
-        graphics.setBrush(isOutline ? QBrush(Qt::NoBrush) : QBrush(QColor(sign.colour)));
+        DWORD colour = 0xFF808080;
+        KvGuiRes::LoadColor(sign.colourKey, colour);
+        graphics.setPen(QPen(QColor(colour), 1.25));
+        graphics.setBrush(isOutline ? QBrush(Qt::NoBrush) : QBrush(QColor(colour)));
         graphics.drawPath(ShapeOf(sign.fault));
         graphics.translate(kSign, 0);
     }

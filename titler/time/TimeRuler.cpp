@@ -4,6 +4,7 @@
 #include "edit/PropertyText.h"
 #include "time/TimeRulerPainter.h"
 #include "time/Transport.h"
+#include "window/Skin.h"
 #include "window/Texts.h"
 
 #include <QHelpEvent>
@@ -32,7 +33,6 @@ constexpr int kPlayheadReach = 7;    // of its head, with the edges' smoothing
 TimeRuler::TimeRuler(Document& document, Transport& transport)
     : m_document(document)
     , m_transport(transport)
-    , m_skin(LoadSkin())
     , m_shown(transport.Frame())
 {
     setOrientation(Qt::Horizontal);
@@ -401,7 +401,7 @@ void TimeRuler::paintEvent(QPaintEvent*)
     DrawTimeRuler(painter, rect(), Layout(),
                   {m_document.Current().title.properties, Lanes(), m_transport.Rate(), m_shown,
                    m_transport.LastFrame(), hovered, hasFocus()},
-                  m_skin);
+                  LoadSkin());
 }
 
 } // namespace titler

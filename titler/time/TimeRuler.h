@@ -3,7 +3,6 @@
 
 #include "project/Animation.h"
 #include "time/TimeLayout.h"
-#include "window/Skin.h"
 
 #include <QAbstractSlider>
 #include <QBasicTimer>
@@ -88,7 +87,6 @@ private:
 
     Document& m_document;
     Transport& m_transport;
-    Skin m_skin;
     TimeView m_view;
     bool m_isWhole = true; ///< the view is that of the whole project
     int m_shown;           ///< frame of the playhead

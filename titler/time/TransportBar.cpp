@@ -16,6 +16,7 @@
 #include <QToolButton>
 
 #include <optional>
+#include <string>
 
 namespace titler {
 namespace {
@@ -26,14 +27,14 @@ constexpr double kDisabledOpacity = 0.35;
 class SkinIconEngine : public QIconEngine
 {
 public:
-    explicit SkinIconEngine(KvSkinImage image) : m_image(std::move(image)) {}
+    explicit SkinIconEngine(std::wstring name) : m_name(std::move(name)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
         painter->save();
         if (mode == QIcon::Disabled)
             painter->setOpacity(kDisabledOpacity);
-        m_image.Draw(*painter, rect);
+        KvGuiRes::LoadImageW(m_name.c_str()).Draw(*painter, rect); // the present skin's
         painter->restore();
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
@@ -44,10 +45,10 @@ public:
         paint(&painter, QRect(QPoint(), size), mode, state);
         return pixmap;
     }
-    QIconEngine* clone() const override { return new SkinIconEngine(m_image); }
+    QIconEngine* clone() const override { return new SkinIconEngine(m_name); }
 
 private:
-    KvSkinImage m_image;
+    std::wstring m_name;
 };
 
 // The key nearest before or behind a frame, of all properties, up to the project's end.
@@ -69,7 +70,7 @@ std::optional<int> NearestKey(const Properties& properties, int frame, bool next
 
 QIcon SkinIcon(const wchar_t* name)
 {
-    return QIcon(new SkinIconEngine(KvGuiRes::LoadImageW(name)));
+    return QIcon(new SkinIconEngine(name));
 }
 
 TransportBar::TransportBar(Document& document, Transport& transport)

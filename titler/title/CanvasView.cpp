@@ -52,8 +52,7 @@ QBrush Checkerboard(const QColor& light, const QColor& dark)
 CanvasView::CanvasView(const Document& document, const Transport& transport)
     : m_document(document)
     , m_transport(transport)
-    , m_skin(LoadSkin())
-    , m_checkerboard(Checkerboard(m_skin.checkLight, m_skin.checkDark))
+    , m_checkerboard(Checkerboard(LoadSkin().checkLight, LoadSkin().checkDark))
     , m_displaySize(DisplaySize(document.Current().video))
 {
     setFrameShape(QFrame::NoFrame);
@@ -249,13 +248,14 @@ void CanvasView::focusOutEvent(QFocusEvent* event)
 void CanvasView::Paint()
 {
     QPainter painter(viewport());
-    painter.fillRect(viewport()->rect(), m_skin.canvas);
+    const Skin skin = LoadSkin();
+    painter.fillRect(viewport()->rect(), skin.canvas);
     const QRectF frame = FrameRect();
     DrawFrame(painter, frame);
     if (m_safeAreas)
-        DrawSafeAreas(painter, frame);
+        DrawSafeAreas(painter, frame, skin);
     if (hasFocus()) {
-        painter.setPen(m_skin.accent);
+        painter.setPen(skin.accent);
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
     }
@@ -326,7 +326,7 @@ void CanvasView::DrawSubtitle(QPainter& painter, const QRectF& frame, QSize size
     painter.drawImage(frame, m_subtitleImage);
 }
 
-void CanvasView::DrawSafeAreas(QPainter& painter, const QRectF& frame) const
+void CanvasView::DrawSafeAreas(QPainter& painter, const QRectF& frame, const Skin& skin) const
 {
     painter.save();
     const double pixel = 1 / devicePixelRatioF();
@@ -338,8 +338,8 @@ void CanvasView::DrawSafeAreas(QPainter& painter, const QRectF& frame) const
         painter.drawRect(QRectF(QPointF(onPixel(area.left()), onPixel(area.top())),
                                 QPointF(onPixel(area.right()), onPixel(area.bottom()))));
     };
-    outline(kActionSafe, m_skin.actionSafe, Qt::SolidLine);
-    outline(kTitleSafe, m_skin.titleSafe, Qt::DashLine);
+    outline(kActionSafe, skin.actionSafe, Qt::SolidLine);
+    outline(kTitleSafe, skin.titleSafe, Qt::DashLine);
     painter.restore();
 }
 

@@ -56,7 +56,7 @@ private:
     void DrawTitle(QPainter& painter, const QRectF& frame, QSize size);
     void DrawBackground(QPainter& painter, const QRectF& frame);
     void DrawSubtitle(QPainter& painter, const QRectF& frame, QSize size);
-    void DrawSafeAreas(QPainter& painter, const QRectF& frame) const;
+    void DrawSafeAreas(QPainter& painter, const QRectF& frame, const Skin& skin) const;
     void OnProjectChanged();
     void OnFrameChanged();
     void UpdateScrollBars();
@@ -82,7 +82,6 @@ private:
 
     const Document& m_document;
     const Transport& m_transport;
-    Skin m_skin;
     QBrush m_checkerboard;
     Background m_background;
     TitleRenderer m_renderer;

@@ -49,6 +49,7 @@ struct Parser
     QCommandLineOption menuBar{QStringLiteral("menubar"), Text(kTextOptionMenuBar)};
     QCommandLineOption workspace{QStringLiteral("workspace"), Text(kTextOptionWorkspace),
                                  QStringLiteral("NAME")};
+    QCommandLineOption theme{QStringLiteral("theme"), Text(kTextOptionTheme), QStringLiteral("NAME")};
     QCommandLineOption play{QStringLiteral("play"), Text(kTextOptionPlay)};
     QCommandLineOption tour{QStringLiteral("selftest-tour"), Text(kTextOptionTour), QStringLiteral("DIR")};
     QCommandLineOption film{QStringLiteral("selftest-animation"), Text(kTextOptionFilm),
@@ -60,9 +61,9 @@ struct Parser
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions({media,     screenshot, exportFrame, exportFrames, range,      threads, frame,
-                           page,      size,       settings,    subtitles,    encoding,   rules,   menuBar,
-                           workspace, play,       tour,        film,         firstFrame, gallery, help});
+        parser.addOptions({media, screenshot, exportFrame, exportFrames, range,   threads, frame,     page,
+                           size,  settings,   subtitles,   encoding,     rules,   menuBar, workspace, theme,
+                           play,  tour,       film,        firstFrame,   gallery, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -77,6 +78,7 @@ struct Parser
     QString ReadPage(int& number) const;
     QString ReadSize(QSize& window) const;
     QString ReadWorkspace(std::optional<Workspace>& wanted) const;
+    QString ReadTheme(std::optional<Theme>& wanted) const;
     QString ReadEncoding(QString& name) const;
     QString ReadProject(QString& project) const;
     QString ReadTour(QString& folder) const;
@@ -173,6 +175,12 @@ QString Parser::ReadWorkspace(std::optional<Workspace>& wanted) const
                   : Text(kTextBadWorkspace, {parser.value(workspace), names.join(QStringLiteral(", "))});
 }
 
+QString Parser::ReadTheme(std::optional<Theme>& wanted) const
+{
+    wanted = ThemeOf(parser.value(theme));
+    return wanted || !parser.isSet(theme) ? QString() : Text(kTextBadTheme, {parser.value(theme)});
+}
+
 QString Parser::ReadEncoding(QString& name) const
 {
     const bool isInPlace = parser.isSet(subtitles) || !parser.isSet(encoding);
@@ -206,8 +214,9 @@ QString Parser::ReadFilm(QString& folder) const
 QString Parser::ReadGallery(bool& wanted) const
 {
     wanted = parser.isSet(gallery);
-    return !wanted || IsAlone(gallery, size.names() + screenshot.names()) ? QString()
-                                                                          : Text(kTextGalleryAlone);
+    return !wanted || IsAlone(gallery, size.names() + screenshot.names() + theme.names())
+               ? QString()
+               : Text(kTextGalleryAlone);
 }
 
 bool Parser::IsAlone(const QCommandLineOption& option, const QStringList& besides) const
@@ -233,7 +242,7 @@ QString Parser::Read(Options& options) const
           ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
           ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
           ReadThreads(options.threads), ReadFrame(options.frame), ReadPage(options.page),
-          ReadSize(options.windowSize), ReadWorkspace(options.workspace),
+          ReadSize(options.windowSize), ReadWorkspace(options.workspace), ReadTheme(options.theme),
           options.help ? QString() : ReadTour(options.tour),
           options.help ? QString() : ReadFilm(options.film),
           options.help ? QString() : ReadGallery(options.gallery)})

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export/FrameSequence.h"
+#include "window/Skin.h"
 #include "window/Workspaces.h"
 
 #include <QSize>
@@ -30,12 +31,13 @@ struct Options
     QString encoding;     ///< of `subtitles`; empty: what the file tells
     QString rules;        ///< a file; empty: the user's own, the built-in ones for pictures
     std::optional<Workspace> workspace;
-    bool menuBar = false;    ///< the caption has menus instead of tabs
-    bool play = false;       ///< the window plays the title from the begin, over and over
-    QString tour;            ///< a folder: the program shows itself
-    QString film;            ///< a folder: likewise, as an animation
-    bool firstFrame = false; ///< the program tells when it has painted, and ends
-    bool gallery = false;    ///< the library's controls instead of the program's window
+    std::optional<Theme> theme; ///< nothing: the one of the settings, for pictures the dark one
+    bool menuBar = false;       ///< the caption has menus instead of tabs
+    bool play = false;          ///< the window plays the title from the begin, over and over
+    QString tour;               ///< a folder: the program shows itself
+    QString film;               ///< a folder: likewise, as an animation
+    bool firstFrame = false;    ///< the program tells when it has painted, and ends
+    bool gallery = false;       ///< the library's controls instead of the program's window
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.

@@ -4,14 +4,20 @@
 
 #include <QEvent>
 
+#include <algorithm>
+
 namespace titler {
+namespace {
+
+constexpr int kAround = 12;
+
+} // namespace
 
 EmptyHint::EmptyHint(QWidget& view, UINT textId) : QLabel(Text(textId), &view)
 {
-    setProperty("role", "hint");
+    setProperty("role", "overlay"); // it may stand over a picture of any colour
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
-    setMargin(24);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
     view.installEventFilter(this);
@@ -20,7 +26,11 @@ EmptyHint::EmptyHint(QWidget& view, UINT textId) : QLabel(Text(textId), &view)
 
 void EmptyHint::Place()
 {
-    setGeometry(parentWidget()->rect());
+    const QRect room = parentWidget()->rect().adjusted(kAround, kAround, -kAround, -kAround);
+    const int width = std::min(sizeHint().width(), std::max(room.width(), 0));
+    QRect place(0, 0, width, heightForWidth(width));
+    place.moveCenter(room.center());
+    setGeometry(place);
 }
 
 bool EmptyHint::eventFilter(QObject* watched, QEvent* event)

@@ -17,6 +17,7 @@
 #include "title/TitleWorkspace.h"
 #include "window/Fields.h"
 #include "window/Settings.h"
+#include "window/Skin.h"
 #include "window/Texts.h"
 #include "window/VideoFormats.h"
 
@@ -330,6 +331,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     m_settings->workspace = QLatin1String(TraitsOf(m_current).name);
     m_settings->hsb = m_workspace->IsHsb();
     m_settings->pages = m_showPages->isChecked();
+    m_settings->theme = ThemeName(CurrentTheme());
     KeepCharacters();
     if (const QString fault = m_settings->Save(); !fault.isEmpty())
         ShowError(fault);

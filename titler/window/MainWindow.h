@@ -98,6 +98,7 @@ private:
     void BuildRulesMenu();
     void AddCommands(UINT menuId, const QList<QAction*>& commands, Workspace workspace);
     void BuildWorkspaceItems(QMenu& menu);
+    void BuildThemeItems(QMenu& menu);
     void BuildRecentItems(QMenu& menu);
     void ShowRecent();
     void OpenRecent(int index);

@@ -8,12 +8,15 @@
 #include "window/Fields.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
+#include "window/Skin.h"
 #include "window/Texts.h"
 #include "window/VideoFormats.h"
 
 #include <QActionGroup>
 #include <QApplication>
 #include <QMenu>
+
+#include <utility>
 
 namespace titler {
 QMenu& MainWindow::AddMenu(UINT nameId)
@@ -139,6 +142,8 @@ void MainWindow::BuildViewMenu()
     m_zoomCommands << fit << fullSize << zoomIn << zoomOut;
     menu.addSeparator();
     BuildWorkspaceItems(menu);
+    menu.addSeparator();
+    BuildThemeItems(*menu.addMenu(Text(kTextThemeMenu)));
     for (const Workspace workspace : {Workspace::Design, Workspace::Animate})
         ToolsOf(workspace) << fit << fullSize << zoomIn << zoomOut << nullptr << m_safeAreas;
 }
@@ -155,6 +160,22 @@ void MainWindow::BuildWorkspaceItems(QMenu& menu)
         m_workspaces->addAction(action);
         action->setToolTip(Text(kTextWorkspaceTip, {action->text()}));
         action->setStatusTip(action->toolTip());
+    }
+}
+
+void MainWindow::BuildThemeItems(QMenu& menu)
+{
+    auto* themes = new QActionGroup(this);
+    for (const auto& [theme, textId] :
+         {std::pair(Theme::Dark, kTextThemeDark), std::pair(Theme::Light, kTextThemeLight)}) {
+        QAction* action = AddItem(menu, textId, {}, [this, chosen = theme] {
+            ApplyTheme(*qApp, chosen);
+            if (IsAtStart())
+                ShowStart(); // its rows have colours of their own
+        });
+        action->setCheckable(true);
+        action->setChecked(theme == CurrentTheme());
+        themes->addAction(action);
     }
 }
 

@@ -53,6 +53,7 @@ QString Settings::Load()
     workspace = m_source.value(QLatin1String("workspace")).toString();
     hsb = m_source.value(QLatin1String("colours")).toString() == QLatin1String(kHsb);
     pages = m_source.value(QLatin1String("pages")).toBool(true);
+    theme = m_source.value(QLatin1String("theme")).toString();
     recentCharacters = m_source.value(QLatin1String(kRecentCharacters)).toString();
     favouriteCharacters = m_source.value(QLatin1String(kFavouriteCharacters)).toString();
     AddTheirs(m_source);
@@ -100,6 +101,7 @@ QString Settings::Save()
     m_source.insert(QLatin1String("workspace"), workspace);
     m_source.insert(QLatin1String("colours"), QLatin1String(hsb ? kHsb : kRgb));
     m_source.insert(QLatin1String("pages"), pages);
+    m_source.insert(QLatin1String("theme"), theme);
     m_source.insert(QLatin1String(kRecentCharacters), recentCharacters);
     m_source.insert(QLatin1String(kFavouriteCharacters), favouriteCharacters);
     m_source.insert(QLatin1String("projects"), QJsonArray::fromStringList(projects));

@@ -38,6 +38,7 @@ public:
     QString workspace;        ///< its name on the command line; may be empty
     bool hsb = false;         ///< the colour panel edits hue, saturation and brightness
     bool pages = true;        ///< the strip of pages is shown
+    QString theme;            ///< its name; may be empty
     QString recentCharacters; ///< of the character map, the latest first
     QString favouriteCharacters;
     QStringList projects; ///< absolute paths, the latest first

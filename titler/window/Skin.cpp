@@ -9,6 +9,8 @@
 namespace titler {
 namespace {
 
+constexpr const char* kThemeProperty = "titlerTheme"; ///< of the application
+
 QColor Colour(const wchar_t* key, DWORD colour)
 {
     KvGuiRes::LoadColor(key, colour);
@@ -18,6 +20,13 @@ QColor Colour(const wchar_t* key, DWORD colour)
 QColor ButtonColour(const Skin& skin)
 {
     return skin.panel.lighter(125);
+}
+
+// What reads best on a colour.
+QColor TextOn(const QColor& ground)
+{
+    const double light = 0.299 * ground.red() + 0.587 * ground.green() + 0.114 * ground.blue();
+    return light < 128 ? Qt::white : Qt::black;
 }
 
 QPalette PaletteOf(const Skin& skin)
@@ -31,9 +40,9 @@ QPalette PaletteOf(const Skin& skin)
     palette.setColor(QPalette::PlaceholderText, skin.dimText);
     palette.setColor(QPalette::Button, ButtonColour(skin));
     palette.setColor(QPalette::ButtonText, skin.text);
-    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::BrightText, TextOn(skin.window));
     palette.setColor(QPalette::Highlight, skin.accent);
-    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::HighlightedText, TextOn(skin.accent));
     palette.setColor(QPalette::Link, skin.accent);
     palette.setColor(QPalette::ToolTipBase, skin.field);
     palette.setColor(QPalette::ToolTipText, skin.text);
@@ -68,6 +77,7 @@ QTreeView::item:hover:!selected, QListView::item:hover:!selected { background: @
 QAbstractSpinBox, QComboBox { selection-background-color: @selection; selection-color: @text; }
 QLabel[role="heading"] { color: @text; font-weight: bold; }
 QLabel[role="hint"] { color: @dimText; }
+QLabel[role="overlay"] { color: @dimText; background: @panel; border-radius: 4px; padding: 8px 12px; }
 QLabel[role="fault"] { color: @fault; }
 QHeaderView::section { background: @panel; color: @dimText; border: none; padding: 3px 4px;
     border-right: 1px solid @border; border-bottom: 1px solid @border; }
@@ -134,11 +144,33 @@ Skin LoadSkin()
     return skin;
 }
 
-void ApplySkin(QApplication& application, const Skin& skin)
+QString ThemeName(Theme theme)
 {
-    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    return theme == Theme::Light ? QStringLiteral("light") : QStringLiteral("dark");
+}
+
+std::optional<Theme> ThemeOf(const QString& name)
+{
+    for (const Theme theme : {Theme::Dark, Theme::Light})
+        if (ThemeName(theme) == name)
+            return theme;
+    return std::nullopt;
+}
+
+void ApplyTheme(QApplication& application, Theme theme)
+{
+    KvGuiRes::SetSkinFolder(theme == Theme::Light ? kKvLightSkin : nullptr);
+    const Skin skin = LoadSkin();
+    if (application.styleSheet().isEmpty())
+        application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     application.setPalette(PaletteOf(skin));
     application.setStyleSheet(StyleSheet(skin));
+    application.setProperty(kThemeProperty, ThemeName(theme));
+}
+
+Theme CurrentTheme()
+{
+    return ThemeOf(qApp->property(kThemeProperty).toString()).value_or(Theme::Dark);
 }
 
 } // namespace titler

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <QColor>
+#include <QString>
+
+#include <optional>
 
 class QApplication;
 
@@ -31,7 +34,21 @@ struct Skin
 /// The colours of the present skin; keys that it lacks have the colours of the built-in look.
 Skin LoadSkin();
 
-/// Dresses the whole program.
-void ApplySkin(QApplication& application, const Skin& skin);
+/// What the user chooses from.
+enum class Theme
+{
+    Dark,
+    Light,
+};
+
+/// The theme's name on the command line and in the settings.
+QString ThemeName(Theme theme);
+/// @return nothing for a name that is none.
+std::optional<Theme> ThemeOf(const QString& name);
+
+/// Dresses the whole program, also while it runs.
+void ApplyTheme(QApplication& application, Theme theme);
+/// What was applied last; dark at first.
+Theme CurrentTheme();
 
 } // namespace titler

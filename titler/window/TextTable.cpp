@@ -750,12 +750,19 @@ std::span<const KvStringEntry> OwnTexts()
         {22462, L"Layouts"},
         {22463, L"Characters, buttons and dialogs"},
         {22464, L"Show every control of the library in one window; with --screenshot, in a picture"},
-        {22465, L"--gallery goes with --screenshot and --size alone"},
+        {22465, L"--gallery goes with --screenshot, --size and --theme alone"},
         {22466,
          L"Uses the mouse in its own window, writes that as the numbered pictures of an animation to that "
          L"folder and ends"},
         {22467, L"--selftest-animation takes no other options than --size"},
         {22468, L"Behind picture %1 the step “%2” did not do what it should."},
+        {22480, L"T&heme"},
+        {22481, L"&Dark"},
+        {22482, L"Light texts on dark grounds"},
+        {22483, L"&Light"},
+        {22484, L"Dark texts on light grounds"},
+        {22485, L"Show the window in that theme: dark or light"},
+        {22486, L"\"%1\" is no theme; there are dark and light"},
     };
     static_assert(std::ranges::is_sorted(texts, std::ranges::less_equal(), &KvStringEntry::number),
                   "in order, and no number twice");

@@ -230,6 +230,12 @@ enum TextId : UINT
     kTextFilmAlone = 22467,
     kTextFilmFault = 22468,
 
+    kTextThemeMenu = 22480,
+    kTextThemeDark = 22481,
+    kTextThemeLight = 22483,
+    kTextOptionTheme = 22485,
+    kTextBadTheme = 22486,
+
     // Find and replace, and the character map; a tip's number is its command's plus 1.
     kTextFindReplace = 22410,
     kTextFindAgain = 22412,
