@@ -91,7 +91,7 @@ public:
     /// Colours and font of a host's own instead of the skin's. @param settings see `IKvGuiWnd`.
     void SetGuiBasicSettings(SKvGuiBasicSettings* settings) override;
 
-    /// The template's size once there is a window.
+    /// @return the template's size once there is a window, in logical pixels.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
