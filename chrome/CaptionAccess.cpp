@@ -50,13 +50,14 @@ void CaptionAccess::Update()
         ++m_generation;
     if (areOthers || !QAccessible::isActive())
         PartsChanged();
+    // While nobody listens, too: the first change that somebody hears is compared with what was before.
+    const std::vector<Seen> before = std::exchange(m_seen, Look());
+    const QString oldTitle = std::exchange(m_title, m_strip.Title());
     if (!QAccessible::isActive())
         return;
-    const std::vector<Seen> before = std::exchange(m_seen, Look());
     if (!areOthers)
         TellDifferences(before);
-    const QString title = m_strip.Title();
-    if (std::exchange(m_title, title) != title)
+    if (oldTitle != m_title)
         NameChanged(kTitleKey);
     UpdateFocus();
 }

@@ -56,6 +56,7 @@ GradientAccess::GradientAccess(QWidget& control, const GradientModel& model, con
     , m_model(model)
     , m_layout(layout)
     , m_user(user)
+    , m_seen(Look())
 {
 }
 
@@ -73,23 +74,25 @@ std::vector<Key> GradientAccess::Keys() const
 std::vector<GradientAccess::Seen> GradientAccess::Look() const
 {
     std::vector<Seen> seen;
-    for (const Key key : Keys()) {
-        const int index = StopOf(key);
+    for (int index = 0; index < m_model.Count(); ++index) {
         const SKvCGGradientKey& stop = m_model.Keys()[static_cast<std::size_t>(index)];
-        seen.push_back(IsMidPoint(key) ? Seen{key, stop.midPoint, {index, 0, 0}}
-                                       : Seen{key, stop.position, {index, m_model.Count(), stop.colour}});
+        const std::uint32_t id = m_model.IdOf(index);
+        if (m_model.IsMidPointShown(index))
+            seen.push_back({MidPointKey(id), stop.midPoint, {index, 0, 0}});
+        seen.push_back({StopKey(id), stop.position, {index, m_model.Count(), stop.colour}});
     }
     return seen;
 }
 
 void GradientAccess::Update()
 {
+    // While nobody listens, too: the first change that somebody hears is compared with the one before.
+    const std::vector<Seen> before = std::exchange(m_seen, Look());
     if (!QAccessible::isActive()) {
         // Interfaces that were asked for all the same must not outlive their stops.
         PartsChanged();
         return;
     }
-    const std::vector<Seen> before = std::exchange(m_seen, Look());
     const auto sameKey = [](const Seen& a, const Seen& b) { return a.key == b.key; };
     if (!std::equal(before.begin(), before.end(), m_seen.begin(), m_seen.end(), sameKey))
         PartsChanged();
