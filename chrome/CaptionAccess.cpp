@@ -192,7 +192,7 @@ QString CaptionAccess::Shortcut(Key key) const
 AccessibleButton CaptionAccess::DescribeButton(const QWidget& button) const
 {
     const std::optional<CaptionHit> part = m_keys.ButtonPart(&button);
-    return part ? AccessibleButton{m_keys.OpensPopup(*part), ShortcutOf(*part)} : AccessibleButton();
+    return part ? AccessibleButton{m_keys.OpensPopup(*part), true, ShortcutOf(*part)} : AccessibleButton();
 }
 
 std::optional<Key> CaptionAccess::FocusedPart() const

@@ -80,8 +80,9 @@ std::optional<AccessibleContainer::Key> AccessibleContainer::FocusedPart() const
 QAccessible::State AccessibleContainer::state() const
 {
     QAccessible::State state = QAccessibleWidget::state();
-    if (FocusedPart())
-        state.focused = false; // only one says so, else a reader hears the container again and again
+    // Only one says so, else a reader hears the container again and again.
+    if (FocusedPart() || widget()->focusProxy())
+        state.focused = false;
     return state;
 }
 

@@ -50,6 +50,7 @@ struct AccessiblePart
 struct AccessibleButton
 {
     bool opensPopup = false; ///< a click opens a menu, and comes back when that closed
+    bool takesFocus = false; ///< by the keys of the control, whatever its own policy says
     QString shortcut;        ///< the keys that click it, as they are shown; empty for none
 };
 

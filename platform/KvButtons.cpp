@@ -93,7 +93,10 @@ public:
         state.checkable = m_button.isCheckable();
         state.checked = m_button.isChecked();
         state.pressed = m_button.isDown();
-        state.hasPopup = Known().opensPopup;
+        const kv::AccessibleButton known = Known();
+        state.hasPopup = known.opensPopup;
+        if (known.takesFocus)
+            state.focusable = true;
         return state;
     }
 

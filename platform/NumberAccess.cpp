@@ -32,6 +32,13 @@ public:
         return isRepeated ? QString() : found;
     }
 
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.focused = false; // the text says so; with two a reader hears both
+        return state;
+    }
+
     QVariant currentValue() const override { return m_edit.GetValue(); }
     void setCurrentValue(const QVariant& value) override
     {
