@@ -37,7 +37,10 @@ void AccessibleContainer::DropGone()
             gone.push_back(key);
     }
     for (const Key key : gone) {
-        QAccessibleEvent event(KnownPart(key), QAccessible::ObjectDestroyed);
+        auto* part = static_cast<AccessiblePartInterface*>(KnownPart(key));
+        if (m_parts)
+            part->Leave();
+        QAccessibleEvent event(part, QAccessible::ObjectDestroyed);
         QAccessible::updateAccessibility(&event);
         QAccessible::deleteAccessibleInterface(m_ids[key]);
         m_ids.erase(key);

@@ -23,7 +23,7 @@ QString AccessiblePartInterface::text(QAccessible::Text text) const
 
 QRect AccessiblePartInterface::rect() const
 {
-    if (!isValid())
+    if (!IsThere())
         return {};
     const QWidget& control = m_container.Parts()->Control();
     const QRect visible = Describe().rect & control.rect();
@@ -33,7 +33,7 @@ QRect AccessiblePartInterface::rect() const
 QAccessible::State AccessiblePartInterface::state() const
 {
     QAccessible::State state;
-    if (!isValid()) {
+    if (!IsThere()) {
         state.invalid = true;
         return state;
     }
@@ -63,7 +63,7 @@ void* AccessiblePartInterface::interface_cast(QAccessible::InterfaceType type)
         return static_cast<QAccessibleValueInterface*>(this);
     if (type == QAccessible::ActionInterface && !part.actions.isEmpty())
         return static_cast<QAccessibleActionInterface*>(this);
-    AccessibleTable* table = isValid() ? m_container.Parts()->Table() : nullptr;
+    AccessibleTable* table = IsThere() ? m_container.Parts()->Table() : nullptr;
     if (type != QAccessible::TableCellInterface || !table)
         return nullptr;
     if (!m_cell) {

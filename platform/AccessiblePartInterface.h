@@ -20,7 +20,9 @@ public:
 
     Key PartKey() const { return m_key; }
 
-    bool isValid() const override { return Index() >= 0; }
+    bool isValid() const override { return IsThere() || m_isLeaving; }
+    /// The part is gone; its end can be told only of a valid interface.
+    void Leave() { m_isLeaving = true; }
     // Never the control: it would take the container's place.
     QObject* object() const override { return nullptr; }
     QWindow* window() const override { return m_container.window(); }
@@ -48,20 +50,21 @@ public:
     QStringList keyBindingsForAction(const QString& action) const override;
 
 private:
-    int Index() const { return m_container.Parts() ? m_container.Parts()->IndexOf(m_key) : -1; }
+    bool IsThere() const { return m_container.Parts() && m_container.Parts()->IndexOf(m_key) >= 0; }
     AccessiblePart Describe() const
     {
-        return isValid() ? m_container.Parts()->Describe(m_key) : AccessiblePart();
+        return IsThere() ? m_container.Parts()->Describe(m_key) : AccessiblePart();
     }
-    QString Shortcut() const { return isValid() ? m_container.Parts()->Shortcut(m_key) : QString(); }
+    QString Shortcut() const { return IsThere() ? m_container.Parts()->Shortcut(m_key) : QString(); }
     AccessibleValue Value() const { return Describe().value.value_or(AccessibleValue{}); }
     bool CanAct() const
     {
-        return isValid() && m_container.Parts()->Control().isEnabled() && !Describe().disabled;
+        return IsThere() && m_container.Parts()->Control().isEnabled() && !Describe().disabled;
     }
 
     const AccessibleContainer& m_container;
     const Key m_key;
+    bool m_isLeaving = false;
     std::optional<AccessibleCellAdapter> m_cell;
 };
 

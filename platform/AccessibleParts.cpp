@@ -87,6 +87,12 @@ void AccessibleParts::PartsChanged()
     Container()->DropGone();
     if (!QAccessible::isActive())
         return;
+    if (Table()) {
+        // The bridge tells of a new order child by child and makes an object of each: too many in a list.
+        QAccessibleTableModelChangeEvent change(Container(), QAccessibleTableModelChangeEvent::ModelReset);
+        QAccessible::updateAccessibility(&change);
+        return;
+    }
     QAccessibleEvent change(Container(), QAccessible::ObjectReorder);
     QAccessible::updateAccessibility(&change);
 }
@@ -98,7 +104,8 @@ void AccessibleParts::ValueChanged(Key key)
 
 void AccessibleParts::NameChanged(Key key)
 {
-    Tell(key, QAccessible::NameChanged);
+    if (QAccessible::isActive() && Container() && Container()->KnownPart(key))
+        Tell(key, QAccessible::NameChanged);
 }
 
 void AccessibleParts::StateChanged(Key key)
@@ -111,6 +118,8 @@ void AccessibleParts::StateChanged(Key key)
     changed.checked = part.checkable;
     changed.expanded = part.opensPopup;
     TellState(key, changed);
+    if (part.selectable) // the bridge takes it from this event alone
+        Tell(key, part.selected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
 }
 
 void AccessibleParts::SelectionChanged()

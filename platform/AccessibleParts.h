@@ -91,6 +91,7 @@ public:
     /// Parts came, went or changed places.
     void PartsChanged();
     void ValueChanged(Key key);
+    /// Nothing for a part that nobody has asked for.
     void NameChanged(Key key);
     void StateChanged(Key key);
     /// Other parts are selected than before: tells so, and the state of the focused part.

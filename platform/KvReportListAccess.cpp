@@ -108,6 +108,12 @@ kv::AccessiblePart CKvReportListCtrl::Impl::Describe(Key key) const
     return part;
 }
 
+void CKvReportListCtrl::Impl::TellText(int line, int column)
+{
+    if (QAccessible::isActive() && IsCell(line, column))
+        NameChanged(CellKeyOf(rows.Row(line).id, column));
+}
+
 std::optional<CKvReportListCtrl::Impl::Key> CKvReportListCtrl::Impl::FocusedPart() const
 {
     if (!IsLine(current) || !rows.Row(current).shown || !IsColumn(currentColumn))

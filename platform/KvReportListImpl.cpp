@@ -285,6 +285,7 @@ void CKvReportListCtrl::Impl::NotifyText(int line, int column)
     if (!self)
         return;
     TellChanged(kKvReportTextChanged, lines);
+    TellText(line, column);
     lineOfText = std::move(lines);
 }
 

@@ -103,6 +103,8 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
         for (kv::ReportObserver* observer : observers)
             observer->Changing(kind, lines);
     }
+    /// To a screen reader: the cell's text, and so its name, is another one.
+    void TellText(int line, int column);
     void TellChanged(int kind, std::span<const int> lines)
     {
         for (kv::ReportObserver* observer : observers)
