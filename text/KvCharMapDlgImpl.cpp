@@ -110,7 +110,8 @@ void CKvCharMapDlg::Impl::MakeItems()
     connect(search, &QLineEdit::textChanged, &dialog, [this] { Search(-1); });
     connect(grid, &CKvCharMapPreviewWnd::MenuRequested, &dialog, [this](QPoint screen) { OpenMenu(screen); });
     connect(insert, &QPushButton::clicked, &dialog, [this] { PickSelected(); });
-    connect(favorite, &QPushButton::clicked, &dialog, [this] { ToggleFavorite(SelectedCode()); });
+    // Not of a click: a screen reader turns the button over without one.
+    connect(favorite, &QPushButton::toggled, &dialog, [this] { ToggleFavorite(SelectedCode()); });
     connect(collect, &QPushButton::clicked, &dialog, [this] { Collect(SelectedCode()); });
     connect(copy, &QPushButton::clicked, &dialog, [this] { Copy(); });
     connect(collected, &QLineEdit::textChanged, &dialog, [this] { UpdateSelection(); });
@@ -259,7 +260,10 @@ void CKvCharMapDlg::Impl::UpdateSelection()
     else
         status->setText(TextOf(kv::kTextNothingSelected));
     const bool isFavorite = isSelected && favorites.Has(SelectedCode());
-    favorite->setChecked(isFavorite);
+    {
+        const QSignalBlocker silent(favorite);
+        favorite->setChecked(isFavorite);
+    }
     favorite->setEnabled(isSelected && SelectedCode() != 0 && (isFavorite || !favorites.IsFull()));
     insert->setEnabled(isSelected);
     collect->setEnabled(isSelected);
