@@ -21,6 +21,7 @@ constexpr std::uint32_t kTextNew = 20202;
 constexpr std::uint32_t kTextGoToEnd = 20203;
 constexpr std::uint32_t kTextDateLine = 20213;
 constexpr std::uint32_t kTextSpacer = 20214;
+constexpr std::uint32_t kTextLog = 20219;
 constexpr std::uint32_t kTypeNames[] = {20215, 20216, 20217, 20218}; ///< the others have none
 
 QFont DateFont(const QFont& listFont)
@@ -143,6 +144,11 @@ BOOL CKvAppLogListCtrl::_GetItemTextColor(int line, int column, int state, DWORD
         return CKvReportListCtrl::_GetItemTextColor(line, column, state, colour);
     colour = GetListTextColor();
     return 1;
+}
+
+UINT CKvAppLogListCtrl::_GetNameText() const
+{
+    return kTextLog;
 }
 
 CString CKvAppLogListCtrl::_GetCellName(int line, int column) const

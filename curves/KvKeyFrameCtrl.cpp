@@ -2,27 +2,14 @@
 #include "curves/KvKeyFrameCtrlImpl.h"
 #include "platform/VirtualKey.h"
 
-#include <QAccessibleWidget>
 #include <QPointer>
 
 #include <vector>
 
 using namespace kv::keyframe;
 
-namespace {
-
-QAccessibleInterface* MakeInterface(const QString& className, QObject* object)
-{
-    if (className != QLatin1String(CKvKeyFrameCtrl::staticMetaObject.className()))
-        return nullptr;
-    return new QAccessibleWidget(static_cast<CKvKeyFrameCtrl*>(object), QAccessible::Grouping);
-}
-
-} // namespace
-
 CKvKeyFrameCtrl::CKvKeyFrameCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
-    QAccessible::installFactory(MakeInterface);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -266,6 +253,8 @@ bool CKvKeyFrameCtrl::WantsShortcut(UINT key, Qt::KeyboardModifiers modifiers, U
 
 void CKvKeyFrameCtrl::OnSkinChanged()
 {
+    QAccessibleEvent renamed(this, QAccessible::NameChanged); // in another language
+    QAccessible::updateAccessibility(&renamed);
     for (const Impl::Record& record : m_impl->records) {
         if (record.button)
             record.button->setToolTip(KvToQString(KvGuiRes::LoadTip(record.button->GetDlgCtrlID())));

@@ -1,10 +1,23 @@
 #include "curves/KvKeyFrameCtrlImpl.h"
 
 #include "KvGuiRes.h"
+#include "core/TextTables.h"
 
 #include <utility>
 
 using namespace kv::keyframe;
+
+namespace {
+
+constexpr std::uint32_t kTextKeyFrames = 20047;
+
+} // namespace
+
+CKvKeyFrameCtrl::Impl::Impl(CKvKeyFrameCtrl& owner)
+    : strip(owner)
+    , access(owner, QAccessible::Grouping, [] { return KvToQString(kv::LoadText(kTextKeyFrames)); })
+{
+}
 
 void CKvKeyFrameCtrl::Impl::CreateButton(std::size_t place)
 {

@@ -4,6 +4,7 @@
 #include "KvButtons.h"
 #include "KvKeyFrameCtrl.h"
 #include "curves/KeyFrameButtons.h"
+#include "platform/NamedAccess.h"
 
 #include <QPointer>
 
@@ -27,7 +28,7 @@ struct CKvKeyFrameCtrl::Impl
         CKvBitmapButton* button = nullptr;
     };
 
-    explicit Impl(CKvKeyFrameCtrl& owner) : strip(owner) {}
+    explicit Impl(CKvKeyFrameCtrl& owner);
 
     bool HasButtons() const { return records[kv::keyframe::kToggle].button != nullptr; }
     void CreateButton(std::size_t place);
@@ -55,6 +56,7 @@ struct CKvKeyFrameCtrl::Impl
     void WatchParent();
 
     CKvKeyFrameCtrl& strip;
+    kv::NamedAccess access;
     std::array<Record, kv::keyframe::kButtonCount> records;
     SKvGuiBasicSettings* settings = nullptr;
     bool vertical = false;

@@ -179,6 +179,7 @@ protected:
     /// Pictures are drawn in the cell less 3 pixels on each side, as large as they fit in their own shape.
     /// @param graphics, line, column see `CKvReportListCtrl`.
     void DrawItem(Graphics* graphics, int line, int column) override;
+    UINT _GetNameText() const override;
     CString _GetCellName(int line, int column) const override;
     int _GetColumnTextStyle(int line, int column) override;
     BOOL _GetItemTextColor(int line, int column, int state, DWORD& colour) override;

@@ -354,6 +354,9 @@ protected:
     /// @return the list's text colour, enabled or disabled, for content that follows no cell.
     DWORD GetListTextColor() const;
 
+    /// @return what a screen reader calls the list where its accessible name is empty, as the number of a
+    /// text; 0, for none, unless overridden.
+    virtual UINT _GetNameText() const;
     /// @param line a line. @return what a screen reader is told of it beside its texts and states ("plays");
     /// nothing unless overridden.
     virtual CString _GetItemDescription(int line) const;

@@ -148,8 +148,8 @@ protected:
     virtual CString _GetSortKey(int line, int column) const;
     /// @param column the cell's. @return the step's name for `GetUndoStack()`, as the number of a text.
     virtual UINT _GetEditStepText(int column) const;
-    /// @return the accessible name, as the number of a text.
-    virtual UINT _GetNameText() const = 0;
+    /// @return the number of the text that names the list.
+    UINT _GetNameText() const override = 0;
 
     // For operations of the host. Silent.
 

@@ -1,4 +1,5 @@
 // The report list as a screen reader finds it: a table of cells.
+#include "core/TextTables.h"
 #include "platform/KvReportListImpl.h"
 
 #include <algorithm>
@@ -28,6 +29,12 @@ constexpr int ColumnOf(kv::AccessibleParts::Key key)
 }
 
 } // namespace
+
+QString CKvReportListCtrl::Impl::ControlName() const
+{
+    const UINT text = list._GetNameText();
+    return text == 0 ? QString() : KvToQString(kv::LoadText(text));
+}
 
 int CKvReportListCtrl::Impl::Count() const
 {

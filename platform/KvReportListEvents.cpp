@@ -393,6 +393,8 @@ void CKvReportListCtrl::OnSkinChanged()
 {
     m_impl->LoadTheme();
     m_impl->RequestWholeFrame();
+    QAccessibleEvent renamed(this, QAccessible::NameChanged); // in another language
+    QAccessible::updateAccessibility(&renamed);
 }
 
 void CKvReportListCtrl::changeEvent(QEvent* event)

@@ -138,6 +138,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     QColor Colour(int line, int column, bool isBack) const;
 
     // The cells as a screen reader finds them: those of the header, then the lines that are shown.
+    QString ControlName() const override;
     int Count() const override;
     Key KeyAt(int index) const override;
     int IndexOf(Key key) const override;

@@ -182,6 +182,11 @@ DWORD CKvReportListCtrl::GetListTextColor() const
     return (isEnabled() ? m_impl->theme.text : m_impl->theme.disabledText).rgba();
 }
 
+UINT CKvReportListCtrl::_GetNameText() const
+{
+    return 0;
+}
+
 CString CKvReportListCtrl::_GetItemDescription(int) const
 {
     return {};

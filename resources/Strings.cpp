@@ -75,6 +75,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20044, L"End key"},
         {0, 20045, L"Time %s, value %s"},
         {0, 20046, L"%s: time %s, value %s"},
+        {0, 20047, L"Keyframes"},
         // The lists of texts: names, and what their steps of undo are called.
         {0, 20100, L"Texts"},
         {0, 20101, L"Subtitles"},
@@ -117,6 +118,7 @@ std::span<const TextEntry> BuiltInStrings()
         {0, 20216, L"Important"},
         {0, 20217, L"Warning"},
         {0, 20218, L"Error"},
+        {0, 20219, L"Log"},
         // The swatch grid.
         {0, 20300, L"Swatches"},
         {0, 20301, L"Swatch %d of %d, %s"},

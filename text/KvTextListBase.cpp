@@ -233,6 +233,5 @@ void CKvTextListBase::_CommitEdit(int line, int column, const CString& text)
 void CKvTextListBase::OnSkinChanged()
 {
     m_impl->theme.Load();
-    setAccessibleName(KvToQString(KvGuiRes::LoadStringW(_GetNameText())));
     CKvReportListCtrl::OnSkinChanged();
 }

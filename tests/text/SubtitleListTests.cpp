@@ -1,6 +1,7 @@
 // The subtitle list as its host and its user see it.
 #include "TextListFixture.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QSignalSpy>
 
@@ -30,6 +31,12 @@ TEST_F(SubtitleList, ColumnsAndName)
     list.SetColumnWidth(0, 90);
     list.resize(600, 144);
     EXPECT_EQ(list.GetColumnWidth(0), 90) << "once set it stays";
+
+    const QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(&list);
+    EXPECT_EQ(reader->text(QAccessible::Name), "Subtitles");
+    list.setAccessibleName("Lines");
+    list.OnSkinChanged();
+    EXPECT_EQ(reader->text(QAccessible::Name), "Lines") << "the host's stays in another language";
 }
 
 TEST_F(SubtitleList, RowsByTheHost)

@@ -30,6 +30,7 @@ public:
     using List::GetEditLine;
     using List::GetScrollOffset;
     using List::IsEditing;
+    using List::OnSkinChanged;
     using List::SetScrollOffset;
 };
 
