@@ -9,7 +9,7 @@ packages_docs=(doxygen)
 packages_bench=(libbenchmark-dev libpcre2-dev libcairo2-dev fonts-unifont)
 packages_package=(dpkg-dev lintian)
 packages_windows=(cmake ninja-build g++-mingw-w64-x86-64-posix wine64 googletest)
-packages_test=(pkg-config doxygen libgtest-dev xvfb openbox xdotool x11-utils)
+packages_test=(pkg-config doxygen libgtest-dev xvfb openbox xdotool x11-utils at-spi2-core dbus-daemon python3-gi)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -15,6 +15,7 @@ namespace titler {
 namespace {
 
 constexpr UINT kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+constexpr UINT kTextRed = 20340; // the library's own
 constexpr int kSpacing = 12;
 
 template <typename C>
@@ -236,6 +237,7 @@ void Gallery::AddColours()
         [](QWidget& parent, UINT id) {
             auto* number = new CKvParamEdit;
             number->Create(kStyle, &parent, id);
+            number->SetLabel(WideText(kTextGalleryLength).c_str());
             number->SetValueRange(0, 255);
             number->SetValue(128);
             return number;
@@ -294,6 +296,7 @@ void Gallery::AddLists()
     QBoxLayout& row = AddFamily(kTextGalleryLists);
     Add(row, "CKvReportListCtrl", kSize, [kSize](QWidget& parent, UINT id) {
         auto* list = MakePlaced<SampleList>(parent, id, kSize);
+        list->setAccessibleName(Text(kTextPages));
         list->Fill();
         return list;
     });
@@ -416,7 +419,8 @@ void Gallery::AddTools()
         *column, "CKvRadioBitmapButton", {28, 22},
         [](QWidget& parent, UINT id) {
             auto* button = new CKvRadioBitmapButton;
-            button->CreateButton(id, &parent, CRect(0, 0, 28, 22), kStyle, L"RGB_R_UnCheck", nullptr);
+            button->CreateButton(id, &parent, CRect(0, 0, 28, 22), kStyle, L"RGB_R_UnCheck",
+                                 KvGuiRes::LoadStringW(kTextRed).c_str());
             button->UpdateBitmap(L"RGB_R_UnCheck", L"RGB_R_Check");
             button->SetCheck(id % 2 == 0 ? 1 : 0);
             return button;
