@@ -88,6 +88,9 @@ if(TARGET titler)
     FILES_MATCHING PATTERN "*.svg" PATTERN "*.png" PATTERN "*.ini")
   # A project of its own against what is installed.
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/" DESTINATION "${examples_dir}" COMPONENT devel)
+  # Likewise to begin a translation with.
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/lang/" DESTINATION "${share_dir}/lang" COMPONENT devel
+    FILES_MATCHING PATTERN "*.ini")
 endif()
 if(KV_SYSTEM_PATHS)
   include(cmake/KvPackages.cmake) # they have copyright files instead

@@ -47,6 +47,9 @@ kv_package(tools kvguiadvctrls-tools video "${library_package} (= ${debian_versi
   "titler edits titles, animations and subtitles. kvgroup groups the media files
 of a folder by naming rules. Both are built with the KvGuiAdvCtrls library.")
 
+# What the toolkit says itself, in the languages of ours.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS qt6-translations-l10n)
+
 # Debian brings the linker's cache up to date by a trigger; the packager adds scripts that do it once more.
 file(APPEND "${PROJECT_BINARY_DIR}/debian/${library_package}" "${library_package}: maintscript-calls-ldconfig *\n")
 file(WRITE "${PROJECT_BINARY_DIR}/debian/shlibs"

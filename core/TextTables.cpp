@@ -148,8 +148,13 @@ bool SetTextOverlay(std::wstring_view path)
     const auto bytes = ReadWholeFile(path, nullptr, ProfileDocument::kMostBytes);
     if (!bytes)
         return false;
-    CurrentOverlay() = ReadOverlay(ProfileDocument(*bytes));
+    SetTextOverlayBytes(*bytes);
     return true;
+}
+
+void SetTextOverlayBytes(std::string_view bytes)
+{
+    CurrentOverlay() = ReadOverlay(ProfileDocument(bytes));
 }
 
 } // namespace kv

@@ -36,4 +36,7 @@ inline std::wstring LoadText(std::uint32_t number)
 /// the file cannot be read.
 bool SetTextOverlay(std::wstring_view path);
 
+/// The same from the bytes of such a file.
+void SetTextOverlayBytes(std::string_view bytes);
+
 } // namespace kv

@@ -66,7 +66,8 @@ public:
     UINT GetDlgCtrlID() const;
     /// @param id its number. @return the item; null when there is none.
     HWND GetDlgItem(UINT id) const;
-    /// @param units a rectangle in dialog units. @return the same in pixels of this dialog's font, rounded.
+    /// @param units a rectangle in dialog units. @return the same in pixels of this dialog's font, rounded;
+    ///        wider where a text of its language needs the room.
     CRect MapDialogRect(const CRect& units) const;
     /// Asks `OnCmdUpdateUI` for the state of every item.
     void UpdateDialogControls();

@@ -95,7 +95,10 @@ public:
     /// `\n`, `\r`, `\t` and `\\` stand for a line break, a carriage return, a tab and a backslash.
     /// Placeholders (%s, %d, %.1f) are filled in order; `%2$s` names the second value where the language
     /// wants another one. A missing or empty text falls back to the built-in one.
-    /// @param file its path.
+    /// The application object is then sent `QEvent::LanguageChange`, which posts it to all windows of the
+    /// host as it does for a `QTranslator`.
+    /// @param file a path, or the name of a resource (":/..."). The library's own translations are
+    ///        ":/kv/lang/de.ini" and, likewise, "ar", "es", "fr", "ja" and "zh".
     /// @return 1; 0, with the texts unchanged, when the file cannot be read.
     static int SetStringFile(const wchar_t* file);
 

@@ -35,6 +35,14 @@ class Button final : public QPushButton
 public:
     using QPushButton::QPushButton;
 
+    bool IsWhole(const QSize& size) const
+    {
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        option.rect = QRect(QPoint(), size);
+        return Cut(option) == text();
+    }
+
 protected:
     void paintEvent(QPaintEvent*) override
     {
@@ -68,6 +76,11 @@ private:
     {
         QStyleOptionButton option;
         initStyleOption(&option);
+        return Cut(option);
+    }
+
+    QString Cut(const QStyleOptionButton& option) const
+    {
         const int width = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this).width();
         return fontMetrics().elidedText(text(), Qt::ElideRight, width, Qt::TextShowMnemonic);
     }
@@ -113,10 +126,12 @@ class Label final : public QLabel
 public:
     using QLabel::QLabel;
 
+    bool IsWhole(const QSize& size) const { return !IsCut(QRect(QPoint(), size)); }
+
 protected:
     void paintEvent(QPaintEvent* event) override
     {
-        if (!IsCut()) {
+        if (!IsCut(contentsRect())) {
             QLabel::paintEvent(event);
             return;
         }
@@ -129,16 +144,15 @@ protected:
 
     bool event(QEvent* event) override
     {
-        if (event->type() != QEvent::ToolTip || !IsCut())
+        if (event->type() != QEvent::ToolTip || !IsCut(contentsRect()))
             return QLabel::event(event);
         TellWhole(*event, text(), *this);
         return true;
     }
 
 private:
-    bool IsCut() const
+    bool IsCut(const QRect& rect) const
     {
-        const QRect rect = contentsRect();
         const QRect needed =
             fontMetrics().boundingRect(rect, static_cast<int>(alignment()) | Qt::TextWordWrap, text());
         return needed.width() > rect.width() || needed.height() > rect.height();
@@ -167,6 +181,16 @@ std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dial
     button->setDefault(item.kind == DialogItemKind::DefaultButton);
     button->setAutoDefault(button->isDefault()); // the focus on another does not change it
     return button;
+}
+
+bool IsTextWhole(const QWidget& control, const QSize& size)
+{
+    if (const auto* button = dynamic_cast<const Button*>(&control))
+        return button->IsWhole(size);
+    if (const auto* label = dynamic_cast<const Label*>(&control))
+        return label->IsWhole(size);
+    const auto* box = dynamic_cast<const CheckBox*>(&control);
+    return !box || box->sizeHint().width() <= size.width();
 }
 
 void SetDialogTexts(const DialogItem& item, QWidget& control)

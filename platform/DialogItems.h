@@ -5,6 +5,7 @@
 
 #include <memory>
 
+class QSize;
 class QWidget;
 
 namespace kv {
@@ -12,6 +13,9 @@ namespace kv {
 /// A static text, a button, a check box or an edit. What does not fit into its place is cut with an ellipsis;
 /// then the tool tip tells it whole.
 std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dialog);
+
+/// Whether a control of ours that has that size shows all of its text; what is not ours does.
+bool IsTextWhole(const QWidget& control, const QSize& size);
 
 /// Gives a control its text, tip and name from the tables.
 void SetDialogTexts(const DialogItem& item, QWidget& control);

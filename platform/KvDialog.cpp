@@ -252,6 +252,7 @@ void CKvDialog::OnSkinChanged()
         return;
     m_impl->ApplyLook();
     m_impl->ApplyTexts();
+    m_impl->MeasureTexts();
 }
 
 int CKvDialog::ReplaceDlgItem(UINT id, QWidget* control)

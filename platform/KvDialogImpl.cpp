@@ -112,10 +112,33 @@ void CKvDialog::Impl::ApplyLook()
 void CKvDialog::Impl::Measure()
 {
     dialog.ensurePolished(); // a style sheet may bring the font
-    units = kv::DialogUnitsOf(dialog.font());
+    units = UnitsForTexts();
     smallest = kv::ToPixels(units, {0, 0, shape.width, shape.height}).size();
     dialog.setMinimumSize(smallest);
     LayOut();
+}
+
+kv::DialogUnits CKvDialog::Impl::UnitsForTexts() const
+{
+    kv::DialogUnits wide = kv::DialogUnitsOf(dialog.font());
+    const auto isWhole = [&wide](const Item& item) {
+        return !item.control ||
+               kv::IsTextWhole(*item.control, kv::ItemRect(*item.place, wide, {0, 0}).size());
+    };
+    const int widest = wide.x + wide.x / 2;
+    while (wide.x < widest && !std::all_of(items.begin(), items.end(), isWhole))
+        ++wide.x;
+    return wide;
+}
+
+void CKvDialog::Impl::MeasureTexts()
+{
+    if (UnitsForTexts().x == units.x)
+        return;
+    const bool wasSmallest = dialog.size() == smallest;
+    Measure();
+    if (wasSmallest)
+        dialog.resize(smallest);
 }
 
 void CKvDialog::Impl::LayOut()

@@ -33,8 +33,12 @@ struct CKvDialog::Impl
     void MakeItems();
     void ApplyTexts();
     void ApplyLook();
-    /// Takes the dialog units from the font and lays out.
+    /// Takes the dialog units and lays out.
     void Measure();
+    /// The same where other texts need others; a dialog of the smallest size keeps to it.
+    void MeasureTexts();
+    /// Those of the font, wider ones (up to one half more) where a text of another language has no room.
+    kv::DialogUnits UnitsForTexts() const;
     void LayOut();
     void OrderTabs();
     /// Puts the window over its parent's.

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QMenu>
@@ -128,6 +129,20 @@ QString WithoutEnding(const QString& name)
             return name.chopped(4);
     }
     return name;
+}
+
+bool IsResource(const std::wstring& file)
+{
+    return file.starts_with(L":/");
+}
+
+bool ReadTextResource(const std::wstring& name)
+{
+    QFile file(KvToQString(name));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    kv::SetTextOverlayBytes(file.readAll().toStdString());
+    return true;
 }
 
 // A name is a plain file name: an overlay cannot reach out of its folder.
@@ -307,9 +322,15 @@ int KvGuiRes::SetSkinFolder(const wchar_t* folder)
 
 int KvGuiRes::SetStringFile(const wchar_t* file)
 {
-    if (!kv::SetTextOverlay(file ? file : L""))
+    const std::wstring name = file ? file : L"";
+    if (!(IsResource(name) ? ReadTextResource(name) : kv::SetTextOverlay(name)))
         return 0;
     NotifyWindows();
+    // As the toolkit does for a translator: hosts hear of both in one place.
+    if (QCoreApplication* application = QCoreApplication::instance()) {
+        QEvent event(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(application, &event);
+    }
     return 1;
 }
 

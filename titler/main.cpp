@@ -12,6 +12,7 @@
 #include "tour/Film.h"
 #include "tour/Tour.h"
 #include "window/CommandLine.h"
+#include "window/Language.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 #include "window/Skin.h"
@@ -55,6 +56,11 @@ bool HasDisplay()
 #endif
 #endif
     return true;
+}
+
+const Language& LanguageOf(const Options& options)
+{
+    return options.language != nullptr ? *options.language : SystemLanguage();
 }
 
 int FrameOf(const Options& options, const Project& project)
@@ -193,6 +199,8 @@ int RunWindow(const Options& options)
 {
     Settings settings(options.settings.isEmpty() ? Settings::DefaultFile() : options.settings);
     QString fault = settings.Load();
+    if (const Language* chosen = FindLanguage(settings.language); chosen != nullptr && !options.language)
+        ChooseLanguage(*chosen);
     if (const QString unkept = KeepSwatches(settings.Folder()); fault.isEmpty())
         fault = unkept;
     if (const auto theme = options.theme ? options.theme : ThemeOf(settings.theme); theme)
@@ -266,6 +274,7 @@ int Run(int& argc, char** argv, const Options& options)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("titler"));
+    ChooseLanguage(LanguageOf(options)); // again: the toolkit's texts belong to the application object
     if (options.OnlyPictures() && !options.gallery) {
         const int status = ExportPictures(options);
         if (status != kDone || options.screenshot.isEmpty())
@@ -284,7 +293,10 @@ int Run(int& argc, char** argv, const Options& options)
 std::optional<Options> ReadArguments(int& argc, char** argv, QString& fault)
 {
     const QCoreApplication application(argc, argv); // a QApplication would already look for a display
+    ChooseLanguage(SystemLanguage());               // in which a fault is told
     std::optional<Options> options = ParseCommandLine(QCoreApplication::arguments(), fault);
+    if (options)
+        ChooseLanguage(LanguageOf(*options));
     if (options && options->help)
         std::printf("%s", qUtf8Printable(HelpText()));
     return options;

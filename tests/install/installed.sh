@@ -36,11 +36,12 @@ tree)
 programs)
   for path in applications/titler.desktop icons/hicolor/scalable/apps/titler.svg metainfo/titler.metainfo.xml \
     mime/packages/titler.xml man/man1/titler.1 kvguiadvctrls/skin/skin.ini \
-    kvguiadvctrls/skin/light/skin.ini; do
+    kvguiadvctrls/skin/light/skin.ini kvguiadvctrls/lang/de.ini; do
     [ -e "$tree/share/$path" ] || fail "share/$path is missing"
   done
   readlink "$libdir/libKvGuiAdvCtrls.so" >/dev/null || fail "the library has no version"
   "$tree/bin/kvgroup" --help >/dev/null
+  "$tree/bin/titler" --help --language de | grep -q 'Diese Hilfe' || fail "titler knows no German"
   "$tree/bin/titler" --screenshot "$work/title.png"
   [ -s "$work/title.png" ] || fail "titler drew nothing"
   ;;

@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QPointer>
 #include <QTemporaryDir>
+#include <QTest>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 
@@ -133,6 +135,35 @@ TEST_F(Skin, ChangeReachesLiveWindowsThatMayDeleteOneAnother)
     EXPECT_EQ(KvGuiRes::SetStringFile(Path("missing.ini").c_str()), 0);
     EXPECT_EQ(survivor->changes, 2);
     delete survivor;
+}
+
+class HostWindow : public QWidget
+{
+public:
+    int languages = 0;
+
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        languages += event->type() == QEvent::LanguageChange ? 1 : 0;
+        QWidget::changeEvent(event);
+    }
+};
+
+TEST_F(Skin, AnotherLanguageReachesTheHostAsATranslatorDoes)
+{
+    HostWindow window;
+    HostWindow child;
+    child.setParent(&window);
+    const auto told = [&] { return std::pair(window.languages, child.languages); };
+    EXPECT_EQ(KvGuiRes::SetStringFile(L":/kv/lang/de.ini"), 1);
+    EXPECT_EQ(KvGuiRes::LoadStringW(12035), L"Schließen");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told() == std::pair(1, 1); }));
+    EXPECT_EQ(KvGuiRes::SetStringFile(L":/kv/lang/none.ini"), 0);
+    EXPECT_EQ(KvGuiRes::LoadStringW(12035), L"Schließen");
+    EXPECT_EQ(KvGuiRes::SetStringFile(L""), 1);
+    EXPECT_EQ(KvGuiRes::LoadStringW(12035), L"Close");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told() == std::pair(2, 2); }));
 }
 
 TEST_F(Skin, AHostAddsItsOwnTextsAndAStringFileTranslatesThem)

@@ -18,7 +18,7 @@ EditCommand::EditCommand(Document& document, ProjectState before, ProjectState a
 bool EditCommand::mergeWith(const QUndoCommand* other)
 {
     const auto& later = static_cast<const EditCommand&>(*other);
-    if (later.m_session != m_session)
+    if (later.m_session != m_session || m_kind == EditKind::SubtitleLength)
         return false;
     m_after = later.m_after;
     setObsolete(m_after.project == m_before.project);

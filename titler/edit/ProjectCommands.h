@@ -9,11 +9,12 @@ namespace titler {
 
 class Document;
 
-/// What a step did. Consecutive steps of one kind (other than Single) become one step while the user stays
-/// with that field.
+/// What a step did. Consecutive steps of one kind (other than Single and SubtitleLength) become one step
+/// while the user stays with that field.
 enum class EditKind : int
 {
     Single = -1,
+    SubtitleLength = 0, ///< the project became as long as its subtitles
     Typing = 1,
     StopPosition,
     ColourStep,

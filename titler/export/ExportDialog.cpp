@@ -1,6 +1,7 @@
 #include "export/ExportDialog.h"
 
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QDialogButtonBox>
@@ -42,19 +43,22 @@ ExportDialog::ExportDialog(Project project, const QString& projectFile, QWidget*
     , m_project(std::move(project))
     , m_name(FrameName(projectFile, m_project))
     , m_folder(new QLineEdit(FolderFor(projectFile, m_project)))
-    , m_browse(new QPushButton(Text(kTextExportBrowse)))
+    , m_browse(new QPushButton)
     , m_first(new QSpinBox)
     , m_last(new QSpinBox)
     , m_files(new QLabel)
     , m_progress(new QProgressBar)
     , m_state(new QLabel)
-    , m_start(new QPushButton(Text(kTextExportStart)))
-    , m_cancel(new QPushButton(Text(kTextExportCancel)))
+    , m_start(new QPushButton)
+    , m_cancel(new QPushButton)
 {
-    setWindowTitle(Text(kTextExportTitle));
     BuildFields(projectFile);
     Connect();
-    ShowFiles();
+    InEachLanguage(*this, [this] {
+        setWindowTitle(Text(kTextExportTitle));
+        m_progress->setAccessibleName(Text(kTextExportProgress));
+        ShowFiles();
+    });
     ShowRunning(false);
 }
 
@@ -63,10 +67,9 @@ ExportDialog::~ExportDialog() = default;
 void ExportDialog::BuildFields(const QString& projectFile)
 {
     NameField(*m_folder, kTextExportFolder);
-    NameField(*m_browse, kTextExportBrowse);
+    NameButton(*m_browse, kTextExportBrowse);
     NameField(*m_first, kTextExportFirst);
     NameField(*m_last, kTextExportLast);
-    m_progress->setAccessibleName(Text(kTextExportProgress));
     m_folder->setMinimumWidth(fontMetrics().averageCharWidth() * kFolderWidth);
     m_files->setProperty("role", "hint");
     for (QSpinBox* number : {m_first, m_last})
@@ -98,8 +101,8 @@ QDialogButtonBox* ExportDialog::BuildButtons()
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(m_start, QDialogButtonBox::AcceptRole);
     buttons->addButton(m_cancel, QDialogButtonBox::RejectRole);
-    NameField(*m_start, kTextExportStart);
-    NameField(*m_cancel, kTextExportCancel);
+    NameButton(*m_start, kTextExportStart);
+    NameButton(*m_cancel, kTextExportCancel);
     m_start->setObjectName(QStringLiteral("export"));
     m_cancel->setObjectName(QStringLiteral("cancel"));
     m_start->setDefault(true);
@@ -137,7 +140,7 @@ void ExportDialog::ShowFiles()
     const FrameTarget target = Target();
     const auto name = [&](int frame) { return QFileInfo(FrameFile(target, m_project, frame)).fileName(); };
     const QString first = name(target.range.first);
-    m_start->setEnabled(!target.folder.isEmpty());
+    m_start->setEnabled(!target.folder.isEmpty() && !m_sequence);
     if (target.folder.isEmpty())
         m_files->setText(Text(kTextExportNoFolder));
     else if (target.range.Count() == 1)

@@ -4,8 +4,10 @@
 #include "KvDialog.h"
 #include "KvQt.h"
 #include "time/TransportBar.h"
+#include "window/Commands.h"
 #include "window/EmptyHint.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -47,7 +49,6 @@ LogPanel::LogPanel(QWidget* parent) : QWidget(parent), m_list(new CKvAppLogListC
     m_list->SetMaxLogLineCounts(kMostLines, 0);
     m_list->SetFollowMode(kKvAppLogFollowAtEnd);
     m_list->setObjectName(QStringLiteral("log"));
-    m_list->setAccessibleName(Text(kTextTabLog));
     m_none = new EmptyHint(*m_list, kTextLogNone);
     BuildCommands();
     auto* column = new QVBoxLayout(this);
@@ -63,7 +64,11 @@ LogPanel::LogPanel(QWidget* parent) : QWidget(parent), m_list(new CKvAppLogListC
             m_counts.start();
     });
     connect(m_list, &CKvAppLogListCtrl::LogCleared, this, &LogPanel::ShowCounts);
-    ShowCounts();
+    InEachLanguage(*this, [this] {
+        m_list->setAccessibleName(Text(kTextTabLog));
+        m_filter->setPlaceholderText(m_filter->accessibleName());
+        ShowCounts();
+    });
     EnableCommands(false);
 }
 
@@ -72,9 +77,8 @@ LogPanel::~LogPanel() = default;
 QAction* LogPanel::AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
                               std::function<void()> run)
 {
-    auto* command = new QAction(Text(nameId), this);
-    command->setToolTip(Text(nameId + 1));
-    command->setStatusTip(Text(nameId + 1));
+    auto* command = new QAction(this);
+    NameCommand(*command, nameId);
     command->setShortcut(key);
     command->setIcon(SkinIcon(icon));
     command->setIconVisibleInMenu(false);
@@ -120,7 +124,6 @@ QWidget* LogPanel::BuildFilters()
         row->addWidget(button);
     }
     NameField(*m_filter, kTextLogFilter);
-    m_filter->setPlaceholderText(m_filter->accessibleName());
     m_filter->setClearButtonEnabled(true);
     m_filter->setMinimumWidth(40);
     connect(m_filter, &QLineEdit::textChanged, this, &LogPanel::Filter);
@@ -150,7 +153,7 @@ void LogPanel::hideEvent(QHideEvent* event)
 
 void LogPanel::Save()
 {
-    QFileDialog dialog(this, Text(kTextLogSave).remove(u'&'), {}, Text(kTextLogFiles));
+    QFileDialog dialog(this, WithoutMnemonic(Text(kTextLogSave)), {}, Text(kTextLogFiles));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QStringLiteral("log"));
     if (dialog.exec() != QDialog::Accepted)

@@ -2,6 +2,7 @@
 
 #include "media/NamingRules.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QDir>
@@ -31,7 +32,11 @@ MediaPanel::MediaPanel(NamingRules& rules, QWidget* parent)
     connect(&rules, &NamingRules::Changed, this, [this] { m_isStale = true; });
     FocusFirst(*this, *m_filter);
     connect(m_filter, &QLineEdit::textChanged, this, &MediaPanel::OnFilter);
-    ShowHint(Text(kTextMediaNoFolder));
+    InEachLanguage(*this, [this] {
+        m_filter->setPlaceholderText(Text(kTextMediaFilter));
+        m_list->setAccessibleName(Text(kTextMediaList));
+        ShowState();
+    });
 }
 
 void MediaPanel::BuildPanel()
@@ -41,20 +46,17 @@ void MediaPanel::BuildPanel()
     m_filtered.setRecursiveFilteringEnabled(true);
     m_filtered.setAutoAcceptChildRows(true);
 
-    auto* open = new QPushButton(Text(kTextMediaOpen));
+    auto* open = new QPushButton;
     open->setAutoDefault(false);
-    open->setAccessibleName(Text(kTextMediaOpen).remove(u'&'));
-    open->setToolTip(Text(kTextMediaOpenTip));
+    NameButton(*open, kTextMediaOpen);
     connect(open, &QPushButton::clicked, this, &MediaPanel::FolderWanted);
 
     NameField(*m_filter, kTextMediaFilter);
     m_filter->setObjectName(QStringLiteral("filter"));
-    m_filter->setPlaceholderText(Text(kTextMediaFilter));
     m_filter->setClearButtonEnabled(true);
 
     m_list->setModel(&m_filtered);
     m_list->setObjectName(QStringLiteral("media"));
-    m_list->setAccessibleName(Text(kTextMediaList));
     m_list->setHeaderHidden(true);
     m_list->setUniformRowHeights(true);
     m_list->setTextElideMode(Qt::ElideMiddle);
@@ -88,7 +90,9 @@ void MediaPanel::OpenFolder(const QString& folder)
     m_total = 0;
     m_filter->clear();
     m_model.Start(folder);
-    m_summary->setText(Text(kTextMediaScanning, {QDir(folder).dirName(), QStringLiteral("0")}));
+    m_percent = 0;
+    m_isUnreadable = false;
+    ShowSummary();
     m_isStale = false;
     m_scanner.Scan(folder, m_rules.MakeCollection());
 }
@@ -111,23 +115,40 @@ void MediaPanel::OnClips(const QVector<MediaClip>& clips, int done, int total)
     m_total = total;
     m_model.Append(clips);
     ShowList();
-    const int percent = total == 0 ? 100 : static_cast<int>(qint64(done) * 100 / total);
-    m_summary->setText(Text(kTextMediaScanning, {QDir(m_folder).dirName(), QString::number(percent)}));
+    m_percent = total == 0 ? 100 : static_cast<int>(qint64(done) * 100 / total);
+    ShowSummary();
 }
 
 void MediaPanel::OnFinished(bool readable)
 {
     m_summary->setToolTip(PlainTip(QDir::toNativeSeparators(m_folder)));
-    if (!readable) {
-        m_summary->clear();
-        ShowHint(Text(kTextMediaUnreadable, {QDir::toNativeSeparators(m_folder)}));
-    } else {
-        m_summary->setText(
-            Text(kTextMediaSummary, {QDir(m_folder).dirName(), QString::number(m_model.ClipsWithSiblings()),
-                                     QString::number(m_total)}));
-        ShowList();
-    }
+    m_percent.reset();
+    m_isUnreadable = !readable;
+    ShowState();
     emit Ready();
+}
+
+void MediaPanel::ShowState()
+{
+    ShowSummary();
+    if (m_folder.isEmpty())
+        ShowHint(Text(kTextMediaNoFolder));
+    else if (m_isUnreadable)
+        ShowHint(Text(kTextMediaUnreadable, {QDir::toNativeSeparators(m_folder)}));
+    else if (!m_percent || m_model.ClipCount() > 0)
+        ShowList();
+}
+
+void MediaPanel::ShowSummary()
+{
+    const QString name = QDir(m_folder).dirName();
+    if (m_folder.isEmpty() || m_isUnreadable)
+        m_summary->clear();
+    else if (m_percent)
+        m_summary->setText(Text(kTextMediaScanning, {name, QString::number(*m_percent)}));
+    else
+        m_summary->setText(Text(kTextMediaSummary, {name, QString::number(m_model.ClipsWithSiblings()),
+                                                    QString::number(m_total)}));
 }
 
 void MediaPanel::OnFilter(const QString& text)

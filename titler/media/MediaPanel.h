@@ -6,6 +6,8 @@
 #include <QSortFilterProxyModel>
 #include <QWidget>
 
+#include <optional>
+
 class QLabel;
 class QLineEdit;
 class QStackedWidget;
@@ -45,6 +47,9 @@ private:
     void OnClips(const QVector<MediaClip>& clips, int done, int total);
     void OnFinished(bool readable);
     void OnFilter(const QString& text);
+    /// What there is to say of the folder, in the present language.
+    void ShowState();
+    void ShowSummary();
     void ShowHint(const QString& text);
     void ShowList();
 
@@ -52,6 +57,8 @@ private:
     bool m_isStale = false; ///< grouped by rules that have changed
     QString m_folder;
     int m_total = 0;
+    std::optional<int> m_percent; ///< of what is being read; nothing once it is read
+    bool m_isUnreadable = false;
     MediaModel m_model;
     QSortFilterProxyModel m_filtered;
     QLineEdit* m_filter;

@@ -2,6 +2,7 @@
 
 #include "media/RuleTrial.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QGridLayout>
@@ -36,7 +37,7 @@ RuleTrialBox::RuleTrialBox(const NamingRules& rules)
     connect(&rules, &NamingRules::Changed, this, &RuleTrialBox::ShowResult);
     connect(m_main, &QLineEdit::textChanged, this, &RuleTrialBox::ShowResult);
     connect(m_other, &QLineEdit::textChanged, this, &RuleTrialBox::ShowResult);
-    ShowResult();
+    InEachLanguage(*this, [this] { ShowResult(); });
 }
 
 void RuleTrialBox::ShowResult()

@@ -2,7 +2,9 @@
 
 #include "media/RuleTrialBox.h"
 #include "time/TransportBar.h"
+#include "window/Commands.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -28,6 +30,7 @@ namespace {
 
 constexpr UINT kClassNames = 7023; // of the library's classes, from kKvNamingClassUnknown on
 constexpr unsigned kClasses = 3;
+constexpr int kColumns = 3;
 
 QString ClassName(unsigned ruleClass)
 {
@@ -84,7 +87,12 @@ RulesPanel::RulesPanel(NamingRules& rules, QWidget* parent)
     column->addWidget(parts);
     FocusFirst(*this, *m_list);
     Connect();
-    ShowRules();
+    InEachLanguage(*this, [this] {
+        m_list->setHeaderLabels(
+            {Text(kTextRuleColumns), Text(kTextRuleColumns + 1), Text(kTextRuleColumns + 2)});
+        m_hint->setText(Text(kTextRuleNone));
+        ShowRules();
+    });
 }
 
 void RulesPanel::BuildCommands()
@@ -105,9 +113,8 @@ void RulesPanel::BuildCommands()
 QAction* RulesPanel::AddCommand(UINT nameId, const wchar_t* icon, const QList<QKeySequence>& keys,
                                 void (RulesPanel::*run)())
 {
-    auto* command = new QAction(Text(nameId), this);
-    command->setToolTip(Text(nameId + 1));
-    command->setStatusTip(Text(nameId + 1));
+    auto* command = new QAction(this);
+    NameCommand(*command, nameId);
     command->setShortcuts(keys);
     if (icon != nullptr)
         command->setIcon(SkinIcon(icon));
@@ -120,7 +127,7 @@ QWidget* RulesPanel::BuildList()
 {
     m_list->setObjectName(QStringLiteral("rules"));
     NameField(*m_list, kTextRuleList);
-    m_list->setHeaderLabels({Text(kTextRuleColumns), Text(kTextRuleColumns + 1), Text(kTextRuleColumns + 2)});
+    m_list->setColumnCount(kColumns);
     m_list->setMinimumWidth(60);
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
@@ -134,10 +141,9 @@ QWidget* RulesPanel::BuildList()
     m_list->addAction(remove);
     connect(remove, &QAction::triggered, this, [this] { m_remove->trigger(); });
 
-    auto* reset = new QPushButton(m_reset->text());
+    auto* reset = new QPushButton;
     reset->setAutoDefault(false);
-    reset->setAccessibleName(m_reset->text().remove(u'&'));
-    reset->setToolTip(m_reset->toolTip());
+    NameButton(*reset, kTextRulesReset);
     connect(reset, &QPushButton::clicked, m_reset, &QAction::trigger);
     auto* top = new QHBoxLayout;
     top->addWidget(Heading(kTextRules));
@@ -147,7 +153,6 @@ QWidget* RulesPanel::BuildList()
     auto* column = new QVBoxLayout(side);
     column->addLayout(top);
     column->addWidget(m_list);
-    m_hint->setText(Text(kTextRuleNone));
     column->addWidget(m_hint);
     return side;
 }
@@ -238,7 +243,7 @@ void RulesPanel::ShowRules()
         QTreeWidgetItem& row = *m_list->topLevelItem(i);
         const QString additions = rules[i].additions.join(QStringLiteral("   "));
         const QString texts[] = {ClassName(rules[i].ruleClass), rules[i].main, additions};
-        for (int column = 0; column < 3; ++column)
+        for (int column = 0; column < kColumns; ++column)
             if (row.text(column) != texts[column])
                 row.setText(column, texts[column]);
         row.setToolTip(2, PlainTip(rules[i].additions.join(u'\n')));

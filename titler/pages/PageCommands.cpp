@@ -4,7 +4,9 @@
 #include "edit/PageSteps.h"
 #include "project/Pages.h"
 #include "time/TransportBar.h"
+#include "window/Commands.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -40,13 +42,14 @@ PageCommands::PageCommands(Document& document, QWidget& owner)
     m_next =
         Add(kTextPageNext, Qt::CTRL | Qt::Key_PageDown, [this, here] { m_document.ChoosePage(here() + 1); });
     connect(&document, &Document::ProjectChanged, this, [this] { Show(); });
-    Show();
+    InEachLanguage(*this, [this] { Show(); });
 }
 
 QAction* PageCommands::Add(UINT nameId, const QKeySequence& key, std::function<void()> run,
                            const wchar_t* icon)
 {
-    auto* command = new QAction(Text(nameId), this);
+    auto* command = new QAction(this);
+    NameCommand(*command, nameId);
     command->setShortcut(key);
     if (icon != nullptr) {
         command->setIcon(SkinIcon(icon));

@@ -7,6 +7,7 @@
 #include "project/Pages.h"
 #include "window/Commands.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Skin.h"
 #include "window/Texts.h"
 
@@ -92,8 +93,10 @@ PageStrip::PageStrip(Document& document, QWidget& parent)
     EnableSelect(1);
     SetFirstNumber(1); // as pages are counted elsewhere
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
-    setAccessibleName(Text(kTextPages));
-    setAccessibleDescription(Text(kTextPages + 1));
+    InEachLanguage(*this, [this] {
+        setAccessibleName(Text(kTextPages));
+        setAccessibleDescription(Text(kTextPages + 1));
+    });
     m_scrolling.setInterval(kScrollPace);
     m_thumbs.SetInView([this](int index) { return !PlaceOf(index).isEmpty(); });
     connect(&m_scrolling, &QTimer::timeout, this, &PageStrip::DragOn);

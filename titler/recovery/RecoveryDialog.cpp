@@ -2,6 +2,7 @@
 
 #include "KvDialog.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QDialogButtonBox>
@@ -50,8 +51,11 @@ RecoveryDialog::RecoveryDialog(QWidget* parent, std::vector<std::unique_ptr<Reco
     , m_left(std::move(left))
     , m_list(new QListWidget)
 {
-    setWindowTitle(Text(kTextRecoveryTitle));
-    auto* question = new QLabel(Text(kTextRecoveryQuestion));
+    auto* question = new QLabel;
+    InEachLanguage(*this, [this, question] {
+        setWindowTitle(Text(kTextRecoveryTitle));
+        question->setText(Text(kTextRecoveryQuestion));
+    });
     question->setWordWrap(true);
     for (const std::unique_ptr<RecoveryFile>& file : m_left) {
         const UnsavedWork& work = file->Work();
@@ -64,9 +68,8 @@ RecoveryDialog::RecoveryDialog(QWidget* parent, std::vector<std::unique_ptr<Reco
     NameField(*m_list, kTextRecoveryList);
     auto* buttons = new QDialogButtonBox;
     const auto add = [&](UINT nameId, QDialogButtonBox::ButtonRole role) {
-        QPushButton* button = buttons->addButton(Text(nameId), role);
-        button->setToolTip(Text(nameId + 1));
-        button->setAccessibleDescription(button->toolTip());
+        QPushButton* button = buttons->addButton(QString(), role);
+        NameButton(*button, nameId);
         button->setAutoDefault(false);
         return button;
     };

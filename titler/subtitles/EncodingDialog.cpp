@@ -2,6 +2,7 @@
 
 #include "subtitles/TextEncoding.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QDialogButtonBox>
@@ -41,7 +42,6 @@ EncodingDialog::EncodingDialog(std::string_view bytes, QWidget* parent)
 {
     const std::string_view begin = TellingBegin(bytes);
     m_begin = QByteArray(begin.data(), static_cast<qsizetype>(begin.size()));
-    setWindowTitle(Text(kTextEncodingTitle));
     NameField(*m_names, kTextEncodingList);
     NameField(*m_preview, kTextEncodingPreview);
     m_preview->setReadOnly(true);
@@ -54,7 +54,11 @@ EncodingDialog::EncodingDialog(std::string_view bytes, QWidget* parent)
     m_names->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_names->setFixedWidth(m_names->sizeHintForColumn(0) + 2 * m_names->frameWidth() +
                            m_names->verticalScrollBar()->sizeHint().width());
-    auto* question = new QLabel(Text(kTextEncodingQuestion));
+    auto* question = new QLabel;
+    InEachLanguage(*this, [this, question] {
+        setWindowTitle(Text(kTextEncodingTitle));
+        question->setText(Text(kTextEncodingQuestion));
+    });
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto* grid = new QGridLayout(this);
     grid->addWidget(question, 0, 0, 1, 2);

@@ -7,6 +7,7 @@
 #include "subtitles/SubtitleText.h"
 #include "time/Transport.h"
 #include "time/TransportBar.h"
+#include "window/Commands.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -34,7 +35,7 @@ public:
         , m_question(question)
         , m_check(std::move(check))
     {
-        setWindowTitle(Text(titleId).remove(u'&').remove(QChar(0x2026)));
+        setWindowTitle(WithoutMnemonic(Text(titleId)).remove(QChar(0x2026)));
         setLabelText(question);
     }
     void done(int result) override
@@ -141,9 +142,8 @@ QAction* SubtitlePanel::AddCommand(UINT nameId, const wchar_t* icon, const QKeyS
 QAction* SubtitlePanel::MakeCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
                                     std::function<void()> run)
 {
-    auto* command = new QAction(Text(nameId), this);
-    command->setToolTip(Text(nameId + 1));
-    command->setStatusTip(Text(nameId + 1));
+    auto* command = new QAction(this);
+    NameCommand(*command, nameId);
     command->setShortcut(key);
     if (icon != nullptr)
         command->setIcon(SkinIcon(icon));
@@ -353,9 +353,10 @@ void SubtitlePanel::AskForRow()
     if (count == 0)
         return;
     bool isGiven = false;
-    const int row = QInputDialog::getInt(this, Text(kTextSubtitleGoToRow).remove(u'&').remove(QChar(0x2026)),
-                                         Text(kTextSubtitleWhichRow, {QString::number(count)}),
-                                         std::max(Current(), 0) + 1, 1, count, 1, &isGiven);
+    const int row =
+        QInputDialog::getInt(this, WithoutMnemonic(Text(kTextSubtitleGoToRow)).remove(QChar(0x2026)),
+                             Text(kTextSubtitleWhichRow, {QString::number(count)}),
+                             std::max(Current(), 0) + 1, 1, count, 1, &isGiven);
     if (!isGiven)
         return;
     m_list->GoTo(row - 1);

@@ -2,6 +2,7 @@
 
 #include "subtitles/SubtitleList.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QCheckBox>
@@ -37,16 +38,16 @@ SubtitleFindBar::SubtitleFindBar(SubtitleList& list)
     : m_list(list)
     , m_text(new QLineEdit)
     , m_replacement(new QLineEdit)
-    , m_matchCase(new QCheckBox(Text(kTextFindCase)))
+    , m_matchCase(new QCheckBox)
     , m_result(new QLabel)
 {
     for (const auto& [field, nameId] :
          {std::pair{m_text, kTextFindText}, {m_replacement, kTextFindReplacement}}) {
         NameField(*field, nameId);
-        field->setPlaceholderText(field->accessibleName());
+        InEachLanguage(*field, [field = field] { field->setPlaceholderText(field->accessibleName()); });
         field->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
     }
-    m_matchCase->setToolTip(Text(kTextFindCase + 1));
+    NameButton(*m_matchCase, kTextFindCase);
     m_result->setProperty("role", "hint");
     m_result->setWordWrap(true);
     auto* grid = new QGridLayout(this);
@@ -69,13 +70,14 @@ SubtitleFindBar::SubtitleFindBar(SubtitleList& list)
     connect(m_replacement, &QLineEdit::returnPressed, this, [this] { Run(kReplaceOne); });
     connect(m_text, &QLineEdit::textChanged, this, &SubtitleFindBar::ForgetResult);
     connect(m_matchCase, &QCheckBox::toggled, this, &SubtitleFindBar::ForgetResult);
+    InEachLanguage(*m_result, [this] { m_result->clear(); });
     hide();
 }
 
 QCheckBox* SubtitleFindBar::AddOption(UINT nameId, UINT option)
 {
-    auto* box = new QCheckBox(Text(nameId));
-    box->setToolTip(Text(nameId + 1));
+    auto* box = new QCheckBox;
+    NameButton(*box, nameId);
     m_options.emplace_back(box, option);
     connect(box, &QCheckBox::toggled, this, &SubtitleFindBar::ForgetResult);
     return box;
@@ -83,9 +85,9 @@ QCheckBox* SubtitleFindBar::AddOption(UINT nameId, UINT option)
 
 void SubtitleFindBar::AddButton(QLayout& row, UINT nameId, std::function<void()> run)
 {
-    auto* button = new QPushButton(Text(nameId));
+    auto* button = new QPushButton;
+    NameButton(*button, nameId);
     button->setAutoDefault(false);
-    button->setToolTip(Text(nameId + 1));
     connect(button, &QPushButton::clicked, this, std::move(run));
     row.addWidget(button);
 }

@@ -9,6 +9,7 @@
 #include "title/CanvasView.h"
 #include "window/Commands.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -72,6 +73,10 @@ SubtitlePanel::SubtitlePanel(Document& document, Transport& transport, QWidget* 
     Connect();
     SetRate(m_rate);
     OnRowsChanged();
+    InEachLanguage(*this, [this] {
+        NameTemplates();
+        ShowFaults();
+    });
 }
 
 // The list goes later, and its steps with it.
@@ -229,7 +234,7 @@ void SubtitlePanel::LengthenProject()
     const int duration = static_cast<int>(std::min<DWORD>(frames, kLongestDuration));
     if (duration <= m_document.Current().duration)
         return;
-    m_document.Edit(EditKind::Single, Text(kStepSubtitleDuration),
+    m_document.Edit(EditKind::SubtitleLength, Text(kStepSubtitleDuration),
                     [&](Project& project) { project.duration = duration; });
     emit Reported(LogType::Message, Text(kTextSubtitleLengthened, {TimeCode(duration, m_transport.Rate())}));
 }

@@ -125,6 +125,7 @@ private:
     QMenu* BuildTemplates();
     void UseTemplate(const QString& name);
     /// The submenu has the templates that are in use beside the program's own.
+    void NameTemplates();
     void ShowTemplates();
     /// The current row's is checked in it.
     void CheckTemplate();

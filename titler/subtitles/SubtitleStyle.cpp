@@ -1,7 +1,10 @@
 #include "subtitles/SubtitleStyle.h"
 
 #include "subtitles/SubtitleText.h"
+#include "window/TextTable.h"
 #include "window/Texts.h"
+
+#include <QHash>
 
 #include <algorithm>
 
@@ -22,11 +25,26 @@ constexpr Template kTemplates[] = {
     {kTextTemplateTitle, 0, false, true},
 };
 
-const Template& TemplateOf(const QString& name)
+// By name, in every language so far; English ones may come from another session.
+QHash<QString, const Template*>& LearntNames()
+{
+    static QHash<QString, const Template*> names = [] {
+        QHash<QString, const Template*> english;
+        for (const Template& known : kTemplates)
+            for (const KvStringEntry& text : OwnTexts())
+                if (text.number == known.nameId)
+                    english.insert(QString::fromWCharArray(text.text), &known);
+        return english;
+    }();
+    return names;
+}
+
+// Null for a name that is none.
+const Template* FindTemplate(const QString& name)
 {
     const auto found = std::find_if(std::begin(kTemplates), std::end(kTemplates),
                                     [&](const Template& known) { return Text(known.nameId) == name; });
-    return found == std::end(kTemplates) ? kTemplates[0] : *found;
+    return found == std::end(kTemplates) ? LearntNames().value(name) : found;
 }
 
 // As the keys of a number pad lie, 1 to 9; 0 where the text does not say.
@@ -52,9 +70,22 @@ QStringList SubtitleTemplates()
     return names;
 }
 
+void LearnTemplateNames()
+{
+    for (const Template& known : kTemplates)
+        LearntNames().insert(Text(known.nameId), &known);
+}
+
+QString TemplateNamed(const QString& name)
+{
+    const Template* found = FindTemplate(name);
+    return found == nullptr ? name : Text(found->nameId);
+}
+
 SubtitleLook LookOf(const Subtitle& subtitle)
 {
-    const Template& used = TemplateOf(subtitle.templateName);
+    const Template* found = FindTemplate(subtitle.templateName);
+    const Template& used = found == nullptr ? kTemplates[0] : *found;
     SubtitleLook look{used.side, 0, used.italic, used.takesTitle};
     if (const int place = PlaceIn(subtitle.text); place > 0) {
         look.side = 1 - (place - 1) / 3;

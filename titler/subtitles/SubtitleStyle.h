@@ -18,6 +18,13 @@ struct Subtitle
 /// The names of the templates; the first is taken for a name that is none of them.
 QStringList SubtitleTemplates();
 
+/// Remembers the names that they have in the present language: rows that were given one of them keep it.
+void LearnTemplateNames();
+
+/// The present name of the template that was given that name in this or another language; the same name
+/// where it is none of them.
+QString TemplateNamed(const QString& name);
+
 /// Where and how a subtitle stands, by its template and by "{\\anN}" in its text.
 struct SubtitleLook
 {

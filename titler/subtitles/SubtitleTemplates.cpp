@@ -3,6 +3,7 @@
 #include "subtitles/SubtitlePanel.h"
 #include "subtitles/SubtitleStyle.h"
 #include "time/TransportBar.h"
+#include "window/Commands.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -18,32 +19,43 @@ constexpr int kMostOthers = 9; // names that are not the program's own
 // The entries are there from the beginning: a menu that is a copy of this one has them, too.
 QMenu* SubtitlePanel::BuildTemplates()
 {
-    auto* menu = new QMenu(Text(kTextSubtitleTemplates), this);
+    auto* menu = new QMenu(this);
     menu->setToolTipsVisible(true);
     menu->menuAction()->setIcon(SkinIcon(L"titler_tool_template"));
-    menu->menuAction()->setToolTip(Text(kTextSubtitleTemplates + 1));
-    const auto add = [&](const QString& name, const QKeySequence& key) {
+    NameCommand(*menu->menuAction(), kTextSubtitleTemplates);
+    const auto add = [&](const QKeySequence& key) {
         auto* entry = MakeCommand(kTextSubtitleTemplate, nullptr, key, [] {});
         connect(entry, &QAction::triggered, this, [this, entry] {
             if (Settle())
                 UseTemplate(entry->data().toString());
         });
         entry->setCheckable(true);
-        entry->setData(name);
-        entry->setText(Text(kTextSubtitleTemplate, {name}));
         menu->addAction(entry);
         m_templates << entry;
         return entry;
     };
     int key = Qt::Key_1;
-    for (const QString& name : SubtitleTemplates())
-        add(name, Qt::ALT | static_cast<Qt::Key>(key++));
+    for (qsizetype i = 0; i < SubtitleTemplates().size(); ++i)
+        add(Qt::ALT | static_cast<Qt::Key>(key++));
     menu->addSeparator();
     for (int i = 0; i < kMostOthers; ++i)
-        add({}, {})->setVisible(false);
+        add({})->setVisible(false);
     menu->addSeparator();
-    add({}, {})->setText(Text(kTextSubtitleNoTemplate));
+    add({});
     return menu;
+}
+
+// Rows keep the names that they have: the program knows its own in every language.
+void SubtitlePanel::NameTemplates()
+{
+    LearnTemplateNames();
+    const QStringList known = SubtitleTemplates();
+    for (qsizetype i = 0; i < known.size(); ++i) {
+        m_templates[i]->setData(known[i]);
+        m_templates[i]->setText(Text(kTextSubtitleTemplate, {known[i]}));
+    }
+    m_templates.back()->setText(Text(kTextSubtitleNoTemplate));
+    ShowTemplates();
 }
 
 void SubtitlePanel::ShowTemplates()
@@ -51,7 +63,8 @@ void SubtitlePanel::ShowTemplates()
     const QStringList known = SubtitleTemplates();
     QStringList others;
     for (int row = 0; row < m_list->GetItemCount() && others.size() < kMostOthers; ++row) {
-        const QString name = QString::fromStdWString(m_list->GetItemText(row, kKvSubTitleTemplate));
+        const QString name =
+            TemplateNamed(QString::fromStdWString(m_list->GetItemText(row, kKvSubTitleTemplate)));
         if (!name.isEmpty() && !known.contains(name) && !others.contains(name))
             others << name;
     }
@@ -66,7 +79,8 @@ void SubtitlePanel::ShowTemplates()
 
 void SubtitlePanel::CheckTemplate()
 {
-    const QString current = QString::fromStdWString(m_list->GetItemText(Current(), kKvSubTitleTemplate));
+    const QString current =
+        TemplateNamed(QString::fromStdWString(m_list->GetItemText(Current(), kKvSubTitleTemplate)));
     for (QAction* entry : m_templates)
         entry->setChecked(entry->isVisible() && entry->data().toString() == current);
 }

@@ -322,8 +322,8 @@ void SubtitlePanel::ChooseImport()
 {
     if (!MayLeave())
         return;
-    const QString file = QFileDialog::getOpenFileName(this, Text(kTextSubtitleImport).remove(u'&'), m_file,
-                                                      Text(kTextSubtitleFiles));
+    const QString file = QFileDialog::getOpenFileName(this, WithoutMnemonic(Text(kTextSubtitleImport)),
+                                                      m_file, Text(kTextSubtitleFiles));
     if (file.isEmpty())
         emit Reported(LogType::Message, Text(kTextImportCancelled));
     else
@@ -332,7 +332,7 @@ void SubtitlePanel::ChooseImport()
 
 bool SubtitlePanel::ChooseExport()
 {
-    QFileDialog dialog(this, Text(kTextSubtitleExport).remove(u'&'), m_file, Text(kTextSubtitleTargets));
+    QFileDialog dialog(this, WithoutMnemonic(Text(kTextSubtitleExport)), m_file, Text(kTextSubtitleTargets));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     const auto useEnding = [&dialog](const QString& filter) {
         for (const char* ending : {"srt", "vtt", "txt"})

@@ -4,6 +4,7 @@
 #include "edit/PropertyText.h"
 #include "time/TimeRulerPainter.h"
 #include "time/Transport.h"
+#include "window/Language.h"
 #include "window/Skin.h"
 #include "window/Texts.h"
 
@@ -39,7 +40,10 @@ TimeRuler::TimeRuler(Document& document, Transport& transport)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setAccessibleName(Text(kTextTimeRuler));
+    InEachLanguage(*this, [this] {
+        setAccessibleName(Text(kTextTimeRuler));
+        update();
+    });
     setFont(TimeRulerFont(font()));
     connect(&document, &Document::ProjectChanged, this, &TimeRuler::OnProjectChanged);
     connect(&transport, &Transport::FrameChanged, this, &TimeRuler::OnFrameChanged);

@@ -4,7 +4,9 @@
 #include "edit/Document.h"
 #include "time/TimeCodeBox.h"
 #include "time/Transport.h"
+#include "window/Commands.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 #include "window/ToolStrip.h"
 
@@ -87,15 +89,14 @@ TransportBar::TransportBar(Document& document, Transport& transport)
     connect(&transport, &Transport::PlayingChanged, this, &TransportBar::ShowPlaying);
     connect(&transport, &Transport::LoopChanged, m_loop, &QAction::setChecked);
     ShowProject();
-    ShowPlaying();
+    InEachLanguage(*this, [this] { ShowPlaying(); });
 }
 
 QAction* TransportBar::AddCommand(UINT nameId, const wchar_t* icon, const QKeySequence& key,
                                   std::function<void()> run)
 {
-    auto* action = new QAction(Text(nameId), this);
-    action->setToolTip(Text(nameId + 1));
-    action->setStatusTip(Text(nameId + 1));
+    auto* action = new QAction(this);
+    NameCommand(*action, nameId);
     action->setShortcut(key);
     connect(action, &QAction::triggered, this, std::move(run));
     m_commands << action;
@@ -107,7 +108,7 @@ QAction* TransportBar::AddCommand(UINT nameId, const wchar_t* icon, const QKeySe
     button->setProperty("role", "deck");
     button->setIconSize({kIcon, kIcon});
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setAccessibleName(action->iconText());
+    InEachLanguage(*button, [button, action] { button->setAccessibleName(WithoutMnemonic(action->text())); });
     m_buttons << button;
     return action;
 }
@@ -216,7 +217,7 @@ void TransportBar::ShowPlaying()
     m_play->setToolTip(Text(nameId + 1));
     m_play->setStatusTip(Text(nameId + 1));
     m_play->setIcon(SkinIcon(playing ? L"titler_pause" : L"titler_play"));
-    m_buttons.first()->setAccessibleName(m_play->iconText());
+    m_buttons.first()->setAccessibleName(WithoutMnemonic(m_play->text()));
 }
 
 void TransportBar::GoToKey(bool next)

@@ -9,6 +9,7 @@
 #include "title/CanvasView.h"
 #include "window/DialogPlace.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QDoubleSpinBox>
@@ -96,7 +97,7 @@ AnimationInspector::AnimationInspector(Document& document, Transport& transport,
     connect(&document, &Document::ProjectClosing, this, &AnimationInspector::ShowProject);
     connect(&document, &Document::ProjectChanged, this, &AnimationInspector::ShowProject);
     connect(&transport, &Transport::FrameChanged, this, &AnimationInspector::OnFrameChanged);
-    ShowProject();
+    InEachLanguage(*this, [this] { ShowProject(); });
 }
 
 AnimationInspector::~AnimationInspector() = default;
@@ -123,11 +124,13 @@ void AnimationInspector::BuildValue(Property property)
     RowOf(property).value = field;
     field->setObjectName(QLatin1String(traits.name));
     NameField(*field, look.labelId);
-    field->setAccessibleName(PropertyName(property));
     field->setDecimals(look.decimals);
     field->setRange(traits.least * look.factor, traits.most * look.factor);
     field->setSingleStep(look.step);
-    field->setSuffix(Text(look.unitId));
+    InEachLanguage(*field, [field, property, &look] {
+        field->setAccessibleName(PropertyName(property));
+        field->setSuffix(Text(look.unitId));
+    });
     field->setKeyboardTracking(false);
     JoinProject(*field);
     connect(field, &QDoubleSpinBox::valueChanged, this,
@@ -143,7 +146,8 @@ void AnimationInspector::BuildStrip(Property property)
     strip->resize(kStrip);
     strip->Create(kFirstStripId + static_cast<UINT>(property), this, WS_CHILD | WS_VISIBLE | WS_TABSTOP);
     strip->setFixedSize(kStrip);
-    strip->setAccessibleName(Text(kTextKeys, {PropertyName(property)}));
+    InEachLanguage(
+        *strip, [strip, property] { strip->setAccessibleName(Text(kTextKeys, {PropertyName(property)})); });
 }
 
 void AnimationInspector::BuildEase(Property property)
@@ -155,7 +159,9 @@ void AnimationInspector::BuildEase(Property property)
     button->setIcon(SkinIcon(L"titler_ease"));
     button->setIconSize({kEaseIcon, kEaseIcon});
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setAccessibleName(Text(kTextEase, {PropertyName(property)}));
+    InEachLanguage(*button, [button, property] {
+        button->setAccessibleName(Text(kTextEase, {PropertyName(property)}));
+    });
     connect(button, &QToolButton::clicked, this, [this, property] { OpenEaseDialog(property); });
 }
 

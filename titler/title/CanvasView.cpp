@@ -3,6 +3,7 @@
 #include "edit/Document.h"
 #include "subtitles/SubtitlePicture.h"
 #include "time/Transport.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QKeyEvent>
@@ -58,9 +59,11 @@ CanvasView::CanvasView(const Document& document, const Transport& transport)
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(120, 120);
-    setAccessibleName(Text(kTextCanvas));
-    setAccessibleDescription(Text(kTextCanvasTip));
-    viewport()->setAccessibleName(Text(kTextCanvas));
+    InEachLanguage(*this, [this] {
+        setAccessibleName(Text(kTextCanvas));
+        setAccessibleDescription(Text(kTextCanvasTip));
+        viewport()->setAccessibleName(Text(kTextCanvas));
+    });
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     connect(&document, &Document::ProjectChanged, this, &CanvasView::OnProjectChanged);
     connect(&transport, &Transport::FrameChanged, this, &CanvasView::OnFrameChanged);

@@ -6,6 +6,7 @@
 #include "title/EffectInspectors.h"
 #include "title/PaintInspector.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Switch.h"
 #include "window/Texts.h"
 
@@ -73,7 +74,7 @@ void ColourInspector::BuildPanel(bool hsb)
     m_panel->SetInitialMode(hsb ? 1 : 0);
     m_panel->Create(this);
     m_panel->SetDlgCtrlID(kPanelId);
-    m_panel->setAccessibleName(Text(kTextColours));
+    InEachLanguage(*m_panel, [this] { m_panel->setAccessibleName(Text(kTextColours)); });
     m_panel->show();
     for (QWidget* child : m_panel->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
         JoinProject(*child);

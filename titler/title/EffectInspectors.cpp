@@ -14,10 +14,10 @@ namespace titler {
 
 EffectInspector::EffectInspector(Document& document, UINT nameId, UINT step)
     : m_document(document)
-    , m_on(new QCheckBox(Text(nameId)))
+    , m_on(new QCheckBox)
     , m_rows(new QGridLayout(this))
 {
-    NameField(*m_on, nameId);
+    NameButton(*m_on, nameId);
     m_on->setObjectName(QStringLiteral("on"));
     m_rows->setContentsMargins(0, 0, 0, 0);
     m_rows->setColumnStretch(1, 1);

@@ -3,6 +3,7 @@
 #include "KvGradientCtrl.h"
 #include "edit/Document.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QDoubleSpinBox>
@@ -49,7 +50,7 @@ GradientInspector::GradientInspector(Document& document)
     BuildFields();
     connect(&document, &Document::ProjectChanged, this, &GradientInspector::ShowProject);
     connect(&document, &Document::SelectionChanged, this, &GradientInspector::ShowProject);
-    ShowProject();
+    InEachLanguage(*this, [this] { ShowProject(); });
 }
 
 GradientInspector::~GradientInspector() = default;
@@ -60,7 +61,7 @@ void GradientInspector::BuildControl()
     m_control->SetActive(0); // the accent is for the focus here
     m_control->setFixedHeight(kControlHeight);
     m_control->setMinimumWidth(220);
-    m_control->setAccessibleName(Text(kTextGradient));
+    InEachLanguage(*m_control, [this] { m_control->setAccessibleName(Text(kTextGradient)); });
     const GradientStops defaults = NewProject().title.fill.stops;
     m_control->SetDefaultData(static_cast<int>(defaults.size()), defaults.data());
 

@@ -4,6 +4,7 @@
 #include "edit/Document.h"
 #include "title/GradientInspector.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Switch.h"
 #include "window/Texts.h"
 
@@ -46,7 +47,7 @@ void PaintInspector::BuildCorners()
 {
     m_corners->Create(WS_CHILD | WS_TABSTOP, this, kCornersId);
     m_corners->setFixedHeight(kCornersHeight);
-    m_corners->setAccessibleName(Text(kTextCorners));
+    InEachLanguage(*m_corners, [this] { m_corners->setAccessibleName(Text(kTextCorners)); });
     connect(m_corners, &CKvQuadGradCtrl::CornerSelected, this,
             [this](int corner) { m_document.Select(m_document.Selection().WithCorner(corner)); });
     connect(m_corners, &CKvQuadGradCtrl::CornersChanged, this, &PaintInspector::TakeCorners);

@@ -3,6 +3,7 @@
 #include "edit/Document.h"
 #include "title/TitleRenderer.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QButtonGroup>
@@ -41,8 +42,8 @@ TextInspector::TextInspector(Document& document)
     , m_text(new QPlainTextEdit)
     , m_family(new QFontComboBox)
     , m_size(new QDoubleSpinBox)
-    , m_bold(StyleButton(kTextBold, QStringLiteral("B")))
-    , m_italic(StyleButton(kTextItalic, QStringLiteral("I")))
+    , m_bold(StyleButton(kTextBold))
+    , m_italic(StyleButton(kTextItalic))
     , m_align(new QButtonGroup(this))
 {
     BuildFields();
@@ -51,11 +52,10 @@ TextInspector::TextInspector(Document& document)
     ShowProject();
 }
 
-QToolButton* TextInspector::StyleButton(UINT nameId, const QString& letter)
+QToolButton* TextInspector::StyleButton(UINT nameId)
 {
     auto* button = new QToolButton;
     NameField(*button, nameId);
-    button->setText(letter);
     button->setCheckable(true);
     button->setFocusPolicy(Qt::StrongFocus);
     return button;
@@ -77,12 +77,14 @@ void TextInspector::BuildFields()
     m_family->setMinimumContentsLength(12);
     m_size->setRange(kSmallestFont, kLargestFont);
     m_size->setDecimals(1);
-    m_size->setSuffix(Text(kTextPercent));
+    InEachLanguage(*m_size, [this] { m_size->setSuffix(Text(kTextPercent)); });
     m_size->setKeyboardTracking(false);
     JoinProject(*m_text);
     JoinProject(*m_size);
     JoinProject(*m_family);
 
+    m_bold->setText(QStringLiteral("B"));
+    m_italic->setText(QStringLiteral("I"));
     QFont bold = m_bold->font();
     bold.setBold(true);
     m_bold->setFont(bold);
@@ -95,7 +97,8 @@ void TextInspector::BuildFields()
     styles->addWidget(m_italic);
     styles->addSpacing(12);
     for (const UINT nameId : {kTextLeft, kTextCentre, kTextRight}) {
-        QToolButton* button = StyleButton(nameId, Text(nameId));
+        QToolButton* button = StyleButton(nameId);
+        NameButton(*button, nameId);
         m_align->addButton(button, static_cast<int>(m_align->buttons().size()));
         styles->addWidget(button);
     }

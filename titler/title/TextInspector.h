@@ -39,7 +39,7 @@ protected:
 
 private:
     void BuildFields();
-    QToolButton* StyleButton(UINT nameId, const QString& letter);
+    QToolButton* StyleButton(UINT nameId);
     void Connect();
     void OnTextEdited();
     void OnFamilyChosen();

@@ -9,6 +9,7 @@
 #include "title/ColourInspector.h"
 #include "title/TextInspector.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 #include "window/ToolStrip.h"
 
@@ -117,7 +118,8 @@ QWidget* TitleWorkspace::BuildPages(Document& document)
         button->setProperty("role", "tool");
         button->setIconSize({kPageIcon, kPageIcon});
         button->setToolButtonStyle(Qt::ToolButtonIconOnly);
-        button->setAccessibleName(command->iconText());
+        InEachLanguage(*button,
+                       [button, command] { button->setAccessibleName(WithoutMnemonic(command->text())); });
         tools->addWidget(button);
     }
     tools->addStretch();
@@ -137,7 +139,7 @@ QScrollArea* TitleWorkspace::BuildInspector(QSplitter& parent, Document& documen
 {
     auto* area = new QScrollArea(&parent);
     area->setProperty("role", "panel");
-    area->setAccessibleName(Text(kTextInspector));
+    InEachLanguage(*area, [area] { area->setAccessibleName(Text(kTextInspector)); });
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);

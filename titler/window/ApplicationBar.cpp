@@ -1,11 +1,13 @@
 #include "window/ApplicationBar.h"
 
 #include "KvGuiRes.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QMenu>
 
 #include <cwchar>
+#include <utility>
 
 namespace titler {
 namespace {
@@ -41,10 +43,7 @@ ApplicationBar::ApplicationBar(QWidget& frame, Commands& commands, const Workspa
 {
     KvGuiRes::RegisterMenu(MenuName().c_str(), [&commands] { return commands.MakeApplicationMenu(); });
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
-    AddApplication(kTitles, L"titler_titles", kTextTitles, tools);
-    AddApplication(kSubtitles, L"titler_subtitles", kTextTabSubtitles, tools);
-    AddApplication(kMedia, L"titler_media", kTextMedia, tools);
-    ActiveTitleBar(kTitles, 1);
+    InEachLanguage(*this, [this, &tools] { Build(tools); });
     // Each application comes back with the tab in which it was left.
     connect(this, &CKvRibbonTitlebar::TitleBarActivated, this, [this](quint32 application) {
         m_active = application;
@@ -61,6 +60,21 @@ ApplicationBar::~ApplicationBar()
     KvGuiRes::RegisterMenu(MenuName().c_str(), {});
 }
 
+// Tabs and applications are found by their names, and measured when they are added: in another language all
+// of them come anew.
+void ApplicationBar::Build(const WorkspaceTools& tools)
+{
+    for (const Application application : kApplications)
+        RemoveTitleBar(application);
+    qDeleteAll(std::exchange(m_strips, {}));
+    AddApplication(kTitles, L"titler_titles", kTextTitles, tools);
+    AddApplication(kSubtitles, L"titler_subtitles", kTextTabSubtitles, tools);
+    AddApplication(kMedia, L"titler_media", kTextMedia, tools);
+    for (const Application application : kApplications)
+        ActiveRibbonItem(application, NameOf(LastOf(application)).c_str());
+    ActiveTitleBar(m_active, 1);
+}
+
 void ApplicationBar::AddApplication(Application application, const wchar_t* pictures, UINT nameId,
                                     const WorkspaceTools& tools)
 {
@@ -69,6 +83,7 @@ void ApplicationBar::AddApplication(Application application, const wchar_t* pict
         if (!Has(application, workspace))
             continue;
         auto* strip = new ToolStrip(*this, tools[static_cast<std::size_t>(workspace)]);
+        m_strips << strip;
         AddRibbonItem(NameOf(workspace).c_str(), strip, strip, 0);
     }
     EndAddTitleBar();

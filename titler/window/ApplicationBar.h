@@ -45,6 +45,7 @@ private:
         std::wstring m_name; ///< in this process
     };
 
+    void Build(const WorkspaceTools& tools);
     void AddApplication(Application application, const wchar_t* pictures, UINT nameId,
                         const WorkspaceTools& tools);
     void OnTab(unsigned application, const QString& name);
@@ -52,6 +53,7 @@ private:
     static bool Has(Application application, Workspace workspace);
 
     Menu m_menu;
+    QList<ToolStrip*> m_strips;
     /// By application.
     std::array<Workspace, kApplications.size()> m_lastOf{Workspace::Design, Workspace::Clips,
                                                          Workspace::Subtitles};

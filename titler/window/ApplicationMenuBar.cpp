@@ -1,6 +1,7 @@
 #include "window/ApplicationMenuBar.h"
 
 #include "KvGuiRes.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QMenu>
@@ -11,8 +12,10 @@ namespace {
 
 constexpr unsigned kTitler = 1;
 
+} // namespace
+
 /// One window for the bar, whatever workspace is shown.
-class Tools : public QStackedWidget, public IKvGuiWnd
+class ApplicationMenuBar::Tools : public QStackedWidget, public IKvGuiWnd
 {
 public:
     Tools(QWidget& bar, const WorkspaceTools& tools) : QStackedWidget(&bar)
@@ -22,8 +25,6 @@ public:
         resize(sizeHint());
     }
 };
-
-} // namespace
 
 int ApplicationMenuBar::Menu::OnUpdateCommand(HMENU menu, unsigned command)
 {
@@ -42,19 +43,25 @@ int ApplicationMenuBar::Menu::OnCommand(HMENU, unsigned command)
 
 ApplicationMenuBar::ApplicationMenuBar(QWidget& frame, Commands& commands, const WorkspaceTools& tools)
     : m_menu(commands)
-    , m_items(commands.MakeApplicationMenu())
+    , m_tools(new Tools(*this, tools))
 {
     commands.GiveShortcutsAway();
     Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, frame.width(), 0), &frame, 1);
+    InEachLanguage(*this, [this, &commands] { Build(commands); });
+    ShowAppMenuBtn(0); // it has no menu of its own
+}
+
+// Menus are measured when they are added.
+void ApplicationMenuBar::Build(const Commands& commands)
+{
+    RemoveMenuBar(kTitler);
+    m_items = commands.MakeApplicationMenu();
     BeginAddMenuBar(L"titler_icon", WideText(kTextTitler).c_str(), kTitler, m_items.get(), &m_menu);
-    auto* strips = new Tools(*this, tools);
-    m_tools = strips;
-    AddMenuBarToolWnd(strips, strips);
+    AddMenuBarToolWnd(m_tools, m_tools);
     EndAddMenuBar();
     SetSysTitle(kTitler, WideText(kTextCaptionProduct).c_str());
     ActiveMenuBar(kTitler);
     m_tools->resize(m_tools->width(), height() - m_tools->y());
-    ShowAppMenuBtn(0); // it has no menu of its own
 }
 
 ApplicationMenuBar::~ApplicationMenuBar()

@@ -7,8 +7,6 @@
 
 #include <memory>
 
-class QStackedWidget;
-
 namespace titler {
 
 class ApplicationMenuBar : public CKvRibbonMenuBar
@@ -35,9 +33,13 @@ private:
         Commands& m_commands;
     };
 
+    class Tools;
+
+    void Build(const Commands& commands);
+
     Menu m_menu;
     std::unique_ptr<QMenu> m_items;
-    QStackedWidget* m_tools; ///< a strip for each workspace
+    Tools* m_tools; ///< a strip for each workspace
 };
 
 } // namespace titler

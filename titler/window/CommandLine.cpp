@@ -1,6 +1,7 @@
 #include "window/CommandLine.h"
 
 #include "project/Pages.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QCommandLineParser>
@@ -22,6 +23,14 @@ std::optional<int> WholeNumber(const QString& text, int least, int most)
     const int number = text.toInt();
     const bool isGood = form.match(text).hasMatch() && number >= least && number <= most;
     return isGood ? std::optional(number) : std::nullopt;
+}
+
+QString LanguageCodes()
+{
+    QStringList codes;
+    for (const Language& language : Languages())
+        codes << QLatin1String(language.code);
+    return codes.join(QStringLiteral(", "));
 }
 
 struct Parser
@@ -56,6 +65,8 @@ struct Parser
                             QStringLiteral("DIR")};
     QCommandLineOption firstFrame{QStringLiteral("first-frame"), Text(kTextOptionFirstFrame)};
     QCommandLineOption gallery{QStringLiteral("gallery"), Text(kTextOptionGallery)};
+    QCommandLineOption language{QStringLiteral("language"), Text(kTextOptionLanguage, {LanguageCodes()}),
+                                QStringLiteral("CODE")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
 
     Parser()
@@ -63,7 +74,7 @@ struct Parser
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range,   threads, frame,     page,
                            size,  settings,   subtitles,   encoding,     rules,   menuBar, workspace, theme,
-                           play,  tour,       film,        firstFrame,   gallery, help});
+                           play,  tour,       film,        firstFrame,   gallery, language, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -84,6 +95,7 @@ struct Parser
     QString ReadTour(QString& folder) const;
     QString ReadFilm(QString& folder) const;
     QString ReadGallery(bool& wanted) const;
+    QString ReadLanguage(const Language*& wanted) const;
     bool IsAlone(const QCommandLineOption& option, const QStringList& besides) const;
 };
 
@@ -201,22 +213,30 @@ QString Parser::ReadTour(QString& folder) const
 {
     if (!parser.isSet(tour))
         return {};
-    return IsAlone(tour, size.names()) ? ReadValue(tour, folder) : Text(kTextTourAlone);
+    return IsAlone(tour, size.names() + language.names()) ? ReadValue(tour, folder) : Text(kTextTourAlone);
 }
 
 QString Parser::ReadFilm(QString& folder) const
 {
     if (!parser.isSet(film))
         return {};
-    return IsAlone(film, size.names()) ? ReadValue(film, folder) : Text(kTextFilmAlone);
+    return IsAlone(film, size.names() + language.names()) ? ReadValue(film, folder) : Text(kTextFilmAlone);
 }
 
 QString Parser::ReadGallery(bool& wanted) const
 {
     wanted = parser.isSet(gallery);
-    return !wanted || IsAlone(gallery, size.names() + screenshot.names() + theme.names())
+    return !wanted || IsAlone(gallery, size.names() + screenshot.names() + theme.names() + language.names())
                ? QString()
                : Text(kTextGalleryAlone);
+}
+
+QString Parser::ReadLanguage(const Language*& wanted) const
+{
+    wanted = FindLanguage(parser.value(language));
+    return wanted != nullptr || !parser.isSet(language)
+               ? QString()
+               : Text(kTextBadLanguage, {parser.value(language), LanguageCodes()});
 }
 
 bool Parser::IsAlone(const QCommandLineOption& option, const QStringList& besides) const
@@ -243,6 +263,7 @@ QString Parser::Read(Options& options) const
           ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
           ReadThreads(options.threads), ReadFrame(options.frame), ReadPage(options.page),
           ReadSize(options.windowSize), ReadWorkspace(options.workspace), ReadTheme(options.theme),
+          ReadLanguage(options.language),
           options.help ? QString() : ReadTour(options.tour),
           options.help ? QString() : ReadFilm(options.film),
           options.help ? QString() : ReadGallery(options.gallery)})

@@ -13,6 +13,8 @@
 
 namespace titler {
 
+struct Language;
+
 struct Options
 {
     QString project;
@@ -38,6 +40,7 @@ struct Options
     QString film;               ///< a folder: likewise, as an animation
     bool firstFrame = false;    ///< the program tells when it has painted, and ends
     bool gallery = false;       ///< the library's controls instead of the program's window
+    const Language* language = nullptr; ///< null: the one of the settings, or of the system
     bool help = false;
 
     /// True when nothing is shown, so that no display is needed.

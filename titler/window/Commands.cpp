@@ -1,5 +1,6 @@
 #include "window/Commands.h"
 
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -8,20 +9,29 @@
 namespace titler {
 namespace {
 
-constexpr const char* kShortcut = "shortcutElsewhere";
+constexpr const char* kShortcuts = "shortcutsElsewhere";
 
 } // namespace
 
+void NameCommand(QAction& command, UINT nameId)
+{
+    InEachLanguage(command, [&command, nameId] {
+        command.setText(Text(nameId));
+        command.setToolTip(Text(nameId + 1));
+        command.setStatusTip(command.toolTip());
+    });
+}
+
 void GiveShortcutAway(QAction& command)
 {
-    command.setProperty(kShortcut, ShortcutOf(command));
+    command.setProperty(kShortcuts, QVariant::fromValue(ShortcutsOf(command)));
     command.setShortcuts(QList<QKeySequence>());
 }
 
-QKeySequence ShortcutOf(const QAction& command)
+QList<QKeySequence> ShortcutsOf(const QAction& command)
 {
-    return command.shortcut().isEmpty() ? command.property(kShortcut).value<QKeySequence>()
-                                        : command.shortcut();
+    const QList<QKeySequence> own = command.shortcuts();
+    return own.isEmpty() ? command.property(kShortcuts).value<QList<QKeySequence>>() : own;
 }
 
 void AddToMenu(QMenu& menu, const QList<QAction*>& commands)
@@ -40,7 +50,9 @@ Commands::~Commands() = default;
 
 QMenu& Commands::AddMenu(UINT nameId)
 {
-    return *m_menus.emplace_back(std::make_unique<QMenu>(Text(nameId)));
+    QMenu& menu = *m_menus.emplace_back(std::make_unique<QMenu>());
+    InEachLanguage(menu, [&menu, nameId] { menu.setTitle(Text(nameId)); });
+    return menu;
 }
 
 void Commands::Number(const QMenu& menu)
@@ -86,7 +98,7 @@ void Commands::Copy(QMenu& to, const QAction& command) const
     }
     QAction* entry = to.addAction(command.text());
     entry->setData(static_cast<UINT>(m_commands.indexOf(&command) + 1));
-    entry->setShortcuts(command.shortcuts());
+    entry->setShortcuts(ShortcutsOf(command));
     entry->setCheckable(command.isCheckable());
     entry->setAutoRepeat(command.autoRepeat());
     Show(*entry);

@@ -15,10 +15,12 @@ class QWidget;
 
 namespace titler {
 
-/// Takes a command's shortcuts away: another one answers them. `ShortcutOf` remembers the first.
+/// Gives a command its text, tool tip and status tip; the tip's number is the text's plus 1.
+void NameCommand(QAction& command, UINT nameId);
+/// Takes a command's shortcuts away: another one answers them. `ShortcutsOf` remembers them.
 void GiveShortcutAway(QAction& command);
-/// The shortcut under which a command is reached; empty for none.
-QKeySequence ShortcutOf(const QAction& command);
+/// The shortcuts under which a command is reached.
+QList<QKeySequence> ShortcutsOf(const QAction& command);
 
 /// Adds commands to a menu; null is a separator.
 void AddToMenu(QMenu& menu, const QList<QAction*>& commands);

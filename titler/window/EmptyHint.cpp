@@ -1,5 +1,6 @@
 #include "window/EmptyHint.h"
 
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QEvent>
@@ -13,8 +14,9 @@ constexpr int kAround = 12;
 
 } // namespace
 
-EmptyHint::EmptyHint(QWidget& view, UINT textId) : QLabel(Text(textId), &view)
+EmptyHint::EmptyHint(QWidget& view, UINT textId) : QLabel(&view)
 {
+    InEachLanguage(*this, [this, textId] { setText(Text(textId)); });
     setProperty("role", "overlay"); // it may stand over a picture of any colour
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);

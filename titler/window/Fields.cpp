@@ -2,6 +2,7 @@
 
 #include "KvColorMapWnd.h"
 #include "KvParamEdit.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QAbstractButton>
@@ -143,15 +144,28 @@ void TabAtChecked(QButtonGroup& group)
 
 void NameField(QWidget& field, UINT nameId)
 {
-    field.setAccessibleName(Text(nameId).remove(u'&'));
-    field.setToolTip(Text(nameId + 1));
+    InEachLanguage(field, [&field, nameId] {
+        field.setAccessibleName(WithoutMnemonic(Text(nameId)));
+        field.setToolTip(Text(nameId + 1));
+    });
+}
+
+void NameButton(QAbstractButton& button, UINT nameId)
+{
+    InEachLanguage(button, [&button, nameId] {
+        button.setText(Text(nameId));
+        button.setToolTip(Text(nameId + 1));
+    });
 }
 
 QLabel* FieldLabel(UINT nameId, QWidget& field)
 {
-    auto* label = new QLabel(Text(nameId));
+    auto* label = new QLabel;
     label->setBuddy(&field);
-    label->setToolTip(Text(nameId + 1));
+    InEachLanguage(*label, [label, nameId] {
+        label->setText(Text(nameId));
+        label->setToolTip(Text(nameId + 1));
+    });
     return label;
 }
 
@@ -169,7 +183,8 @@ QString PlainTip(const QString& text)
 
 QLabel* Heading(UINT textId)
 {
-    auto* label = new QLabel(Text(textId));
+    auto* label = new QLabel;
+    InEachLanguage(*label, [label, textId] { label->setText(Text(textId)); });
     label->setProperty("role", "heading");
     return label;
 }
@@ -189,7 +204,7 @@ void PrepareNumber(QDoubleSpinBox& field, UINT nameId, double least, double most
     NameField(field, nameId);
     field.setRange(least, most);
     field.setDecimals(1);
-    field.setSuffix(Text(unitId));
+    InEachLanguage(field, [&field, unitId] { field.setSuffix(Text(unitId)); });
     field.setKeyboardTracking(false);
     JoinProject(field);
 }

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class QAbstractButton;
 class QButtonGroup;
 class QDoubleSpinBox;
 class QLabel;
@@ -13,6 +14,9 @@ namespace titler {
 
 /// Gives a field its accessible name and its tool tip; the tip's number is the name's plus 1.
 void NameField(QWidget& field, UINT nameId);
+
+/// Gives a button its text, and its tip likewise.
+void NameButton(QAbstractButton& button, UINT nameId);
 
 /// A label that names its field for the keyboard ("&Colour").
 QLabel* FieldLabel(UINT nameId, QWidget& field);

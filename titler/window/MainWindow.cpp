@@ -16,6 +16,7 @@
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Settings.h"
 #include "window/Skin.h"
 #include "window/Texts.h"
@@ -47,7 +48,7 @@ QString FileNameOf(const QString& path)
 QString AskForTarget(QWidget& parent, UINT titleId, UINT filterId, const QString& ending,
                      const QString& proposal)
 {
-    QFileDialog dialog(&parent, Text(titleId).remove(u'&'), proposal, Text(filterId));
+    QFileDialog dialog(&parent, WithoutMnemonic(Text(titleId)), proposal, Text(filterId));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(ending);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
@@ -100,10 +101,13 @@ MainWindow::MainWindow(Caption caption, bool hsb)
     connect(&m_document.Steps(), &QUndoStack::indexChanged, this,
             [this] { LogStep(m_document.Steps(), m_loggedStep); });
     connect(m_media, &MediaPanel::Ready, this, [this] { m_log->Add(LogType::Message, m_media->Summary()); });
-    ShowFile();
-    ShowFormat();
-    ShowZoom();
-    ShowSteps();
+    InEachLanguage(*this, [this] {
+        ShowFile();
+        ShowFormat();
+        ShowZoom();
+        ShowSteps();
+        ShowRecent();
+    });
 }
 
 // The views go before the document: a drag that is under way ends with them and still tells the document. The
@@ -177,11 +181,13 @@ void MainWindow::ShowPage(Workspace workspace)
 
 void MainWindow::BuildStatusLine()
 {
-    m_video->setToolTip(Text(kTextVideoFormatTip));
-    m_audio->setToolTip(Text(kTextAudioFormatTip));
-    m_zoom->setToolTip(Text(kTextZoomTip));
-    for (QLabel* label : {m_zoom, m_video, m_audio}) {
-        label->setAccessibleDescription(label->toolTip());
+    for (const auto& [label, tipId] :
+         {std::pair(m_zoom, kTextZoomTip), std::pair(m_video, kTextVideoFormatTip),
+          std::pair(m_audio, kTextAudioFormatTip)}) {
+        InEachLanguage(*label, [label = label, tipId = tipId] {
+            label->setToolTip(Text(tipId));
+            label->setAccessibleDescription(label->toolTip());
+        });
         label->setMinimumWidth(1); // cut in a small window
         statusBar()->addPermanentWidget(label);
     }
@@ -271,7 +277,7 @@ bool MainWindow::HasLengthAlone()
     const QUndoStack& steps = m_document.Steps();
     bool isLength = m_document.FileName().isEmpty() && steps.cleanIndex() == 0;
     for (int i = 0; i < steps.index(); ++i)
-        isLength = isLength && steps.text(i) == Text(kStepSubtitleDuration);
+        isLength = isLength && steps.command(i)->id() == static_cast<int>(EditKind::SubtitleLength);
     return isLength;
 }
 
@@ -410,7 +416,7 @@ void MainWindow::ChooseProject()
 {
     if (!MayLeave())
         return;
-    const QString file = QFileDialog::getOpenFileName(this, Text(kTextOpen).remove(u'&'),
+    const QString file = QFileDialog::getOpenFileName(this, WithoutMnemonic(Text(kTextOpen)),
                                                       m_document.FileName(), Text(kTextProjectFiles));
     if (!file.isEmpty())
         OpenProject(file);

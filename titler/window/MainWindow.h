@@ -23,6 +23,7 @@ namespace titler {
 
 class Autosave;
 class CanvasView;
+struct Language;
 class MediaPanel;
 class PageStrip;
 class RulesPanel;
@@ -98,7 +99,9 @@ private:
     void BuildRulesMenu();
     void AddCommands(UINT menuId, const QList<QAction*>& commands, Workspace workspace);
     void BuildWorkspaceItems(QMenu& menu);
-    void BuildThemeItems(QMenu& menu);
+    void BuildThemeItems(QMenu& view);
+    void BuildLanguageItems(QMenu& menu);
+    void TakeLanguage(const Language& language);
     void BuildRecentItems(QMenu& menu);
     void ShowRecent();
     void OpenRecent(int index);

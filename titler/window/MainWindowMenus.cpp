@@ -6,6 +6,7 @@
 #include "title/CanvasView.h"
 #include "title/TitleWorkspace.h"
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 #include "window/Skin.h"
@@ -27,9 +28,8 @@ QMenu& MainWindow::AddMenu(UINT nameId)
 QAction* MainWindow::AddItem(QMenu& menu, UINT nameId, const QList<QKeySequence>& keys,
                              std::function<void()> run, const wchar_t* icon)
 {
-    QAction* action = menu.addAction(Text(nameId));
-    action->setToolTip(Text(nameId + 1));
-    action->setStatusTip(Text(nameId + 1));
+    QAction* action = menu.addAction(QString());
+    NameCommand(*action, nameId);
     action->setShortcuts(keys);
     if (icon != nullptr)
         action->setIcon(SkinIcon(icon));
@@ -90,7 +90,8 @@ void MainWindow::BuildFileMenu()
 
 void MainWindow::BuildRecentItems(QMenu& menu)
 {
-    QMenu& recent = *menu.addMenu(Text(kTextRecentMenu));
+    QMenu& recent = *menu.addMenu(QString());
+    InEachLanguage(recent, [&recent] { recent.setTitle(Text(kTextRecentMenu)); });
     for (int i = 0; i < kMostRecentProjects; ++i)
         m_recent << AddItem(recent, kTextRecent, {}, [this, i] { OpenRecent(i); });
     m_noRecent = AddItem(recent, kTextNoRecent, {}, [] {});
@@ -143,7 +144,8 @@ void MainWindow::BuildViewMenu()
     menu.addSeparator();
     BuildWorkspaceItems(menu);
     menu.addSeparator();
-    BuildThemeItems(*menu.addMenu(Text(kTextThemeMenu)));
+    BuildThemeItems(menu);
+    BuildLanguageItems(menu);
     for (const Workspace workspace : {Workspace::Design, Workspace::Animate})
         ToolsOf(workspace) << fit << fullSize << zoomIn << zoomOut << nullptr << m_safeAreas;
 }
@@ -158,13 +160,17 @@ void MainWindow::BuildWorkspaceItems(QMenu& menu)
         action->setCheckable(true);
         action->setChecked(workspace == m_current);
         m_workspaces->addAction(action);
-        action->setToolTip(Text(kTextWorkspaceTip, {action->text()}));
-        action->setStatusTip(action->toolTip());
+        InEachLanguage(*action, [action] {
+            action->setToolTip(Text(kTextWorkspaceTip, {WithoutMnemonic(action->text())}));
+            action->setStatusTip(action->toolTip());
+        });
     }
 }
 
-void MainWindow::BuildThemeItems(QMenu& menu)
+void MainWindow::BuildThemeItems(QMenu& view)
 {
+    QMenu& menu = *view.addMenu(QString());
+    InEachLanguage(menu, [&menu] { menu.setTitle(Text(kTextThemeMenu)); });
     auto* themes = new QActionGroup(this);
     for (const auto& [theme, textId] :
          {std::pair(Theme::Dark, kTextThemeDark), std::pair(Theme::Light, kTextThemeLight)}) {
@@ -179,15 +185,50 @@ void MainWindow::BuildThemeItems(QMenu& menu)
     }
 }
 
+// Each under its own name, so that whoever cannot read the present one finds theirs.
+void MainWindow::BuildLanguageItems(QMenu& menu)
+{
+    QMenu& languages = *menu.addMenu(QString());
+    InEachLanguage(languages, [&languages] { languages.setTitle(Text(kTextLanguageMenu)); });
+    auto* group = new QActionGroup(this);
+    for (const Language& language : Languages()) {
+        QAction* action = languages.addAction(QString::fromUtf8(language.name));
+        action->setCheckable(true);
+        group->addAction(action);
+        InEachLanguage(*action, [action, &language] {
+            action->setToolTip(Text(kTextLanguageTip));
+            action->setStatusTip(action->toolTip());
+            action->setChecked(&language == &CurrentLanguage());
+        });
+        // Later: the menu that it was chosen from is made anew.
+        connect(
+            action, &QAction::triggered, this, [this, &language] { TakeLanguage(language); },
+            Qt::QueuedConnection);
+    }
+}
+
+void MainWindow::TakeLanguage(const Language& language)
+{
+    ChooseLanguage(language);
+    if (m_settings == nullptr)
+        return;
+    m_settings->language = QLatin1String(language.code);
+    if (const QString fault = m_settings->Save(); !fault.isEmpty())
+        Say(fault, LogType::Warning);
+}
+
 void MainWindow::BuildProjectMenu()
 {
     QMenu& menu = AddMenu(kTextProjectMenu);
     m_formats = new QActionGroup(this);
     m_formats->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const SKvVideoResolution& format : VideoFormats()) {
-        QAction* action = menu.addAction(FormatText(format));
-        action->setToolTip(Text(kTextFormatTip));
-        action->setStatusTip(Text(kTextFormatTip));
+        QAction* action = menu.addAction(QString());
+        InEachLanguage(*action, [action, &format] {
+            action->setText(FormatText(format));
+            action->setToolTip(Text(kTextFormatTip));
+            action->setStatusTip(action->toolTip());
+        });
         action->setCheckable(true);
         m_formats->addAction(action);
         connect(action, &QAction::triggered, this, [this, format] {

@@ -51,6 +51,7 @@ QString Settings::Load()
     m_source = document.object();
     geometry = QByteArray::fromBase64(m_source.value(QLatin1String("geometry")).toString().toLatin1());
     workspace = m_source.value(QLatin1String("workspace")).toString();
+    language = m_source.value(QLatin1String("language")).toString();
     hsb = m_source.value(QLatin1String("colours")).toString() == QLatin1String(kHsb);
     pages = m_source.value(QLatin1String("pages")).toBool(true);
     theme = m_source.value(QLatin1String("theme")).toString();
@@ -99,6 +100,8 @@ QString Settings::Save()
         return aside;
     m_source.insert(QLatin1String("geometry"), QString::fromLatin1(geometry.toBase64()));
     m_source.insert(QLatin1String("workspace"), workspace);
+    if (!language.isEmpty())
+        m_source.insert(QLatin1String("language"), language);
     m_source.insert(QLatin1String("colours"), QLatin1String(hsb ? kHsb : kRgb));
     m_source.insert(QLatin1String("pages"), pages);
     m_source.insert(QLatin1String("theme"), theme);

@@ -36,6 +36,7 @@ public:
 
     QByteArray geometry;      ///< the window's, with its state, as QWidget gives it; may be empty
     QString workspace;        ///< its name on the command line; may be empty
+    QString language;         ///< its code; empty while none was chosen: the system's
     bool hsb = false;         ///< the colour panel edits hue, saturation and brightness
     bool pages = true;        ///< the strip of pages is shown
     QString theme;            ///< its name; may be empty

@@ -1,6 +1,7 @@
 #include "window/StartPage.h"
 
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 #include "window/VideoFormats.h"
 
@@ -24,9 +25,8 @@ constexpr int kWidestPart = 420;
 
 QPushButton* Button(UINT nameId)
 {
-    auto* button = new QPushButton(Text(nameId));
-    button->setToolTip(Text(nameId + 1));
-    button->setAccessibleDescription(button->toolTip());
+    auto* button = new QPushButton;
+    NameButton(*button, nameId);
     button->setAutoDefault(true); // Enter presses the one with the focus
     return button;
 }
@@ -42,10 +42,10 @@ StartPage::StartPage(QWidget* parent)
     : QScrollArea(parent)
     , m_formats(new QComboBox)
     , m_projects(new QListWidget)
-    , m_noProjects(new QLabel(Text(kTextStartNoRecent)))
+    , m_noProjects(new QLabel)
     , m_remove(Button(kTextStartRemove))
 {
-    auto* hint = new QLabel(Text(kTextStartHint));
+    auto* hint = new QLabel;
     hint->setProperty("role", "hint");
     hint->setAlignment(Qt::AlignCenter);
     hint->setWordWrap(true);
@@ -71,7 +71,16 @@ StartPage::StartPage(QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
     setWidget(content);
     setFocusProxy(m_sample);
-    ShowProjects({});
+    InEachLanguage(*this, [this, hint] {
+        hint->setText(Text(kTextStartHint));
+        m_noProjects->setText(Text(kTextStartNoRecent));
+        const int format = m_formats->currentIndex();
+        m_formats->clear();
+        for (const SKvVideoResolution& one : VideoFormats())
+            m_formats->addItem(FormatText(one));
+        m_formats->setCurrentIndex(std::max(format, 0));
+        ShowProjects(Projects());
+    });
 }
 
 QPushButton* StartPage::AddButton(QVBoxLayout& column, UINT nameId, void (StartPage::*wanted)())
@@ -84,8 +93,6 @@ QPushButton* StartPage::AddButton(QVBoxLayout& column, UINT nameId, void (StartP
 
 QWidget* StartPage::BuildBegin()
 {
-    for (const SKvVideoResolution& format : VideoFormats())
-        m_formats->addItem(FormatText(format));
     NameField(*m_formats, kTextStartFormat);
     m_formats->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     QPushButton* create = Button(kTextStartNew);
@@ -155,6 +162,14 @@ void StartPage::ShowProjects(const QStringList& files)
     ShowButtons();
 }
 
+QStringList StartPage::Projects() const
+{
+    QStringList files;
+    for (int i = 0; i < m_projects->count(); ++i)
+        files << m_projects->item(i)->data(kFileRole).toString();
+    return files;
+}
+
 void StartPage::ShowButtons()
 {
     m_remove->setEnabled(m_projects->currentItem() != nullptr);
@@ -169,12 +184,7 @@ void StartPage::OpenCurrent()
     if (IsThere(*item))
         emit ProjectWanted(file);
     else
-        ShowProjects([this] {
-            QStringList files;
-            for (int i = 0; i < m_projects->count(); ++i)
-                files << m_projects->item(i)->data(kFileRole).toString();
-            return files;
-        }());
+        ShowProjects(Projects());
 }
 
 void StartPage::RemoveCurrent()

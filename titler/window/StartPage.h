@@ -46,6 +46,7 @@ private:
     bool IsTyped(const QKeyEvent& key) const;
     void OpenCurrent();
     void RemoveCurrent();
+    QStringList Projects() const;
     void ShowButtons();
 
     QPushButton* m_sample = nullptr;

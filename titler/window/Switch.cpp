@@ -1,6 +1,7 @@
 #include "window/Switch.h"
 
 #include "window/Fields.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QButtonGroup>
@@ -11,7 +12,7 @@ namespace titler {
 
 Switch::Switch(UINT nameId, std::initializer_list<UINT> choices) : m_group(new QButtonGroup(this))
 {
-    setAccessibleName(Text(nameId).remove(u'&'));
+    InEachLanguage(*this, [this, nameId] { setAccessibleName(WithoutMnemonic(Text(nameId))); });
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -19,7 +20,7 @@ Switch::Switch(UINT nameId, std::initializer_list<UINT> choices) : m_group(new Q
     for (const UINT choice : choices) {
         auto* button = new QToolButton;
         NameField(*button, choice);
-        button->setText(Text(choice));
+        NameButton(*button, choice);
         button->setCheckable(true);
         button->setFocusPolicy(Qt::StrongFocus);
         button->setProperty("role", "switch");

@@ -2,6 +2,8 @@
 
 #include "window/TextTable.h"
 
+#include <QRegularExpression>
+
 namespace titler {
 
 std::wstring WideText(UINT id)
@@ -16,6 +18,13 @@ std::wstring WideText(UINT id)
 QString Text(UINT id)
 {
     return QString::fromStdWString(WideText(id));
+}
+
+QString WithoutMnemonic(QString text)
+{
+    // Languages whose letters are on no keyboard have a Latin one in brackets behind the text.
+    static const QRegularExpression mark(QStringLiteral("\\s?\\(&[^&]\\)|&(?=[^&])"));
+    return text.remove(mark).replace(QLatin1String("&&"), QLatin1String("&"));
 }
 
 QString Text(UINT id, std::initializer_list<QString> values)

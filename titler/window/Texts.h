@@ -235,6 +235,11 @@ enum TextId : UINT
     kTextThemeLight = 22483,
     kTextOptionTheme = 22485,
     kTextBadTheme = 22486,
+    // The language; a tip's number is its command's plus 1.
+    kTextLanguageMenu = 22490,
+    kTextLanguageTip = 22491,
+    kTextOptionLanguage = 22492,
+    kTextBadLanguage = 22493,
 
     // Find and replace, and the character map; a tip's number is its command's plus 1.
     kTextFindReplace = 22410,
@@ -623,7 +628,9 @@ enum TextId : UINT
 
 /// The text with that number.
 QString Text(UINT id);
-/// The same for what takes wide texts.
+/// A text without the letter for Alt: "Open…" of "&Open…" and of "Open(&O)…".
+QString WithoutMnemonic(QString text);
+/// The text with that number, for what takes wide texts.
 std::wstring WideText(UINT id);
 /// The text with "%1", "%2" … replaced by `values`; a value is never read as a pattern itself.
 QString Text(UINT id, std::initializer_list<QString> values);

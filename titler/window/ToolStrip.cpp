@@ -1,6 +1,7 @@
 #include "window/ToolStrip.h"
 
 #include "window/Commands.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -18,7 +19,7 @@ constexpr int kGap = 2;
 void AddButton(QHBoxLayout& row, QAction& tool)
 {
     auto* button = new ToolButton(tool);
-    button->setAccessibleName(tool.text().remove(u'&'));
+    InEachLanguage(*button, [button, &tool] { button->setAccessibleName(WithoutMnemonic(tool.text())); });
     button->setIconSize({kPicture, kPicture});
     button->setToolButtonStyle(Qt::ToolButtonIconOnly);
     button->setProperty("role", "tool");
@@ -30,8 +31,8 @@ void AddButton(QHBoxLayout& row, QAction& tool)
 
 QString ToolTipOf(const QAction& command)
 {
-    const QString name = QString(command.text()).remove(u'&').remove(QChar(0x2026));
-    const QString key = ShortcutOf(command).toString(QKeySequence::NativeText);
+    const QString name = WithoutMnemonic(command.text()).remove(QChar(0x2026));
+    const QString key = ShortcutsOf(command).value(0).toString(QKeySequence::NativeText);
     return key.isEmpty() ? Text(kTextToolTip, {name, command.toolTip()})
                          : Text(kTextToolTipKey, {name, key, command.toolTip()});
 }

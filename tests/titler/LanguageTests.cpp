@@ -1,0 +1,261 @@
+// The language chosen at run time: every text of every window follows, at once.
+#include "KvFindReplaceTxtDlg.h"
+#include "KvGuiRes.h"
+#include "edit/Document.h"
+#include "export/ExportDialog.h"
+#include "media/MediaPanel.h"
+#include "subtitles/SubtitleList.h"
+#include "subtitles/SubtitlePanel.h"
+#include "subtitles/SubtitleStyle.h"
+#include "time/TimeRuler.h"
+#include "window/Language.h"
+#include "window/MainWindow.h"
+#include "window/Settings.h"
+#include "window/Texts.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace titler;
+
+namespace {
+
+void AddText(QStringList& texts, const QObject& owner, const char* kind, const QString& text)
+{
+    if (!text.isEmpty())
+        texts << QStringLiteral("%1 %2: %3")
+                     .arg(QLatin1String(owner.metaObject()->className()), QLatin1String(kind), text);
+}
+
+void AddTextsOf(QStringList& texts, const QWidget& widget)
+{
+    AddText(texts, widget, "title", widget.windowTitle());
+    AddText(texts, widget, "tip", widget.toolTip());
+    AddText(texts, widget, "name", widget.accessibleName());
+    AddText(texts, widget, "description", widget.accessibleDescription());
+    for (const char* property : {"text", "placeholderText", "suffix", "title"})
+        AddText(texts, widget, property, widget.property(property).toString());
+    if (const auto* box = qobject_cast<const QComboBox*>(&widget))
+        for (int i = 0; i < box->count() && !box->inherits("QFontComboBox"); ++i)
+            AddText(texts, widget, "item", box->itemText(i));
+}
+
+void AddTextsOf(QStringList& texts, const QAction& action)
+{
+    AddText(texts, action, "text", action.text());
+    AddText(texts, action, "tip", action.toolTip());
+    AddText(texts, action, "status", action.statusTip());
+}
+
+// All that a window says, whatever page it shows.
+QStringList TextsOf(MainWindow& window)
+{
+    QStringList texts;
+    AddTextsOf(texts, window);
+    for (const QWidget* widget : window.findChildren<QWidget*>())
+        AddTextsOf(texts, *widget);
+    for (const QAction* action : window.findChildren<QAction*>())
+        AddTextsOf(texts, *action);
+    const std::unique_ptr<QMenu> menu = window.AllCommands().MakeApplicationMenu();
+    for (const QMenu* part : menu->findChildren<QMenu*>()) {
+        texts << QStringLiteral("menu ") + part->title();
+        for (const QAction* action : part->actions())
+            AddTextsOf(texts, *action);
+    }
+    texts.sort();
+    return texts;
+}
+
+// What only one of them has.
+std::string Difference(QStringList texts, QStringList others)
+{
+    for (const QString& other : QStringList(others))
+        if (texts.removeOne(other))
+            others.removeOne(other);
+    return (texts.join(u'\n') + QStringLiteral("\n---\n") + others.join(u'\n')).toStdString();
+}
+
+constexpr const char* kNone = "\n---\n";
+
+struct InLanguages : testing::Test
+{
+    static void Choose(const char* code) { ChooseLanguage(*FindLanguage(QLatin1String(code))); }
+    void TearDown() override { Choose("en"); }
+};
+
+TEST_F(InLanguages, AnOpenWindowSaysWhatAWindowSaysThatIsOpenedAfterwards)
+{
+    for (const auto caption : {MainWindow::Caption::Tabs, MainWindow::Caption::Menus}) {
+        MainWindow switched(caption);
+        const QStringList english = TextsOf(switched);
+        for (const Language& language : Languages()) {
+            ChooseLanguage(language);
+            const QStringList texts = TextsOf(switched);
+            MainWindow fresh(caption);
+            EXPECT_EQ(Difference(texts, TextsOf(fresh)), kNone) << language.code;
+        }
+        EXPECT_NE(Difference(TextsOf(switched), english), kNone);
+        Choose("en");
+        EXPECT_EQ(Difference(TextsOf(switched), english), kNone);
+    }
+}
+
+TEST_F(InLanguages, DialogsThatAreOpenFollow)
+{
+    CKvFindReplaceTxtDlg find;
+    ASSERT_TRUE(find.Create(nullptr));
+    find.show();
+    ExportDialog frames(NewProject(), {});
+    frames.show();
+    Choose("de");
+    EXPECT_EQ(find.windowTitle(), "Suchen und Ersetzen");
+    EXPECT_EQ(qobject_cast<QAbstractButton*>(find.GetDlgItem(kKvReplaceAllButton))->text(), "Alle ersetzen");
+    EXPECT_EQ(frames.windowTitle(), "Bilder exportieren");
+    EXPECT_EQ(frames.findChild<QAbstractButton*>("cancel")->text(), "Abbrechen");
+}
+
+TEST_F(InLanguages, TheBarGoesOnWithTheTabsInTheirNewNames)
+{
+    MainWindow window;
+    window.Show(Workspace::Rules);
+    window.Show(Workspace::Animate);
+    Choose("de");
+    EXPECT_EQ(window.Current(), Workspace::Animate);
+    emit window.Bar()->RibbonItemSelected(kTitles, QStringLiteral("Gestalten"));
+    EXPECT_EQ(window.Current(), Workspace::Design);
+    emit window.Bar()->TitleBarActivated(kMedia);
+    EXPECT_EQ(window.Current(), Workspace::Rules) << "each application still knows its tab";
+}
+
+// The letters for Alt of a menu's entries, in capitals.
+QStringList LettersOf(const QMenu& menu)
+{
+    QStringList letters;
+    for (const QAction* action : menu.actions()) {
+        const QString text = QString(action->text()).remove(QStringLiteral("&&"));
+        const qsizetype mark = text.indexOf(u'&');
+        if (mark >= 0 && !text[mark + 1].isDigit())
+            letters << text.mid(mark + 1, 1).toUpper();
+    }
+    return letters;
+}
+
+TEST_F(InLanguages, EachMenusLettersForAltAreUnique)
+{
+    MainWindow window;
+    for (const Language& language : Languages()) {
+        ChooseLanguage(language);
+        const std::unique_ptr<QMenu> whole = window.AllCommands().MakeApplicationMenu();
+        QList<QMenu*> menus = whole->findChildren<QMenu*>();
+        menus << whole.get();
+        for (const QMenu* menu : menus) {
+            QStringList letters = LettersOf(*menu);
+            QStringList unique = letters;
+            unique.removeDuplicates();
+            EXPECT_EQ(letters, unique) << language.code << ' ' << qPrintable(menu->title());
+        }
+        EXPECT_EQ(LettersOf(*whole).size(), whole->actions().size()) << language.code;
+    }
+}
+
+TEST_F(InLanguages, AMarkForAltIsNotRead)
+{
+    EXPECT_EQ(WithoutMnemonic("&Open…"), "Open…");
+    EXPECT_EQ(WithoutMnemonic("開く(&O)…"), "開く…");
+    EXPECT_EQ(WithoutMnemonic("言語(&L) (Language)"), "言語 (Language)");
+    EXPECT_EQ(WithoutMnemonic("Cut && p&aste (1)"), "Cut & paste (1)");
+}
+
+TEST_F(InLanguages, EveryLanguageHasItsFileAndEveryFileItsLanguage)
+{
+    QStringList files = QDir(QStringLiteral(":/kv/lang")).entryList();
+    QStringList codes;
+    for (const Language& language : Languages().subspan(1))
+        codes << QLatin1String(language.code) + QStringLiteral(".ini");
+    files.sort();
+    codes.sort();
+    EXPECT_EQ(files, codes);
+    EXPECT_EQ(FindLanguage("xx"), nullptr);
+}
+
+TEST_F(InLanguages, TheMenuChoosesAndTheSettingsRemember)
+{
+    const QTemporaryDir folder;
+    Settings settings(folder.filePath("s.json"));
+    MainWindow window;
+    window.Remember(settings);
+    EXPECT_EQ(settings.language, "") << "the system's, until one is chosen";
+    const std::unique_ptr<QMenu> menu = window.AllCommands().MakeApplicationMenu();
+    for (const QMenu* part : menu->findChildren<QMenu*>())
+        for (const QAction* entry : part->actions())
+            if (entry->text() == "Deutsch")
+                window.AllCommands().Trigger(entry->data().toUInt());
+    EXPECT_TRUE(QTest::qWaitFor([] { return &CurrentLanguage() == FindLanguage("de"); }));
+    EXPECT_EQ(window.AllCommands().Menus().front()->title(), "&Datei");
+    Settings again(folder.filePath("s.json"));
+    EXPECT_EQ(again.Load(), "");
+    EXPECT_EQ(again.language, "de");
+}
+
+TEST_F(InLanguages, RowsKeepTheTemplateThatTheyWereGiven)
+{
+    EXPECT_EQ(LookOf({"", "Top"}).side, -1);
+    MainWindow window;
+    Choose("de");
+    EXPECT_EQ(LookOf({"", "Top"}).side, -1);
+    EXPECT_EQ(LookOf({"", "Oben"}).side, -1);
+    EXPECT_EQ(TemplateNamed("Top"), "Oben");
+    Choose("en");
+    EXPECT_EQ(TemplateNamed("Oben"), "Top");
+    EXPECT_EQ(TemplateNamed("Nobody's"), "Nobody's");
+    EXPECT_EQ(LookOf({"", "Nobody's"}).side, 1);
+}
+
+TEST_F(InLanguages, TheLengthOfSubtitlesIsStillNoWorkToLose)
+{
+    MainWindow window;
+    int questions = 0;
+    KvSetMessageBoxHandler([&](HWND, const std::wstring&, UINT) { return ++questions, IDCANCEL; });
+    EXPECT_TRUE(window.Subtitles().Import(QStringLiteral(TITLER_SAMPLES "/subtitles.srt")));
+    EXPECT_TRUE(window.Project().IsModified());
+    Choose("de");
+    EXPECT_TRUE(window.close());
+    KvSetMessageBoxHandler({});
+    EXPECT_EQ(questions, 0);
+}
+
+// The program in a system of that language. @return what it writes.
+QString Output(const char* systemLanguage, const QStringList& arguments)
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LANGUAGE"), QLatin1String(systemLanguage));
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QStringLiteral(TITLER_PROGRAM), arguments);
+    EXPECT_TRUE(program.waitForFinished());
+    return QString::fromUtf8(program.readAll());
+}
+
+TEST_F(InLanguages, TheTerminalIsToldInTheSystemsLanguageOrTheOneThatIsNamed)
+{
+    const QString german = QStringLiteral("Die Größe des Fensters");
+    EXPECT_TRUE(Output("xx:de_AT:fr", {"--help"}).contains(german));
+    EXPECT_TRUE(Output("en", {"--help", "--language", "de"}).contains(german));
+    EXPECT_TRUE(Output("de", {"--help", "--language", "en"}).contains("The window's size"));
+    EXPECT_TRUE(Output("zh_TW", {"--help"}).contains("The window's size"));
+    EXPECT_TRUE(Output("de", {"--size", "7"}).contains("ist keine Größe"));
+    EXPECT_TRUE(Output("en", {"--language", "xx"}).contains("“xx”"));
+}
+
+} // namespace
