@@ -195,8 +195,10 @@ void CaptionStrip::Invalidate(const CRect& rect)
 
 CSize CaptionStrip::TextSize(const QString& text) const
 {
-    const QFontMetrics metrics(Font(), m_bar);
-    return {metrics.horizontalAdvance(text), metrics.height()};
+    const QFontMetricsF metrics(Font(), m_bar);
+    // Whole pixels: what has a part of one less is cut.
+    return {static_cast<int>(std::ceil(metrics.horizontalAdvance(text))),
+            QFontMetrics(Font(), m_bar).height()};
 }
 
 QFont CaptionStrip::Font() const

@@ -41,6 +41,7 @@ std::unique_ptr<QTextLayout> Shape(QString text, bool hasMarkers, const QFont& f
     layout->setFormats(underlined);
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setWrapMode(QTextOption::NoWrap);
+    option.setTextDirection(Qt::LayoutDirectionAuto); // each text's own, whatever the program's
     layout->setTextOption(option);
     layout->beginLayout();
     if (QTextLine line = layout->createLine(); line.isValid())

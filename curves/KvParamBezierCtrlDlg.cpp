@@ -40,6 +40,7 @@ CKvParamBezierCtrlDlg::CKvParamBezierCtrlDlg(IKvDataOperator* host, const wchar_
     , m_callback(std::make_shared<Callback>())
 {
     m_callback->dialog = this;
+    setLayoutDirection(Qt::LeftToRight); // as its time runs in every language
 }
 
 CKvParamBezierCtrlDlg::~CKvParamBezierCtrlDlg()

@@ -170,6 +170,28 @@ TEST(DialogTemplate, TranslationReachesAnOpenDialogAndLosesNoText)
     EXPECT_EQ(name(12091), QStringLiteral("Speed Up"));
 }
 
+TEST(DialogTemplate, GrowsWhereATextOfAnotherLanguageHasNoRoom)
+{
+    Dialog dialog;
+    dialog.Create(kEaseDialog, nullptr);
+    const QSize english = dialog.size();
+    const auto isCut = [&](UINT id) {
+        const auto& button = static_cast<const QPushButton&>(*dialog.GetDlgItem(id));
+        return button.fontMetrics().horizontalAdvance(button.text()) > button.width();
+    };
+    QTemporaryDir folder;
+    QFile file(folder.filePath("texts.ini"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("[Dialogs]\n12016.12078=Alles zuruecksetzen\n") > 0);
+    file.close();
+    KvGuiRes::SetStringFile(KvFromQString(file.fileName()).c_str());
+    EXPECT_GT(dialog.width(), english.width());
+    EXPECT_EQ(dialog.height(), english.height());
+    EXPECT_FALSE(isCut(12078));
+    EXPECT_EQ(dialog.GetDlgItem(12078)->geometry(), QRect(dialog.MapDialogRect(CRect(354, 42, 404, 56))));
+    KvGuiRes::SetStringFile(nullptr);
+    EXPECT_EQ(dialog.size(), english);
+}
+
 TEST(DialogLife, EndsAsItWasEnded)
 {
     using Act = std::function<void(Dialog&)>;

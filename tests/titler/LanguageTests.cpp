@@ -7,7 +7,7 @@
 #include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "subtitles/SubtitleStyle.h"
-#include "time/TimeRuler.h"
+#include "time/TransportBar.h"
 #include "window/Language.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
@@ -23,7 +23,9 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace titler;
@@ -186,6 +188,33 @@ TEST_F(InLanguages, EveryLanguageHasItsFileAndEveryFileItsLanguage)
     codes.sort();
     EXPECT_EQ(files, codes);
     EXPECT_EQ(FindLanguage("xx"), nullptr);
+}
+
+TEST_F(InLanguages, ArabicRunsFromRightToLeftButTimeDoesNot)
+{
+    MainWindow window;
+    window.resize(900, 700);
+    window.Show(Workspace::Animate);
+    window.show();
+    Choose("ar");
+    QApplication::processEvents();
+    const auto leftOf = [&](const QWidget& part) { return part.mapTo(&window, QPoint()).x(); };
+    const TransportBar* bar = nullptr;
+    for (const auto* one : window.findChildren<TransportBar*>())
+        bar = one->isVisible() ? one : bar;
+    EXPECT_EQ(window.layoutDirection(), Qt::RightToLeft);
+    EXPECT_LT(leftOf(*window.findChild<QWidget*>("scale")), leftOf(*bar)) << "the inspector is at the left";
+    const auto button = [&](UINT nameId) {
+        const QList<QToolButton*> deck = bar->findChildren<QToolButton*>();
+        return *std::find_if(deck.begin(), deck.end(), [&](const QToolButton* one) {
+            return one->defaultAction()->text() == Text(nameId);
+        });
+    };
+    EXPECT_LT(leftOf(*button(kTextToStart)), leftOf(*button(kTextToEnd)));
+    // A time is read as it is written, whatever stands before it.
+    const QString said = Text(kTextSubtitleLengthened, {QStringLiteral("01:44:11;12")});
+    EXPECT_TRUE(said.contains(QString(QChar(0x2068)) + "01:44:11;12" + QChar(0x2069)));
+    EXPECT_FALSE(Text(kTextPagedFrames, {"a", "2"}).contains(QChar(0x2068))) << "the name of a file";
 }
 
 TEST_F(InLanguages, TheMenuChoosesAndTheSettingsRemember)

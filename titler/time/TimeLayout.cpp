@@ -7,7 +7,6 @@ namespace titler {
 namespace {
 
 constexpr double kFewestFrames = 8;
-constexpr int kNames = 112;
 constexpr int kNamesFrom = 420; // a narrower ruler has no room for names
 constexpr int kMargin = 12;     // half a label, and the playhead's head
 constexpr double kLabelGap = 14;
@@ -49,9 +48,9 @@ TimeView TimeView::Showing(int frame, int lastFrame) const
     return Moved(std::max(0.0, frame - first - span), lastFrame);
 }
 
-TimeLayout::TimeLayout(const QSize& size, const TimeView& shown, int lanes_) : view(shown)
+TimeLayout::TimeLayout(const QSize& size, const TimeView& shown, int lanes_, int namesWidth) : view(shown)
 {
-    names = size.width() >= kNamesFrom ? kNames : 0;
+    names = size.width() >= kNamesFrom ? std::clamp(namesWidth, kNames, size.width() / 3) : 0;
     left = names + kMargin;
     right = std::max(left + 1, static_cast<double>(size.width() - kMargin));
     ruler = QRectF(left, 0, right - left, kRuler);

@@ -39,7 +39,10 @@ struct TimeLayout
     static constexpr double kLowestLane = 9;
     static constexpr double kHighestLane = 18;
 
-    TimeLayout(const QSize& size, const TimeView& view, int lanes);
+    static constexpr int kNames = 112; ///< the column of the names, or more
+
+    /// @param namesWidth what the lanes' names need; they get at most a third of the width.
+    TimeLayout(const QSize& size, const TimeView& view, int lanes, int namesWidth = kNames);
 
     QRectF ruler; ///< ticks, from the plot's left to its right
     QRectF lanes; ///< below it

@@ -40,11 +40,12 @@ TimeRuler::TimeRuler(Document& document, Transport& transport)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setFont(TimeRulerFont(font()));
     InEachLanguage(*this, [this] {
         setAccessibleName(Text(kTextTimeRuler));
+        m_namesWidth = TimeRulerNamesWidth(font());
         update();
     });
-    setFont(TimeRulerFont(font()));
     connect(&document, &Document::ProjectChanged, this, &TimeRuler::OnProjectChanged);
     connect(&transport, &Transport::FrameChanged, this, &TimeRuler::OnFrameChanged);
     connect(&transport, &Transport::PlayingChanged, this, &TimeRuler::TellTime);
@@ -75,7 +76,7 @@ std::vector<Property> TimeRuler::Lanes() const
 
 TimeLayout TimeRuler::Layout() const
 {
-    return {size(), m_view, static_cast<int>(Lanes().size())};
+    return {size(), m_view, static_cast<int>(Lanes().size()), m_namesWidth};
 }
 
 void TimeRuler::OnProjectChanged()

@@ -90,6 +90,7 @@ private:
     TimeView m_view;
     bool m_isWhole = true; ///< the view is that of the whole project
     int m_shown;           ///< frame of the playhead
+    int m_namesWidth = 0;  ///< what the lanes' names need in the present language
     Gesture m_gesture = Gesture::None;
     int m_startFrame = 0;            ///< of the playhead, or of the key that is dragged
     double m_grab = 0;               ///< from the marker's centre

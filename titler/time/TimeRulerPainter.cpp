@@ -16,6 +16,7 @@ constexpr double kMajorTick = 9;
 constexpr double kMinorTick = 4;
 constexpr double kHead = 5; // half the width of the playhead's head
 constexpr double kLabelGap = 6;
+constexpr int kNameLeft = 9;
 constexpr int kThumb = 3; // height of the mark that shows which part is seen
 
 class Drawing
@@ -155,7 +156,9 @@ void Drawing::DrawLanes()
     for (int lane = 0; lane < m_layout.laneCount && hasNames; ++lane) {
         const QRectF row = m_layout.Lane(lane);
         const QString name = PropertyName(m_look.lanes[static_cast<std::size_t>(lane)]);
-        m_painter.drawText(QRectF(9, row.top(), m_layout.names - 9, row.height()), Qt::AlignVCenter, name);
+        const QRectF place(kNameLeft, row.top(), m_layout.names - kNameLeft, row.height());
+        m_painter.drawText(place, Qt::AlignVCenter,
+                           QFontMetricsF(m_painter.font()).elidedText(name, Qt::ElideRight, place.width()));
     }
     m_painter.save();
     // A marker at either end is seen whole, one that was scrolled out is not.
@@ -214,6 +217,15 @@ QFont TimeRulerFont(const QFont& font)
     QFont small = font;
     small.setPointSizeF(font.pointSizeF() * 0.85);
     return small;
+}
+
+int TimeRulerNamesWidth(const QFont& font)
+{
+    const QFontMetricsF metrics(font);
+    double width = 0;
+    for (int i = 0; i < kProperties; ++i)
+        width = std::max(width, metrics.horizontalAdvance(PropertyName(static_cast<Property>(i))));
+    return 2 * kNameLeft + static_cast<int>(std::ceil(width));
 }
 
 void DrawTimeRuler(QPainter& painter, const QRect& client, const TimeLayout& layout,

@@ -30,6 +30,9 @@ struct TimeRulerLook
 /// The font of the ruler's labels.
 QFont TimeRulerFont(const QFont& font);
 
+/// What the names of the properties need beside the lanes, in that font.
+int TimeRulerNamesWidth(const QFont& font);
+
 void DrawTimeRuler(QPainter& painter, const QRect& client, const TimeLayout& layout,
                    const TimeRulerLook& look, const Skin& skin);
 

@@ -154,6 +154,7 @@ void TransportBar::BuildFields()
                         [&](Project& project) { project.duration = frames; });
     });
 
+    setLayoutDirection(Qt::LeftToRight); // as time runs in every language
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(8, 4, 8, 4);
     row->setSpacing(4);

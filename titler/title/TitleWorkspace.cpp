@@ -18,6 +18,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace titler {
@@ -31,6 +32,14 @@ constexpr int kLowestPages = 1;     // likewise, after all others
 int WholeWidth(const QScrollArea& area)
 {
     return area.widget()->minimumSizeHint().width() + area.verticalScrollBar()->sizeHint().width();
+}
+
+// Longer texts widen the area, unless that would leave little beside it.
+void GiveRoom(QSplitter& whole, const QScrollArea& area)
+{
+    const int needed = WholeWidth(area);
+    if (area.width() < needed && whole.width() > 2 * needed)
+        whole.setSizes({whole.width() - needed, needed});
 }
 
 // What is in it comes later: a change of a parent would style it all again.
@@ -67,6 +76,10 @@ TitleWorkspace::TitleWorkspace(Document& document, Transport& transport, bool hs
     column->addWidget(m_pagePanel);
     FocusFirst(*this, *m_canvas);
     Show(TitleTask::Design);
+    InEachLanguage(*this, [this, whole, inspector] {
+        if (window()->isVisible()) // once all parts know their new sizes
+            QTimer::singleShot(0, this, [whole, inspector] { GiveRoom(*whole, *inspector); });
+    });
 }
 
 bool TitleWorkspace::IsHsb() const

@@ -13,8 +13,8 @@ namespace titler {
 namespace {
 
 constexpr Language kLanguages[] = {
-    {"en", "English"},
-    {"de", "Deutsch"},
+    {"en", "English"}, {"de", "Deutsch"},  {"fr", "Français"}, {"es", "Español"},
+    {"ja", "日本語"},  {"zh", "简体中文"}, {"ar", "العربية"},
 };
 
 const Language* g_current = &kLanguages[0];
@@ -33,12 +33,25 @@ LanguageNews& News()
     return news;
 }
 
+// The toolkit's own texts. The underline of a letter for Alt would part the joined letters of a script that
+// is written from right to left; such a letter is on no Latin keyboard anyway.
+class ToolkitTexts : public QTranslator
+{
+public:
+    using QTranslator::QTranslator;
+    QString translate(const char* context, const char* source, const char* remark, int count) const override
+    {
+        const QString text = QTranslator::translate(context, source, remark, count);
+        return text.isRightToLeft() ? WithoutMnemonic(text) : text;
+    }
+};
+
 // Buttons of message boxes, file dialogs, the menu of a text field, the names of keys.
 void TranslateToolkit(const Language& language)
 {
-    static QPointer<QTranslator> translator;
+    static QPointer<ToolkitTexts> translator;
     delete translator;
-    auto* loaded = new QTranslator(QCoreApplication::instance());
+    auto* loaded = new ToolkitTexts(QCoreApplication::instance());
     if (&language == &kLanguages[0] ||
         !loaded->load(QLocale(QLatin1String(language.code)), QStringLiteral("qtbase"), QStringLiteral("_"),
                       QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

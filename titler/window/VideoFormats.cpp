@@ -1,5 +1,7 @@
 #include "window/VideoFormats.h"
 
+#include <QGuiApplication>
+
 #include <tuple>
 
 namespace titler {
@@ -26,7 +28,11 @@ QString FormatText(const SKvVideoResolution& format)
 {
     std::wstring text;
     KvGetResolutionString(format, 0, text);
-    return QString::fromStdWString(text);
+    // Its numbers keep their order in a line from right to left.
+    constexpr char16_t kLeftToRightIsolate = 0x2066;
+    constexpr char16_t kPopIsolate = 0x2069;
+    const QString shown = QString::fromStdWString(text);
+    return QGuiApplication::isLeftToRight() ? shown : kLeftToRightIsolate + shown + kPopIsolate;
 }
 
 bool IsSameFormat(const SKvVideoResolution& a, const SKvVideoResolution& b)
