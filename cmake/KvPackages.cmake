@@ -46,6 +46,14 @@ kv_package(tools kvguiadvctrls-tools video "${library_package} (= ${debian_versi
   "title editor, and grouping of media files"
   "titler edits titles, animations and subtitles. kvgroup groups the media files
 of a folder by naming rules. Both are built with the KvGuiAdvCtrls library.")
+if(TARGET KvDesigner)
+  list(APPEND CPACK_COMPONENTS_ALL designer)
+  set(CPACK_DEBIAN_DESIGNER_PACKAGE_RECOMMENDS designer-qt6)
+  kv_package(designer kvguiadvctrls-designer devel "${library_package} (= ${debian_version})"
+    "controls for video titling applications (Qt Designer plugin)"
+    "The controls of the KvGuiAdvCtrls library in Qt Designer's list of widgets, with
+their properties; also for programs that load forms at run time.")
+endif()
 
 # What the toolkit says itself, in the languages of ours.
 set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS qt6-translations-l10n)

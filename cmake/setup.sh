@@ -7,9 +7,9 @@ packages_build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libpng-dev libicu
 packages_run=(fonts-dejavu-core)
 packages_docs=(doxygen)
 packages_bench=(libbenchmark-dev libpcre2-dev libcairo2-dev fonts-unifont)
-packages_package=(dpkg-dev lintian)
+packages_package=(dpkg-dev lintian qt6-tools-dev)
 packages_windows=(cmake ninja-build g++-mingw-w64-x86-64-posix wine64 googletest)
-packages_test=(pkg-config doxygen libgtest-dev xvfb openbox xdotool x11-utils at-spi2-core dbus-daemon python3-gi)
+packages_test=(pkg-config doxygen libgtest-dev xvfb openbox xdotool x11-utils at-spi2-core dbus-daemon python3-gi qt6-tools-dev)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -11,7 +11,7 @@ namespace kv {
 
 namespace {
 
-constexpr char kPartsProperty[] = "kvAccessibleParts";
+constexpr char kPartsProperty[] = "_q_kvAccessibleParts"; // Qt Designer leaves such names alone
 
 AccessibleParts* PartsOf(const QObject& control)
 {

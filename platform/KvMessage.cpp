@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr char kDlgItemIdProperty[] = "kvDlgItemId";
+constexpr char kDlgItemIdProperty[] = "_q_kvDlgItemId"; // Qt Designer leaves such names alone
 
 } // namespace
 

@@ -45,6 +45,11 @@ programs)
   "$tree/bin/titler" --screenshot "$work/title.png"
   [ -s "$work/title.png" ] || fail "titler drew nothing"
   ;;
+designer)
+  # It finds the library beside it, wherever the tree stands.
+  ldd "$libdir/qt6/plugins/designer/libKvGuiAdvCtrlsDesigner.so" | grep -q "libKvGuiAdvCtrls.so.* => $libdir/" ||
+    fail "the plugin lacks its library"
+  ;;
 core)
   # A machine without Qt: whoever looks for it is told that there is none.
   configure "$here/core" -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON || { cat "$work/log"; fail "Core is not found"; }

@@ -27,6 +27,8 @@ kvgroup --help >/dev/null
 QT_QPA_PLATFORM=offscreen titler --settings "$work/settings.json" --screenshot "$work/title.png"
 [ -s "$work/title.png" ] || fail "titler drew nothing"
 dpkg -L "$library" | grep -q '\.so\.' || fail "there is no library in $library"
+plugin=$(dpkg -L kvguiadvctrls-designer | grep '/qt6/plugins/designer/.*\.so$') || fail "there is no plugin"
+! ldd "$plugin" | grep -q 'not found' || fail "the plugin lacks a library"
 dpkg --purge $names >/dev/null
 left=$(diff <(printf '%s\n' "$before") <(listing) || true)
 [ -z "$left" ] || fail "left behind or taken away: $left"
