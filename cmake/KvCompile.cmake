@@ -32,6 +32,19 @@ function(kv_compile target)
   endif()
 endfunction()
 
+# Headers that most files of a target read are compiled once. Only in Release, which everyone waits for: a debug
+# build goes without, so that a missing #include is found.
+# kv_precompile(target header…) or kv_precompile(target REUSE_FROM other).
+function(kv_precompile target)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT MSVC)
+    if(ARGV1 STREQUAL "REUSE_FROM")
+      target_precompile_headers(${target} ${ARGN})
+    else()
+      target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
+  endif()
+endfunction()
+
 # ccache and mold shorten the wait where they are installed; nothing depends on them.
 find_program(KV_CCACHE ccache)
 if(KV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

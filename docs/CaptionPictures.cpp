@@ -75,7 +75,8 @@ public:
         m_frame.setMenuWidget(&bar);
         auto* title = new QLabel(QStringLiteral("NORTHERN LIGHTS"));
         title->setAlignment(Qt::AlignCenter);
-        title->setStyleSheet(QStringLiteral("background: #1a1a1c; font-size: %1pt").arg(kPointSize));
+        title->setStyleSheet(
+            QStringLiteral("background: #1a1a1c; color: #e2e2e4; font-size: %1pt").arg(kPointSize));
         title->setFocusPolicy(Qt::StrongFocus);
         title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
         m_frame.setCentralWidget(title);

@@ -1,6 +1,7 @@
 // The pictures of the layout strip.
 #include "KvLayoutSelector.h"
 #include "Pictures.h"
+#include "media/Ref.h"
 #include "pages/LentPicture.h"
 
 #include <QApplication>
@@ -60,17 +61,9 @@ QImage CheckMark()
 }
 
 /// The pages of a film's titles; the fourth has no thumbnail yet.
-class Pages : public IKvLayoutSelectorData
+class Pages : public titler::Counted<IKvLayoutSelectorData>
 {
 public:
-    int AddRef() override { return ++m_references; }
-    int Release() override
-    {
-        const int left = --m_references;
-        if (left == 0)
-            delete this;
-        return left;
-    }
     int GetCount() override { return 24; }
     BOOL GetUnit(int index, wchar_t name[64], IKvThumbImage** thumbnail, IKvThumbImage** mark) override
     {
@@ -92,7 +85,6 @@ public:
     }
 
 private:
-    int m_references = 1;
     int m_selected = -1;
 };
 

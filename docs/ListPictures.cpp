@@ -44,7 +44,7 @@ public:
         SetTimecodeOffset(10 * 3600 * 25); // the tape begins at ten o'clock
         for (const Subtitle& one : kSubtitles)
             InserItem(-1, one.text, one.in, one.out, one.templateName);
-        const DWORD warning = 0xFF5A3A1Au;
+        const DWORD warning = InTheme(0xFF5A3A1Au, 0xFFFFE2B8u);
         SetItemBkColor(7, &warning, nullptr);
         SetPlayIndex(FindPlayIndex(400));
         SetSelItem(4);
@@ -87,8 +87,8 @@ bool SaveTexts(const Pictures& pictures)
                 WS_CHILD | WS_VISIBLE, &window, 1002);
     list.AddString(CStringArray{L"Director of photography", L"Kostüme und Maske", L"Музыка", L"הפקה",
                                 L"With thanks to\nthe crew of the Aurora"});
-    const DWORD back = 0xFF24405Cu;
-    const DWORD text = 0xFFFFE0A0u;
+    const DWORD back = InTheme(0xFF24405Cu, 0xFFD8E6F5u);
+    const DWORD text = InTheme(0xFFFFE0A0u, 0xFF8A3B00u);
     list.SetItemBkColor(2, &back, nullptr);
     list.SetItemTextColor(2, &text, nullptr, nullptr);
     list.SetSelItem(CArray<int, int>{0, 1});

@@ -1,12 +1,14 @@
 // Renders the pictures of the documentation: kv_screenshots DIR. Needs no display.
 //
-// A picture at 150 % needs a program that runs at 150 %: for each scale the program starts itself anew.
+// A picture at 150 % needs a program that runs at 150 %: for each series of pictures the program starts
+// itself anew.
 #include "KvGradientCtrl.h"
 #include "Pictures.h"
 #include "media/MediaPanel.h"
 #include "pages/PageStrip.h"
 #include "subtitles/SubtitlePanel.h"
 #include "window/CommandLine.h"
+#include "window/Language.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 #include "window/Skin.h"
@@ -25,6 +27,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <iterator>
+#include <span>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -32,7 +37,27 @@ using namespace titler;
 
 namespace {
 
-constexpr const char* kScales[] = {"1", "1.5"};
+/// What is rendered in one start of the program.
+struct Series
+{
+    const char* scale;
+    Theme theme;
+    const char* language;
+    const char* ending;                // of the names of the files
+    std::span<const char* const> only; // nothing: all pictures
+};
+
+constexpr const char* kOfBothThemes[] = {
+    "app-log",     "buttons",   "character-map", "colour-map",     "colour-panel",  "ease",
+    "ease-dialog", "gradient",  "find-replace",  "keyframe-strip", "layouts",       "menu-bar",
+    "number-edit", "quad",      "scroll-bar",    "report-list",    "subtitle-list", "swatches",
+    "text-list",   "title-bar", "titler"};
+constexpr const char* kOfOtherLanguages[] = {"titler", "titler-subtitles"};
+constexpr Series kSeries[] = {{"1", Theme::Dark, "en", "", {}},
+                              {"1.5", Theme::Dark, "en", "-150", {}},
+                              {"1", Theme::Light, "en", "-light", kOfBothThemes},
+                              {"1", Theme::Dark, "de", "-de", kOfOtherLanguages},
+                              {"1", Theme::Dark, "ja", "-ja", kOfOtherLanguages}};
 constexpr int kMargin = 16;
 constexpr QSize kGradientSize(520, 84);
 constexpr int kTitlerFrame = 15;     // the title is on its way in
@@ -133,9 +158,9 @@ bool SaveGradients(const Pictures& pictures)
                         [&](auto& scene) { drag(scene, scene.XOf(0.52), scene.XOf(0.6), midPoints); });
 }
 
-int RenderAtOneScale(const QString& folder, const QString& scale)
+int Render(const QString& folder, const Series& series)
 {
-    const Pictures pictures(QDir(folder).absolutePath(), scale);
+    const Pictures pictures(QDir(folder).absolutePath(), series.ending, series.only);
     const QTemporaryDir swatches; // whatever the user has
     KeepSwatches(swatches.path());
     QCursor::setPos(0, 0); // over no button of a window that stands in the corner
@@ -149,9 +174,10 @@ int RenderAtOneScale(const QString& folder, const QString& scale)
 
 } // namespace
 
-Pictures::Pictures(const QString& folder, const QString& scale)
+Pictures::Pictures(const QString& folder, const char* ending, std::span<const char* const> only)
     : m_folder(folder)
-    , m_ending(scale == QLatin1String("1") ? QString() : QStringLiteral("-150"))
+    , m_ending(QLatin1String(ending))
+    , m_only(only)
 {
 }
 
@@ -162,12 +188,19 @@ bool Pictures::Save(QWidget& widget, const char* name) const
 
 bool Pictures::Save(const QPixmap& picture, const char* name) const
 {
+    if (!m_only.empty() && std::ranges::find(m_only, std::string_view(name)) == m_only.end())
+        return true;
     const QString file = m_folder.filePath(QLatin1String(name) + m_ending + QStringLiteral(".png"));
     // Opaque and as small as it gets: the pictures are kept with the sources.
     const QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);
     const bool saved = image.save(file, "PNG", 0);
     std::fprintf(saved ? stdout : stderr, "%s%s\n", qPrintable(file), saved ? "" : " cannot be written");
     return saved;
+}
+
+DWORD InTheme(DWORD dark, DWORD light)
+{
+    return CurrentTheme() == Theme::Dark ? dark : light;
 }
 
 void SendMouse(QWidget& widget, QEvent::Type type, QPointF at)
@@ -188,12 +221,14 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() == 3) {
-        ApplyTheme(application, Theme::Dark);
-        return RenderAtOneScale(arguments[1], arguments[2]);
+        const Series& series = kSeries[arguments[2].toUInt() % std::size(kSeries)];
+        ChooseLanguage(*FindLanguage(QLatin1String(series.language)));
+        ApplyTheme(application, series.theme);
+        return Render(arguments[1], series);
     }
-    for (const char* scale : kScales) {
-        qputenv("QT_SCALE_FACTOR", scale);
-        if (QProcess::execute(QApplication::applicationFilePath(), {arguments[1], scale}) != 0)
+    for (std::size_t i = 0; i < std::size(kSeries); ++i) {
+        qputenv("QT_SCALE_FACTOR", kSeries[i].scale);
+        if (QProcess::execute(QApplication::applicationFilePath(), {arguments[1], QString::number(i)}) != 0)
             return 1;
     }
     return 0;

@@ -144,7 +144,7 @@ public:
         InsertRow(-1, {L"aurora.mov", L"00:00:40:00", L"1"});
         InsertRow(-1, {L"interview-00-0001-00-000-VHD.MXF", L"00:14:02:21", L"3"}, 48);
         InsertRow(-1, {L"streets of the old town, second take.mov", L"00:02:00:10", L"2"});
-        const DWORD back = 0xFF5A3A1Au;
+        const DWORD back = InTheme(0xFF5A3A1Au, 0xFFFFE2B8u);
         SetCellColors(1, 2, &back, nullptr);
         SetSelItem(2);
     }

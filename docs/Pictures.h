@@ -1,10 +1,15 @@
-// Saves the pictures of the documentation at the scale that the program runs at.
+// Saves the pictures of the documentation at the scale, in the theme and the language that the program runs
+// in.
 #pragma once
+
+#include "KvTypes.h"
 
 #include <QDir>
 #include <QEvent>
 #include <QPointF>
 #include <QString>
+
+#include <span>
 
 class QPixmap;
 class QWidget;
@@ -12,8 +17,9 @@ class QWidget;
 class Pictures
 {
 public:
-    /// @param scale "1" adds nothing to the names of the files, another one its percentage.
-    Pictures(const QString& folder, const QString& scale);
+    /// @param ending of the names of the files.
+    /// @param only the names of the pictures that are saved; nothing for all.
+    Pictures(const QString& folder, const char* ending, std::span<const char* const> only);
 
     /// Renders a widget into `<name>.png`; the outcome is printed. @return false when it cannot be written.
     bool Save(QWidget& widget, const char* name) const;
@@ -22,7 +28,11 @@ public:
 private:
     QDir m_folder;
     QString m_ending;
+    std::span<const char* const> m_only;
 };
+
+/// A colour that a host gives, to suit the theme: 0xAARRGGBB.
+DWORD InTheme(DWORD dark, DWORD light);
 
 /// Sends a widget an event of the left button; a move is one of a drag.
 void SendMouse(QWidget& widget, QEvent::Type type, QPointF at);

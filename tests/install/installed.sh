@@ -64,9 +64,9 @@ core)
   "$work/stranger"
   ;;
 examples)
-  launcher=$(command -v ccache || true) # many small programs: what was compiled before is not compiled again
-  configure "$tree/share/doc/kvguiadvctrls/examples" -DCMAKE_BUILD_TYPE= "-DCMAKE_CXX_COMPILER_LAUNCHER=$launcher" || { cat "$work/log"; fail "the examples are not configured"; }
-  cmake --build "$work/build" || fail "the examples are not built"
+  configure "$tree/share/doc/kvguiadvctrls/examples" -DCMAKE_BUILD_TYPE= || { cat "$work/log"; fail "the examples are not configured"; }
+  # All of them are compiled with the library; here one for each way in which they are built.
+  cmake --build "$work/build" --target example_NamingRules example_Gradient example_Host || fail "the examples are not built"
   "$work/build/NamingRules" | grep -qx 'harbour.mxf: harbour_A1.wav harbour_A2.wav' || fail "no group"
   ;;
 cmake)
