@@ -60,7 +60,8 @@ point() {
   local top=$((HEIGHT * 7 / 211 + 20)) bottom=$((HEIGHT * 187 / 211 - 20))
   xdotool mousemove --window "$dialog" $((left + (right - left) * $1 / 1000)) $((bottom - (bottom - top) * $2 / 1000))
 }
-is_closed() { ! xdotool search --onlyvisible --name '^Parameter Curve Setup$'; }
+# The title's window is found and the dialog is not: a search that fails finds neither.
+is_closed() { [ "$(xdotool search --onlyvisible --name '^(Parameter Curve Setup$|fade.ktitle)' | wc -l)" = 1 ]; }
 
 open_dialog
 point 420 0

@@ -24,7 +24,7 @@ changed_by() {
 }
 mark() { lines=$(wc -l <"$log"); }
 # after WHAT LINE: waits for a line since the mark.
-has_line() { tail -n +$((lines + 1)) "$log" | grep -qxF -- "$1"; }
+has_line() { tail -n +$((lines + 1)) "$log" | grep -xF -- "$1" >/dev/null; }
 after() { wait_until "$1: $2" has_line "$2"; }
 
 part() { grep "^part $1 " "$log" | tail -n 1 | cut -d' ' -f3-; }
@@ -158,11 +158,11 @@ resize "right edge" $((width - 3)) 250 40 0 0 0 40 0
 resize "left edge" 2 250 -30 0 -30 0 30 0
 resize "bottom corner" 3 $((height - 3)) 20 30 20 0 -20 30
 resize "top edge" 330 1 0 -20 0 -20 0 20
-laid_out() { tail -n 20 "$log" | grep '^told' | tail -n 1 | grep -qx "told $(geometry | cut -d' ' -f3-)"; }
+laid_out() { tail -n 20 "$log" | grep '^told' | tail -n 1 | grep -x "told $(geometry | cut -d' ' -f3-)" >/dev/null; }
 wait_until "laid out" laid_out
 
 # --- Alt+F1 opens the list of applications.
-list_is_open() { xwininfo -root -children | grep -q '"Switch Application (Alt+F1)": ("caption_host'; }
+list_is_open() { xwininfo -root -children | grep '"Switch Application (Alt+F1)": ("caption_host' >/dev/null; }
 mark
 xdotool key alt+F1
 wait_until "list of applications" list_is_open

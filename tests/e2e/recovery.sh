@@ -18,7 +18,7 @@ scale() {
   xdotool type "$1"
   xdotool key Return
 }
-is_kept() { cat "$work"/data/titler/recovery/*.unsaved | tr -d ' \n' | grep -q "\"scale\":$1[,}]"; }
+is_kept() { cat "$work"/data/titler/recovery/*.unsaved | tr -d ' \n' | grep "\"scale\":$1[,}]" >/dev/null; }
 kill_titler() {
   kill -KILL "${children[-1]}"
   wait "${children[-1]}" 2>/dev/null || true
@@ -50,7 +50,7 @@ xdotool key Return # restores
 focus "fade.ktitle[*]? – titler" >/dev/null
 cmp "$project" "$work/before" || fail "restoring wrote the user's file"
 xdotool key ctrl+s
-is_saved() { tr -d ' \n' <"$project" | grep -q '"scale":145[,}]'; }
+is_saved() { tr -d ' \n' <"$project" | grep '"scale":145[,}]' >/dev/null; }
 wait_until "saving" is_saved
 is_one_left() { [ "$(ls "$work"/data/titler/recovery/*.unsaved | wc -l)" = 1 ]; }
 wait_until "only the other's is left" is_one_left

@@ -41,13 +41,13 @@ programs)
   done
   readlink "$libdir/libKvGuiAdvCtrls.so" >/dev/null || fail "the library has no version"
   "$tree/bin/kvgroup" --help >/dev/null
-  "$tree/bin/titler" --help --language de | grep -q 'Diese Hilfe' || fail "titler knows no German"
+  "$tree/bin/titler" --help --language de | grep 'Diese Hilfe' >/dev/null || fail "titler knows no German"
   "$tree/bin/titler" --screenshot "$work/title.png"
   [ -s "$work/title.png" ] || fail "titler drew nothing"
   ;;
 designer)
   # It finds the library beside it, wherever the tree stands.
-  ldd "$libdir/qt6/plugins/designer/libKvGuiAdvCtrlsDesigner.so" | grep -q "libKvGuiAdvCtrls.so.* => $libdir/" ||
+  ldd "$libdir/qt6/plugins/designer/libKvGuiAdvCtrlsDesigner.so" | grep "libKvGuiAdvCtrls.so.* => $libdir/" >/dev/null ||
     fail "the plugin lacks its library"
   ;;
 core)
@@ -58,7 +58,7 @@ core)
   # Asked for the controls there it says what is missing.
   rm -rf "$work/build"
   if configure "$here/widgets" -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON; then fail "Widgets is found without Qt"; fi
-  tr -s '\n ' ' ' <"$work/log" | grep -qE 'component Widgets: it (needs Qt|was built without)' || { cat "$work/log"; fail "no reason"; }
+  tr -s '\n ' ' ' <"$work/log" | grep -E 'component Widgets: it (needs Qt|was built without)' >/dev/null || { cat "$work/log"; fail "no reason"; }
   pkg-config --cflags --libs kvguiadvctrls-core >"$work/flags"
   "${CXX:-g++}" -std=c++17 "$here/core/main.cpp" -o "$work/stranger" @"$work/flags"
   "$work/stranger"
@@ -67,7 +67,7 @@ examples)
   configure "$tree/share/doc/kvguiadvctrls/examples" -DCMAKE_BUILD_TYPE= || { cat "$work/log"; fail "the examples are not configured"; }
   # All of them are compiled with the library; here one for each way in which they are built.
   cmake --build "$work/build" --target example_NamingRules example_Gradient example_Host || fail "the examples are not built"
-  "$work/build/NamingRules" | grep -qx 'harbour.mxf: harbour_A1.wav harbour_A2.wav' || fail "no group"
+  "$work/build/NamingRules" | grep -x 'harbour.mxf: harbour_A1.wav harbour_A2.wav' >/dev/null || fail "no group"
   ;;
 cmake)
   build_and_run "$here/widgets"

@@ -13,9 +13,9 @@ library=$(basename libkvguiadvctrls[0-9]*.deb | cut -d_ -f1)
 version=$(dpkg-deb -f "$library"_*.deb Version)
 names=$(for file in *.deb; do dpkg-deb -f "$file" Package; done)
 for name in $names; do
-  [ "$name" = "$library" ] || depends "$name" | grep -qF "$library (= $version)" || fail "$name does not need $library"
+  [ "$name" = "$library" ] || depends "$name" | grep -F "$library (= $version)" >/dev/null || fail "$name does not need $library"
 done
-depends "$library" | grep -q libqt6widgets6 || fail "the library does not need the toolkit"
+depends "$library" | grep libqt6widgets6 >/dev/null || fail "the library does not need the toolkit"
 lintian --allow-root --fail-on error,warning ./*.deb
 
 ! dpkg-query -W $names >/dev/null 2>&1 || fail "the packages are installed already"
@@ -26,9 +26,9 @@ dpkg -i ./*.deb >/dev/null
 kvgroup --help >/dev/null
 QT_QPA_PLATFORM=offscreen titler --settings "$work/settings.json" --screenshot "$work/title.png"
 [ -s "$work/title.png" ] || fail "titler drew nothing"
-dpkg -L "$library" | grep -q '\.so\.' || fail "there is no library in $library"
+dpkg -L "$library" | grep '\.so\.' >/dev/null || fail "there is no library in $library"
 plugin=$(dpkg -L kvguiadvctrls-designer | grep '/qt6/plugins/designer/.*\.so$') || fail "there is no plugin"
-! ldd "$plugin" | grep -q 'not found' || fail "the plugin lacks a library"
+! ldd "$plugin" | grep 'not found' >/dev/null || fail "the plugin lacks a library"
 dpkg --purge $names >/dev/null
 left=$(diff <(printf '%s\n' "$before") <(listing) || true)
 [ -z "$left" ] || fail "left behind or taken away: $left"
