@@ -140,11 +140,14 @@ geometry_is_nearly() { # to a pixel
   is=($(geometry))
   for i in 0 1 2 3; do [ $((is[i] - want[i])) -ge -1 ] && [ $((is[i] - want[i])) -le 1 ] || return 1; done
 }
+press() { xdotool mousemove --window "$window" "$1" "$2" mousedown 1; }
 resize() { # resize WHAT X Y DX DY -> DX DY DW DH
   local before x y w h
   before=$(geometry)
   read -r x y w h <<<"$before"
-  xdotool mousemove --window "$window" "$2" "$3" mousedown 1
+  press "$2" "$3"
+  # On a busy machine it can miss a press while it still lets go of the edge before.
+  try_until 20 follows "$before" || { xdotool mouseup 1; press "$2" "$3"; }
   wait_until "$1 taken" follows "$before"
   travel "$4" "$5"
   wait_until "$1" geometry_is_nearly "$((x + $6)) $((y + $7)) $((w + $8)) $((h + $9))"

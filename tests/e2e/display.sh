@@ -21,16 +21,17 @@ fail() {
   exit 1
 }
 
-# wait_until WHAT COMMAND…: up to 20 seconds.
-wait_until() {
-  local what=$1 try
-  shift
-  for ((try = 0; try < 200; ++try)); do
-    if "$@" >/dev/null 2>&1; then return 0; fi
+# try_until TIMES COMMAND…: ten times a second.
+try_until() {
+  local try
+  for ((try = 0; try < $1; ++try)); do
+    if "${@:2}" >/dev/null 2>&1; then return 0; fi
     sleep 0.1
   done
-  fail "timed out: $what"
+  return 1
 }
+# wait_until WHAT COMMAND…: up to 20 seconds.
+wait_until() { try_until 200 "${@:2}" || fail "timed out: $1"; }
 
 export HOME=$work/home XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache XDG_RUNTIME_DIR=$work/runtime
 mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_CACHE_HOME" "$XDG_RUNTIME_DIR"
