@@ -32,11 +32,11 @@ function(kv_compile target)
   endif()
 endfunction()
 
-# Headers that most files of a target read are compiled once. Only in Release, which everyone waits for: a debug
-# build goes without, so that a missing #include is found.
+# Headers that most files of a target read are compiled once. A debug build goes without, so that a missing
+# #include is found.
 # kv_precompile(target header…) or kv_precompile(target REUSE_FROM other).
 function(kv_precompile target)
-  if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT MSVC)
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT MSVC)
     if(ARGV1 STREQUAL "REUSE_FROM")
       target_precompile_headers(${target} ${ARGN})
     else()
