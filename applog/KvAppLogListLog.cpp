@@ -141,8 +141,10 @@ void CKvAppLogListCtrl::Impl::RunCommand(UINT command)
     for (const auto& [maximumCommand, maximumLines] : kMaxima) {
         if (command != maximumCommand)
             continue;
+        const unsigned short before = list.GetMaxLogLineCounts();
         list.SetMaxLogLineCounts(maximumLines, 1);
-        emit list.MaximumLinesEdited(maximumLines);
+        if (before != maximumLines)
+            emit list.MaximumLinesEdited(maximumLines);
         return;
     }
     switch (command) {

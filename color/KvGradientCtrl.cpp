@@ -61,6 +61,7 @@ int CKvGradientCtrl::SetData(int count, const SKvCGGradientKey* keys)
     if (!m_impl->EndInput())
         return 1;
     m_impl->model.SetData(count, keys);
+    m_impl->toldStop = GetSelectedKey();
     m_impl->RedrawAll();
     m_impl->Notify(kKvGradientDataSet, kKvPhaseBegin, m_impl->model.SelectedKey());
     return 1;
@@ -81,6 +82,7 @@ void CKvGradientCtrl::SetStopsText(const QString& text)
     if (!m_impl->EndInput())
         return;
     m_impl->model.SetData(static_cast<int>(keys->size()), keys->data());
+    m_impl->toldStop = GetSelectedKey();
     m_impl->RedrawAll();
 }
 
@@ -110,6 +112,7 @@ int CKvGradientCtrl::SetSelectedKey(int index)
         return 1;
     // The handler of the drag's end may have taken the stop away.
     const bool selected = m_impl->model.Select(index);
+    m_impl->toldStop = GetSelectedKey();
     m_impl->RedrawAll();
     return selected ? 1 : 0;
 }

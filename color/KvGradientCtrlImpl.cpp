@@ -52,8 +52,12 @@ bool CKvGradientCtrl::Impl::Notify(EKvGradientEvent event, EKvGradientPhase phas
         emit alive->GradientChanged(static_cast<int>(event), phase);
     if (alive && isEdit)
         emit alive->StopsEdited();
-    if (alive && event == kKvGradientStopSelected && model.HasSelection())
-        emit alive->StopSelected(model.Selected());
+    // An edit may select another stop too: one added, moved past its neighbour, or next to one taken away.
+    if (alive) {
+        const int stop = control.GetSelectedKey();
+        if (std::exchange(toldStop, stop) != stop && event != kKvGradientDataSet)
+            emit alive->StopSelected(stop);
+    }
     return !alive.isNull();
 }
 

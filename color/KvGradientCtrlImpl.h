@@ -111,6 +111,7 @@ struct CKvGradientCtrl::Impl : kv::GradientUser
     kv::GradientPainter painter;
     std::optional<kv::GradientDrag> drag;
     bool blinkPhase = false;
+    int toldStop = -1; ///< the selected stop that `StopSelected` told last, or the host's since
     bool active = true;
     bool editing = false;
     bool changing = false; ///< a change run is open

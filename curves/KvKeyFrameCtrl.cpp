@@ -197,6 +197,8 @@ void CKvKeyFrameCtrl::OnBtnClickControl(UINT id)
         if (kind.id == id)
             code = kind.code;
     }
+    const bool wasAnimated = IsAnimated();
+    const bool hadKey = HasKey();
     if (code == kKvKeyFrameToggle)
         SetToggleCheck(!GetToggleCheck());
     else if (code == kKvKeyFrameOperator)
@@ -207,9 +209,9 @@ void CKvKeyFrameCtrl::OnBtnClickControl(UINT id)
     KvSendMessage(parent, WM_NOTIFY, header.idFrom, reinterpret_cast<LPARAM>(&header));
     if (self)
         emit KeyFrameClicked(code);
-    if (self && code == kKvKeyFrameToggle)
+    if (self && code == kKvKeyFrameToggle && IsAnimated() != wasAnimated) // the parent may have taken it back
         emit AnimatedEdited(IsAnimated());
-    else if (self && code == kKvKeyFrameOperator)
+    else if (self && code == kKvKeyFrameOperator && HasKey() != hadKey)
         emit KeyEdited(HasKey());
 }
 

@@ -114,7 +114,8 @@ Q_SIGNALS:
     /// The stops are others by an edit, after the message that says so: once for each step of a drag, once
     /// for an edit at once.
     void StopsEdited();
-    /// The user selected a stop, after the message. @param index the stop.
+    /// The user's action made another stop the selected one, also by adding, passing or taking away a stop;
+    /// after the message. @param index the stop; -1 for none.
     void StopSelected(int index);
 
 protected:

@@ -83,7 +83,7 @@ public:
     std::int64_t GetScrollRange() const;
     /// @return the view's length; 10 at first.
     std::int64_t GetViewLength() const;
-    /// Looks its colours up again: for the parent's `OnSkinChanged`.
+    /// Looks its colours up again, as it does by itself when the skin changes.
     void LoadSkin();
 
 Q_SIGNALS:

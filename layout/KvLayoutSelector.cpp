@@ -63,10 +63,14 @@ int CKvLayoutSelector::CreateSelf()
 
 void CKvLayoutSelector::SetVertical(BOOL vertical)
 {
-    if ((vertical != 0) == (IsVertical() != 0))
+    const bool wasVertical = IsVertical() != 0;
+    m_impl->verticalBySetter = vertical != 0;
+    if (wasVertical == (vertical != 0))
         return;
+    const QSizePolicy ownPolicy = wasVertical ? kRowPolicy.transposed() : kRowPolicy;
+    if (IsCreated() && sizePolicy() == ownPolicy)
+        setSizePolicy(ownPolicy.transposed());
     m_impl->vertical = vertical != 0;
-    m_impl->verticalBySetter = m_impl->vertical;
     if (m_impl->bar)
         m_impl->bar->setOrientation(vertical ? Qt::Vertical : Qt::Horizontal);
     if (IsCreated())

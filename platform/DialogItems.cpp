@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace kv {
 namespace {
@@ -193,16 +194,18 @@ bool IsTextWhole(const QWidget& control, const QSize& size)
     return !box || box->sizeHint().width() <= size.width();
 }
 
-void SetDialogTexts(const DialogItem& item, QWidget& control)
+void SetDialogTexts(const DialogItem& item, QWidget& control, DialogTexts& shown)
 {
     const QString text = KvToQString(KvGuiRes::LoadDialogText(item.dialog, item.text));
-    if (auto* label = qobject_cast<QLabel*>(&control))
+    const QString lastText = std::exchange(shown.text, text);
+    if (auto* label = qobject_cast<QLabel*>(&control); label && label->text() == lastText)
         label->setText(text);
     const QString tip = KvToQString(KvGuiRes::LoadTip(item.id));
-    if (item.kind != DialogItemKind::Static)
+    const QString lastTip = std::exchange(shown.tip, tip);
+    if (item.kind != DialogItemKind::Static && control.toolTip() == lastTip)
         control.setToolTip(tip);
     auto* button = qobject_cast<QAbstractButton*>(&control);
-    if (!button)
+    if (!button || button->text() != lastText)
         return;
     button->setText(text);
     // A sign such as "|<" says nothing when it is read aloud.

@@ -3,6 +3,8 @@
 
 #include "resources/Tables.h"
 
+#include <QString>
+
 #include <memory>
 
 class QSize;
@@ -17,7 +19,15 @@ std::unique_ptr<QWidget> MakeDialogControl(const DialogItem& item, QWidget* dial
 /// Whether a control of ours that has that size shows all of its text; what is not ours does.
 bool IsTextWhole(const QWidget& control, const QSize& size);
 
-/// Gives a control its text, tip and name from the tables.
-void SetDialogTexts(const DialogItem& item, QWidget& control);
+/// The texts that a control has from the tables.
+struct DialogTexts
+{
+    QString text;
+    QString tip;
+};
+
+/// Gives a control its text, tip and name from the tables. What somebody else gave it since stays.
+/// @param shown what it was given last.
+void SetDialogTexts(const DialogItem& item, QWidget& control, DialogTexts& shown);
 
 } // namespace kv

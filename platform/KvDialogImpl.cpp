@@ -11,6 +11,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -95,10 +96,12 @@ void CKvDialog::Impl::MakeItems()
 
 void CKvDialog::Impl::ApplyTexts()
 {
-    dialog.setWindowTitle(KvToQString(KvGuiRes::LoadDialogText(shape.number, kv::kDialogTitle)));
-    for (const Item& item : items) {
+    const QString title = KvToQString(KvGuiRes::LoadDialogText(shape.number, kv::kDialogTitle));
+    if (dialog.windowTitle() == std::exchange(shownTitle, title)) // a host may have given another
+        dialog.setWindowTitle(title);
+    for (Item& item : items) {
         if (item.control)
-            kv::SetDialogTexts(*item.place, *item.control);
+            kv::SetDialogTexts(*item.place, *item.control, item.texts);
     }
 }
 

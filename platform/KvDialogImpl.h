@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvDialog.h"
+#include "platform/DialogItems.h"
 #include "platform/DialogTemplate.h"
 #include "platform/IdleUpdate.h"
 
@@ -15,6 +16,7 @@ struct CKvDialog::Impl
     {
         const kv::DialogItem* place;
         QPointer<QWidget> control;
+        kv::DialogTexts texts = {};
     };
 
     /// How a dialog ended; outlives the dialog that a handler deletes.
@@ -57,6 +59,7 @@ struct CKvDialog::Impl
     std::vector<Item> items;
     kv::DialogUnits units{};
     QSize smallest;
+    QString shownTitle; ///< from the tables
     SKvGuiBasicSettings* settings = nullptr;
     std::shared_ptr<Ending> ending = std::make_shared<Ending>();
     std::unique_ptr<kv::IdleUpdate> idle;

@@ -1,6 +1,7 @@
 #include "KvGuiRes.h"
 
 #include "KvDialog.h"
+#include "KvScroll.h"
 #include "KvWnd.h"
 #include "core/ProfileDocument.h"
 #include "core/TextTables.h"
@@ -347,6 +348,8 @@ void KvGuiRes::NotifyWindows()
             window->OnSkinChanged();
         else if (auto* dialog = qobject_cast<CKvDialog*>(widget))
             dialog->OnSkinChanged();
+        else if (auto* bar = qobject_cast<CKvScrollBar*>(widget))
+            bar->LoadSkin();
         if (!widget)
             continue;
         widget->updateGeometry(); // a picture or a text may be larger

@@ -140,6 +140,21 @@ TEST_F(PropertyNotify, Gradient)
     gradient.setProperty("stops", "0 #000; 0.5 #f00; 1 #fff");
     const auto key = [&](Qt::Key code) { return [&gradient, code] { QTest::keyClick(&gradient, code); }; };
     EXPECT_EQ(Heard(gradient, "selectedStop", key(Qt::Key_End)), "2");
+    EXPECT_EQ(Heard(gradient, "selectedStop", key(Qt::Key_Delete)), "0");
+    EXPECT_EQ(Heard(gradient, "selectedStop", key(Qt::Key_Insert)), "1") << "the new stop";
+    EXPECT_EQ(Heard(gradient, "selectedStop",
+                    [&] {
+                        QTest::mousePress(&gradient, Qt::LeftButton, {}, {75, gradient.height() - 3});
+                        QTest::mouseMove(&gradient, {100, gradient.height() - 3});
+                        QTest::mouseMove(&gradient, {200, gradient.height() - 3});
+                        QTest::keyClick(&gradient, Qt::Key_Escape);
+                        QTest::mouseRelease(&gradient, Qt::LeftButton, {}, {200, gradient.height() - 3});
+                    }),
+              "2 1")
+        << "past a neighbour, and back";
+    gradient.SetSelectedKey(0);
+    gradient.setProperty("stops", "0 #000; 0.5 #f00; 1 #fff");
+    gradient.SetSelectedKey(2);
     EXPECT_EQ(Heard(gradient, "stops", key(Qt::Key_Left)), "-") << "an edit at once is told once";
     EXPECT_EQ(Heard(gradient, "stops",
                     [&] {
@@ -211,6 +226,11 @@ TEST_F(PropertyNotify, KeyframeStrip)
     EXPECT_EQ(Heard(strip, "animated", click(kKvKeyFrameToggleButton)), "true");
     EXPECT_EQ(Heard(strip, "hasKey", click(kKvKeyFrameOperatorButton)), "false");
     EXPECT_EQ(Heard(strip, "hasKey", click(kKvKeyFrameNextButton)), "");
+    const KvMessageSink refuses(&window, [&strip](UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        strip.SetToggleCheck(1);
+        return 0;
+    });
+    EXPECT_EQ(Heard(strip, "animated", click(kKvKeyFrameToggleButton)), "") << "the parent took it back";
 }
 
 TEST_F(PropertyNotify, ScrollBar)

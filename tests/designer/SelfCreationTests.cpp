@@ -129,6 +129,25 @@ TEST(SelfCreating, CreateComesFirst)
     EXPECT_EQ(button->GetBitmapName(), L"prekey");
 }
 
+TEST(SelfCreating, KeepsWhatOnlyOneControlHas)
+{
+    QWidget window;
+    CKvLayoutSelector row(&window);
+    row.setGeometry(0, 0, 100, 500);
+    row.SetVertical(0);
+    CKvLayoutSelector column(&window);
+    column.setGeometry(100, 0, 100, 500);
+    CKvColorPanel panel(&window);
+    panel.setWindowTitle("Outline");
+    window.show();
+    EXPECT_EQ(row.IsVertical(), 0) << "though it is higher than wide";
+    EXPECT_EQ(panel.windowTitle(), "Outline");
+    const QSizePolicy upright = column.sizePolicy();
+    EXPECT_EQ(upright, row.sizePolicy().transposed());
+    row.SetVertical(1);
+    EXPECT_EQ(row.sizePolicy(), upright) << "turned later as when created";
+}
+
 TEST(SelfCreating, OfAHostsOwnControl)
 {
     class Dial : public CKvStatic

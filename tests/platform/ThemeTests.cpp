@@ -3,6 +3,7 @@
 #include "KvFindReplaceTxtDlg.h"
 #include "KvGuiRes.h"
 #include "KvParamEdit.h"
+#include "KvScroll.h"
 
 #include <QDir>
 #include <QFile>
@@ -234,6 +235,18 @@ INSTANTIATE_TEST_SUITE_P(Each, Themes, testing::Values(nullptr, kKvLightSkin),
                          [](const auto& one) { return one.param ? "Light" : "Dark"; });
 
 // What a key or a picture of the dark skin lacks in the light one would be seen in a colour meant for dark.
+// Forms hold it alone: no control around it hears of the skin.
+TEST(LightSkin, ReachesAScrollBarOfAForm)
+{
+    QWidget form;
+    CKvScrollBar bar(&form);
+    KvGuiRes::SetSkinFolder(kKvLightSkin);
+    const QPalette light = CKvScrollBar(&form).palette();
+    EXPECT_EQ(bar.palette(), light);
+    KvGuiRes::SetSkinFolder(nullptr);
+    EXPECT_NE(bar.palette(), light);
+}
+
 TEST(LightSkin, KnowsEveryColourOfTheDarkOne)
 {
     const QStringList known = Names(kLight, "Colors");
