@@ -80,7 +80,7 @@ TEST(WholeFileOnWindows, AReaderSeesOneFileOrTheOther)
     int whole = 0;
     int broken = 0;
     std::thread reader([&] {
-        while (!isDone || whole == 0) {
+        while (!isDone || whole + broken == 0) {
             // It may come while one file gives way to the other.
             if (const auto bytes = ReadWholeFile(path))
                 ++(*bytes == one || *bytes == two ? whole : broken);
