@@ -114,7 +114,7 @@ int CKvAppLogListCtrl::Impl::AddLine(const Message& message)
     isOwnChange = true;
     const int line = list.InsertRow(
         -1, {typeText, kv::AppLogLevelText(message.level), kv::AppLogTimeText(message.time), message.text},
-        kv::kAppLogMessageHeight);
+        std::max(kv::kAppLogMessageHeight, list._TextHeight()));
     isOwnChange = false;
     ColourLine(line, message.type);
     if (!isCounted)

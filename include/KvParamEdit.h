@@ -113,6 +113,7 @@ protected:
     void OnSkinChanged() override;
     void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void SetMinimum(int minimum);

@@ -218,6 +218,8 @@ protected:
     void SetDefaultItemHeight(int height);
     /// @return the height that the next line without one gets.
     int GetDefaultItemHeight() const;
+    /// @return the height that a line needs in the list's font, at least 24.
+    int _TextHeight() const;
     /// Inserts a line before `line`. @param line 0 … count, or -1 for the end. @param texts one a column;
     /// missing ones are empty. @param height 0 takes the default. @return its index; -1 out of range.
     int InsertRow(int line, std::initializer_list<std::wstring_view> texts, int height = 0);

@@ -25,7 +25,8 @@ CKvDialog > QPushButton:checked { background: @selection; color: @selected; }
 CKvDialog > QPushButton:focus { border-color: @focus; }
 CKvDialog > QPushButton:disabled { background: @window; color: @disabled; border-color: @faint; }
 CKvDialog > QLineEdit { background: @field; color: @text; border: 1px solid @border; border-radius: 2px;
-    padding: 0 4px; margin: 0; selection-background-color: @selection; selection-color: @selected; }
+    padding: 0 4px; margin: 0; min-width: 0; min-height: 0;
+    selection-background-color: @selection; selection-color: @selected; }
 CKvDialog > QLineEdit:focus { border-color: @focus; }
 CKvDialog > QLineEdit:disabled { color: @disabled; border-color: @faint; }
 CKvDialog > QCheckBox { background: transparent; color: @text; border: none; padding: 0; margin: 0;

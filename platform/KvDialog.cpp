@@ -278,12 +278,21 @@ bool CKvDialog::event(QEvent* event)
         return *answered;
     const bool handled = QDialog::event(event);
     if (event->type() == QEvent::FontChange && m_impl->isCreated)
-        m_impl->Measure();
+        m_impl->FontChanged();
+    else if (event->type() == QEvent::ParentChange && m_impl->isCreated)
+        m_impl->TakeParentsFont();
     else if (event->type() == QEvent::LayoutDirectionChange && m_impl->isCreated)
         m_impl->LayOut();
     else if (event->type() == QEvent::LanguageChange)
         OnSkinChanged();
     return handled;
+}
+
+bool CKvDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::FontChange && watched == parentWidget())
+        m_impl->TakeParentsFont();
+    return QDialog::eventFilter(watched, event);
 }
 
 void CKvDialog::resizeEvent(QResizeEvent* event)

@@ -38,6 +38,7 @@ int CKvDialog::Impl::MakeWindow(UINT number)
                 self->DestroyWindow();
         });
     }
+    TakeParentsFont();
     ApplyLook();
     MakeItems();
     ApplyTexts();
@@ -103,6 +104,30 @@ void CKvDialog::Impl::ApplyTexts()
         if (item.control)
             kv::SetDialogTexts(*item.place, *item.control, item.texts);
     }
+}
+
+// Below a style sheet the toolkit hands no font on.
+void CKvDialog::Impl::FontChanged()
+{
+    for (const Item& item : items) {
+        if (item.control)
+            item.control->setFont(dialog.font());
+    }
+    Measure();
+}
+
+// Outside of style sheets the toolkit hands no font on to what has one of its own.
+void CKvDialog::Impl::TakeParentsFont()
+{
+    QWidget* const around = dialog.isWindow() ? nullptr : dialog.parentWidget();
+    if (!around)
+        return;
+    around->installEventFilter(&dialog);
+    const bool isHosts = settings || (dialog.testAttribute(Qt::WA_SetFont) && !hasParentsFont);
+    if (isHosts || around->testAttribute(Qt::WA_StyleSheet))
+        return;
+    dialog.setFont(around->font());
+    hasParentsFont = true;
 }
 
 void CKvDialog::Impl::ApplyLook()

@@ -35,6 +35,9 @@ struct CKvDialog::Impl
     void MakeItems();
     void ApplyTexts();
     void ApplyLook();
+    /// The font of the widget that the dialog is a part of, now and when it changes; not over a host's own.
+    void TakeParentsFont();
+    void FontChanged();
     /// Takes the dialog units and lays out.
     void Measure();
     /// The same where other texts need others; a dialog of the smallest size keeps to it.
@@ -55,7 +58,8 @@ struct CKvDialog::Impl
     bool isCreated = false;
     bool isMaking = false; ///< `OnInitDialog` is on the stack
     bool isModal = false;  ///< `DoModal` is on the stack
-    bool isPlaced = true;  ///< false while the parent's window, over which it stands, was never shown
+    bool hasParentsFont = false;
+    bool isPlaced = true; ///< false while the parent's window, over which it stands, was never shown
     std::vector<Item> items;
     kv::DialogUnits units{};
     QSize smallest;

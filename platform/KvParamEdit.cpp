@@ -280,6 +280,14 @@ void CKvParamEdit::OnSkinChanged()
     m_impl->ApplyLook();
 }
 
+void CKvParamEdit::changeEvent(QEvent* event)
+{
+    CKvWnd::changeEvent(event);
+    // The toolkit hands no font on to what has a style sheet of its own.
+    if (event->type() == QEvent::FontChange)
+        m_impl->line->setFont(font());
+}
+
 bool CKvParamEdit::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != m_impl->line)

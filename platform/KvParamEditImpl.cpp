@@ -301,6 +301,7 @@ void CKvParamEdit::Impl::ApplyLook()
 {
     QString sheet =
         QStringLiteral("QLineEdit { background: transparent; border: none; padding: 0; margin: 0; "
+                       "min-width: 0; min-height: 0; "
                        "color: @text; selection-background-color: @selected; "
                        "selection-color: @highlighted; }"
                        "QLineEdit:disabled { color: @disabled; }");

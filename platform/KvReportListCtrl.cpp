@@ -283,6 +283,11 @@ void CKvReportListCtrl::SetDefaultItemHeight(int height)
     m_impl->isHeightHosts = true;
 }
 
+int CKvReportListCtrl::_TextHeight() const
+{
+    return m_impl->TextHeight();
+}
+
 int CKvReportListCtrl::GetDefaultItemHeight() const
 {
     return m_impl->defaultHeight;

@@ -272,6 +272,15 @@ TEST_P(Hosting, FollowsItsHostsStateFontAndLanguage)
     host.setFont(large);
     Settle();
     EXPECT_TRUE(IsWithin(hint, control.sizeHint()));
+    const bool hasItemsAlone = std::string_view(GetParam().name) != "CharacterMap" && // whose texts are small
+                               std::string_view(GetParam().name) != "LogWithFind";
+    for (const QWidget* part : control.findChildren<QWidget*>()) {
+        if (!hasItemsAlone)
+            break;
+        if (qobject_cast<const QLineEdit*>(part) || qobject_cast<const QLabel*>(part)) {
+            EXPECT_EQ(part->font().pointSize(), 24) << part->metaObject()->className();
+        }
+    }
     EXPECT_TRUE(IsWithin(control.minimumSizeHint(), control.sizeHint()));
     host.setFont({});
     control.resize(hint);
@@ -281,6 +290,12 @@ TEST_P(Hosting, FollowsItsHostsStateFontAndLanguage)
     QEvent change(QEvent::LanguageChange);
     QApplication::sendEvent(&host, &change);
     ExpectAs(before, "language");
+
+    if (auto* log = qobject_cast<CKvAppLogListCtrl*>(&control)) {
+        host.setFont(large);
+        log->AddAppLogText(0, 1, L"in the new font");
+        EXPECT_GE(log->GetItemHeight(log->GetItemCount() - 1), log->fontMetrics().height());
+    }
 }
 
 constexpr const char* kHostile =
@@ -309,6 +324,8 @@ TEST_P(Hosting, IsPaintedAsEverUnderAStyleSheet)
         EXPECT_EQ(Control().sizeHint(), hint) << selector;
         ExpectAs(before, selector[0] == '*' ? "all" : selector);
     }
+    host.setStyleSheet("QWidget#host { background: #808080 } QLineEdit { min-height: 32px }");
+    ExpectAs(before, "larger edits");
 }
 
 // Of what the toolkit paints: as high as its letters, and as wide.
