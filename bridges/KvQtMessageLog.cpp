@@ -1,23 +1,15 @@
 #include "KvQt.h"
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <atomic>
+#include <array>
+#include <bitset>
+#include <cstdio>
 #include <mutex>
+#include <utility>
 #include <vector>
-
-struct KvQtMessageLog::Entry
-{
-    static void Hear(QtMsgType type, const QMessageLogContext& context, const QString& text);
-
-    static inline std::mutex mutex;
-    static inline std::vector<const Entry*> all; ///< guarded
-    static inline std::atomic<QtMessageHandler> before = nullptr;
-
-    CKvAppLogListCtrl* list;
-    int least; ///< a rank
-};
 
 namespace {
 
@@ -37,52 +29,171 @@ const Kind& KindOf(QtMsgType type)
     return found == std::end(kKinds) ? kKinds[0] : *found;
 }
 
-} // namespace
-
-void KvQtMessageLog::Entry::Hear(QtMsgType type, const QMessageLogContext& context, const QString& text)
+struct Listener
 {
-    // What comes of passing a message on would wait for itself.
-    thread_local bool isPassing = false;
-    if (const QtMessageHandler previous = before)
-        previous(type, context, text);
-    if (isPassing)
+    CKvAppLogListCtrl* list;
+    int least; ///< a rank
+};
+
+/// Of how many handlers ours can stand in front. Each of these places has a function of its own: whoever is
+/// put in front of it may call it to the process's end, and means the same handler behind it all the time.
+constexpr std::size_t kPlaces = 16;
+/// The place from which one sees what is installed.
+constexpr std::size_t kLookOut = kPlaces;
+
+struct Chain
+{
+    std::recursive_mutex mutex; ///< guards the rest; a list that takes a message in may send one itself
+    std::vector<const Listener*> listeners;
+    std::array<QtMessageHandler, kPlaces + 1> behind{};
+    std::vector<std::size_t> order; ///< the places that ours stand at, as far as one knows; the foremost last
+};
+
+/// Never destroyed, for ours may still be called then.
+Chain& TheChain()
+{
+    static auto* const chain = new Chain;
+    return *chain;
+}
+
+using Places = std::bitset<kPlaces + 1>;
+
+/// The handler behind a place; of one that is passing the message on already, which then runs in a ring, the
+/// one behind the next place that is not. Null when there is none.
+QtMessageHandler HandlerBehind(std::size_t& place, const Places& passing)
+{
+    Chain& chain = TheChain();
+    const std::lock_guard lock(chain.mutex);
+    if (passing[place]) {
+        const auto next = std::find_if(chain.order.rbegin(), chain.order.rend(),
+                                       [&](std::size_t other) { return !passing[other]; });
+        if (next == chain.order.rend())
+            return nullptr;
+        place = *next;
+    }
+    return chain.behind[place];
+}
+
+void PassOn(std::size_t place, QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    thread_local Places passing;
+    if (const QtMessageHandler handler = HandlerBehind(place, passing)) {
+        passing.set(place);
+        const auto done = qScopeGuard([place] { passing.reset(place); });
+        handler(type, context, text);
+    } else { // as the toolkit does with what a handler itself gives rise to
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+    }
+}
+
+void Hear(std::size_t place, QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    // What comes of a message, be it the same one at another place, is not taken in again.
+    thread_local bool isHearing = false;
+    const QScopedValueRollback hearing(isHearing);
+    const bool isFirst = !std::exchange(isHearing, true);
+    PassOn(place, type, context, text);
+    if (!isFirst)
         return;
-    const QScopedValueRollback passing(isPassing, true);
     const Kind& kind = KindOf(type);
     const QLatin1String category(context.category);
     const bool isNamed = !category.isEmpty() && category != QLatin1String("default");
     const CString line = KvFromQString(isNamed ? category + QLatin1String(": ") + text : text);
-    const std::lock_guard lock(mutex);
-    for (const Entry* entry : all) {
-        if (kind.level >= entry->least)
-            entry->list->PostAppLogText(kind.type, kind.level, line);
+    Chain& chain = TheChain();
+    const std::lock_guard lock(chain.mutex);
+    for (const Listener* listener : chain.listeners) {
+        if (kind.level >= listener->least)
+            listener->list->PostAppLogText(kind.type, kind.level, line);
     }
 }
 
-KvQtMessageLog::KvQtMessageLog(CKvAppLogListCtrl& list) : m_entry(new Entry{&list, 0})
+template <std::size_t Place>
+void HearAt(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    const std::lock_guard lock(Entry::mutex);
-    Entry::all.push_back(m_entry.get());
-    if (Entry::all.size() > 1)
-        return;
-    // Where another handler was put over ours meanwhile, ours still hears through it.
-    if (const QtMessageHandler previous = qInstallMessageHandler(&Entry::Hear); previous != &Entry::Hear)
-        Entry::before = previous;
+    Hear(Place, type, context, text);
+}
+
+constexpr auto kHandlers = []<std::size_t... Place>(std::index_sequence<Place...>)
+{
+    return std::array<QtMessageHandler, sizeof...(Place)>{&HearAt<Place>...};
+}
+(std::make_index_sequence<kPlaces + 1>());
+
+/// @return kHandlers' size for a handler that is not ours.
+std::size_t PlaceOf(QtMessageHandler handler)
+{
+    return static_cast<std::size_t>(std::find(kHandlers.begin(), kHandlers.end(), handler) -
+                                    kHandlers.begin());
+}
+
+/// What stands behind a handler of ours; any other itself, who may go on to ours.
+QtMessageHandler WithoutOurs(QtMessageHandler handler)
+{
+    const std::size_t place = PlaceOf(handler);
+    if (place == kHandlers.size())
+        return handler;
+    auto& order = TheChain().order;
+    order.erase(std::find(order.begin(), order.end(), place), order.end());
+    return TheChain().behind[place];
+}
+
+/// Ours that stands in front of a handler, or is that handler.
+QtMessageHandler OursInFrontOf(QtMessageHandler handler)
+{
+    handler = WithoutOurs(handler);
+    auto& [mutex, listeners, behind, order] = TheChain();
+    const auto end = behind.begin() + kPlaces;
+    auto found = std::find(behind.begin(), end, handler);
+    if (found == end)
+        found = std::find(behind.begin(), end, nullptr);
+    if (found == end)
+        --found; // changes hands; should that close a ring, HandlerBehind leaves it
+    *found = handler;
+    const auto place = static_cast<std::size_t>(found - behind.begin());
+    std::erase(order, place);
+    order.push_back(place);
+    return kHandlers[place];
+}
+
+/// Installs another handler in place of the one that is installed. The toolkit tells which that is to one who
+/// installs another, so the look-out takes its place meanwhile; messages of other threads wait there for the
+/// mutex, which the caller holds.
+void Reinstall(QtMessageHandler (*choose)(QtMessageHandler))
+{
+    QtMessageHandler& seen = TheChain().behind[kLookOut];
+    const QtMessageHandler before = qInstallMessageHandler(kHandlers[kLookOut]);
+    if (before != kHandlers[kLookOut])
+        seen = before;
+    const QtMessageHandler other = qInstallMessageHandler(choose(seen));
+    if (other != kHandlers[kLookOut])
+        qInstallMessageHandler(other); // another thread's of this very moment, who goes on to the look-out
+}
+
+} // namespace
+
+struct KvQtMessageLog::Entry : Listener
+{
+};
+
+KvQtMessageLog::KvQtMessageLog(CKvAppLogListCtrl& list) : m_entry(new Entry{{&list, 0}})
+{
+    Chain& chain = TheChain();
+    const std::lock_guard lock(chain.mutex);
+    chain.listeners.push_back(m_entry.get());
+    Reinstall(&OursInFrontOf); // also when others live: a handler in front of theirs may keep all for itself
 }
 
 KvQtMessageLog::~KvQtMessageLog()
 {
-    const std::lock_guard lock(Entry::mutex);
-    std::erase(Entry::all, m_entry.get());
-    if (!Entry::all.empty())
-        return;
-    const QtMessageHandler now = qInstallMessageHandler(Entry::before);
-    if (now != &Entry::Hear)
-        qInstallMessageHandler(now); // somebody else's, who goes on to tell ours
+    Chain& chain = TheChain();
+    const std::lock_guard lock(chain.mutex);
+    std::erase(chain.listeners, m_entry.get());
+    if (chain.listeners.empty())
+        Reinstall(&WithoutOurs);
 }
 
 void KvQtMessageLog::SetLeast(QtMsgType type)
 {
-    const std::lock_guard lock(Entry::mutex);
+    const std::lock_guard lock(TheChain().mutex);
     m_entry->least = KindOf(type).level;
 }

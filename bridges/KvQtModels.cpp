@@ -6,6 +6,9 @@
 
 #include <QBrush>
 
+#include <cmath>
+#include <optional>
+
 namespace {
 
 constexpr DWORD kNoFrame = 0xFFFFFFFF;
@@ -13,6 +16,19 @@ constexpr DWORD kNoFrame = 0xFFFFFFFF;
 bool IsFrameColumn(int column)
 {
     return column == kKvSubTitleIn || column == kKvSubTitleOut;
+}
+
+/// The frame that a value stands for. A number that is no frame is refused, rather than taken for another or
+/// for none.
+std::optional<DWORD> FrameOf(const QVariant& value)
+{
+    if (!value.isValid())
+        return kNoFrame;
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber || !(number >= 0 && number < kNoFrame) || number != std::floor(number))
+        return std::nullopt;
+    return static_cast<DWORD>(number);
 }
 
 } // namespace
@@ -187,13 +203,12 @@ bool KvSubTitleModel::setData(const QModelIndex& index, const QVariant& value, i
 {
     if (role != FrameRole)
         return KvReportListModel::setData(index, value, role);
-    bool isNumber = !value.isValid();
-    const DWORD frame = value.isValid() ? value.toUInt(&isNumber) : kNoFrame;
-    if (!List() || !index.isValid() || !IsFrameColumn(index.column()) || !isNumber)
+    const std::optional<DWORD> frame = FrameOf(value);
+    if (!List() || !index.isValid() || !IsFrameColumn(index.column()) || !frame)
         return false;
     const int isIn = index.column() == kKvSubTitleIn ? 1 : 0;
     m_subtitles->RunAsStep(KvGuiRes::LoadStringW(kv::kEditTimecodeStep),
-                           [&] { m_subtitles->SetTimeCode(index.row(), frame, isIn); });
+                           [&] { m_subtitles->SetTimeCode(index.row(), *frame, isIn); });
     return true;
 }
 

@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
-#include <utility>
+#include <optional>
+#include <span>
 
 namespace {
 
@@ -42,19 +44,47 @@ DWORD Word(const QColor& colour, UINT* loss)
     return rgb.rgba();
 }
 
-/// Where a stop stands between its neighbours, when it can be the mid point of their segment.
-bool IsMidPoint(const QGradientStop& before, const QGradientStop& stop, const QGradientStop& after,
-                float& place)
+struct Stop
 {
-    const double width = after.first - before.first;
+    double place;
+    DWORD colour;
+};
+
+/// The least part of a segment that a mid point takes off; less is an edge that KvToLinearGradient pulled
+/// apart.
+constexpr double kLeastPart = 1e-6;
+
+/// The mid point of the segment behind a stop, if the next stop is one. A stop half way is one only where the
+/// stop after it would be taken for a mid point otherwise: that is what such a stop is written for. As
+/// writing asks here, too, what it writes is read as it was meant.
+std::optional<float> MidPointBehind(const Stop& before, std::span<const Stop> behind)
+{
+    if (behind.size() < 2 || behind[0].colour != kv::MixColour(before.colour, behind[1].colour))
+        return std::nullopt;
+    const double from = static_cast<float>(before.place); // as a stop of the control is placed
+    const double width = static_cast<float>(behind[1].place) - from;
     if (!(width > 0))
-        return false;
-    const double part = (stop.first - before.first) / width;
-    const bool isMix = stop.second.rgba() == kv::MixColour(before.second.rgba(), after.second.rgba());
-    if (!isMix || !(part > 0 && part < 1))
-        return false;
-    place = static_cast<float>(part);
-    return true;
+        return std::nullopt;
+    const double part = (behind[0].place - from) / width;
+    if (!(part >= kLeastPart && part <= 1 - kLeastPart))
+        return std::nullopt;
+    const auto midPoint = static_cast<float>(part);
+    if (midPoint == kHalfWay && !MidPointBehind(before, behind.subspan(1)))
+        return std::nullopt;
+    return midPoint;
+}
+
+/// A QGradient keeps one colour a place only: the sides of a hard edge get the closest numbers, which are one
+/// place for the control.
+void PullApart(QGradientStops& stops)
+{
+    for (qsizetype i = 1; i < stops.size(); ++i)
+        stops[i].first = std::max(stops[i].first, std::nextafter(stops[i - 1].first, 2.0));
+    double most = 1;
+    for (auto stop = stops.rbegin(); stop != stops.rend(); ++stop) {
+        stop->first = std::min(stop->first, most);
+        most = std::nextafter(stop->first, -1.0);
+    }
 }
 
 struct CubicShape
@@ -102,19 +132,32 @@ DWORD KvFromQColor(const QColor& colour, UINT* loss)
 
 QGradientStops KvToGradientStops(const std::vector<SKvCGGradientKey>& keys)
 {
-    QGradientStops stops;
     std::vector<SKvCGGradientKey> sorted = keys;
-    std::stable_sort(sorted.begin(), sorted.end(),
-                     [](const auto& a, const auto& b) { return a.position < b.position; });
-    for (std::size_t i = 0; i < sorted.size(); ++i) {
-        const SKvCGGradientKey& key = sorted[i];
-        if (i > 0 && key.midPoint != kHalfWay) {
-            const SKvCGGradientKey& before = sorted[i - 1];
-            const double place = before.position + (double{key.position} - before.position) * key.midPoint;
-            stops << QGradientStop(place, KvToQColor(kv::MixColour(before.colour, key.colour)));
-        }
-        stops << QGradientStop(key.position, KvToQColor(key.colour));
+    for (SKvCGGradientKey& key : sorted)
+        key.position = kv::ClampPosition(key.position);
+    kv::SortKeysByExchange(std::span(sorted), [](std::size_t, std::size_t) {});
+
+    // From the last one on: what a stop would be taken for depends on those behind it.
+    std::vector<Stop> room(2 * sorted.size());
+    std::span<Stop> written = std::span(room).last(0);
+    const auto write = [&](const Stop& stop) {
+        written = std::span(room).last(written.size() + 1);
+        written.front() = stop;
+    };
+    for (std::size_t i = sorted.size(); i-- > 0;) {
+        const Stop stop{sorted[i].position, sorted[i].colour};
+        write(stop);
+        if (i == 0)
+            break;
+        const Stop before{sorted[i - 1].position, sorted[i - 1].colour};
+        const double midPoint = kv::ClampPosition(sorted[i].midPoint);
+        if (before.place < stop.place && (midPoint != kHalfWay || MidPointBehind(before, written)))
+            write({before.place + (stop.place - before.place) * midPoint,
+                   kv::MixColour(before.colour, stop.colour)});
     }
+    QGradientStops stops;
+    for (const Stop& stop : written)
+        stops << QGradientStop(stop.place, KvToQColor(stop.colour));
     return stops;
 }
 
@@ -122,21 +165,25 @@ QLinearGradient KvToLinearGradient(const std::vector<SKvCGGradientKey>& keys, co
 {
     QLinearGradient gradient(rect.left(), 0, rect.right(), 0);
     gradient.setInterpolationMode(QGradient::ComponentInterpolation);
-    gradient.setStops(KvToGradientStops(keys));
+    QGradientStops stops = KvToGradientStops(keys);
+    PullApart(stops);
+    gradient.setStops(stops);
     return gradient;
 }
 
 std::vector<SKvCGGradientKey> KvFromGradientStops(const QGradientStops& stops, UINT* loss)
 {
     Begin(loss);
+    std::vector<Stop> read;
+    for (const QGradientStop& stop : stops)
+        read.push_back({stop.first, Word(stop.second, loss)});
     std::vector<SKvCGGradientKey> keys;
-    float midPoint = kHalfWay;
-    for (qsizetype i = 0; i < stops.size(); ++i) {
-        const bool isBetween = !keys.empty() && midPoint == kHalfWay && i + 1 < stops.size();
-        if (isBetween && IsMidPoint(stops[i - 1], stops[i], stops[i + 1], midPoint))
-            continue;
-        keys.push_back({Word(stops[i].second, loss), static_cast<float>(stops[i].first),
-                        std::exchange(midPoint, kHalfWay)});
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        const auto midPoint =
+            i > 0 ? MidPointBehind(read[i - 1], std::span(read).subspan(i)) : std::optional<float>();
+        if (midPoint)
+            ++i;
+        keys.push_back({read[i].colour, static_cast<float>(read[i].place), midPoint.value_or(kHalfWay)});
     }
     if (keys.size() > kv::GradientModel::kMaxKeys) {
         keys.resize(kv::GradientModel::kMaxKeys);

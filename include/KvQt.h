@@ -48,12 +48,17 @@ KV_API DWORD KvFromQColor(const QColor& colour, UINT* loss = nullptr);
 // Gradients.
 
 /// The stops of a gradient, ascending. A mid point that is not half way becomes a stop of its own, with the
-/// mix of its neighbours. @param keys in any order. @return the stops.
+/// mix of its neighbours; so does one half way where the stop behind it would be read as a mid point without.
+/// `KvFromGradientStops` gives the keys back, sorted; a segment of no width comes with its mid point half
+/// way.
+/// @param keys in any order. @return the stops.
 KV_API QGradientStops KvToGradientStops(const std::vector<SKvCGGradientKey>& keys);
-/// The same, interpolated channel by channel as the control does. @param keys in any order.
+/// The same, interpolated channel by channel as the control does. Stops at one place, of which a QGradient
+/// keeps only one, stand apart by the least that there is. @param keys in any order.
 /// @param rect from whose left edge to the right one it runs. @return the gradient.
 KV_API QLinearGradient KvToLinearGradient(const std::vector<SKvCGGradientKey>& keys, const QRectF& rect);
-/// A stop between two others that has the mix of their colours becomes the mid point of its segment.
+/// A stop between two others that has the mix of their colours becomes the mid point of its segment, unless
+/// it stands half way: it stays a stop then, except before one that would become a mid point.
 /// @param stops ascending. @param loss see above. @return the stops.
 KV_API std::vector<SKvCGGradientKey> KvFromGradientStops(const QGradientStops& stops, UINT* loss = nullptr);
 /// The same of any gradient; says also what its shape, its spread and its mixing lose.
@@ -108,6 +113,9 @@ KV_API QJsonArray KvGroupsToJson(IKvFileNamingMatcher& matcher, unsigned int cou
 /// fatal ones as 3; the level is 0 for debug, 1 for info, 2 for a warning, 3 for critical and 4 for fatal. A
 /// category stands before the text as "category: ", "default" does not. What a message itself gives rise to
 /// is not taken in again. Several may live, and in any order; each message goes to all of them.
+///
+/// Handlers of the program's own may come and go meanwhile. One that is installed later hears first, and what
+/// it does not pass on is not taken in, until another object of this class stands in front of it.
 class KV_API KvQtMessageLog
 {
 public:
@@ -167,7 +175,7 @@ class KV_API KvSubTitleModel : public KvReportListModel
 
 public:
     /// Of the two time code columns: the frame count (quint32) without the list's offset; an invalid value
-    /// for none.
+    /// for none. What is set is a whole number of 0 … 4294967294, of whatever type; any other is refused.
     static constexpr int FrameRole = Qt::UserRole;
 
     /// @param list, parent as above.

@@ -2,74 +2,11 @@
 #include "KvFileNaming.h"
 #include "KvQt.h"
 
-#include <QCoreApplication>
 #include <QJsonObject>
-#include <QLoggingCategory>
 
 #include <gtest/gtest.h>
-#include <random>
-#include <thread>
 
 namespace {
-
-using Keys = std::vector<SKvCGGradientKey>;
-
-void ExpectSame(const Keys& a, const Keys& b)
-{
-    ASSERT_EQ(a.size(), b.size());
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        EXPECT_EQ(a[i].colour, b[i].colour) << i;
-        EXPECT_FLOAT_EQ(a[i].position, b[i].position) << i;
-        if (i > 0) {
-            EXPECT_NEAR(a[i].midPoint, b[i].midPoint, 1e-5) << i;
-        }
-    }
-}
-
-// What a painter makes of the toolkit's gradient is what the control shows.
-TEST(KvQtGradient, ComesBackAndLooksTheSame)
-{
-    std::mt19937 random(7);
-    for (int round = 0; round < 50; ++round) {
-        Keys keys(2 + random() % 8);
-        for (std::size_t i = 0; i < keys.size(); ++i)
-            keys[i] = {static_cast<DWORD>(random()),
-                       static_cast<float>(i) / static_cast<float>(keys.size() - 1),
-                       0.05f + 0.009f * static_cast<float>(random() % 100)};
-        UINT loss = 99;
-        ExpectSame(KvFromGradientStops(KvToGradientStops(keys), &loss), keys);
-        EXPECT_EQ(loss, 0u);
-        ExpectSame(KvFromGradient(KvToLinearGradient(keys, QRectF(0, 0, 100, 10)), &loss), keys);
-        EXPECT_EQ(loss, 0u);
-    }
-    // Hard edges, a stop beside its neighbours' mix, unsorted stops.
-    const Keys hard{{0xFF000000, 0, 0.5f},
-                    {0xFFFF0000, 0.5f, 0.5f},
-                    {0xFF00FF00, 0.5f, 0.5f},
-                    {0xFF808080, 0.6f, 0.5f},
-                    {0xFFFFFFFF, 1, 0.5f}};
-    ExpectSame(KvFromGradientStops(KvToGradientStops(hard)), hard);
-    ExpectSame(KvFromGradientStops(KvToGradientStops({{2, 1, 0.5f}, {1, 0, 0.5f}})),
-               {{1, 0, 0.5f}, {2, 1, 0.5f}});
-    EXPECT_TRUE(KvFromGradientStops({}).empty());
-}
-
-TEST(KvQtGradient, SaysWhatIsLost)
-{
-    UINT loss = 0;
-    QRadialGradient radial(0, 0, 10);
-    radial.setSpread(QGradient::ReflectSpread);
-    radial.setStops({{0, Qt::transparent}, {1, Qt::red}});
-    EXPECT_EQ(KvFromGradient(radial, &loss).size(), 2u);
-    EXPECT_EQ(loss, UINT{kKvLossShape | kKvLossSpread | kKvLossPremultiplied});
-    EXPECT_EQ(KvFromGradient(QLinearGradient(0, 0, 5, 5), &loss).size(), 2u);
-    EXPECT_EQ(loss, UINT{kKvLossDirection});
-    QGradientStops many;
-    for (int i = 0; i < 300; ++i)
-        many << QGradientStop(i / 299.0, i % 2 ? Qt::red : Qt::blue);
-    EXPECT_EQ(KvFromGradientStops(many, &loss).size(), 255u);
-    EXPECT_EQ(loss, UINT{kKvLossStops});
-}
 
 TEST(KvQtColour, KeepsWordsAndSaysWhatIsLost)
 {
@@ -180,35 +117,6 @@ TEST(KvQtGroups, BecomeJson)
     EXPECT_TRUE(groups[0].toObject()["files"].toArray().contains(QStringLiteral("Fähre_A1.wav")));
     matcher->Release();
     rules->Release();
-}
-
-TEST(KvQtMessages, ComeInFromAllThreadsWithTypeLevelAndCategory)
-{
-    static int heard = 0;
-    const QtMessageHandler before =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++heard; });
-    QWidget parent;
-    CKvAppLogListCtrl list;
-    list.Create(CRect(0, 0, 300, 200), WS_CHILD, &parent, 1);
-    list.Initialize(1);
-    {
-        KvQtMessageLog log(list);
-        KvQtMessageLog second(list);
-        second.SetLeast(QtCriticalMsg);
-        qDebug("one");
-        static const QLoggingCategory media("media");
-        qCCritical(media) << "two";
-        std::thread([] { qWarning("three"); }).join();
-    }
-    qWarning("nobody hears this");
-    EXPECT_EQ(heard, 4) << "the handler before hears everything";
-    qInstallMessageHandler(before);
-    EXPECT_EQ(list.GetTypeCount(0), 1);
-    EXPECT_EQ(list.GetTypeCount(2), 1);
-    EXPECT_EQ(list.GetTypeCount(3), 2);
-    const int line = list.FindItem(L"media: two", 3);
-    ASSERT_GE(line, 0);
-    EXPECT_EQ(list.GetItemText(line, 1), L"03");
 }
 
 } // namespace

@@ -102,6 +102,33 @@ TEST(KvQtModel, AnEditOfAViewIsOneOfTheUser)
     EXPECT_FALSE(model.insertRows(4, 1));
 }
 
+TEST(KvQtModel, AFrameIsAWholeNumberThatThereIs)
+{
+    Subtitles host;
+    host.Add(1);
+    KvSubTitleModel model(*host.list);
+    const QModelIndex in = model.index(0, kKvSubTitleIn);
+    const auto set = [&](const QVariant& value) {
+        return model.setData(in, value, KvSubTitleModel::FrameRole);
+    };
+    for (const QVariant& frame :
+         {QVariant(7), QVariant(7u), QVariant(7.0), QVariant(qint64{7}), QVariant("7")}) {
+        ASSERT_TRUE(set(QVariant()));
+        EXPECT_TRUE(set(frame)) << frame.typeName();
+        EXPECT_EQ(in.data(KvSubTitleModel::FrameRole), QVariant(7u)) << frame.typeName();
+    }
+    const int steps = host.list->GetUndoStack()->count();
+    for (const QVariant& none :
+         {QVariant(-1), QVariant(0xFFFFFFFFu), QVariant(qint64{1} << 32), QVariant(5.7), QVariant(qQNaN()),
+          QVariant("-1"), QVariant("seven"), QVariant(QSize(7, 7))}) {
+        EXPECT_FALSE(set(none)) << none.typeName();
+        EXPECT_EQ(in.data(KvSubTitleModel::FrameRole), QVariant(7u)) << none.typeName();
+    }
+    EXPECT_EQ(host.list->GetUndoStack()->count(), steps);
+    EXPECT_TRUE(set(0xFFFFFFFEu));
+    EXPECT_EQ(in.data(KvSubTitleModel::FrameRole), QVariant(0xFFFFFFFEu));
+}
+
 TEST(KvQtModel, ALogIsReadOnlyAndItsPostsArriveAsRows)
 {
     QWidget parent;
