@@ -1,11 +1,22 @@
 """The program with all controls, and what a user with a screen reader does there."""
 
 import subprocess
+from contextlib import contextmanager
 
 from access_bus import PATIENCE, Bus, Failure, Node
 
 UNNAMED = ("scroll bar", "filler", "cell")  # by the toolkit; without a text
 LOOKED_AT = 40  # parts of a control: a list may have thousands
+CONTROLS = {}
+
+
+def control(*cards):
+    """Registers a test; it is called with the gallery and the controls of these cards: the enabled one of
+    each, and behind it the disabled one where the gallery has one."""
+    def register(function):
+        CONTROLS[function.__name__] = (function, cards)
+        return function
+    return register
 
 
 def expect(what, found, wanted):
@@ -21,6 +32,7 @@ class Gallery:
         self.process = subprocess.Popen([program, "--gallery", "--size", "1500x900"])
         self.application = self.bus.application("titler")
         self.window = self.window_named("Gallery of controls")
+        self.told = self.window.children[-1]
 
     def window_named(self, name):
         """A window of that name, once it is the active one."""
@@ -46,11 +58,16 @@ class Gallery:
             if child.role == "filler":
                 yield from self.cards(name, child)
 
+    def card_names(self, node=None):
+        """What stands above the controls, on all cards."""
+        children = (node or self.window).children
+        names = {child.name for child in children[:1] if child.role == "label" and child.name.startswith("CKv")}
+        return names.union(*(self.card_names(child) for child in children if child.role == "filler"))
+
     def hears(self, name, message):
-        """Waits until the gallery says that a control sent its parent a message."""
-        told = self.window.children[-1]
-        self.bus.until(f"{name} to send {message}",
-                       lambda: told.name.startswith(name) and message in told.name)
+        """Waits until the gallery says that a control told its host something."""
+        text = f"{name} told: {message},"
+        self.bus.until(f"{text!r}, not {self.told.name!r}", lambda: self.told.name.startswith(text))
 
     def tree(self, node, *rows):
         """The children: role and name, and the value of those that have one."""
@@ -145,10 +162,15 @@ class Gallery:
                                event.value == 1 and str(node(event)) == wanted)
         return node(event)
 
-    def opens(self, button, name):
-        """A dialog, by its button."""
+    @contextmanager
+    def dialog(self, button, name):
+        """A dialog, opened by its button, and its parts by role and name; Escape leaves it."""
         button.do("Press")
-        return self.window_named(name)
+        dialog = self.window_named(name)
+        self.check(dialog)
+        yield dialog, {str(part): part for part in dialog.children}
+        self.key("Escape")
+        self.is_gone(dialog)
 
     def table(self, node, name, headers, rows):
         """A list as a table: its size and what stands in the first column."""
@@ -174,18 +196,23 @@ class Gallery:
         self.event(cell, "PropertyChange", "accessible-name", lambda: self.key("Return"))
         self.is_named(cell, text)
 
-    def refuses(self, part, number=None):
-        """A part of a disabled control can be read, and nothing can be done to it."""
-        before = part.name, part.states
-        if {"enabled", "sensitive"} & before[1]:
-            raise Failure(f"{part} is not disabled")
-        if number is not None:
-            value = part.value
-            part.value = number
-            expect(f"value of the disabled {part}", part.value, value)
-        for action in part.actions:
-            part.do(action)
-        expect(f"the disabled {part}", (part.name, part.states), before)
+    def refuses(self, *parts):
+        """Parts of a disabled control can be read, and nothing can be done to them."""
+        for part in parts:
+            if {"enabled", "sensitive"} & part.states:
+                raise Failure(f"{part} is not disabled")
+            has_value = "Value" in part.interfaces
+
+            def reading():
+                return (part.name, part.description, part.value if has_value else None, part.states,
+                        part.parent.child_count, self.told.name)
+            before = reading()
+            for action in part.actions if "Action" in part.interfaces else ():
+                part.do(action)  # one at a time: Decrease takes Increase back
+                expect(f"the disabled {part} after {action}", reading(), before)
+            for number in part.range if has_value else ():
+                part.value = number
+                expect(f"the disabled {part} after its value was set", reading(), before)
 
     def quit(self):
         """Ends the program as a user does: what goes then is told to the reader, too."""

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QScrollArea>
 
+#include <type_traits>
+
 namespace titler {
 namespace {
 
@@ -23,15 +25,6 @@ QWidget* MakePlain(QWidget& parent, UINT id)
 {
     auto* control = new C;
     control->Create(kStyle, &parent, id);
-    return control;
-}
-
-// Those that take their place, too.
-template <typename C>
-C* MakePlaced(QWidget& parent, UINT id, QSize size)
-{
-    auto* control = new C;
-    control->Create(CRect(0, 0, size.width(), size.height()), kStyle, &parent, id);
     return control;
 }
 
@@ -193,6 +186,36 @@ void Gallery::Add(QBoxLayout& row, const char* name, QSize size, const Maker& ma
     Watch(card, QString::fromLatin1(name));
 }
 
+template <typename Control, typename Class, typename... Arguments>
+void Gallery::TellOf(const Control& control, UINT number, const char* name, const char* said,
+                     void (Class::*signal)(Arguments...))
+{
+    connect(&control, signal, this, [=, this] {
+        Tell(QString::fromLatin1(name), QString::fromLatin1(said), number, QString::number(0));
+    });
+}
+
+template <typename List>
+void Gallery::AddList(QBoxLayout& row, const char* name, QSize size)
+{
+    const auto make = [this, name, size](QWidget& parent, UINT id) {
+        auto* list = new List;
+        list->Create(CRect(0, 0, size.width(), size.height()), kStyle, &parent, id);
+        FillSample(*list);
+        // A commit selects the next row: of what is told only the last can be read.
+        if constexpr (std::is_base_of_v<CKvTextListBase, List>) {
+            TellOf(*list, id, name, "TextEdited", &CKvTextListBase::TextEdited);
+            TellOf(*list, id, name, "RowsEdited", &CKvTextListBase::RowsEdited);
+        } else {
+            TellOf(*list, id, name, "SelectionEdited", &CKvReportListCtrl::SelectionEdited);
+        }
+        if constexpr (std::is_same_v<CKvSubTitleTxtListEditor, List>)
+            TellOf(*list, id, name, "TimeCodeEdited", &CKvSubTitleTxtListEditor::TimeCodeEdited);
+        return list;
+    };
+    Add(row, name, size, make, Twice::Below);
+}
+
 void Gallery::AddOpener(QBoxLayout& row, const char* name, std::function<void()> open)
 {
     QWidget& card = AddCard(row, name);
@@ -266,6 +289,7 @@ void Gallery::AddCurves()
         auto* ease = new CKvParamBezierWnd(info, nullptr);
         connect(ease, &QObject::destroyed, [info] { delete info; });
         ease->Create(kStyle, CRect(0, 0, 360, 200), &parent, id);
+        TellOf(*ease, id, "CKvParamBezierWnd", "CurveChanged", &CKvParamBezierWnd::CurveChanged);
         return ease;
     };
     Add(row, "CKvParamBezierWnd", {360, 200}, makeEase, Twice::Beside);
@@ -284,7 +308,11 @@ void Gallery::AddCurves()
         Twice::Below);
     AddOpener(*column, "CKvParamBezierCtrlDlg", [this] {
         CKvParamBezierCtrlDlg dialog(&m_ease, L"gallery", L"ease", this);
+        m_ease.Tell([this](const char* call) {
+            Tell(QStringLiteral("CKvParamBezierCtrlDlg"), QString::fromLatin1(call), 0, QString::number(0));
+        });
         dialog.DoModal();
+        m_ease.Tell({});
     });
     column->addStretch();
     row.addStretch();
@@ -292,41 +320,13 @@ void Gallery::AddCurves()
 
 void Gallery::AddLists()
 {
-    constexpr QSize kSize(420, 150);
     QBoxLayout& row = AddFamily(kTextGalleryLists);
-    Add(row, "CKvReportListCtrl", kSize, [kSize](QWidget& parent, UINT id) {
-        auto* list = MakePlaced<SampleList>(parent, id, kSize);
-        list->setAccessibleName(Text(kTextPages));
-        list->Fill();
-        return list;
-    });
-    Add(
-        row, "CKvTextEditListCtrl", kSize,
-        [kSize](QWidget& parent, UINT id) {
-            auto* list = MakePlaced<CKvTextEditListCtrl>(parent, id, kSize);
-            list->AddString(
-                CStringArray{L"NORTHERN LIGHTS", L"A film in three parts\nby the harbour", L"الضوء"});
-            list->SetSelItem(1);
-            return list;
-        },
-        Twice::Beside);
+    AddList<SampleList>(row, "CKvReportListCtrl", {420, 150});
+    AddList<CKvTextEditListCtrl>(row, "CKvTextEditListCtrl", {420, 150});
     row.addStretch();
     QBoxLayout& next = AddFamily(kTextGalleryMoreLists);
-    Add(next, "CKvSubTitleTxtListEditor", {640, 150}, [](QWidget& parent, UINT id) {
-        auto* list = MakePlaced<CKvSubTitleTxtListEditor>(parent, id, {640, 150});
-        list->InserItem(-1, L"The last ferry leaves at seven.", 10, 50, L"Title");
-        list->InserItem(-1, L"Then we have\none hour.", 50, 85, L"Title");
-        list->InserItem(-1, L"Nobody has seen him since.", 90, 0xFFFFFFFF, L"Title");
-        list->SetPlayIndex(1);
-        return list;
-    });
-    Add(next, "CKvAppLogListCtrl", {640, 150}, [](QWidget& parent, UINT id) {
-        auto* log = MakePlaced<CKvAppLogListCtrl>(parent, id, {640, 150});
-        log->Initialize(1);
-        for (int type = 0; type < 4; ++type)
-            log->AddAppLogText(type, 0, Text(kTextGalleryPage, {QString::number(type)}).toStdWString());
-        return log;
-    });
+    AddList<CKvSubTitleTxtListEditor>(next, "CKvSubTitleTxtListEditor", {640, 150});
+    AddList<CKvAppLogListCtrl>(next, "CKvAppLogListCtrl", {640, 150});
     next.addStretch();
 }
 
@@ -334,31 +334,27 @@ void Gallery::AddBars()
 {
     constexpr int kWidth = 640;
     QBoxLayout& row = AddFamily(kTextGalleryBars);
-    Add(row, "CKvRibbonTitlebar", {kWidth, 98}, [](QWidget& parent, UINT id) {
+    const auto makeTitleBar = [this](QWidget& parent, UINT id) {
         auto* bar = new CKvRibbonTitlebar;
         bar->Create(kStyle, CRect(0, 0, kWidth, 0), &parent, id);
-        bar->BeginAddTitleBar(L"titler_icon", L"titler", nullptr, 1, nullptr);
-        for (const wchar_t* tab : {L"Design", L"Animate", L"Log"})
-            bar->AddRibbonItem(tab, nullptr, nullptr, 0);
-        bar->EndAddTitleBar();
-        bar->ActiveTitleBar(1, 1);
-        bar->SetSysTitle(1, WideText(kTextCaptionProduct).c_str());
-        bar->SetDocTitle(1, L"Harbour");
+        FillSample(*bar);
+        TellOf(*bar, id, "CKvRibbonTitlebar", "RibbonItemSelected", &CKvRibbonTitlebar::RibbonItemSelected);
         return bar;
-    });
-    Add(row, "CKvRibbonMenuBar", {kWidth, 98}, [this](QWidget& parent, UINT id) {
+    };
+    Add(row, "CKvRibbonTitlebar", {kWidth, 98}, makeTitleBar, Twice::Below);
+    const auto makeMenuBar = [this](QWidget& parent, UINT id) {
         auto* menu = new QMenu(this);
-        for (const wchar_t* name : {L"&File", L"&Edit", L"&View"})
-            menu->addMenu(QString::fromWCharArray(name))->addAction(Text(kTextGalleryOpen));
+        for (const wchar_t* name : {L"&File", L"&Edit", L"&View"}) {
+            const QAction* entry =
+                menu->addMenu(QString::fromWCharArray(name))->addAction(Text(kTextGalleryOpen));
+            TellOf(*entry, id, "CKvRibbonMenuBar", "triggered", &QAction::triggered);
+        }
         auto* bar = new CKvRibbonMenuBar;
         bar->Create(kStyle, CRect(0, 0, kWidth, 0), &parent, id);
-        bar->BeginAddMenuBar(L"titler_icon", L"titler", 1, menu, nullptr);
-        bar->EndAddMenuBar();
-        bar->ActiveMenuBar(1);
-        bar->SetSysTitle(1, WideText(kTextCaptionProduct).c_str());
-        bar->SetDocTitle(1, L"Harbour");
+        FillSample(*bar, menu);
         return bar;
-    });
+    };
+    Add(row, "CKvRibbonMenuBar", {kWidth, 98}, makeMenuBar, Twice::Below);
     row.addStretch();
     QBoxLayout& strips = AddFamily(kTextGalleryStrips);
     const auto makeStrip = [](QWidget& parent, UINT id) {
@@ -371,7 +367,7 @@ void Gallery::AddBars()
         return strip;
     };
     Add(strips, "CKvLayoutSelector", {kWidth, 110}, makeStrip, Twice::Beside);
-    Add(strips, "CKvScrollBar", {17, 110}, [](QWidget& parent, UINT id) {
+    const auto makeScrollBar = [](QWidget& parent, UINT id) {
         auto* bar = new CKvScrollBar;
         bar->Create(Qt::Vertical, kStyle, CRect(0, 0, 17, 110), &parent, id);
         IKvScrollLineHelper* line = nullptr;
@@ -381,19 +377,21 @@ void Gallery::AddBars()
         bar->SetScroll(*line);
         line->Release();
         return bar;
-    });
+    };
+    Add(strips, "CKvScrollBar", {17, 110}, makeScrollBar, Twice::Beside);
     strips.addStretch();
 }
 
 void Gallery::AddTools()
 {
     QBoxLayout& row = AddFamily(kTextGalleryTools);
-    Add(row, "CKvCharMapPreviewWnd", {504, 264}, [](QWidget& parent, UINT id) {
+    const auto makeGrid = [](QWidget& parent, UINT id) {
         auto* grid = new CKvCharMapPreviewWnd;
         grid->Create(kStyle, &parent, id);
         grid->SetSelected(40);
         return grid;
-    });
+    };
+    Add(row, "CKvCharMapPreviewWnd", {504, 264}, makeGrid, Twice::Beside);
     auto* column = new QVBoxLayout;
     row.addLayout(column);
     Add(

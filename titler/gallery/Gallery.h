@@ -47,10 +47,17 @@ private:
         Below
     };
     void Add(QBoxLayout& row, const char* name, QSize size, const Maker& make, Twice twice = Twice::No);
+    /// A list, twice.
+    template <typename List>
+    void AddList(QBoxLayout& row, const char* name, QSize size);
     void AddOpener(QBoxLayout& row, const char* name, std::function<void()> open);
     QWidget& AddCard(QBoxLayout& row, const char* name);
     void Watch(QWidget& parent, const QString& name);
     void Tell(const QString& name, const QString& message, UINT number, const QString& code);
+    /// Tells of a signal, for a control that sends its parent no message of it.
+    template <typename Control, typename Class, typename... Arguments>
+    void TellOf(const Control& control, UINT number, const char* name, const char* said,
+                void (Class::*signal)(Arguments...));
     class Caller;
     void AddColours();
     void AddCurves();

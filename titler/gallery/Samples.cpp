@@ -1,5 +1,6 @@
 #include "gallery/Samples.h"
 
+#include "KvGuiAdvCtrls.h"
 #include "media/Ref.h"
 #include "pages/LentPicture.h"
 #include "window/Texts.h"
@@ -49,16 +50,28 @@ private:
 
 } // namespace
 
+int SampleEase::Told(const char* call) const
+{
+    if (m_told)
+        m_told(call);
+    return 1;
+}
+
 int SampleEase::BeginEdit(const wchar_t*, const wchar_t*)
 {
     m_before = m_data;
-    return 1;
+    return Told("BeginEdit");
+}
+
+int SampleEase::CommitEdit(const wchar_t*, const wchar_t*)
+{
+    return Told("CommitEdit");
 }
 
 int SampleEase::CancelEdit(const wchar_t*, const wchar_t*)
 {
     m_data = m_before;
-    return 1;
+    return Told("CancelEdit");
 }
 
 int SampleEase::GetEaseData(const wchar_t*, const wchar_t*, SKvParamEaseData& out)
@@ -73,14 +86,14 @@ int SampleEase::SetEaseData(const wchar_t*, const wchar_t*, const SKvParamEaseDa
     constexpr double kSlow = 0.5;
     if (in.endX > in.startX) {
         m_data = in;
-        return 1;
+        return Told("SetEaseData");
     }
     m_data.kind = in.kind;
     m_data.outTangentX = in.kind == kKvEaseSpeedUp || in.kind == kKvEaseSmooth ? kSlow : 0;
     m_data.inTangentX = in.kind == kKvEaseSpeedDown || in.kind == kKvEaseSmooth ? kSlow : 0;
     m_data.outTangentY = 0;
     m_data.inTangentY = 0;
-    return 1;
+    return Told("SetEaseData");
 }
 
 IKvLayoutSelectorData* MakeSamplePages()
@@ -101,6 +114,53 @@ void SampleList::Fill()
 BOOL SampleList::_CanEditCell(int, int)
 {
     return 1;
+}
+
+void FillSample(SampleList& list)
+{
+    list.setAccessibleName(Text(kTextPages));
+    list.Fill();
+}
+
+void FillSample(CKvTextEditListCtrl& list)
+{
+    list.AddString(CStringArray{L"NORTHERN LIGHTS", L"A film in three parts\nby the harbour", L"الضوء"});
+    list.SetSelItem(1);
+}
+
+void FillSample(CKvSubTitleTxtListEditor& list)
+{
+    list.InserItem(-1, L"The last ferry leaves at seven.", 10, 50, L"Title");
+    list.InserItem(-1, L"Then we have\none hour.", 50, 85, L"Title");
+    list.InserItem(-1, L"Nobody has seen him since.", 90, 0xFFFFFFFF, L"Title");
+    list.SetPlayIndex(1);
+}
+
+void FillSample(CKvAppLogListCtrl& log)
+{
+    log.Initialize(1);
+    for (int type = 0; type < 4; ++type)
+        log.AddAppLogText(type, 0, Text(kTextGalleryPage, {QString::number(type)}).toStdWString());
+}
+
+void FillSample(CKvRibbonTitlebar& bar)
+{
+    bar.BeginAddTitleBar(L"titler_icon", L"titler", nullptr, 1, nullptr);
+    for (const wchar_t* tab : {L"Design", L"Animate", L"Log"})
+        bar.AddRibbonItem(tab, nullptr, nullptr, 0);
+    bar.EndAddTitleBar();
+    bar.ActiveTitleBar(1, 1);
+    bar.SetSysTitle(1, WideText(kTextCaptionProduct).c_str());
+    bar.SetDocTitle(1, L"Harbour");
+}
+
+void FillSample(CKvRibbonMenuBar& bar, HMENU menu)
+{
+    bar.BeginAddMenuBar(L"titler_icon", L"titler", 1, menu, nullptr);
+    bar.EndAddMenuBar();
+    bar.ActiveMenuBar(1);
+    bar.SetSysTitle(1, WideText(kTextCaptionProduct).c_str());
+    bar.SetDocTitle(1, L"Harbour");
 }
 
 } // namespace titler
