@@ -91,6 +91,8 @@ def find_dialog(test, button):
         test.event(case, "StateChanged", "checked", lambda: case.do("Toggle"), 1)
         expect("description", parts['push button "Find Next"'].description, "Go to the next place (Enter or F3)")
         test.key("Tab", parts['text "Replace with:"'], text)
+        parts['push button "Find Next"'].do("Press")
+        test.hears("CKvFindReplaceTxtDlg", "Find")
 
 
 @control("CKvButton", "CKvBitmapButton", "CKvRadioBitmapButton")
