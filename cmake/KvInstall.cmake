@@ -83,6 +83,8 @@ if(TARGET titler)
   install(FILES "${desktop}/titler.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages" COMPONENT tools)
   install(FILES "${desktop}/titler.metainfo.xml"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo" COMPONENT tools)
+endif()
+if(TARGET KvGuiAdvCtrls)
   # To begin a skin of one's own with: the library carries its own within.
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/skin/" DESTINATION "${share_dir}/skin" COMPONENT devel
     FILES_MATCHING PATTERN "*.svg" PATTERN "*.png" PATTERN "*.ini")

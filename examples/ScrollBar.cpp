@@ -3,33 +3,34 @@
 #include <KvWnd.h>
 
 #include <QApplication>
+#include <QShortcut>
 
-class FilmView : public CKvWnd
+struct FilmView : CKvWnd
 {
-    static constexpr std::int64_t kFrameWidth = 100;
+    static constexpr std::int64_t kWidth = 100; // of a frame, in pixels
     IKvScrollLineHelper* m_line = nullptr;
     CKvScrollBar m_bar;
 
-public:
     FilmView()
     {
         KvCreateScrollLineHelper(&m_line);
-        m_line->SetVirtualLength(10LL * 365 * 24 * 3600 * 25 * kFrameWidth);
+        m_line->SetVirtualLength(10LL * 365 * 24 * 3600 * 25 * kWidth);
         CreateWnd(WS_TABSTOP, {0, 0, 640, 120}, nullptr, 0);
         m_bar.Create(Qt::Horizontal, WS_CHILD | WS_VISIBLE, {}, this, 1001);
+        new QShortcut(Qt::Key_Left, this, [this] { m_bar.triggerAction(QScrollBar::SliderSingleStepSub); });
+        new QShortcut(Qt::Key_Right, this, [this] { m_bar.triggerAction(QScrollBar::SliderSingleStepAdd); });
     }
     ~FilmView() override { m_line->Release(); }
 
-protected:
     BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override
     {
         if (message != WM_HSCROLL) // a vertical bar sends WM_VSCROLL
             return CKvWnd::OnWndMsg(message, wParam, lParam, result);
-        const std::int64_t page = m_line->GetViewLength();
-        const std::int64_t steps[] = {-kFrameWidth, kFrameWidth, -page, page}; // from SB_LINEUP on
+        const std::int64_t steps[] = {-kWidth, kWidth, -width(), width()}; // from SB_LINEUP on
         const UINT code = LOWORD(wParam);
         m_line->SetPosition(code <= SB_PAGEDOWN ? m_line->GetPosition() + steps[code] : m_bar.GetScrollPos());
         m_bar.SetScrollPos(m_line->GetPosition());
+        setWindowTitle(QString("Code %1, frame %2").arg(code).arg(m_line->GetPosition() / kWidth));
         update();
         return 1;
     }
@@ -41,11 +42,10 @@ protected:
     }
     void OnPaint(Graphics& graphics) override
     {
-        for (std::int64_t x = -(m_line->GetPosition() % kFrameWidth); x < width(); x += kFrameWidth) {
-            const QRect frame(static_cast<int>(x), 0, kFrameWidth - 1, height() - 17);
+        for (std::int64_t x = -(m_line->GetPosition() % kWidth); x < width(); x += kWidth) {
+            const QRect frame(static_cast<int>(x), 0, kWidth - 1, height() - 17);
             graphics.fillRect(frame, QColor(60, 66, 78));
-            const QString number = QString::number((m_line->GetPosition() + x) / kFrameWidth);
-            graphics.drawText(frame, Qt::AlignCenter, number);
+            graphics.drawText(frame, Qt::AlignCenter, QString::number((m_line->GetPosition() + x) / kWidth));
         }
     }
 };

@@ -12,11 +12,28 @@ pages=(docs/*.md docs/controls/*.md)
 
 named() { grep -qw -- "$1" "${pages[@]}"; }
 
-# What stands between Q_SIGNALS and the next section or the end of a class.
-signals=$(awk '/^Q_SIGNALS:/ { on = 1; next } /^[a-z]*:|^};/ { on = 0 } on' include/*.h | grep -oE 'void [A-Z][A-Za-z]*' | sort -u)
-[ "$(wc -l <<<"$signals")" -ge 25 ] || fail "next to no signals were found"
-while read -r _ signal; do
-  named "$signal" || fail "No page names the signal $signal"
+# The pages on a control: the ones that begin with its name. A part of a control is on the page that names it, and
+# what several controls derive from on the page of each.
+pages_of() {
+  local found derived
+  found=$(awk -v name="\`$1\`" 'FNR == 3 && index($0, name) { print FILENAME }' docs/controls/*.md)
+  [ -n "$found" ] || for derived in $(sed -nE "s/^class KV_API (\w+) : public $1\>.*/\1/p" include/*.h); do
+    found+=" $(pages_of "$derived")"
+  done
+  [ -n "${found// /}" ] || found=$(grep -lF "\`$1\`" docs/controls/*.md || true)
+  printf '%s\n' $found
+}
+
+# What stands between Q_SIGNALS and the next section or the end of a class, with the name of that class.
+signals=$(awk '/^class KV_API/ { name = $3 } /^Q_SIGNALS:/ { on = 1; next } /^[a-z]*:|^};/ { on = 0 }
+  on && match($0, /void [A-Z][A-Za-z]*/) { print name, substr($0, RSTART + 5, RLENGTH - 5) }' include/*.h)
+[ "$(wc -l <<<"$signals")" -ge 40 ] || fail "next to no signals were found"
+while read -r class signal; do
+  of_class=$(pages_of "$class")
+  [ -n "$of_class" ] || fail "No page is on $class"
+  for page in $of_class; do
+    grep -qE "\`$signal[\`(]" "$page" || fail "$page does not name the signal $signal of $class"
+  done
 done <<<"$signals"
 
 # A class with the meta-object macro is one that a host creates or derives from; what several share is no page's.

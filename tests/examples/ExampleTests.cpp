@@ -14,6 +14,7 @@ namespace {
 constexpr int kLongestRun = 15000; // milliseconds
 constexpr int kFewestColours = 20; // of a window that draws anything
 constexpr int kMostLines = 60;
+constexpr int kMostLinesOfHost = 300; // of its three files together
 
 struct Example
 {
@@ -45,12 +46,18 @@ const Example kExamples[] = {
     {"QtBridges", "", "30000/1001"},
     {"QuadGradient", "Right", "top right: #247ba0"},
     {"ReportList", "Down F2 x Return", "Row 1 says x"},
-    {"ScrollBar", "", ""},
+    {"ScrollBar", "Right Right Left Right", "Code 1, frame 2"},
     {"SubtitleList", "F2 x Return", "Row 1 says: x"},
     {"Swatches", "Right Return", "picked a swatch"},
     {"TextList", "F2 x Return Ctrl+Z", "as it was"},
     {"TitleBar", "Alt+2", "Animate is shown"},
 };
+
+qsizetype LinesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : -1;
+}
 
 class Examples : public testing::TestWithParam<Example>
 {
@@ -113,12 +120,21 @@ TEST(ExampleFiles, AreShortTriedAndNamed)
     const QStringList names = folder.entryList({"*.cpp"});
     EXPECT_FALSE(names.isEmpty());
     for (const QString& name : names) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_LE(file.readAll().count('\n'), kMostLines) << name.toStdString();
+        const qsizetype lines = LinesOf(folder.filePath(name));
+        EXPECT_GT(lines, 0) << name.toStdString();
+        EXPECT_LE(lines, kMostLines) << name.toStdString();
         EXPECT_TRUE(tried.contains(name)) << name.toStdString() << " is started by no test";
         EXPECT_TRUE(page.contains(name.toUtf8())) << name.toStdString() << " is not in README.md";
     }
+    const QDir host(folder.filePath("host"));
+    qsizetype ofHost = 0;
+    for (const QString& name : host.entryList(QDir::Files)) {
+        ofHost += LinesOf(host.filePath(name));
+        EXPECT_TRUE(page.contains("host/" + name.toUtf8())) << name.toStdString() << " is not in README.md";
+    }
+    EXPECT_GT(ofHost, 0);
+    EXPECT_LE(ofHost, kMostLinesOfHost);
+    EXPECT_TRUE(page.contains(QByteArray::number(kMostLinesOfHost) + " lines")) << "README.md says otherwise";
 }
 
 } // namespace
