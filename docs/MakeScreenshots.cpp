@@ -20,6 +20,7 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QProcess>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeView>
@@ -158,16 +159,32 @@ bool SaveGradients(const Pictures& pictures)
                         [&](auto& scene) { drag(scene, scene.XOf(0.52), scene.XOf(0.6), midPoints); });
 }
 
+/// The window of docs/first-window.md, of a host that has no theme.
+bool SaveFirstWindow(const Pictures& pictures)
+{
+    QWidget window;
+    window.setPalette(QApplication::style()->standardPalette());
+    window.resize(420, 80);
+    CKvGradientCtrl gradient;
+    gradient.setGeometry(10, 10, 400, 60);
+    gradient.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &window, 1001);
+    const SKvCGGradientKey stops[] = {{0xFF2A1B5E, 0.0f, 0.5f}, {0xFFFFB347, 1.0f, 0.5f}};
+    gradient.SetData(static_cast<int>(std::size(stops)), stops);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    return pictures.Save(window, "first-window");
+}
+
 int Render(const QString& folder, const Series& series)
 {
     const Pictures pictures(QDir(folder).absolutePath(), series.ending, series.only);
     const QTemporaryDir swatches; // whatever the user has
     KeepSwatches(swatches.path());
     QCursor::setPos(0, 0); // over no button of a window that stands in the corner
-    return SaveTitler(pictures) && SaveGradients(pictures) && SaveColours(pictures) && SaveCurves(pictures) &&
-                   SaveCaptions(pictures) && SaveAppLog(pictures) && SaveLists(pictures) &&
-                   SaveColourPanel(pictures) && SaveLayouts(pictures) && SaveTextTools(pictures) &&
-                   SaveParts(pictures)
+    return SaveTitler(pictures) && SaveGradients(pictures) && SaveFirstWindow(pictures) &&
+                   SaveColours(pictures) && SaveCurves(pictures) && SaveCaptions(pictures) &&
+                   SaveAppLog(pictures) && SaveLists(pictures) && SaveColourPanel(pictures) &&
+                   SaveLayouts(pictures) && SaveTextTools(pictures) && SaveParts(pictures)
                ? 0
                : 1;
 }

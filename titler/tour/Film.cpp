@@ -23,6 +23,7 @@
 #include <QtWidgets/qtestsupport_widgets.h>
 
 #include <functional>
+#include <utility>
 
 namespace titler {
 namespace {
@@ -33,7 +34,7 @@ constexpr int kGlide = 8;           // pictures of a way of the pointer
 constexpr int kRest = 6;            // and of what is to be read
 constexpr int kPlayed = 50;         // frames of the title
 constexpr int kPlayedStep = 2;
-constexpr int kMargin = 8; // of the dialog, over the window's lower right corner
+constexpr int kMostTurns = 8; // of the event loop until a picture stays as it is
 constexpr Property kShaped = Property::Y;
 
 class Film
@@ -52,6 +53,7 @@ private:
     void Play();
 
     void Shoot(int count = 1);
+    QImage PictureAtRest();
     void Glide(QPoint to);
     void Drag(QWidget& widget, const QList<QPoint>& ways);
     void Click(QWidget& widget, QPoint place);
@@ -93,12 +95,25 @@ QPoint Film::PlaceOf(QWidget& widget, const std::function<bool(QAccessibleInterf
     return widget.rect().center();
 }
 
+// What a turn of the event loop lays out, the next one may lay out again: a scroll bar goes only after there
+// is room without it.
+QImage Film::PictureAtRest()
+{
+    QImage picture;
+    QImage before;
+    for (int turn = 0; turn < kMostTurns && (turn == 0 || picture != before); ++turn) {
+        QCoreApplication::processEvents();
+        before = std::exchange(picture, PictureOf(m_window).toImage());
+    }
+    return picture;
+}
+
 // As the pointer of a desktop, which no rendering of a window has.
 void Film::Shoot(int count)
 {
     QCoreApplication::processEvents();
     Check(QTest::qWaitFor([this] { return !m_window.Pages().IsBusy(); }, kLongestWait), "pages");
-    QPixmap picture = PictureOf(m_window);
+    QImage picture = PictureAtRest();
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(m_pointer);
@@ -109,7 +124,7 @@ void Film::Shoot(int count)
     painter.setBrush(Qt::white);
     painter.drawPath(arrow);
     painter.end();
-    const QImage image = picture.toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage image = picture.convertToFormat(QImage::Format_RGB32);
     for (; count > 0 && m_fault.isEmpty(); --count) {
         const QString file =
             m_folder.filePath(QStringLiteral("%1.png").arg(++m_shots, 4, 10, QLatin1Char('0')));
@@ -203,8 +218,7 @@ void Film::ShapeInDialog()
         auto* dialog = qobject_cast<CKvParamBezierCtrlDlg*>(one);
         if (dialog == nullptr || !dialog->isVisible() || dialog->GetCurveWnd() == nullptr)
             continue;
-        dialog->move(m_window.mapToGlobal(m_window.rect().bottomRight()) -
-                     QPoint(dialog->width() + kMargin, dialog->height() + kMargin));
+        MoveInto(*dialog, m_window);
         Shoot(kRest);
         QWidget& curve = *dialog->GetCurveWnd();
         int handles = 0; // key, its handle, the other key's handle, that key

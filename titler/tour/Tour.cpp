@@ -73,7 +73,9 @@ private:
     {
         const bool isThere = QTest::qWaitFor(
             [] { return Dialog<D>() != nullptr && Dialog<D>()->isActiveWindow(); }, kLongestWait);
-        if (!isThere)
+        if (isThere)
+            MoveInto(*Dialog<D>(), m_window);
+        else
             m_fault = Text(kTextNoDisplay);
     }
     /// A command of the menus.
@@ -116,21 +118,21 @@ private:
 
 Tour::Tour(QString folder, QSize size) : m_folder(std::move(folder))
 {
+    QDir::setCurrent(m_material.path()); // the pictures show the names of its files alone
     m_window.resize(size);
     m_window.ShowStart();
     m_window.show();
     m_window.activateWindow();
 }
 
-// A file of the tour's own, to be dropped on the window.
+// A file of the tour's own, to be dropped on the window by its short name.
 QString Tour::Make(const QString& name, const QByteArray& bytes)
 {
-    const QString file = m_material.filePath(name);
-    QDir().mkpath(QFileInfo(file).path());
-    const QString fault = WriteWhole(file, bytes);
+    QDir().mkpath(QFileInfo(name).path());
+    const QString fault = WriteWhole(name, bytes);
     if (!fault.isEmpty())
         m_fault = fault;
-    return file;
+    return name;
 }
 
 void Tour::Key(int key, Qt::KeyboardModifiers modifiers)
@@ -262,7 +264,7 @@ std::vector<Tour::Step> Tour::Steps()
              Key(Qt::Key_Space); // pauses
              for (const char* name : {"ferry.mxf", "ferry_A1.wav", "ferry_A2.wav", "pier.mov", "pier.wav"})
                  Make(QStringLiteral("media/") + QLatin1String(name));
-             Drop(m_material.filePath(QStringLiteral("media")));
+             Drop(QStringLiteral("media"));
          },
          [this] {
              return m_window.Current() == Workspace::Clips && !m_window.Media().IsBusy() &&
@@ -289,17 +291,21 @@ std::vector<Tour::Step> Tour::Steps()
         {"log", kTourLog, [this] { Key(Qt::Key_F12); }, isAt(Workspace::Log)},
         {"find", kTourFind,
          [this] {
+             Key(Qt::Key_F4);
              Key(Qt::Key_H, Qt::ControlModifier);
              WaitFor<CKvFindReplaceTxtDlg>();
              Type("ferry");
+             Key(Qt::Key_Return); // begins again at the first title
              Key(Qt::Key_Return);
          },
          [this] {
-             return Dialog<CKvFindReplaceTxtDlg>() != nullptr && m_window.Current() != Workspace::Log;
+             return Dialog<CKvFindReplaceTxtDlg>() != nullptr && m_window.Current() == Workspace::Subtitles &&
+                    m_window.Subtitles().List().GetCurrentItem() == 0;
          }},
         {"characters", kTourCharacters,
          [this] {
              Leave();
+             Choose(TraitsOf(Workspace::Design).textId);
              Choose(kTextCharacterMap);
              WaitFor<CKvCharMapDlg>();
              Type("small e acute");
@@ -358,7 +364,10 @@ QString RunTour(const QString& folder, QSize window, QString& report)
     QDir().mkpath(folder);
     const QTemporaryDir swatches; // the user's own stay out of it
     KeepSwatches(swatches.path());
-    return Tour(folder, window).Run(report);
+    const QString place = QDir::currentPath();
+    const QString fault = Tour(QDir(folder).absolutePath(), window).Run(report);
+    QDir::setCurrent(place);
+    return fault;
 }
 
 } // namespace titler
