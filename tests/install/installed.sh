@@ -69,6 +69,18 @@ examples)
   cmake --build "$work/build" --target example_NamingRules example_Gradient example_Host || fail "the examples are not built"
   "$work/build/NamingRules" | grep -x 'harbour.mxf: harbour_A1.wav harbour_A2.wav' >/dev/null || fail "no group"
   ;;
+library)
+  # The preset builds no program, and what it builds is all that its installation wants.
+  cmake -S "$source" --preset library -B "$work/library" -DKV_BUILD_DESIGNER=OFF >"$work/log" || { cat "$work/log"; fail "the preset is not configured"; }
+  built=$(cmake --build "$work/library" --target help | grep -oE '^(titler|kvgroup|kv_screenshots|example_[A-Za-z]*):' || true)
+  [ -z "$built" ] || fail "the preset builds $built"
+  mkdir -p "$work/library/lib"
+  cp -a "$build"/lib/libKvCore.a "$build"/lib/libKvGuiAdvCtrls.so* "$work/library/lib"
+  cmake --install "$work/library" --prefix "$work/tree" >"$work/log" || fail "more is wanted than was built"
+  [ ! -e "$work/tree/bin" ] || fail "there are programs"
+  tree=$work/tree
+  build_and_run "$here/widgets"
+  ;;
 cmake)
   build_and_run "$here/widgets"
   ;;
