@@ -10,12 +10,12 @@ constexpr const char* kSheet = R"(
 QPushButton { background: @selected; color: @selectedText; border: 1px solid @focus; border-radius: 9px;
     padding: 2px 10px; margin: 0; }
 QPushButton:hover { background: @header; }
-QLineEdit { min-height: 0; background: @back; color: @text; border: 1px solid @border; border-radius: 2px; padding: 1px 4px;
-    margin: 0; selection-background-color: @selected; selection-color: @selectedText; }
+QLineEdit { background: @back; color: @text; border: 1px solid @border; border-radius: 2px; padding: 1px 4px;
+    margin: 0; min-height: 0; selection-background-color: @selected; selection-color: @selectedText; }
 QLineEdit:focus { border-color: @focus; }
 QLabel { background: transparent; color: @text; border: none; padding: 0; margin: 0; }
-QToolButton { min-width: 0; min-height: 0; background: transparent; color: @text; border: 1px solid transparent; border-radius: 2px;
-    padding: 1px 4px; margin: 0; }
+QToolButton { background: transparent; color: @text; border: 1px solid transparent; border-radius: 2px;
+    padding: 1px 4px; margin: 0; min-width: 0; min-height: 0; }
 QToolButton:hover { border-color: @border; }
 QToolButton:checked { background: @selected; color: @selectedText; }
 QToolButton:focus { border-color: @focus; }
