@@ -186,6 +186,8 @@ void CKvScrollBar::Act(int action)
     if (action == SliderMove || action == SliderNoAction)
         return;
     setSliderPosition(value()); // how far a line or page goes is the parent's to say
+    if (!isEnabled())
+        return; // a screen reader can ask it all the same
     Send(CodeOf(action));
 }
 
@@ -193,6 +195,10 @@ void CKvScrollBar::Track()
 {
     if (m_impl->isSetting)
         return;
+    if (!isEnabled()) {
+        SetScrollPos(m_impl->position);
+        return;
+    }
     m_impl->position = m_impl->Scale().ToOffset(value());
     Send(isSliderDown() ? SB_THUMBTRACK : SB_THUMBPOSITION);
 }

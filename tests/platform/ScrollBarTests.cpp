@@ -81,6 +81,18 @@ TEST_F(ScrollBar, TellsActionsAndStaysWhereItIs)
     }
 }
 
+// As a screen reader asks it.
+TEST_F(ScrollBar, DisabledItStays)
+{
+    bar.setEnabled(false);
+    bar.triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    bar.triggerAction(QAbstractSlider::SliderToMaximum);
+    bar.setValue(bar.maximum());
+    EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(bar.GetScrollPos(), 300);
+    EXPECT_EQ(bar.value(), 300);
+}
+
 TEST_F(ScrollBar, TracksTheThumb)
 {
     const QPoint thumb = Thumb();
