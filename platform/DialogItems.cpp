@@ -48,6 +48,7 @@ protected:
     void paintEvent(QPaintEvent*) override
     {
         QStylePainter painter(this);
+        painter.setLayoutDirection(layoutDirection()); // else the program's: signs such as "|<" change places
         QStyleOptionButton option;
         initStyleOption(&option);
         option.text = Shown();

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -139,6 +140,26 @@ QColor CKvReportListCtrl::Impl::Colour(int line, int column, bool isBack) const
     return state == kKvReportDisabled ? theme.disabledText : theme.text;
 }
 
+bool CKvReportListCtrl::Impl::IsHeadingRight(int column) const
+{
+    const int line = rows.ShownLine(0);
+    const int width = layout.Right(column) - layout.Left(column);
+    return line >= 0 && StyleOf(OneLine(rows.Row(line).Text(column), width), kKvReportLeft) == kKvReportRight;
+}
+
+void CKvReportListCtrl::Impl::PlaceHeadings()
+{
+    std::vector<bool> right;
+    for (int column = 0; column < layout.ColumnCount(); ++column)
+        right.push_back(IsHeadingRight(column));
+    if (right == headingsRight)
+        return;
+    headingsRight = std::move(right);
+    const QRect header(0, 0, list.width(), layout.header.bottom);
+    if (!(QRegion(header) - dirty).isEmpty())
+        list.update(header);
+}
+
 void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
 {
     const QRect header(0, 0, list.width(), layout.header.bottom);
@@ -149,15 +170,20 @@ void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
     const kv::DevicePixels pixels(painter);
     painter.setPen(list.isEnabled() ? theme.text : theme.disabledText);
     const QFontMetrics metrics(list.font());
+    const Qt::LayoutDirection direction = painter.layoutDirection();
     for (int column = 0; column < layout.ColumnCount(); ++column) {
         const int left = layout.Left(column) - scrollX;
         const int width = layout.Right(column) - layout.Left(column);
         const QRect room(left + kKvReportTextMargin, 0, width - 2 * kKvReportTextMargin, header.height());
-        const std::wstring& text = columns.columns[static_cast<std::size_t>(column)].header;
-        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
-                         metrics.elidedText(KvToQString(text), Qt::ElideRight, room.width()));
+        const auto place = static_cast<std::size_t>(column);
+        const QString text = KvToQString(columns.columns[place].header);
+        const Qt::Alignment side = headingsRight[place] ? Qt::AlignRight : Qt::AlignLeft;
+        painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+        painter.drawText(room, static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter),
+                         metrics.elidedText(text, Qt::ElideRight, room.width()));
         painter.fillRect(pixels.Column(left + width - 1, 4, header.height() - 4), theme.disabledText);
     }
+    painter.setLayoutDirection(direction);
 }
 
 void CKvReportListCtrl::Impl::DrawRow(QPainter& painter, int line, const QRect& row)
@@ -254,6 +280,7 @@ void CKvReportListCtrl::OnPaint(Graphics& graphics)
         impl.screen.Forget();
     impl.SyncBars();
     graphics.setFont(font());
+    impl.PlaceHeadings();
     impl.DrawHeader(graphics);
     const CRect& cells = impl.layout.cells;
     int end = cells.top;

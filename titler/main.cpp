@@ -293,10 +293,10 @@ int Run(int& argc, char** argv, const Options& options)
 std::optional<Options> ReadArguments(int& argc, char** argv, QString& fault)
 {
     const QCoreApplication application(argc, argv); // a QApplication would already look for a display
-    ChooseLanguage(SystemLanguage());               // in which a fault is told
-    std::optional<Options> options = ParseCommandLine(QCoreApplication::arguments(), fault);
-    if (options)
-        ChooseLanguage(LanguageOf(*options));
+    const QStringList arguments = QCoreApplication::arguments();
+    const Language* named = LanguageNamedIn(arguments);
+    ChooseLanguage(named != nullptr ? *named : SystemLanguage()); // in which a fault is told, too
+    std::optional<Options> options = ParseCommandLine(arguments, fault);
     if (options && options->help)
         std::printf("%s", qUtf8Printable(HelpText()));
     return options;

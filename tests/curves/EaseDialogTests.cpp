@@ -345,6 +345,26 @@ TEST(EaseDialog, ButtonsFollowHistoryAndSegments)
     EXPECT_EQ(OpenWith(nobody, [&] { walk(nobody, false); }), 7);
 }
 
+TEST(EaseDialog, SignsOnButtonsPointWhereTimeRuns)
+{
+    Host host;
+    Dialog dialog(&host);
+    const auto pictures = [&] {
+        QList<QImage> shown;
+        for (const UINT id : {12093u, 12094u})
+            shown << dialog.GetDlgItem(id)->grab().toImage();
+        return shown;
+    };
+    OpenWith(dialog, [&] {
+        const QList<QImage> before = pictures();
+        EXPECT_NE(before[0], before[1]);
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        EXPECT_EQ(pictures(), before);
+        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+        dialog.EndDialog(IDCANCEL);
+    });
+}
+
 TEST(EaseDialog, HostMayDeleteItInAnyCall)
 {
     for (const char* call :

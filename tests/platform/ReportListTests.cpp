@@ -342,6 +342,36 @@ TEST_F(ReportList, PaintsWhatChangedAlone)
     EXPECT_EQ(painted(), QRect(cells));
 }
 
+TEST_F(ReportList, HeadingsStandOverTheirCells)
+{
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    list.SetHeaderText(0, L"Name");
+    list.SetHeaderText(1, L"الاسم");
+    // Whether there is more of the heading in the right half of its column.
+    const auto isRight = [this](int column) {
+        QRect room(list.GetCellRect(0, column));
+        room = QRect(room.left() + 2, 2, room.width() - 6, 20);
+        const QImage shown = list.grab(room).toImage();
+        int balance = 0;
+        for (int y = 0; y < shown.height(); ++y)
+            for (int x = 0; x < shown.width(); ++x)
+                if (shown.pixel(x, y) != shown.pixel(0, 0))
+                    balance += 2 * x < shown.width() ? -1 : 1;
+        EXPECT_NE(balance, 0);
+        return balance > 0;
+    };
+    list.InsertRow(-1, {L"12:00", L"one"});
+    EXPECT_FALSE(isRight(0));
+    EXPECT_FALSE(isRight(1)) << "as the texts below, whatever the direction of heading and program";
+    QApplication::processEvents();
+    list.SetItemText(0, 0, L"واحد");
+    list.SetItemText(0, 1, L"واحد");
+    QApplication::processEvents();
+    EXPECT_TRUE(isRight(0));
+    EXPECT_TRUE(isRight(1));
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 TEST_F(ReportList, PaintsTheCellsOwnColours)
 {
     Fill(2);

@@ -63,6 +63,9 @@ TEST(TextFile, LettersForAltArePresentAndUniqueInAMenu)
     EXPECT_EQ(FaultsOf(L"&Open", "Öffnen").size(), 1u);
     EXPECT_EQ(FaultsOf(L"&Open", "&Öffn&en").size(), 1u);
     EXPECT_EQ(FaultsOf(L"Cut & paste", "Schneiden &kleben").size(), 1u);
+    EXPECT_EQ(FaultsOf(L"&Open", "&Öffnen"), std::vector<std::string>());
+    EXPECT_EQ(FaultsOf(L"&Open", "ف&تح").size(), 1u) << "the underline parts joined letters";
+    EXPECT_EQ(FaultsOf(L"&Open", "&開く").size(), 1u) << "on no keyboard";
     const std::vector<TextItem> items = {
         {L"Menus", L"1.1", L"&Add"},
         {L"Menus", L"1.2", L"&Remove"},
@@ -75,6 +78,14 @@ TEST(TextFile, LettersForAltArePresentAndUniqueInAMenu)
     EXPECT_EQ(kv::CheckTextFile(
                   items, "[Menus]\n1.1=&Dazu\n1.2=Weg &damit\n1.3=&Marke dazu\n1.4=&Marke weg\n2.1=&Dazu\n"),
               std::vector<std::string>{"Menus 1.2: another entry of the menu has the same letter for Alt"});
+}
+
+TEST(TextFile, ALineDoesNotBreakBeforeASign)
+{
+    EXPECT_EQ(FaultsOf(L"Sure?", "Bien sûr ?").size(), 1u);
+    EXPECT_EQ(FaultsOf(L"“x”", "« x\u00A0»").size(), 1u);
+    EXPECT_EQ(FaultsOf(L"“x”", "«\u00A0x »").size(), 1u);
+    EXPECT_EQ(FaultsOf(L"“x”; sure?", "«\u00A0x\u00A0»\u202F; bien sûr\u00A0?"), std::vector<std::string>());
 }
 
 } // namespace

@@ -2,15 +2,20 @@
 #include "KvCharMapDlg.h"
 #include "KvGradientCtrl.h"
 #include "KvLayoutSelector.h"
+#include "KvRibbonTitlebar.h"
+#include "KvSubTitleTxtListEditor.h"
 #include "gallery/Gallery.h"
+#include "window/Language.h"
 #include "window/MainWindow.h"
 #include "window/Settings.h"
 #include "window/Skin.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QMenu>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -75,6 +80,28 @@ TEST(Gallery, SaysWhatAControlTells)
             QTest::keyClick(characters->GetGrid(), Qt::Key_Return);
         }
     EXPECT_TRUE(isTold("CKvCharMapDlg told: OnCommand"));
+}
+
+TEST(Gallery, SpeaksTheLanguageThatIsChosen)
+{
+    const QTemporaryDir swatches;
+    KeepSwatches(swatches.path());
+    ChooseLanguage(*FindLanguage("de"));
+    Gallery gallery;
+    auto* subtitles = gallery.findChild<CKvSubTitleTxtListEditor*>();
+    ASSERT_NE(subtitles, nullptr);
+    EXPECT_EQ(subtitles->GetItemText(0, kKvSubTitleTemplate), L"Titel");
+    QStringList menus;
+    for (const QMenu* menu : gallery.findChildren<QMenu*>())
+        menus << menu->title();
+    EXPECT_TRUE(menus.contains(QStringLiteral("&Datei"))) << qPrintable(menus.join(u' '));
+    QStringList tabs;
+    QAccessibleInterface* bar =
+        QAccessible::queryAccessibleInterface(gallery.findChild<CKvRibbonTitlebar*>());
+    for (int i = 0; i < bar->childCount(); ++i)
+        tabs << bar->child(i)->text(QAccessible::Name);
+    EXPECT_TRUE(tabs.contains(QStringLiteral("Gestalten"))) << qPrintable(tabs.join(u' '));
+    ChooseLanguage(*FindLanguage("en"));
 }
 
 // KV_PICTURES names a folder for pictures that differ.

@@ -2,8 +2,10 @@
 #include "KvFindReplaceTxtDlg.h"
 #include "KvGuiRes.h"
 #include "edit/Document.h"
+#include "edit/PropertyText.h"
 #include "export/ExportDialog.h"
 #include "media/MediaPanel.h"
+#include "subtitles/SubtitleFindBar.h"
 #include "subtitles/SubtitleList.h"
 #include "subtitles/SubtitlePanel.h"
 #include "subtitles/SubtitleStyle.h"
@@ -14,16 +16,20 @@
 #include "window/Texts.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
+#include <QUndoStack>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -170,6 +176,98 @@ TEST_F(InLanguages, EachMenusLettersForAltAreUnique)
     }
 }
 
+// The letter for Alt that is seen on a widget, in capitals; empty for none.
+QString LetterOf(const QWidget& widget)
+{
+    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    const bool answers = button != nullptr || (label != nullptr && label->buddy() != nullptr);
+    if (!answers || !widget.isVisible())
+        return {};
+    return QKeySequence::mnemonic(widget.property("text").toString()).toString().section(u'+', -1);
+}
+
+TEST_F(InLanguages, EachWorkspacesLettersForAltAreUnique)
+{
+    MainWindow window;
+    window.resize(1280, 800);
+    window.show();
+    for (const Language& language : Languages()) {
+        ChooseLanguage(language);
+        for (const Workspace workspace : kWorkspaces) {
+            window.Show(workspace);
+            if (workspace == Workspace::Subtitles)
+                window.findChild<SubtitleFindBar*>()->OpenReplacement();
+            QApplication::processEvents();
+            QStringList letters;
+            QStringList taken;
+            for (const QWidget* widget : window.findChildren<QWidget*>()) {
+                const QString letter = LetterOf(*widget);
+                if (letter.isEmpty())
+                    continue;
+                if (letters.contains(letter))
+                    taken << widget->property("text").toString();
+                letters << letter;
+            }
+            EXPECT_EQ(taken, QStringList()) << language.code << ' ' << TraitsOf(workspace).name;
+            EXPECT_FALSE(letters.isEmpty() && workspace == Workspace::Rules);
+        }
+    }
+}
+
+TEST_F(InLanguages, NoLetterForAltIsReadAloudOrShownInBrackets)
+{
+    MainWindow window;
+    ExportDialog frames(NewProject(), {});
+    const QRegularExpression mark(QStringLiteral("&|\\([A-Z]\\)"));
+    for (const char* code : {"en", "ja", "ar"}) {
+        Choose(code);
+        for (QWidget* part : window.findChildren<QWidget*>() + frames.findChildren<QWidget*>()) {
+            const auto* tool = qobject_cast<QToolButton*>(part);
+            if (tool != nullptr && tool->toolButtonStyle() != Qt::ToolButtonIconOnly)
+                EXPECT_FALSE(tool->text().contains(mark)) << qPrintable(tool->text());
+            if (qobject_cast<QAbstractButton*>(part) == nullptr && qobject_cast<QLabel*>(part) == nullptr)
+                continue;
+            const QString name = QAccessible::queryAccessibleInterface(part)->text(QAccessible::Name);
+            EXPECT_FALSE(name.contains(mark)) << qPrintable(name);
+        }
+    }
+}
+
+TEST_F(InLanguages, StepsAreNamedInTheLanguageThatIsChosen)
+{
+    MainWindow window;
+    Document& document = window.Project();
+    document.Edit(EditKind::Single, PropertyStep(kStepAddKey, Property::Opacity),
+                  [](Project& project) { project.title.text = "a"; });
+    document.Edit(EditKind::Single, kStepStyle, [](Project& project) { project.title.text = "b"; });
+    document.Undo();
+    SubtitlePanel& panel = window.Subtitles();
+    EXPECT_TRUE(panel.Import(QStringLiteral(TITLER_SAMPLES "/subtitles.srt")));
+    panel.SetTexts([] { return Text(kStepReplaceText, {"a", "b"}); }, {{1, "b"}, {2, "b"}});
+    panel.List().SetSelItem(0);
+    QTest::keyClick(&panel.List(), Qt::Key_Delete);
+    const auto named = [&] {
+        return QStringList{document.Steps().undoText(), document.Steps().redoText(), panel.Steps().text(0),
+                           panel.Steps().text(1)};
+    };
+    const QStringList english = named();
+    EXPECT_EQ(english, (QStringList{"add key of opacity", "change style",
+                                    "Replace “a” with “b” (subtitles 2–3)", "delete (subtitle 1)"}));
+    Choose("de");
+    QStringList words = named();
+    for (qsizetype i = 0; i < words.size(); ++i)
+        EXPECT_NE(words[i], english[i]);
+    EXPECT_TRUE(words[2].contains("Untertitel 2–3")) << qPrintable(words[2]);
+    window.Show(Workspace::Design);
+    EXPECT_TRUE(TextsOf(window).join(u'\n').contains(words[0]));
+    Choose("en");
+    EXPECT_EQ(named(), english);
+    panel.Steps().undo();
+    panel.Steps().redo();
+    EXPECT_EQ(named(), english) << "a step that comes back is not named twice";
+}
+
 TEST_F(InLanguages, AMarkForAltIsNotRead)
 {
     EXPECT_EQ(WithoutMnemonic("&Open…"), "Open…");
@@ -263,6 +361,24 @@ TEST_F(InLanguages, TheLengthOfSubtitlesIsStillNoWorkToLose)
     EXPECT_EQ(questions, 0);
 }
 
+TEST_F(InLanguages, PartsOfAReportAreJoinedAsTheLanguageDoes)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("a.srt"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("WEBVTT\n\nNOTE x\n\n00:01.000 --> 00:02.000\na\n");
+    file.close();
+    Choose("ja");
+    MainWindow window;
+    QStringList said;
+    QObject::connect(&window.Subtitles(), &SubtitlePanel::Reported,
+                     [&](LogType, const QString& text) { said << text; });
+    EXPECT_TRUE(window.Subtitles().Import(file.fileName()));
+    const QString report = said.join(u'\n');
+    EXPECT_TRUE(report.contains(QString::fromUtf8("；"))) << qPrintable(report);
+    EXPECT_FALSE(report.contains(u';')) << qPrintable(report);
+}
+
 // The program in a system of that language. @return what it writes.
 QString Output(const char* systemLanguage, const QStringList& arguments)
 {
@@ -285,6 +401,8 @@ TEST_F(InLanguages, TheTerminalIsToldInTheSystemsLanguageOrTheOneThatIsNamed)
     EXPECT_TRUE(Output("zh_TW", {"--help"}).contains("The window's size"));
     EXPECT_TRUE(Output("de", {"--size", "7"}).contains("ist keine Größe"));
     EXPECT_TRUE(Output("en", {"--language", "xx"}).contains("“xx”"));
+    EXPECT_TRUE(Output("en", {"--language", "de", "--size", "7"}).contains("ist keine Größe"));
+    EXPECT_TRUE(Output("en", {"--bogus", "--language", "de"}).contains("Unbekannte Option"));
 }
 
 } // namespace

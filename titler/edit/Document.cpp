@@ -1,6 +1,7 @@
 #include "edit/Document.h"
 
 #include "project/Pages.h"
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@ Document::Document()
     m_steps.setUndoLimit(1000);
     m_now.project = FirstProject();
     connect(&m_steps, &QUndoStack::cleanChanged, this, &Document::FileChanged);
+    InEachLanguage(*this, [this] { NameAnew(m_steps); });
 }
 
 bool Document::IsModified() const
@@ -79,12 +81,12 @@ QString Document::SaveAs(const QString& file)
     return {};
 }
 
-void Document::Edit(EditKind kind, const QString& name, const Change& change)
+void Document::Edit(EditKind kind, const StepName& name, const Change& change)
 {
     Edit(kind, name, change, m_now.selection);
 }
 
-void Document::Edit(EditKind kind, const QString& name, const Change& change,
+void Document::Edit(EditKind kind, const StepName& name, const Change& change,
                     const ColourSelection& selection)
 {
     EndRun();
@@ -94,7 +96,7 @@ void Document::Edit(EditKind kind, const QString& name, const Change& change,
     Push(std::move(before), kind, name);
 }
 
-void Document::Push(ProjectState before, EditKind kind, const QString& name)
+void Document::Push(ProjectState before, EditKind kind, const StepName& name)
 {
     if (m_now.project == before.project) {
         // Nothing to undo; but a page that changed places with its like is shown there now.
@@ -106,7 +108,7 @@ void Document::Push(ProjectState before, EditKind kind, const QString& name)
     m_steps.push(new EditCommand(*this, std::move(before), m_now, kind, m_session, name));
 }
 
-int Document::BeginRun(const QString& name)
+int Document::BeginRun(const StepName& name)
 {
     if (m_inRun)
         return m_run;

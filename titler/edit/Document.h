@@ -39,16 +39,16 @@ public:
 
     /// One step of undo: `change` edits a copy of the project. Nothing happens when it changes nothing.
     using Change = std::function<void(Project&)>;
-    void Edit(EditKind kind, const QString& name, const Change& change);
+    void Edit(EditKind kind, const StepName& name, const Change& change);
     /// The same, with another colour selected afterwards.
-    void Edit(EditKind kind, const QString& name, const Change& change, const ColourSelection& selection);
+    void Edit(EditKind kind, const StepName& name, const Change& change, const ColourSelection& selection);
     /// The next step starts anew instead of joining the last one.
     void EndSession() { ++m_session; }
 
     /// Edits that belong to one gesture: whatever comes between begin and end becomes one step.
     /// A run that is open already goes on.
     /// @return the run's number, for `IsInRun`.
-    int BeginRun(const QString& name);
+    int BeginRun(const StepName& name);
     void UpdateRun(const Change& change) { UpdateRun(change, Selection()); }
     void UpdateRun(const Change& change, const ColourSelection& selection);
     /// @param kind as for `Edit`: runs of one kind become one step.
@@ -56,7 +56,7 @@ public:
     /// Ends the run with the project as it was before it.
     void CancelRun();
     bool IsInRun() const { return m_inRun; }
-    const QString& RunName() const { return m_runName; }
+    QString RunName() const { return m_runName.Text(); }
     /// False as soon as somebody else has ended that run.
     bool IsInRun(int run) const { return m_inRun && m_run == run; }
 
@@ -82,13 +82,13 @@ private:
     friend class EditCommand;
     void Restore(const ProjectState& state);
     void Start(Project project, const QString& file);
-    void Push(ProjectState before, EditKind kind, const QString& name);
+    void Push(ProjectState before, EditKind kind, const StepName& name);
 
     ProjectState m_now;
     ProjectState m_beforeRun;
     QString m_fileName;
     QUndoStack m_steps;
-    QString m_runName;
+    StepName m_runName;
     int m_session = 0;
     int m_run = 0;
     bool m_inRun = false;

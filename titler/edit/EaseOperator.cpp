@@ -135,7 +135,7 @@ int EaseOperator::BeginEdit(const wchar_t* objectId, const wchar_t* paramName)
     if (!property || m_edited)
         return 0;
     m_document.EndRun();
-    m_run = m_document.BeginRun(Text(kStepEase, {PropertyWord(*property)}));
+    m_run = m_document.BeginRun(PropertyStep(kStepEase, *property));
     m_edited = property;
     return 1;
 }
@@ -177,7 +177,7 @@ int EaseOperator::SetEaseData(const wchar_t* objectId, const wchar_t* paramName,
     // A step from elsewhere has ended our run: what follows is another one.
     if (!m_document.IsInRun(m_run)) {
         m_document.EndRun();
-        m_run = m_document.BeginRun(Text(kStepEase, {PropertyWord(segment->property)}));
+        m_run = m_document.BeginRun(PropertyStep(kStepEase, segment->property));
     }
     const int index = segment->index;
     m_document.UpdateRun([&](Project& project) {

@@ -14,7 +14,7 @@ void Insert(Document& document, UINT step, Page page)
 {
     if (PageCount(document.Current()) < kMostPages)
         document.Edit(
-            EditKind::Single, Text(step), [&](Project& project) { AddPage(project, std::move(page)); },
+            EditKind::Single, step, [&](Project& project) { AddPage(project, std::move(page)); },
             document.Selection().AtBegin());
 }
 
@@ -36,14 +36,14 @@ void DeletePage(Document& document)
 {
     if (PageCount(document.Current()) > 1)
         document.Edit(
-            EditKind::Single, Text(kStepDeletePage), [](Project& project) { DeletePage(project); },
+            EditKind::Single, kStepDeletePage, [](Project& project) { DeletePage(project); },
             document.Selection().AtBegin());
 }
 
 void MovePage(Document& document, int index)
 {
     const int place = std::clamp(index, 0, PageCount(document.Current()) - 1);
-    document.Edit(EditKind::Single, Text(kStepMovePage), [&](Project& project) { MovePage(project, place); });
+    document.Edit(EditKind::Single, kStepMovePage, [&](Project& project) { MovePage(project, place); });
 }
 
 } // namespace titler

@@ -2,11 +2,13 @@
 
 #include "edit/Document.h"
 
+#include <utility>
+
 namespace titler {
 
 EditCommand::EditCommand(Document& document, ProjectState before, ProjectState after, EditKind kind,
-                         int session, const QString& name)
-    : QUndoCommand(name)
+                         int session, StepName name)
+    : NamedStep(std::move(name))
     , m_document(document)
     , m_before(std::move(before))
     , m_after(std::move(after))

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "edit/ColourSelection.h"
-
-#include <QUndoCommand>
+#include "edit/StepName.h"
 
 namespace titler {
 
@@ -42,12 +41,12 @@ struct ProjectState
 };
 
 /// Changes the project from one state to another.
-class EditCommand : public QUndoCommand
+class EditCommand : public NamedStep
 {
 public:
     /// @param session steps merge only within one session, see `Document::EndSession`.
     EditCommand(Document& document, ProjectState before, ProjectState after, EditKind kind, int session,
-                const QString& name);
+                StepName name);
 
     int id() const override { return static_cast<int>(m_kind); }
     bool mergeWith(const QUndoCommand* other) override;

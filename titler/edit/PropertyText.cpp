@@ -32,6 +32,11 @@ QString PropertyWord(Property property)
     return Text(LookOf(property).labelId + 2);
 }
 
+StepName PropertyStep(UINT textId, Property property)
+{
+    return [textId, property] { return Text(textId, {PropertyWord(property)}); };
+}
+
 QString ValueText(Property property, double value)
 {
     const PropertyLook& look = LookOf(property);

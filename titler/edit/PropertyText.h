@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvTypes.h"
+#include "edit/StepName.h"
 #include "project/Animation.h"
 
 #include <QString>
@@ -23,6 +24,8 @@ const PropertyLook& LookOf(Property property);
 QString PropertyName(Property property);
 /// "gradient offset", within a sentence.
 QString PropertyWord(Property property);
+/// A step of undo whose text names a property.
+StepName PropertyStep(UINT textId, Property property);
 /// "75.0 %".
 QString ValueText(Property property, double value);
 

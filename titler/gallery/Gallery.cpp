@@ -344,9 +344,8 @@ void Gallery::AddBars()
     Add(row, "CKvRibbonTitlebar", {kWidth, 98}, makeTitleBar, Twice::Below);
     const auto makeMenuBar = [this](QWidget& parent, UINT id) {
         auto* menu = new QMenu(this);
-        for (const wchar_t* name : {L"&File", L"&Edit", L"&View"}) {
-            const QAction* entry =
-                menu->addMenu(QString::fromWCharArray(name))->addAction(Text(kTextGalleryOpen));
+        for (const UINT nameId : {kTextFileMenu, kTextEditMenu, kTextViewMenu}) {
+            const QAction* entry = menu->addMenu(Text(nameId))->addAction(Text(kTextGalleryOpen));
             TellOf(*entry, id, "CKvRibbonMenuBar", "triggered", &QAction::triggered);
         }
         auto* bar = new CKvRibbonMenuBar;

@@ -4,6 +4,7 @@
 #include "media/Ref.h"
 #include "pages/LentPicture.h"
 #include "window/Texts.h"
+#include "window/Workspaces.h"
 
 #include <QImage>
 #include <QPainter>
@@ -130,9 +131,10 @@ void FillSample(CKvTextEditListCtrl& list)
 
 void FillSample(CKvSubTitleTxtListEditor& list)
 {
-    list.InserItem(-1, L"The last ferry leaves at seven.", 10, 50, L"Title");
-    list.InserItem(-1, L"Then we have\none hour.", 50, 85, L"Title");
-    list.InserItem(-1, L"Nobody has seen him since.", 90, 0xFFFFFFFF, L"Title");
+    const std::wstring look = WideText(kTextTemplateTitle);
+    list.InserItem(-1, L"The last ferry leaves at seven.", 10, 50, look.c_str());
+    list.InserItem(-1, L"Then we have\none hour.", 50, 85, look.c_str());
+    list.InserItem(-1, L"Nobody has seen him since.", 90, 0xFFFFFFFF, look.c_str());
     list.SetPlayIndex(1);
 }
 
@@ -146,8 +148,8 @@ void FillSample(CKvAppLogListCtrl& log)
 void FillSample(CKvRibbonTitlebar& bar)
 {
     bar.BeginAddTitleBar(L"titler_icon", L"titler", nullptr, 1, nullptr);
-    for (const wchar_t* tab : {L"Design", L"Animate", L"Log"})
-        bar.AddRibbonItem(tab, nullptr, nullptr, 0);
+    for (const Workspace tab : {Workspace::Design, Workspace::Animate, Workspace::Log})
+        bar.AddRibbonItem(WideText(TraitsOf(tab).textId).c_str(), nullptr, nullptr, 0);
     bar.EndAddTitleBar();
     bar.ActiveTitleBar(1, 1);
     bar.SetSysTitle(1, WideText(kTextCaptionProduct).c_str());

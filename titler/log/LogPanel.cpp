@@ -188,7 +188,9 @@ void LogPanel::ShowCounts()
     for (const TypeCommand& type : kTypes) {
         const int index = static_cast<int>(type.type);
         const int count = m_list->GetTypeCount(index);
-        m_types[index]->setText(Text(type.nameId, {QString::number(count)}));
+        const QString text = Text(type.nameId, {QString::number(count)});
+        m_types[index]->setText(text);
+        m_types[index]->setIconText(WithoutMnemonic(text)); // what the button shows
         total += count;
     }
     m_none->setVisible(total == 0);

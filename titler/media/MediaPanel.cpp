@@ -3,6 +3,7 @@
 #include "media/NamingRules.h"
 #include "window/Fields.h"
 #include "window/Language.h"
+#include "window/OwnDirection.h"
 #include "window/Texts.h"
 
 #include <QDir>
@@ -56,6 +57,7 @@ void MediaPanel::BuildPanel()
     m_filter->setClearButtonEnabled(true);
 
     m_list->setModel(&m_filtered);
+    m_list->setItemDelegate(new OwnDirection(m_list));
     m_list->setObjectName(QStringLiteral("media"));
     m_list->setHeaderHidden(true);
     m_list->setUniformRowHeights(true);

@@ -1,11 +1,11 @@
 #include "media/NamingRules.h"
 
+#include "window/Language.h"
 #include "window/Texts.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QUndoCommand>
 
 #include <algorithm>
 
@@ -80,11 +80,11 @@ Ref<IKvFileNamingRule> MakeRule(const NamingRule& rule)
 
 } // namespace
 
-class NamingRules::Step : public QUndoCommand
+class NamingRules::Step : public NamedStep
 {
 public:
-    Step(NamingRules& rules, RuleList after, RuleEdit kind, const QString& name)
-        : QUndoCommand(name)
+    Step(NamingRules& rules, RuleList after, RuleEdit kind, StepName name)
+        : NamedStep(std::move(name))
         , m_rules(rules)
         , m_before(rules.m_now)
         , m_after(std::move(after))
@@ -116,6 +116,7 @@ private:
 
 NamingRules::NamingRules() : m_now{BuiltInRules(), 0}
 {
+    InEachLanguage(*this, [this] { NameAnew(m_steps); });
     m_save.setSingleShot(true);
     m_save.setInterval(kSaveAfter);
     connect(&m_save, &QTimer::timeout, this, [this] {
@@ -170,7 +171,7 @@ void NamingRules::Select(int index)
     emit RuleSelected();
 }
 
-void NamingRules::Edit(RuleEdit kind, const QString& name, const std::function<void(RuleList&)>& change)
+void NamingRules::Edit(RuleEdit kind, const StepName& name, const std::function<void(RuleList&)>& change)
 {
     RuleList after = m_now;
     change(after);
@@ -180,7 +181,7 @@ void NamingRules::Edit(RuleEdit kind, const QString& name, const std::function<v
         m_steps.push(new Step(*this, std::move(after), kind, name));
 }
 
-void NamingRules::Reset(const QString& name)
+void NamingRules::Reset(const StepName& name)
 {
     Edit(RuleEdit::Single, name, [](RuleList& list) { list.rules = BuiltInRules(); });
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvFileNaming.h"
+#include "edit/StepName.h"
 #include "media/Ref.h"
 
 #include <QObject>
@@ -69,11 +70,11 @@ public:
     QUndoStack& Steps() { return m_steps; }
 
     /// One step of undo: `change` edits a copy. Nothing happens when it leaves the rules as they are.
-    void Edit(RuleEdit kind, const QString& name, const std::function<void(RuleList&)>& change);
+    void Edit(RuleEdit kind, const StepName& name, const std::function<void(RuleList&)>& change);
     /// The next step starts anew instead of joining the last one.
     void EndSession() { ++m_session; }
     /// The built-in rules, as one step.
-    void Reset(const QString& name);
+    void Reset(const StepName& name);
 
     /// The rules for the library, in objects of their own: another thread may have them.
     Ref<IKvFileNamingRuleCollection> MakeCollection() const;

@@ -5,6 +5,7 @@
 #include "window/Commands.h"
 #include "window/Fields.h"
 #include "window/Language.h"
+#include "window/OwnDirection.h"
 #include "window/Texts.h"
 
 #include <QAction>
@@ -128,6 +129,7 @@ QWidget* RulesPanel::BuildList()
     m_list->setObjectName(QStringLiteral("rules"));
     NameField(*m_list, kTextRuleList);
     m_list->setColumnCount(kColumns);
+    m_list->setItemDelegate(new OwnDirection(m_list));
     m_list->setMinimumWidth(60);
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
@@ -167,6 +169,7 @@ QWidget* RulesPanel::BuildFields()
     m_additions->setUndoRedoEnabled(false); // undo is the rules'
     m_additions->setTabChangesFocus(true);
     m_additions->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_additions->setLayoutDirection(Qt::LeftToRight); // as patterns are read
     for (QWidget* field :
          {static_cast<QWidget*>(m_class), static_cast<QWidget*>(m_main), static_cast<QWidget*>(m_additions)})
         JoinProject(*field);
@@ -328,7 +331,7 @@ void RulesPanel::ShowFaults()
 void RulesPanel::EditRule(RuleEdit kind, UINT stepId, const std::function<void(NamingRule&)>& change)
 {
     if (Rule() != nullptr)
-        m_rules.Edit(kind, Text(stepId), [&](RuleList& list) { change(list.rules[list.selected]); });
+        m_rules.Edit(kind, stepId, [&](RuleList& list) { change(list.rules[list.selected]); });
 }
 
 void RulesPanel::OnClass()
@@ -368,7 +371,7 @@ void RulesPanel::OnAdditions()
 void RulesPanel::AddRule()
 {
     m_rules.EndSession();
-    m_rules.Edit(RuleEdit::Single, Text(kStepRuleAdd), [](RuleList& list) {
+    m_rules.Edit(RuleEdit::Single, kStepRuleAdd, [](RuleList& list) {
         const NamingRule rule{kKvNamingClassVideoAudio,
                               QStringLiteral("<File><Ext>"),
                               {QStringLiteral("<File>_<Number><Ext>")},
@@ -381,13 +384,13 @@ void RulesPanel::AddRule()
 
 void RulesPanel::RemoveRule()
 {
-    m_rules.Edit(RuleEdit::Single, Text(kStepRuleRemove),
+    m_rules.Edit(RuleEdit::Single, kStepRuleRemove,
                  [](RuleList& list) { list.rules.removeAt(list.selected); });
 }
 
 void RulesPanel::MoveRule(int by)
 {
-    m_rules.Edit(RuleEdit::Single, Text(kStepRuleMove), [by](RuleList& list) {
+    m_rules.Edit(RuleEdit::Single, kStepRuleMove, [by](RuleList& list) {
         list.rules.move(list.selected, list.selected + by);
         list.selected += by;
     });
@@ -395,7 +398,7 @@ void RulesPanel::MoveRule(int by)
 
 void RulesPanel::Reset()
 {
-    m_rules.Reset(Text(kStepRulesReset));
+    m_rules.Reset(kStepRulesReset);
 }
 
 void RulesPanel::Undo()

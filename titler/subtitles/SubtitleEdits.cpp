@@ -162,19 +162,20 @@ bool SubtitlePanel::Settle()
     return false;
 }
 
-void SubtitlePanel::Edit(const QString& step, const std::function<void()>& change)
+void SubtitlePanel::Edit(const StepName& step, const std::function<void()>& change)
 {
-    m_stepNames.insert(step);
-    m_list->RunAsStep(step.toStdWString(), change);
+    const QString name = step.Text();
+    m_stepNames.insert(name, step);
+    m_list->RunAsStep(name.toStdWString(), change);
     OnRowsChanged();
 }
 
-void SubtitlePanel::SetTexts(const QString& step, const std::vector<std::pair<int, QString>>& texts)
+void SubtitlePanel::SetTexts(const StepName& step, const std::vector<std::pair<int, QString>>& texts)
 {
     std::vector<int> rows;
     for (const auto& [row, text] : texts)
         rows.push_back(row);
-    Edit(Text(kTextStepOfRows, {step, NamedRows(rows)}), [&] {
+    Edit(StepOfRows(step, rows), [&] {
         for (const auto& [row, text] : texts)
             m_list->ModifyItem(row, text.toStdWString().c_str(), nullptr, nullptr, nullptr);
     });
@@ -194,8 +195,7 @@ void SubtitlePanel::AddRow()
     const int row = PlaceOf(*m_list, in, Current() >= 0 ? Current() + 1 : m_list->GetItemCount());
     const auto length = static_cast<DWORD>(kNewRow * FrameRateOf(m_rate).PerSecond());
     const DWORD out = std::min(in + length, NextIn(*m_list, in));
-    Edit(Text(kStepSubtitleAdd, {NamedRows({row})}),
-         [&] { m_list->InserItem(row, CString(), in, out, nullptr); });
+    Edit(StepOfRows(kStepSubtitleAdd, {row}), [&] { m_list->InserItem(row, CString(), in, out, nullptr); });
     m_list->GoTo(row);
     m_list->setFocus();
     ShowCommands();
@@ -205,7 +205,7 @@ void SubtitlePanel::AddRow()
 void SubtitlePanel::RemoveRows()
 {
     const std::vector<int> rows = SelectedRows();
-    Edit(Text(kStepSubtitleRemove, {NamedRows(rows)}), [&] {
+    Edit(StepOfRows(kStepSubtitleRemove, rows), [&] {
         for (auto row = rows.rbegin(); row != rows.rend(); ++row)
             m_list->DeleteItem(*row);
     });
@@ -222,7 +222,7 @@ void SubtitlePanel::SplitRow()
     const auto [first, second] = SplitSubtitle(RowText(row), PartBefore(times, cut));
     const CString name = m_list->GetItemText(row, kKvSubTitleTemplate);
     const bool isParted = cut != kNoTime;
-    Edit(Text(kStepSubtitleSplit, {NamedRows({row})}),
+    Edit(StepOfRows(kStepSubtitleSplit, {row}),
          [&, before = first.toStdWString(), behind = second.toStdWString()] {
              m_list->ModifyItem(row, before.c_str(), &times.in, isParted ? &cut : &times.out, nullptr);
              m_list->InserItem(row + 1, behind, cut, isParted ? times.out : kNoTime, name.c_str());
@@ -252,7 +252,7 @@ void SubtitlePanel::MergeRows()
         times.push_back(m_list->Times(row));
     }
     const SubtitleTimes whole = MergedTimes(times);
-    Edit(Text(kStepSubtitleMerge, {NamedRows(rows)}), [&, text = texts.join(u'\n').toStdWString()] {
+    Edit(StepOfRows(kStepSubtitleMerge, rows), [&, text = texts.join(u'\n').toStdWString()] {
         m_list->ModifyItem(rows.front(), text.c_str(), &whole.in, &whole.out, nullptr);
         for (auto row = rows.rbegin(); *row != rows.front(); ++row)
             m_list->DeleteItem(*row);
@@ -265,9 +265,9 @@ void SubtitlePanel::SetTimeHere(bool in)
 {
     const int row = Current();
     const DWORD time = PlayHead();
-    const QString step = Text(in ? kStepSubtitleIn : kStepSubtitleOut,
-                              {NamedRows({row}), TimeCode(static_cast<int>(time), FrameRateOf(m_rate))});
-    Edit(step, [&] { m_list->SetTimeCode(row, time, in ? 1 : 0); });
+    const QString said = TimeCode(static_cast<int>(time), FrameRateOf(m_rate));
+    Edit(StepOfRows(in ? kStepSubtitleIn : kStepSubtitleOut, {row}, said),
+         [&] { m_list->SetTimeCode(row, time, in ? 1 : 0); });
     if (!in && row + 1 < m_list->GetItemCount())
         m_list->GoTo(row + 1);
     OnSelectionChanged();
@@ -305,8 +305,7 @@ void SubtitlePanel::ShiftRows()
     question.setTextValue(QStringLiteral("+00:00:00:00"));
     if (question.exec() != QDialog::Accepted)
         return;
-    const QString step = Text(kStepSubtitleShift, {NamedRows(rows), question.textValue().trimmed()});
-    Edit(step, [&] {
+    Edit(StepOfRows(kStepSubtitleShift, rows, question.textValue().trimmed()), [&] {
         for (std::size_t i = 0; i < rows.size(); ++i)
             m_list->SetTimes(rows[i], shifted[i]);
     });

@@ -75,6 +75,7 @@ SubtitlePanel::SubtitlePanel(Document& document, Transport& transport, QWidget* 
     OnRowsChanged();
     InEachLanguage(*this, [this] {
         NameTemplates();
+        NameStepsAnew();
         ShowFaults();
     });
 }
@@ -234,7 +235,7 @@ void SubtitlePanel::LengthenProject()
     const int duration = static_cast<int>(std::min<DWORD>(frames, kLongestDuration));
     if (duration <= m_document.Current().duration)
         return;
-    m_document.Edit(EditKind::SubtitleLength, Text(kStepSubtitleDuration),
+    m_document.Edit(EditKind::SubtitleLength, kStepSubtitleDuration,
                     [&](Project& project) { project.duration = duration; });
     emit Reported(LogType::Message, Text(kTextSubtitleLengthened, {TimeCode(duration, m_transport.Rate())}));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvVideoFormat.h"
+#include "edit/StepName.h"
 #include "log/LogPanel.h"
 #include "subtitles/SubtitleCheck.h"
 #include "subtitles/SubtitleMatches.h"
@@ -10,8 +11,8 @@
 #include "subtitles/SubtitleStyle.h"
 
 #include <QDeadlineTimer>
+#include <QHash>
 #include <QList>
-#include <QSet>
 #include <QTimer>
 #include <QWidget>
 
@@ -79,7 +80,7 @@ public:
     bool Settle();
 
     /// Gives rows other texts, as one step of undo. @param texts rows, ascending, at least one.
-    void SetTexts(const QString& step, const std::vector<std::pair<int, QString>>& texts);
+    void SetTexts(const StepName& step, const std::vector<std::pair<int, QString>>& texts);
     /// Goes to a row and marks a part of its text.
     void ShowMatch(int row, const TextRange& range);
 
@@ -140,12 +141,13 @@ private:
         SubtitleSource::Row source;
     };
     void NameStep();
+    void NameStepsAnew();
     CopiedRow CopyOf(int row) const; ///< without the latter
     void OnClipboardChanged();
     void RememberCopied();
     void GiveCopiedSources();
     /// One step of undo.
-    void Edit(const QString& step, const std::function<void()>& change);
+    void Edit(const StepName& step, const std::function<void()>& change);
 
     void OnRowsChanged();
     void OnSelectionChanged();
@@ -181,7 +183,7 @@ private:
     EKvFrameRate m_rate;
     std::vector<CopiedRow> m_copied;
     SubtitleFormat m_copiedFormat = SubtitleFormat::SubRip;
-    QSet<QString> m_stepNames;            ///< of the steps that say to which rows
+    QHash<QString, StepName> m_stepNames; ///< of the steps that say to which rows, by what they say now
     bool m_isOpened = false;              ///< another project is, of which nothing was told yet
     std::vector<SubtitleFaults> m_faults; ///< by row
     QTimer m_check;
@@ -189,6 +191,10 @@ private:
 
 /// "subtitle 12", "subtitles 3–7", "4 subtitles from 3 to 9". @param rows ascending, at least one.
 QString NamedRows(const std::vector<int>& rows);
+/// The name of a step with these rows as %1. @param value stands for %2
+StepName StepOfRows(UINT textId, const std::vector<int>& rows, const QString& value = {});
+/// What a step did, and with which rows.
+StepName StepOfRows(const StepName& step, const std::vector<int>& rows);
 
 /// Why a file cannot be imported without asking: its encoding is uncertain, or is none.
 /// @param encoding empty: what the file tells. @return empty when it can, and for a file that cannot be read.

@@ -9,19 +9,62 @@
 #include <QUndoStack>
 
 #include <algorithm>
+#include <utility>
 
 namespace titler {
 
+namespace {
+
+constexpr UINT kListSteps =
+    20110; // what the library's lists call their steps, from the first to the last one
+constexpr UINT kLastListStep = 20119;
+
+// All of some rows that the name of a step says.
+struct RowRange
+{
+    explicit RowRange(const std::vector<int>& rows)
+        : first(rows.front() + 1)
+        , last(rows.back() + 1)
+        , count(static_cast<int>(rows.size()))
+    {
+    }
+    QString Named() const
+    {
+        if (count == 1)
+            return Text(kTextSubtitleNamed, {QString::number(first)});
+        return Text(last - first + 1 == count ? kTextSubtitlesNamed : kTextSubtitlesApart,
+                    {QString::number(first), QString::number(last), QString::number(count)});
+    }
+
+    int first;
+    int last;
+    int count;
+};
+
+// The list's own name of a step, which it gives in the language of then.
+StepName ListStep(const QString& name)
+{
+    for (UINT id = kListSteps; id <= kLastListStep; ++id)
+        if (Text(id) == name)
+            return id;
+    return name;
+}
+
+} // namespace
+
 QString NamedRows(const std::vector<int>& rows)
 {
-    const QString first = QString::number(rows.front() + 1);
-    const QString last = QString::number(rows.back() + 1);
-    const auto count = static_cast<int>(rows.size());
-    if (count == 1)
-        return Text(kTextSubtitleNamed, {first});
-    const bool areNeighbours = rows.back() - rows.front() + 1 == count;
-    return Text(areNeighbours ? kTextSubtitlesNamed : kTextSubtitlesApart,
-                {first, last, QString::number(count)});
+    return RowRange(rows).Named();
+}
+
+StepName StepOfRows(UINT textId, const std::vector<int>& rows, const QString& value)
+{
+    return [textId, range = RowRange(rows), value] { return Text(textId, {range.Named(), value}); };
+}
+
+StepName StepOfRows(const StepName& step, const std::vector<int>& rows)
+{
+    return [step, range = RowRange(rows)] { return Text(kTextStepOfRows, {step.Text(), range.Named()}); };
 }
 
 // The list names a step by what it does; log and menu also say to which rows. A step that comes back by redo
@@ -32,17 +75,31 @@ void SubtitlePanel::NameStep()
     const int index = Steps().index();
     if (index == 0 || index < Steps().count())
         return;
-    // Read-only so that nobody changes what a step does; its name is no part of that.
-    auto* step = const_cast<QUndoCommand*>(Steps().command(index - 1));
-    if (m_stepNames.contains(step->text()))
+    const QString given = Steps().text(index - 1);
+    if (m_stepNames.contains(given))
         return;
     if (rows.empty())
         rows = SelectedRows(); // they moved
     if (rows.empty())
         return;
-    const QString name = Text(kTextStepOfRows, {step->text(), NamedRows(rows)});
-    m_stepNames.insert(name);
-    step->setText(name);
+    const StepName name = StepOfRows(ListStep(given), rows);
+    m_stepNames.insert(name.Text(), name);
+    SetStepText(Steps(), index - 1, name.Text());
+}
+
+// Equal texts are of equal steps.
+void SubtitlePanel::NameStepsAnew()
+{
+    QHash<QString, StepName> names;
+    for (int i = 0; i < Steps().count(); ++i) {
+        const auto known = m_stepNames.constFind(Steps().text(i));
+        if (known == m_stepNames.cend())
+            continue;
+        const QString name = known->Text();
+        names.insert(name, *known);
+        SetStepText(Steps(), i, name);
+    }
+    m_stepNames = std::move(names);
 }
 
 SubtitlePanel::CopiedRow SubtitlePanel::CopyOf(int row) const

@@ -88,9 +88,8 @@ void SubtitlePanel::CheckTemplate()
 void SubtitlePanel::UseTemplate(const QString& name)
 {
     const std::vector<int> rows = SelectedRows();
-    const QString step = name.isEmpty() ? Text(kStepSubtitleNoTemplate, {NamedRows(rows)})
-                                        : Text(kStepSubtitleTemplate, {NamedRows(rows), name});
-    Edit(step, [&, text = name.toStdWString()] {
+    const UINT step = name.isEmpty() ? kStepSubtitleNoTemplate : kStepSubtitleTemplate;
+    Edit(StepOfRows(step, rows, name), [&, text = name.toStdWString()] {
         for (const int row : rows) {
             const SubtitleTimes times = m_list->Times(row);
             m_list->ModifyItem(row, nullptr, &times.in, &times.out, text.c_str());

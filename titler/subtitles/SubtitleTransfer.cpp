@@ -61,6 +61,15 @@ QString Counted(UINT oneId, std::size_t count, const QString& second = {}, const
     return Text(count == 1 ? oneId : oneId + 1, {QString::number(count), second, third, fourth});
 }
 
+// One line of the log. @param parts at least one.
+QString Joined(const QStringList& parts)
+{
+    QString all = parts.front();
+    for (const QString& part : parts.sliced(1))
+        all = Text(kTextTwoParts, {all, part});
+    return all;
+}
+
 bool EndsWith(const QString& file, const char* ending)
 {
     return file.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
@@ -202,7 +211,7 @@ void SubtitlePanel::ReportImport(const QString& name, const SubtitleFile& read, 
     count(kTextBlocksKept, read.head.blocks.size());
     count(kTextSettingsKept, RowsWith(read, &Cue::settings));
     count(kTextNamesKept, RowsWith(read, &Cue::identifier));
-    emit Reported(LogType::Message, parts.join(QStringLiteral("; ")));
+    emit Reported(LogType::Message, Joined(parts));
 }
 
 void SubtitlePanel::TakeCues(const SubtitleFile& file)
@@ -299,7 +308,7 @@ bool SubtitlePanel::Export(const QString& file)
     const bool isCopy = !isOwn && (losesRows || (!m_file.isEmpty() && format != m_source.format));
     QString report = Counted(isCopy ? kTextSubtitlesCopied : kTextSubtitlesExported, rows.size(), name);
     if (wanted.toStdString() != form.encoding)
-        report += QStringLiteral("; ") + Text(kTextWrittenAsUtf8, {wanted});
+        report = Joined({report, Text(kTextWrittenAsUtf8, {wanted})});
     if (!isCopy) {
         m_file = file;
         m_source.format = format;

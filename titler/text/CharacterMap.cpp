@@ -132,7 +132,7 @@ void CharacterMap::InsertInTitle(const QString& text, bool atEnd)
 void CharacterMap::InsertInRow(int row, const QString& text)
 {
     const QString before = QString::fromStdWString(m_subtitles.List().GetItemText(row, kKvSubTitleText));
-    m_subtitles.SetTexts(Text(kStepInsertCharacter, {text}), {{row, before + text}});
+    m_subtitles.SetTexts([text] { return Text(kStepInsertCharacter, {text}); }, {{row, before + text}});
     emit Reported(LogType::Message, Text(kTextInsertedInRow, {text, QString::number(row + 1)}));
 }
 

@@ -168,7 +168,9 @@ int TextFinder::Replace(const wchar_t* text, const wchar_t* replacement, BOOL ma
     const QString what = QString::fromWCharArray(text);
     const QString by = QString::fromWCharArray(replacement);
     const SubtitleMatches matches({what, matchCase != 0});
-    const QString step = Text(kStepReplaceText, {Shortened(what), Shortened(by)});
+    const StepName step = [what = Shortened(what), by = Shortened(by)] {
+        return Text(kStepReplaceText, {what, by});
+    };
     if (all != 0)
         return ReplaceAll(matches, step, by);
     TakeSelection(matches);
@@ -214,7 +216,7 @@ void TextFinder::RefuseLong(int page)
                   Text(kTextReplacedTooLong, {QString::number(page + 1), QString::number(kLongestText)}));
 }
 
-int TextFinder::ReplaceAll(const SubtitleMatches& matches, const QString& step, const QString& replacement)
+int TextFinder::ReplaceAll(const SubtitleMatches& matches, const StepName& step, const QString& replacement)
 {
     ForgetHit();
     std::vector<std::pair<int, QString>> pages;

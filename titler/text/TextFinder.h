@@ -2,6 +2,7 @@
 #pragma once
 
 #include "KvFindReplaceTxtDlg.h"
+#include "edit/StepName.h"
 #include "log/LogPanel.h"
 #include "subtitles/SubtitleMatches.h"
 #include "window/Workspaces.h"
@@ -84,7 +85,7 @@ private:
     /// Shows the hit and says where it stands. @return the result of the search that found it.
     int Announce(bool hasWrapped);
     void ForgetHit();
-    int ReplaceAll(const SubtitleMatches& matches, const QString& step, const QString& replacement);
+    int ReplaceAll(const SubtitleMatches& matches, const StepName& step, const QString& replacement);
     void RefuseLong(int page);
     void TakeSelection(const SubtitleMatches& matches);
 

@@ -303,7 +303,7 @@ void TimeRuler::DragKey(QPointF point)
         return;
     if (m_run == 0) {
         m_transport.Pause();
-        m_run = m_document.BeginRun(Text(kStepMoveKey, {PropertyWord(property)}));
+        m_run = m_document.BeginRun(PropertyStep(kStepMoveKey, property));
     }
     m_hovered->frame = frame;
     m_document.UpdateRun([&](Project& project) { project.title[property].keys[index].frame = frame; });
@@ -390,7 +390,7 @@ void TimeRuler::MoveKeys(int by)
     if (first == properties.end())
         return;
     const auto property = static_cast<Property>(first - properties.begin());
-    m_document.Edit(EditKind::Single, Text(kStepMoveKey, {PropertyWord(property)}), [&](Project& project) {
+    m_document.Edit(EditKind::Single, PropertyStep(kStepMoveKey, property), [&](Project& project) {
         for (Animated& animated : project.title.properties)
             if (movable(animated))
                 animated.keys[KeyAt(animated, from)].frame = to;

@@ -76,6 +76,8 @@ void Drawing::DrawTicks()
     const double label = metrics.horizontalAdvance(TimeCode(m_look.lastFrame, m_look.rate));
     const double bottom = TimeLayout::kRuler - m_pixel;
     double free = 0; // to the right of the labels so far
+    m_painter.save();
+    m_painter.setLayoutDirection(Qt::LeftToRight); // a time code's parts change places otherwise
     for (const TimeTick& tick : m_layout.Ticks(m_look.rate, label)) {
         const double x = m_layout.ToX(tick.frame);
         Column(x, bottom - (tick.major ? kMajorTick : kMinorTick), bottom, m_skin.dimText);
@@ -92,6 +94,7 @@ void Drawing::DrawTicks()
         m_painter.setPen(m_skin.dimText);
         m_painter.drawText(QPointF(std::round(from), metrics.ascent() + 2), text);
     }
+    m_painter.restore();
 }
 
 void Drawing::DrawMarker(QPointF centre, const QColor& colour, bool outlined)

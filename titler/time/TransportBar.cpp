@@ -150,7 +150,7 @@ void TransportBar::BuildFields()
         m_transport.Seek(frame);
     });
     connect(m_duration, &QSpinBox::valueChanged, this, [this](int frames) {
-        m_document.Edit(EditKind::Duration, Text(kStepDuration),
+        m_document.Edit(EditKind::Duration, kStepDuration,
                         [&](Project& project) { project.duration = frames; });
     });
 

@@ -188,7 +188,7 @@ void AnimationInspector::OnStripClicked(Property property, UINT code)
     case kKvKeyFrameToggle: {
         const bool on = RowOf(property).strip->GetToggleCheck() != 0;
         m_document.Edit(
-            EditKind::Single, Text(on ? kStepAnimate : kStepStopAnimating, {PropertyWord(property)}),
+            EditKind::Single, PropertyStep(on ? kStepAnimate : kStepStopAnimating, property),
             [&](Project& project) { SetAnimated(project.title[property], property, m_frame, on); });
         break;
     }
@@ -218,7 +218,7 @@ void AnimationInspector::ToggleKey(Property property)
     if (!HasRoom(property))
         return;
     const int key = KeyAt(m_document.Current().title[property], m_frame);
-    m_document.Edit(EditKind::Single, Text(key < 0 ? kStepAddKey : kStepRemoveKey, {PropertyWord(property)}),
+    m_document.Edit(EditKind::Single, PropertyStep(key < 0 ? kStepAddKey : kStepRemoveKey, property),
                     [&](Project& project) {
                         Animated& animated = project.title[property];
                         key < 0 ? AddKey(animated, property, m_frame) : RemoveKey(animated, key);
@@ -244,7 +244,7 @@ void AnimationInspector::SetValue(Property property, double value)
     }
     if (std::exchange(m_editedFrame, m_frame) != m_frame)
         m_document.EndSession(); // another key is another step
-    m_document.Edit(EditKindOf(property), Text(kStepValue, {PropertyWord(property)}),
+    m_document.Edit(EditKindOf(property), PropertyStep(kStepValue, property),
                     [&](Project& project) { SetValueAt(project.title[property], property, m_frame, value); });
     ShowRow(property);
 }

@@ -113,7 +113,7 @@ void ColourInspector::OnPanelNotify(int phase, DWORD colour)
     }
     m_gesture.Count(phase, colour);
     if (phase != kKvPhaseEnd && !m_document.IsInRun(m_run))
-        m_run = m_document.BeginRun(Text(StepOf(m_document.Current(), selection.target)));
+        m_run = m_document.BeginRun(StepOf(m_document.Current(), selection.target));
     // The end of a typing may still change the number.
     if (m_document.IsInRun(m_run) && SelectedColour(m_document.Current(), selection) != colour)
         m_document.UpdateRun([&](Project& project) { SetSelectedColour(project, selection, colour); });

@@ -23,7 +23,7 @@ EffectInspector::EffectInspector(Document& document, UINT nameId, UINT step)
     m_rows->setColumnStretch(1, 1);
     m_rows->addWidget(m_on, 0, 0, 1, 2);
     connect(m_on, &QCheckBox::toggled, this, [this, step](bool on) {
-        m_document.Edit(EditKind::Single, Text(step), [&](Project& project) { IsOn(project.title) = on; });
+        m_document.Edit(EditKind::Single, step, [&](Project& project) { IsOn(project.title) = on; });
     });
     connect(&document, &Document::ProjectChanged, this, &EffectInspector::ShowProject);
 }
@@ -41,7 +41,7 @@ void EffectInspector::AddNumber(const Number& number, double& (*value)(Title&))
     m_fields << Field{box, value};
     connect(box, &QDoubleSpinBox::valueChanged, this,
             [this, value, kind = number.kind, step = number.step](double percent) {
-                m_document.Edit(kind, Text(step), [&](Project& project) { value(project.title) = percent; });
+                m_document.Edit(kind, step, [&](Project& project) { value(project.title) = percent; });
             });
 }
 

@@ -84,7 +84,7 @@ void GradientInspector::BuildFields()
             [this](double percent) { MoveStop(percent / 100); });
     connect(m_angle, &QDoubleSpinBox::valueChanged, this, [this](double degrees) {
         const ColourTarget target = m_document.Selection().target;
-        m_document.Edit(EditKind::GradientAngle, Text(kStepAngle), [&](Project& project) {
+        m_document.Edit(EditKind::GradientAngle, kStepAngle, [&](Project& project) {
             if (Paint* paint = PaintOf(project, target))
                 paint->angle = degrees;
         });
@@ -122,7 +122,7 @@ void GradientInspector::OnGradientNotify(const GradientNotifyRecord& record)
         break;
     case kKvGradientStopsEdited:
         if (record.phase == kKvPhaseBegin)
-            m_run = m_document.BeginRun(Text(kStepGradient));
+            m_run = m_document.BeginRun(kStepGradient);
         if (record.phase == kKvPhaseEnd)
             m_document.EndRun();
         else
@@ -197,7 +197,7 @@ void GradientInspector::MoveStop(double position)
     const auto index = static_cast<int>(place - stops.begin());
     stops.insert(place, moved);
     m_document.Edit(
-        EditKind::StopPosition, Text(kStepPosition),
+        EditKind::StopPosition, kStepPosition,
         [&](Project& project) {
             if (Paint* paint = PaintOf(project, selection.target))
                 SetStops(*paint, stops);

@@ -57,7 +57,7 @@ void PaintInspector::ChooseKind(int kind)
 {
     const ColourTarget target = m_document.Selection().target;
     const UINT step = target == ColourTarget::Text ? kStepTextFill : kStepBackgroundFill;
-    m_document.Edit(EditKind::Single, Text(step), [&](Project& project) {
+    m_document.Edit(EditKind::Single, step, [&](Project& project) {
         if (Paint* paint = PaintOf(project, target))
             paint->kind = static_cast<PaintKind>(kind);
     });
@@ -67,7 +67,7 @@ void PaintInspector::ChooseKind(int kind)
 void PaintInspector::TakeCorners()
 {
     const ColourTarget target = m_document.Selection().target;
-    m_document.Edit(EditKind::Single, Text(kStepCorners), [&](Project& project) {
+    m_document.Edit(EditKind::Single, kStepCorners, [&](Project& project) {
         if (Paint* paint = PaintOf(project, target))
             m_corners->GetData(paint->corners.data());
     });

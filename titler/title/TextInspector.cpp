@@ -96,11 +96,16 @@ void TextInspector::BuildFields()
     styles->addWidget(m_bold);
     styles->addWidget(m_italic);
     styles->addSpacing(12);
+    auto* sides = new QWidget;
+    sides->setLayoutDirection(Qt::LeftToRight); // they mean sides of the picture
+    auto* aligns = new QHBoxLayout(sides);
+    aligns->setContentsMargins({});
+    styles->addWidget(sides);
     for (const UINT nameId : {kTextLeft, kTextCentre, kTextRight}) {
         QToolButton* button = StyleButton(nameId);
         NameButton(*button, nameId);
         m_align->addButton(button, static_cast<int>(m_align->buttons().size()));
-        styles->addWidget(button);
+        aligns->addWidget(button);
     }
     TabAtChecked(*m_align);
     styles->addStretch();
@@ -127,19 +132,17 @@ void TextInspector::Connect()
     connect(m_family, &QFontComboBox::activated, this, &TextInspector::OnFamilyChosen);
     connect(m_family->lineEdit(), &QLineEdit::editingFinished, this, &TextInspector::OnFamilyChosen);
     connect(m_size, &QDoubleSpinBox::valueChanged, this, [this](double percent) {
-        m_document.Edit(EditKind::FontSize, Text(kStepFontSize),
+        m_document.Edit(EditKind::FontSize, kStepFontSize,
                         [&](Project& project) { project.title.fontSize = percent; });
     });
     connect(m_bold, &QToolButton::toggled, this, [this](bool on) {
-        m_document.Edit(EditKind::Single, Text(kStepStyle),
-                        [&](Project& project) { project.title.bold = on; });
+        m_document.Edit(EditKind::Single, kStepStyle, [&](Project& project) { project.title.bold = on; });
     });
     connect(m_italic, &QToolButton::toggled, this, [this](bool on) {
-        m_document.Edit(EditKind::Single, Text(kStepStyle),
-                        [&](Project& project) { project.title.italic = on; });
+        m_document.Edit(EditKind::Single, kStepStyle, [&](Project& project) { project.title.italic = on; });
     });
     connect(m_align, &QButtonGroup::idClicked, this, [this](int id) {
-        m_document.Edit(EditKind::Single, Text(kStepAlign),
+        m_document.Edit(EditKind::Single, kStepAlign,
                         [&](Project& project) { project.title.align = static_cast<TextAlign>(id); });
     });
 }
@@ -157,7 +160,7 @@ void TextInspector::OnFamilyChosen()
     const int row = m_family->findText(m_family->currentText(), Qt::MatchFixedString);
     const QString family = m_family->itemText(row);
     if (row >= 0 && family != ShownFamily())
-        m_document.Edit(EditKind::Single, Text(kStepFont),
+        m_document.Edit(EditKind::Single, kStepFont,
                         [&](Project& project) { project.title.fontFamily = family; });
     ShowProject();
 }
@@ -173,7 +176,7 @@ void TextInspector::OnTextEdited()
     const bool typed = change.inserted + change.removed == 1;
     if (!typed || (change.inserted == 1 && text[change.start].isSpace()))
         m_document.EndSession();
-    m_document.Edit(EditKind::Typing, Text(kStepText), [&](Project& project) { project.title.text = text; });
+    m_document.Edit(EditKind::Typing, kStepText, [&](Project& project) { project.title.text = text; });
     if (!typed)
         m_document.EndSession();
     ShowText(text);

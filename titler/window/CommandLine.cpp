@@ -72,8 +72,8 @@ struct Parser
     Parser()
     {
         parser.setApplicationDescription(Text(kTextUsage));
-        parser.addOptions({media, screenshot, exportFrame, exportFrames, range,   threads, frame,     page,
-                           size,  settings,   subtitles,   encoding,     rules,   menuBar, workspace, theme,
+        parser.addOptions({media, screenshot, exportFrame, exportFrames, range,   threads,  frame,     page,
+                           size,  settings,   subtitles,   encoding,     rules,   menuBar,  workspace, theme,
                            play,  tour,       film,        firstFrame,   gallery, language, help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
@@ -255,18 +255,26 @@ QString Parser::Read(Options& options) const
     options.menuBar = parser.isSet(menuBar);
     options.isSized = parser.isSet(size);
     options.firstFrame = parser.isSet(firstFrame);
-    for (const QString& fault :
-         {ReadProject(options.project), ReadValue(media, options.media),
-          ReadValue(settings, options.settings), ReadValue(rules, options.rules),
-          ReadValue(subtitles, options.subtitles), ReadEncoding(options.encoding),
-          ReadPicture(screenshot, options.screenshot), ReadPicture(exportFrame, options.exportFrame),
-          ReadValue(exportFrames, options.exportFrames), ReadRange(options.range),
-          ReadThreads(options.threads), ReadFrame(options.frame), ReadPage(options.page),
-          ReadSize(options.windowSize), ReadWorkspace(options.workspace), ReadTheme(options.theme),
-          ReadLanguage(options.language),
-          options.help ? QString() : ReadTour(options.tour),
-          options.help ? QString() : ReadFilm(options.film),
-          options.help ? QString() : ReadGallery(options.gallery)})
+    for (const QString& fault : {ReadProject(options.project),
+                                 ReadValue(media, options.media),
+                                 ReadValue(settings, options.settings),
+                                 ReadValue(rules, options.rules),
+                                 ReadValue(subtitles, options.subtitles),
+                                 ReadEncoding(options.encoding),
+                                 ReadPicture(screenshot, options.screenshot),
+                                 ReadPicture(exportFrame, options.exportFrame),
+                                 ReadValue(exportFrames, options.exportFrames),
+                                 ReadRange(options.range),
+                                 ReadThreads(options.threads),
+                                 ReadFrame(options.frame),
+                                 ReadPage(options.page),
+                                 ReadSize(options.windowSize),
+                                 ReadWorkspace(options.workspace),
+                                 ReadTheme(options.theme),
+                                 ReadLanguage(options.language),
+                                 options.help ? QString() : ReadTour(options.tour),
+                                 options.help ? QString() : ReadFilm(options.film),
+                                 options.help ? QString() : ReadGallery(options.gallery)})
         if (!fault.isEmpty())
             return fault;
     return options.firstFrame && options.OnlyPictures() ? Text(kTextFirstFrameNeedsWindow) : QString();
@@ -295,6 +303,13 @@ std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& f
     Options options;
     fault = p.parser.parse(arguments) ? p.Read(options) : p.parser.errorText();
     return fault.isEmpty() ? std::optional(options) : std::nullopt;
+}
+
+const Language* LanguageNamedIn(const QStringList& arguments)
+{
+    Parser p;
+    p.parser.parse(arguments); // whatever is wrong elsewhere
+    return FindLanguage(p.parser.value(p.language));
 }
 
 QString HelpText()

@@ -33,13 +33,13 @@ struct Options
     QString encoding;     ///< of `subtitles`; empty: what the file tells
     QString rules;        ///< a file; empty: the user's own, the built-in ones for pictures
     std::optional<Workspace> workspace;
-    std::optional<Theme> theme; ///< nothing: the one of the settings, for pictures the dark one
-    bool menuBar = false;       ///< the caption has menus instead of tabs
-    bool play = false;          ///< the window plays the title from the begin, over and over
-    QString tour;               ///< a folder: the program shows itself
-    QString film;               ///< a folder: likewise, as an animation
-    bool firstFrame = false;    ///< the program tells when it has painted, and ends
-    bool gallery = false;       ///< the library's controls instead of the program's window
+    std::optional<Theme> theme;         ///< nothing: the one of the settings, for pictures the dark one
+    bool menuBar = false;               ///< the caption has menus instead of tabs
+    bool play = false;                  ///< the window plays the title from the begin, over and over
+    QString tour;                       ///< a folder: the program shows itself
+    QString film;                       ///< a folder: likewise, as an animation
+    bool firstFrame = false;            ///< the program tells when it has painted, and ends
+    bool gallery = false;               ///< the library's controls instead of the program's window
     const Language* language = nullptr; ///< null: the one of the settings, or of the system
     bool help = false;
 
@@ -62,6 +62,9 @@ struct Options
 /// @param arguments with the program's name first. @return nothing, and the reason in `fault`, when they make
 /// no sense.
 std::optional<Options> ParseCommandLine(const QStringList& arguments, QString& fault);
+
+/// The language that is asked for, also among arguments that make no sense; null for none.
+const Language* LanguageNamedIn(const QStringList& arguments);
 
 /// Why the project does not have the page or the frames that are asked for; empty when it has.
 QString PlaceFault(const Options& options, const Project& project);

@@ -154,6 +154,7 @@ void NameButton(QAbstractButton& button, UINT nameId)
 {
     InEachLanguage(button, [&button, nameId] {
         button.setText(Text(nameId));
+        button.setAccessibleName(WithoutMnemonic(button.text())); // the toolkit leaves a letter in brackets
         button.setToolTip(Text(nameId + 1));
     });
 }
@@ -164,6 +165,7 @@ QLabel* FieldLabel(UINT nameId, QWidget& field)
     label->setBuddy(&field);
     InEachLanguage(*label, [label, nameId] {
         label->setText(Text(nameId));
+        label->setAccessibleName(WithoutMnemonic(label->text()));
         label->setToolTip(Text(nameId + 1));
     });
     return label;

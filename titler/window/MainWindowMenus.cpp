@@ -232,7 +232,7 @@ void MainWindow::BuildProjectMenu()
         action->setCheckable(true);
         m_formats->addAction(action);
         connect(action, &QAction::triggered, this, [this, format] {
-            m_document.Edit(EditKind::Single, Text(kStepFormat),
+            m_document.Edit(EditKind::Single, kStepFormat,
                             [&](auto& project) { SetVideoFormat(project, format); });
             ShowSteps();
         });

@@ -756,6 +756,7 @@ std::span<const KvStringEntry> OwnTexts()
          L"folder and ends"},
         {22467, L"--selftest-animation takes no other options than --size and --language"},
         {22468, L"Behind picture %1 the step “%2” did not do what it should."},
+        {22469, L"%1; %2"},
         {22480, L"T&heme"},
         {22481, L"&Dark"},
         {22482, L"Light texts on dark grounds"},

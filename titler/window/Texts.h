@@ -230,6 +230,8 @@ enum TextId : UINT
     kTextFilmAlone = 22467,
     kTextFilmFault = 22468,
 
+    kTextTwoParts = 22469, ///< two sentences without their full stops
+
     kTextThemeMenu = 22480,
     kTextThemeDark = 22481,
     kTextThemeLight = 22483,

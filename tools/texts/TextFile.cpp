@@ -87,6 +87,24 @@ std::wstring MnemonicsOf(std::wstring_view text)
     return letters;
 }
 
+/// Letters of scripts that are joined, or of which a keyboard has none for each: an underline parts the ones,
+/// Alt reaches the others with an input method alone.
+bool IsNoAltLetter(wchar_t letter)
+{
+    return (letter >= 0x0590 && letter <= 0x08FF) || letter >= 0x2E80;
+}
+
+/// An ordinary blank where a line must not break: before a high sign, or within guillemets.
+bool HasBreakBeforeSign(std::wstring_view text)
+{
+    for (std::size_t at = 1; at < text.size(); ++at)
+        if ((text[at - 1] == L' ' &&
+             std::wstring_view(L";:!?\u00BB").find(text[at]) != std::wstring_view::npos) ||
+            (text[at - 1] == L'\u00AB' && text[at] == L' '))
+            return true;
+    return false;
+}
+
 class Check
 {
 public:
@@ -159,6 +177,11 @@ void Check::CheckText(const TextItem& item, const std::wstring& translation)
     if (wanted.size() != found.size())
         Say(item, wanted.empty() ? L"has a letter for Alt (&), which the text has not"
                                  : L"needs one letter for Alt (&)");
+    if (std::any_of(found.begin(), found.end(), IsNoAltLetter))
+        Say(item,
+            L"its letter for Alt (&) is of a script that has none: put a Latin one behind the text, (&X)");
+    if (HasBreakBeforeSign(translation))
+        Say(item, L"an ordinary blank stands before a sign or behind \u00AB: take a no-break one");
 }
 
 void Check::CheckMenus()

@@ -23,7 +23,8 @@ std::string MakeTextFile(const std::vector<TextItem>& items);
 
 /// What is wrong with a file of translations: a text that is missing, a key that is unknown or stands twice,
 /// and a translation that has not what the program needs of it: placeholders, patterns of files, names of
-/// options, line breaks, a letter for Alt, and in a menu another one for each entry.
+/// options, line breaks, a letter for Alt that its script has, and in a menu another one for each entry. Also
+/// an ordinary blank where a no-break one belongs.
 /// @return lines for the one who translates; a missing text's is the line to copy, behind "missing: ".
 std::vector<std::string> CheckTextFile(const std::vector<TextItem>& items, std::string_view bytes);
 
