@@ -11,6 +11,7 @@
 #include "window/Skin.h"
 #include "window/Texts.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
 #include <QPainter>
@@ -58,7 +59,7 @@ TEST_F(FromRightToLeft, TheRulersTimesAreWrittenAsTheyAre)
 {
     Choose("ar");
     const Properties properties{};
-    const TimeRulerLook look{properties, {}, FrameRateOf(kKvFrameRate29), 0, 1000, std::nullopt, false};
+    const TimeRulerLook look{properties, {}, FrameRateOf(kKvFrameRate29_97), 0, 1000, std::nullopt, false};
     const TimeLayout layout({900, 80}, {0, 1000}, 0);
     const auto labels = [&] {
         QImage picture(900, TimeLayout::kRuler, QImage::Format_RGB32);

@@ -186,7 +186,10 @@ QString PlainTip(const QString& text)
 QLabel* Heading(UINT textId)
 {
     auto* label = new QLabel;
-    InEachLanguage(*label, [label, textId] { label->setText(Text(textId)); });
+    InEachLanguage(*label, [label, textId] {
+        label->setText(Text(textId));
+        label->setAccessibleName(WithoutMnemonic(label->text())); // it may be a field's
+    });
     label->setProperty("role", "heading");
     return label;
 }

@@ -180,7 +180,7 @@ void Check::CheckText(const TextItem& item, const std::wstring& translation)
     if (std::any_of(found.begin(), found.end(), IsNoAltLetter))
         Say(item,
             L"its letter for Alt (&) is of a script that has none: put a Latin one behind the text, (&X)");
-    if (HasBreakBeforeSign(translation))
+    if (HasBreakBeforeSign(translation) && !HasBreakBeforeSign(original))
         Say(item, L"an ordinary blank stands before a sign or behind \u00AB: take a no-break one");
 }
 
