@@ -21,7 +21,7 @@ enum AppLogColumn : int
     kAppLogContent = 3,
 };
 
-// Heights of the lines, in logical pixels.
+// Heights of the lines, in logical pixels; that of messages for letters for which it suffices.
 inline constexpr int kAppLogMessageHeight = 24;
 inline constexpr int kAppLogDateHeight = 48;
 inline constexpr int kAppLogSpacerHeight = 12;

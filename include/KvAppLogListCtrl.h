@@ -20,7 +20,8 @@ enum EKvAppLogFollow : int
 /// A list of log messages in four columns: type (a picture), level, time, content.
 ///
 /// Lines are of three kinds, told apart by the text in column 0: a message has its type there (one digit), a
-/// date line "#", a spacer nothing. They are 24, 48 and 12 logical pixels high.
+/// date line "#", a spacer nothing. They are 24, 48 and 12 logical pixels high, a
+/// message higher where its letters need it.
 ///
 /// The list keeps at most a chosen number of lines, all kinds counted. A message that fills it lets it fall
 /// back to the newest quarter (one line at least), so that trimming happens rarely.

@@ -387,6 +387,35 @@ TEST_F(AppLogListView, PostedMessagesLeaveWhatAddingLeaves)
     }
 }
 
+// By a host's font, at any time, and back.
+TEST_F(AppLogListView, MessagesAreAsHighAsTheirLetters)
+{
+    const auto heights = [&] {
+        std::vector<int> all;
+        for (int line = 0; line < log.GetItemCount(); ++line)
+            all.push_back(log.GetItemHeight(line));
+        return all;
+    };
+    const auto setPixels = [&](int pixels) {
+        QFont font = log.font();
+        font.setPixelSize(pixels);
+        log.setFont(font);
+    };
+    log.AddTimeSeparateLine({2016, 3, 0, 1, 0, 0, 0, 0});
+    log.AddAppLogMsg(Message(0, L"before"));
+    for (int pixels = 10; pixels < 48; ++pixels) { // also where a message is as high as a date
+        setPixels(pixels);
+        log.AddAppLogMsg(Message(0, L"behind"));
+        const int message = std::max(24, log.fontMetrics().height() + 4);
+        std::vector<int> expected(static_cast<std::size_t>(log.GetItemCount()), message);
+        expected[0] = 48;
+        EXPECT_EQ(heights(), expected) << pixels;
+    }
+    setPixels(10);
+    EXPECT_EQ(heights()[0], 48);
+    EXPECT_EQ(heights()[1], 24);
+}
+
 TEST_F(AppLogListView, EveryQueryTakesInWhatWasPosted)
 {
     CKvReportListCtrl& base = log;

@@ -32,6 +32,7 @@ public:
     using CKvReportListCtrl::RemoveRows;
     using CKvReportListCtrl::SetAutoSizeColumn;
     using CKvReportListCtrl::SetCellColors;
+    using CKvReportListCtrl::SetHeaderText;
     using CKvReportListCtrl::SetItemHeight;
     using CKvReportListCtrl::SetItemText;
     using CKvReportListCtrl::SetRowFilter;
