@@ -57,19 +57,21 @@ QImage Cell(QTreeView& view, const QModelIndex& index, const char* language)
 
 TEST_F(FromRightToLeft, TheRulersTimesAreWrittenAsTheyAre)
 {
-    Choose("ar");
     const Properties properties{};
     const TimeRulerLook look{properties, {}, FrameRateOf(kKvFrameRate29_97), 0, 1000, std::nullopt, false};
     const TimeLayout layout({900, 80}, {0, 1000}, 0);
-    const auto labels = [&] {
+    ApplyTheme(*qApp, Theme::Dark);
+    const auto labels = [&](Qt::LayoutDirection direction) {
         QImage picture(900, TimeLayout::kRuler, QImage::Format_RGB32);
         QPainter painter(&picture);
+        painter.setLayoutDirection(direction); // as that of a window has it
         DrawTimeRuler(painter, picture.rect(), layout, look, LoadSkin());
         return picture;
     };
-    const QImage arabic = labels();
-    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
-    EXPECT_EQ(arabic, labels());
+    EXPECT_EQ(labels(Qt::RightToLeft), labels(Qt::LeftToRight));
+    EXPECT_GT(Ink(labels(Qt::LeftToRight)).width(), 500);
+    qApp->setStyleSheet({});
+    qApp->setPalette({});
 }
 
 TEST_F(FromRightToLeft, PatternsAndCountsAreWrittenAsTheyAre)
