@@ -51,7 +51,8 @@ if(TARGET KvDesigner)
   set(CPACK_DEBIAN_DESIGNER_PACKAGE_RECOMMENDS designer-qt6)
   kv_package(designer kvguiadvctrls-designer devel "${library_package} (= ${debian_version})"
     "controls for video titling applications (Qt Designer plugin)"
-    "The controls of the KvGuiAdvCtrls library in Qt Designer's list of widgets, with
+    "The controls of the KvGuiAdvCtrls library in Qt Designer's list of
+widgets, with
 their properties; also for programs that load forms at run time.")
 endif()
 
