@@ -133,10 +133,6 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
 
     // Drawing.
     void DrawHeader(QPainter& painter);
-    /// Whether a heading stands at the right, as the first line shown has its text from right to left.
-    bool IsHeadingRight(int column) const;
-    /// The headings follow the first line; what was painted otherwise is painted anew.
-    void PlaceHeadings();
     void DrawRow(QPainter& painter, int line, const QRect& row);
     int State(int line) const;
     QColor Colour(int line, int column, bool isBack) const;
@@ -202,8 +198,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     bool isSelectionDue = false; ///< to be told to it
     int shownTold = 0;           ///< how many lines it was told of
     bool isSyncing = false;
-    QRegion dirty;                   ///< what is being painted
-    std::vector<bool> headingsRight; ///< as they are painted, by column
+    QRegion dirty; ///< what is being painted
     kv::ReportScreen screen;
     /// The cell that is being drawn, and its place.
     struct

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
 
@@ -140,26 +139,6 @@ QColor CKvReportListCtrl::Impl::Colour(int line, int column, bool isBack) const
     return state == kKvReportDisabled ? theme.disabledText : theme.text;
 }
 
-bool CKvReportListCtrl::Impl::IsHeadingRight(int column) const
-{
-    const int line = rows.ShownLine(0);
-    const int width = layout.Right(column) - layout.Left(column);
-    return line >= 0 && StyleOf(OneLine(rows.Row(line).Text(column), width), kKvReportLeft) == kKvReportRight;
-}
-
-void CKvReportListCtrl::Impl::PlaceHeadings()
-{
-    std::vector<bool> right;
-    for (int column = 0; column < layout.ColumnCount(); ++column)
-        right.push_back(IsHeadingRight(column));
-    if (right == headingsRight)
-        return;
-    headingsRight = std::move(right);
-    const QRect header(0, 0, list.width(), layout.header.bottom);
-    if (!(QRegion(header) - dirty).isEmpty())
-        list.update(header);
-}
-
 void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
 {
     const QRect header(0, 0, list.width(), layout.header.bottom);
@@ -175,11 +154,10 @@ void CKvReportListCtrl::Impl::DrawHeader(QPainter& painter)
         const int left = layout.Left(column) - scrollX;
         const int width = layout.Right(column) - layout.Left(column);
         const QRect room(left + kKvReportTextMargin, 0, width - 2 * kKvReportTextMargin, header.height());
-        const auto place = static_cast<std::size_t>(column);
-        const QString text = KvToQString(columns.columns[place].header);
-        const Qt::Alignment side = headingsRight[place] ? Qt::AlignRight : Qt::AlignLeft;
+        const QString text = KvToQString(columns.columns[static_cast<std::size_t>(column)].header);
         painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-        painter.drawText(room, static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter),
+        // Columns run from left to right in every language, and their headings begin where they do.
+        painter.drawText(room, static_cast<int>(Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter),
                          metrics.elidedText(text, Qt::ElideRight, room.width()));
         painter.fillRect(pixels.Column(left + width - 1, 4, header.height() - 4), theme.disabledText);
     }
@@ -280,7 +258,6 @@ void CKvReportListCtrl::OnPaint(Graphics& graphics)
         impl.screen.Forget();
     impl.SyncBars();
     graphics.setFont(font());
-    impl.PlaceHeadings();
     impl.DrawHeader(graphics);
     const CRect& cells = impl.layout.cells;
     int end = cells.top;
