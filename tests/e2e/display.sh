@@ -39,7 +39,8 @@ chmod 700 "$XDG_RUNTIME_DIR"
 unset DBUS_SESSION_BUS_ADDRESS WAYLAND_DISPLAY QT_QPA_PLATFORM
 export LC_ALL=C.UTF-8
 
-Xvfb -displayfd 3 -screen 0 "${screen:-1600x1000}x24" -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
+# A server that resets itself when its last client leaves turns away the one that comes meanwhile.
+Xvfb -displayfd 3 -screen 0 "${screen:-1600x1000}x24" -nolisten tcp -noreset 3>"$work/display" >"$work/xvfb.log" 2>&1 &
 children+=($!)
 has_number() { [ "$(wc -l <"$work/display")" = 1 ]; } # the whole line: half a number is another display
 wait_until "Xvfb" has_number
