@@ -4,6 +4,7 @@
 #include "KvReportListCtrl.h"
 
 #include <QApplication>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QTest>
 
@@ -133,6 +134,16 @@ protected:
         parent.show();
         QApplication::setActiveWindow(&parent);
         list.setFocus();
+    }
+    // A button that went down on a list which died of it would be down in all later tests.
+    ~ReportList() override
+    {
+        struct Taker : QWidget
+        {
+            void mouseReleaseEvent(QMouseEvent* event) override { event->accept(); }
+        } taker;
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton})
+            QTest::mouseRelease(&taker, button);
     }
     void Fill(int count)
     {
