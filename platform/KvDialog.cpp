@@ -1,4 +1,5 @@
 #include "platform/KvDialogImpl.h"
+#include "platform/LanguageChange.h"
 #include "platform/MessageDispatch.h"
 
 #include <QLayout>
@@ -283,7 +284,7 @@ bool CKvDialog::event(QEvent* event)
         m_impl->TakeParentsFont();
     else if (event->type() == QEvent::LayoutDirectionChange && m_impl->isCreated)
         m_impl->LayOut();
-    else if (event->type() == QEvent::LanguageChange)
+    else if (event->type() == QEvent::LanguageChange && !kv::IsLanguageChangeOwn())
         OnSkinChanged();
     return handled;
 }

@@ -6,10 +6,10 @@
 #include "core/ProfileDocument.h"
 #include "core/TextTables.h"
 #include "core/WholeFile.h"
+#include "platform/LanguageChange.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QMenu>
@@ -328,10 +328,7 @@ int KvGuiRes::SetStringFile(const wchar_t* file)
         return 0;
     NotifyWindows();
     // As the toolkit does for a translator: hosts hear of both in one place.
-    if (QCoreApplication* application = QCoreApplication::instance()) {
-        QEvent event(QEvent::LanguageChange);
-        QCoreApplication::sendEvent(application, &event);
-    }
+    kv::SendLanguageChange();
     return 1;
 }
 

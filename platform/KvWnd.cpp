@@ -1,4 +1,5 @@
 #include "platform/KvWndImpl.h"
+#include "platform/LanguageChange.h"
 #include "platform/LeftControlKey.h"
 #include "platform/MessageDispatch.h"
 #include "platform/VirtualKey.h"
@@ -226,7 +227,7 @@ void CKvWnd::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::EnabledChange) {
         OnEnable(isEnabled() ? 1 : 0);
-    } else if (event->type() == QEvent::LanguageChange) {
+    } else if (event->type() == QEvent::LanguageChange && !kv::IsLanguageChangeOwn()) {
         updateGeometry();
         update();
         OnSkinChanged();

@@ -2,6 +2,7 @@
 #include "KvGuiRes.h"
 #include "KvWnd.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QImage>
 #include <QPointer>
@@ -164,6 +165,28 @@ TEST_F(Skin, AnotherLanguageReachesTheHostAsATranslatorDoes)
     EXPECT_EQ(KvGuiRes::SetStringFile(L""), 1);
     EXPECT_EQ(KvGuiRes::LoadStringW(12035), L"Close");
     EXPECT_TRUE(QTest::qWaitFor([&] { return told() == std::pair(2, 2); }));
+}
+
+TEST_F(Skin, ALanguageIsLookedUpOnce)
+{
+    QWidget host;
+    SkinnedWnd window;
+    window.CreateWnd(0, {}, &host, 0);
+    const auto changes = [&window] {
+        QApplication::processEvents();
+        return std::exchange(window.changes, 0);
+    };
+    KvGuiRes::SetStringFile(L":/kv/lang/de.ini");
+    EXPECT_EQ(changes(), 1);
+    KvGuiRes::SetStringFile(L":/kv/lang/fr.ini");
+    KvGuiRes::SetStringFile(nullptr);
+    EXPECT_EQ(changes(), 2);
+    QEvent change(QEvent::LanguageChange);
+    QApplication::sendEvent(qApp, &change); // a host's translator
+    EXPECT_EQ(changes(), 1);
+    KvGuiRes::SetStringFile(L":/kv/lang/de.ini");
+    QApplication::sendEvent(qApp, &change); // whose texts the window has not seen
+    EXPECT_EQ(changes(), 2);
 }
 
 TEST_F(Skin, AHostAddsItsOwnTextsAndAStringFileTranslatesThem)
