@@ -21,8 +21,7 @@ enum AppLogColumn : int
     kAppLogContent = 3,
 };
 
-// Heights of the lines, in logical pixels; that of messages for letters for which it suffices.
-inline constexpr int kAppLogMessageHeight = 24;
+// Heights of the lines that are no messages, in logical pixels; these are as high as the list makes them.
 inline constexpr int kAppLogDateHeight = 48;
 inline constexpr int kAppLogSpacerHeight = 12;
 

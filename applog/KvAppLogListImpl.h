@@ -118,7 +118,6 @@ struct CKvAppLogListCtrl::Impl
     bool IsAtEnd() const;
     /// Makes a change that is no message's; in follow mode 1 a view at the end stays there.
     void KeepEnd(const std::function<void()>& change);
-    void RestoreDateHeights();
     void DrawIcon(QPainter& painter, int line, int type) const;
     void DrawDate(QPainter& painter, int line);
     std::vector<KvReportMark> FoundMarks(int line) const;

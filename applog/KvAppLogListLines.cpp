@@ -113,8 +113,7 @@ int CKvAppLogListCtrl::Impl::AddLine(const Message& message)
     const wchar_t typeText[] = {static_cast<wchar_t>(L'0' + message.type), L'\0'};
     isOwnChange = true;
     const int line = list.InsertRow(
-        -1, {typeText, kv::AppLogLevelText(message.level), kv::AppLogTimeText(message.time), message.text},
-        std::max(kv::kAppLogMessageHeight, list._TextHeight()));
+        -1, {typeText, kv::AppLogLevelText(message.level), kv::AppLogTimeText(message.time), message.text});
     isOwnChange = false;
     ColourLine(line, message.type);
     if (!isCounted)

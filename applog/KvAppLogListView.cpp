@@ -294,14 +294,6 @@ void CKvAppLogListCtrl::Impl::KeepEnd(const std::function<void()>& change)
         list.EnsureVisible(list.NextShownRow(list.GetItemCount(), -1));
 }
 
-void CKvAppLogListCtrl::Impl::RestoreDateHeights()
-{
-    for (int line = 0; line < list.GetItemCount(); ++line) {
-        if (list.ViewItemText(line, kv::kAppLogType) == kv::kAppLogDateMark)
-            list.SetItemHeight(line, kv::kAppLogDateHeight);
-    }
-}
-
 void CKvAppLogListCtrl::OnPaint(Graphics& graphics)
 {
     const Impl::Quiet still(*m_impl); // the lines that are being painted stay
@@ -317,13 +309,7 @@ void CKvAppLogListCtrl::changeEvent(QEvent* event)
         return;
     }
     const Impl::Quiet still(*m_impl);
-    m_impl->KeepEnd([&] {
-        const int before = GetDefaultItemHeight();
-        CKvReportListCtrl::changeEvent(event);
-        // The list takes dates for messages where the letters made these as high.
-        if (before == kv::kAppLogDateHeight && GetDefaultItemHeight() != before)
-            m_impl->RestoreDateHeights();
-    });
+    m_impl->KeepEnd([&] { CKvReportListCtrl::changeEvent(event); });
     m_impl->PlaceFindBar();
     m_impl->AskOverlay();
 }

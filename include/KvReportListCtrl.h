@@ -214,7 +214,8 @@ protected:
     // Lines. Each operation changes the lines, then calls `_OnNotifyItemModify` once, then returns.
 
     /// For lines for which none is given; those that are there keep theirs. Until it is set the height is 24,
-    /// more where the font needs it, and lines of that height follow the font. @param height at least 1.
+    /// more where the font needs it, and lines without one of their own follow the font.
+    /// @param height at least 1.
     void SetDefaultItemHeight(int height);
     /// @return the height that the next line without one gets.
     int GetDefaultItemHeight() const;

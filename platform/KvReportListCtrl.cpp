@@ -300,7 +300,7 @@ int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_vi
         return -1;
     const int at = line == -1 ? count : line;
     m_impl->Inserting(at, 1);
-    m_impl->InsertRow(at, kv::ReportRow(std::span(texts.begin(), texts.size()), m_impl->NewHeight(height)));
+    m_impl->InsertRow(at, m_impl->NewRow(std::span(texts.begin(), texts.size()), height));
     m_impl->Inserted(at, 1);
     return at;
 }

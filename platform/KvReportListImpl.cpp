@@ -100,8 +100,8 @@ int CKvReportListCtrl::Impl::TextHeight() const
 void CKvReportListCtrl::Impl::FontChanged()
 {
     const int height = TextHeight();
-    if (!isHeightHosts && height != defaultHeight)
-        rows.ReplaceHeight(std::exchange(defaultHeight, height), height);
+    if (!isHeightHosts && std::exchange(defaultHeight, height) != height)
+        rows.SetFontHeight(height);
     LayOut();
     RequestWholeFrame();
 }
@@ -289,6 +289,13 @@ void CKvReportListCtrl::Impl::NotifyText(int line, int column)
     lineOfText = std::move(lines);
 }
 
+kv::ReportRow CKvReportListCtrl::Impl::NewRow(std::span<const std::wstring_view> texts, int height) const
+{
+    if (height > 0)
+        return {texts, std::min(height, kv::kReportMost)};
+    return {texts, defaultHeight, !isHeightHosts};
+}
+
 std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CStringArray>& texts,
                                                             int height) const
 {
@@ -297,7 +304,7 @@ std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CS
     std::vector<std::wstring_view> views;
     for (const CStringArray& row : texts) {
         views.assign(row.begin(), row.end());
-        added.emplace_back(views, NewHeight(height));
+        added.push_back(NewRow(views, height));
     }
     return added;
 }

@@ -80,7 +80,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
 
     // Rows.
     /// @param height 0 takes the default.
-    int NewHeight(int height) const { return height > 0 ? std::min(height, kv::kReportMost) : defaultHeight; }
+    kv::ReportRow NewRow(std::span<const std::wstring_view> texts, int height) const;
     std::vector<kv::ReportRow> NewRows(const std::vector<CStringArray>& texts, int height) const;
     /// Changes what a line holds, by which the filter may show it or not.
     template <typename Change>

@@ -26,7 +26,9 @@ std::unique_ptr<std::byte[]> NewBlock(std::size_t size)
 
 } // namespace
 
-ReportRow::ReportRow(std::span<const std::wstring_view> texts, int rowHeight) : height(rowHeight)
+ReportRow::ReportRow(std::span<const std::wstring_view> texts, int rowHeight, bool followsTheFont)
+    : height(rowHeight)
+    , followsFont(followsTheFont)
 {
     Pack(texts, {});
 }

@@ -346,14 +346,17 @@ std::size_t ReportRows::ChangeRows(int first, int last, Change change)
 
 void ReportRows::SetHeight(int line, int height)
 {
-    ForgetSumsAfter(ChangeRows(line, line, [&](ReportRow& row) { row.height = height; }));
+    ForgetSumsAfter(ChangeRows(line, line, [&](ReportRow& row) {
+        row.height = height;
+        row.followsFont = false;
+    }));
 }
 
-void ReportRows::ReplaceHeight(int from, int to)
+void ReportRows::SetFontHeight(int height)
 {
     ForgetSumsAfter(ChangeRows(0, Count() - 1, [&](ReportRow& row) {
-        if (row.height == from)
-            row.height = to;
+        if (row.followsFont)
+            row.height = height;
     }));
 }
 

@@ -33,7 +33,8 @@ class ReportRow
 public:
     ReportRow() = default;
     /// @param texts one a column, at most 65,535.
-    ReportRow(std::span<const std::wstring_view> texts, int height);
+    /// @param followsFont the height is the list's, which may change it.
+    ReportRow(std::span<const std::wstring_view> texts, int height, bool followsFont = false);
 
     /// Empty for a column that the row does not have.
     std::wstring_view Text(int column) const;
@@ -50,6 +51,7 @@ public:
     int height = 0;
     bool selected = false;
     bool shown = true;
+    bool followsFont = false;
 
 private:
     // The block: how many texts and colours, where each text ends, the colours, the texts one after another.
@@ -113,9 +115,10 @@ public:
     }
     void ClearColours(int line, int column) { At(line).ClearColours(column); }
     void SetData(int line, std::uint64_t data) { At(line).data = data; }
+    /// From now on the row's own.
     void SetHeight(int line, int height);
-    /// Of all rows that are `from` high.
-    void ReplaceHeight(int from, int to);
+    /// Of all rows that follow the font.
+    void SetFontHeight(int height);
     void SetShown(int line, bool shown);
     /// Asks for every row whether it is shown.
     void ShowWhere(const std::function<bool(const ReportRow& row)>& accepts);

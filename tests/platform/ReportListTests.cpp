@@ -92,6 +92,25 @@ TEST_F(ReportList, SizesComeDownToWhatAListCanShow)
     list.grab();
 }
 
+TEST_F(ReportList, LinesWithoutAHeightOfTheirOwnFollowTheFont)
+{
+    Fill(3);
+    const int usual = list.GetItemHeight(0);
+    list.SetItemHeight(1, usual);
+    list.Add(L"row", -1, usual);
+    const QFont font = list.font();
+    QFont larger = font;
+    larger.setPixelSize(60);
+    list.setFont(larger);
+    EXPECT_GE(list.GetItemHeight(0), 60);
+    EXPECT_EQ(list.GetItemHeight(1), usual);
+    EXPECT_EQ(list.GetItemHeight(3), usual);
+    list.Add(L"row", -1, list.GetItemHeight(0));
+    list.setFont(font);
+    EXPECT_EQ(list.GetItemHeight(2), usual);
+    EXPECT_GE(list.GetItemHeight(4), 60);
+}
+
 TEST_F(ReportList, QueriesAnswerAtOnce)
 {
     Fill(20);
