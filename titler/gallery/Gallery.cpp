@@ -278,7 +278,7 @@ void Gallery::AddColours()
         return panel;
     });
     third->addStretch();
-    row.addStretch();
+    row.addStretch(1);
 }
 
 void Gallery::AddCurves()
@@ -315,7 +315,7 @@ void Gallery::AddCurves()
         m_ease.Tell({});
     });
     column->addStretch();
-    row.addStretch();
+    row.addStretch(1);
 }
 
 void Gallery::AddLists()
@@ -323,11 +323,11 @@ void Gallery::AddLists()
     QBoxLayout& row = AddFamily(kTextGalleryLists);
     AddList<SampleList>(row, "CKvReportListCtrl", {420, 150});
     AddList<CKvTextEditListCtrl>(row, "CKvTextEditListCtrl", {420, 150});
-    row.addStretch();
+    row.addStretch(1); // at 0 the lists' cards, which may grow, would share the room with it
     QBoxLayout& next = AddFamily(kTextGalleryMoreLists);
     AddList<CKvSubTitleTxtListEditor>(next, "CKvSubTitleTxtListEditor", {640, 150});
     AddList<CKvAppLogListCtrl>(next, "CKvAppLogListCtrl", {640, 150});
-    next.addStretch();
+    next.addStretch(1);
 }
 
 void Gallery::AddBars()
@@ -354,7 +354,7 @@ void Gallery::AddBars()
         return bar;
     };
     Add(row, "CKvRibbonMenuBar", {kWidth, 98}, makeMenuBar, Twice::Below);
-    row.addStretch();
+    row.addStretch(1);
     QBoxLayout& strips = AddFamily(kTextGalleryStrips);
     const auto makeStrip = [](QWidget& parent, UINT id) {
         auto* strip = new CKvLayoutSelector;
@@ -378,7 +378,7 @@ void Gallery::AddBars()
         return bar;
     };
     Add(strips, "CKvScrollBar", {17, 110}, makeScrollBar, Twice::Beside);
-    strips.addStretch();
+    strips.addStretch(1);
 }
 
 void Gallery::AddTools()
@@ -436,7 +436,7 @@ void Gallery::AddTools()
     m_dialogs.push_back(std::move(find));
     m_dialogs.push_back(std::move(characters));
     dialogs->addStretch();
-    row.addStretch();
+    row.addStretch(1);
 }
 
 } // namespace titler
