@@ -1,5 +1,6 @@
 #include "applog/AppLogStyle.h"
 
+#include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 
 namespace kv {
@@ -8,17 +9,18 @@ namespace {
 
 constexpr const char* kSheet = R"(
 QPushButton { background: @selected; color: @selectedText; border: 1px solid @focus; border-radius: 9px;
-    padding: 2px 10px; margin: 0; }
+    padding: 2px 10px; margin: 0; @sizes }
 QPushButton:hover { background: @header; }
 QLineEdit { background: @back; color: @text; border: 1px solid @border; border-radius: 2px; padding: 1px 4px;
-    margin: 0; min-height: 0; selection-background-color: @selected; selection-color: @selectedText; }
+    margin: 0; @sizes selection-background-color: @selected; selection-color: @selectedText; }
 QLineEdit:focus { border-color: @focus; }
-QLabel { background: transparent; color: @text; border: none; padding: 0; margin: 0; }
+QLabel { background: transparent; color: @text; border: none; padding: 0; margin: 0; @sizes }
 QToolButton { background: transparent; color: @text; border: 1px solid transparent; border-radius: 2px;
-    padding: 1px 4px; margin: 0; min-width: 0; min-height: 0; }
+    padding: 1px 4px; margin: 0; @sizes }
 QToolButton:hover { border-color: @border; }
 QToolButton:checked { background: @selected; color: @selectedText; }
 QToolButton:focus { border-color: @focus; }
+CKvBitmapButton { @sizes }
 )";
 
 } // namespace
@@ -38,7 +40,7 @@ QString AppLogStyleSheet()
     QString sheet = QString::fromLatin1(kSheet);
     for (const auto& [name, colour] : names)
         sheet.replace(QLatin1String(name), colour.name());
-    return sheet;
+    return sheet.replace(QLatin1String("@sizes"), QLatin1String(kOwnSizes));
 }
 
 } // namespace kv

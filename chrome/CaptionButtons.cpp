@@ -2,6 +2,7 @@
 
 #include "KvGuiRes.h"
 #include "chrome/CaptionLayout.h"
+#include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 
 #include <algorithm>
@@ -59,8 +60,10 @@ QSize PictureSize(const wchar_t* picture)
 
 void CaptionButtons::Create(QWidget& bar, const CRect& application)
 {
-    for (CKvButton*& button : m_buttons)
+    for (CKvButton*& button : m_buttons) {
         button = &button == &m_buttons.front() ? new ApplicationButton(m_colours) : new CKvButton;
+        KeepOwnSizes(*button);
+    }
     Get(kKvCaptionApplication)
         .CreateButton(kKvCaptionApplication, &bar, application, WS_VISIBLE, nullptr, nullptr);
     for (const ButtonLook& look : kWindowLooks) {
@@ -124,7 +127,8 @@ void CaptionButtons::ColourTip(QWidget& button)
         !KvGuiRes::LoadColor(L"keButtonTipsText", text))
         return;
     // The tip is the toolkit's window; a style sheet is how a widget gives its tips colours of their own.
-    const QString sheet = QStringLiteral("QToolTip { background-color: %1; color: %2; }")
+    const QString sheet =
+        OwnSizesSheet() + QStringLiteral("QToolTip { background-color: %1; color: %2; }")
                               .arg(QColor::fromRgb(background).name(), QColor::fromRgb(text).name());
     if (button.styleSheet() != sheet)
         button.setStyleSheet(sheet);

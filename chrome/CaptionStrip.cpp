@@ -215,11 +215,18 @@ void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
     Remeasure();
 }
 
-// Of the button alone: the bar's own font would become that of the tool windows in it.
+// Of the button alone: the bar's own font would become that of the tool windows in it. The bar's is not
+// handed on to the button.
 void CaptionStrip::StyleApplication()
 {
-    Button(kKvCaptionApplication).setFont(m_impl->settings ? m_impl->settings->font : QFont());
+    Button(kKvCaptionApplication).setFont(Font());
     m_impl->buttons.SetTextColours({TextColour(), Legible(HoverTextColour()), DisabledColour()});
+}
+
+void CaptionStrip::FontChanged()
+{
+    StyleApplication();
+    Remeasure();
 }
 
 void CaptionStrip::SkinChanged()

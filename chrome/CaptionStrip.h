@@ -107,6 +107,7 @@ public:
     void SetSettings(const SKvGuiBasicSettings* settings);
     void Paint(Graphics& graphics);
     void SkinChanged();
+    void FontChanged();
     /// The bar may be in another frame.
     void WatchFrame();
     void FrameStateChanged();

@@ -213,7 +213,7 @@ bool CKvCaptionBar::event(QEvent* event)
     case QEvent::FontChange: {
         const bool result = CKvWnd::event(event);
         if (IsCreated())
-            m_strip->Remeasure();
+            m_strip->FontChanged();
         return result;
     }
     default:

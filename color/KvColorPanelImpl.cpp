@@ -8,6 +8,7 @@
 #include "core/Text.h"
 #include "core/TextTables.h"
 #include "platform/ColourClipboard.h"
+#include "platform/OwnSizes.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -117,6 +118,7 @@ void CKvColorPanel::Impl::MakeButtons()
 {
     const auto make = [this](UINT id, const wchar_t* picture) {
         auto* made = new CKvRadioBitmapButton;
+        kv::KeepOwnSizes(*made);
         made->SubClassButton(id, &panel, Unchecked(picture).c_str(), Checked(picture).c_str());
         return made;
     };

@@ -2,6 +2,7 @@
 
 #include "KvGuiRes.h"
 #include "core/TextTables.h"
+#include "platform/OwnSizes.h"
 
 #include <utility>
 
@@ -25,6 +26,7 @@ void CKvKeyFrameCtrl::Impl::CreateButton(std::size_t place)
     Record& record = records[place];
     record.state = 1;
     record.button = new CKvBitmapButton; // the strip owns it
+    kv::KeepOwnSizes(*record.button);
     record.button->CreateButton(kind.id, &strip, ButtonRect(strip.GetClientRect(), place, vertical),
                                 WS_CHILD | WS_VISIBLE, ImageOf(place), KvGuiRes::LoadTip(kind.id).c_str());
     record.button->setCheckable(kind.uncheckedImage != nullptr);

@@ -1,5 +1,6 @@
 #include "platform/DialogStyle.h"
 
+#include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 
 namespace kv {
@@ -14,10 +15,10 @@ QColor Mix(const QColor& from, const QColor& to, int percent)
 // Whatever the host's sheet says of the same items is said here, too: only then it does not count.
 constexpr const char* kSheet = R"(
 CKvDialog { background: @window; color: @text; border: none; border-radius: 0; padding: 0; margin: 0; }
-CKvDialog > QLabel { background: transparent; color: @hint; border: none; padding: 0; margin: 0; }
+CKvDialog > QLabel { background: transparent; color: @hint; border: none; padding: 0; margin: 0; @sizes }
 CKvDialog > QLabel:disabled { color: @disabled; }
 CKvDialog > QPushButton { background: @button; color: @text; border: 1px solid @border;
-    border-radius: 3px; padding: 0; margin: 0; min-width: 0; min-height: 0; }
+    border-radius: 3px; padding: 0; margin: 0; @sizes }
 CKvDialog > QPushButton:default { border-color: @strong; }
 CKvDialog > QPushButton:hover { background: @hover; }
 CKvDialog > QPushButton:pressed { background: @pressed; }
@@ -25,12 +26,12 @@ CKvDialog > QPushButton:checked { background: @selection; color: @selected; }
 CKvDialog > QPushButton:focus { border-color: @focus; }
 CKvDialog > QPushButton:disabled { background: @window; color: @disabled; border-color: @faint; }
 CKvDialog > QLineEdit { background: @field; color: @text; border: 1px solid @border; border-radius: 2px;
-    padding: 0 4px; margin: 0; min-width: 0; min-height: 0;
+    padding: 0 4px; margin: 0; @sizes
     selection-background-color: @selection; selection-color: @selected; }
 CKvDialog > QLineEdit:focus { border-color: @focus; }
 CKvDialog > QLineEdit:disabled { color: @disabled; border-color: @faint; }
 CKvDialog > QCheckBox { background: transparent; color: @text; border: none; padding: 0; margin: 0;
-    spacing: 6px; }
+    spacing: 6px; @sizes }
 CKvDialog > QCheckBox:disabled { color: @disabled; }
 CKvDialog > QCheckBox::indicator { width: 13px; height: 13px; background: @field; border: 1px solid @strong;
     border-radius: 2px; }
@@ -76,7 +77,7 @@ QString DialogStyleSheet(const SKvGuiBasicSettings* settings)
     QString sheet = QString::fromLatin1(kSheet);
     for (const auto& [name, colour] : names)
         sheet.replace(QLatin1String(name), colour.name());
-    return sheet;
+    return sheet.replace(QLatin1String("@sizes"), QLatin1String(kOwnSizes));
 }
 
 } // namespace kv

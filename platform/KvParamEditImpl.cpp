@@ -3,6 +3,7 @@
 #include "KvMenu.h"
 #include "platform/ColourClipboard.h"
 #include "platform/NumberAccess.h"
+#include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 #include "platform/VirtualKey.h"
 
@@ -301,8 +302,7 @@ void CKvParamEdit::Impl::ApplyLook()
 {
     QString sheet =
         QStringLiteral("QLineEdit { background: transparent; border: none; padding: 0; margin: 0; "
-                       "min-width: 0; min-height: 0; "
-                       "color: @text; selection-background-color: @selected; "
+                       "@sizes color: @text; selection-background-color: @selected; "
                        "selection-color: @highlighted; }"
                        "QLineEdit:disabled { color: @disabled; }");
     sheet.replace(QLatin1String("@text"), kv::TextColour().name());
@@ -311,6 +311,7 @@ void CKvParamEdit::Impl::ApplyLook()
                   kv::SkinColour(L"keReportListSelectedBKColor", 0xFF4A5568u).name());
     sheet.replace(QLatin1String("@highlighted"),
                   kv::SkinColour(L"keReportListSelectedTextColor", 0xFFFFFFFFu).name());
+    sheet.replace(QLatin1String("@sizes"), QLatin1String(kv::kOwnSizes));
     line->setStyleSheet(sheet);
     control.update();
 }

@@ -1,5 +1,6 @@
 // The report list's in-place editing.
 #include "platform/KvReportListImpl.h"
+#include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 
 #include <QSignalBlocker>
@@ -18,10 +19,11 @@ QRect CKvReportListCtrl::Impl::EditorRect() const
 void CKvReportListCtrl::Impl::StyleEditor()
 {
     const QString sheet = QStringLiteral("QPlainTextEdit { background: %1; color: %2; border: 1px solid %3; "
-                                         "border-radius: 0; padding: 0; margin: 0; "
+                                         "border-radius: 0; padding: 0; margin: 0; %6 "
                                          "selection-background-color: %4; selection-color: %5; }");
     editor->setStyleSheet(sheet.arg(theme.back.name(), theme.text.name(), kv::FocusColour().name(),
-                                    theme.selectedBack.name(), theme.selectedText.name()));
+                                    theme.selectedBack.name(), theme.selectedText.name(),
+                                    QLatin1String(kv::kOwnSizes)));
 }
 
 // @param text what it begins with.

@@ -148,6 +148,15 @@ protected:
                 painter.fillRect(QRect(bar->mapTo(&Control(), QPoint()), bar->size()), Qt::black);
         return image;
     }
+    /// Where its parts stand, in the order in which they were made.
+    std::vector<QRect> Places()
+    {
+        Settle();
+        std::vector<QRect> places;
+        for (const QWidget* part : Control().findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            places.push_back(part->geometry());
+        return places;
+    }
     // KV_HOSTING_PICTURES names a folder for pictures that differ.
     void ExpectAs(const QImage& before, const char* when)
     {
@@ -326,6 +335,28 @@ TEST_P(Hosting, IsPaintedAsEverUnderAStyleSheet)
     }
     host.setStyleSheet("QWidget#host { background: #808080 } QLineEdit { min-height: 32px }");
     ExpectAs(before, "larger edits");
+    if (qobject_cast<QAbstractButton*>(&Control()))
+        return; // a button that is the host's own is as large as that wants it
+    const auto sheet = [](const char* kind) {
+        return QStringLiteral("QWidget#host { background: #808080 } %1 { min-width: 90px; min-height: 40px; "
+                              "max-width: 95px; padding: 10px }")
+            .arg(QLatin1String(kind));
+    };
+    constexpr const char* kKinds[] = {"QAbstractButton", "QPushButton", "QLabel"};
+    for (const char* kind : kKinds) {
+        host.setStyleSheet(sheet(kind));
+        ExpectAs(before, kind);
+    }
+    // As it was at first, but made under the sheet.
+    const std::vector<QRect> places = Places();
+    for (const char* kind : kKinds) {
+        host.setStyleSheet(sheet(kind));
+        subject = GetParam().make(host);
+        Random random(1);
+        subject->Change(random);
+        Embed();
+        EXPECT_EQ(Places(), places) << kind;
+    }
 }
 
 // Of what the toolkit paints: as high as its letters, and as wide.
