@@ -50,6 +50,7 @@ AppLogFindBar::AppLogFindBar(QWidget* list, AppLogFindHooks hooks)
     hide();
     setAttribute(Qt::WA_NoMousePropagation); // the list has nothing to do with a click here
     setCursor(Qt::ArrowCursor);
+    m_count->hide();
     m_text->setClearButtonEnabled(false);
     m_text->installEventFilter(this);
     m_case->setCheckable(true);
@@ -94,6 +95,14 @@ void AppLogFindBar::LoadSkin()
     m_close->setToolTip(TextOf(kTextClose));
 }
 
+void AppLogFindBar::TakeFont(const QFont& font)
+{
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_text), static_cast<QWidget*>(m_case), static_cast<QWidget*>(m_count)})
+        part->setFont(font);
+    layout()->invalidate();
+}
+
 std::wstring AppLogFindBar::Text() const
 {
     return KvFromQString(m_text->text());
@@ -121,6 +130,7 @@ void AppLogFindBar::ShowCount(int place, int count)
         m_count->setText(KvToQString(FillText(LoadText(kTextCount), {number(count)})));
     else
         m_count->setText(KvToQString(FillText(LoadText(kTextPlace), {number(place), number(count)})));
+    m_count->setVisible(place >= 0); // an empty label does not follow its font
     m_previous->setEnabled(count > 0);
     m_next->setEnabled(count > 0);
 }

@@ -31,6 +31,8 @@ public:
     /// @param place from 1; 0 tells how many there are alone.
     void ShowCount(int place, int count);
     void LoadSkin();
+    /// The list's: below a style sheet the toolkit hands no font on.
+    void TakeFont(const QFont& font);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

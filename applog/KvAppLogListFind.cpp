@@ -61,6 +61,8 @@ void CKvAppLogListCtrl::Impl::CloseFind()
 void CKvAppLogListCtrl::Impl::PlaceFindBar()
 {
     const Quiet still(*this);
+    if (findBar)
+        findBar->TakeFont(list.font());
     const int height = IsFindOpen() ? findBar->sizeHint().height() : 0;
     KeepEnd([&] { list.SetFooterHeight(height); });
     if (height > 0)

@@ -263,6 +263,7 @@ void CKvAppLogListCtrl::Impl::ShowBadge()
     }
     badge->setText(KvToQString(kv::FillText(kv::LoadText(kTextNew), {kv::NumberText(missedShown)})));
     badge->setToolTip(KvToQString(kv::LoadText(kTextGoToEnd)));
+    badge->setFont(list.font()); // which is not handed on below a sheet
     badge->adjustSize();
     const QRect cells = list.GetCellsRect();
     badge->move(cells.right() - badge->width() - kBadgeMargin,

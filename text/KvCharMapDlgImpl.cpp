@@ -179,12 +179,21 @@ void CKvCharMapDlg::Impl::Measure()
     constexpr int kPadding = 24;
     constexpr int kBorders = 8;
     const int height = std::max(kRowHeight, dialog.fontMetrics().height() + kBorders);
+    // Below a style sheet the toolkit hands no font on.
+    for (QWidget* item : dialog.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (qobject_cast<QLabel*>(item) || qobject_cast<QLineEdit*>(item) || qobject_cast<QPushButton*>(item))
+            item->setFont(dialog.font());
+    }
     status->setFixedHeight(2 * status->fontMetrics().lineSpacing()); // long names take two lines
     for (QLineEdit* edit : {static_cast<QLineEdit*>(search), collected.data()})
         edit->setFixedHeight(height);
     for (QPushButton* button : {insert.data(), favorite.data(), collect.data(), copy.data()}) {
         button->ensurePolished();
         button->setFixedSize(button->fontMetrics().horizontalAdvance(button->text()) + kPadding, height);
+    }
+    if (QLayout* const all = dialog.layout()) { // somebody may ask for the size at once
+        all->invalidate();
+        all->activate();
     }
 }
 
