@@ -2,8 +2,11 @@
 
 #include "color/KvColorMapWndImpl.h"
 #include "color/KvColorPanelImpl.h"
+#include "platform/KvDialogImpl.h"
+#include "platform/SkinColours.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 
 #include <utility>
 
@@ -19,7 +22,11 @@ int IndexOf(UINT id, UINT first)
 
 } // namespace
 
-CKvColorPanel::CKvColorPanel() : m_impl(std::make_unique<Impl>(*this)) {}
+CKvColorPanel::CKvColorPanel() : m_impl(std::make_unique<Impl>(*this))
+{
+    CKvDialog::m_impl->paintsGround = true;
+    setFocusPolicy(Qt::TabFocus); // else it has no place in a form's tab order
+}
 
 CKvColorPanel::CKvColorPanel(QWidget* parent) : CKvColorPanel()
 {
@@ -87,6 +94,14 @@ void CKvColorPanel::SetEnableState(EKvColorPanelState state)
 {
     m_impl->model.SetState(state);
     UpdateDialogControls();
+    TakeFocusAt(); // a disabled part takes none
+}
+
+// A host that gives the panel the focus means its first part, and its tab order all of them.
+void CKvColorPanel::TakeFocusAt()
+{
+    QWidget* const first = CKvDialog::m_impl->FirstTabStop();
+    setFocusProxy(first ? first : m_impl->map.data());
 }
 
 EKvColorPanelState CKvColorPanel::GetEnableState() const
@@ -127,10 +142,12 @@ void CKvColorPanel::OnEnable(int enable)
     const bool hadFocus = isAncestorOf(window()->focusWidget());
     for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
         child->setEnabled(enable != 0);
-    if (enable)
+    if (enable) {
         UpdateDialogControls();
-    else if (hadFocus && !window()->focusWidget())
+        TakeFocusAt();
+    } else if (hadFocus && !window()->focusWidget()) {
         m_impl->FocusBehind();
+    }
 }
 
 int CKvColorPanel::PreTranslateMessage(MSG*)
@@ -154,7 +171,7 @@ void CKvColorPanel::OnAnswer(int)
 
 QSize CKvColorPanel::sizeHint() const
 {
-    return IsCreated() ? minimumSize() : kUsualSize;
+    return IsCreated() ? CKvDialog::sizeHint() : kUsualSize;
 }
 
 void CKvColorPanel::setVisible(bool visible)
@@ -211,7 +228,12 @@ BOOL CKvColorPanel::OnInitDialog()
     m_impl->ShowMode();
     if (!m_impl->isEnabled)
         OnEnable(0); // it was disabled before there was a child
-    return 0;        // the focus stays with the host
+    if (!isWindow()) {
+        setTabOrder(this, m_impl->map); // made later than what a form has behind it
+        CKvDialog::m_impl->OrderTabs();
+    }
+    TakeFocusAt();
+    return 0; // the focus stays with the host
 }
 
 BOOL CKvColorPanel::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
@@ -295,6 +317,21 @@ bool CKvColorPanel::event(QEvent* event)
     if (event->type() == QEvent::Polish && self && std::exchange(m_impl->createsItself, false))
         m_impl->CreateSelf();
     return result;
+}
+
+void CKvColorPanel::paintEvent(QPaintEvent*)
+{
+    // Under a host's sheet every palette is its own, and the attribute tells of a ground that it gives all.
+    const bool isSheets = !styleSheet().isEmpty() && testAttribute(Qt::WA_StyledBackground);
+    if (isSheets || autoFillBackground())
+        return;
+    const bool isPalettes = testAttribute(Qt::WA_SetPalette) && !testAttribute(Qt::WA_StyleSheet);
+    const SKvGuiBasicSettings* const settings = CKvDialog::m_impl->settings;
+    QColor ground =
+        isPalettes ? palette().color(backgroundRole()) : kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2E);
+    if (settings)
+        ground = QColor::fromRgba(settings->background);
+    QPainter(this).fillRect(rect(), QColor::fromRgb(ground.rgb()));
 }
 
 void CKvColorPanel::keyPressEvent(QKeyEvent* event)

@@ -11,6 +11,7 @@ using namespace kv::keyframe;
 CKvKeyFrameCtrl::CKvKeyFrameCtrl() : m_impl(std::make_unique<Impl>(*this))
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::TabFocus); // else it has no place in a form's tab order
 }
 
 CKvKeyFrameCtrl::CKvKeyFrameCtrl(QWidget* parent) : CKvKeyFrameCtrl()
@@ -121,6 +122,7 @@ int CKvKeyFrameCtrl::_Initialize()
     CKvKeyFrameCtrl::OnSize(width(), height());
     for (std::size_t place = 0; place < kButtonCount; ++place)
         m_impl->CreateButton(place);
+    m_impl->OrderTabs(); // before one stands for the strip, else the toolkit takes it for the last
     m_impl->MakeCurrent(kToggle);
     return _UpdateControl();
 }
@@ -157,14 +159,11 @@ void CKvKeyFrameCtrl::OnEnable(BOOL enabled)
 
 void CKvKeyFrameCtrl::OnSize(int, int)
 {
-    // Anew each time: a host may have set a fixed size of its own.
-    if (m_impl->vertical) {
-        setFixedWidth(kThickness);
-        resize(kThickness, height());
-    } else {
-        setFixedHeight(kThickness);
-        resize(width(), kThickness);
-    }
+    m_impl->FixThickness();
+    if (!m_impl->HasButtons())
+        return;
+    for (std::size_t place = 0; place < kButtonCount; ++place)
+        m_impl->records[place].button->setGeometry(ButtonRect(GetClientRect(), place, m_impl->vertical));
 }
 
 BOOL CKvKeyFrameCtrl::OnEraseBkgnd(Graphics& graphics)

@@ -45,17 +45,34 @@ void CKvKeyFrameCtrl::Impl::ApplyPreset()
 
 void CKvKeyFrameCtrl::Impl::Turn(bool toVertical)
 {
+    if (AreLimitsOwn()) { // the length is free
+        vertical ? strip.setMinimumWidth(0) : strip.setMinimumHeight(0);
+        vertical ? strip.setMaximumWidth(QWIDGETSIZE_MAX) : strip.setMaximumHeight(QWIDGETSIZE_MAX);
+    }
     vertical = toVertical;
-    // The length is free again; the thickness is fixed by `OnSize`.
-    vertical ? strip.setMinimumHeight(0) : strip.setMinimumWidth(0);
-    vertical ? strip.setMaximumHeight(QWIDGETSIZE_MAX) : strip.setMaximumWidth(QWIDGETSIZE_MAX);
+    leastThickness = 0;
+    mostThickness = QWIDGETSIZE_MAX;
     strip.resize(strip.size().transposed());
     strip.CKvKeyFrameCtrl::OnSize(strip.width(), strip.height());
-    for (std::size_t place = 0; place < kButtonCount; ++place) {
-        records[place].button->setGeometry(ButtonRect(strip.GetClientRect(), place, vertical));
+    for (std::size_t place = 0; place < kButtonCount; ++place)
         ShowState(place);
-    }
     strip.updateGeometry();
+}
+
+bool CKvKeyFrameCtrl::Impl::AreLimitsOwn() const
+{
+    return leastThickness == (vertical ? strip.minimumWidth() : strip.minimumHeight()) &&
+           mostThickness == (vertical ? strip.maximumWidth() : strip.maximumHeight());
+}
+
+void CKvKeyFrameCtrl::Impl::FixThickness()
+{
+    if (AreLimitsOwn()) {
+        leastThickness = mostThickness = kThickness;
+        vertical ? strip.setFixedWidth(kThickness) : strip.setFixedHeight(kThickness);
+    }
+    const QSize size = vertical ? QSize(kThickness, strip.height()) : QSize(strip.width(), kThickness);
+    strip.resize(size); // as far as a host's limits let it
 }
 
 const wchar_t* CKvKeyFrameCtrl::Impl::ImageOf(std::size_t place) const
@@ -112,6 +129,15 @@ void CKvKeyFrameCtrl::Impl::MakeCurrent(std::size_t place)
     for (std::size_t other = 0; other < kButtonCount; ++other)
         records[other].button->setFocusPolicy(other == place ? Qt::StrongFocus : Qt::ClickFocus);
     strip.setFocusProxy(records[place].button);
+}
+
+void CKvKeyFrameCtrl::Impl::OrderTabs()
+{
+    QWidget* last = &strip;
+    for (const Record& record : records) {
+        QWidget::setTabOrder(last, record.button);
+        last = record.button;
+    }
 }
 
 std::size_t CKvKeyFrameCtrl::Impl::Instead(std::size_t place) const

@@ -34,6 +34,9 @@ struct CKvKeyFrameCtrl::Impl
     void CreateButton(std::size_t place);
     void ApplyPreset();
     void Turn(bool toVertical);
+    /// Unless the host has set limits of its own.
+    void FixThickness();
+    bool AreLimitsOwn() const;
     bool IsEnabled(std::size_t place) const { return records[place].button->isEnabledTo(&strip); }
     const wchar_t* ImageOf(std::size_t place) const;
     void ShowState(std::size_t place);
@@ -44,6 +47,8 @@ struct CKvKeyFrameCtrl::Impl
     std::size_t UsableFrom(std::size_t place, int step) const;
     /// A usable button other than that one, where Space does the least harm; the toggle when there is none.
     std::size_t Instead(std::size_t place) const;
+    /// The buttons are made later than what a form has behind the strip, and stand before it all the same.
+    void OrderTabs();
     /// Tab finds this button from now on.
     void MakeCurrent(std::size_t place);
     /// Moves the focus, if it is there, and the stop for Tab off a button that is about to vanish or to be
@@ -60,6 +65,9 @@ struct CKvKeyFrameCtrl::Impl
     std::array<Record, kv::keyframe::kButtonCount> records;
     SKvGuiBasicSettings* settings = nullptr;
     bool vertical = false;
+    // The limits of the thickness that were set last: others are the host's, and stay.
+    int leastThickness = 0;
+    int mostThickness = QWIDGETSIZE_MAX;
     Preset preset;
     bool enabled = true; ///< the strip itself, whatever its ancestors are
     QPointer<QWidget> watchedParent;

@@ -62,8 +62,10 @@ public:
     /// Opaque black, RGB, not created yet.
     CKvColorPanel();
     /// A panel that creates itself when it or what it is in is first shown, unless `Create` comes before.
-    /// What is set until then stays, as far as its smallest size lets it. @param parent of which it is a
-    /// child; may be null.
+    /// What is set until then stays, as far as its smallest size lets it, which is what its items need unless
+    /// another one is set. The panel paints its ground unless its own style sheet, `autoFillBackground` or,
+    /// where there is no style sheet, its own palette gives it one. @param parent of which it is a child; may
+    /// be null.
     explicit CKvColorPanel(QWidget* parent);
     ~CKvColorPanel() override;
 
@@ -125,8 +127,10 @@ protected:
     void OnSkinChanged() override;
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    void TakeFocusAt();
     bool IsHsb() const { return IsHSBMode() != 0; }
     void SetHsb(bool hsb);
     QColor Colour() const { return QColor::fromRgba(GetColor()); }

@@ -131,6 +131,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    friend class CKvColorPanel;        // paints its own ground
     friend class CKvRadioBitmapButton; // takes an item's place
     friend class KvGuiRes;
     struct Impl;

@@ -5,6 +5,7 @@
 #include "platform/DialogItems.h"
 #include "platform/DialogStyle.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -50,6 +51,7 @@ int CKvDialog::Impl::MakeWindow(UINT number)
     const BOOL wantsFocus = dialog.OnInitDialog();
     if (self) {
         isMaking = false;
+        StyleLabels();
         self->UpdateDialogControls(); // before anybody sees it
     }
     if (self && isCreated && wantsFocus) {
@@ -134,7 +136,28 @@ void CKvDialog::Impl::ApplyLook()
 {
     if (settings)
         dialog.setFont(settings->font);
-    dialog.setStyleSheet(kv::DialogStyleSheet(settings));
+    dialog.update();
+    if (paintsGround) {
+        StyleLabels();
+        return;
+    }
+    const QString now = dialog.styleSheet();
+    if (!now.isEmpty() && now != ownSheet)
+        return;
+    ownSheet = kv::DialogStyleSheet(settings);
+    dialog.setStyleSheet(ownSheet);
+}
+
+void CKvDialog::Impl::StyleLabels()
+{
+    if (!paintsGround)
+        return;
+    for (const Item& item : items) {
+        if (!qobject_cast<QLabel*>(item.control))
+            continue;
+        item.control->setFont(dialog.font()); // which is not handed on below a sheet
+        item.control->setStyleSheet(kv::DialogStyleSheet(settings));
+    }
 }
 
 void CKvDialog::Impl::Measure()
@@ -142,7 +165,12 @@ void CKvDialog::Impl::Measure()
     dialog.ensurePolished(); // a style sheet may bring the font
     units = UnitsForTexts();
     smallest = kv::ToPixels(units, {0, 0, shape.width, shape.height}).size();
-    dialog.setMinimumSize(smallest);
+    // Each side for itself, as forms set them.
+    if (dialog.minimumWidth() == ownMinimum.width())
+        dialog.setMinimumWidth(smallest.width());
+    if (dialog.minimumHeight() == ownMinimum.height())
+        dialog.setMinimumHeight(smallest.height());
+    ownMinimum = smallest;
     LayOut();
 }
 

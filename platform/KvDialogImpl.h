@@ -35,6 +35,8 @@ struct CKvDialog::Impl
     void MakeItems();
     void ApplyTexts();
     void ApplyLook();
+    /// Of a dialog that paints its own ground: gives the toolkit's labels the look that its sheet would.
+    void StyleLabels();
     /// The font of the widget that the dialog is a part of, now and when it changes; not over a host's own.
     void TakeParentsFont();
     void FontChanged();
@@ -59,11 +61,15 @@ struct CKvDialog::Impl
     bool isMaking = false; ///< `OnInitDialog` is on the stack
     bool isModal = false;  ///< `DoModal` is on the stack
     bool hasParentsFont = false;
-    bool isPlaced = true; ///< false while the parent's window, over which it stands, was never shown
+    bool paintsGround = false; ///< a part of a form, whose sheet, palette and ground are the form's
+    bool isPlaced = true;      ///< false while the parent's window, over which it stands, was never shown
     std::vector<Item> items;
     kv::DialogUnits units{};
     QSize smallest;
     QString shownTitle; ///< from the tables
+    // What was set last: anything else is the host's, and stays.
+    QString ownSheet;
+    QSize ownMinimum{0, 0};
     SKvGuiBasicSettings* settings = nullptr;
     std::shared_ptr<Ending> ending = std::make_shared<Ending>();
     std::unique_ptr<kv::IdleUpdate> idle;

@@ -131,10 +131,20 @@ TEST_F(KeyFrame, IsFourteenThickAndItsButtonsStandWithoutGaps)
                       QRect(vertical ? 0 : 14 * place, vertical ? 14 * place : 0, 14, 14));
         strip->resize(70, 70);
         EXPECT_EQ(strip->size(), laid({70, 14}));
-        strip->setFixedSize(60, 60);
+        const auto setLengths = [&](int least, int most) {
+            vertical ? strip->setMinimumHeight(least) : strip->setMinimumWidth(least);
+            vertical ? strip->setMaximumHeight(most) : strip->setMaximumWidth(most);
+        };
+        setLengths(60, 60);
         EXPECT_EQ(strip->size(), laid({60, 14}));
-        strip->setMinimumSize(80, 80);
+        setLengths(80, 80);
         EXPECT_EQ(strip->size(), laid({80, 14})) << "the host's length stands";
+        strip->setFixedSize(laid({60, 20}));
+        EXPECT_EQ(strip->size(), laid({60, 20})) << "and its limits";
+        strip->resize(5, 5);
+        EXPECT_EQ(strip->minimumSize(), laid({60, 20}));
+        EXPECT_EQ(Button(kInOrder[3])->geometry(),
+                  QRect(vertical ? 0 : 42, vertical ? 42 : 0, vertical ? 20 : 14, vertical ? 14 : 20));
         EXPECT_EQ(strip->sizeHint(), laid({56, 14}));
         EXPECT_EQ(strip->sizePolicy(), QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed));
     }

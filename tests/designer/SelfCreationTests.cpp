@@ -1,11 +1,16 @@
 // Controls that are constructed with a parent, as forms do it, create themselves when they are first shown.
+#include "KvGuiRes.h"
 #include "tests/designer/Controls.h"
 
 #include <QApplication>
+#include <QLineEdit>
+#include <QTest>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -69,6 +74,77 @@ TEST_P(SelfCreation, KeepsWhatWasSet)
     hidden->show();
     EXPECT_TRUE(IsControlCreated(*hidden));
     EXPECT_TRUE(hidden->isVisible());
+}
+
+// As a form sets them, before the control is created, and as code does, afterwards.
+TEST_P(SelfCreation, ItsLooksAndLimitsAreTheHosts)
+{
+    const auto set = [](QWidget& control, int size, Qt::GlobalColor colour) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, colour);
+        control.setMinimumSize(size, size + 1);
+        control.setMaximumSize(size + 402, size + 403);
+        control.setPalette(palette);
+        control.setAutoFillBackground(true);
+        control.setStyleSheet("QToolTip { color: " + palette.window().color().name() + " }");
+    };
+    const auto now = [](const QWidget& control) {
+        return std::tuple(control.minimumSize(), control.maximumSize(), control.palette().window().color(),
+                          control.autoFillBackground(), control.styleSheet());
+    };
+    QWidget* const control = Make();
+    set(*control, 33, Qt::red);
+    const auto form = now(*control);
+    Show();
+    EXPECT_EQ(now(*control), form);
+    set(*control, 44, Qt::blue);
+    const auto code = now(*control);
+    KvGuiRes::SetSkinFolder(nullptr);
+    QEvent change(QEvent::LanguageChange);
+    QApplication::sendEvent(control, &change);
+    control->resize(300, 200);
+    QApplication::processEvents();
+    EXPECT_EQ(now(*control), code);
+}
+
+TEST_P(SelfCreation, StandsInTheFormsTabOrder)
+{
+    for (const bool isOrderedFirst : {true, false}) { // before the control has its parts
+        QWidget form;
+        QLineEdit before(&form);
+        QLineEdit behind(&form);
+        QWidget* const control = GetParam().make(&form);
+        const auto show = [&form] {
+            form.show();
+            QApplication::setActiveWindow(&form);
+            QApplication::processEvents();
+        };
+        if (!isOrderedFirst)
+            show();
+        QWidget::setTabOrder(&before, control);
+        QWidget::setTabOrder(control, &behind);
+        show();
+        const auto takesFocus = [](const QWidget* widget) {
+            return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) != 0;
+        };
+        const QList<QWidget*> parts = control->findChildren<QWidget*>();
+        if (!takesFocus(control) && std::none_of(parts.begin(), parts.end(), takesFocus))
+            continue;
+        const auto isIn = [&](const QWidget* widget) {
+            return widget == control || control->isAncestorOf(widget);
+        };
+        control->setFocus();
+        QWidget* const first = QApplication::focusWidget();
+        EXPECT_TRUE(isIn(first) && takesFocus(first)) << isOrderedFirst;
+        before.setFocus();
+        QTest::keyClick(&before, Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), first) << isOrderedFirst;
+        for (int stops = 0; isIn(QApplication::focusWidget()) && stops < 50; ++stops)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(QApplication::focusWidget(), &behind) << isOrderedFirst;
+        QTest::keyClick(&behind, Qt::Key_Backtab);
+        EXPECT_TRUE(isIn(QApplication::focusWidget())) << isOrderedFirst;
+    }
 }
 
 TEST_P(SelfCreation, InAWindowThatIsShownAlready)
