@@ -42,8 +42,9 @@ protected:
     QRect TextRoom() const override
     {
         const CRect room = CKvButton::TextRoom().translated(pos());
-        const CRect band = CaptionBand(parentWidget()->rect());
-        return QRect(LevelWithItems(band, room, fontMetrics().height())).translated(-pos());
+        const int height = fontMetrics().height();
+        const CRect band = CaptionBand(parentWidget()->rect(), CaptionGrowth(height));
+        return QRect(LevelWithItems(band, room, height)).translated(-pos());
     }
 
 private:

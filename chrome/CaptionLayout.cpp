@@ -33,19 +33,30 @@ int IndexOfRectAt(CPoint point, const std::vector<CRect>& rects)
 
 } // namespace
 
-CRect CaptionBand(const CRect& client)
+int CaptionGrowth(int textHeight)
 {
-    return {client.left, client.top + kBandTop, client.right, client.top + kBandBottom};
+    return std::max(0, textHeight - (kBandBottom - kItemsAboveBand));
 }
 
-CRect ToolWindowArea(const CRect& client, const CaptionForm& form)
+CRect CaptionBand(const CRect& client, int growth)
 {
-    return {client.left, client.top + kToolTop, client.right, client.bottom - form.toolBottom};
+    return {client.left, client.top + kBandTop, client.right, client.top + kBandBottom + growth};
 }
 
-std::array<CRect, 2> SeparatorLines(const CRect& client)
+CRect ToolWindowArea(const CRect& client, const CaptionForm& form, int growth)
 {
-    const int middle = client.top + kBandBottom + 1;
+    return {client.left, client.top + kToolTop + growth, client.right, client.bottom - form.toolBottom};
+}
+
+int WholeCaptionWidth(int itemsRight, int titleWidth, int buttonsWidth, const CaptionForm& form)
+{
+    return itemsRight + form.titleGap + titleWidth + kStaticTitleBeforeButtons + buttonsWidth +
+           kButtonsFromRight;
+}
+
+std::array<CRect, 2> SeparatorLines(const CRect& client, int growth)
+{
+    const int middle = client.top + kBandBottom + growth + 1;
     return {CRect{client.left, middle - 1, client.right, middle},
             CRect{client.left, middle, client.right, middle + 1}};
 }

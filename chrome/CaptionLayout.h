@@ -24,12 +24,17 @@ struct CaptionForm
 inline constexpr CaptionForm kTitleBarForm{100, 0, false, true, true, 2, 20, -2};
 inline constexpr CaptionForm kMenuBarForm{150, 5, true, false, false, 4, 10, 0};
 
+/// How much higher the band is where the letters need it, and everything below it stands lower.
+int CaptionGrowth(int textHeight);
 /// The caption band: L, T + 4, R, T + 25.
-CRect CaptionBand(const CRect& client);
-CRect ToolWindowArea(const CRect& client, const CaptionForm& form);
+CRect CaptionBand(const CRect& client, int growth = 0);
+CRect ToolWindowArea(const CRect& client, const CaptionForm& form, int growth = 0);
 
 /// The centre separator: its upper and its lower line, below the band.
-std::array<CRect, 2> SeparatorLines(const CRect& client);
+std::array<CRect, 2> SeparatorLines(const CRect& client, int growth = 0);
+/// How wide a strip is in which everything has its room.
+/// @param itemsRight in the band's coordinates. @param buttonsWidth of the window buttons together.
+int WholeCaptionWidth(int itemsRight, int titleWidth, int buttonsWidth, const CaptionForm& form);
 
 /// Left edges of the window buttons close, maximise, minimise, menu (this order): from 4 pixels inside the
 /// band's right edge leftwards, touching, y 0.

@@ -71,6 +71,7 @@ void CaptionStrip::Layout()
         return;
     m_impl->buttons.Layout(Band());
     LayoutItems();
+    UpdateWholeWidth();
     m_impl->advanced = {};
     const QPointer<CKvCaptionBar> bar(m_bar);
     LayoutToolWindows(); // they are the host's
@@ -138,12 +139,12 @@ void CaptionStrip::LayoutAdvanced(const CRect& area)
 
 CRect CaptionStrip::Band() const
 {
-    return CaptionBand(m_bar->GetClientRect());
+    return CaptionBand(m_bar->GetClientRect(), Growth());
 }
 
 CRect CaptionStrip::ToolArea() const
 {
-    return ToolWindowArea(m_bar->GetClientRect(), m_form);
+    return ToolWindowArea(m_bar->GetClientRect(), m_form, Growth());
 }
 
 CRect CaptionStrip::FlagRect() const
@@ -212,7 +213,8 @@ void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
     if (!HasButtons())
         return;
     StyleApplication();
-    Remeasure();
+    if (Grow())
+        Remeasure();
 }
 
 // Of the button alone: the bar's own font would become that of the tool windows in it. The bar's is not
@@ -225,8 +227,11 @@ void CaptionStrip::StyleApplication()
 
 void CaptionStrip::FontChanged()
 {
+    if (!HasButtons())
+        return; // a bar that is about to be made
     StyleApplication();
-    Remeasure();
+    if (Grow())
+        Remeasure();
 }
 
 void CaptionStrip::SkinChanged()
@@ -237,7 +242,8 @@ void CaptionStrip::SkinChanged()
     m_impl->buttons.Renew();
     StyleApplication();
     m_impl->access->TextsChanged();
-    Remeasure();
+    if (Grow())
+        Remeasure();
 }
 
 QString CaptionStrip::Title() const

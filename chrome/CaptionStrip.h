@@ -78,6 +78,13 @@ public:
     bool HasButtons() const;
     /// Places the advanced tool windows of the active record and their separators.
     void LayoutAdvanced(const CRect& area);
+    /// Of the band and with it of the bar, for the letters; taken from the font before `CreateButtons`.
+    int Growth() const;
+    void TakeGrowth();
+    /// Of a bar in which everything has its room; 0 without items.
+    int WholeWidth() const;
+    /// What it depends on changed. `Layout` does it.
+    void UpdateWholeWidth();
     CRect Band() const;
     CRect ToolArea() const;
     CRect FlagRect() const;
@@ -132,6 +139,7 @@ private:
     void AccessLater();
     void SetApplication(const std::wstring& picture, const std::wstring& text, const CRect& place);
     void StyleApplication();
+    bool Grow();
     QColor DisabledColour() const;
     QColor Legible(const QColor& ofTheme) const;
     void LayoutItems();

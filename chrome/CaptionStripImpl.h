@@ -19,6 +19,8 @@ struct CaptionStrip::Impl
     CaptionTexts texts;
     CRect staticTitle;
     AdvancedLayout advanced;
+    int growth = 0;
+    int wholeWidth = 0;
     QString titleTip;
     bool flagHovered = false;
     const SKvGuiBasicSettings* settings = nullptr;

@@ -64,7 +64,7 @@ void CaptionStrip::Paint(Graphics& graphics)
 {
     const QColor below = m_impl->settings ? QColor::fromRgba(m_impl->settings->background)
                                           : SkinColour(L"keWindowBKColor", 0xFF2B2B2Eu);
-    m_impl->painter.DrawBackground(graphics, m_bar->GetClientRect(), below);
+    m_impl->painter.DrawBackground(graphics, m_bar->GetClientRect(), below, Growth());
     const KvSkinImage separator = KvGuiRes::LoadImageW(kCaptionSeparatorPicture);
     for (const CRect& place : m_impl->advanced.separators)
         DrawSkinPicture(graphics, separator, QRectF(QRect(place)));

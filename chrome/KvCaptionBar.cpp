@@ -10,6 +10,8 @@
 #include <QMouseEvent>
 #include <QPointer>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kFallbackHeight = 96; ///< where the skin has no background
@@ -55,7 +57,8 @@ bool CKvCaptionBar::Make(UINT style, const CRect& rect, CWnd* parent, DWORD id)
 {
     m_height = SkinHeight();
     CKvWnd::CreateWnd(style, {rect.left, rect.top, rect.right, rect.top + m_height}, parent, id);
-    resize(width(), m_height);
+    m_strip->TakeGrowth();
+    resize(width(), sizeHint().height());
     m_strip->CreateButtons();
     const QPointer<CKvCaptionBar> self(this);
     m_strip->Remeasure();
@@ -69,12 +72,13 @@ void CKvCaptionBar::SetGuiBasicSettings(SKvGuiBasicSettings* settings)
 
 QSize CKvCaptionBar::sizeHint() const
 {
-    return {kLeastWidth, IsCreated() ? m_height : SkinHeight()};
+    const QSize least = minimumSizeHint();
+    return {std::max(least.width(), m_strip->WholeWidth()), least.height()};
 }
 
 QSize CKvCaptionBar::minimumSizeHint() const
 {
-    return sizeHint();
+    return {kLeastWidth, (IsCreated() ? m_height : SkinHeight()) + m_strip->Growth()};
 }
 
 BOOL CKvCaptionBar::OnCommand(WPARAM wParam, LPARAM /*lParam*/, LRESULT* /*result*/)

@@ -152,8 +152,10 @@ bool RecordStrip::SetProductLabel(std::uint32_t id, const wchar_t* text)
     if (!record)
         return false;
     record->productLabel = CutText(text, kLongestLabel);
-    if (record == Active())
+    if (record == Active()) {
+        UpdateWholeWidth();
         Invalidate(StaticTitle());
+    }
     return true;
 }
 
@@ -165,6 +167,7 @@ bool RecordStrip::SetDocumentLabel(std::uint32_t id, const wchar_t* text)
     record->documentLabel = CutText(text, kLongestLabel);
     if (record == Active()) {
         UpdateTitleTip();
+        UpdateWholeWidth();
         Invalidate(StaticTitle());
     }
     return true;

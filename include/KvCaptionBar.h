@@ -22,7 +22,10 @@ enum EKvCaptionButton : UINT
 };
 
 /// The strip: application button, a row of text items, a static title and four window buttons; below it the
-/// area of the tool windows. It is as high as the skin's picture "ribbontitlebar_bk" at `Create`.
+/// area of the tool windows. It is as high as the skin's picture "ribbontitlebar_bk" at `Create`, and as much
+/// higher as letters of more than 21 pixels need; the tool windows then stand lower. Its size hint is as wide
+/// as the items, the static title and the buttons need, at least 240 pixels, which also is the smallest
+/// width; the flag of the application switch stands in the middle all the same.
 ///
 /// "The frame" is `window()`, whatever its class; its maximise-box style is `Qt::WindowMaximizeButtonHint`.
 /// The buttons tell the strip by WM_COMMAND with their number, as a host may do. Close sends the frame

@@ -699,6 +699,65 @@ TEST_P(CaptionBar, TheHostsFontAndColoursAreUsed)
     EXPECT_FALSE(HasColour(button, qRgb(0, 128, 0)) || HasColour(before, qRgb(0, 128, 0)));
 }
 
+TEST_P(CaptionBar, LargeLettersHaveTheirRoom)
+{
+    Tool tool(bar, host, "tool");
+    Add(2, &tool);
+    Activate(2);
+    Remove(1);
+    const auto settle = [] { QCoreApplication::processEvents(); };
+    settle();
+    const QSize hint = bar->sizeHint();
+    const int toolTop = tool.y();
+    EXPECT_EQ(hint.height(), 96);
+    EXPECT_EQ(bar->minimumSizeHint(), QSize(240, 96));
+    EXPECT_EQ(toolTop, 27);
+    const auto isTitleWhole = [&](int width) {
+        bar->resize(width, bar->height());
+        return TipAt(*bar, {Button(bar, kKvCaptionMenu).x() - 55, 14}).isEmpty();
+    };
+    EXPECT_TRUE(isTitleWhole(hint.width()));
+    EXPECT_FALSE(isTitleWhole(hint.width() - 1));
+    SetDocTitle(2, L"a much longer name of a document");
+    EXPECT_TRUE(isTitleWhole(bar->sizeHint().width()));
+    SetDocTitle(2, L"Untitled");
+    EXPECT_EQ(bar->sizeHint(), hint);
+
+    QFont large = frame.font();
+    large.setPixelSize(40);
+    frame.setFont(large);
+    settle();
+    const int growth = QFontMetrics(large).height() - 21;
+    EXPECT_EQ(bar->height(), 96 + growth);
+    EXPECT_EQ(bar->sizeHint().height(), 96 + growth);
+    EXPECT_TRUE(isTitleWhole(bar->sizeHint().width()));
+    EXPECT_FALSE(isTitleWhole(bar->sizeHint().width() - 1));
+    EXPECT_EQ(tool.y(), toolTop + growth);
+    EXPECT_GE(Button(bar, kKvCaptionApplication).height(), QFontMetrics(large).height());
+    EXPECT_EQ(Button(bar, kKvCaptionApplication).font().pixelSize(), 40);
+    const QImage picture = bar->grab(ItemRect(2, QFontMetrics(large))).toImage();
+    const auto isPlain = [&picture](int y) {
+        for (int x = 1; x < picture.width(); ++x) {
+            if (qGray(picture.pixel(x, y)) > qGray(picture.pixel(0, 0)) + 40)
+                return false;
+        }
+        return true;
+    };
+    EXPECT_TRUE(isPlain(0) && isPlain(picture.height() - 1)) << "nothing is cut";
+    EXPECT_FALSE(isPlain(picture.height() / 2));
+
+    bar->resize(bar->width(), 150); // of the host's own
+    SKvGuiBasicSettings settings{0xFF102030u, 0xFF00FF00u, 0xFF000000u, QFont()};
+    bar->SetGuiBasicSettings(&settings);
+    EXPECT_EQ(tool.y(), toolTop);
+    EXPECT_EQ(bar->height(), 150);
+    bar->SetGuiBasicSettings(nullptr);
+    frame.setFont({});
+    settle();
+    EXPECT_EQ(bar->height(), 96);
+    EXPECT_EQ(bar->sizeHint(), hint);
+}
+
 INSTANTIATE_TEST_SUITE_P(Both, CaptionBar, testing::Bool(),
                          [](const auto& row) { return row.param ? "TitleBar" : "MenuBar"; });
 

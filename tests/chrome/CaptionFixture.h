@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QTest>
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
@@ -140,7 +141,8 @@ inline QRect ItemPlace(const QFontMetrics& metrics, const QString& button, const
     int left = 4 + metrics.horizontalAdvance(button) + 30;
     for (const QString& before : texts.mid(0, texts.size() - 1))
         left += metrics.horizontalAdvance(before) + 10;
-    return {left, 21 - metrics.height(), metrics.horizontalAdvance(texts.back()), metrics.height()};
+    const int top = std::max(0, 21 - metrics.height()); // the band grows with larger letters
+    return {left, top, metrics.horizontalAdvance(texts.back()), metrics.height()};
 }
 
 /// Acts within the event loop of the popup that opens next; one that is open afterwards is closed.

@@ -24,6 +24,11 @@ TEST(CaptionLayout, PlacesBandToolAreaAndSeparator)
     EXPECT_EQ(ToolWindowArea(kClient, kMenuBarForm), CRect(10, 47, 810, 111));
     EXPECT_EQ(SeparatorLines(kClient)[0], CRect(10, 45, 810, 46));
     EXPECT_EQ(SeparatorLines(kClient)[1], CRect(10, 46, 810, 47));
+    EXPECT_EQ(CaptionGrowth(21), 0);
+    EXPECT_EQ(CaptionGrowth(30), 9);
+    EXPECT_EQ(CaptionBand(kClient, 9), CRect(10, 24, 810, 54));
+    EXPECT_EQ(ToolWindowArea(kClient, kMenuBarForm, 9), CRect(10, 56, 810, 111));
+    EXPECT_EQ(SeparatorLines(kClient, 9)[0], CRect(10, 54, 810, 55));
 }
 
 TEST(CaptionLayout, PlacesItemsBehindTheTitleAndNeverCutsThem)
