@@ -12,13 +12,15 @@
 #include <QDockWidget>
 #include <QFormLayout>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPainter>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
-#include <QStyleFactory>
+#include <QStyle>
 #include <QTextEdit>
 
 #include <gtest/gtest.h>
@@ -108,6 +110,34 @@ void Settle()
     QApplication::processEvents();
 }
 
+// Of what the toolkit paints: as high as its letters, and as wide.
+void ExpectUncut(const QWidget& part)
+{
+    QString text;
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&part))
+        text = button->text().remove(u'&');
+    else if (const auto* label = qobject_cast<const QLabel*>(&part); label && !label->wordWrap())
+        text = label->text();
+    const bool hasLetters = !text.isEmpty() || qobject_cast<const QLineEdit*>(&part);
+    if (!hasLetters || !part.isVisible())
+        return;
+    const QFontMetrics metrics = part.fontMetrics();
+    EXPECT_GE(part.height(), metrics.ascent() + metrics.descent()) << qPrintable(text);
+    EXPECT_GE(part.width(), metrics.horizontalAdvance(text)) << qPrintable(text);
+}
+
+// All that it is made of is seen whole.
+void ExpectRoom(const QWidget& control, const char* when)
+{
+    SCOPED_TRACE(when);
+    for (const QWidget* part : control.findChildren<QWidget*>()) {
+        ExpectUncut(*part);
+        if (part->isVisible() && !part->isWindow() && part->parentWidget() == &control) {
+            EXPECT_TRUE(control.rect().contains(part->geometry())) << part->metaObject()->className();
+        }
+    }
+}
+
 class Hosting : public testing::TestWithParam<SubjectMaker>
 {
 protected:
@@ -122,7 +152,11 @@ protected:
         subject->Change(random);
         Settle();
     }
-    ~Hosting() override { qApp->setStyleSheet({}); }
+    ~Hosting() override
+    {
+        qApp->setStyleSheet({});
+        QApplication::setStyle(style);
+    }
 
     QWidget& Control() { return subject->Control(); }
     // At the size that a host would give it.
@@ -173,6 +207,7 @@ protected:
     static bool IsEditing() { return std::string_view(GetParam().name) == "TextsWithEditor"; }
     bool IsToolkits() { return qobject_cast<QScrollBar*>(&Control()) != nullptr; }
 
+    const QString style = QApplication::style()->name();
     QWidget host;
     std::unique_ptr<Subject> subject; // goes first
 };
@@ -186,6 +221,11 @@ TEST_P(Hosting, TellsWhatRoomItNeeds)
     EXPECT_TRUE(IsWithin({8, 8}, hint)) << hint.width() << "x" << hint.height();
     EXPECT_TRUE(IsWithin(hint, {800, 600})) << hint.width() << "x" << hint.height();
     EXPECT_TRUE(least.isValid() && IsWithin(least, hint)) << least.width() << "x" << least.height();
+    ExpectRoom(control, "as large as it wants to be");
+    control.resize(least);
+    Settle();
+    if (!control.findChild<QWidget*>("findBar")) // which gets along with what a narrow list has
+        ExpectRoom(control, "as small as it may be");
 }
 
 TEST_P(Hosting, StandsInTheToolkitsContainers)
@@ -281,6 +321,9 @@ TEST_P(Hosting, FollowsItsHostsStateFontAndLanguage)
     host.setFont(large);
     Settle();
     EXPECT_TRUE(IsWithin(hint, control.sizeHint()));
+    control.resize(control.sizeHint());
+    Settle();
+    ExpectRoom(control, "large letters");
     for (const QWidget* part : control.findChildren<QWidget*>()) {
         if (qobject_cast<const QLineEdit*>(part) || qobject_cast<const QLabel*>(part)) {
             EXPECT_EQ(part->font().pointSize(), 24) << part->metaObject()->className();
@@ -355,22 +398,6 @@ TEST_P(Hosting, IsPaintedAsEverUnderAStyleSheet)
     }
 }
 
-// Of what the toolkit paints: as high as its letters, and as wide.
-void ExpectUncut(const QWidget& part)
-{
-    QString text;
-    if (const auto* button = qobject_cast<const QAbstractButton*>(&part))
-        text = button->text().remove(u'&');
-    else if (const auto* label = qobject_cast<const QLabel*>(&part); label && !label->wordWrap())
-        text = label->text();
-    const bool hasLetters = !text.isEmpty() || qobject_cast<const QLineEdit*>(&part);
-    if (!hasLetters || !part.isVisible())
-        return;
-    const QFontMetrics metrics = part.fontMetrics();
-    EXPECT_GE(part.height(), metrics.ascent() + metrics.descent()) << qPrintable(text);
-    EXPECT_GE(part.width(), metrics.horizontalAdvance(text)) << qPrintable(text);
-}
-
 TEST_P(Hosting, CutsNothingInTheLettersOfAStyleSheet)
 {
     host.setStyleSheet(Sheet("*", "font-size: 20pt;"));
@@ -381,12 +408,44 @@ TEST_P(Hosting, CutsNothingInTheLettersOfAStyleSheet)
         const QRgb* const found = std::find(line, line + image.width(), 0xFFFE01FDu);
         ASSERT_EQ(found, line + image.width()) << "the host's colour at " << found - line << ", " << y;
     }
-    for (const QWidget* part : Control().findChildren<QWidget*>())
-        ExpectUncut(*part);
+    ExpectRoom(Control(), "letters of a sheet");
     if (const auto* list = qobject_cast<CKvReportListCtrl*>(&Control())) {
         const int header = Reach::Cells(*list).top;
         EXPECT_TRUE(header == 0 || header >= list->fontMetrics().height()) << header;
         EXPECT_GE(Reach::RowHeight(*list), list->fontMetrics().height());
+    }
+}
+
+TEST_P(Hosting, LooksTheSameInEveryStyleOfTheToolkit)
+{
+    if (IsToolkits())
+        GTEST_SKIP() << "a bar of the toolkit's looks as its style wants it";
+    QPalette ground;
+    ground.setColor(QPalette::Window, Qt::gray);
+    host.setPalette(ground);
+    Embed();
+    const auto hint = [this] { // but for a bar in a layout, which is as wide as its style wants it
+        const QWidget* bar = Control().layout() ? Control().findChild<QScrollBar*>() : nullptr;
+        return Control().sizeHint() - QSize(bar ? bar->sizeHint().width() : 0, 0);
+    };
+    // As it is painted, but for what a style has its say in; where that moves the parts, a part.
+    const auto painted = [this] {
+        if (Control().layout())
+            return Control().findChild<CKvWnd*>()->grab().toImage();
+        QImage image = Picture();
+        QPainter painter(&image);
+        for (const QPushButton* button : Control().findChildren<QPushButton*>())
+            painter.fillRect(button->geometry(), Qt::black);
+        return image;
+    };
+    const QSize hintBefore = hint();
+    const QImage before = painted();
+    for (const char* name : {"Windows", "Fusion"}) {
+        QApplication::setStyle(QLatin1String(name));
+        Settle();
+        EXPECT_EQ(hint(), hintBefore) << name;
+        EXPECT_TRUE(painted() == before) << name;
+        ExpectRoom(Control(), name);
     }
 }
 
