@@ -42,6 +42,7 @@ int CKvDialog::Impl::MakeWindow(UINT number)
     TakeParentsFont();
     ApplyLook();
     MakeItems();
+    HandFontOn();
     ApplyTexts();
     Measure();
     dialog.resize(smallest);
@@ -52,6 +53,7 @@ int CKvDialog::Impl::MakeWindow(UINT number)
     if (self) {
         isMaking = false;
         StyleLabels();
+        HandFontOn();
         self->UpdateDialogControls(); // before anybody sees it
     }
     if (self && isCreated && wantsFocus) {
@@ -118,6 +120,14 @@ void CKvDialog::Impl::FontChanged()
     Measure();
 }
 
+void CKvDialog::Impl::HandFontOn()
+{
+    for (const Item& item : items) {
+        if (item.control && !item.control->testAttribute(Qt::WA_SetFont)) // which would be a host's own
+            item.control->setFont(dialog.font());
+    }
+}
+
 // Outside of style sheets the toolkit hands no font on to what has one of its own.
 void CKvDialog::Impl::TakeParentsFont()
 {
@@ -155,7 +165,6 @@ void CKvDialog::Impl::StyleLabels()
     for (const Item& item : items) {
         if (!qobject_cast<QLabel*>(item.control))
             continue;
-        item.control->setFont(dialog.font()); // which is not handed on below a sheet
         item.control->setStyleSheet(kv::DialogStyleSheet(settings));
     }
 }

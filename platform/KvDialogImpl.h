@@ -40,6 +40,8 @@ struct CKvDialog::Impl
     /// The font of the widget that the dialog is a part of, now and when it changes; not over a host's own.
     void TakeParentsFont();
     void FontChanged();
+    /// To new items, to which the toolkit does not below a style sheet.
+    void HandFontOn();
     /// Takes the dialog units and lays out.
     void Measure();
     /// The same where other texts need others; a dialog of the smallest size keeps to it.

@@ -324,10 +324,22 @@ TEST_P(Hosting, FollowsItsHostsStateFontAndLanguage)
     control.resize(control.sizeHint());
     Settle();
     ExpectRoom(control, "large letters");
-    for (const QWidget* part : control.findChildren<QWidget*>()) {
-        if (qobject_cast<const QLineEdit*>(part) || qobject_cast<const QLabel*>(part)) {
-            EXPECT_EQ(part->font().pointSize(), 24) << part->metaObject()->className();
+    const auto expectLarge = [](const QWidget& of) {
+        for (const QWidget* part : of.findChildren<QWidget*>()) {
+            if (qobject_cast<const QLineEdit*>(part) || qobject_cast<const QLabel*>(part)) {
+                EXPECT_EQ(part->font().pointSize(), 24) << part->metaObject()->className();
+            }
         }
+    };
+    expectLarge(control);
+    {
+        QWidget largeHost; // from the first on
+        largeHost.setFont(large);
+        const auto other = GetParam().make(largeHost);
+        largeHost.show();
+        Settle();
+        if (!other->Control().isWindow())
+            expectLarge(other->Control());
     }
     EXPECT_TRUE(IsWithin(control.minimumSizeHint(), control.sizeHint()));
     host.setFont({});
