@@ -2,6 +2,7 @@
 #include "KvGuiRes.h"
 #include "KvQt.h"
 #include "platform/KvReportListImpl.h"
+#include "platform/ReportEditor.h"
 #include "text/ListTexts.h"
 
 #include <QBrush>
@@ -173,7 +174,8 @@ bool KvReportListModel::setData(const QModelIndex& index, const QVariant& value,
     if (role != Qt::EditRole || !flags(index).testFlag(Qt::ItemIsEditable))
         return false;
     CKvReportListCtrl& list = *List();
-    const CString text = KvFromQString(value.toString());
+    const bool isMultiLine = list._IsMultiLineCell(index.row(), index.column()) != 0;
+    const CString text = KvFromQString(isMultiLine ? value.toString() : kv::InOneLine(value.toString()));
     CString why;
     if (!list._ValidateEdit(index.row(), index.column(), text, why))
         return false;

@@ -452,6 +452,7 @@ protected:
 
 private:
     bool HasGridLines() const;
+    friend class CKvTextListBase;
     friend class KvReportListModel;
     struct Impl;
     std::unique_ptr<Impl> m_impl;

@@ -21,6 +21,16 @@ constexpr int kMargin = 3; // with the frame
 
 } // namespace
 
+QString InOneLine(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    // The last two are breaks for a text document, too.
+    for (const QChar lineBreak : {QChar(QChar::LineFeed), QChar(QChar::CarriageReturn),
+                                  QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
+        text.replace(lineBreak, QLatin1Char(' '));
+    return text;
+}
+
 ReportEditor::ReportEditor(QWidget* port, bool isMultiLine, ReportEditorHooks hooks)
     : QPlainTextEdit(port)
     , m_isMultiLine(isMultiLine)
@@ -180,10 +190,8 @@ void ReportEditor::wheelEvent(QWheelEvent* event)
 void ReportEditor::insertFromMimeData(const QMimeData* source)
 {
     QString text = source->text();
-    if (!m_isMultiLine) {
-        text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
-        text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
-    }
+    if (!m_isMultiLine)
+        text = InOneLine(std::move(text));
     const QPointer<ReportEditor> self(this);
     const auto replaces = m_hooks.replaces; // may delete this editor
     const bool isWhole = replaces(text);

@@ -16,6 +16,9 @@ struct ReportEditorHooks
     std::function<bool(const QString& text)> replaces; ///< whether a pasted text takes the whole cell
 };
 
+/// A text in one line: its breaks are blanks.
+QString InOneLine(QString text);
+
 class ReportEditor : public QPlainTextEdit
 {
 public:

@@ -1,5 +1,6 @@
 #include "text/TextListImpl.h"
 
+#include "platform/KvReportListImpl.h"
 #include "platform/SkinColours.h"
 #include "text/TextLines.h"
 
@@ -156,11 +157,14 @@ DWORD CKvTextListBase::Impl::ColourOf(int line, kv::RowColour which) const
 void CKvTextListBase::Impl::SetColours(int line,
                                        std::initializer_list<std::pair<kv::RowColour, const DWORD*>> changes)
 {
+    if (list.GetRowId(line) == 0)
+        return;
     for (const auto& [which, colour] : changes) {
         if (colour)
             colours[KeyAt(line)].Set(which, *colour);
     }
     list.UpdateLine(line);
+    list.CKvReportListCtrl::m_impl->TellChanged(kKvReportTextChanged, {&line, 1});
 }
 
 std::vector<CKvTextListBase::Impl::Key> CKvTextListBase::Impl::SelectedKeys() const

@@ -2,6 +2,7 @@
 #include "KvTextEditListCtrl.h"
 
 #include <QAbstractItemModelTester>
+#include <QBrush>
 #include <QSignalSpy>
 #include <QSortFilterProxyModel>
 #include <QUndoStack>
@@ -83,6 +84,10 @@ TEST(KvQtModel, AnEditOfAViewIsOneOfTheUser)
     EXPECT_TRUE(model.setData(model.index(1, 0), "another"));
     EXPECT_EQ(edited.size(), 1);
     EXPECT_EQ(host.list->GetItemText(1, 0), L"another");
+    EXPECT_TRUE(model.setData(model.index(2, 0), "two\nlines"));
+    EXPECT_EQ(host.list->GetItemText(2, 0), L"two\nlines");
+    EXPECT_TRUE(model.setData(model.index(2, kKvSubTitleTemplate), "one\r\nof\n\u2028them"));
+    EXPECT_EQ(host.list->GetItemText(2, kKvSubTitleTemplate), L"one of  them") << "as its editor takes it";
     EXPECT_TRUE(model.setData(model.index(1, kKvSubTitleIn), "1:12"));
     EXPECT_EQ(model.index(1, kKvSubTitleIn).data(KvSubTitleModel::FrameRole).toUInt(), 37u);
     EXPECT_FALSE(model.setData(model.index(1, kKvSubTitleIn), "no time"));
@@ -93,13 +98,34 @@ TEST(KvQtModel, AnEditOfAViewIsOneOfTheUser)
     EXPECT_EQ(model.index(3, 0).data().toString(), "another");
     EXPECT_TRUE(model.removeRows(0, 3));
     EXPECT_EQ(model.rowCount(), 2);
-    for (int steps = 5; steps > 0; --steps)
+    for (int steps = 7; steps > 0; --steps)
         host.list->GetUndoStack()->undo();
     EXPECT_EQ(host.list->GetItemText(1, 0), L"row 1");
     EXPECT_EQ(model.rowCount(), 3);
     for (const auto& [row, count] : {std::pair(-1, 1), std::pair(0, 0), std::pair(2, 2), std::pair(4, 1)})
         EXPECT_FALSE(model.removeRows(row, count)) << row;
     EXPECT_FALSE(model.insertRows(4, 1));
+}
+
+TEST(KvQtModel, TellsOfColoursThatTheHostGives)
+{
+    QWidget parent;
+    CKvTextEditListCtrl list;
+    list.Create(CRect(0, 0, 300, 200), WS_CHILD, &parent, 1);
+    list.AddString(CStringArray{L"one", L"two", L"three"});
+    KvReportListModel model(list);
+    const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    const DWORD green = 0xFF204020;
+    EXPECT_EQ(list.SetItemBkColor(1, &green, nullptr), 1);
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(changed[0][0].toModelIndex(), model.index(1, 0));
+    EXPECT_EQ(changed[0][1].toModelIndex(), model.index(1, model.columnCount() - 1));
+    EXPECT_EQ(model.index(1, 0).data(Qt::BackgroundRole).value<QBrush>().color(), KvToQColor(green));
+    list.SetItemTextColor(2, &green, nullptr, nullptr);
+    EXPECT_EQ(changed.size(), 2);
+    EXPECT_EQ(model.index(2, 0).data(Qt::ForegroundRole).value<QBrush>().color(), KvToQColor(green));
+    list.SetItemTextColor(3, &green, nullptr, nullptr);
+    EXPECT_EQ(changed.size(), 2) << "there is no such row";
 }
 
 TEST(KvQtModel, AFrameIsAWholeNumberThatThereIs)
