@@ -54,6 +54,14 @@ struct Stop
 /// apart.
 constexpr double kLeastPart = 1e-6;
 
+/// What KvToLinearGradient moves a stop by at most is no place of its own.
+constexpr double kOnePlace = 1e-12;
+
+double PlaceOf(double before, double behind, double midPoint)
+{
+    return before + (behind - before) * midPoint;
+}
+
 /// The mid point of the segment behind a stop, if the next stop is one. A stop half way is one only where the
 /// stop after it would be taken for a mid point otherwise: that is what such a stop is written for. As
 /// writing asks here, too, what it writes is read as it was meant.
@@ -90,6 +98,8 @@ void PullApart(QGradientStops& stops)
 struct CubicShape
 {
     double x1, y1, x2, y2; ///< the two control points of a cubic from (0, 0) to (1, 1)
+
+    bool operator==(const CubicShape&) const = default;
 };
 
 /// A parabola and a cubic have straight time, and handles at thirds of it.
@@ -112,6 +122,22 @@ const CubicShape* ShapeOf(QEasingCurve::Type type)
     default:
         return nullptr;
     }
+}
+
+/// A spline's one segment; none where it has more, or its handles leave the segment's time: at one time it
+/// could have several values then.
+std::optional<CubicShape> OneCubicOf(const QEasingCurve& curve)
+{
+    if (curve.type() != QEasingCurve::BezierSpline)
+        return std::nullopt;
+    const QVector<QPointF> points = curve.toCubicSpline();
+    if (points.size() != 3 || points[2] != QPointF(1, 1))
+        return std::nullopt;
+    const auto isTime = [](double x) { return x >= 0 && x <= 1; };
+    if (!isTime(points[0].x()) || !isTime(points[1].x()) || !std::isfinite(points[0].y()) ||
+        !std::isfinite(points[1].y()))
+        return std::nullopt;
+    return CubicShape{points[0].x(), points[0].y(), points[1].x(), points[1].y()};
 }
 
 constexpr std::array<SKvRational, 8> kRates{
@@ -152,8 +178,7 @@ QGradientStops KvToGradientStops(const std::vector<SKvCGGradientKey>& keys)
         const Stop before{sorted[i - 1].position, sorted[i - 1].colour};
         const double midPoint = kv::ClampPosition(sorted[i].midPoint);
         if (before.place < stop.place && (midPoint != kHalfWay || MidPointBehind(before, written)))
-            write({before.place + (stop.place - before.place) * midPoint,
-                   kv::MixColour(before.colour, stop.colour)});
+            write({PlaceOf(before.place, stop.place, midPoint), kv::MixColour(before.colour, stop.colour)});
     }
     QGradientStops stops;
     for (const Stop& stop : written)
@@ -178,12 +203,20 @@ std::vector<SKvCGGradientKey> KvFromGradientStops(const QGradientStops& stops, U
     for (const QGradientStop& stop : stops)
         read.push_back({stop.first, Word(stop.second, loss)});
     std::vector<SKvCGGradientKey> keys;
+    const auto check = [loss](double place, double kept) {
+        if (!(std::abs(place - kept) < kOnePlace))
+            Lose(loss, kKvLossPlace);
+    };
     for (std::size_t i = 0; i < read.size(); ++i) {
         const auto midPoint =
             i > 0 ? MidPointBehind(read[i - 1], std::span(read).subspan(i)) : std::optional<float>();
         if (midPoint)
             ++i;
-        keys.push_back({read[i].colour, static_cast<float>(read[i].place), midPoint.value_or(kHalfWay)});
+        const auto place = static_cast<float>(read[i].place);
+        check(read[i].place, place);
+        if (midPoint)
+            check(read[i - 1].place, PlaceOf(keys.back().position, place, *midPoint));
+        keys.push_back({read[i].colour, place, midPoint.value_or(kHalfWay)});
     }
     if (keys.size() > kv::GradientModel::kMaxKeys) {
         keys.resize(kv::GradientModel::kMaxKeys);
@@ -216,8 +249,12 @@ std::vector<SKvCGGradientKey> KvFromGradient(const QGradient& gradient, UINT* lo
 QEasingCurve KvToEasingCurve(const SKvParamEaseData& ease, UINT* loss)
 {
     Begin(loss);
-    if (ease.kind == kKvEaseLinear)
+    const bool hasTangents =
+        ease.outTangentX != 0 || ease.outTangentY != 0 || ease.inTangentX != 0 || ease.inTangentY != 0;
+    if (ease.kind == kKvEaseLinear && !hasTangents)
         return QEasingCurve(QEasingCurve::Linear);
+    if (ease.kind != kKvEaseDrawn)
+        Lose(loss, kKvLossKind);
     const double height = ease.endY - ease.startY;
     if (height == 0 && (ease.outTangentY != 0 || ease.inTangentY != 0))
         Lose(loss, kKvLossHeight);
@@ -246,12 +283,14 @@ int KvFromEasingCurve(const QEasingCurve& curve, SKvParamEaseData& ease, UINT* l
         return shape(kKvEaseLinear, {0, 0, 1, 1});
     if (const CubicShape* known = ShapeOf(curve.type()))
         return shape(kKvEaseDrawn, *known);
-    const QVector<QPointF> points =
-        curve.type() == QEasingCurve::BezierSpline ? curve.toCubicSpline() : QVector<QPointF>();
-    if (points.size() == 3 && points[2] == QPointF(1, 1))
-        return shape(kKvEaseDrawn, {points[0].x(), points[0].y(), points[1].x(), points[1].y()});
-    Lose(loss, kKvLossCurve);
-    return 0;
+    const std::optional<CubicShape> drawn = OneCubicOf(curve);
+    if (!drawn) {
+        Lose(loss, kKvLossCurve);
+        return 0;
+    }
+    if (OneCubicOf(KvToEasingCurve(ease)) == drawn)
+        return 1; // the segment's own, whose kind and last bits the curve does not hold
+    return shape(kKvEaseDrawn, *drawn);
 }
 
 QSize KvToQSize(const SKvVideoResolution& resolution)

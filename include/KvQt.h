@@ -36,6 +36,8 @@ enum EKvQtLoss : UINT
     kKvLossHeight = 256, ///< an ease between equal values, whose tangents have no height to be measured by
     kKvLossCurve = 512,  ///< an ease that is not one cubic: it stays as it was
     kKvLossRate = 1024,  ///< a frame rate that the table does not have: it stays as it was
+    kKvLossKind = 2048,  ///< which preset an ease is: its shape alone
+    kKvLossPlace = 4096, ///< a stop's place or mid point finer than a float: the nearest one
 };
 
 // Colours.
@@ -69,11 +71,12 @@ KV_API std::vector<SKvCGGradientKey> KvFromGradient(const QGradient& gradient, U
 // Eases.
 
 /// The ease as a curve from (0, 0) to (1, 1). @param ease the ease. @param loss see above.
-/// @return of the kind Linear for a linear ease, else a Bezier spline of one segment.
+/// @return of the kind Linear for a linear ease without tangents, else a Bezier spline of one segment.
 KV_API QEasingCurve KvToEasingCurve(const SKvParamEaseData& ease, UINT* loss = nullptr);
-/// Gives a segment, whose keys and range stay, the shape of a curve.
-/// @param curve straight, a spline of one segment, or one that is one cubic exactly (InQuad, OutQuad,
-/// InCubic, OutCubic). @param ease the segment. @param loss see above.
+/// Gives a segment, whose keys and range stay, the shape of a curve. It is drawn then, or linear; one that
+/// gave this curve itself stays as it is, with its kind.
+/// @param curve straight, a spline of one segment whose handles lie at 0 … 1 of its time, or one that is one
+/// cubic exactly (InQuad, OutQuad, InCubic, OutCubic). @param ease the segment. @param loss see above.
 /// @return 1; 0, with nothing changed, for any other curve.
 KV_API int KvFromEasingCurve(const QEasingCurve& curve, SKvParamEaseData& ease, UINT* loss = nullptr);
 
@@ -140,9 +143,9 @@ private:
 /// own colours. Whatever changes in the list, by the user or by the host, changes in the model; lines that
 /// are inserted or removed at several places at once reset it. It is empty once the list is gone.
 ///
-/// An edit by a view is one by the user: it is checked as a typed text is, becomes a step of undo where the
-/// list has one, and is told by the list's signals. Cells that the list does not let be edited are read only;
-/// those of a log always are.
+/// An edit by a view is one by the user: it is checked as a typed text is, its line breaks become blanks in a
+/// cell of one line, it becomes a step of undo where the list has one, and is told by the list's signals.
+/// Cells that the list does not let be edited are read only; those of a log always are.
 class KV_API KvReportListModel : public QAbstractTableModel
 {
     Q_OBJECT

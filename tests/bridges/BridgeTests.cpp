@@ -4,6 +4,7 @@
 
 #include <QJsonObject>
 
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace {
@@ -63,8 +64,10 @@ TEST(KvQtEase, TakesWhatIsOneCubicAndNothingElse)
     QEasingCurve two(QEasingCurve::BezierSpline);
     two.addCubicBezierSegment({0.1, 0}, {0.4, 0.5}, {0.5, 0.5});
     two.addCubicBezierSegment({0.6, 0.5}, {0.9, 1}, {1, 1});
+    QEasingCurve outside(QEasingCurve::BezierSpline);
+    outside.addCubicBezierSegment({-0.1, 0}, {0.5, 1}, {1, 1});
     for (const QEasingCurve& other :
-         {QEasingCurve(QEasingCurve::OutBounce), QEasingCurve(QEasingCurve::InOutQuad), two}) {
+         {QEasingCurve(QEasingCurve::OutBounce), QEasingCurve(QEasingCurve::InOutQuad), two, outside}) {
         EXPECT_EQ(KvFromEasingCurve(other, ease, &loss), 0);
         EXPECT_EQ(loss, UINT{kKvLossCurve});
         EXPECT_EQ(ease.outTangentY, before.outTangentY);
@@ -72,6 +75,24 @@ TEST(KvQtEase, TakesWhatIsOneCubicAndNothingElse)
     SKvParamEaseData flat{kKvEaseDrawn, 0, 0, 0, 0, 0, 5, 1, 5, 0, 10, 0};
     EXPECT_EQ(KvFromEasingCurve(QEasingCurve(QEasingCurve::InQuad), flat, &loss), 1);
     EXPECT_EQ(loss, UINT{kKvLossHeight});
+}
+
+TEST(KvQtEase, IsTheSamePresetWhenItComesBack)
+{
+    for (const std::uint32_t kind : {kKvEaseLinear, kKvEaseSpeedUp, kKvEaseSpeedDown, kKvEaseSmooth}) {
+        const SKvParamEaseData preset{kind, 0.3, -7, 0.1, 1.1, 10, 100, 60, 300, 0, 400, 0};
+        UINT loss = 0;
+        const QEasingCurve curve = KvToEasingCurve(preset, &loss);
+        EXPECT_EQ(loss, UINT{kKvLossKind}) << kind;
+        SKvParamEaseData back = preset;
+        ASSERT_EQ(KvFromEasingCurve(curve, back, &loss), 1);
+        EXPECT_EQ(loss, 0u);
+        EXPECT_EQ(std::memcmp(&back, &preset, sizeof back), 0) << kind;
+        back.inTangentX = 0.4;
+        ASSERT_EQ(KvFromEasingCurve(curve, back), 1);
+        EXPECT_EQ(back.kind, UINT{kKvEaseDrawn}) << "another segment knows nothing of presets";
+        EXPECT_NEAR(back.inTangentX, 0.3, 1e-12);
+    }
 }
 
 TEST(KvQtFormat, RatesAndSizesAreExact)
