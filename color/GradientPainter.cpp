@@ -13,9 +13,8 @@ namespace kv {
 
 namespace {
 
-constexpr std::uint32_t kOrangeFrame = 0xFFFFA500u;
 constexpr std::uint32_t kBlackFrame = 0xFF000000u;
-constexpr std::uint32_t kKeyStripColour = 0xFF5A5A5Au;
+constexpr std::uint32_t kDefaultStripColour = 0xFF5A5A5Au;
 constexpr std::uint32_t kMidPointColour = 0xFF808080u;
 constexpr std::uint32_t kDefaultDraggedMidPointColour = 0xFFFFFFFFu;
 constexpr std::uint32_t kBlinkOnDark = 0xFFC0C0C0u;
@@ -26,6 +25,16 @@ constexpr int kBelowBaseLine = 4;
 std::uint32_t DraggedMidPointColour()
 {
     return SkinColour(L"keGradientDraggedMidPointColor", kDefaultDraggedMidPointColour).rgba();
+}
+
+std::uint32_t FrameColour(const GradientLook& look)
+{
+    return look.framed ? qPremultiply(FocusColour().rgba()) : kBlackFrame;
+}
+
+std::uint32_t StripColour()
+{
+    return qPremultiply(SkinColour(L"keGradientStripColor", kDefaultStripColour).rgba());
 }
 
 void DrawMidStrip(PixelView picture, const DeviceGrid& grid, const GradientModel& model,
@@ -54,7 +63,7 @@ std::uint32_t MarkerColour(const SKvCGGradientKey& key, bool selected, const Gra
 void DrawKeyStrip(PixelView picture, const DeviceGrid& grid, const GradientModel& model,
                   const GradientLayout& layout, const GradientLook& look)
 {
-    picture.Fill(kKeyStripColour);
+    picture.Fill(StripColour());
     const int baseLine = layout.keyStrip.Height() - kBelowBaseLine;
     int index = 0;
     for (const SKvCGGradientKey& key : model.Keys()) {
@@ -102,7 +111,7 @@ void GradientPainter::Paint(Graphics& graphics, const GradientModel& model, cons
          [&](PixelView pixels, const DeviceGrid& grid) { DrawMidStrip(pixels, grid, model, layout, look); });
     draw(Palette, [&](PixelView pixels, const DeviceGrid& grid) {
         DrawPalette(pixels, grid, layout.palette.Width(), MakeBlend(model.Keys(), look.enabled),
-                    look.framed ? kOrangeFrame : kBlackFrame);
+                    FrameColour(look));
     });
     draw(KeyStrip,
          [&](PixelView pixels, const DeviceGrid& grid) { DrawKeyStrip(pixels, grid, model, layout, look); });

@@ -16,7 +16,7 @@ struct GradientLayout;
 struct GradientLook
 {
     bool enabled = true;
-    bool framed = true;       ///< orange frame: active or editing
+    bool framed = true;       ///< the frame marks the focus: active or editing
     bool blinkPhase = false;  ///< false shows the selected marker in its contrast colour
     int draggedMidPoint = -1; ///< shown in a colour of its own, white unless the theme has one
 };

@@ -178,6 +178,7 @@ void CKvGradientCtrl::OnTimer(UINT id)
 
 void CKvGradientCtrl::OnSkinChanged()
 {
+    m_impl->RedrawAll();
     m_impl->access.TextsChanged();
 }
 

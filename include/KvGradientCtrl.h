@@ -95,8 +95,9 @@ public:
     /// Restores the default stops, selects the first and notifies the parent (begin, continue, end).
     /// @return 1; 0 when no default stops are stored.
     int ResetDefault();
-    /// The frame is orange while the control is editing or active. It is active from the beginning, and then
-    /// while it has the keyboard focus, or as `SetActive` says. @param editing 0 is off. @return 1.
+    /// The frame has the colour of the focus while the control is editing or active. It is active from the
+    /// beginning, and then while it has the keyboard focus, or as `SetActive` says. @param editing 0 is off.
+    /// @return 1.
     int SetEditing(int editing);
     /// @return 1 or 0.
     int IsEditing() const;

@@ -1,5 +1,6 @@
 // The gradient control on the screen, and what a screen reader finds there.
 #include "KvGradientCtrl.h"
+#include "KvGuiRes.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -122,6 +123,21 @@ TEST_F(GradientPicture, FrameIsOrangeWhileActiveOrEditing)
     EXPECT_EQ(frame(), 0xFFFFA500u) << "a menu leaves the focus where it is";
     control->clearFocus();
     EXPECT_EQ(frame(), 0xFF000000u);
+}
+
+TEST_F(GradientPicture, FollowsTheSkinAtOnce)
+{
+    DWORD focus = 0;
+    DWORD strip = 0;
+    ASSERT_EQ(KvGuiRes::SetSkinFolder(kKvLightSkin), 1);
+    KvGuiRes::LoadColor(L"keFocusColor", focus);
+    KvGuiRes::LoadColor(L"keGradientStripColor", strip);
+    const QImage light = Shot();
+    KvGuiRes::SetSkinFolder(nullptr);
+    EXPECT_EQ(light.pixel(3, 20), focus);
+    EXPECT_EQ(light.pixel(0, 59), strip);
+    EXPECT_EQ(Shot().pixel(3, 20), 0xFFFFA500u);
+    EXPECT_EQ(Shot().pixel(0, 59), kStrip);
 }
 
 TEST_F(GradientPicture, IsSharpAtAnyPixelRatio)
