@@ -4,10 +4,13 @@
 #include "tests/designer/Properties.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMetaProperty>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -86,14 +89,17 @@ TEST_P(ControlProperties, SettersAreSilent)
         EXPECT_TRUE(spy->isEmpty()) << spy->signal().constData();
 }
 
-TEST_P(ControlProperties, AllOfItsOwnAreTried)
+TEST_P(ControlProperties, AllThatAreOursAreTried)
 {
     std::set<std::string> tried = {"itemId"};
     for (const PropertyValue& value : Values())
         tried.insert(value.property);
     const QMetaObject& type = *control->metaObject();
-    for (int i = type.propertyOffset(); i < type.propertyCount(); ++i) {
-        if (const QMetaProperty property = type.property(i); property.isDesignable()) {
+    for (int i = 0; i < type.propertyCount(); ++i) {
+        const QMetaProperty property = type.property(i);
+        const bool isOurs = property.enclosingMetaObject()->className()[0] != 'Q' &&
+                            i == type.indexOfProperty(property.name()); // not one that is overridden
+        if (isOurs && property.isDesignable()) {
             EXPECT_EQ(tried.count(property.name()), 1u) << property.name();
         }
     }
@@ -215,6 +221,35 @@ TEST_F(PropertyNotify, FourCorners)
 {
     auto& quad = Show<CKvQuadGradCtrl>();
     EXPECT_EQ(Heard(quad, "selectedCorner", [&] { QTest::keyClick(&quad, Qt::Key_Right); }), "1");
+    quad.setProperty("topRight", "#80c2487a");
+    QTest::keyClick(&quad, Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(&quad, Qt::Key_Down);
+    for (const char* property : {"topLeft", "topRight", "bottomLeft", "bottomRight"}) {
+        quad.setProperty("bottomRight", "#3f7f9f");
+        EXPECT_EQ(Heard(quad, property, [&] { QTest::keyClick(&quad, Qt::Key_V, Qt::ControlModifier); }),
+                  "-");
+        EXPECT_EQ(quad.property("bottomRight").toString(), "#80c2487a") << "pasted";
+    }
+}
+
+TEST_F(PropertyNotify, LogList)
+{
+    auto& log = Show<CKvAppLogListCtrl>();
+    log.Initialize(1);
+    const auto choose = [&log](int item) {
+        return [&log, item] {
+            QTimer::singleShot(0, [item] {
+                auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                ASSERT_NE(menu, nullptr);
+                menu->setActiveAction(menu->actions().at(item));
+                QTest::keyClick(menu, Qt::Key_Return);
+            });
+            QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 200}, log.mapToGlobal(QPoint(5, 200)));
+            QApplication::sendEvent(&log, &event);
+        };
+    };
+    EXPECT_EQ(Heard(log, "maximumLines", choose(1)), "2000");
+    EXPECT_EQ(Heard(log, "maximumLines", choose(1)), "") << "as many as before";
 }
 
 TEST_F(PropertyNotify, KeyframeStrip)
