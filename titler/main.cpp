@@ -299,6 +299,8 @@ std::optional<Options> ReadArguments(int& argc, char** argv, QString& fault)
     std::optional<Options> options = ParseCommandLine(arguments, fault);
     if (options && options->help)
         std::printf("%s", qUtf8Printable(HelpText()));
+    else if (options && options->version)
+        std::printf("titler %s\n", KV_VERSION);
     return options;
 }
 
@@ -310,7 +312,7 @@ int main(int argc, char** argv)
     const std::optional<Options> options = ReadArguments(argc, argv, fault);
     if (!options)
         return Fail(kUsageError, fault);
-    if (options->help)
+    if (options->OnlyTells())
         return kDone;
     if (!options->media.isEmpty() && !QDir(options->media).exists())
         return Fail(kFailed, Text(kTextNoSuchFolder, {options->media}));

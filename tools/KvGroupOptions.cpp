@@ -112,6 +112,10 @@ std::optional<KvGroupOptions> OptionReader::Read()
             m_options.action = KvGroupAction::Help;
             return m_options;
         }
+        if (!optionsEnded && argument == "--version") {
+            m_options.action = KvGroupAction::Version;
+            return m_options;
+        }
         if (!optionsEnded && argument == "--") {
             optionsEnded = true;
             continue;
@@ -156,6 +160,7 @@ Options:
                  that belong to no clip
   --orphans      tell which files have lost their base file, and which numbers
                  are missing between siblings
+  --version      print name and version
   --help         print this text
   --             end of the options: what follows is DIR
 

@@ -15,7 +15,8 @@ enum class KvGroupAction
     Group,
     Check,
     InitRules,
-    Help
+    Help,
+    Version
 };
 
 struct KvGroupOptions

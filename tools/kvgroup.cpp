@@ -12,6 +12,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -38,10 +39,10 @@ ExitStatus Finish(kv::OutputStream& out, ExitStatus status)
                       : Fail("cannot write to standard output: " + std::generic_category().message(error));
 }
 
-ExitStatus Help()
+ExitStatus Print(std::string_view text)
 {
     kv::OutputStream out(stdout);
-    out.Write(kv::KvGroupHelp());
+    out.Write(text);
     return Finish(out, kDone);
 }
 
@@ -98,7 +99,9 @@ ExitStatus Run(const std::vector<std::string>& arguments)
         return Fail(error + "\nTry 'kvgroup --help'.");
     switch (options->action) {
     case kv::KvGroupAction::Help:
-        return Help();
+        return Print(kv::KvGroupHelp());
+    case kv::KvGroupAction::Version:
+        return Print("kvgroup " KV_VERSION "\n");
     case kv::KvGroupAction::Check:
         return Check(options->argument);
     case kv::KvGroupAction::InitRules:

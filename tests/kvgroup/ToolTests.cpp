@@ -121,6 +121,7 @@ TEST_F(KvGroup, ExitStatusAndErrors)
         EXPECT_NE(outcome.error.find(row.error), std::string::npos) << row.name << ": " << outcome.error;
     }
     EXPECT_EQ(Run({"-h"}).out.rfind("Usage: kvgroup", 0), 0u);
+    EXPECT_EQ(Run({"--version"}).out, "kvgroup " KV_VERSION "\n");
     EXPECT_EQ(Run({"--json", "-"}).out, "{\n  \"clips\": []\n}\n");
     const Outcome alone = Run({"--all", "-"}, "a.mov\nb.mov\n");
     EXPECT_EQ(alone.out, "a.mov\nb.mov\n");

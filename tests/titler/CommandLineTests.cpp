@@ -61,6 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
     Titler, Program,
     testing::Values(
         Invocation{"Help", {"--help"}, 0, "--export-frame <OUT.png>"},
+        Invocation{"Version", {"--version"}, 0, "titler " KV_VERSION "\n"},
         Invocation{"TourWithMore", {"--selftest-tour", "DIR/t", "--play"}, 2, "takes no other options"},
         Invocation{"AnimationWithMore", {"--selftest-animation", "DIR/t", "a.ktitle"}, 2, "takes no other"},
         Invocation{"EmptyTour", {"--selftest-tour", ""}, 2, "--selftest-tour needs a value"},

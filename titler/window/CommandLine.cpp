@@ -67,6 +67,7 @@ struct Parser
     QCommandLineOption gallery{QStringLiteral("gallery"), Text(kTextOptionGallery)};
     QCommandLineOption language{QStringLiteral("language"), Text(kTextOptionLanguage, {LanguageCodes()}),
                                 QStringLiteral("CODE")};
+    QCommandLineOption version{QStringLiteral("version"), Text(kTextOptionVersion)};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text(kTextOptionHelp)};
 
     Parser()
@@ -74,7 +75,7 @@ struct Parser
         parser.setApplicationDescription(Text(kTextUsage));
         parser.addOptions({media, screenshot, exportFrame, exportFrames, range,   threads,  frame,     page,
                            size,  settings,   subtitles,   encoding,     rules,   menuBar,  workspace, theme,
-                           play,  tour,       film,        firstFrame,   gallery, language, help});
+                           play,  tour,       film,        firstFrame,   gallery, language, version,   help});
         parser.addPositionalArgument(QStringLiteral("project"), Text(kTextOptionProject),
                                      QStringLiteral("[project]"));
     }
@@ -251,6 +252,7 @@ bool Parser::IsAlone(const QCommandLineOption& option, const QStringList& beside
 QString Parser::Read(Options& options) const
 {
     options.help = parser.isSet(help);
+    options.version = parser.isSet(version);
     options.play = parser.isSet(play);
     options.menuBar = parser.isSet(menuBar);
     options.isSized = parser.isSet(size);
@@ -272,9 +274,9 @@ QString Parser::Read(Options& options) const
                                  ReadWorkspace(options.workspace),
                                  ReadTheme(options.theme),
                                  ReadLanguage(options.language),
-                                 options.help ? QString() : ReadTour(options.tour),
-                                 options.help ? QString() : ReadFilm(options.film),
-                                 options.help ? QString() : ReadGallery(options.gallery)})
+                                 options.OnlyTells() ? QString() : ReadTour(options.tour),
+                                 options.OnlyTells() ? QString() : ReadFilm(options.film),
+                                 options.OnlyTells() ? QString() : ReadGallery(options.gallery)})
         if (!fault.isEmpty())
             return fault;
     return options.firstFrame && options.OnlyPictures() ? Text(kTextFirstFrameNeedsWindow) : QString();

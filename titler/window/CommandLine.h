@@ -42,7 +42,10 @@ struct Options
     bool gallery = false;               ///< the library's controls instead of the program's window
     const Language* language = nullptr; ///< null: the one of the settings, or of the system
     bool help = false;
+    bool version = false;
 
+    /// True when the program says something of itself, and ends.
+    bool OnlyTells() const { return help || version; }
     /// True when nothing is shown, so that no display is needed.
     bool OnlyPictures() const
     {

@@ -322,6 +322,7 @@ std::span<const KvStringEntry> OwnTexts()
         {21712, L"\"%1\" does not end with .png: pictures are written as PNG"},
         {21713, L"the project's name is empty"},
         {21714, L"reading the folder \"%1\" takes too long"},
+        {21715, L"Print name and version and exit."},
         {21720, L"Write the project's frames into this folder as PNG pictures and exit: PROJECT_0000.png, "
                 L"PROJECT_0001.png …, of one of several pages PROJECT_page2_0000.png … Needs no display."},
         {21721,

@@ -513,6 +513,7 @@ enum TextId : UINT
     kTextNotPng = 21712,
     kTextNoProjectName = 21713,
     kTextMediaUnfinished = 21714,
+    kTextOptionVersion = 21715,
     kTextOptionFrames = 21720,
     kTextOptionRange = 21721,
     kTextOptionThreads = 21722,
