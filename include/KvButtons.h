@@ -11,6 +11,8 @@
 /// The high word of a WM_COMMAND's wParam when a button was clicked; the low word is the button's number.
 inline constexpr UINT BN_CLICKED = 0;
 
+KV_INTERFACES_BEGIN
+
 /// A button that is a picture of the skin.
 ///
 /// A click by mouse, by Space or by a screen reader sends the parent WM_COMMAND with
@@ -93,6 +95,8 @@ private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
+
+KV_INTERFACES_END
 
 /// A picture button with a text: both side by side in the middle of the button, the text alone where there is
 /// no room for both. The text is drawn in the widget's font and the text colours of the theme. It is the

@@ -21,6 +21,8 @@ enum EKvCaptionButton : UINT
     kKvCaptionMenu = 10004,        ///< the application's menu
 };
 
+KV_INTERFACES_BEGIN
+
 /// The strip: application button, a row of text items, a static title and four window buttons; below it the
 /// area of the tool windows. It is as high as the skin's picture "ribbontitlebar_bk" at `Create`, and as much
 /// higher as letters of more than 21 pixels need; the tool windows then stand lower. Its size hint is as wide
@@ -84,3 +86,5 @@ private:
     unsigned m_cursorEdges = 0; ///< of the frame, whose resize cursor shows
     bool m_leftDown = false;    ///< as the last move of the pointer told
 };
+
+KV_INTERFACES_END

@@ -130,6 +130,8 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
+KV_INTERFACES_BEGIN
+
 /// Receives what is picked. Never deleted through this interface: it has no virtual destructor.
 class IKvCmdTarget
 {
@@ -138,6 +140,8 @@ public:
     /// may delete the dialog. @param zero 0. @return not looked at.
     virtual int OnCommand(unsigned /*id*/, WPARAM /*character*/, LPARAM /*zero*/) { return 0; }
 };
+
+KV_INTERFACES_END
 
 /// The command that a picked character is sent with.
 inline constexpr unsigned KvCharMapCommand = 20440;

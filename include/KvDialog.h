@@ -8,6 +8,8 @@
 
 #include <memory>
 
+KV_INTERFACES_BEGIN
+
 /// A dialog made from a template of the library's tables: items, texts, positions in dialog units (a quarter
 /// of the font's average letter width and an eighth of its height), the order of the Tab key.
 ///
@@ -137,3 +139,5 @@ private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
+
+KV_INTERFACES_END

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+KV_INTERFACES_BEGIN
+
 /// The editor that searches. Texts end with a zero and are valid until the operation returns; an operation
 /// may delete the dialog. Never deleted through this interface: it has no virtual destructor.
 ///
@@ -27,6 +29,8 @@ public:
         return 0;
     }
 };
+
+KV_INTERFACES_END
 
 /// The result of a search that found nothing.
 inline constexpr int kKvFindNotFound = 2;

@@ -90,6 +90,8 @@ private:
     int m_selected = -1;
 };
 
+KV_INTERFACES_BEGIN
+
 /// A strip of thumbnails with a scroll bar, a row or a column by whichever its rectangle is longer in.
 ///
 /// A click picks a layout, with Ctrl beside the others; a press near the scroll bar drags the strip by twice
@@ -225,3 +227,5 @@ private:
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
+
+KV_INTERFACES_END

@@ -69,6 +69,8 @@ private:
 /// The ease dialog's template, for `CKvDialog::Create`.
 inline constexpr UINT kKvParamBezierDialog = 12016;
 
+KV_INTERFACES_BEGIN
+
 /// "Parameter Curve Setup": the ease window with buttons for undo, redo and reset, four presets, and steps to
 /// the segments before and after. The host sees every edit while it is made.
 ///
@@ -131,3 +133,5 @@ private:
     bool m_isInitialised = false; // since OnInitDialog, until the window is destroyed
     bool m_isEditing = false;     // between BeginEdit and the end of the transaction
 };
+
+KV_INTERFACES_END

@@ -65,6 +65,8 @@ public:
     virtual ~IKvParamBezierInfo() = default;
 };
 
+KV_INTERFACES_BEGIN
+
 /// Hears of the window's history. Never deleted through this interface: it has no virtual destructor.
 class IKvParamBezierCtrlCallback
 {
@@ -72,6 +74,8 @@ public:
     /// A record was added to the undo history. Undo, redo and revert do not call it. @return not looked at.
     virtual int UndoChanged() { return 0; }
 };
+
+KV_INTERFACES_END
 
 /// Shows one cubic ease, its two keys and their tangents, and edits it with a history of undo.
 ///

@@ -127,6 +127,8 @@ struct SKvGuiBasicSettings
     QFont font;               ///< of all texts
 };
 
+KV_INTERFACES_BEGIN
+
 /// What a host may tell any control. Never deleted through this interface: it has no virtual destructor.
 class IKvGuiWnd
 {
@@ -146,6 +148,8 @@ struct CCmdUI
     /// @param enable 0: the command cannot be used now.
     virtual void Enable(BOOL /*enable*/) {}
 };
+
+KV_INTERFACES_END
 
 /// A message as a pre-translation step sees it.
 struct MSG

@@ -6,6 +6,8 @@
 
 class IKvRibbonMenuBarMgr;
 
+KV_INTERFACES_BEGIN
+
 /// Keeps the states of a menu bar's entries and receives the chosen commands. Never deleted through this
 /// interface: it has no virtual destructor. Results are not looked at.
 class IKvRibbonMenuBarSmartMenu
@@ -134,3 +136,5 @@ private:
     bool AreWindowButtonsShown() const;
     bool IsMenuButtonShown() const;
 };
+
+KV_INTERFACES_END

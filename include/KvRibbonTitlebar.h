@@ -18,6 +18,8 @@ enum EKvRibTitleBarAppBtnShowState : int
     kKvAppBtnCloseOnly = 2, ///< the one that closes
 };
 
+KV_INTERFACES_BEGIN
+
 /// What an application answers for its menu. Never deleted through this interface: it has no virtual
 /// destructor. Results are not looked at unless stated otherwise.
 class IKvRibbonTitleBarSmartMenu
@@ -179,3 +181,5 @@ private:
     void ShowButtons(WindowButtons buttons);
     kv::TitleBarStrip& Bars() const;
 };
+
+KV_INTERFACES_END

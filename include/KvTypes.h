@@ -27,6 +27,19 @@
 #define KV_API __attribute__((visibility("default")))
 #endif
 
+#if defined(__GNUC__)
+#define KV_INTERFACES_BEGIN                                                                                  \
+    _Pragma("GCC diagnostic push") _Pragma("GCC diagnostic ignored \"-Wnon-virtual-dtor\"")
+#define KV_INTERFACES_END _Pragma("GCC diagnostic pop")
+#else
+/// Stands before interfaces without virtual destructors, and classes that derive from them: nothing is
+/// deleted through these, and the order of their operations is fixed. So a host's -Wnon-virtual-dtor says
+/// nothing of these headers; its own classes of that kind may stand between this and the end as well.
+#define KV_INTERFACES_BEGIN
+/// Stands behind them.
+#define KV_INTERFACES_END
+#endif
+
 class QWidget;
 class QMenu;
 class QPoint;
@@ -362,6 +375,8 @@ static_assert(sizeof(SKvParamEaseData) == 96 && offsetof(SKvParamEaseData, kind)
               offsetof(SKvParamEaseData, endY) == 64 && offsetof(SKvParamEaseData, minimum) == 72 &&
               offsetof(SKvParamEaseData, maximum) == 80 && offsetof(SKvParamEaseData, lock) == 88);
 
+KV_INTERFACES_BEGIN
+
 /// Where an animated parameter lives: the host implements it, the ease dialog edits the parameter through it.
 /// Every operation names the parameter by the object it belongs to and its own name, and returns 1 for
 /// success or "yes" and 0 for failure or "no". Never deleted through this interface: it has no virtual
@@ -408,6 +423,8 @@ public:
     /// Edits the one behind from now on. @param objectId, paramName the parameter. @return 1 or 0.
     virtual int GoNextKey(const wchar_t* /*objectId*/, const wchar_t* /*paramName*/) { return 0; }
 };
+
+KV_INTERFACES_END
 
 /// A point in time, in local or any other time as the host has it. Each field is 16 bits.
 struct SYSTEMTIME

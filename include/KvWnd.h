@@ -170,6 +170,8 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
+KV_INTERFACES_BEGIN
+
 /// A control that shows something and takes its colours and font from the host or the theme.
 class KV_API CKvStatic : public CKvWnd, public IKvGuiWnd
 {
@@ -193,6 +195,8 @@ protected:
 private:
     SKvGuiBasicSettings* m_settings = nullptr;
 };
+
+KV_INTERFACES_END
 
 /// What a child that stands in for a frame's caption tells it. Never deleted through this interface.
 class KV_API IKvFrameCaption
