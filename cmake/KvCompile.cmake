@@ -11,8 +11,14 @@ function(kv_compile target)
     return()
   endif()
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
-  # What is handed out names no folder of whoever built it.
-  target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>")
+  # What is handed out names no folder of whoever built it; a debugger that is started in the sources' folder
+  # finds them there. What only its builder runs names them in full.
+  if(NOT KV_SANITIZE)
+    file(RELATIVE_PATH to_sources "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}") # as Ninja names them
+    foreach(map IN ITEMS "${PROJECT_BINARY_DIR}=build" "${PROJECT_SOURCE_DIR}/=" "${to_sources}/=")
+      target_compile_options(${target} PRIVATE "$<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${map}>")
+    endforeach()
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # g++ 12 raises this one falsely inside std::string at -O2.
     target_compile_options(${target} PRIVATE -Wno-restrict)

@@ -47,8 +47,13 @@ install(FILES
   "${PROJECT_BINARY_DIR}/KvGuiAdvCtrlsConfig.cmake"
   "${PROJECT_BINARY_DIR}/KvGuiAdvCtrlsConfigVersion.cmake"
   DESTINATION "${package_dir}" COMPONENT devel)
+set(headers *.h)
+if(NOT TARGET KvGuiAdvCtrls) # those of the pure logic alone
+  set(headers KvBezierCurve2D.h KvFileNaming.h KvScrollHelpers.h KvTimecode.h KvTypes.h KvUnknown.h KvVideoFormat.h)
+endif()
+list(TRANSFORM headers PREPEND "PATTERN;")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/" DESTINATION "${KV_INCLUDE_DIR}" COMPONENT devel
-  FILES_MATCHING PATTERN "*.h")
+  FILES_MATCHING ${headers})
 
 # A program's man page; packages have theirs compressed.
 function(kv_install_page program)

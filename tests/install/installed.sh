@@ -41,6 +41,7 @@ programs)
   done
   readlink "$libdir/libKvGuiAdvCtrls.so" >/dev/null || fail "the library has no version"
   "$tree/bin/kvgroup" --help >/dev/null
+  [ "$("$tree/bin/titler" --version)" = "titler $(pkg-config --modversion kvguiadvctrls)" ] || fail "titler has another version"
   "$tree/bin/titler" --help --language de | grep 'Diese Hilfe' >/dev/null || fail "titler knows no German"
   "$tree/bin/titler" --screenshot "$work/title.png"
   [ -s "$work/title.png" ] || fail "titler drew nothing"
@@ -62,6 +63,15 @@ core)
   pkg-config --cflags --libs kvguiadvctrls-core >"$work/flags"
   "${CXX:-g++}" -std=c++17 "$here/core/main.cpp" -o "$work/stranger" @"$work/flags"
   "$work/stranger"
+  # Built alone it lays down no header that wants a toolkit.
+  cmake -S "$source" -B "$work/alone" -G Ninja -DKV_CORE_ONLY=ON -DKV_BUILD_PROGRAMS=OFF -DKV_BUILD_TESTS=OFF >"$work/log" ||
+    { cat "$work/log"; fail "Core alone is not configured"; }
+  mkdir -p "$work/alone/lib"
+  cp "$libdir/libKvCore.a" "$work/alone/lib"
+  cmake --install "$work/alone" --prefix "$work/tree" >"$work/log" || fail "Core alone wants more than was built"
+  (cd "$work/tree/include/KvGuiAdvCtrls" && ls | sed 's/.*/#include <&>/') >"$work/all.cpp"
+  grep KvTimecode "$work/all.cpp" >/dev/null || fail "Core alone has no headers"
+  "${CXX:-g++}" -std=c++17 -fsyntax-only -I "$work/tree/include/KvGuiAdvCtrls" "$work/all.cpp"
   ;;
 examples)
   configure "$tree/share/doc/kvguiadvctrls/examples" -DCMAKE_BUILD_TYPE= || { cat "$work/log"; fail "the examples are not configured"; }
@@ -96,7 +106,8 @@ first_window)
   ;;
 pkgconfig)
   pkg-config --cflags --libs kvguiadvctrls >"$work/flags"
-  "${CXX:-g++}" -std=c++17 -fPIC "$here/widgets/main.cpp" -o "$work/stranger" @"$work/flags" -Wl,-rpath,"$libdir"
+  warnings="-Wall -Wextra -Wnon-virtual-dtor -Werror" # the headers are no system's there
+  "${CXX:-g++}" -std=c++17 -fPIC $warnings "$here/widgets/main.cpp" -o "$work/stranger" @"$work/flags" -Wl,-rpath,"$libdir"
   "$work/stranger"
   ;;
 both)
