@@ -67,7 +67,7 @@ std::vector<CaptionAccess::Seen> CaptionAccess::Look() const
     std::vector<Seen> seen;
     for (int i = 0; i < m_strip.ItemCount(); ++i) {
         const CaptionItem& item = m_strip.Item(i);
-        seen.push_back({m_strip.ItemLabel(i), item.selected, item.open, item.disabled});
+        seen.push_back({m_strip.ItemName(i), item.selected, item.open, item.disabled});
     }
     return seen;
 }
@@ -144,7 +144,7 @@ AccessiblePart CaptionAccess::DescribeItem(int index) const
 {
     const CaptionItem& item = m_strip.Item(index);
     AccessiblePart part;
-    part.name = m_strip.ItemLabel(index);
+    part.name = m_strip.ItemName(index);
     part.rect = item.rect;
     const bool isEntry = m_strip.Form().itemsArePopups;
     part.role = isEntry ? QAccessible::MenuItem : QAccessible::PageTab;

@@ -48,6 +48,8 @@ public:
     virtual CaptionItem& Item(int index) const = 0;
     /// As drawn and measured: without a menu's "&" marker.
     virtual QString ItemLabel(int index) const = 0;
+    /// Its text for a screen reader.
+    virtual QString ItemName(int index) const { return ItemLabel(index); }
     virtual bool ShowsFlag() const { return false; }
     /// What the flag opens is open.
     virtual bool IsFlagOpen() const { return false; }

@@ -37,6 +37,22 @@ std::wstring EntryLabel(std::wstring_view text)
     return label;
 }
 
+std::wstring EntryName(std::wstring_view text)
+{
+    std::wstring named;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::wstring_view letter = text.substr(i, 4);
+        if (letter.size() == 4 && letter.starts_with(L"(&") && letter[2] != L'&' && letter[3] == L')') {
+            if (named.ends_with(L' '))
+                named.pop_back();
+            i += 3;
+        } else {
+            named += text[i];
+        }
+    }
+    return EntryLabel(named);
+}
+
 int NextOpening(const std::vector<bool>& opens, int from, int step)
 {
     const int count = static_cast<int>(opens.size());

@@ -55,6 +55,9 @@ bool FindMnemonic(std::wstring_view text, char& mnemonic);
 
 /// The text as it is drawn: without markers, "&&" as "&".
 std::wstring EntryLabel(std::wstring_view text);
+/// The text as it is told: also without a letter that stands in brackets for its marker's sake, as East Asian
+/// languages have it: "ファイル(&F)".
+std::wstring EntryName(std::wstring_view text);
 
 /// The nearest place before (step -1) or after (1) `from` at which `opens` holds, round the ends; -1 when
 /// there is none but `from`.

@@ -125,6 +125,11 @@ QString MenuBarStrip::ItemLabel(int index) const
     return KvToQString(EntryLabel(Item(index).text));
 }
 
+QString MenuBarStrip::ItemName(int index) const
+{
+    return KvToQString(EntryName(Item(index).text));
+}
+
 void MenuBarStrip::InvalidateItem(int index)
 {
     if (index < 0 || index >= ItemCount())

@@ -40,6 +40,7 @@ public:
     bool SetButtonMenu(QMenu* menu, AppButtonCallback callback, void* context);
 
     QString ItemLabel(int index) const override;
+    QString ItemName(int index) const override;
     void PressItem(int index) override { PopupMenu(index); }
     void OpenMenuButtonMenu() override;
     void PrepareApplicationMenu(CKvMenu& menu) override;

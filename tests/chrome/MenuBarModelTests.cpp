@@ -35,7 +35,13 @@ TEST(MenuBarModel, MnemonicsAndLabels)
         char mnemonic = 0;
         EXPECT_EQ(FindMnemonic(row.text, mnemonic) ? mnemonic : none, row.mnemonic) << row.what;
         EXPECT_EQ(EntryLabel(row.text), row.label) << row.what;
+        EXPECT_EQ(EntryName(row.text), row.label) << row.what;
     }
+    EXPECT_EQ(EntryLabel(L"\u958B\u304F(&O)\u2026"), L"\u958B\u304F(O)\u2026");
+    EXPECT_EQ(EntryName(L"\u958B\u304F(&O)\u2026"), L"\u958B\u304F\u2026") << "a letter for its marker alone";
+    EXPECT_EQ(EntryName(L"\u0645\u0644\u0641 (&F)"), L"\u0645\u0644\u0641") << "with its blank";
+    for (const wchar_t* text : {L"Plan (B)", L"(&", L"(&B", L"(&&)"})
+        EXPECT_EQ(EntryName(text), EntryLabel(text));
 }
 
 TEST(MenuBarModel, EntriesBecomeItemsAtTheirPositions)
