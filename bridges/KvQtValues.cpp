@@ -124,8 +124,7 @@ const CubicShape* ShapeOf(QEasingCurve::Type type)
     }
 }
 
-/// A spline's one segment; none where it has more, or its handles leave the segment's time: at one time it
-/// could have several values then.
+/// A spline's one segment; none where it has more.
 std::optional<CubicShape> OneCubicOf(const QEasingCurve& curve)
 {
     if (curve.type() != QEasingCurve::BezierSpline)
@@ -133,11 +132,14 @@ std::optional<CubicShape> OneCubicOf(const QEasingCurve& curve)
     const QVector<QPointF> points = curve.toCubicSpline();
     if (points.size() != 3 || points[2] != QPointF(1, 1))
         return std::nullopt;
-    const auto isTime = [](double x) { return x >= 0 && x <= 1; };
-    if (!isTime(points[0].x()) || !isTime(points[1].x()) || !std::isfinite(points[0].y()) ||
-        !std::isfinite(points[1].y()))
-        return std::nullopt;
     return CubicShape{points[0].x(), points[0].y(), points[1].x(), points[1].y()};
+}
+
+/// Its handles stay in the segment's time: else it could have several values at one time.
+bool IsFunctionOfTime(const CubicShape& shape)
+{
+    const auto isTime = [](double x) { return x >= 0 && x <= 1; };
+    return isTime(shape.x1) && isTime(shape.x2) && std::isfinite(shape.y1) && std::isfinite(shape.y2);
 }
 
 constexpr std::array<SKvRational, 8> kRates{
@@ -284,12 +286,12 @@ int KvFromEasingCurve(const QEasingCurve& curve, SKvParamEaseData& ease, UINT* l
     if (const CubicShape* known = ShapeOf(curve.type()))
         return shape(kKvEaseDrawn, *known);
     const std::optional<CubicShape> drawn = OneCubicOf(curve);
-    if (!drawn) {
+    if (drawn && OneCubicOf(KvToEasingCurve(ease)) == drawn)
+        return 1; // the segment's own, whose kind and last bits the curve does not hold
+    if (!drawn || !IsFunctionOfTime(*drawn)) {
         Lose(loss, kKvLossCurve);
         return 0;
     }
-    if (OneCubicOf(KvToEasingCurve(ease)) == drawn)
-        return 1; // the segment's own, whose kind and last bits the curve does not hold
     return shape(kKvEaseDrawn, *drawn);
 }
 

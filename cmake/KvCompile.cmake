@@ -14,8 +14,7 @@ function(kv_compile target)
   # What is handed out names no folder of whoever built it; a debugger that is started in the sources' folder
   # finds them there. What only its builder runs names them in full.
   if(NOT KV_SANITIZE)
-    file(RELATIVE_PATH to_sources "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}") # as Ninja names them
-    foreach(map IN ITEMS "${PROJECT_BINARY_DIR}=build" "${PROJECT_SOURCE_DIR}/=" "${to_sources}/=")
+    foreach(map IN ITEMS "${PROJECT_SOURCE_DIR}/=" "${PROJECT_BINARY_DIR}=build") # the last that fits counts
       target_compile_options(${target} PRIVATE "$<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${map}>")
     endforeach()
   endif()

@@ -75,8 +75,9 @@ CKvTextListBase::Impl::Row CKvTextListBase::Impl::Snapshot(int line) const
     for (int column = 0; column < list.GetColumnCount(); ++column)
         row.texts.push_back(list.GetItemText(line, column));
     row.data = list.GetItemData(line);
-    const int height = list.GetItemHeight(line);
-    row.height = height == list.GetDefaultItemHeight() ? 0 : height; // which may be another one by then
+    row.height = list.CKvReportListCtrl::m_impl->rows.Row(line).followsFont
+                     ? 0
+                     : list.GetItemHeight(line); // the font's may be another then
     if (const kv::RowColours* own = ColoursOf(line))
         row.colours = *own;
     return row;
@@ -129,7 +130,8 @@ void CKvTextListBase::Impl::PutIn(const CArray<int, int>& lines, std::span<Row> 
         if (!row.colours.IsEmpty())
             colours[row.key] = row.colours;
         list.SetItemData(line, row.data);
-        if (row.height > 0 && row.height != list.GetItemHeight(line))
+        if (row.height > 0 && (row.height != list.GetItemHeight(line) ||
+                               list.CKvReportListCtrl::m_impl->rows.Row(line).followsFont))
             list.SetItemHeight(line, row.height);
         list._UpdateRowTexts(line);
     }
@@ -159,10 +161,15 @@ void CKvTextListBase::Impl::SetColours(int line,
 {
     if (list.GetRowId(line) == 0)
         return;
+    bool hasChanged = false;
     for (const auto& [which, colour] : changes) {
-        if (colour)
-            colours[KeyAt(line)].Set(which, *colour);
+        if (!colour || OwnColour(line, which) == *colour)
+            continue;
+        colours[KeyAt(line)].Set(which, *colour);
+        hasChanged = true;
     }
+    if (!hasChanged)
+        return;
     list.UpdateLine(line);
     list.CKvReportListCtrl::m_impl->TellChanged(kKvReportTextChanged, {&line, 1});
 }

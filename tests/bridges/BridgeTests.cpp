@@ -93,6 +93,11 @@ TEST(KvQtEase, IsTheSamePresetWhenItComesBack)
         EXPECT_EQ(back.kind, UINT{kKvEaseDrawn}) << "another segment knows nothing of presets";
         EXPECT_NEAR(back.inTangentX, 0.3, 1e-12);
     }
+    SKvParamEaseData wide{kKvEaseDrawn, -0.1, 0, 1.1, 0, 10, 100, 60, 300, 0, 400, 0};
+    const QEasingCurve curve = KvToEasingCurve(wide);
+    EXPECT_EQ(KvFromEasingCurve(curve, wide), 1) << "its own, though no other segment takes it";
+    SKvParamEaseData other{kKvEaseDrawn, 0.3, 0, 0.3, 0, 10, 100, 60, 300, 0, 400, 0};
+    EXPECT_EQ(KvFromEasingCurve(curve, other), 0);
 }
 
 TEST(KvQtFormat, RatesAndSizesAreExact)

@@ -32,8 +32,20 @@ TEST(TextFile, MissingAndSuperfluousKeysAreTold)
         items,
         "[Strings]\n7=\n8=x\n[Menus]\n1.2=Ausschneiden\n1.2=Schneiden\n[Tips]\n7=x\n[Anything]\n9=x\n");
     EXPECT_EQ(faults, (std::vector<std::string>{
-                          "Menus 1.2: stands twice", "Strings 8: the program has no such text",
-                          "Tips 7: the program has no such text", "missing: [Strings] 7=Two\\nlines"}));
+                          "Menus 1.2: stands twice", "[Anything]: there is no such section",
+                          "Strings 8: the program has no such text", "Tips 7: the program has no such text",
+                          "missing: [Strings] 7=Two\\nlines"}));
+}
+
+TEST(TextFile, WhatCannotBeReadIsTold)
+{
+    const std::vector<TextItem> items = {{L"Strings", L"7", L"a\nb"}};
+    const auto faults = [&](const char* bytes) { return kv::CheckTextFile(items, bytes); };
+    EXPECT_EQ(faults("; a remark\r\n\r\n# another\r\n[Strings]\r\n7=x\\ny\r\n"), std::vector<std::string>());
+    EXPECT_EQ(faults("[Strings]\n7=x\\ny\nnonsense\n"), std::vector<std::string>{"line 3: has no \"=\""});
+    EXPECT_EQ(faults("[Strings]\n7=x\\n\xFCy\n"), std::vector<std::string>{"the file is not UTF-8"});
+    EXPECT_EQ(FaultsOf(L"one", "\\q").size(), 1u);
+    EXPECT_EQ(FaultsOf(L"one", "eins\\").size(), 1u);
 }
 
 TEST(TextFile, PlaceholdersMayChangePlacesButNotGetLost)

@@ -105,6 +105,16 @@ bool HasBreakBeforeSign(std::wstring_view text)
     return false;
 }
 
+/// A backslash before anything but n, r, t and itself.
+bool HasUnknownEscape(std::wstring_view text)
+{
+    for (std::size_t at = text.find(L'\\'); at != std::wstring_view::npos; at = text.find(L'\\', at + 2))
+        if (at + 1 == text.size() ||
+            std::wstring_view(L"nrt\\").find(text[at + 1]) == std::wstring_view::npos)
+            return true;
+    return false;
+}
+
 class Check
 {
 public:
@@ -118,7 +128,7 @@ private:
     {
         m_faults.push_back(ToUtf8(item.section + L' ' + item.key + L": " + fault));
     }
-    void FindRepeated(std::wstring_view text);
+    void CheckLines(std::wstring_view text);
     void FindSuperfluous();
     void CheckText(const TextItem& item, const std::wstring& translation);
     void CheckMenus();
@@ -131,23 +141,37 @@ private:
 
 Check::Check(const std::vector<TextItem>& items, std::string_view bytes) : m_items(items), m_document(bytes)
 {
-    FindRepeated(FromUtf8(bytes));
+    const std::wstring text = FromUtf8(bytes);
+    if (ToUtf8(text) != bytes)
+        m_faults.push_back("the file is not UTF-8");
+    CheckLines(text);
 }
 
-// A document knows the first one alone.
-void Check::FindRepeated(std::wstring_view text)
+// A document keeps what it does not understand, and knows the first of several lines alone.
+void Check::CheckLines(std::wstring_view text)
 {
     std::set<Place> seen;
     std::wstring section;
+    int number = 0;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find(L'\n', begin), text.size());
-        const std::wstring_view line = text.substr(begin, end - begin);
-        const std::wstring key(line.substr(0, std::min(line.find_first_of(L"= "), line.size())));
+        std::wstring_view line = text.substr(begin, end - begin);
         begin = end + 1;
-        if (line.starts_with(L'['))
+        ++number;
+        if (line.ends_with(L'\r'))
+            line.remove_suffix(1);
+        if (line.empty() || line.starts_with(L';') || line.starts_with(L'#'))
+            continue;
+        const std::wstring key(line.substr(0, std::min(line.find_first_of(L"= "), line.size())));
+        if (line.starts_with(L'[')) {
             section = line.substr(1, line.find(L']') - 1);
-        else if (!line.starts_with(L';') && !key.empty() && !seen.insert({section, key}).second)
+            if (std::find(std::begin(kSections), std::end(kSections), section) == std::end(kSections))
+                m_faults.push_back(ToUtf8(L'[' + section + L"]: there is no such section"));
+        } else if (line.find(L'=') == std::wstring_view::npos) {
+            m_faults.push_back("line " + std::to_string(number) + ": has no \"=\"");
+        } else if (!seen.insert({section, key}).second) {
             Say({section, key, {}}, L"stands twice");
+        }
     }
 }
 
@@ -172,6 +196,8 @@ void Check::CheckText(const TextItem& item, const std::wstring& translation)
     const std::wstring original = Escaped(item.text);
     if (MarksOf(original) != MarksOf(translation))
         Say(item, L"its placeholders, file patterns, options or line breaks are not those of the text");
+    if (HasUnknownEscape(translation))
+        Say(item, L"a backslash stands before something else than n, r, t or another one");
     const std::wstring wanted = MnemonicsOf(original);
     const std::wstring found = MnemonicsOf(translation);
     if (wanted.size() != found.size())
