@@ -290,30 +290,36 @@ int Run(int& argc, char** argv, const Options& options)
     return options.screenshot.isEmpty() ? RunWindow(options) : TakeScreenshot(options);
 }
 
-std::optional<Options> ReadArguments(int& argc, char** argv, QString& fault)
+/// @param text what is wrong with them, or what they ask to be told.
+std::optional<Options> ReadArguments(int& argc, char** argv, QString& text)
 {
     const QCoreApplication application(argc, argv); // a QApplication would already look for a display
     const QStringList arguments = QCoreApplication::arguments();
     const Language* named = LanguageNamedIn(arguments);
     ChooseLanguage(named != nullptr ? *named : SystemLanguage()); // in which a fault is told, too
-    std::optional<Options> options = ParseCommandLine(arguments, fault);
-    if (options && options->help)
-        std::printf("%s", qUtf8Printable(HelpText()));
-    else if (options && options->version)
-        std::printf("titler %s\n", KV_VERSION);
+    const std::optional<Options> options = ParseCommandLine(arguments, text);
+    if (options && options->OnlyTells())
+        text = options->help ? HelpText() : QStringLiteral("titler " KV_VERSION "\n");
     return options;
+}
+
+int Tell(const QString& text)
+{
+    if (std::fputs(qUtf8Printable(text), stdout) < 0 || std::fflush(stdout) != 0)
+        return Fail(kFailed, qt_error_string());
+    return kDone;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QString fault;
-    const std::optional<Options> options = ReadArguments(argc, argv, fault);
+    QString text;
+    const std::optional<Options> options = ReadArguments(argc, argv, text);
     if (!options)
-        return Fail(kUsageError, fault);
+        return Fail(kUsageError, text);
     if (options->OnlyTells())
-        return kDone;
+        return Tell(text);
     if (!options->media.isEmpty() && !QDir(options->media).exists())
         return Fail(kFailed, Text(kTextNoSuchFolder, {options->media}));
     // Before a window is there that could ask.
