@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int kIconMargin = 3;
+constexpr qreal kDisabledOpacity = 0.4;
 constexpr int kDateMargin = 2;
 constexpr int kDatePoints = 18;
 constexpr int kBadgeMargin = 8;
@@ -108,7 +109,9 @@ void CKvAppLogListCtrl::Impl::DrawIcon(QPainter& painter, int line, int type) co
     // As large as the room lets it, in its own shape.
     QRectF target({}, QSizeF(icon.Size()).scaled(room.size(), Qt::KeepAspectRatio));
     target.moveCenter(room.center());
+    painter.setOpacity(list.isEnabled() ? 1 : kDisabledOpacity);
     kv::DrawSkinPicture(painter, icon, target);
+    painter.setOpacity(1);
 }
 
 void CKvAppLogListCtrl::Impl::DrawDate(QPainter& painter, int line)

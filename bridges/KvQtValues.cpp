@@ -34,14 +34,14 @@ DWORD Word(const QColor& colour, UINT* loss)
         Lose(loss, kKvLossInvalid);
         return 0;
     }
-    const QColor rgb = colour.toRgb(); // extended colours are cut to 0 … 1
+    const DWORD word = colour.rgba(); // extended colours are cut to 0 … 1
     if (colour.spec() == QColor::ExtendedRgb)
         for (const float channel : {colour.redF(), colour.greenF(), colour.blueF()})
             if (channel < 0 || channel > 1)
                 Lose(loss, kKvLossRange);
-    if (rgb.rgba64() != QColor::fromRgba(rgb.rgba()).rgba64())
+    if (QColor::fromRgba(word).convertTo(colour.spec()) != colour)
         Lose(loss, kKvLossPrecision);
-    return rgb.rgba();
+    return word;
 }
 
 struct Stop
@@ -202,8 +202,12 @@ std::vector<SKvCGGradientKey> KvFromGradientStops(const QGradientStops& stops, U
 {
     Begin(loss);
     std::vector<Stop> read;
-    for (const QGradientStop& stop : stops)
-        read.push_back({stop.first, Word(stop.second, loss)});
+    for (const QGradientStop& stop : stops) {
+        const double place = stop.first > 0 ? std::min(stop.first, 1.0) : 0; // 0, too, where it is no number
+        if (place != stop.first)
+            Lose(loss, kKvLossPlace);
+        read.push_back({place, Word(stop.second, loss)});
+    }
     std::vector<SKvCGGradientKey> keys;
     const auto check = [loss](double place, double kept) {
         if (!(std::abs(place - kept) < kOnePlace))

@@ -25,7 +25,7 @@
 /// What a conversion left behind.
 enum EKvQtLoss : UINT
 {
-    kKvLossPrecision = 1,       ///< colour channels finer than 8 bits
+    kKvLossPrecision = 1,       ///< colour channels finer than 8 bits, the hue of a grey
     kKvLossRange = 2,           ///< a colour outside of 0 … 1
     kKvLossInvalid = 4,         ///< no colour at all: transparent black
     kKvLossStops = 8,           ///< more stops than the gradient control takes (255): the first ones stay
@@ -37,7 +37,7 @@ enum EKvQtLoss : UINT
     kKvLossCurve = 512,  ///< an ease that is not one cubic: it stays as it was
     kKvLossRate = 1024,  ///< a frame rate that the table does not have: it stays as it was
     kKvLossKind = 2048,  ///< which preset an ease is: its shape alone
-    kKvLossPlace = 4096, ///< a stop's place or mid point finer than a float: the nearest one
+    kKvLossPlace = 4096, ///< a stop's place or mid point outside of 0 … 1 or finer than a float
 };
 
 // Colours.
@@ -52,11 +52,12 @@ KV_API DWORD KvFromQColor(const QColor& colour, UINT* loss = nullptr);
 /// The stops of a gradient, ascending. A mid point that is not half way becomes a stop of its own, with the
 /// mix of its neighbours; so does one half way where the stop behind it would be read as a mid point without.
 /// `KvFromGradientStops` gives the keys back, sorted; a segment of no width comes with its mid point half
-/// way.
+/// way, and a mid point at the very end of its segment as a stop, which looks the same.
 /// @param keys in any order. @return the stops.
 KV_API QGradientStops KvToGradientStops(const std::vector<SKvCGGradientKey>& keys);
 /// The same, interpolated channel by channel as the control does. Stops at one place, of which a QGradient
-/// keeps only one, stand apart by the least that there is. @param keys in any order.
+/// keeps only one, stand apart by the least that there is. @param keys in any order; with none it is the
+/// toolkit's own, from black to white.
 /// @param rect from whose left edge to the right one it runs. @return the gradient.
 KV_API QLinearGradient KvToLinearGradient(const std::vector<SKvCGGradientKey>& keys, const QRectF& rect);
 /// A stop between two others that has the mix of their colours becomes the mid point of its segment, unless

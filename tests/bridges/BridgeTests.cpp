@@ -23,6 +23,15 @@ TEST(KvQtColour, KeepsWordsAndSaysWhatIsLost)
     EXPECT_TRUE(loss & kKvLossRange);
     EXPECT_EQ(KvFromQColor(QColor(), &loss), 0u);
     EXPECT_EQ(loss, UINT{kKvLossInvalid});
+    for (int i = 0; i < 1000; ++i) {
+        const QColor colour = QColor::fromRgb(i * 7919 & 255, i * 104729 >> 3 & 255, i * 1299709 >> 5 & 255);
+        for (const QColor::Spec spec : {QColor::Hsv, QColor::Hsl, QColor::Cmyk, QColor::ExtendedRgb}) {
+            EXPECT_EQ(KvFromQColor(colour.convertTo(spec), &loss), colour.rgba());
+            EXPECT_EQ(loss, 0u) << i << ' ' << spec;
+        }
+    }
+    EXPECT_EQ(KvFromQColor(QColor::fromHsv(120, 0, 255), &loss), 0xFFFFFFFFu);
+    EXPECT_EQ(loss, UINT{kKvLossPrecision}) << "white has no hue";
 }
 
 TEST(KvQtEase, HasTheSameShapeOnBothSides)

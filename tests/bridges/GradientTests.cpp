@@ -159,6 +159,15 @@ TEST(KvQtGradient, OfTheToolkitLooksTheSameAndComesBack)
     }
 }
 
+TEST(KvQtGradient, StopsBeyondTheEndsComeToThem)
+{
+    UINT loss = 0;
+    const Keys keys =
+        KvFromGradientStops({{-0.5, Qt::red}, {std::nan(""), Qt::blue}, {1.5, Qt::green}}, &loss);
+    ExpectSame(keys, {{0xFFFF0000, 0, 0.5f}, {0xFF0000FF, 0, 0.5f}, {0xFF00FF00, 1, 0.5f}});
+    EXPECT_EQ(loss, UINT{kKvLossPlace});
+}
+
 TEST(KvQtGradient, ReadsMidPointsOneByOne)
 {
     const QColor dark(0x40, 0x40, 0x40);
