@@ -65,7 +65,7 @@ public:
     void SetModify(int modified);
 
 Q_SIGNALS:
-    /// After each `TextEdited` and `RowsEdited`.
+    /// With each `TextEdited` and `RowsEdited`, and before what a host connected to these.
     void TextsEdited();
 
 protected:

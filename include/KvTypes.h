@@ -312,8 +312,8 @@ inline constexpr std::uint32_t kKvColorNotifyCode = 0xFFFFFFD7u;
 /// one end; a one-shot edit sends all three at once.
 enum EKvColorPhase : std::int32_t
 {
-    kKvPhaseBegin = 0,    ///< the user takes hold; nothing has changed yet
-    kKvPhaseContinue = 1, ///< the value changed
+    kKvPhaseBegin = 0,    ///< the first change; the value is the new one
+    kKvPhaseContinue = 1, ///< a further change
     kKvPhaseEnd = 2,      ///< the user let go, or took the edit back
 };
 
