@@ -89,9 +89,9 @@ public:
     /// @param folder of the file system or of the program's resources (":/…"), for example `kKvLightSkin`.
     /// @return 1; 0, with the skin unchanged, when the folder does not exist or `skin.ini` cannot be read.
     static int SetSkinFolder(const wchar_t* folder);
-    /// Overlays texts from a profile file with the sections "Strings" (`7022 = …`), "Menus"
-    /// (`12002.32772 = …`), "Dialogs" (`12016.12077 = …`; `12016.0` is the title, items without a number
-    /// count down from `12016.65535`) and "Tips" (`15000 = …`). Null or empty removes the overlay. In a text
+    /// Overlays texts from a profile file with the sections "Strings" (`7022=…`), "Menus"
+    /// (`12002.32772=…`), "Dialogs" (`12016.12077=…`; `12016.0` is the title, items without a number
+    /// count down from `12016.65535`) and "Tips" (`15000=…`). Null or empty removes the overlay. In a text
     /// `\n`, `\r`, `\t` and `\\` stand for a line break, a carriage return, a tab and a backslash.
     /// Placeholders (%s, %d, %.1f) are filled in order; `%2$s` names the second value where the language
     /// wants another one. A missing or empty text falls back to the built-in one.
