@@ -28,7 +28,7 @@ enum EKvCharMapCode : UINT
 /// beside it except while the pointer is where it stands.
 ///
 /// Each of a user's actions is sent to the parent as WM_COMMAND, with MAKEWPARAM(number, EKvCharMapCode) and
-/// the grid's address as lParam, then emitted as a signal. Operations are silent.
+/// the grid's address as lParam, then emitted as a signal. Operations but `ScrollWheel` are silent.
 class KV_API CKvCharMapPreviewWnd : public CKvStatic
 {
     Q_OBJECT
