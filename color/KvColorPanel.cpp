@@ -7,6 +7,8 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
 
 #include <utility>
 
@@ -93,15 +95,25 @@ DWORD CKvColorPanel::GetColor() const
 void CKvColorPanel::SetEnableState(EKvColorPanelState state)
 {
     m_impl->model.SetState(state);
+    const QPointer<CKvColorPanel> self(this); // an override of `OnCmdUpdateUI` may delete the panel
     UpdateDialogControls();
-    TakeFocusAt(); // a disabled part takes none
+    if (self)
+        TakeFocusAt(); // a disabled part takes none
 }
 
-// A host that gives the panel the focus means its first part, and its tab order all of them.
+// A host that gives the panel the focus means its first part, and its tab order all of them. With every part
+// disabled it is no tab stop.
 void CKvColorPanel::TakeFocusAt()
 {
     QWidget* const first = CKvDialog::m_impl->FirstTabStop();
-    setFocusProxy(first ? first : m_impl->map.data());
+    setFocusProxy(nullptr); // which would get the policy, too
+    if (!first && focusPolicy() != Qt::NoFocus) {
+        m_impl->policy = focusPolicy();
+        setFocusPolicy(Qt::NoFocus);
+    } else if (first && focusPolicy() == Qt::NoFocus) {
+        setFocusPolicy(std::exchange(m_impl->policy, Qt::NoFocus));
+    }
+    setFocusProxy(first);
 }
 
 EKvColorPanelState CKvColorPanel::GetEnableState() const
@@ -140,12 +152,18 @@ void CKvColorPanel::OnEnable(int enable)
 {
     m_impl->isEnabled = enable != 0;
     const bool hadFocus = isAncestorOf(window()->focusWidget());
-    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+    const QPointer<CKvColorPanel> self(this); // what hears of it may delete the panel
+    for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
         child->setEnabled(enable != 0);
-    if (enable) {
+        if (!self)
+            return;
+    }
+    if (enable)
         UpdateDialogControls();
-        TakeFocusAt();
-    } else if (hadFocus && !window()->focusWidget()) {
+    if (!self)
+        return;
+    TakeFocusAt();
+    if (!enable && hadFocus && !window()->focusWidget()) {
         m_impl->FocusBehind();
     }
 }
@@ -322,16 +340,23 @@ bool CKvColorPanel::event(QEvent* event)
 void CKvColorPanel::paintEvent(QPaintEvent*)
 {
     // Under a host's sheet every palette is its own, and the attribute tells of a ground that it gives all.
-    const bool isSheets = !styleSheet().isEmpty() && testAttribute(Qt::WA_StyledBackground);
-    if (isSheets || autoFillBackground())
+    const bool isStyled = testAttribute(Qt::WA_StyledBackground);
+    if ((isStyled && styleSheet().contains(QLatin1String("background"))) || autoFillBackground())
         return;
-    const bool isPalettes = testAttribute(Qt::WA_SetPalette) && !testAttribute(Qt::WA_StyleSheet);
-    const SKvGuiBasicSettings* const settings = CKvDialog::m_impl->settings;
-    QColor ground =
-        isPalettes ? palette().color(backgroundRole()) : kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2E);
-    if (settings)
-        ground = QColor::fromRgba(settings->background);
-    QPainter(this).fillRect(rect(), QColor::fromRgb(ground.rgb()));
+    const bool isPalettes = testAttribute(Qt::WA_SetPalette) && !testAttribute(Qt::WA_StyleSheet) &&
+                            palette().isBrushSet(palette().currentColorGroup(), backgroundRole());
+    QPainter painter(this);
+    if (const SKvGuiBasicSettings* settings = CKvDialog::m_impl->settings)
+        painter.fillRect(rect(), QColor::fromRgb(settings->background));
+    else if (isPalettes)
+        painter.fillRect(rect(), palette().brush(backgroundRole()));
+    else
+        painter.fillRect(rect(), kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2E));
+    if (!isStyled || !styleSheet().contains(QLatin1String("border")))
+        return;
+    QStyleOption option; // its own frame is around the ground
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
 }
 
 void CKvColorPanel::keyPressEvent(QKeyEvent* event)

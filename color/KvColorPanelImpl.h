@@ -85,9 +85,10 @@ struct CKvColorPanel::Impl
     bool isCreatingItself = false;
     DWORD told = 0xFF000000u; ///< the colour that `ColorEdited` told last, or the host's since
     bool isNotifying = false;
-    bool isDying = false;      ///< the destructor is at work
-    bool isDestroying = false; ///< the children are about to go
-    bool isEnabled = true;     ///< as `OnEnable` was told last
+    bool isDying = false;                 ///< the destructor is at work
+    bool isDestroying = false;            ///< the children are about to go
+    bool isEnabled = true;                ///< as `OnEnable` was told last
+    Qt::FocusPolicy policy = Qt::NoFocus; ///< the host's, kept while no part takes the focus
     // The children are the dialog's items, which go before the panel does.
     QPointer<CKvColorMapWnd> map;
     QPointer<CKvColorMapWnd> slider;

@@ -35,6 +35,16 @@ class TestPanel : public CKvColorPanel
 {
 public:
     using CKvColorPanel::_NotifyChangeColor;
+    bool diesOfAnUpdate = false;
+
+protected:
+    void OnCmdUpdateUI(CCmdUI* command) override
+    {
+        if (diesOfAnUpdate)
+            delete this;
+        else
+            CKvColorPanel::OnCmdUpdateUI(command);
+    }
 };
 
 // A panel in a parent; messages are written "phase:colour".

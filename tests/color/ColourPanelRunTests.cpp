@@ -262,6 +262,14 @@ TEST_F(ColourPanel, MayBeDeletedByEachOfItsMessages)
             onMessage = [this] { delete panel; };
             panel->SetEnableState(kKvColorPanelAlpha);
         },
+        [this] {
+            panel->diesOfAnUpdate = true;
+            panel->SetEnableState(kKvColorPanelAlpha);
+        },
+        [this] {
+            panel->diesOfAnUpdate = true;
+            panel->OnEnable(1);
+        },
         [this] { Swatch(-1, 1); },
         [this] { Swatch(0, 1); },
         [this] {

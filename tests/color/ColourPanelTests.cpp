@@ -297,7 +297,13 @@ TEST_F(ColourPanel, LeavesTheFocusToTheHostWhenItIsDisabled)
     EXPECT_TRUE(behind.hasFocus());
     QCoreApplication::sendPostedEvents();
     EXPECT_EQ(Heard(), "");
+    EXPECT_EQ(panel->focusPolicy(), Qt::NoFocus);
+    panel->setFocus();
+    EXPECT_TRUE(parent.focusWidget()->isEnabled());
     panel->OnEnable(1);
+    EXPECT_EQ(panel->focusPolicy(), Qt::TabFocus);
+    panel->setFocus();
+    EXPECT_EQ(parent.focusWidget(), Map(kMap));
     Line(kFirstEdit);
     behind.hide();
     panel->OnEnable(0); // nobody else takes it
@@ -398,6 +404,36 @@ TEST_F(ColourPanel, GivesTheMapWhatIsFreeAndStaysWhereItIsPut)
     EXPECT_EQ(Map(kMap)->geometry(), map.adjusted(0, 0, 80, 50));
     EXPECT_EQ(Edit(kFirstEdit)->geometry(), edit.translated(80, 0));
     EXPECT_EQ(panel->Create(&parent), 0);
+}
+
+// Only what gives a ground takes the skin's away.
+TEST_F(ColourPanel, PaintsItsGroundUnlessTheHostGivesItOne)
+{
+    constexpr QRgb kSkins = 0xFF2B2B2E;
+    const auto ground = [this] { return panel->grab().toImage().pixel(3, 3); };
+    const std::pair<const char*, QRgb> sheets[] = {{"QToolTip { color: red }", kSkins},
+                                                   {"CKvColorPanel { border: 2px solid red }", kSkins},
+                                                   {"CKvColorPanel { background: #123456 }", 0xFF123456},
+                                                   {"", kSkins}};
+    for (const auto& [sheet, seen] : sheets) {
+        panel->setStyleSheet(sheet);
+        EXPECT_EQ(ground(), seen) << sheet;
+        EXPECT_EQ(panel->grab().toImage().pixel(0, 100) == 0xFFFF0000,
+                  QLatin1String(sheet).contains(QLatin1String("border")));
+    }
+    QPixmap pattern(8, 8);
+    pattern.fill(Qt::cyan);
+    const std::tuple<QPalette::ColorRole, QBrush, QRgb> brushes[] = {
+        {QPalette::WindowText, Qt::red, kSkins},
+        {QPalette::Window, Qt::blue, 0xFF0000FF},
+        {QPalette::Window, QBrush(pattern), 0xFF00FFFF},
+    };
+    for (const auto& [role, brush, seen] : brushes) {
+        QPalette palette;
+        palette.setBrush(role, brush);
+        panel->setPalette(palette);
+        EXPECT_EQ(ground(), seen);
+    }
 }
 
 TEST_F(ColourPanel, GoesWithItsParent)
