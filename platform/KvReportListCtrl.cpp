@@ -41,8 +41,7 @@ CKvReportListCtrl::CKvReportListCtrl() : m_impl(std::make_unique<Impl>(*this))
 CKvReportListCtrl::~CKvReportListCtrl()
 {
     m_impl->CloseEditor(); // else it would tell of its focus going
-    for (kv::ReportObserver* observer : m_impl->observers)
-        observer->ListGone();
+    m_impl->TellObservers([](kv::ReportObserver& observer) { observer.ListGone(); });
 }
 
 int CKvReportListCtrl::Create(const CRect& rect, UINT style, CWnd* parent, DWORD id)
@@ -234,12 +233,11 @@ QSize CKvReportListCtrl::minimumSizeHint() const
 int CKvReportListCtrl::InsertColumn(const wchar_t* header, int width)
 {
     const int column = GetColumnCount();
-    for (kv::ReportObserver* observer : m_impl->observers)
-        observer->ColumnAdding(column);
+    if (!m_impl->TellObservers([&](kv::ReportObserver& observer) { observer.ColumnAdding(column); }))
+        return -1;
     m_impl->columns.columns.push_back({header ? header : L"", ColumnWidth(width)});
     m_impl->LayOut();
-    for (kv::ReportObserver* observer : m_impl->observers)
-        observer->ColumnAdded();
+    m_impl->TellObservers([](kv::ReportObserver& observer) { observer.ColumnAdded(); });
     return column;
 }
 
@@ -248,9 +246,8 @@ void CKvReportListCtrl::SetHeaderText(int column, const wchar_t* header)
     if (!m_impl->IsColumn(column))
         return;
     m_impl->columns.columns[static_cast<std::size_t>(column)].header = header ? header : L"";
-    for (kv::ReportObserver* observer : m_impl->observers)
-        observer->HeaderChanged(column);
     m_impl->RequestWholeFrame();
+    m_impl->TellObservers([&](kv::ReportObserver& observer) { observer.HeaderChanged(column); });
 }
 
 void CKvReportListCtrl::SetAutoSizeColumn(int column, int minimum)
@@ -299,7 +296,8 @@ int CKvReportListCtrl::InsertRow(int line, std::initializer_list<std::wstring_vi
     if (line < -1 || line > count)
         return -1;
     const int at = line == -1 ? count : line;
-    m_impl->Inserting(at, 1);
+    if (!m_impl->Inserting(at, 1))
+        return -1;
     m_impl->InsertRow(at, m_impl->NewRow(std::span(texts.begin(), texts.size()), height));
     m_impl->Inserted(at, 1);
     return at;
@@ -311,7 +309,8 @@ int CKvReportListCtrl::InsertRows(int line, const std::vector<CStringArray>& row
     if (line < -1 || line > count || rows.empty())
         return -1;
     const int at = line == -1 ? count : line;
-    m_impl->Inserting(at, static_cast<int>(rows.size()));
+    if (!m_impl->Inserting(at, static_cast<int>(rows.size())))
+        return -1;
     m_impl->InsertRows(at, m_impl->NewRows(rows, height));
     m_impl->Inserted(at, static_cast<int>(rows.size()));
     return at;
@@ -326,7 +325,8 @@ int CKvReportListCtrl::InsertRows(const CArray<int, int>& lines, const std::vect
     if (lines.empty() || lines.size() != rows.size() || !isAscending || lines.front() < 0 ||
         lines.back() >= count)
         return 0;
-    m_impl->TellChanging(kKvReportInserted, lines);
+    if (!m_impl->TellChanging(kKvReportInserted, lines))
+        return 0;
     m_impl->InsertRows(lines, m_impl->NewRows(rows, height));
     m_impl->RowsResized();
     m_impl->Notify(kKvReportInserted, lines);
@@ -341,7 +341,8 @@ int CKvReportListCtrl::RemoveRows(int line, int count)
     CArray<int, int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
     _OnItemsModifying(kKvReportRemoved, lines.data(), count);
-    m_impl->TellChanging(kKvReportRemoved, lines);
+    if (!m_impl->TellChanging(kKvReportRemoved, lines))
+        return 0;
     m_impl->RemoveRows(line, count);
     m_impl->Removed(lines, kKvReportRemoved);
     return count;
@@ -356,7 +357,8 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
     if (gone.empty())
         return 0;
     _OnItemsModifying(kKvReportRemoved, gone.data(), static_cast<int>(gone.size()));
-    m_impl->TellChanging(kKvReportRemoved, gone);
+    if (!m_impl->TellChanging(kKvReportRemoved, gone))
+        return 0;
     m_impl->RemoveRows(gone);
     m_impl->Removed(gone, kKvReportRemoved);
     return static_cast<int>(gone.size());
@@ -365,7 +367,8 @@ int CKvReportListCtrl::RemoveRows(const CArray<int, int>& lines)
 void CKvReportListCtrl::RemoveAllRows()
 {
     _OnItemsModifying(kKvReportAllRemoved, nullptr, 0);
-    m_impl->TellChanging(kKvReportAllRemoved, {});
+    if (!m_impl->TellChanging(kKvReportAllRemoved, {}))
+        return;
     if (m_impl->rows.Count() > 0)
         m_impl->RemoveRows(0, m_impl->rows.Count());
     m_impl->Removed({}, kKvReportAllRemoved);

@@ -284,7 +284,8 @@ void CKvReportListCtrl::Impl::NotifyText(int line, int column)
     list._OnNotifyItemModify(kKvReportTextChanged, lines, column);
     if (!self)
         return;
-    TellChanged(kKvReportTextChanged, lines);
+    if (!TellChanged(kKvReportTextChanged, lines))
+        return;
     TellText(line, column);
     lineOfText = std::move(lines);
 }
@@ -309,13 +310,13 @@ std::vector<kv::ReportRow> CKvReportListCtrl::Impl::NewRows(const std::vector<CS
     return added;
 }
 
-void CKvReportListCtrl::Impl::Inserting(int line, int count)
+bool CKvReportListCtrl::Impl::Inserting(int line, int count)
 {
     if (observers.empty())
-        return;
+        return true;
     std::vector<int> lines(static_cast<std::size_t>(count));
     std::iota(lines.begin(), lines.end(), line);
-    TellChanging(kKvReportInserted, lines);
+    return TellChanging(kKvReportInserted, lines);
 }
 
 void CKvReportListCtrl::Impl::Inserted(int line, int count)

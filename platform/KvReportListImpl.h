@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QRegion>
 
+#include <algorithm>
 #include <optional>
 
 inline constexpr int kReportCaretMargin = 5; ///< how far the caret stays from the edges of the cells' area
@@ -92,23 +93,32 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
         if (rows.ShownCount() != shown)
             RowsResized();
     }
-    void Inserting(int line, int count);
+    bool Inserting(int line, int count); ///< false: it has deleted the list
     void Inserted(int line, int count);
     void Removed(const CArray<int, int>& lines, int kind);
     void Notify(int kind, const CArray<int, int>& lines);
     void NotifyText(int line, int column);
     // Observers hear before the rows change, and after the derived list has.
-    void TellChanging(int kind, std::span<const int> lines)
+    // A slot of a model's may delete it, another one or the list, for which all of these return false.
+    template <typename Tell>
+    bool TellObservers(Tell tell)
     {
-        for (kv::ReportObserver* observer : observers)
-            observer->Changing(kind, lines);
+        const QPointer<CKvReportListCtrl> self(&list);
+        for (kv::ReportObserver* observer : std::vector(observers)) {
+            if (self && std::find(observers.begin(), observers.end(), observer) != observers.end())
+                tell(*observer);
+        }
+        return !self.isNull();
+    }
+    bool TellChanging(int kind, std::span<const int> lines)
+    {
+        return TellObservers([&](kv::ReportObserver& observer) { observer.Changing(kind, lines); });
     }
     /// To a screen reader: the cell's text, and so its name, is another one.
     void TellText(int line, int column);
-    void TellChanged(int kind, std::span<const int> lines)
+    bool TellChanged(int kind, std::span<const int> lines)
     {
-        for (kv::ReportObserver* observer : observers)
-            observer->Changed(kind, lines);
+        return TellObservers([&](kv::ReportObserver& observer) { observer.Changed(kind, lines); });
     }
 
     // Selection by the user.

@@ -3,6 +3,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QBrush>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QSortFilterProxyModel>
 #include <QUndoStack>
@@ -194,6 +195,20 @@ TEST(KvQtModel, ListAndModelDieInAnyOrder)
     EXPECT_FALSE(stays.data(index).isValid());
     EXPECT_FALSE(stays.setData(index, "late"));
     EXPECT_EQ(stays.List(), nullptr);
+    for (const bool isList : {true, false}) { // in a slot of the first one's
+        Subtitles subtitles;
+        subtitles.Add(1);
+        const QPointer<KvReportListModel> first = new KvReportListModel(*subtitles.list);
+        const QPointer<KvReportListModel> second = new KvReportListModel(*subtitles.list);
+        QObject::connect(first, &QAbstractItemModel::dataChanged,
+                         [&] { isList ? delete subtitles.list : delete second.data(); });
+        const DWORD colour = 1;
+        subtitles.list->SetItemBkColor(0, &colour, nullptr);
+        EXPECT_EQ(first->rowCount(), isList ? 0 : 1);
+        EXPECT_EQ(second.isNull(), !isList);
+        delete first;
+        delete second;
+    }
 }
 
 } // namespace
