@@ -8,9 +8,11 @@
 #include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTranslator>
 #include <QWidget>
 
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -165,6 +167,45 @@ TEST_F(Skin, AnotherLanguageReachesTheHostAsATranslatorDoes)
     EXPECT_EQ(KvGuiRes::SetStringFile(L""), 1);
     EXPECT_EQ(KvGuiRes::LoadStringW(12035), L"Close");
     EXPECT_TRUE(QTest::qWaitFor([&] { return told() == std::pair(2, 2); }));
+}
+
+// It comes while the change is told, and the toolkit posts one event for the two.
+TEST_F(Skin, ATranslatorThatAHostBringsMeanwhileIsHeardOf)
+{
+    struct Translator : QTranslator
+    {
+        bool isEmpty() const override { return false; }
+    };
+    struct Host : QObject
+    {
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            if (watched == qApp && event->type() == QEvent::LanguageChange && !std::exchange(hasCome, true))
+                QCoreApplication::installTranslator(&translator);
+            return false;
+        }
+        Translator translator;
+        bool hasCome = false;
+    };
+    struct Window : CKvWnd
+    {
+        void OnSkinChanged() override { ++changes; }
+        int changes = 0;
+    };
+    Host host;
+    Window window;
+    window.CreateWnd(0, {}, nullptr, 0);
+    qApp->installEventFilter(&host);
+    const qsizetype before = qApp->children().size();
+    KvGuiRes::SetStringFile(L":/kv/lang/de.ini");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.changes, 2) << "the string file's and the translator's";
+    QCoreApplication::removeTranslator(&host.translator);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.changes, 3);
+    for (int i = 0; i < 9; ++i)
+        KvGuiRes::SetStringFile(nullptr);
+    EXPECT_LE(qApp->children().size(), before + 1);
 }
 
 TEST_F(Skin, ALanguageIsLookedUpOnce)
