@@ -280,6 +280,8 @@ bool CKvDialog::event(QEvent* event)
     const bool handled = QDialog::event(event);
     if (event->type() == QEvent::FontChange && m_impl->isCreated)
         m_impl->FontChanged();
+    else if (event->type() == QEvent::StyleChange && m_impl->isCreated)
+        m_impl->KeepLook();
     else if (event->type() == QEvent::ParentChange && m_impl->isCreated)
         m_impl->TakeParentsFont();
     else if (event->type() == QEvent::LayoutDirectionChange && m_impl->isCreated)

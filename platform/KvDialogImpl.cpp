@@ -151,11 +151,19 @@ void CKvDialog::Impl::ApplyLook()
         StyleLabels();
         return;
     }
-    const QString now = dialog.styleSheet();
-    if (!now.isEmpty() && now != ownSheet)
-        return;
+    QString hosts = dialog.styleSheet();
+    if (!ownSheet.isEmpty())
+        hosts.remove(ownSheet);
+    if (!hosts.isEmpty() && !hosts.contains(u'{')) // declarations without a selector do not stand among rules
+        hosts = QStringLiteral("CKvDialog, CKvDialog * { %1 }").arg(hosts);
     ownSheet = kv::DialogStyleSheet(settings);
-    dialog.setStyleSheet(ownSheet);
+    dialog.setStyleSheet(ownSheet + hosts); // whose rules go before
+}
+
+void CKvDialog::Impl::KeepLook()
+{
+    if (!paintsGround && !dialog.styleSheet().contains(ownSheet))
+        ApplyLook();
 }
 
 void CKvDialog::Impl::StyleLabels()
@@ -231,7 +239,7 @@ void CKvDialog::Impl::OrderTabs()
 QWidget* CKvDialog::Impl::FirstTabStop() const
 {
     for (const Item& item : items) {
-        if (TakesTab(item.control) && item.control->isEnabled())
+        if (TakesTab(item.control) && item.control->isEnabledTo(&dialog))
             return item.control;
     }
     return nullptr;

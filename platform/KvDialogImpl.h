@@ -34,7 +34,10 @@ struct CKvDialog::Impl
     int RunModal();
     void MakeItems();
     void ApplyTexts();
+    /// The look's own rules, and behind them those that a host has set on the dialog.
     void ApplyLook();
+    /// After a host has set another sheet.
+    void KeepLook();
     /// Of a dialog that paints its own ground: gives the toolkit's labels the look that its sheet would.
     void StyleLabels();
     /// The font of the widget that the dialog is a part of, now and when it changes; not over a host's own.
@@ -70,7 +73,7 @@ struct CKvDialog::Impl
     QSize smallest;
     QString shownTitle; ///< from the tables
     // What was set last: anything else is the host's, and stays.
-    QString ownSheet;
+    QString ownSheet; ///< a part of the dialog's sheet
     QSize ownMinimum{0, 0};
     SKvGuiBasicSettings* settings = nullptr;
     std::shared_ptr<Ending> ending = std::make_shared<Ending>();

@@ -339,4 +339,24 @@ TEST(DialogLook, ColoursOfTheHostGoBeforeTheSkin)
     qApp->setStyleSheet(QString());
 }
 
+TEST(DialogLook, KeepsTheRulesThatAHostAdds)
+{
+    const auto rule = [](const char* colour) { return QStringLiteral("QToolTip { color: %1 }").arg(colour); };
+    const auto ground = [](QWidget& dialog) { return dialog.grab().toImage().pixelColor(2, 2).rgba(); };
+    Dialog dialog;
+    dialog.setStyleSheet(rule("red"));
+    dialog.Create(kEaseDialog, nullptr);
+    EXPECT_EQ(ground(dialog), 0xFF2B2B2Eu) << "set before";
+    dialog.setStyleSheet(dialog.styleSheet() + rule("blue"));
+    KvGuiRes::SetSkinFolder(kKvLightSkin);
+    EXPECT_EQ(ground(dialog), 0xFFF0F0F2u) << "added";
+    dialog.setStyleSheet(rule("lime"));
+    KvGuiRes::SetSkinFolder(nullptr);
+    EXPECT_EQ(ground(dialog), 0xFF2B2B2Eu) << "set afterwards";
+    EXPECT_TRUE(dialog.styleSheet().endsWith(rule("lime")));
+    EXPECT_FALSE(dialog.styleSheet().contains("blue"));
+    dialog.setStyleSheet("background: #123456");
+    EXPECT_EQ(ground(dialog), 0xFF123456u) << "without a selector";
+}
+
 } // namespace
