@@ -45,32 +45,41 @@ void CKvKeyFrameCtrl::Impl::ApplyPreset()
 
 void CKvKeyFrameCtrl::Impl::Turn(bool toVertical)
 {
-    if (AreLimitsOwn()) { // the length is free
-        vertical ? strip.setMinimumWidth(0) : strip.setMinimumHeight(0);
-        vertical ? strip.setMaximumWidth(QWIDGETSIZE_MAX) : strip.setMaximumHeight(QWIDGETSIZE_MAX);
-    }
+    if (Most() == mostThickness)
+        SetMost(QWIDGETSIZE_MAX);
+    const QSize size = strip.size();
+    const QSize least = strip.minimumSize();
+    const QSize most = strip.maximumSize();
+    strip.setMinimumSize(0, 0);
+    strip.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     vertical = toVertical;
-    leastThickness = 0;
-    mostThickness = QWIDGETSIZE_MAX;
-    strip.resize(strip.size().transposed());
+    // The host's: a limit of the length stays one of the length.
+    strip.setMaximumSize(most.transposed());
+    strip.setMinimumSize(least.transposed());
+    strip.resize(size.transposed());
     strip.CKvKeyFrameCtrl::OnSize(strip.width(), strip.height());
     for (std::size_t place = 0; place < kButtonCount; ++place)
         ShowState(place);
     strip.updateGeometry();
 }
 
-bool CKvKeyFrameCtrl::Impl::AreLimitsOwn() const
+int CKvKeyFrameCtrl::Impl::Most() const
 {
-    return leastThickness == (vertical ? strip.minimumWidth() : strip.minimumHeight()) &&
-           mostThickness == (vertical ? strip.maximumWidth() : strip.maximumHeight());
+    return vertical ? strip.maximumWidth() : strip.maximumHeight();
 }
 
+void CKvKeyFrameCtrl::Impl::SetMost(int thickness)
+{
+    mostThickness = thickness;
+    vertical ? strip.setMaximumWidth(thickness) : strip.setMaximumHeight(thickness);
+}
+
+// By a largest thickness alone, as a smallest one would stand in the way of a host's smaller largest one.
 void CKvKeyFrameCtrl::Impl::FixThickness()
 {
-    if (AreLimitsOwn()) {
-        leastThickness = mostThickness = kThickness;
-        vertical ? strip.setFixedWidth(kThickness) : strip.setFixedHeight(kThickness);
-    }
+    const int least = vertical ? strip.minimumWidth() : strip.minimumHeight();
+    if (Most() == mostThickness)
+        SetMost(least > kThickness ? QWIDGETSIZE_MAX : kThickness);
     const QSize size = vertical ? QSize(kThickness, strip.height()) : QSize(strip.width(), kThickness);
     strip.resize(size); // as far as a host's limits let it
 }

@@ -36,7 +36,9 @@ struct CKvKeyFrameCtrl::Impl
     void Turn(bool toVertical);
     /// Unless the host has set limits of its own.
     void FixThickness();
-    bool AreLimitsOwn() const;
+    /// The largest thickness, the strip's own or a host's.
+    int Most() const;
+    void SetMost(int thickness);
     bool IsEnabled(std::size_t place) const { return records[place].button->isEnabledTo(&strip); }
     const wchar_t* ImageOf(std::size_t place) const;
     void ShowState(std::size_t place);
@@ -65,8 +67,7 @@ struct CKvKeyFrameCtrl::Impl
     std::array<Record, kv::keyframe::kButtonCount> records;
     SKvGuiBasicSettings* settings = nullptr;
     bool vertical = false;
-    // The limits of the thickness that were set last: others are the host's, and stay.
-    int leastThickness = 0;
+    // The largest thickness that was set last: another one is the host's, and stays.
     int mostThickness = QWIDGETSIZE_MAX;
     Preset preset;
     bool enabled = true; ///< the strip itself, whatever its ancestors are

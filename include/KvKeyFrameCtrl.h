@@ -69,6 +69,7 @@ public:
     /// animation toggle is unchecked, the add/remove toggle checked. A null parent makes a window of its own.
     /// Another thickness that a host sets afterwards is undone: at once, or, of a hidden strip, when it is
     /// shown. A smallest or largest one that it sets, before or afterwards, stays; the buttons are as thick.
+    /// The property `vertical` turns the limits with the strip.
     ///
     /// Mind the order, here and through a pointer to the base class: the number comes first, the style last.
     /// @param id, parent see `CKvWnd::CreateWnd`. @param style likewise; Tab reaches the buttons also without

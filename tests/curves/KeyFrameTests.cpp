@@ -145,6 +145,21 @@ TEST_F(KeyFrame, IsFourteenThickAndItsButtonsStandWithoutGaps)
         EXPECT_EQ(strip->minimumSize(), laid({60, 20}));
         EXPECT_EQ(Button(kInOrder[3])->geometry(),
                   QRect(vertical ? 0 : 42, vertical ? 42 : 0, vertical ? 20 : 14, vertical ? 14 : 20));
+        const auto setThickness = [&](int least, int most) {
+            vertical ? strip->setMinimumWidth(least) : strip->setMinimumHeight(least);
+            vertical ? strip->setMaximumWidth(most) : strip->setMaximumHeight(most);
+        };
+        Renew(vertical);
+        setThickness(0, 10);
+        EXPECT_EQ(strip->size(), laid({vertical ? 20 : 100, 10})) << "one limit alone";
+        setThickness(20, QWIDGETSIZE_MAX);
+        EXPECT_EQ(strip->size(), laid({vertical ? 20 : 100, 20}));
+        Renew(vertical);
+        setLengths(80, QWIDGETSIZE_MAX);
+        strip->setProperty("vertical", !vertical);
+        EXPECT_EQ(strip->size(), laid({vertical ? 80 : 100, 14}).transposed()) << "a length all the same";
+        strip->setProperty("vertical", vertical);
+        EXPECT_EQ(strip->minimumSize(), laid({80, 0}));
         EXPECT_EQ(strip->sizeHint(), laid({56, 14}));
         EXPECT_EQ(strip->sizePolicy(), QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed));
     }
