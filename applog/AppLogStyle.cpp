@@ -20,7 +20,7 @@ QToolButton { background: transparent; color: @text; border: 1px solid transpare
 QToolButton:hover { border-color: @border; }
 QToolButton:checked { background: @selected; color: @selectedText; }
 QToolButton:focus { border-color: @focus; }
-CKvBitmapButton { @sizes }
+CKvBitmapButton, #findBar { @sizes }
 )";
 
 } // namespace

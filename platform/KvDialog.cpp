@@ -1,6 +1,9 @@
 #include "platform/KvDialogImpl.h"
+
+#include "KvWnd.h"
 #include "platform/LanguageChange.h"
 #include "platform/MessageDispatch.h"
+#include "platform/OwnSizes.h"
 
 #include <QLayout>
 #include <QShowEvent>
@@ -266,6 +269,8 @@ int CKvDialog::ReplaceDlgItem(UINT id, QWidget* control)
         return 1;
     delete item->control;
     item->control = control;
+    if (qobject_cast<CKvWnd*>(control) && control->styleSheet().isEmpty())
+        kv::KeepOwnSizes(*control);
     KvSetDlgItemId(control, id);
     m_impl->LayOut();
     m_impl->OrderTabs();

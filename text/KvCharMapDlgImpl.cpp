@@ -3,6 +3,7 @@
 #include "KvGuiRes.h"
 #include "KvMenu.h"
 #include "core/Text.h"
+#include "platform/OwnSizes.h"
 #include "platform/VirtualKey.h"
 #include "text/CharMapTexts.h"
 #include "text/CharNames.h"
@@ -97,6 +98,8 @@ void CKvCharMapDlg::Impl::MakeItems()
         row->Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP, &dialog, 0);
         row->SetGuiBasicSettings(settings);
     }
+    for (QWidget* part : std::initializer_list<QWidget*>{grid, bar, recentRow, favoritesRow})
+        kv::KeepOwnSizes(*part);
     for (QPointer<QLabel>* label : {&recentLabel, &favoritesLabel, &collectedLabel})
         *label = new QLabel(&dialog);
     collected = new QLineEdit(&dialog);
