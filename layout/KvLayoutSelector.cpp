@@ -1,6 +1,7 @@
 #include "KvLayoutSelector.h"
 
 #include "layout/KvLayoutSelectorImpl.h"
+#include "platform/OwnSizes.h"
 
 #include <algorithm>
 
@@ -40,6 +41,7 @@ int CKvLayoutSelector::Create(const CRect& rect, UINT id, CWnd* parent, DWORD st
     const CRect barRect = _GetScrollbarRect();
     if (!barRect.IsRectEmpty()) {
         auto bar = std::make_unique<CKvScrollBar>();
+        kv::KeepOwnSizes(*bar);
         bar->setLayoutDirection(Qt::LeftToRight); // as the strip runs in every language
         bar->Create(m_impl->vertical ? Qt::Vertical : Qt::Horizontal, WS_CHILD | WS_VISIBLE, barRect, this,
                     kScrollBarId);

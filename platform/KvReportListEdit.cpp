@@ -32,6 +32,7 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column, bool isMultiLine,
     editLine = line;
     editColumn = column;
     port = new QWidget(&list);
+    kv::KeepOwnSizes(*port);
     kv::ReportEditorHooks hooks;
     hooks.changed = [this] {
         editor->setAccessibleDescription({}); // of the text that was refused

@@ -1,5 +1,6 @@
 #include "platform/KvReportListImpl.h"
 
+#include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 
 #include <QStyle>
@@ -43,6 +44,7 @@ CKvReportListCtrl::Impl::Impl(CKvReportListCtrl& control)
 {
     LoadTheme();
     for (QScrollBar* bar : {verticalBar, horizontalBar}) {
+        kv::KeepOwnSizes(*bar);
         bar->hide();
         bar->setFocusPolicy(Qt::NoFocus);
     }

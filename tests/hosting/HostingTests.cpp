@@ -393,7 +393,8 @@ TEST_P(Hosting, IsPaintedAsEverUnderAStyleSheet)
                               "max-width: 95px; padding: 10px }")
             .arg(QLatin1String(kind));
     };
-    constexpr const char* kKinds[] = {"QAbstractButton", "QPushButton", "QLabel"};
+    constexpr const char* kKinds[] = {"QAbstractButton", "QPushButton", "QLabel",
+                                      "QWidget#host > QWidget > QWidget"};
     for (const char* kind : kKinds) {
         host.setStyleSheet(sheet(kind));
         ExpectAs(before, kind);
