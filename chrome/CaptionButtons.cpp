@@ -88,14 +88,14 @@ bool CaptionButtons::Contain(const QObject* object) const
     return std::find(m_buttons.begin(), m_buttons.end(), object) != m_buttons.end();
 }
 
-void CaptionButtons::Layout(const CRect& band)
+void CaptionButtons::Layout(const CRect& band, int growth)
 {
     std::array<int, 4> widths{};
     for (std::size_t i = 0; i < widths.size(); ++i)
         widths[i] = Get(kWindowLooks[i].number).width();
     const std::array<int, 4> lefts = WindowButtonLefts(band, widths);
     for (std::size_t i = 0; i < lefts.size(); ++i)
-        Get(kWindowLooks[i].number).move(lefts[i], 0);
+        Get(kWindowLooks[i].number).move(lefts[i], growth / 2);
 }
 
 void CaptionButtons::ShowMaximised(bool maximised)

@@ -30,8 +30,8 @@ public:
     /// Shows or hides one of them, or will once they are created.
     void Show(UINT number, bool visible);
     bool Shows(UINT number) const { return !m_hidden[number - kKvCaptionApplication]; }
-    /// Places the four window buttons.
-    void Layout(const CRect& band);
+    /// Places the four window buttons. @param growth see `CaptionGrowth`; they stand in its middle.
+    void Layout(const CRect& band, int growth);
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
     void ShowMaximised(bool maximised);
     /// Of the application button's text.

@@ -69,7 +69,7 @@ void CaptionStrip::Layout()
 {
     if (!HasButtons())
         return;
-    m_impl->buttons.Layout(Band());
+    m_impl->buttons.Layout(Band(), Growth());
     LayoutItems();
     UpdateWholeWidth();
     m_impl->advanced = {};

@@ -197,6 +197,12 @@ TEST_P(CaptionBar, LargeLettersHaveTheirRoom)
     EXPECT_EQ(tool.y(), toolTop + growth);
     EXPECT_GE(Button(bar, kKvCaptionApplication).height(), QFontMetrics(large).height());
     EXPECT_EQ(Button(bar, kKvCaptionApplication).font().pixelSize(), 40);
+    const QRect close = Button(bar, kKvCaptionClose).geometry();
+    EXPECT_EQ(close.top(), growth / 2);
+    // The picture's edge stays at the line below the strip: above it the ground is one run of shades.
+    const QImage ground = bar->grab(QRect(close.right() + 2, 0, 1, bar->height())).toImage();
+    for (int y = 4; y < 25 + growth - 1; ++y)
+        EXPECT_NEAR(qGray(ground.pixel(0, y)), qGray(ground.pixel(0, y + 1)), 1) << y;
     const QImage picture = bar->grab(ItemRect(2, QFontMetrics(large))).toImage();
     const auto isPlain = [&picture](int y) {
         for (int x = 1; x < picture.width(); ++x) {
