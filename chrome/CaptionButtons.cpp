@@ -2,6 +2,7 @@
 
 #include "KvGuiRes.h"
 #include "chrome/CaptionLayout.h"
+#include "platform/FontSheet.h"
 #include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 
@@ -31,6 +32,9 @@ class ApplicationButton : public CKvButton
 {
 public:
     explicit ApplicationButton(const ButtonTextColours& colours) : m_colours(colours) {}
+    /// @return for a style sheet.
+    const QString& LetterSheet() const { return m_letters; }
+    void SetLetters(const QFont& font) { m_letters = FontSheet(font); }
 
 protected:
     QColor TextColour() const override
@@ -49,7 +53,17 @@ protected:
 
 private:
     const ButtonTextColours& m_colours;
+    QString m_letters;
 };
+
+// Of a button, without the colours of its tip. The application button's room is made for the bar's letters.
+QString ButtonSheet(const QWidget& button)
+{
+    const auto* const application = dynamic_cast<const ApplicationButton*>(&button);
+    if (!application)
+        return OwnSizesSheet();
+    return OwnSizesSheet() + QStringLiteral("QAbstractButton { %1 }").arg(application->LetterSheet());
+}
 
 QSize PictureSize(const wchar_t* picture)
 {
@@ -104,6 +118,15 @@ void CaptionButtons::ShowMaximised(bool maximised)
     Renew();
 }
 
+void CaptionButtons::SetTextFont(const QFont& font)
+{
+    auto& button = static_cast<ApplicationButton&>(Get(kKvCaptionApplication));
+    button.setFont(font);
+    button.SetLetters(font);
+    if (const QString sheet = ButtonSheet(button); !button.styleSheet().startsWith(sheet))
+        button.setStyleSheet(sheet);
+}
+
 void CaptionButtons::SetTextColours(const ButtonTextColours& colours)
 {
     m_colours = colours;
@@ -129,8 +152,8 @@ void CaptionButtons::ColourTip(QWidget& button)
         return;
     // The tip is the toolkit's window; a style sheet is how a widget gives its tips colours of their own.
     const QString sheet =
-        OwnSizesSheet() + QStringLiteral("QToolTip { background-color: %1; color: %2; }")
-                              .arg(QColor::fromRgb(background).name(), QColor::fromRgb(text).name());
+        ButtonSheet(button) + QStringLiteral("QToolTip { background-color: %1; color: %2; }")
+                                  .arg(QColor::fromRgb(background).name(), QColor::fromRgb(text).name());
     if (button.styleSheet() != sheet)
         button.setStyleSheet(sheet);
 }

@@ -34,6 +34,8 @@ public:
     void Layout(const CRect& band, int growth);
     /// "wndrestore"/"Restore" or "wndmaxmize"/"Maximize" on button 10002.
     void ShowMaximised(bool maximised);
+    /// Of the application button's text, whatever a host's style sheet says of buttons.
+    void SetTextFont(const QFont& font);
     /// Of the application button's text.
     void SetTextColours(const ButtonTextColours& colours);
     /// The skin or the texts changed.

@@ -221,7 +221,7 @@ void CaptionStrip::SetSettings(const SKvGuiBasicSettings* settings)
 // handed on to the button.
 void CaptionStrip::StyleApplication()
 {
-    Button(kKvCaptionApplication).setFont(Font());
+    m_impl->buttons.SetTextFont(Font());
     m_impl->buttons.SetTextColours({TextColour(), Legible(HoverTextColour()), DisabledColour()});
 }
 

@@ -224,6 +224,15 @@ TEST_P(CaptionBar, LargeLettersHaveTheirRoom)
     settle();
     EXPECT_EQ(bar->height(), 96);
     EXPECT_EQ(bar->sizeHint(), hint);
+
+    const QWidget& button = Button(bar, kKvCaptionApplication);
+    frame.setStyleSheet("QAbstractButton { font: italic 30px }"); // the strip has no room for those
+    settle();
+    EXPECT_EQ(button.fontInfo().pixelSize(), bar->fontInfo().pixelSize());
+    EXPECT_FALSE(button.font().italic());
+    QHelpEvent tip(QEvent::ToolTip, {}, {}); // brings colours of its own
+    QApplication::sendEvent(&Button(bar, kKvCaptionApplication), &tip);
+    EXPECT_EQ(button.fontInfo().pixelSize(), bar->fontInfo().pixelSize());
 }
 
 } // namespace
