@@ -182,7 +182,8 @@ void CKvParamEdit::EndScrub(bool cancel)
 
 QSize CKvParamEdit::sizeHint() const
 {
-    const QFontMetrics metrics = fontMetrics();
+    m_impl->line->ensurePolished(); // a host's style sheet may have given it letters of its own
+    const QFontMetrics metrics = m_impl->line->fontMetrics();
     const auto digits = static_cast<int>(std::max(QString::number(m_impl->entry.Minimum()).size(),
                                                   QString::number(m_impl->entry.Maximum()).size()));
     return {metrics.horizontalAdvance(u'0') * (digits + 1) + 2 * kBorder + 4, metrics.height() + 2 * kBorder};
@@ -318,6 +319,9 @@ bool CKvParamEdit::eventFilter(QObject* watched, QEvent* event)
         event->accept();
         m_impl->OpenMenu(static_cast<QContextMenuEvent&>(*event).globalPos());
         return true;
+    case QEvent::FontChange:
+        updateGeometry();
+        return false;
     case QEvent::FocusIn:
         update();
         return false;

@@ -80,6 +80,20 @@ protected:
     std::function<void()> onMessage;
 };
 
+TEST_F(ParamEdit, HasRoomForTheLettersOfAHostsSheet)
+{
+    const QSize before = edit->sizeHint();
+    parent.setStyleSheet("QLineEdit { font-size: 30px }");
+    QApplication::processEvents();
+    const QFontMetrics metrics(line->font());
+    EXPECT_EQ(line->font().pixelSize(), 30);
+    edit->resize(edit->sizeHint());
+    EXPECT_GE(line->height(), metrics.height());
+    EXPECT_GE(line->width(), metrics.horizontalAdvance("100"));
+    parent.setStyleSheet({});
+    EXPECT_EQ(edit->sizeHint(), before);
+}
+
 TEST_F(ParamEdit, TellsOfEachDigitAndOfTheEnd)
 {
     QTest::keyClicks(line, "73");
