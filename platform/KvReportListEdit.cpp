@@ -1,4 +1,5 @@
 // The report list's in-place editing.
+#include "platform/FontSheet.h"
 #include "platform/KvReportListImpl.h"
 #include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
@@ -15,15 +16,17 @@ QRect CKvReportListCtrl::Impl::EditorRect() const
     return {CellRect(editLine, editColumn).topLeft(), editor->size()};
 }
 
-// A palette is not enough: it does not count under a style sheet of the host's.
+// A palette is not enough: it does not count under a style sheet of the host's, and no more does a font. The
+// letters are those of the cell.
 void CKvReportListCtrl::Impl::StyleEditor()
 {
     const QString sheet = QStringLiteral("QPlainTextEdit { background: %1; color: %2; border: 1px solid %3; "
-                                         "border-radius: 0; padding: 0; margin: 0; %6 "
+                                         "border-radius: 0; padding: 0; margin: 0; %6 %7 "
                                          "selection-background-color: %4; selection-color: %5; }");
+    editor->setFont(list.font());
     editor->setStyleSheet(sheet.arg(theme.back.name(), theme.text.name(), kv::FocusColour().name(),
                                     theme.selectedBack.name(), theme.selectedText.name(),
-                                    QLatin1String(kv::kOwnSizes)));
+                                    QLatin1String(kv::kOwnSizes), kv::FontSheet(list.font())));
 }
 
 // @param text what it begins with.
@@ -44,7 +47,6 @@ void CKvReportListCtrl::Impl::OpenEditor(int line, int column, bool isMultiLine,
         return list._PasteReplacesCell(editLine, editColumn, KvFromQString(pasted)) != 0;
     };
     editor = new kv::ReportEditor(port, isMultiLine, std::move(hooks));
-    editor->setFont(list.font());
     StyleEditor();
     editor->setAccessibleName(KvToQString(columns.columns[static_cast<std::size_t>(column)].header));
     {

@@ -399,9 +399,12 @@ void CKvReportListCtrl::OnSkinChanged()
 
 void CKvReportListCtrl::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
+        if (m_impl->editor)
+            m_impl->StyleEditor();
         m_impl->FontChanged();
-    else if (event->type() == QEvent::StyleChange)
+    } else if (event->type() == QEvent::StyleChange) {
         m_impl->LayOut();
+    }
     CKvWnd::changeEvent(event);
 }

@@ -39,6 +39,20 @@ TEST_F(ReportList, EnterCommitsTabGoesOnEscapeCancels)
     EXPECT_TRUE(list.modifies.empty()) << "an unchanged text changes nothing";
 }
 
+TEST_F(ReportList, EditorHasTheLettersOfItsCell)
+{
+    Fill(2);
+    list.setStyleSheet("QTextEdit, QPlainTextEdit { font: italic 30px }");
+    list.EditCell(0, 0);
+    ASSERT_TRUE(Editor());
+    EXPECT_EQ(QFontInfo(Editor()->font()).pixelSize(), QFontInfo(list.font()).pixelSize());
+    EXPECT_FALSE(Editor()->font().italic());
+    QFont large = list.font();
+    large.setPixelSize(26);
+    list.setFont(large);
+    EXPECT_EQ(Editor()->font().pixelSize(), 26);
+}
+
 // Whoever is asked or told may insert lines above.
 TEST_F(ReportList, EditingGoesOnInItsLineWhereverThatIsMoved)
 {
