@@ -42,7 +42,7 @@ void CKvAppLogListCtrl::Initialize(int keepOption)
         return;
     m_impl->isInitialized = true;
     for (std::size_t i = 0; i < std::size(kAppLogHeaderTexts); ++i)
-        InsertColumn(kv::LoadText(kAppLogHeaderTexts[i]).c_str(), kWidths[i]);
+        _InsertGrowingColumn(kv::LoadText(kAppLogHeaderTexts[i]).c_str(), kWidths[i]);
     SetTextStyle(0);
     SetAutoSizeColumn(kv::kAppLogContent);
     m_impl->LoadSkin();

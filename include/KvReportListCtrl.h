@@ -199,6 +199,10 @@ protected:
 
     /// Adds a column at the right. @param header its header. @param width 20 at least. @return its number.
     int InsertColumn(const wchar_t* header, int width);
+    /// Adds a column whose width grows with the list's font until host or user set one.
+    /// @param header its header. @param width in a font of usual size and in smaller ones, 20 at least.
+    /// @return its number.
+    int _InsertGrowingColumn(const wchar_t* header, int width);
     /// @param column one out of range is ignored. @param header null is empty.
     void SetHeaderText(int column, const wchar_t* header);
     /// Lets a column take what the others leave of the width for cells. One column at a time; ends when that

@@ -102,7 +102,9 @@ int CKvReportListCtrl::SetColumnWidth(int column, int width)
         return 0;
     if (m_impl->columns.autoColumn == column)
         m_impl->columns.autoColumn = -1;
-    m_impl->columns.columns[static_cast<std::size_t>(column)].width = ColumnWidth(width);
+    kv::ReportColumn& changed = m_impl->columns.columns[static_cast<std::size_t>(column)];
+    changed.width = ColumnWidth(width);
+    changed.natural = 0;
     m_impl->LayOut();
     return 1;
 }
@@ -241,6 +243,15 @@ int CKvReportListCtrl::InsertColumn(const wchar_t* header, int width)
     return column;
 }
 
+int CKvReportListCtrl::_InsertGrowingColumn(const wchar_t* header, int width)
+{
+    const int column = InsertColumn(header, width);
+    m_impl->columns.columns[static_cast<std::size_t>(column)].natural = ColumnWidth(width);
+    kv::ScaleColumns(m_impl->columns, fontMetrics().horizontalAdvance(u'0'));
+    m_impl->LayOut();
+    return column;
+}
+
 void CKvReportListCtrl::SetHeaderText(int column, const wchar_t* header)
 {
     if (!m_impl->IsColumn(column))
@@ -255,8 +266,11 @@ void CKvReportListCtrl::SetAutoSizeColumn(int column, int minimum)
     if (column != -1 && !m_impl->IsColumn(column))
         return;
     const int before = m_impl->columns.autoColumn;
-    if (before >= 0) // goes on with the width that it has
-        m_impl->columns.columns[static_cast<std::size_t>(before)].width = GetColumnWidth(before);
+    if (before >= 0) { // goes on with the width that it has
+        kv::ReportColumn& ended = m_impl->columns.columns[static_cast<std::size_t>(before)];
+        ended.width = GetColumnWidth(before);
+        ended.natural = 0;
+    }
     m_impl->columns.autoColumn = column;
     m_impl->columns.autoMinimum = ColumnWidth(minimum);
     m_impl->LayOut();

@@ -402,6 +402,7 @@ void CKvReportListCtrl::changeEvent(QEvent* event)
     if (event->type() == QEvent::FontChange) {
         if (m_impl->editor)
             m_impl->StyleEditor();
+        kv::ScaleColumns(m_impl->columns, fontMetrics().horizontalAdvance(u'0'));
         m_impl->FontChanged();
     } else if (event->type() == QEvent::StyleChange) {
         m_impl->LayOut();

@@ -74,9 +74,22 @@ ReportColumns WithEdgeMoved(ReportColumns columns, const ReportLayout& layout, i
         pixels = std::min(pixels, right.width - kReportMinColumn);
         pixels = std::max(pixels, kReportMinColumn - width);
         right.width -= pixels;
+        right.natural = 0;
     }
     left.width = std::clamp(width + pixels, kReportMinColumn, kReportMost);
+    left.natural = 0;
     return columns;
+}
+
+void ScaleColumns(ReportColumns& columns, int digit)
+{
+    constexpr int kUsualDigit = 8;
+    for (ReportColumn& column : columns.columns) {
+        if (column.natural == 0)
+            continue;
+        const std::int64_t width = std::int64_t{column.natural} * std::max(digit, kUsualDigit) / kUsualDigit;
+        column.width = static_cast<int>(std::clamp<std::int64_t>(width, kReportMinColumn, kReportMost));
+    }
 }
 
 int ReportLayout::ColumnAt(int x) const

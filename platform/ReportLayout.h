@@ -20,6 +20,7 @@ struct ReportColumn
 {
     std::wstring header;
     int width;
+    int natural = 0; ///< the width that grows with the letters; 0 where somebody has set one
 };
 
 struct ReportColumns
@@ -70,6 +71,10 @@ ReportLayout LayOutReport(const ReportExtent& extent, const ReportColumns& colum
 /// column becomes narrower than kReportMinColumn.
 /// @param columns, layout when the edge was taken.
 ReportColumns WithEdgeMoved(ReportColumns columns, const ReportLayout& layout, int column, int pixels);
+
+/// Gives the columns with a natural width what they need in other letters; in small ones it is that width.
+/// @param digit how wide a digit is.
+void ScaleColumns(ReportColumns& columns, int digit);
 
 /// A scroll bar has 31 bits: where the way is longer, a step of the bar is several pixels.
 class ReportBarScale

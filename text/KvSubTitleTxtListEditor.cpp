@@ -95,7 +95,7 @@ CKvSubTitleTxtListEditor::CKvSubTitleTxtListEditor() : m_impl(std::make_unique<I
 {
     setObjectName(KvToQString(kWindowClass));
     for (const Column& column : kColumns)
-        InsertColumn(L"", column.width);
+        _InsertGrowingColumn(L"", column.width);
     SetAutoSizeColumn(kKvSubTitleText);
     CKvSubTitleTxtListEditor::OnSkinChanged();
 }

@@ -24,6 +24,19 @@ TEST_F(SubtitleList, ColumnsAndName)
         EXPECT_EQ(list.GetHeaderText(column), headers[column]);
         EXPECT_EQ(list.GetColumnWidth(column), widths[column]);
     }
+    const QFont font = list.font();
+    QFont large = font;
+    large.setPixelSize(32);
+    list.setFont(large);
+    const int code = QFontMetrics(large).horizontalAdvance("00:00:03:00");
+    EXPECT_GE(list.GetColumnWidth(1), code + 2 * kKvReportTextMargin);
+    list.SetColumnWidth(1, 100);
+    large.setPixelSize(40);
+    list.setFont(large);
+    EXPECT_EQ(list.GetColumnWidth(1), 100) << "the host's stays";
+    EXPECT_GT(list.GetColumnWidth(2), code + 2 * kKvReportTextMargin);
+    list.setFont(font);
+    EXPECT_EQ(list.GetColumnWidth(2), 100);
     list.SetColumnWidth(3, 180);
     EXPECT_EQ(list.GetColumnWidth(0), 120);
     list.resize(100, 144);
