@@ -229,7 +229,8 @@ QSize CKvReportListCtrl::sizeHint() const
 
 QSize CKvReportListCtrl::minimumSizeHint() const
 {
-    return {80, 72};
+    const int header = m_impl->hasHeader ? _TextHeight() : 0;
+    return {80, std::max(72, header + _TextHeight() + m_impl->barExtent)};
 }
 
 int CKvReportListCtrl::InsertColumn(const wchar_t* header, int width)
@@ -280,6 +281,7 @@ void CKvReportListCtrl::ShowHeader(BOOL show)
 {
     m_impl->hasHeader = show != 0;
     m_impl->LayOut();
+    updateGeometry();
 }
 
 void CKvReportListCtrl::SetFooterHeight(int height)

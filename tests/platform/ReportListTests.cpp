@@ -102,6 +102,7 @@ TEST_F(ReportList, LinesWithoutAHeightOfTheirOwnFollowTheFont)
     QFont larger = font;
     larger.setPixelSize(60);
     list.setFont(larger);
+    EXPECT_GE(list.minimumSizeHint().height(), 2 * QFontMetrics(larger).height()) << "header and a row";
     EXPECT_GE(list.GetItemHeight(0), 60);
     EXPECT_EQ(list.GetItemHeight(1), usual);
     EXPECT_EQ(list.GetItemHeight(3), usual);
