@@ -136,6 +136,8 @@ TEST_P(Themes, TextsCanBeRead)
     for (const char* ground : {"keWindowBKColor", "keReportListBKColor", "keReportListHeaderBKColor",
                                "keReportListGridColor", "keTitlerPanelColor", "keTitlerFieldColor"})
         EXPECT_GE(Contrast(Colour("keDisabledTextColor"), Ground(ground)), kDisabledLegible) << ground;
+    for (const char* ground : {"keWindowBKColor", "keReportListBKColor"})
+        EXPECT_GE(Contrast(Colour("keDisabledTextColor"), Ground(ground)), kLegible) << ground;
     const auto isTested = [](const QString& key) {
         const auto has = [&key](const Pair& pair) { return key == QLatin1String(pair.text); };
         return key == QLatin1String("keDisabledTextColor") ||
