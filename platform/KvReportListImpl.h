@@ -103,6 +103,8 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     template <typename Tell>
     bool TellObservers(Tell tell)
     {
+        if (observers.empty())
+            return true; // as with most lists, at each of a million rows
         const QPointer<CKvReportListCtrl> self(&list);
         for (kv::ReportObserver* observer : std::vector(observers)) {
             if (self && std::find(observers.begin(), observers.end(), observer) != observers.end())
