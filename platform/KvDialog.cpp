@@ -1,6 +1,5 @@
-#include "platform/KvDialogImpl.h"
-
 #include "KvWnd.h"
+#include "platform/KvDialogImpl.h"
 #include "platform/LanguageChange.h"
 #include "platform/MessageDispatch.h"
 #include "platform/OwnSizes.h"
