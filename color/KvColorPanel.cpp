@@ -7,11 +7,9 @@
 
 #include <QKeyEvent>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QStyle>
 #include <QStyleOption>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -22,39 +20,6 @@ constexpr QSize kUsualSize(300, 220);
 int IndexOf(UINT id, UINT first)
 {
     return static_cast<int>(id) - static_cast<int>(first);
-}
-
-bool IsMeant(const QString& selector, const QWidget& widget)
-{
-    static const QRegularExpression s_last(QStringLiteral(R"(\.?([\w-]*)(?:#([\w-]+))?[^\s>#]*$)"));
-    const QRegularExpressionMatch last = s_last.match(selector.trimmed());
-    const QString kind = last.captured(1);
-    const QString name = last.captured(2);
-    return (kind.isEmpty() || widget.inherits(kind.toLatin1())) &&
-           (name.isEmpty() || name == widget.objectName());
-}
-
-/// Not as the end of another property's name.
-bool Names(const QString& declarations, QLatin1String property)
-{
-    return declarations.contains(QRegularExpression(QStringLiteral(R"((^|[\s;]))") + property));
-}
-
-/// Whether a widget's own sheet sets something for the widget itself. What the toolkit knows is not enough:
-/// it tells of a host's sheets too, and still of one that has been replaced.
-bool SetsItself(const QWidget& widget, QLatin1String property)
-{
-    const QString sheet = widget.styleSheet();
-    if (!sheet.contains(u'{'))
-        return Names(sheet, property);
-    static const QRegularExpression s_rule(QStringLiteral(R"(([^{}]*)\{([^}]*)\})"));
-    for (const QRegularExpressionMatch& rule : s_rule.globalMatch(sheet)) {
-        const QStringList selectors = rule.captured(1).split(u',');
-        const auto isMeant = [&](const QString& selector) { return IsMeant(selector, widget); };
-        if (Names(rule.captured(2), property) && std::any_of(selectors.begin(), selectors.end(), isMeant))
-            return true;
-    }
-    return false;
 }
 
 } // namespace
@@ -374,9 +339,11 @@ bool CKvColorPanel::event(QEvent* event)
 
 void CKvColorPanel::paintEvent(QPaintEvent*)
 {
-    if (autoFillBackground() || SetsItself(*this, QLatin1String("background")))
+    // Under a host's sheet every palette is its own, and the attribute tells of a ground that it gives all:
+    // what the panel's own sheet names decides.
+    const bool isStyled = testAttribute(Qt::WA_StyledBackground);
+    if ((isStyled && styleSheet().contains(QLatin1String("background"))) || autoFillBackground())
         return;
-    // Under a host's sheet every palette is its own.
     const bool isPalettes = testAttribute(Qt::WA_SetPalette) && !testAttribute(Qt::WA_StyleSheet) &&
                             palette().isBrushSet(palette().currentColorGroup(), backgroundRole());
     QPainter painter(this);
@@ -386,7 +353,7 @@ void CKvColorPanel::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), palette().brush(backgroundRole()));
     else
         painter.fillRect(rect(), kv::SkinColour(L"keWindowBKColor", 0xFF2B2B2E));
-    if (!SetsItself(*this, QLatin1String("border")))
+    if (!isStyled || !styleSheet().contains(QLatin1String("border")))
         return;
     QStyleOption option; // its own frame is around the ground
     option.initFrom(this);

@@ -63,9 +63,9 @@ public:
     CKvColorPanel();
     /// A panel that creates itself when it or what it is in is first shown, unless `Create` comes before.
     /// What is set until then stays, as far as its smallest size lets it, which is what its items need unless
-    /// another one is set. The panel paints its ground unless its own style sheet, `autoFillBackground` or,
-    /// where there is no style sheet, its own palette gives it one. @param parent of which it is a child; may
-    /// be null.
+    /// another one is set. The panel paints its ground unless its own style sheet, by "background",
+    /// `autoFillBackground` or, where there is no style sheet, its own palette gives it one. @param parent of
+    /// which it is a child; may be null.
     explicit CKvColorPanel(QWidget* parent);
     ~CKvColorPanel() override;
 
