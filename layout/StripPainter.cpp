@@ -33,17 +33,18 @@ void DrawPixels(Graphics& graphics, const QPointF& corner, const QImage& picture
     graphics.drawImage(pixels.ToLogical(pixels.Nearest(corner)), picture);
 }
 
-/// Mark, number and name.
+/// Mark, number and name; the name alone where large letters leave no room for both.
 void DrawLabels(Graphics& graphics, const QRectF& rect, const StripThumb& thumb)
 {
     if (!thumb.mark.isNull())
         DrawPixels(graphics, {rect.right() - kMarkSize - 1, rect.top() + 1}, thumb.mark);
-    if (!thumb.number.isNull())
-        DrawPixels(graphics, rect.topLeft() + QPointF(1, 1), thumb.number);
-    const QSizeF title = thumb.title.deviceIndependentSize();
+    const QRectF number(rect.topLeft() + QPointF(1, 1), thumb.number.deviceIndependentSize());
+    QRectF title({}, thumb.title.deviceIndependentSize());
+    title.moveBottomRight(rect.bottomRight() - QPointF(1, 1));
+    if (!thumb.number.isNull() && !number.intersects(title))
+        DrawPixels(graphics, number.topLeft(), thumb.number);
     if (!thumb.title.isNull())
-        DrawPixels(graphics, rect.bottomRight() - QPointF(title.width() + 1, title.height() + 1),
-                   thumb.title);
+        DrawPixels(graphics, title.topLeft(), thumb.title);
 }
 
 } // namespace

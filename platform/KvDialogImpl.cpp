@@ -118,6 +118,9 @@ void CKvDialog::Impl::FontChanged()
             item.control->setFont(dialog.font());
     }
     Measure();
+    // A style sheet's font comes to the items, or goes, after it came to the dialog.
+    QMetaObject::invokeMethod(
+        &dialog, [this] { MeasureTexts(); }, Qt::QueuedConnection);
 }
 
 void CKvDialog::Impl::HandFontOn()

@@ -413,6 +413,13 @@ TEST_P(Hosting, IsPaintedAsEverUnderAStyleSheet)
 
 TEST_P(Hosting, CutsNothingInTheLettersOfAStyleSheet)
 {
+    Embed();
+    const QSize hint = Control().sizeHint();
+    host.setStyleSheet(Sheet("*", "font-size: 20pt;"));
+    Settle();
+    host.setStyleSheet({});
+    Settle();
+    EXPECT_EQ(Control().sizeHint(), hint) << "the sheet is gone";
     host.setStyleSheet(Sheet("*", "font-size: 20pt;"));
     Embed();
     const QImage image = Picture();

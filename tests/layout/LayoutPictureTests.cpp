@@ -64,6 +64,19 @@ TEST_F(LayoutPicture, LabelsCountFromAnyNumber)
     EXPECT_EQ(label(0), second);
 }
 
+TEST_F(LayoutPicture, LargeLettersLeaveTheNameAlone)
+{
+    QFont font;
+    font.setPixelSize(34); // two plates are higher than a thumbnail
+    SKvGuiBasicSettings settings{0xFF102030u, 0xFFFFFFFFu, 0xFF808080u, font};
+    control->SetGuiBasicSettings(&settings);
+    EXPECT_NE(Picture().pixelColor(8, 8), QColor(0, 255, 0)) << "a number alone";
+    layouts->isLongName = true;
+    control->UpdateScroll(); // asks again
+    EXPECT_EQ(Picture().pixelColor(8, 8), QColor(0, 255, 0)) << "no number";
+    EXPECT_NE(Picture().pixelColor(74, 57), QColor(0, 255, 0)) << "but the name";
+}
+
 TEST_F(LayoutPicture, AlphaIsStraightAndLiesOnBlack)
 {
     layouts->colour = 0x80FF0000u;
