@@ -233,17 +233,18 @@ void CKvReportListCtrl::OnRButtonDown(Qt::KeyboardModifiers, CPoint point)
         m_impl->ClickLine(line, Qt::NoModifier);
 }
 
-void CKvReportListCtrl::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint)
+void CKvReportListCtrl::OnMouseWheel(Qt::KeyboardModifiers modifiers, int delta, CPoint point)
 {
     Impl& impl = *m_impl;
     // Finer devices send parts of a notch; what is less than a pixel waits.
     impl.wheelRest += delta * kLinesPerNotch * impl.defaultHeight;
     const int pixels = impl.wheelRest / 120;
     impl.wheelRest -= pixels * 120;
-    if (modifiers.testFlag(Qt::ShiftModifier) || impl.layout.verticalBar.IsRectEmpty())
-        impl.ScrollByUser(impl.scrollX - pixels, impl.scrollY);
-    else
-        impl.ScrollByUser(impl.scrollX, impl.scrollY - pixels);
+    const bool isSideways = modifiers.testFlag(Qt::ShiftModifier) || impl.layout.verticalBar.IsRectEmpty();
+    const bool hasScrolled = isSideways ? impl.ScrollByUser(impl.scrollX - pixels, impl.scrollY)
+                                        : impl.ScrollByUser(impl.scrollX, impl.scrollY - pixels);
+    if (!hasScrolled && pixels != 0)
+        CKvWnd::OnMouseWheel(modifiers, delta, point); // on to what the list stands in
 }
 
 void CKvReportListCtrl::OnMouseLeave()

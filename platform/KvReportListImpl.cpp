@@ -180,10 +180,12 @@ bool CKvReportListCtrl::Impl::ScrollsTo(int x, std::int64_t y)
     return scrollX != xBefore || scrollY != yBefore;
 }
 
-void CKvReportListCtrl::Impl::ScrollByUser(int x, std::int64_t y)
+bool CKvReportListCtrl::Impl::ScrollByUser(int x, std::int64_t y)
 {
-    if (ScrollsTo(x, y))
-        list._OnUserScroll();
+    if (!ScrollsTo(x, y))
+        return false;
+    list._OnUserScroll();
+    return true;
 }
 
 // Told later: the bar is not done yet, and who hears of it may delete the list.

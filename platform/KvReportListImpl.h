@@ -62,7 +62,7 @@ struct CKvReportListCtrl::Impl : kv::AccessibleParts, kv::AccessibleTable, kv::R
     void Show(int line);
     std::int64_t OffsetOf(int line) const;
     bool ScrollsTo(int x, std::int64_t y);
-    void ScrollByUser(int x, std::int64_t y);
+    bool ScrollByUser(int x, std::int64_t y); ///< false: there is nothing that way
     void ScrollByBar(int x, std::int64_t y);
 
     // The frame.

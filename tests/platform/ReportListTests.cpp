@@ -242,20 +242,24 @@ TEST_F(ReportList, OnlyWhatMovesTheLinesIsTheUsersScrolling)
         return list.scrolled;
     };
     const auto key = [this](Qt::Key code) { return [this, code] { Key(code); }; };
-    const auto wheel = [this](int delta) {
-        return [this, delta] {
+    bool isTaken = false;
+    const auto wheel = [&](int delta) {
+        return [&, delta] {
             QWheelEvent event({20, 60}, list.mapToGlobal(QPointF(20, 60)), {}, {0, delta}, {}, {},
                               Qt::NoScrollPhase, false);
             QApplication::sendEvent(&list, &event);
+            isTaken = event.isAccepted();
         };
     };
     EXPECT_EQ(scrolledBy(key(Qt::Key_Down)), 0) << "in view";
     EXPECT_EQ(scrolledBy(key(Qt::Key_Right)), 0);
     EXPECT_EQ(scrolledBy(wheel(120)), 0) << "at the end";
+    EXPECT_FALSE(isTaken) << "what the list stands in scrolls";
     EXPECT_EQ(scrolledBy(key(Qt::Key_PageDown)), 1);
     EXPECT_EQ(scrolledBy(key(Qt::Key_End)), 1);
     EXPECT_EQ(scrolledBy(key(Qt::Key_Down)), 0) << "there is no further line";
     EXPECT_EQ(scrolledBy(wheel(120)), 1);
+    EXPECT_TRUE(isTaken);
     EXPECT_EQ(scrolledBy([&] { list.EnsureVisible(0); }), 0) << "the list itself";
 }
 
