@@ -1,19 +1,10 @@
-// The report list: its lines, columns, selection and view as hosts and derived lists ask for them.
+// The report list: its lines, selection and view as hosts and derived lists ask for them.
 #include "platform/KvReportListImpl.h"
 
 #include <algorithm>
 #include <functional>
 #include <numeric>
 #include <span>
-
-namespace {
-
-int ColumnWidth(int width)
-{
-    return std::clamp(width, kv::kReportMinColumn, kv::kReportMost);
-}
-
-} // namespace
 
 std::wstring_view KvReportRow::Text(int column) const
 {
@@ -63,17 +54,6 @@ int CKvReportListCtrl::GetItemCount() const
     return m_impl->rows.Count();
 }
 
-int CKvReportListCtrl::GetColumnCount() const
-{
-    return m_impl->layout.ColumnCount();
-}
-
-CString CKvReportListCtrl::GetHeaderText(int column) const
-{
-    return m_impl->IsColumn(column) ? m_impl->columns.columns[static_cast<std::size_t>(column)].header
-                                    : CString();
-}
-
 CString CKvReportListCtrl::GetItemText(int line, int column) const
 {
     _BeforeQuery();
@@ -89,24 +69,6 @@ int CKvReportListCtrl::GetItemHeight(int line) const
 {
     _BeforeQuery();
     return m_impl->IsLine(line) ? m_impl->rows.Row(line).height : 0;
-}
-
-int CKvReportListCtrl::GetColumnWidth(int column) const
-{
-    return m_impl->IsColumn(column) ? m_impl->layout.Right(column) - m_impl->layout.Left(column) : 0;
-}
-
-int CKvReportListCtrl::SetColumnWidth(int column, int width)
-{
-    if (!m_impl->IsColumn(column))
-        return 0;
-    if (m_impl->columns.autoColumn == column)
-        m_impl->columns.autoColumn = -1;
-    kv::ReportColumn& changed = m_impl->columns.columns[static_cast<std::size_t>(column)];
-    changed.width = ColumnWidth(width);
-    changed.natural = 0;
-    m_impl->LayOut();
-    return 1;
 }
 
 BOOL CKvReportListCtrl::GetCellColors(int line, int column, DWORD* back, DWORD* text) const
@@ -231,50 +193,6 @@ QSize CKvReportListCtrl::minimumSizeHint() const
 {
     const int header = m_impl->hasHeader ? _TextHeight() : 0;
     return {80, std::max(72, header + _TextHeight() + m_impl->barExtent)};
-}
-
-int CKvReportListCtrl::InsertColumn(const wchar_t* header, int width)
-{
-    const int column = GetColumnCount();
-    if (!m_impl->TellObservers([&](kv::ReportObserver& observer) { observer.ColumnAdding(column); }))
-        return -1;
-    m_impl->columns.columns.push_back({header ? header : L"", ColumnWidth(width)});
-    m_impl->LayOut();
-    m_impl->TellObservers([](kv::ReportObserver& observer) { observer.ColumnAdded(); });
-    return column;
-}
-
-int CKvReportListCtrl::_InsertGrowingColumn(const wchar_t* header, int width)
-{
-    const int column = InsertColumn(header, width);
-    m_impl->columns.columns[static_cast<std::size_t>(column)].natural = ColumnWidth(width);
-    kv::ScaleColumns(m_impl->columns, fontMetrics().horizontalAdvance(u'0'));
-    m_impl->LayOut();
-    return column;
-}
-
-void CKvReportListCtrl::SetHeaderText(int column, const wchar_t* header)
-{
-    if (!m_impl->IsColumn(column))
-        return;
-    m_impl->columns.columns[static_cast<std::size_t>(column)].header = header ? header : L"";
-    m_impl->RequestWholeFrame();
-    m_impl->TellObservers([&](kv::ReportObserver& observer) { observer.HeaderChanged(column); });
-}
-
-void CKvReportListCtrl::SetAutoSizeColumn(int column, int minimum)
-{
-    if (column != -1 && !m_impl->IsColumn(column))
-        return;
-    const int before = m_impl->columns.autoColumn;
-    if (before >= 0) { // goes on with the width that it has
-        kv::ReportColumn& ended = m_impl->columns.columns[static_cast<std::size_t>(before)];
-        ended.width = GetColumnWidth(before);
-        ended.natural = 0;
-    }
-    m_impl->columns.autoColumn = column;
-    m_impl->columns.autoMinimum = ColumnWidth(minimum);
-    m_impl->LayOut();
 }
 
 void CKvReportListCtrl::ShowHeader(BOOL show)
