@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -44,6 +45,7 @@ struct KvReportListModel::Observer : kv::ReportObserver
     }
     void Changing(int kind, std::span<const int> lines) override
     {
+        hasBegun = true;
         isReset = !AreTogether(lines);
         if (isReset)
             model.beginResetModel();
@@ -59,6 +61,8 @@ struct KvReportListModel::Observer : kv::ReportObserver
                                    model.index(lines.front(), model.columnCount() - 1));
         else if (kind == kKvReportOrderChanged)
             Reorder(lines);
+        else if (!std::exchange(hasBegun, false))
+            Reset();
         else if (isReset)
             model.endResetModel();
         else if (kind == kKvReportInserted)
@@ -79,8 +83,18 @@ struct KvReportListModel::Observer : kv::ReportObserver
         model.changePersistentIndexList(before, after);
         emit model.layoutChanged();
     }
-    void ColumnAdding(int column) override { model.beginInsertColumns({}, column, column); }
-    void ColumnAdded() override { model.endInsertColumns(); }
+    void ColumnAdding(int column) override
+    {
+        hasBegun = true;
+        model.beginInsertColumns({}, column, column);
+    }
+    void ColumnAdded() override { std::exchange(hasBegun, false) ? model.endInsertColumns() : Reset(); }
+    /// A model that was made while the list was at work has not heard the beginning.
+    void Reset()
+    {
+        model.beginResetModel();
+        model.endResetModel();
+    }
     void HeaderChanged(int column) override { emit model.headerDataChanged(Qt::Horizontal, column, column); }
     void ListGone() override
     {
@@ -92,6 +106,7 @@ struct KvReportListModel::Observer : kv::ReportObserver
     KvReportListModel& model;
     CKvReportListCtrl* list; ///< null once it is gone
     bool isReset = false;
+    bool hasBegun = false;
 };
 
 // Rows are read where they stand: a public query of a log takes in what was posted, which must not happen

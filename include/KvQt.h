@@ -142,7 +142,8 @@ private:
 
 /// The lines of a list, all of them whatever its filter hides, as a table model: texts, headers, the lines'
 /// own colours. Whatever changes in the list, by the user or by the host, changes in the model; lines that
-/// are inserted or removed at several places at once reset it. It is empty once the list is gone.
+/// are inserted or removed at several places at once reset it. It is empty once the list is gone. A slot of
+/// the model's may delete the model at once, the list, which is at work then, by its `deleteLater`.
 ///
 /// An edit by a view is one by the user: it is checked as a typed text is, its line breaks become blanks in a
 /// cell of one line, it becomes a step of undo where the list has one, and is told by the list's signals.

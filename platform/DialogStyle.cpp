@@ -3,6 +3,8 @@
 #include "platform/OwnSizes.h"
 #include "platform/SkinColours.h"
 
+#include <QRegularExpression>
+
 namespace kv {
 namespace {
 
@@ -13,7 +15,7 @@ QColor Mix(const QColor& from, const QColor& to, int percent)
 }
 
 // Whatever the host's sheet says of the same items is said here, too: only then it does not count.
-constexpr const char* kSheet = R"(
+constexpr const char* kSheet = R"(/* the look */
 CKvDialog { background: @window; color: @text; border: none; border-radius: 0; padding: 0; margin: 0; }
 CKvDialog > QLabel { background: transparent; color: @hint; border: none; padding: 0; margin: 0; @sizes }
 CKvDialog > QLabel:disabled { color: @disabled; }
@@ -38,6 +40,7 @@ CKvDialog > QCheckBox::indicator { width: 13px; height: 13px; background: @field
 CKvDialog > QCheckBox::indicator:hover { background: @button; }
 CKvDialog > QCheckBox::indicator:focus { border-color: @focus; }
 CKvDialog > QCheckBox::indicator:disabled { border-color: @faint; }
+/* its end */
 )";
 
 } // namespace
@@ -78,6 +81,13 @@ QString DialogStyleSheet(const SKvGuiBasicSettings* settings)
     for (const auto& [name, colour] : names)
         sheet.replace(QLatin1String(name), colour.name());
     return sheet.replace(QLatin1String("@sizes"), QLatin1String(kOwnSizes));
+}
+
+QString WithoutDialogStyle(QString sheet)
+{
+    static const QRegularExpression s_look(QStringLiteral(R"(/\* the look \*/.*?/\* its end \*/\n?)"),
+                                           QRegularExpression::DotMatchesEverythingOption);
+    return sheet.remove(s_look);
 }
 
 } // namespace kv

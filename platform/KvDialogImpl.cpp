@@ -154,9 +154,7 @@ void CKvDialog::Impl::ApplyLook()
         StyleLabels();
         return;
     }
-    QString hosts = dialog.styleSheet();
-    if (!ownSheet.isEmpty())
-        hosts.remove(ownSheet);
+    QString hosts = kv::WithoutDialogStyle(dialog.styleSheet());
     if (!hosts.isEmpty() && !hosts.contains(u'{')) // declarations without a selector do not stand among rules
         hosts = QStringLiteral("CKvDialog, CKvDialog * { %1 }").arg(hosts);
     ownSheet = kv::DialogStyleSheet(settings);

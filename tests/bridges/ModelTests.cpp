@@ -177,6 +177,22 @@ TEST(KvQtModel, ALogIsReadOnlyAndItsPostsArriveAsRows)
     EXPECT_EQ(model.rowCount(), log.GetItemCount());
 }
 
+TEST(KvQtModel, AModelThatIsMadeWhileTheListIsAtWorkBeginsAnew)
+{
+    Subtitles subtitles;
+    subtitles.Add(1);
+    const KvReportListModel first(*subtitles.list);
+    std::unique_ptr<KvReportListModel> late;
+    int resets = 0;
+    QObject::connect(&first, &QAbstractItemModel::rowsAboutToBeInserted, &first, [&] {
+        late = std::make_unique<KvReportListModel>(*subtitles.list);
+        QObject::connect(late.get(), &QAbstractItemModel::modelReset, &first, [&] { ++resets; });
+    });
+    subtitles.Add(1);
+    EXPECT_EQ(late->rowCount(), 2);
+    EXPECT_EQ(resets, 1);
+}
+
 TEST(KvQtModel, ListAndModelDieInAnyOrder)
 {
     auto host = std::make_unique<Subtitles>();

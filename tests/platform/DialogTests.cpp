@@ -181,7 +181,8 @@ TEST(DialogTemplate, GrowsWhereATextOfAnotherLanguageHasNoRoom)
     };
     QTemporaryDir folder;
     QFile file(folder.filePath("texts.ini"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("[Dialogs]\n12016.12078=Alles zuruecksetzen\n") > 0);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) &&
+                file.write("[Dialogs]\n12016.12078=Alles zuruecksetzen\n") > 0);
     file.close();
     KvGuiRes::SetStringFile(KvFromQString(file.fileName()).c_str());
     EXPECT_GT(dialog.width(), english.width());
@@ -348,8 +349,11 @@ TEST(DialogLook, KeepsTheRulesThatAHostAdds)
     dialog.Create(kEaseDialog, nullptr);
     EXPECT_EQ(ground(dialog), 0xFF2B2B2Eu) << "set before";
     dialog.setStyleSheet(dialog.styleSheet() + rule("blue"));
+    const QString kept = dialog.styleSheet();
     KvGuiRes::SetSkinFolder(kKvLightSkin);
     EXPECT_EQ(ground(dialog), 0xFFF0F0F2u) << "added";
+    dialog.setStyleSheet(kept);
+    EXPECT_EQ(ground(dialog), 0xFFF0F0F2u) << "of the skin before";
     dialog.setStyleSheet(rule("lime"));
     KvGuiRes::SetSkinFolder(nullptr);
     EXPECT_EQ(ground(dialog), 0xFF2B2B2Eu) << "set afterwards";
