@@ -171,10 +171,10 @@ void CKvDialog::Impl::StyleLabels()
 {
     if (!paintsGround)
         return;
+    const QString sheet = kv::DialogStyleSheet(settings);
     for (const Item& item : items) {
-        if (!qobject_cast<QLabel*>(item.control))
-            continue;
-        item.control->setStyleSheet(kv::DialogStyleSheet(settings));
+        if (qobject_cast<QLabel*>(item.control))
+            item.control->setStyleSheet(sheet);
     }
 }
 

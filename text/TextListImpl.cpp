@@ -68,6 +68,11 @@ std::vector<int> CKvTextListBase::Impl::LinesOf(std::span<const Key> wanted) con
     return lines;
 }
 
+bool CKvTextListBase::Impl::FollowsFont(int line) const
+{
+    return list.CKvReportListCtrl::m_impl->rows.Row(line).followsFont;
+}
+
 CKvTextListBase::Impl::Row CKvTextListBase::Impl::Snapshot(int line) const
 {
     Row row;
@@ -75,9 +80,7 @@ CKvTextListBase::Impl::Row CKvTextListBase::Impl::Snapshot(int line) const
     for (int column = 0; column < list.GetColumnCount(); ++column)
         row.texts.push_back(list.GetItemText(line, column));
     row.data = list.GetItemData(line);
-    row.height = list.CKvReportListCtrl::m_impl->rows.Row(line).followsFont
-                     ? 0
-                     : list.GetItemHeight(line); // the font's may be another then
+    row.height = FollowsFont(line) ? 0 : list.GetItemHeight(line); // the font's may be another then
     if (const kv::RowColours* own = ColoursOf(line))
         row.colours = *own;
     return row;
@@ -130,8 +133,7 @@ void CKvTextListBase::Impl::PutIn(const CArray<int, int>& lines, std::span<Row> 
         if (!row.colours.IsEmpty())
             colours[row.key] = row.colours;
         list.SetItemData(line, row.data);
-        if (row.height > 0 && (row.height != list.GetItemHeight(line) ||
-                               list.CKvReportListCtrl::m_impl->rows.Row(line).followsFont))
+        if (row.height > 0 && (row.height != list.GetItemHeight(line) || FollowsFont(line)))
             list.SetItemHeight(line, row.height);
         list._UpdateRowTexts(line);
     }

@@ -93,6 +93,8 @@ struct CKvTextListBase::Impl
     Key KeyAt(int line) const { return keys.KeyOf(list.GetRowId(line)); }
     int LineOf(Key key) const { return key == 0 ? -1 : list.FindRow(keys.NumberOf(key)); }
     std::vector<int> LinesOf(std::span<const Key> wanted) const;
+    /// The line has no height of its own.
+    bool FollowsFont(int line) const;
     Row Snapshot(int line) const;
     std::vector<Place> PlacesOf(const CArray<int, int>& lines) const;
     /// Takes the rows out, whose colours and keys the list forgets.
